@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace tarvel {
+
+/// The picture beside a message; it also decides how urgent the message sounds to a screen reader.
+enum class Meldungsart { Hinweis, Frage, Ausruf, Stopp };
+
+/// What the user answered to a question.
+enum class Antwort { Ja, Nein, Abbrechen };
+
+/// A question with two or three answers. Empty captions take the words of the program's language
+/// for Yes, No and Cancel; a question of our own names its answers with verbs.
+struct Frage {
+    QString titel;
+    QString text;
+    Meldungsart art = Meldungsart::Frage;
+    bool mitAbbrechen = false;
+    QString ja = {};
+    QString nein = {};
+};
+
+/// Everything that stops and waits for the user: messages, questions and file choosers. Comes in
+/// from outside, so a test answers instead of blocking on a box.
+class Dialoge {
+public:
+    virtual ~Dialoge() = default;
+
+    virtual void meldung(const QString& titel, const QString& text, Meldungsart art) = 0;
+    [[nodiscard]] virtual Antwort frage(const Frage& frage) = 0;
+
+    /// Asks for an existing file. @p filter in the toolkit's form ("Bilder (*.png *.jpg);;…").
+    /// Returns an empty text when the user cancelled.
+    [[nodiscard]] virtual QString dateiOeffnen(const QString& titel, const QString& ordner,
+                                               const QString& filter) = 0;
+    /// Asks for a place to write to; asks before it returns an existing file.
+    [[nodiscard]] virtual QString dateiSpeichern(const QString& titel, const QString& vorschlag,
+                                                 const QString& filter) = 0;
+};
+
+} // namespace tarvel

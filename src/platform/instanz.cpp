@@ -1,0 +1,55 @@
+#include "platform/instanz.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString eigenerOrdner() {
+#ifdef Q_OS_WIN
+    return QDir::tempPath();
+#else
+    const QString ordner = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return ordner.isEmpty() ? QDir::tempPath() : ordner;
+#endif
+}
+
+QString ersatzdatei(const QString& ordner) {
+    const QFileInfo info(ordner);
+    const QString echter = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+    const QByteArray kennung =
+        QCryptographicHash::hash(echter.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
+    return eigenerOrdner() + "/tarvel-"_L1 + QLatin1StringView(kennung) + ".lock"_L1;
+}
+
+QLockFile::LockError sperre(QLockFile& datei) {
+    datei.setStaleLockTime(0);
+    if (datei.tryLock(0))
+        return QLockFile::NoError;
+    // A crash can leave a lock file without its contents, and a computer can get a new name: such
+    // a lock names no dead program, yet nobody holds the file. Removing fails while someone does.
+    if (datei.error() == QLockFile::LockFailedError && datei.removeStaleLockFile() &&
+        datei.tryLock(0))
+        return QLockFile::NoError;
+    return datei.error();
+}
+
+} // namespace
+
+Instanz::Instanz(const QString& ordner)
+    : sperre_(std::make_unique<QLockFile>(QDir(ordner).filePath(u"Index.lock"_s))) {
+    QLockFile::LockError fehler = sperre(*sperre_);
+    if (fehler == QLockFile::PermissionError || fehler == QLockFile::UnknownError) {
+        sperre_ = std::make_unique<QLockFile>(ersatzdatei(ordner));
+        fehler = sperre(*sperre_);
+    }
+    erste_ = fehler != QLockFile::LockFailedError;
+}
+
+} // namespace tarvel

@@ -1,0 +1,339 @@
+#include "platform/profil.h"
+
+#include "platform/codepage.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <array>
+
+namespace tarvel {
+namespace {
+
+constexpr qint64 groessteDatei = qint64{16} * 1024 * 1024;
+
+bool istLeerzeichen(char c) {
+    return c == ' ' || c == '\t' || c == '\v' || c == '\f';
+}
+
+// QByteArrayView::trimmed would also take the no-break blank of some C locales.
+QByteArrayView getrimmt(QByteArrayView text) {
+    while (!text.isEmpty() && istLeerzeichen(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && istLeerzeichen(text.back()))
+        text.chop(1);
+    return text;
+}
+
+QByteArrayView ohneBlanks(QByteArrayView text) {
+    while (text.startsWith(' '))
+        text = text.sliced(1);
+    while (text.endsWith(' '))
+        text.chop(1);
+    return text;
+}
+
+std::array<char16_t, 256> kleinbuchstaben() {
+    std::array<char16_t, 256> klein{};
+    for (size_t i = 0; i < klein.size(); ++i) {
+        const auto byte = static_cast<char>(static_cast<uchar>(i));
+        klein[i] = ausCodepage1252(QByteArrayView(&byte, 1)).front().toLower().unicode();
+    }
+    return klein;
+}
+
+bool gleicherName(QByteArrayView a, QByteArrayView b) {
+    static const std::array<char16_t, 256> klein = kleinbuchstaben();
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        return klein[static_cast<uchar>(x)] == klein[static_cast<uchar>(y)];
+    });
+}
+
+QByteArrayView bisZuEinem(QByteArrayView text, QByteArrayView ende) {
+    const auto* stelle = std::find_first_of(text.begin(), text.end(), ende.begin(), ende.end());
+    return text.first(stelle - text.begin());
+}
+
+constexpr char zeilenendeOderNul[] = {'\r', '\n', '\0'};
+
+bool enthaeltEines(QByteArrayView text, QByteArrayView zeichen) {
+    return bisZuEinem(text, zeichen).size() < text.size();
+}
+
+enum class Zeilenart { Leer, Kommentar, Sektion, Eintrag, Sonstiges };
+
+struct Zeile {
+    qsizetype anfang = 0;
+    qsizetype textende = 0; // before the line end
+    qsizetype ende = 0;     // after the line end
+    Zeilenart art = Zeilenart::Leer;
+    QByteArrayView name;
+    QByteArrayView wert;
+
+    [[nodiscard]] bool hatZeilenende() const { return ende > textende; }
+};
+
+void deute(Zeile& zeile, QByteArrayView text) {
+    text = getrimmt(bisZuEinem(text, QByteArrayView("\0", 1)));
+    if (text.isEmpty()) {
+        zeile.art = Zeilenart::Leer;
+    } else if (text.front() == ';') {
+        zeile.art = Zeilenart::Kommentar;
+    } else if (text.front() == '[') {
+        zeile.art = Zeilenart::Sektion;
+        zeile.name = getrimmt(bisZuEinem(text.sliced(1), "]"));
+    } else if (const QByteArrayView name = bisZuEinem(text, "="); name.size() < text.size()) {
+        zeile.art = Zeilenart::Eintrag;
+        zeile.name = getrimmt(name);
+        zeile.wert = getrimmt(text.sliced(name.size() + 1));
+    } else {
+        zeile.art = Zeilenart::Sonstiges;
+    }
+}
+
+// Walks over the lines of a file; the lines' texts live as long as the bytes.
+class Zeilenleser {
+public:
+    explicit Zeilenleser(QByteArrayView inhalt)
+        : inhalt_(inhalt) {}
+
+    std::optional<Zeile> naechste() {
+        if (ort_ >= inhalt_.size())
+            return std::nullopt;
+        Zeile zeile;
+        zeile.anfang = ort_;
+        const QByteArrayView text = bisZuEinem(inhalt_.sliced(ort_), "\r\n");
+        zeile.textende = ort_ + text.size();
+        zeile.ende = zeile.textende;
+        if (zeile.ende < inhalt_.size())
+            zeile.ende += inhalt_.sliced(zeile.ende).startsWith("\r\n") ? 2 : 1;
+        ort_ = zeile.ende;
+        deute(zeile, text);
+        return zeile;
+    }
+
+    std::optional<Zeile> zurSektion(QByteArrayView section) {
+        while (const auto zeile = naechste()) {
+            if (zeile->art == Zeilenart::Sektion && gleicherName(zeile->name, getrimmt(section)))
+                return zeile;
+        }
+        return std::nullopt;
+    }
+
+    // The next line of the section the reader stands in.
+    std::optional<Zeile> naechsteDerSektion() {
+        const auto zeile = naechste();
+        return zeile && zeile->art == Zeilenart::Sektion ? std::nullopt : zeile;
+    }
+
+private:
+    QByteArrayView inhalt_;
+    qsizetype ort_ = 0;
+};
+
+QByteArrayView ohneAnfuehrung(QByteArrayView wert) {
+    const bool umschlossen = wert.size() >= 2 && wert.front() == wert.back() &&
+                             (wert.front() == '"' || wert.front() == '\'');
+    return umschlossen ? wert.sliced(1, wert.size() - 2) : wert;
+}
+
+void entferneSektion(QByteArray& inhalt, QByteArrayView section) {
+    Zeilenleser leser(inhalt);
+    const auto kopf = leser.zurSektion(section);
+    if (!kopf)
+        return;
+    QByteArray neu = inhalt.first(kopf->anfang);
+    qsizetype ende = kopf->ende;
+    while (const auto zeile = leser.naechsteDerSektion()) {
+        if (zeile->art == Zeilenart::Kommentar)
+            neu += inhalt.sliced(zeile->anfang, zeile->ende - zeile->anfang);
+        ende = zeile->ende;
+    }
+    neu += inhalt.sliced(ende);
+    inhalt = neu;
+}
+
+void fuegeZeilenEin(QByteArray& inhalt, qsizetype ort, bool davorZeilenende,
+                    const QByteArray& zeilen) {
+    inhalt.insert(ort, davorZeilenende ? zeilen : "\r\n" + zeilen);
+}
+
+void setzeEintrag(QByteArray& inhalt, QByteArrayView section, QByteArrayView key,
+                  std::optional<QByteArrayView> value) {
+    const QByteArray neueZeile =
+        value ? key.toByteArray() + '=' + value->toByteArray() + "\r\n" : QByteArray();
+    Zeilenleser leser(inhalt);
+    const auto kopf = leser.zurSektion(section);
+    if (!kopf) {
+        const bool fertig = inhalt.isEmpty() || inhalt.endsWith('\n') || inhalt.endsWith('\r');
+        if (value)
+            fuegeZeilenEin(inhalt, inhalt.size(), fertig,
+                           '[' + section.toByteArray() + "]\r\n" + neueZeile);
+        return;
+    }
+    Zeile letzte = *kopf;
+    while (const auto zeile = leser.naechsteDerSektion()) {
+        if (zeile->art == Zeilenart::Eintrag && gleicherName(zeile->name, key)) {
+            if (!value) {
+                inhalt.remove(zeile->anfang, zeile->ende - zeile->anfang);
+                return;
+            }
+            QByteArray ersatz = zeile->name.toByteArray() + '=' + value->toByteArray();
+            if (!zeile->hatZeilenende())
+                ersatz += "\r\n";
+            inhalt.replace(zeile->anfang, zeile->textende - zeile->anfang, ersatz);
+            return;
+        }
+        if (zeile->art == Zeilenart::Eintrag || zeile->art == Zeilenart::Sonstiges)
+            letzte = *zeile;
+    }
+    if (value)
+        fuegeZeilenEin(inhalt, letzte.ende, letzte.hatZeilenende(), neueZeile);
+}
+
+QByteArray namensliste(const QList<QByteArray>& namen, int size) {
+    QByteArray liste;
+    for (const QByteArray& name : namen)
+        liste += name + '\0';
+    const bool passt = liste.size() < size;
+    return passt ? liste : liste.first(std::max(0, size - 2));
+}
+
+} // namespace
+
+Profil::Profil(QString path)
+    : path_(std::move(path)) {
+    const QFileInfo datei(path_);
+    if (!datei.exists()) {
+        ungesichert_ = true;
+        return;
+    }
+    unlesbar_ = true;
+    QFile quelle(path_);
+    if (!datei.isFile() || datei.size() > groessteDatei || !quelle.open(QIODevice::ReadOnly))
+        return;
+    QByteArray inhalt = quelle.readAll();
+    const bool utf16 = inhalt.startsWith("\xFF\xFE") || inhalt.startsWith("\xFE\xFF");
+    if (quelle.error() != QFile::NoError || utf16)
+        return;
+    inhalt_ = std::move(inhalt);
+    unlesbar_ = false;
+}
+
+std::optional<QByteArray> Profil::wert(QByteArrayView section, QByteArrayView key) const {
+    const QByteArrayView gesucht = ohneBlanks(key);
+    Zeilenleser leser(inhalt_);
+    if (!leser.zurSektion(section))
+        return std::nullopt;
+    while (const auto zeile = leser.naechsteDerSektion()) {
+        if (zeile->art == Zeilenart::Eintrag && gleicherName(zeile->name, gesucht))
+            return ohneAnfuehrung(zeile->wert).toByteArray();
+    }
+    return std::nullopt;
+}
+
+QList<QByteArray> Profil::sektionen() const {
+    QList<QByteArray> namen;
+    Zeilenleser leser(inhalt_);
+    while (const auto zeile = leser.naechste()) {
+        if (zeile->art == Zeilenart::Sektion && !zeile->name.isEmpty())
+            namen += zeile->name.toByteArray();
+    }
+    return namen;
+}
+
+QList<QByteArray> Profil::schluessel(QByteArrayView section) const {
+    QList<QByteArray> namen;
+    Zeilenleser leser(inhalt_);
+    if (!leser.zurSektion(section))
+        return namen;
+    while (const auto zeile = leser.naechsteDerSektion()) {
+        if (zeile->art == Zeilenart::Eintrag && !zeile->name.isEmpty())
+            namen += zeile->name.toByteArray();
+    }
+    return namen;
+}
+
+bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
+                   std::optional<QByteArrayView> value) {
+    const QByteArrayView verboten(zeilenendeOderNul, sizeof zeilenendeOderNul);
+    section = getrimmt(section);
+    if (enthaeltEines(section, verboten) || section.contains(']'))
+        return false;
+
+    const QByteArray vorher = inhalt_;
+    if (key) {
+        const QByteArrayView name = ohneBlanks(*key);
+        if (enthaeltEines(name, verboten) || name.contains('=') || name.startsWith('[') ||
+            getrimmt(name) != name)
+            return false;
+        if (value)
+            value = bisZuEinem(*value, verboten);
+        setzeEintrag(inhalt_, section, name, value);
+    } else {
+        entferneSektion(inhalt_, section);
+    }
+    ungesichert_ = ungesichert_ || inhalt_ != vorher;
+    return true;
+}
+
+bool Profil::sichern() {
+    if (unlesbar_ || path_.isEmpty() || inhalt_.size() > groessteDatei)
+        return false;
+    if (!ungesichert_)
+        return true;
+    QSaveFile datei(path_);
+    datei.setDirectWriteFallback(false);
+    const bool geschrieben = datei.open(QIODevice::WriteOnly) &&
+                             datei.write(inhalt_) == inhalt_.size() && datei.commit();
+    ungesichert_ = !geschrieben;
+    return geschrieben;
+}
+
+QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
+                                    std::optional<QByteArrayView> key,
+                                    std::optional<QByteArrayView> vorgabe, int size,
+                                    const QString& path) {
+    const Profil profil(path);
+    if (!section)
+        return namensliste(profil.sektionen(), size);
+    if (!key) {
+        const QList<QByteArray> namen = profil.schluessel(*section);
+        if (!namen.isEmpty())
+            return namensliste(namen, size);
+    } else if (const auto wert = profil.wert(*section, *key)) {
+        return wert->left(std::max(0, size - 1));
+    }
+    QByteArray ersatz = vorgabe.value_or(QByteArrayView()).toByteArray();
+    while (ersatz.endsWith(' '))
+        ersatz.chop(1);
+    return ersatz.left(std::max(0, size - 1));
+}
+
+int GetPrivateProfileIntA(QByteArrayView section, QByteArrayView key, int vorgabe,
+                          const QString& path) {
+    const auto wert = Profil(path).wert(section, key);
+    if (!wert)
+        return vorgabe;
+    QByteArrayView rest = getrimmt(*wert);
+    const bool negativ = rest.startsWith('-');
+    if (negativ || rest.startsWith('+'))
+        rest = rest.sliced(1);
+    quint32 betrag = 0;
+    for (const char ziffer : rest) {
+        if (ziffer < '0' || ziffer > '9')
+            break;
+        betrag = betrag * 10 + static_cast<quint32>(ziffer - '0');
+    }
+    return static_cast<int>(negativ ? 0U - betrag : betrag);
+}
+
+bool WritePrivateProfileStringA(QByteArrayView section, std::optional<QByteArrayView> key,
+                                std::optional<QByteArrayView> value, const QString& path) {
+    Profil profil(path);
+    return profil.setze(section, key, value) && profil.sichern();
+}
+
+} // namespace tarvel

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+namespace tarvel {
+
+/// A profile file: "[section]" lines and "key=value" lines, in Windows code page 1252. The rules
+/// are those of the Windows private-profile functions, the same on every system:
+/// - CR, LF and CRLF end a line; ';' begins a comment only as the first character of a line;
+/// - names match without regard to case, umlauts included; the first of equal sections wins, and
+///   the first of equal keys in it;
+/// - blanks around names and values do not count; one pair of equal quotes around a value goes.
+/// Writing edits in place: comments, order, spelling and line ends of all other lines stay.
+///
+/// An object holds the file as it was when the object was made; several changes and one sichern()
+/// reach the disk together or not at all. Names and values are bytes of the code page.
+class Profil {
+public:
+    /// Reads @p path. A file that is missing counts as empty. One that cannot be read, is larger
+    /// than 16 MB, is no ordinary file or is UTF-16 text counts as empty too but is never
+    /// replaced: sichern() fails.
+    explicit Profil(QString path);
+
+    /// The value without its quotes; empty for "key="; nullopt when section or key is missing.
+    [[nodiscard]] std::optional<QByteArray> wert(QByteArrayView section, QByteArrayView key) const;
+    /// Names of all sections in the order of the file, repeated ones included, empty ones not.
+    [[nodiscard]] QList<QByteArray> sektionen() const;
+    /// Names of all keys of the first such section, repeated ones included, empty ones not.
+    [[nodiscard]] QList<QByteArray> schluessel(QByteArrayView section) const;
+
+    /// Sets a value, or removes the key when @p value is missing, or the whole section (but not
+    /// its comments) when @p key is missing. @p value ends at its first line end or NUL. Returns
+    /// false, and changes nothing, for a name that would not come back as a name: one with a line
+    /// end or NUL, a section with ']', a key with '=', with '[' in front or with tabs around.
+    bool setze(QByteArrayView section, std::optional<QByteArrayView> key,
+               std::optional<QByteArrayView> value);
+    /// Writes the file if anything changed or it did not exist. A failure or a crash in the middle
+    /// leaves the old file whole. Keeps the permissions; writes through a symbolic link to its
+    /// target. False when it could not be written.
+    [[nodiscard]] bool sichern();
+
+private:
+    QString path_;
+    QByteArray inhalt_;
+    bool unlesbar_ = false;
+    bool ungesichert_ = false;
+};
+
+/// One value from the profile file @p path, cut to @p size - 1 bytes; when section or key is
+/// missing, @p vorgabe without its trailing blanks, cut the same way. Without @p key the names of
+/// the section's keys, without @p section the names of all sections, each followed by a NUL, cut to
+/// @p size - 2 bytes. The length of the result is the return value of the function on Windows.
+[[nodiscard]] QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
+                                                  std::optional<QByteArrayView> key,
+                                                  std::optional<QByteArrayView> vorgabe, int size,
+                                                  const QString& path);
+
+/// The leading whole decimal number of a value, 0 when it begins with none ("False", "abc", "").
+/// @p vorgabe only when section or key is missing. Numbers beyond 32 bits wrap around.
+[[nodiscard]] int GetPrivateProfileIntA(QByteArrayView section, QByteArrayView key, int vorgabe,
+                                        const QString& path);
+
+/// Profil::setze and Profil::sichern in one step. False when nothing could be written.
+bool WritePrivateProfileStringA(QByteArrayView section, std::optional<QByteArrayView> key,
+                                std::optional<QByteArrayView> value, const QString& path);
+
+} // namespace tarvel

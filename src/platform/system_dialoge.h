@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/dialoge.h"
+
+namespace tarvel {
+
+/// The captions of answers in the program's language. An empty one takes the toolkit's own word.
+struct Antwortworte {
+    QString ok = {};
+    QString ja = {};
+    QString nein = {};
+    QString abbrechen = {};
+};
+
+/// Message boxes and file choosers of the computer, over the program's active window. Texts are
+/// shown as they are, never read as markup. Escape answers Abbrechen where that is an answer and
+/// Nein elsewhere. Enter answers Ja, but the safe answer (the one of Escape) to a question that
+/// warns with Meldungsart::Stopp.
+class SystemDialoge final : public Dialoge {
+public:
+    /// The captions of all later messages; to be set again when the language changes.
+    void setzeWorte(const Antwortworte& worte) { worte_ = worte; }
+
+    void meldung(const QString& titel, const QString& text, Meldungsart art) override;
+    [[nodiscard]] Antwort frage(const Frage& frage) override;
+    [[nodiscard]] QString dateiOeffnen(const QString& titel, const QString& ordner,
+                                       const QString& filter) override;
+    [[nodiscard]] QString dateiSpeichern(const QString& titel, const QString& vorschlag,
+                                         const QString& filter) override;
+
+private:
+    Antwortworte worte_;
+};
+
+} // namespace tarvel
