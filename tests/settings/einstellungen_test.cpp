@@ -1,0 +1,99 @@
+#include "settings/einstellungen.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct EinstellungenTest : testing::Test {
+    void schreibeDatei(const QByteArray& inhalt) {
+        QFile datei(pfad);
+        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+        datei.write(inhalt);
+    }
+    QByteArray dateiinhalt() const {
+        QFile datei(pfad);
+        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
+    }
+
+    QTemporaryDir ordner;
+    QString pfad = ordner.filePath(u"Index.ini"_s);
+    Einstellungen einstellungen{pfad};
+};
+
+} // namespace
+
+TEST_F(EinstellungenTest, missingFile_givesTheDefaultsOfEveryKey) {
+    struct Zahlzeile {
+        Einstellung id;
+        int wert;
+    };
+    for (const Zahlzeile& z : {Zahlzeile{Einstellung::Neu, -1},
+                               {Einstellung::Sprache, 0},
+                               {Einstellung::AutoNummer, 1},
+                               {Einstellung::Betriebsart, 1},
+                               {Einstellung::ScannOptionen, 1},
+                               {Einstellung::ScannMessung, 2},
+                               {Einstellung::DefaultZoomOptionen, 1},
+                               {Einstellung::DefaultZoomHauptfenster, 0},
+                               {Einstellung::Kurvenform, 1},
+                               {Einstellung::ZweiteKurve, 1},
+                               {Einstellung::Rasse, 0},
+                               {Einstellung::TextLinks, 60},
+                               {Einstellung::TextOben, 20},
+                               {Einstellung::SchriftGröße, 10},
+                               {Einstellung::SchriftFett, 0},
+                               {Einstellung::SchriftKursiv, 0},
+                               {Einstellung::Zeilenwechsel, 0},
+                               {Einstellung::GrafikLinks, 20},
+                               {Einstellung::GrafikOben, 10},
+                               {Einstellung::Ikone, 2},
+                               {Einstellung::ProtokollSchriftKursiv, 0},
+                               {Einstellung::Datum, 0},
+                               {Einstellung::Übersetzen, 0},
+                               {Einstellung::Beurteilung, 1},
+                               {Einstellung::Art, 1}}) {
+        EXPECT_EQ(einstellungen.zahl(z.id), z.wert) << static_cast<int>(z.id);
+    }
+    EXPECT_EQ(einstellungen.text(Einstellung::VierteRasse), u"Carpatica"_s);
+    EXPECT_EQ(einstellungen.text(Einstellung::SchriftArt), u"Arial"_s);
+    EXPECT_EQ(einstellungen.text(Einstellung::ProtokollSchriftArt), u"Arial"_s);
+    EXPECT_EQ(einstellungen.text(Einstellung::Kurzzeichen), QString());
+    EXPECT_FALSE(QFile::exists(pfad));
+}
+
+TEST_F(EinstellungenTest, textKeys_keepWhatWasShownWhenEmptyAndAreCutByTheirBuffer) {
+    schreibeDatei("[Allgemeines]\r\nKurzzeichen=\r\n[Briefkopf]\r\nName=" + QByteArray(300, 'n') +
+                  "\r\nDatei=" + QByteArray(300, 'd') + "\r\n");
+    EXPECT_EQ(einstellungen.text(Einstellung::Kurzzeichen, u"AB"_s), u"AB"_s);
+    EXPECT_EQ(einstellungen.text(Einstellung::Name).size(), 127);
+    EXPECT_EQ(einstellungen.text(Einstellung::Datei).size(), 254);
+}
+
+TEST_F(EinstellungenTest, numbers_areNarrowedTo16BitsAndWordsAreZero) {
+    schreibeDatei("[Start]\r\nNeu=False\r\n[Allgemeines]\r\nBetriebsart=65537\r\n");
+    EXPECT_EQ(einstellungen.zahl(Einstellung::Neu), 0);
+    EXPECT_EQ(einstellungen.zahl(Einstellung::Betriebsart), 1);
+}
+
+TEST_F(EinstellungenTest, written_isReadBackAndTheRaceGoesElsewhere) {
+    einstellungen.schreibe(Einstellung::Straße, u"Grüner Weg 5 €"_s);
+    einstellungen.schreibe(Einstellung::GewählteRasse, 3);
+    EXPECT_EQ(einstellungen.text(Einstellung::Straße), u"Grüner Weg 5 €"_s);
+    EXPECT_EQ(einstellungen.zahl(Einstellung::Rasse), 0);
+    EXPECT_EQ(dateiinhalt(), QByteArray("[Briefkopf]\r\nStra\xDF"
+                                        "e=Gr\xFCner Weg 5 \x80\r\n"
+                                        "[Merkmale Arbeiterinnen]\r\nRasse=3\r\n"));
+    EXPECT_FALSE(einstellungen.schreibenMisslungen());
+}
+
+TEST_F(EinstellungenTest, fileThatCannotBeWritten_isNoticedAndReadsAsDefaults) {
+    Einstellungen ohneOrdner(ordner.filePath(u"gibt/es/nicht/Index.ini"_s));
+    ohneOrdner.schreibe(Einstellung::Sprache, 2);
+    EXPECT_TRUE(ohneOrdner.schreibenMisslungen());
+    EXPECT_EQ(ohneOrdner.zahl(Einstellung::Sprache), 0);
+}
