@@ -1,0 +1,51 @@
+#include "lang/hinweise.h"
+
+#include "lang/texte.h"
+
+#include <QSet>
+#include <gtest/gtest.h>
+
+namespace tarvel {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(Hinweise, fixedNumbers_giveTheirTexts) {
+    const Texte texte(u"/p"_s);
+    const struct {
+        int nummer;
+        Text text;
+    } fälle[] = {{1, Text::HinweisBildLaden},       {3, Text::HinweisPunkteFehlen},
+                 {4, Text::HinweisPunkteKlicken},   {5, Text::HinweisÜbernehmen},
+                 {8, Text::HinweisSpeichern},       {12, Text::HinweisUntersuchungÖffnen},
+                 {13, Text::ProtokollWirdGedruckt}, {14, Text::HinweisAngabenEintragen},
+                 {15, Text::BildWirdGeladen}};
+    for (const auto& fall : fälle)
+        EXPECT_EQ(hinweistext(texte, fall.nummer), texte(fall.text)) << fall.nummer;
+}
+
+TEST(Hinweise, numbers1To15_areAllDifferent) {
+    const Texte texte(u"/p"_s);
+    QSet<QString> verschiedene;
+    for (int nummer = 1; nummer <= 15; ++nummer)
+        verschiedene.insert(hinweistext(texte, nummer));
+    EXPECT_EQ(verschiedene.size(), 15);
+    EXPECT_FALSE(verschiedene.contains(QString()));
+}
+
+TEST(Hinweise, otherNumbers_giveNoText) {
+    const Texte texte(u"/p"_s);
+    for (const int nummer : {0, -1, 16, 32767})
+        EXPECT_EQ(hinweistext(texte, nummer), QString()) << nummer;
+}
+
+TEST(Hinweise, wingHint_endsWithThreeDigits) {
+    Texte texte(u"/p"_s);
+    EXPECT_EQ(hinweistext(texte, 6, 7), u"Drücken Sie die linke Maustaste und schieben Sie das "
+                                        "Rechteck auf Flügel 007"_s);
+    texte.SpracheFranzösisch();
+    EXPECT_TRUE(hinweistext(texte, 6, 200).endsWith(u"l'aile 200"_s));
+}
+
+} // namespace
+} // namespace tarvel
