@@ -1,0 +1,63 @@
+#include "measure/messpunkte.h"
+
+#include <algorithm>
+
+namespace tarvel {
+
+namespace {
+
+constexpr qint16 ersterPunkt(Messart messart) { return misstAchtPunkte(messart) ? 1 : 5; }
+constexpr qint16 letzterPunkt(Messart messart) { return misstAchtPunkte(messart) ? 8 : 7; }
+
+} // namespace
+
+void Messpunkte::NeuerFlügel(Messart messart) {
+    PunktX.fill(NichtGemessen);
+    PunktY.fill(NichtGemessen);
+    AktuellerPunkt = static_cast<qint16>(ersterPunkt(messart) - 1);
+    GewählterPunkt = 0;
+}
+
+qint16 Messpunkte::setzeNächsten(Messart messart, float x, float y) {
+    const bool weiter =
+        AktuellerPunkt >= ersterPunkt(messart) - 1 && AktuellerPunkt < letzterPunkt(messart);
+    const int nummer = weiter ? AktuellerPunkt + 1 : ersterPunkt(messart);
+    setze(messart, nummer, x, y);
+    return AktuellerPunkt;
+}
+
+bool Messpunkte::setze(Messart messart, int nummer, float x, float y) {
+    if (!wähle(messart, nummer)) {
+        return false;
+    }
+    PunktX[nummer] = x;
+    PunktY[nummer] = y;
+    AktuellerPunkt = static_cast<qint16>(nummer);
+    return true;
+}
+
+bool Messpunkte::wähle(Messart messart, int nummer) {
+    if (!benutzt(messart, nummer)) {
+        return false;
+    }
+    GewählterPunkt = static_cast<qint16>(nummer);
+    return true;
+}
+
+bool Messpunkte::verschiebe(float dx, float dy) {
+    if (GewählterPunkt == 0 || !gemessen(GewählterPunkt)) {
+        return false;
+    }
+    PunktX[GewählterPunkt] += dx;
+    PunktY[GewählterPunkt] += dy;
+    return true;
+}
+
+bool Messpunkte::fertig(Messart messart) const { return AktuellerPunkt == letzterPunkt(messart); }
+
+bool Messpunkte::begonnen() const {
+    return std::any_of(PunktX.begin() + 1, PunktX.end(),
+                       [](float x) { return x != NichtGemessen; });
+}
+
+} // namespace tarvel

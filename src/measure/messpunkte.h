@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <array>
+
+namespace tarvel {
+
+/// Kind of examination. Everything distinguishes only "cubital index alone" from the other two,
+/// which measure alike.
+enum class Messart : qint16 { NurCubitalindex = 0, AlleMessungen = 1, Korrelation = 2 };
+
+/// True when the kind measures all eight points, false when it needs points 5 to 7 only.
+[[nodiscard]] constexpr bool misstAchtPunkte(Messart messart) {
+    return messart != Messart::NurCubitalindex;
+}
+
+/// The eight vein points of the wing being measured.
+///
+/// Coordinates are pixels of the zoomed picture: origin at the picture's top left corner, y down,
+/// fractions kept. Points are numbered 1 to 8 as on the measuring-help drawing; index 0 is unused.
+struct Messpunkte {
+    static constexpr int Anzahl = 8;
+    /// Coordinate of a point that is not set.
+    static constexpr float NichtGemessen = -100.0F;
+
+    std::array<float, Anzahl + 1> PunktX;
+    std::array<float, Anzahl + 1> PunktY;
+    /// Number of the point set last; before the first point 0, or 4 when only 5 to 7 are measured.
+    qint16 AktuellerPunkt = 0;
+    /// Number of the point that the arrow keys move; 0 for none.
+    qint16 GewählterPunkt = 0;
+
+    explicit Messpunkte(Messart messart) { NeuerFlügel(messart); }
+
+    /// Discards all points.
+    void NeuerFlügel(Messart messart);
+
+    /// Sets the next point of the cycle (1 to 8, or 5 to 7) and selects it. After the last point
+    /// the cycle starts again, so this never fails. Returns the number of the point.
+    qint16 setzeNächsten(Messart messart, float x, float y);
+
+    /// Sets point @p nummer out of turn and selects it. False, and nothing changed, when the kind
+    /// does not use that point.
+    bool setze(Messart messart, int nummer, float x, float y);
+
+    /// Selects a point for moving. False when the kind does not use it.
+    bool wähle(Messart messart, int nummer);
+
+    /// Moves the selected point. False when none is selected or it is not set yet.
+    bool verschiebe(float dx, float dy);
+
+    [[nodiscard]] bool gemessen(int nummer) const { return PunktX[nummer] != NichtGemessen; }
+
+    /// True when the last point of the kind was the last one set: the wing can be taken over.
+    [[nodiscard]] bool fertig(Messart messart) const;
+
+    /// True when at least one point is set.
+    [[nodiscard]] bool begonnen() const;
+
+    bool operator==(const Messpunkte&) const = default;
+};
+
+/// True when an examination of kind @p messart uses point @p nummer.
+[[nodiscard]] constexpr bool benutzt(Messart messart, int nummer) {
+    return misstAchtPunkte(messart) ? nummer >= 1 && nummer <= Messpunkte::Anzahl
+                                    : nummer >= 5 && nummer <= 7;
+}
+
+} // namespace tarvel

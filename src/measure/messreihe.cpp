@@ -1,0 +1,159 @@
+#include "measure/messreihe.h"
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString nummerntext(qint16 nummer) { return u"%1"_s.arg(nummer, 3, 10, QChar(u'0')); }
+
+template <typename Zeile>
+auto suche(std::vector<Zeile>& zeilen, qint16 nummer) {
+    return std::find_if(zeilen.begin(), zeilen.end(),
+                        [nummer](const Zeile& z) { return z.nummer == nummer; });
+}
+
+/// Replaces the line of the same number where it stands, so that a wing measured again keeps its
+/// place in the list.
+template <typename Zeile>
+void ersetzeOderHängeAn(std::vector<Zeile>& zeilen, Zeile neu) {
+    if (auto alt = suche(zeilen, neu.nummer); alt != zeilen.end()) {
+        *alt = std::move(neu);
+        return;
+    }
+    const auto stelle = std::find_if(zeilen.begin(), zeilen.end(), [&neu](const Zeile& z) {
+        return z.nummer > neu.nummer;
+    });
+    zeilen.insert(stelle, std::move(neu));
+}
+
+template <typename Zeile>
+void entferne(std::vector<Zeile>& zeilen, qint16 nummer) {
+    std::erase_if(zeilen, [nummer](const Zeile& z) { return z.nummer == nummer; });
+}
+
+template <typename Zeile>
+QStringList texte(const std::vector<Zeile>& zeilen, const Zeilenwörter& wörter) {
+    QStringList liste;
+    liste.reserve(static_cast<qsizetype>(zeilen.size()));
+    for (const Zeile& zeile : zeilen) {
+        liste.append(zeilentext(zeile, wörter));
+    }
+    return liste;
+}
+
+} // namespace
+
+Zeilenwörter zeilenwörter(const Texte& texte) {
+    return {texte(Text::CI), texte(Text::HI), texte(Text::DV), texte(Text::Klasse)};
+}
+
+QString zeilentext(const CiZeile& zeile, const Zeilenwörter& wörter) {
+    return nummerntext(zeile.nummer) + u"  "_s + wörter.CI + u'=' + zeile.wert + u"  "_s +
+           wörter.Klasse + u' ' + zeile.klasse;
+}
+
+QString zeilentext(const HiDvZeile& zeile, const Zeilenwörter& wörter) {
+    return nummerntext(zeile.nummer) + u"  "_s + wörter.HI + u'=' + zeile.hi + u"  "_s +
+           wörter.Klasse + u' ' + zeile.klasse + u"   "_s + wörter.DV + u'=' + zeile.dv;
+}
+
+QStringList Messreihe::ciTexte(const Zeilenwörter& wörter) const {
+    return texte(ciZeilen_, wörter);
+}
+
+QStringList Messreihe::hiDvTexte(const Zeilenwörter& wörter) const {
+    return texte(hiDvZeilen_, wörter);
+}
+
+const Flügelmessung* Messreihe::messung(int nummer) const {
+    const auto stelle = messungen_.find(nummer);
+    return stelle == messungen_.end() ? nullptr : &stelle->second;
+}
+
+qint16 Messreihe::letzteNummer() const {
+    qint16 letzte = 0;
+    if (!ciZeilen_.empty()) {
+        letzte = ciZeilen_.back().nummer;
+    }
+    if (!hiDvZeilen_.empty()) {
+        letzte = std::max(letzte, hiDvZeilen_.back().nummer);
+    }
+    return letzte;
+}
+
+bool Messreihe::enthält(int nummer) const {
+    const std::vector<int> alle = nummern();
+    return std::find(alle.begin(), alle.end(), nummer) != alle.end();
+}
+
+std::vector<int> Messreihe::nummern() const {
+    std::vector<int> alle;
+    for (const CiZeile& z : ciZeilen_) {
+        alle.push_back(z.nummer);
+    }
+    for (const HiDvZeile& z : hiDvZeilen_) {
+        alle.push_back(z.nummer);
+    }
+    std::sort(alle.begin(), alle.end());
+    alle.erase(std::unique(alle.begin(), alle.end()), alle.end());
+    return alle;
+}
+
+bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung,
+                         const Zahlenformat& format) {
+    Q_ASSERT(nummer >= 1 && nummer <= HöchsteFlügelzahl);
+    const bool hiUndDv = indizes.HI && indizes.DV;
+    if (!indizes.CI && !hiUndDv) {
+        return false;
+    }
+    // A wing measured again brings all its lines anew; a line it no longer has must not survive.
+    Chartwerte werte;
+    if (indizes.CI) {
+        werte.CI = *indizes.CI;
+        ersetzeOderHängeAn(ciZeilen_, {nummer, Format(*indizes.CI, u"0.00", format),
+                                       Format(klassenpositionCI(*indizes.CI), u"0.0", format)});
+    } else {
+        entferne(ciZeilen_, nummer);
+    }
+    if (hiUndDv) {
+        werte.HI = *indizes.HI;
+        werte.DV = *indizes.DV;
+        ersetzeOderHängeAn(hiDvZeilen_, {nummer, Format(*indizes.HI, u"0.000", format),
+                                         Format(klassenpositionHI(*indizes.HI), u"0.0", format),
+                                         Format(*indizes.DV, u"+0.0;-0.0", format)});
+    } else {
+        entferne(hiDvZeilen_, nummer);
+    }
+    chartwerte_.at(nummer) = werte;
+    messungen_.insert_or_assign(nummer, messung);
+    geändert_ = true;
+    return true;
+}
+
+bool Messreihe::löscheLetzte() {
+    const qint16 letzte = letzteNummer();
+    if (letzte == 0) {
+        return false;
+    }
+    entferne(ciZeilen_, letzte);
+    entferne(hiDvZeilen_, letzte);
+    chartwerte_.at(letzte) = {};
+    messungen_.erase(letzte);
+    geändert_ = true;
+    return true;
+}
+
+void Messreihe::löscheAlle() {
+    const bool warLeer = leer();
+    ciZeilen_.clear();
+    hiDvZeilen_.clear();
+    std::fill(chartwerte_.begin(), chartwerte_.end(), Chartwerte{});
+    messungen_.clear();
+    geändert_ = geändert_ || !warLeer;
+}
+
+} // namespace tarvel

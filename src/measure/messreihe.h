@@ -1,0 +1,121 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "measure/indizes.h"
+#include "platform/zahlen.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <map>
+#include <vector>
+
+namespace tarvel {
+
+/// Cubital-index line of one wing. Value and class keep the decimal separator they were made with.
+struct CiZeile {
+    qint16 nummer = 0;
+    QString wert;   ///< "0.00"
+    QString klasse; ///< class position "0.0"; "0.0" when out of range
+
+    bool operator==(const CiZeile&) const = default;
+};
+
+/// Hantel-index and discoidal-shift line of one wing.
+struct HiDvZeile {
+    qint16 nummer = 0;
+    QString hi;     ///< "0.000"
+    QString klasse; ///< class position "0.0"; "0.0" when out of range
+    QString dv;     ///< "+0.0;-0.0"
+
+    bool operator==(const HiDvZeile&) const = default;
+};
+
+/// The words that stand in the lines of the lists, in one language.
+struct Zeilenwörter {
+    QString CI;
+    QString HI;
+    QString DV;
+    QString Klasse; ///< followed by one blank it marks the class in a line
+};
+
+[[nodiscard]] Zeilenwörter zeilenwörter(const Texte& texte);
+
+/// "001  CI=3.07  Klasse 17.3"
+[[nodiscard]] QString zeilentext(const CiZeile& zeile, const Zeilenwörter& wörter);
+/// "001  HI=0.993  Klasse 24.7   DV=+0.4"
+[[nodiscard]] QString zeilentext(const HiDvZeile& zeile, const Zeilenwörter& wörter);
+
+/// Chart values of one wing in full precision; KeinWert where there is none.
+struct Chartwerte {
+    static constexpr float KeinWert = -1000.0F;
+
+    float CI = KeinWert;
+    float HI = KeinWert;
+    float DV = KeinWert;
+
+    bool operator==(const Chartwerte&) const = default;
+};
+
+/// What a taken-over wing was measured from, kept so that it can be checked and measured again.
+struct Flügelmessung {
+    Messpunkte punkte{Messart::AlleMessungen};
+    Messart messart = Messart::AlleMessungen;
+    Aufnahme aufnahme;
+    QString bilddatei; ///< full path of the picture
+
+    bool operator==(const Flügelmessung&) const = default;
+};
+
+/// The measurement series of one examination: the lines of the two lists, the chart values and
+/// the points of every wing, all told apart by the wing number 1 to 200.
+class Messreihe {
+public:
+    static constexpr int HöchsteFlügelzahl = 200;
+
+    [[nodiscard]] const std::vector<CiZeile>& ciZeilen() const { return ciZeilen_; }
+    [[nodiscard]] const std::vector<HiDvZeile>& hiDvZeilen() const { return hiDvZeilen_; }
+    [[nodiscard]] QStringList ciTexte(const Zeilenwörter& wörter) const;
+    [[nodiscard]] QStringList hiDvTexte(const Zeilenwörter& wörter) const;
+
+    /// Chart values of wing @p nummer, 0 to 200.
+    [[nodiscard]] const Chartwerte& chartwerte(int nummer) const { return chartwerte_.at(nummer); }
+
+    /// The measured points of a wing, or null when it was not measured in this program.
+    [[nodiscard]] const Flügelmessung* messung(int nummer) const;
+    [[nodiscard]] const std::map<int, Flügelmessung>& messungen() const { return messungen_; }
+
+    [[nodiscard]] bool leer() const { return ciZeilen_.empty() && hiDvZeilen_.empty(); }
+    /// Number of the last wing of the series; 0 for an empty one.
+    [[nodiscard]] qint16 letzteNummer() const;
+    /// Number that the next wing receives. Above 200 the series is full.
+    [[nodiscard]] qint16 nächsteNummer() const { return static_cast<qint16>(letzteNummer() + 1); }
+    [[nodiscard]] bool voll() const { return letzteNummer() >= HöchsteFlügelzahl; }
+    [[nodiscard]] bool enthält(int nummer) const;
+    /// Wing numbers in the order of the lists.
+    [[nodiscard]] std::vector<int> nummern() const;
+
+    /// Enters the indices of a wing: new lines at the end, or in place of the lines that already
+    /// carry its number. @p nummer 1 to 200. Only what was computed makes a line; the line of
+    /// hantel index and discoidal shift needs both.
+    /// Returns false, and changes nothing, when not one index was computed.
+    bool trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung,
+                  const Zahlenformat& format);
+
+    /// Removes the last wing with all its lines. False when the series is empty.
+    bool löscheLetzte();
+    void löscheAlle();
+
+    /// True since the last change that was not yet stored.
+    [[nodiscard]] bool geändert() const { return geändert_; }
+    void alsUnverändertMerken() { geändert_ = false; }
+
+private:
+    std::vector<CiZeile> ciZeilen_;
+    std::vector<HiDvZeile> hiDvZeilen_;
+    std::vector<Chartwerte> chartwerte_ = std::vector<Chartwerte>(HöchsteFlügelzahl + 1);
+    std::map<int, Flügelmessung> messungen_;
+    bool geändert_ = false;
+};
+
+} // namespace tarvel

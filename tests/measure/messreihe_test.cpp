@@ -1,0 +1,142 @@
+#include "measure/messreihe.h"
+#include "measure/reihenmodelle.h"
+#include "measure/statistik.h"
+#include "measure/verteiler.h"
+
+#include <QAbstractItemModelTester>
+#include <gmock/gmock.h>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+
+namespace {
+
+const Zahlenformat komma{.dezimal = u',', .tausender = u'.'};
+
+void trageEin(Messreihe& reihe, qint16 nummer, float CI, std::optional<float> HI = {},
+              std::optional<float> DV = {}, const Zahlenformat& format = {}) {
+    reihe.trageEin(nummer, {.CI = CI, .HI = HI, .DV = DV, .fehler = {}}, {}, format);
+}
+
+} // namespace
+
+TEST(Messreihe, lines_followTheirLayoutInEveryLanguageAndSeparator) {
+    Texte texte{QString()};
+    Messreihe reihe;
+    trageEin(reihe, 7, 1.0F, 1.0F, -0.25F, komma);
+    trageEin(reihe, 8, 12.0F, 2.0F, 0.0F, komma); // both classes out of range
+    struct Zeile {
+        int sprache;
+        const char16_t *ci7, *hi7, *ci8, *hi8;
+    };
+    for (const Zeile& zeile :
+         {Zeile{0, u"007  CI=1,00  Klasse 6,0", u"007  HI=1,000  Klasse 25,0   DV=-0,3",
+                u"008  CI=12,00  Klasse 0,0", u"008  HI=2,000  Klasse 0,0   DV=+0,0"},
+          {1, u"007  CI=1,00  Class 6,0", u"007  HI=1,000  Class 25,0   DS=-0,3",
+           u"008  CI=12,00  Class 0,0", u"008  HI=2,000  Class 0,0   DS=+0,0"},
+          {2, u"007  IC=1,00  Classe 6,0", u"007  IH=1,000  Classe 25,0   DD=-0,3",
+           u"008  IC=12,00  Classe 0,0", u"008  IH=2,000  Classe 0,0   DD=+0,0"}}) {
+        texte.SpracheEinstellen(zeile.sprache);
+        EXPECT_THAT(reihe.ciTexte(zeilenwörter(texte)),
+                    ElementsAre(QStringView(zeile.ci7), QStringView(zeile.ci8)));
+        EXPECT_THAT(reihe.hiDvTexte(zeilenwörter(texte)),
+                    ElementsAre(QStringView(zeile.hi7), QStringView(zeile.hi8)));
+    }
+}
+
+TEST(Messreihe, deletingTheLastWing_removesAllItsLinesAndItsNumberIsUsedAgain) {
+    Messreihe reihe;
+    trageEin(reihe, 1, 2.0F, 1.0F, 1.0F);
+    trageEin(reihe, 2, 2.1F);
+    trageEin(reihe, 3, 2.2F, 1.0F, 1.0F);
+    reihe.alsUnverändertMerken();
+    EXPECT_TRUE(reihe.löscheLetzte());
+    EXPECT_TRUE(reihe.geändert());
+    EXPECT_EQ(reihe.nächsteNummer(), 3);
+    EXPECT_EQ(reihe.chartwerte(3), Chartwerte{});
+    EXPECT_EQ(reihe.messung(3), nullptr);
+    EXPECT_TRUE(reihe.löscheLetzte());
+    EXPECT_THAT(reihe.nummern(), ElementsAre(1));
+    EXPECT_EQ(reihe.hiDvZeilen().size(), 1U);
+    EXPECT_TRUE(reihe.löscheLetzte());
+    EXPECT_FALSE(reihe.löscheLetzte());
+    EXPECT_EQ(reihe.nächsteNummer(), 1);
+}
+
+TEST(Messreihe, deletingAll_leavesNothingOfAnyWing) {
+    Messreihe reihe;
+    trageEin(reihe, 1, 2.0F, 1.0F, 1.0F);
+    trageEin(reihe, 200, 2.0F, 1.0F, 1.0F);
+    reihe.löscheAlle();
+    EXPECT_TRUE(reihe.leer());
+    EXPECT_EQ(reihe.chartwerte(200), Chartwerte{});
+    EXPECT_TRUE(reihe.messungen().empty());
+    EXPECT_EQ(reihe.nächsteNummer(), 1);
+}
+
+TEST(Messreihe, repeatedWingWithoutHantelindex_losesItsOldLine) {
+    Messreihe reihe;
+    trageEin(reihe, 1, 2.0F, 1.0F, 1.0F);
+    trageEin(reihe, 2, 2.0F, 1.0F, 1.0F);
+    trageEin(reihe, 1, 2.5F);
+    EXPECT_EQ(reihe.hiDvZeilen().size(), 1U);
+    EXPECT_EQ(reihe.ciZeilen().front().wert, u"2.50"_s);
+    EXPECT_EQ(reihe.chartwerte(1).HI, Chartwerte::KeinWert);
+    trageEin(reihe, 1, 2.5F, 0.9F, 0.5F);
+    EXPECT_EQ(reihe.hiDvZeilen().front().nummer, 1); // back at its place in the order
+}
+
+TEST(Kennzahlen, knownValues_andTooFewOfThem) {
+    const float werte[] = {2.0F, Chartwerte::KeinWert, 4.0F, 4.0F, 6.0F};
+    const auto k = kennzahlen(werte);
+    ASSERT_TRUE(k);
+    EXPECT_EQ(k->anzahl, 4);
+    EXPECT_DOUBLE_EQ(k->mittelwert, 4.0);
+    EXPECT_DOUBLE_EQ(k->minimum, 2.0);
+    EXPECT_DOUBLE_EQ(k->maximum, 6.0);
+    EXPECT_NEAR(k->standardabweichung.value(), 1.632993, 1e-6);
+    EXPECT_FALSE(kennzahlen(std::span<const float>(werte, 1))->standardabweichung);
+    EXPECT_FALSE(kennzahlen(std::span<const float>(werte + 1, 1)));
+}
+
+TEST(Reihenmodelle, showSeriesAndFigures_andKeepTheModelContract) {
+    Texte texte{QString()};
+    Messreihe reihe;
+    Reihenmodelle modelle(reihe, texte, komma);
+    const QAbstractItemModelTester prüfer1(&modelle.flügel(),
+                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const QAbstractItemModelTester prüfer2(&modelle.kennzahlen(),
+                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
+    trageEin(reihe, 1, 2.0F, 1.0F, -1.0F, komma);
+    trageEin(reihe, 2, 3.0F, {}, {}, komma);
+    modelle.aktualisiere();
+    const auto text = [](QAbstractItemModel& modell, int zeile, int spalte) {
+        return modell.index(zeile, spalte).data().toString();
+    };
+    EXPECT_EQ(modelle.flügel().rowCount(), 2);
+    EXPECT_EQ(text(modelle.flügel(), 0, Flügeltabelle::HI), u"1,000"_s);
+    EXPECT_EQ(text(modelle.flügel(), 1, Flügeltabelle::HI), QString());
+    EXPECT_EQ(modelle.flügel().nummer(1), 2);
+    EXPECT_EQ(modelle.flügel().nummer(2), 0);
+    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Mittelwert, Flügeltabelle::CI),
+              u"2,50"_s);
+    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Anzahl, Flügeltabelle::HI), u"1"_s);
+    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Standardabweichung,
+                   Flügeltabelle::HI),
+              QString());
+    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Minimum, Flügeltabelle::DV),
+              u"-1,0"_s);
+    EXPECT_EQ(modelle.ci().stringList().size(), 2);
+}
+
+TEST(Verteiler, commands_reachTheirHandlerThenTheListeners) {
+    Verteiler verteiler;
+    QStringList spur;
+    verteiler.anmelden(befehl::Alle, [&] { spur << u"alle"_s; });
+    verteiler.nachJedemBefehl([&](QStringView wort) { spur << u"nach "_s + wort.toString(); });
+    EXPECT_TRUE(verteiler.ausführen(u"Alle"));
+    EXPECT_FALSE(verteiler.ausführen(befehl::Kurven));
+    EXPECT_FALSE(verteiler.kennt(u"alle")); // internal words, to the letter
+    EXPECT_THAT(spur, ElementsAre(u"alle"_s, u"nach Alle"_s));
+}

@@ -1,0 +1,239 @@
+#include "measure/messung.h"
+
+#include <gmock/gmock.h>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+
+namespace {
+
+const Zahlenformat punktformat{};
+
+/// A measuring with a record of everything it says.
+struct MessungTest : testing::Test {
+    MessungTest() {
+        messung.setzeEmpfänger({
+            .ZeigeHinweis = [this](int nummer) { hinweise.push_back(nummer); },
+            .punkteGeändert = {},
+            .flügelÜbernommen =
+                [this](qint16 nummer, std::vector<int> ohne) {
+                    übernommen.push_back(nummer);
+                    fehlend = std::move(ohne);
+                },
+            .rechenfehler = [this](Rechenfehler fehler) { fehlerliste.push_back(fehler); },
+            .reiheVoll = [this] { ++voll; },
+        });
+    }
+
+    void klick(float x, float y) {
+        messung.Bild_MouseDown(Maustaste::Links, umschaltung::Keine, x, y);
+    }
+    void rechts() { messung.Bild_MouseDown(Maustaste::Rechts, umschaltung::Keine, 0, 0); }
+    bool taste(int code, int umschalt = umschaltung::Keine) {
+        return messung.Bild_KeyDown(code, umschalt);
+    }
+    /// Clicks all points of a plausible wing, moved by @p dx.
+    void klickeFlügel(float dx = 0) {
+        const std::pair<float, float> punkte[] = {{400, 50}, {92, 75},   {360, 56},  {288, 62},
+                                                  {286, 116}, {237, 147}, {216, 143}, {292, 201}};
+        for (const auto& [x, y] : punkte) {
+            klick(x + dx, y);
+        }
+    }
+
+    Messreihe reihe;
+    Messung messung{reihe, punktformat};
+    std::vector<int> hinweise;
+    std::vector<int> übernommen;
+    std::vector<int> fehlend;
+    std::vector<Rechenfehler> fehlerliste;
+    int voll = 0;
+};
+
+const Zeilenwörter deutsch{u"CI"_s, u"HI"_s, u"DV"_s, u"Klasse"_s};
+
+} // namespace
+
+TEST_F(MessungTest, clicks_cycleThroughThePointsOfTheKind) {
+    for (const int erwartet : {1, 2, 3, 4, 5, 6, 7, 8, 1}) {
+        klick(1, 1);
+        EXPECT_EQ(messung.punkte().AktuellerPunkt, erwartet);
+        EXPECT_EQ(messung.punkte().GewählterPunkt, erwartet);
+    }
+    messung.setzeMessart(Messart::NurCubitalindex);
+    EXPECT_EQ(messung.punkte().AktuellerPunkt, 4);
+    for (const int erwartet : {5, 6, 7, 5}) {
+        klick(1, 1);
+        EXPECT_EQ(messung.punkte().AktuellerPunkt, erwartet);
+    }
+    EXPECT_FALSE(messung.punkte().gemessen(4));
+}
+
+TEST_F(MessungTest, digitKeys_setPointsAtTheLastMousePosition) {
+    messung.Bild_MouseMove(Maustaste::Links, umschaltung::Keine, 12.25F, 34.5F);
+    EXPECT_TRUE(taste(taste::ZiffernblockEins + 7));
+    EXPECT_EQ(messung.punkte().AktuellerPunkt, 8);
+    EXPECT_EQ(messung.punkte().PunktX[8], 12.25F);
+    EXPECT_EQ(messung.punkte().PunktY[8], 34.5F);
+    EXPECT_TRUE(taste(taste::Eins + 2));
+    EXPECT_EQ(messung.punkte().AktuellerPunkt, 3);
+    EXPECT_FALSE(taste(taste::Eins + 8));               // "9"
+    EXPECT_FALSE(taste(taste::Eins, umschaltung::Alt)); // held with a shift key
+    EXPECT_FALSE(messung.punkte().gemessen(1));
+
+    messung.setzeMessart(Messart::NurCubitalindex);
+    EXPECT_FALSE(taste(taste::Eins + 3));
+    EXPECT_FALSE(messung.punkte().begonnen());
+    EXPECT_TRUE(taste(taste::Eins + 6));
+    EXPECT_TRUE(messung.punkte().fertig(Messart::NurCubitalindex));
+}
+
+TEST_F(MessungTest, arrows_moveTheSelectedPointByOnePixel) {
+    klick(10, 20);
+    klick(30, 40);
+    EXPECT_TRUE(taste(taste::Eins, umschaltung::Strg));
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(taste(taste::Rechts));
+    }
+    taste(taste::Ab);
+    EXPECT_EQ(messung.punkte().PunktX[1], 14.0F);
+    EXPECT_EQ(messung.punkte().PunktY[1], 21.0F);
+    EXPECT_EQ(messung.punkte().PunktX[2], 30.0F);
+    EXPECT_EQ(messung.punkte().AktuellerPunkt, 2);
+
+    // A selected point that is not set must not become one by being moved.
+    taste(taste::Eins + 4, umschaltung::Strg);
+    EXPECT_FALSE(taste(taste::Rechts));
+    EXPECT_FALSE(messung.punkte().gemessen(5));
+}
+
+TEST_F(MessungTest, rightButtonBeforeTheLastPoint_showsTheHintAndKeepsThePoints) {
+    for (int i = 0; i < 7; ++i) {
+        klick(static_cast<float>(i), 5);
+    }
+    rechts();
+    EXPECT_THAT(hinweise, ElementsAre(3));
+    EXPECT_EQ(messung.punkte().AktuellerPunkt, 7);
+    EXPECT_TRUE(reihe.leer());
+    klick(9, 9);
+    EXPECT_THAT(hinweise, ElementsAre(3, 5));
+}
+
+TEST_F(MessungTest, takenOverWing_entersItsLinesAndStartsTheNext) {
+    klickeFlügel();
+    messung.setzeAuflösung(2400);
+    rechts();
+    EXPECT_THAT(reihe.ciTexte(deutsch), ElementsAre(u"001  CI=2.71  Klasse 19.8"_s));
+    EXPECT_THAT(reihe.hiDvTexte(deutsch), ElementsAre(u"001  HI=1.038  Klasse 26.4   DV=+0.9"_s));
+    EXPECT_THAT(übernommen, ElementsAre(1));
+    EXPECT_TRUE(fehlend.empty());
+    EXPECT_FALSE(messung.punkte().begonnen());
+    EXPECT_FALSE(messung.rückgängigMöglich());
+    EXPECT_TRUE(reihe.geändert());
+    EXPECT_EQ(messung.nummer(), 2);
+}
+
+TEST_F(MessungTest, lastPointByKeyAlone_entersWhatCanBeComputedAndNamesTheRest) {
+    messung.Bild_MouseMove(Maustaste::Links, 0, 292, 201);
+    taste(taste::Eins + 7);
+    rechts(); // nothing can be computed from point 8
+    EXPECT_THAT(hinweise, ElementsAre(5, 3));
+    EXPECT_TRUE(messung.punkte().gemessen(8));
+    EXPECT_TRUE(reihe.leer());
+
+    for (const auto& [nummer, x] : {std::pair{5, 286.0F}, {6, 237.0F}, {7, 216.0F}, {8, 292.0F}}) {
+        messung.Bild_MouseMove(Maustaste::Links, 0, x, 140);
+        taste(taste::Eins + nummer - 1);
+    }
+    rechts();
+    EXPECT_EQ(reihe.ciZeilen().size(), 1U);
+    EXPECT_TRUE(reihe.hiDvZeilen().empty());
+    EXPECT_THAT(fehlend, ElementsAre(1, 2, 3, 4));
+}
+
+TEST_F(MessungTest, arithmeticFault_keepsThePointsAndTheCorrectedWingKeepsItsNumber) {
+    klickeFlügel();
+    messung.Bild_MouseMove(Maustaste::Links, 0, 360, 56);
+    taste(taste::Eins + 3); // 4 onto 3
+    taste(taste::Eins + 7);
+    rechts();
+    EXPECT_THAT(fehlerliste, ElementsAre(Rechenfehler::DivisionDurchNull));
+    EXPECT_TRUE(messung.punkte().gemessen(1));
+    EXPECT_EQ(reihe.ciZeilen().size(), 1U); // the entry made before the fault stays
+    EXPECT_TRUE(reihe.hiDvZeilen().empty());
+
+    messung.Bild_MouseMove(Maustaste::Links, 0, 288, 62);
+    taste(taste::Eins + 3);
+    messung.Bild_MouseMove(Maustaste::Links, 0, 292, 201);
+    taste(taste::Eins + 7);
+    rechts();
+    EXPECT_EQ(reihe.ciZeilen().size(), 1U);
+    EXPECT_EQ(reihe.hiDvZeilen().size(), 1U);
+    EXPECT_THAT(übernommen, ElementsAre(1));
+}
+
+TEST_F(MessungTest, repeatedWing_replacesItsLinesAndGivesKindAndResolutionBack) {
+    messung.setzeAuflösung(2400);
+    messung.setzeZoomfaktor(2);
+    messung.setzeBilddatei(u"/bilder/eins.png"_s);
+    klickeFlügel();
+    rechts();
+    klickeFlügel(5);
+    rechts();
+    messung.setzeBilddatei(u"/bilder/zwei.png"_s);
+    messung.setzeAuflösung(1200);
+    messung.setzeMessart(Messart::NurCubitalindex);
+
+    ASSERT_TRUE(messung.wiederhole(1));
+    EXPECT_EQ(messung.nummer(), 1);
+    EXPECT_EQ(messung.aufnahme(), (Aufnahme{2, 2400}));
+    EXPECT_EQ(messung.bilddatei(), u"/bilder/eins.png"_s);
+    EXPECT_EQ(messung.punkte().PunktX[1], 400.0F);
+    EXPECT_THAT(hinweise, testing::Contains(8));
+    messung.zieh(6, 240, 147, true);
+    rechts();
+    EXPECT_EQ(reihe.ciZeilen().size(), 2U);
+    EXPECT_EQ(reihe.ciZeilen().front().nummer, 1);
+    EXPECT_NE(reihe.ciZeilen().front().wert, u"2.71"_s);
+    EXPECT_EQ(reihe.messung(1)->punkte.PunktX[6], 240.0F);
+    EXPECT_EQ(messung.messart(), Messart::NurCubitalindex);
+    EXPECT_EQ(messung.aufnahme().dpi, 1200);
+    EXPECT_EQ(messung.nummer(), 3);
+    EXPECT_FALSE(messung.wiederhole(99));
+}
+
+TEST_F(MessungTest, undo_takesBackOneStepAtATime) {
+    klick(10, 10);
+    klick(20, 20);
+    taste(taste::Rechts);
+    EXPECT_TRUE(messung.macheRückgängig());
+    EXPECT_EQ(messung.punkte().PunktX[2], 20.0F);
+    messung.zieh(1, 50, 50, true);
+    messung.zieh(1, 60, 60, false);
+    EXPECT_TRUE(messung.macheRückgängig());
+    EXPECT_EQ(messung.punkte().PunktX[1], 10.0F);
+    messung.NeuerFlügel();
+    EXPECT_FALSE(messung.punkte().begonnen());
+    EXPECT_TRUE(messung.macheRückgängig()); // an unwanted reset is no lost work
+    EXPECT_EQ(messung.punkte().AktuellerPunkt, 2);
+    EXPECT_TRUE(messung.macheRückgängig());
+    EXPECT_TRUE(messung.macheRückgängig());
+    EXPECT_FALSE(messung.macheRückgängig());
+}
+
+TEST_F(MessungTest, wing201_isRefusedWithItsPointsKept) {
+    for (int i = 0; i < Messreihe::HöchsteFlügelzahl; ++i) {
+        klickeFlügel();
+        rechts();
+    }
+    EXPECT_EQ(reihe.letzteNummer(), 200);
+    klickeFlügel();
+    rechts();
+    EXPECT_EQ(voll, 1);
+    EXPECT_EQ(reihe.letzteNummer(), 200);
+    EXPECT_TRUE(messung.punkte().fertig(Messart::AlleMessungen));
+    EXPECT_TRUE(messung.wiederhole(200)); // but one of the two hundred can still be repeated
+    rechts();
+    EXPECT_EQ(voll, 1);
+}
