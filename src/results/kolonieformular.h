@@ -1,0 +1,70 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "results/kolonieangaben.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace tarvel {
+
+/// The colony data fields of the main window. Shows an examination's data and reports every change
+/// of the user; on leaving a field its text is brought into the usual form.
+class Kolonieformular : public QWidget {
+public:
+    /// Called with the data as they now stand.
+    using Änderung = std::function<void(const Kolonieangaben&)>;
+    /// Called with the position in the race list that the user picked.
+    using Rassenwahl = std::function<void(int)>;
+
+    Kolonieformular(const Texte& texte, Zahlenformat format, QWidget* parent = nullptr);
+
+    void beiÄnderung(Änderung änderung) { änderung_ = std::move(änderung); }
+    void beiRassenwahl(Rassenwahl wahl) { rassenwahl_ = std::move(wahl); }
+
+    void setzeRassen(const QStringList& namen);
+    /// Shows @p angaben without reporting a change.
+    void zeige(const Kolonieangaben& angaben);
+    [[nodiscard]] const Kolonieangaben& angaben() const { return angaben_; }
+
+    /// Brings the texts of all fields into the usual form, as leaving each field does.
+    void vervollständige();
+
+private:
+    /// One field of text: where it is typed and which text of the data it is.
+    struct Feld {
+        QWidget* eingabe;
+        QLineEdit* zeile; ///< the field itself, or the line edit inside a combo box
+        QString Kolonieangaben::*wert;
+        std::function<QString(const QString&)> normalisiert; ///< empty: left as typed
+    };
+
+    QLineEdit* textfeld(const QString& name, QString Kolonieangaben::*wert,
+                        std::function<QString(const QString&)> normalisiert = {});
+    QComboBox* namensfeld(const QString& name, QString Kolonieangaben::*wert);
+    void nimmAuf(QWidget* eingabe, QLineEdit* zeile, QString Kolonieangaben::*wert,
+                 std::function<QString(const QString&)> normalisiert);
+    QLabel* beschriftung(Text text, QWidget* feld);
+    QWidget* königin();
+    void beschrifte();
+    void normalisiere(const Feld& feld);
+    void melde();
+
+    const Texte& texte_;
+    Zahlenformat format_;
+    Kolonieangaben angaben_;
+    Änderung änderung_;
+    Rassenwahl rassenwahl_;
+    std::vector<Feld> felder_;
+    std::vector<std::pair<QLabel*, Text>> beschriftungen_;
+    QComboBox* cbo_Rasse_;
+    QComboBox* cbo_Geschlecht_;
+};
+
+} // namespace tarvel
