@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/dialoge.h"
+#include "platform/shell.h"
+#include "platform/uhr.h"
+
+#include <QStringList>
+
+#include <deque>
+
+namespace tarvel {
+
+/// Answers questions from a list and records everything that was said; never blocks.
+class TestDialoge final : public Dialoge {
+public:
+    std::deque<Antwort> antworten; ///< taken in order; Nein when there is none left
+    QStringList dateien;           ///< answers to file choosers, in order
+    QStringList meldungen;         ///< "title: text" of every message
+    std::vector<Frage> fragen;
+    QStringList filter;
+
+    void meldung(const QString& titel, const QString& text, Meldungsart) override {
+        meldungen << titel + QStringLiteral(": ") + text;
+    }
+    Antwort frage(const Frage& frage) override {
+        fragen.push_back(frage);
+        if (antworten.empty()) {
+            return Antwort::Nein;
+        }
+        const Antwort antwort = antworten.front();
+        antworten.pop_front();
+        return antwort;
+    }
+    QString dateiOeffnen(const QString&, const QString&, const QString& muster) override {
+        filter << muster;
+        return dateien.isEmpty() ? QString() : dateien.takeFirst();
+    }
+    QString dateiSpeichern(const QString&, const QString&, const QString& muster) override {
+        filter << muster;
+        return dateien.isEmpty() ? QString() : dateien.takeFirst();
+    }
+};
+
+/// Records what would have been opened or started.
+class TestShell final : public Shell {
+public:
+    QStringList geöffnet;
+    QStringList gestartet;
+    bool gelingt = true;
+
+    bool openDocument(const QString& path) override {
+        geöffnet << path;
+        return gelingt;
+    }
+    bool runProgram(const QString& program, const QString& document) override {
+        gestartet << program + QStringLiteral(" ") + document;
+        return gelingt;
+    }
+};
+
+/// A clock that stands.
+class TestClock final : public Clock {
+public:
+    QDateTime zeit = QDateTime(QDate(2025, 6, 15), QTime(12, 0));
+    QDateTime now() const override { return zeit; }
+};
+
+} // namespace tarvel
