@@ -14,7 +14,9 @@ namespace tarvel {
 using namespace Qt::StringLiterals;
 
 Kolonieformular::Kolonieformular(const Texte& texte, Zahlenformat format, QWidget* parent)
-    : QWidget(parent), texte_(texte), format_(format) {
+    : QWidget(parent)
+    , texte_(texte)
+    , format_(format) {
     auto* layout = new QFormLayout(this);
     layout->setRowWrapPolicy(QFormLayout::WrapAllRows);
     layout->setVerticalSpacing(4);

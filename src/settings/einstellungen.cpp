@@ -74,15 +74,22 @@ constexpr bool inReihenfolge() {
 }
 static_assert(inReihenfolge(), "the rows follow the enumeration");
 
-const Einstellungszeile& zeile(Einstellung id) { return tabelle[static_cast<std::size_t>(id)]; }
+const Einstellungszeile& zeile(Einstellung id) {
+    return tabelle[static_cast<std::size_t>(id)];
+}
 
-QByteArray bytes(QStringView text) { return nachCodepage1252(text.toString()); }
+QByteArray bytes(QStringView text) {
+    return nachCodepage1252(text.toString());
+}
 
 } // namespace
 
-std::span<const Einstellungszeile> einstellungstabelle() { return tabelle; }
+std::span<const Einstellungszeile> einstellungstabelle() {
+    return tabelle;
+}
 
-Einstellungen::Einstellungen(QString IniPfad) : IniPfad_(std::move(IniPfad)) {}
+Einstellungen::Einstellungen(QString IniPfad)
+    : IniPfad_(std::move(IniPfad)) {}
 
 qint16 Einstellungen::zahl(Einstellung id) const {
     const Einstellungszeile& z = zeile(id);
@@ -97,7 +104,9 @@ QString Einstellungen::text(Einstellung id, const QString& bisher) const {
     return gelesen.isEmpty() ? bisher : ausCodepage1252(gelesen);
 }
 
-QString Einstellungen::text(Einstellung id) const { return text(id, zeile(id).text.toString()); }
+QString Einstellungen::text(Einstellung id) const {
+    return text(id, zeile(id).text.toString());
+}
 
 void Einstellungen::schreibe(Einstellung id, const QString& wert) {
     const Einstellungszeile& z = zeile(id);
@@ -107,6 +116,8 @@ void Einstellungen::schreibe(Einstellung id, const QString& wert) {
     }
 }
 
-void Einstellungen::schreibe(Einstellung id, int wert) { schreibe(id, QString::number(wert)); }
+void Einstellungen::schreibe(Einstellung id, int wert) {
+    schreibe(id, QString::number(wert));
+}
 
 } // namespace tarvel

@@ -60,9 +60,9 @@ struct Einstellungszeile {
     QStringView abschnitt;
     QStringView schlüssel;
     Einstellungsart art;
-    int zahl;              ///< default of a number
-    QStringView text;      ///< default of a text
-    int puffer;            ///< buffer length of a text: at most one character less is read
+    int zahl;         ///< default of a number
+    QStringView text; ///< default of a text
+    int puffer;       ///< buffer length of a text: at most one character less is read
 };
 
 /// All keys of the settings file, in the order of the enumeration.
