@@ -1,0 +1,326 @@
+#include "measure/bild.h"
+
+#include "measure/ausschnitt.h"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPixmap>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvel {
+namespace {
+
+constexpr int Randbreite = 2;
+/// Room that is kept around a place scrolled to.
+constexpr int Luft = 40;
+constexpr int Schrittweite = 20;
+constexpr int RasteDesRades = 120;
+constexpr int ZeilenJeRaste = 3;
+
+/// A fine cross, dark with a light edge, whose middle leaves the vein visible.
+QCursor feinesKreuz(double dpr) {
+    constexpr int Größe = 31;
+    constexpr int Mitte = Größe / 2;
+    QPixmap bild(QSize(Größe, Größe) * dpr);
+    bild.setDevicePixelRatio(dpr);
+    bild.fill(Qt::transparent);
+    QPainter painter(&bild);
+    for (const auto& [farbe, stärke] : {std::pair(Qt::white, 3.0), std::pair(Qt::black, 1.0)}) {
+        painter.setPen(QPen(QColor(farbe), stärke, Qt::SolidLine, Qt::FlatCap));
+        const QPointF m(Mitte + 0.5, Mitte + 0.5);
+        for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+            painter.drawLine(m + arm * 3.5, m + arm * (Mitte + 0.5));
+    }
+    painter.end();
+    return QCursor(bild, Mitte, Mitte);
+}
+
+} // namespace
+
+Bild::Bild(QWidget* parent)
+    : QAbstractScrollArea(parent) {
+    setObjectName(QStringLiteral("Bild"));
+    setFrameShape(QFrame::NoFrame);
+    setViewportMargins(Randbreite, Randbreite, Randbreite, Randbreite);
+    setFocusPolicy(Qt::StrongFocus);
+    // The right button takes a wing over; no menu may come between.
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    viewport()->setContextMenuPolicy(Qt::PreventContextMenu);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    viewport()->setMouseTracking(true);
+    viewport()->setCursor(feinesKreuz(devicePixelRatioF()));
+    stelleLeisten();
+}
+
+void Bild::setBild(const QImage& bild) {
+    bild_ = bild;
+    marken_.clear();
+    erledigte_.clear();
+    stelleLeisten();
+    setStand({0, 0});
+    viewport()->update();
+    if (ausschnittGeändert)
+        ausschnittGeändert();
+}
+
+void Bild::setZoomfaktor(int zoom) {
+    zoom = std::clamp(zoom, KleinsterZoom, GrößterZoom);
+    if (zoom == zoom_)
+        return;
+    const QPointF mitte = ausschnitt().center();
+    zoom_ = zoom;
+    stelleLeisten();
+    zeige(mitte);
+    viewport()->update();
+    if (ausschnittGeändert)
+        ausschnittGeändert();
+}
+
+void Bild::setMarken(std::vector<Marke> marken) {
+    if (marken == marken_)
+        return;
+    zeichneNeu(marken_);
+    marken_ = std::move(marken);
+    zeichneNeu(marken_);
+}
+
+void Bild::setErledigte(std::vector<Marke> erledigte) {
+    zeichneNeu(erledigte_);
+    erledigte_ = std::move(erledigte);
+    zeichneNeu(erledigte_);
+}
+
+void Bild::zeige(QPointF pixelPosition) {
+    const QPointF halb(viewport()->width() / 2.0, viewport()->height() / 2.0);
+    setStand((pixelPosition * zoom_ - halb).toPoint());
+}
+
+void Bild::macheSichtbar(QPointF position) {
+    const QPoint ort = position.toPoint();
+    const QSize sicht = viewport()->size();
+    const QPoint jetzt = stand();
+    const auto passend = [](int wert, int anfang, int länge) {
+        const int rand = std::min(Luft, länge / 2);
+        return std::clamp(anfang, wert + rand - länge, wert - rand);
+    };
+    setStand(
+        {passend(ort.x(), jetzt.x(), sicht.width()), passend(ort.y(), jetzt.y(), sicht.height())});
+}
+
+QRectF Bild::ausschnitt() const {
+    const QRectF sicht(zuBild({0, 0}), QSizeF(viewport()->size()));
+    const QRectF gesehen = sicht & QRectF(QPointF(), QSizeF(gezoomt()));
+    return {gesehen.topLeft() / zoom_, gesehen.size() / zoom_};
+}
+
+QPointF Bild::zuBild(QPointF imFenster) const {
+    return imFenster - QPointF(ursprung());
+}
+
+QPointF Bild::zuFenster(QPointF imBild) const {
+    return imBild + QPointF(ursprung());
+}
+
+bool Bild::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Paint: {
+        const bool ergebnis = QAbstractScrollArea::event(event);
+        if (hasFocus()) {
+            QPainter painter(this);
+            painter.setPen(QPen(palette().color(QPalette::Highlight), Randbreite));
+            painter.drawRect(viewport()->geometry().adjusted(-1, -1, 1, 1));
+        }
+        return ergebnis;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove: {
+        // Only what was sent to the area itself gets here; the viewport takes the rest.
+        auto& maus = static_cast<QMouseEvent&>(*event);
+        const QPointF ort = maus.position() - QPointF(viewport()->pos());
+        if (!QRectF(viewport()->rect()).contains(ort))
+            return QAbstractScrollArea::event(event);
+        QMouseEvent imFenster(maus.type(), ort, maus.globalPosition(), maus.button(),
+                              maus.buttons(), maus.modifiers(), maus.pointingDevice());
+        return QAbstractScrollArea::viewportEvent(&imFenster);
+    }
+    default:
+        return QAbstractScrollArea::event(event);
+    }
+}
+
+void Bild::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    const QRect bildfeld(ursprung(), gezoomt());
+    for (const QRect& teil : event->region()) {
+        if (!bildfeld.contains(teil))
+            painter.fillRect(teil, palette().brush(QPalette::Mid));
+        if (!bild_.isNull())
+            maleAusschnitt(painter, bild_, bildfeld.topLeft(), zoom_, QRectF(teil & bildfeld));
+    }
+    const QRectF sicht = event->rect();
+    const auto male = [&](const Marke& marke, auto maler) {
+        const QPointF ort = mitteDesPunkts(marke.position);
+        if (markenRahmen(font(), marke, ort).intersects(sicht))
+            maler(painter, font(), marke, ort);
+    };
+    for (const Marke& marke : erledigte_)
+        male(marke, maleErledigte);
+    for (const bool gewählt : {false, true})
+        for (const Marke& marke : marken_)
+            if (marke.gewählt == gewählt)
+                male(marke, maleMarke);
+}
+
+void Bild::resizeEvent(QResizeEvent* event) {
+    QAbstractScrollArea::resizeEvent(event);
+    stelleLeisten();
+    if (ausschnittGeändert)
+        ausschnittGeändert();
+}
+
+void Bild::scrollContentsBy(int dx, int dy) {
+    if (gesammelt_) {
+        *gesammelt_ += QPoint(dx, dy);
+        return;
+    }
+    viewport()->scroll(dx, dy);
+    if (ausschnittGeändert)
+        ausschnittGeändert();
+}
+
+void Bild::mousePressEvent(QMouseEvent* event) {
+    event->accept();
+    if (event->button() == Qt::MiddleButton) {
+        schieben_ = Schieben{event->position(), stand()};
+        viewport()->setCursor(Qt::ClosedHandCursor);
+        return;
+    }
+    const bool daneben = !bild_.isNull() &&
+                         !QRectF(QPointF(), QSizeF(gezoomt())).contains(zuBild(event->position()));
+    if (gedrückt && !(daneben && event->button() == Qt::LeftButton))
+        gedrückt(ereignis(*event));
+}
+
+// The second of two quick clicks is a click like any other.
+void Bild::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+void Bild::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
+    if (schieben_)
+        setStand(schieben_->stand - (event->position() - schieben_->beginn).toPoint());
+    else if (bewegt)
+        bewegt(ereignis(*event));
+}
+
+void Bild::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+    if (event->button() == Qt::MiddleButton) {
+        schieben_.reset();
+        viewport()->setCursor(feinesKreuz(devicePixelRatioF()));
+    } else if (losgelassen) {
+        losgelassen(ereignis(*event));
+    }
+}
+
+void Bild::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        radrest_ += event->angleDelta().y();
+        const int rasten = radrest_ / RasteDesRades;
+        radrest_ -= rasten * RasteDesRades;
+        if (rasten != 0 && zoomGewünscht)
+            zoomGewünscht(rasten > 0 ? 1 : -1);
+        return;
+    }
+    QPoint weg = event->pixelDelta();
+    if (weg.isNull())
+        weg = event->angleDelta() * (ZeilenJeRaste * Schrittweite) / RasteDesRades;
+    if (event->modifiers().testFlag(Qt::ShiftModifier) && weg.x() == 0)
+        weg = weg.transposed();
+    setStand(stand() - weg);
+}
+
+void Bild::keyPressEvent(QKeyEvent* event) {
+    if (tasteGedrückt && tasteGedrückt(event))
+        event->accept();
+    else
+        QAbstractScrollArea::keyPressEvent(event);
+}
+
+void Bild::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    update();
+}
+
+void Bild::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    update();
+}
+
+QPoint Bild::ursprung() const {
+    if (bild_.isNull())
+        return {};
+    const QSize frei = viewport()->size() - gezoomt();
+    return {frei.width() > 0 ? frei.width() / 2 : -horizontalScrollBar()->value(),
+            frei.height() > 0 ? frei.height() / 2 : -verticalScrollBar()->value()};
+}
+
+QPoint Bild::stand() const {
+    return {horizontalScrollBar()->value(), verticalScrollBar()->value()};
+}
+
+void Bild::setStand(QPoint stand) {
+    // Both ways at once: what stays in view is shifted only one time.
+    gesammelt_ = QPoint();
+    horizontalScrollBar()->setValue(stand.x());
+    verticalScrollBar()->setValue(stand.y());
+    const QPoint weg = *std::exchange(gesammelt_, std::nullopt);
+    if (!weg.isNull())
+        scrollContentsBy(weg.x(), weg.y());
+}
+
+/// Where in the view a coordinate is shown: the pointer covers a whole pixel of the screen and
+/// names its corner, so the mark belongs half a pixel further.
+QPointF Bild::mitteDesPunkts(QPointF imBild) const {
+    const double halb = 0.5 / devicePixelRatioF();
+    return zuFenster(imBild) + QPointF(halb, halb);
+}
+
+void Bild::stelleLeisten() {
+    const QSize sicht = viewport()->size();
+    const QSize ganz = gezoomt();
+    const auto stelle = [](QScrollBar& leiste, int länge, int sichtbar) {
+        leiste.setRange(0, std::max(0, länge - sichtbar));
+        leiste.setPageStep(sichtbar);
+        leiste.setSingleStep(Schrittweite);
+    };
+    stelle(*horizontalScrollBar(), ganz.width(), sicht.width());
+    stelle(*verticalScrollBar(), ganz.height(), sicht.height());
+}
+
+void Bild::zeichneNeu(const std::vector<Marke>& marken) {
+    for (const Marke& marke : marken)
+        viewport()->update(
+            markenRahmen(font(), marke, mitteDesPunkts(marke.position)).toAlignedRect());
+}
+
+Zeigerereignis Bild::ereignis(const QMouseEvent& event) const {
+    QPointF ort = zuBild(event.position());
+    if (!bild_.isNull()) {
+        ort.setX(std::clamp(ort.x(), 0.0, double(gezoomt().width())));
+        ort.setY(std::clamp(ort.y(), 0.0, double(gezoomt().height())));
+    }
+    return {event.button(), event.buttons(), event.modifiers(), static_cast<float>(ort.x()),
+            static_cast<float>(ort.y())};
+}
+
+} // namespace tarvel

@@ -1,0 +1,133 @@
+#include "measure/marken.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace tarvel {
+namespace {
+
+constexpr double ArmInnen = 3.5;
+constexpr double ArmAussen = 10.0;
+constexpr double Ringradius = 13.0;
+constexpr double Abstand = 5.0;
+
+// Vermilion: stands apart from blue, green and grey for colour-blind eyes too.
+const QColor Kern(0x10, 0x10, 0x10);
+const QColor Hell(0xFF, 0xFF, 0xFF);
+const QColor Auswahl(0xD5, 0x5E, 0x00);
+
+QFont nummernschrift(QFont schrift) {
+    schrift.setBold(true);
+    return schrift;
+}
+
+QPainterPath kreuz(QPointF ort) {
+    QPainterPath pfad;
+    for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)}) {
+        pfad.moveTo(ort + arm * ArmInnen);
+        pfad.lineTo(ort + arm * ArmAussen);
+    }
+    return pfad;
+}
+
+/// Place of the text: above and to the right of the cross.
+QRectF textfeld(const QFont& schrift, const QString& text, QPointF ort) {
+    const QFontMetricsF maße(schrift);
+    const QSizeF größe(maße.horizontalAdvance(text), maße.height());
+    return {ort + QPointF(Ringradius - 2, -Ringradius + 4 - größe.height()), größe};
+}
+
+void maleHofUndKern(QPainter& painter, const QPainterPath& pfad, const QColor& kern,
+                    double stärke) {
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Hell, stärke + 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(pfad);
+    painter.setPen(QPen(kern, stärke, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+    painter.drawPath(pfad);
+}
+
+void maleSchild(QPainter& painter, const QRectF& feld, const QColor& grund) {
+    painter.setPen(QPen(Hell, 1.5));
+    painter.setBrush(grund);
+    painter.drawRoundedRect(feld.adjusted(-Abstand, -1, Abstand, 1), 3, 3);
+}
+
+} // namespace
+
+void maleMarke(QPainter& painter, const QFont& schrift, const Marke& marke, QPointF ort) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    maleHofUndKern(painter, kreuz(ort), Kern, 1.3);
+    if (marke.gewählt) {
+        QPainterPath ring;
+        ring.addEllipse(ort, Ringradius, Ringradius);
+        maleHofUndKern(painter, ring, Auswahl, 2.5);
+    }
+    if (!marke.text.isEmpty()) {
+        const QFont nummern = nummernschrift(schrift);
+        const QRectF feld = textfeld(nummern, marke.text, ort);
+        const QPointF grundlinie(feld.left(), feld.top() + QFontMetricsF(nummern).ascent());
+        if (marke.gewählt)
+            maleSchild(painter, feld, Kern);
+        QPainterPath ziffern;
+        ziffern.addText(grundlinie, nummern, marke.text);
+        if (!marke.gewählt) {
+            painter.setPen(QPen(Hell, 3.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawPath(ziffern);
+        }
+        painter.fillPath(ziffern, marke.gewählt ? Hell : Kern);
+        if (marke.aktiv) {
+            QPainterPath strich(grundlinie + QPointF(0, 2.5));
+            strich.lineTo(grundlinie + QPointF(feld.width(), 2.5));
+            if (marke.gewählt)
+                painter.strokePath(strich, QPen(Hell, 1.5));
+            else
+                maleHofUndKern(painter, strich, Kern, 1.5);
+        }
+    }
+    painter.restore();
+}
+
+void maleErledigte(QPainter& painter, const QFont& schrift, const Marke& marke, QPointF ort) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(0.6);
+    if (marke.text.isEmpty()) {
+        painter.setPen(QPen(Hell, 1.5));
+        painter.setBrush(Kern);
+        painter.drawEllipse(ort, 3, 3);
+    } else {
+        QRectF feld = textfeld(schrift, marke.text, ort);
+        feld.moveCenter(ort);
+        maleSchild(painter, feld, Kern);
+        painter.setOpacity(1.0);
+        painter.setPen(Hell);
+        painter.setFont(schrift);
+        painter.drawText(feld, Qt::AlignCenter, marke.text);
+    }
+    painter.restore();
+}
+
+QRectF markenRahmen(const QFont& schrift, const Marke& marke, QPointF ort) {
+    const QFont nummern = nummernschrift(schrift);
+    QRectF feld = textfeld(nummern, marke.text, ort).adjusted(-Abstand, 0, Abstand, 0);
+    feld |= QRectF(ort - QPointF(feld.width(), feld.height()) / 2, feld.size());
+    feld |= QRectF(ort - QPointF(Ringradius, Ringradius), QSizeF(Ringradius, Ringradius) * 2);
+    return feld.adjusted(-4, -4, 4, 4);
+}
+
+void maleRahmen(QPainter& painter, const QRectF& rahmen, double stärke) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Hell, stärke * 3, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(rahmen);
+    painter.setPen(QPen(Kern, stärke, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(rahmen);
+    painter.restore();
+}
+
+} // namespace tarvel

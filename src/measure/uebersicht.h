@@ -1,0 +1,67 @@
+#pragma once
+
+#include "measure/marken.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tarvel {
+
+/// The whole scan, fitted into the view, and on it a frame of the size that the measuring view
+/// shows. The frame is dragged onto a wing and let go, or moved with the arrow keys (a quarter of
+/// itself, with Shift a whole one) and confirmed with Enter. Escape takes a drag back.
+class Übersicht : public QWidget {
+public:
+    explicit Übersicht(QWidget* parent = nullptr);
+
+    /// The frame was put onto a wing; its centre in pixels of the scan.
+    std::function<void(QPointF)> gewählt;
+
+    /// Shows @p bild, a reduced picture of a scan of @p größe pixels. A null image shows nothing.
+    void setBild(const QImage& bild, QSize größe);
+    /// Size of the frame in pixels of the scan.
+    void setRahmen(QSizeF größe);
+    /// Moves the frame; it stays inside the picture.
+    void setMitte(QPointF mitte);
+    [[nodiscard]] QPointF mitte() const { return mitte_; }
+    /// Wings already measured: places in pixels of the scan with their numbers.
+    void setErledigte(std::vector<Marke> erledigte);
+
+    /// From a place in the widget to pixels of the scan, and back.
+    [[nodiscard]] QPointF zuBild(QPointF imFenster) const;
+    [[nodiscard]] QPointF zuFenster(QPointF imBild) const;
+
+    [[nodiscard]] QSize sizeHint() const override { return {600, 800}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 120}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    [[nodiscard]] QRect bildfeld() const;
+    [[nodiscard]] QRectF rahmenfeld() const;
+    void wähle();
+
+    QImage bild_;
+    QSize größe_;
+    QSizeF rahmen_;
+    QPointF mitte_;
+    std::vector<Marke> erledigte_;
+    /// Where the frame was before the drag that is going on.
+    std::optional<QPointF> vorDemZiehen_;
+    /// The picture in the size it is shown in, scaled once.
+    QImage angepasst_;
+};
+
+} // namespace tarvel

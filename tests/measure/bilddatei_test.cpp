@@ -1,0 +1,416 @@
+#include "measure/bilddatei.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImageWriter>
+#include <QTemporaryDir>
+#include <QtEndian>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <limits>
+#include <optional>
+
+#include <jpeglib.h>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using Art = Bildfehler::Art;
+
+namespace {
+
+/// Every pixel differs from its neighbours, and rows need padding in every format.
+QImage muster(int breite = 13, int höhe = 7) {
+    QImage bild(breite, höhe, QImage::Format_RGB888);
+    for (int y = 0; y < höhe; ++y)
+        for (int x = 0; x < breite; ++x)
+            bild.setPixel(x, y, qRgb(x * 19 % 256, y * 36 % 256, (x + y) * 12 % 256));
+    return bild;
+}
+
+QImage graumuster(int breite = 13, int höhe = 7) {
+    return muster(breite, höhe).convertToFormat(QImage::Format_Grayscale8);
+}
+
+/// Without sharp edges, so that lossy formats keep it.
+QImage verlauf(int breite, int höhe) {
+    QImage bild(breite, höhe, QImage::Format_RGB888);
+    for (int y = 0; y < höhe; ++y)
+        for (int x = 0; x < breite; ++x)
+            bild.setPixel(x, y, qRgb(255 * x / breite, 255 * y / höhe, 128));
+    return bild;
+}
+
+QByteArray gespeichert(const QImage& bild, const char* format, bool progressiv = false) {
+    QByteArray bytes;
+    QBuffer puffer(&bytes);
+    puffer.open(QIODevice::WriteOnly);
+    QImageWriter schreiber(&puffer, format);
+    schreiber.setQuality(98);
+    schreiber.setProgressiveScanWrite(progressiv);
+    EXPECT_TRUE(schreiber.write(bild)) << format;
+    puffer.close();
+    return bytes;
+}
+
+template <typename T>
+void setze(QByteArray& bytes, int stelle, T wert) {
+    qToLittleEndian(wert, bytes.data() + stelle);
+}
+
+/// A bitmap of 32 bits a pixel whose fourth bytes are zero, top row first.
+QByteArray bmp32VonOben(const QImage& bild) {
+    QByteArray bytes = gespeichert(bild, "bmp").left(54);
+    setze<qint32>(bytes, 22, -bild.height());
+    setze<quint16>(bytes, 28, 32);
+    for (int y = 0; y < bild.height(); ++y)
+        for (int x = 0; x < bild.width(); ++x) {
+            const QRgb p = bild.pixel(x, y);
+            for (const int farbe : {qBlue(p), qGreen(p), qRed(p), 0})
+                bytes.append(static_cast<char>(farbe));
+        }
+    return bytes;
+}
+
+/// 2 x 1 pixels, black and white.
+const QByteArray Gif = QByteArray::fromHex("47494638396102000100800000000000ffffff"
+                                           "2c000000000200010000020244"
+                                           "0a003b");
+
+/// A picture of four inks, all pixels alike; with the marker the inks are stored inverted.
+QByteArray druckfarbenJpeg(bool adobe, std::array<JSAMPLE, 4> farbe) {
+    jpeg_compress_struct jpeg{};
+    jpeg_error_mgr melder{};
+    jpeg.err = jpeg_std_error(&melder);
+    jpeg_create_compress(&jpeg);
+    unsigned char* bytes = nullptr;
+    unsigned long anzahl = 0;
+    jpeg_mem_dest(&jpeg, &bytes, &anzahl);
+    jpeg.image_width = 16;
+    jpeg.image_height = 16;
+    jpeg.input_components = 4;
+    jpeg.in_color_space = JCS_CMYK;
+    jpeg_set_defaults(&jpeg);
+    jpeg.write_Adobe_marker = adobe ? TRUE : FALSE;
+    jpeg_start_compress(&jpeg, TRUE);
+    std::array<JSAMPLE, 64> zeile{};
+    for (std::size_t i = 0; i < zeile.size(); ++i)
+        zeile[i] = farbe[i % 4];
+    JSAMPROW zeiger = zeile.data();
+    for (int y = 0; y < 16; ++y)
+        jpeg_write_scanlines(&jpeg, &zeiger, 1);
+    jpeg_finish_compress(&jpeg);
+    QByteArray ergebnis(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(anzahl));
+    jpeg_destroy_compress(&jpeg);
+    std::free(bytes);
+    return ergebnis;
+}
+
+quint32 pngPrüfsumme(QByteArrayView bytes) {
+    quint32 summe = 0xFFFFFFFFU;
+    for (const char zeichen : bytes) {
+        summe ^= static_cast<uchar>(zeichen);
+        for (int i = 0; i < 8; ++i)
+            summe = (summe >> 1) ^ ((summe & 1U) != 0 ? 0xEDB88320U : 0U);
+    }
+    return ~summe;
+}
+
+/// The same file with another size in its header.
+QByteArray mitGröße(QByteArray bytes, const char* format, int breite, int höhe) {
+    const QByteArray art = format;
+    if (art == "png") {
+        qToBigEndian<quint32>(breite, bytes.data() + 16);
+        qToBigEndian<quint32>(höhe, bytes.data() + 20);
+        qToBigEndian(pngPrüfsumme(QByteArrayView(bytes).sliced(12, 17)), bytes.data() + 29);
+    } else if (art == "bmp") {
+        setze<qint32>(bytes, 18, breite);
+        setze<qint32>(bytes, 22, höhe);
+    } else if (art == "gif") {
+        for (const int stelle : {6, 24}) {
+            setze(bytes, stelle, static_cast<quint16>(breite));
+            setze(bytes, stelle + 2, static_cast<quint16>(höhe));
+        }
+    } else {
+        const qsizetype rahmen = bytes.indexOf(QByteArray::fromHex("ffc0"));
+        qToBigEndian(static_cast<quint16>(höhe), bytes.data() + rahmen + 5);
+        qToBigEndian(static_cast<quint16>(breite), bytes.data() + rahmen + 7);
+    }
+    return bytes;
+}
+
+double größterUnterschied(const QImage& a, const QImage& b) {
+    if (a.size() != b.size())
+        return 1e9;
+    int unterschied = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y);
+            const QRgb q = b.pixel(x, y);
+            unterschied =
+                std::max({unterschied, std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
+                          std::abs(qBlue(p) - qBlue(q)), 255 - qAlpha(p)});
+        }
+    return unterschied;
+}
+
+class BilddateiTest : public testing::Test {
+protected:
+    QString datei(const QByteArray& bytes, const QString& name = u"flügel.dat"_s) {
+        QString pfad = ordner_.filePath(name);
+        QFile ziel(pfad);
+        EXPECT_TRUE(ziel.open(QIODevice::WriteOnly));
+        ziel.write(bytes);
+        return pfad;
+    }
+
+    /// Opens and reads all pixels: the fault of whichever fails first, else nothing.
+    static std::optional<Bildfehler> fehler(const QString& pfad) {
+        auto offen = Bilddatei::oeffnen(pfad);
+        if (const auto* f = std::get_if<Bildfehler>(&offen))
+            return *f;
+        Bildfehler f;
+        if (std::get<Bilddatei>(offen).pixel(&f) == nullptr)
+            return f;
+        return {};
+    }
+
+    QTemporaryDir ordner_;
+};
+
+TEST_F(BilddateiTest, openEachFormatUnderAnyName_givesSizeAndPixels) {
+    const QImage bunt = muster();
+    const QImage grau = graumuster();
+    const QImage weich = verlauf(64, 48);
+    QImage tafel = bunt.convertToFormat(QImage::Format_Indexed8);
+    QImage durchsichtig(3, 2, QImage::Format_ARGB32);
+    durchsichtig.fill(Qt::transparent);
+    QImage papier(3, 2, QImage::Format_RGB32);
+    papier.fill(Qt::white);
+    QImage schwarzweiß(2, 1, QImage::Format_RGB32);
+    schwarzweiß.setPixel(0, 0, qRgb(0, 0, 0));
+    schwarzweiß.setPixel(1, 0, qRgb(255, 255, 255));
+
+    const struct {
+        const char* was;
+        QByteArray bytes;
+        QImage erwartet;
+        QImage::Format format;
+        double unterschied;
+    } fälle[] = {
+        {"jpeg", gespeichert(weich, "jpg"), weich, QImage::Format_RGB888, 6},
+        {"jpeg progressive", gespeichert(weich, "jpg", true), weich, QImage::Format_RGB888, 6},
+        {"jpeg grey", gespeichert(weich.convertToFormat(QImage::Format_Grayscale8), "jpg"),
+         weich.convertToFormat(QImage::Format_Grayscale8), QImage::Format_Grayscale8, 4},
+        {"bmp 24", gespeichert(bunt, "bmp"), bunt, QImage::Format_BGR888, 0},
+        {"bmp 8 colours", gespeichert(tafel, "bmp"), tafel, QImage::Format_RGB888, 0},
+        {"bmp 8 grey", gespeichert(grau.convertToFormat(QImage::Format_Indexed8), "bmp"), grau,
+         QImage::Format_Grayscale8, 0},
+        {"bmp 32 top down", bmp32VonOben(bunt), bunt, QImage::Format_RGB32, 0},
+        {"bmp 1", gespeichert(schwarzweiß.convertToFormat(QImage::Format_Mono), "bmp"), schwarzweiß,
+         QImage::Format_Grayscale8, 0},
+        {"png", gespeichert(bunt, "png"), bunt, QImage::Format_RGB32, 0},
+        {"png grey", gespeichert(grau, "png"), grau, QImage::Format_Grayscale8, 0},
+        {"png grey 16", gespeichert(grau.convertToFormat(QImage::Format_Grayscale16), "png"), grau,
+         QImage::Format_Grayscale8, 0},
+        {"png on paper", gespeichert(durchsichtig, "png"), papier, QImage::Format_RGB32, 0},
+        {"tiff", gespeichert(bunt, "tiff"), bunt, QImage::Format_RGB32, 0},
+        {"gif", Gif, schwarzweiß, QImage::Format_RGB32, 0},
+    };
+    for (const auto& fall : fälle) {
+        SCOPED_TRACE(fall.was);
+        auto offen = Bilddatei::oeffnen(datei(fall.bytes));
+        auto* bild = std::get_if<Bilddatei>(&offen);
+        if (bild == nullptr) {
+            ADD_FAILURE() << qPrintable(std::get<Bildfehler>(offen).grund);
+            continue;
+        }
+        EXPECT_EQ(bild->größe(), fall.erwartet.size());
+        EXPECT_EQ(bild->übersicht().size(), fall.erwartet.size());
+        const QImage* pixel = bild->pixel(nullptr);
+        ASSERT_NE(pixel, nullptr);
+        EXPECT_EQ(pixel->format(), fall.format);
+        EXPECT_LE(größterUnterschied(*pixel, fall.erwartet), fall.unterschied);
+    }
+}
+
+TEST_F(BilddateiTest, openLargePicture_showsReducedOverviewFirst) {
+    const QImage bild = verlauf(3400, 90);
+    const struct {
+        const char* was;
+        QByteArray bytes;
+        QSize übersicht;
+    } fälle[] = {
+        {"jpeg, four eighths", gespeichert(bild, "jpg"), {1700, 45}},
+        {"bmp, one half", gespeichert(bild, "bmp"), {1700, 45}},
+        {"bmp grey, one half",
+         gespeichert(bild.convertToFormat(QImage::Format_Grayscale8)
+                         .convertToFormat(QImage::Format_Indexed8),
+                     "bmp"),
+         {1700, 45}},
+        {"png, one half", gespeichert(bild, "png"), {1700, 45}},
+    };
+    for (const auto& fall : fälle) {
+        SCOPED_TRACE(fall.was);
+        auto offen = Bilddatei::oeffnen(datei(fall.bytes));
+        ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
+        auto& geöffnet = std::get<Bilddatei>(offen);
+        EXPECT_EQ(geöffnet.größe(), bild.size());
+        ASSERT_EQ(geöffnet.übersicht().size(), fall.übersicht);
+        for (const QPoint ort : {QPoint(10, 5), QPoint(850, 22), QPoint(1690, 40)}) {
+            QImage ganz(1, 1, QImage::Format_RGB888);
+            ganz.setPixel(0, 0, bild.pixel(ort * 2));
+            ganz.convertTo(geöffnet.übersicht().format());
+            EXPECT_LE(größterUnterschied(geöffnet.übersicht().copy(QRect(ort, QSize(1, 1))), ganz),
+                      8);
+        }
+        ASSERT_NE(geöffnet.pixel(nullptr), nullptr);
+        EXPECT_EQ(geöffnet.pixel(nullptr)->size(), bild.size());
+    }
+}
+
+TEST_F(BilddateiTest, openJpegOfFourInks_givesItsColours) {
+    for (const bool adobe : {true, false}) {
+        // Full cyan on white paper, in the way each kind of file stores it.
+        const auto farbe =
+            adobe ? std::array<JSAMPLE, 4>{0, 255, 255, 255} : std::array<JSAMPLE, 4>{255, 0, 0, 0};
+        auto offen = Bilddatei::oeffnen(datei(druckfarbenJpeg(adobe, farbe)));
+        ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
+        const QRgb p = std::get<Bilddatei>(offen).pixel(nullptr)->pixel(8, 8);
+        EXPECT_LT(qRed(p), 10) << adobe;
+        EXPECT_GT(qGreen(p), 245) << adobe;
+        EXPECT_GT(qBlue(p), 245) << adobe;
+    }
+}
+
+TEST_F(BilddateiTest, cutAnywhere_isAFaultAndNoPicture) {
+    const QImage bild = muster(300, 200);
+    const struct {
+        const char* was;
+        QByteArray bytes;
+    } fälle[] = {
+        {"jpeg", gespeichert(bild, "jpg")},
+        {"jpeg progressive", gespeichert(bild, "jpg", true)},
+        {"jpeg grey", gespeichert(graumuster(300, 200), "jpg")},
+        {"bmp 24", gespeichert(bild, "bmp")},
+        {"bmp 8", gespeichert(bild.convertToFormat(QImage::Format_Indexed8), "bmp")},
+        {"bmp 1", gespeichert(bild.convertToFormat(QImage::Format_Mono), "bmp")},
+        {"png", gespeichert(bild, "png")},
+        {"tiff", gespeichert(bild, "tiff")},
+        {"gif", Gif},
+    };
+    for (const auto& fall : fälle) {
+        const auto ganz = fall.bytes.size();
+        ASSERT_FALSE(fehler(datei(fall.bytes))) << fall.was;
+        for (const qsizetype rest : {qsizetype{1}, qsizetype{3}, ganz / 50, ganz / 10, ganz / 2,
+                                     ganz * 9 / 10, ganz - 14, ganz - 2, ganz - 1}) {
+            // What follows the last block of these carries nothing of the picture.
+            const QByteArrayView was = fall.was;
+            if (rest < 1 || (was == "png" && rest > ganz - 16) || (was == "gif" && rest > ganz - 2))
+                continue;
+            const auto f = fehler(datei(fall.bytes.left(rest)));
+            ASSERT_TRUE(f) << fall.was << " cut to " << rest << " of " << ganz;
+            EXPECT_THAT(f->art, testing::AnyOf(Art::Abgeschnitten, Art::Unlesbar))
+                << fall.was << " cut to " << rest << " of " << ganz;
+        }
+    }
+}
+
+TEST_F(BilddateiTest, damageInTheMiddleOfJpeg_isAFault) {
+    QByteArray bytes = gespeichert(muster(300, 200), "jpg");
+    bytes.replace(bytes.size() / 2, 2, QByteArray::fromHex("ffd9"));
+    const auto f = fehler(datei(bytes));
+    ASSERT_TRUE(f);
+    EXPECT_EQ(f->art, Art::Abgeschnitten);
+}
+
+TEST_F(BilddateiTest, headerPromisesTooMuch_isRefusedBeforeMemoryIsTaken) {
+    const QImage bild = muster();
+    for (const char* format : {"jpg", "bmp", "png", "gif"}) {
+        const QByteArray echt = QByteArrayView(format) == "gif" ? Gif : gespeichert(bild, format);
+        const struct {
+            int seite;
+            Art art;
+        } fälle[] = {{60000, Art::ZuGross}, {19000, Art::Abgeschnitten}, {0, Art::Unlesbar}};
+        for (const auto& fall : fälle) {
+            const auto f = fehler(datei(mitGröße(echt, format, fall.seite, fall.seite)));
+            ASSERT_TRUE(f) << format << fall.seite;
+            if (fall.seite > 0) {
+                EXPECT_EQ(f->art, fall.art) << format << fall.seite;
+            }
+        }
+        EXPECT_THAT(fehler(datei(mitGröße(echt, format, 60000, 60000)))->grund.toStdString(),
+                    testing::HasSubstr("60000"));
+    }
+    QByteArray fläche = Gif;
+    setze<quint16>(fläche, 6, 19000);
+    setze<quint16>(fläche, 8, 19000);
+    EXPECT_TRUE(fehler(datei(fläche))) << "a small picture on a huge area";
+    QByteArray kopf = gespeichert(bild, "bmp");
+    setze<qint32>(kopf, 22, std::numeric_limits<qint32>::min());
+    EXPECT_TRUE(fehler(datei(kopf)));
+    setze<qint32>(kopf, 22, 7);
+    setze<qint32>(kopf, 18, -13);
+    EXPECT_TRUE(fehler(datei(kopf)));
+}
+
+TEST_F(BilddateiTest, openWhatIsNoPicture_namesTheFault) {
+    const struct {
+        const char* was;
+        QString pfad;
+        Art art;
+    } fälle[] = {
+        {"missing", ordner_.filePath(u"fehlt.jpg"_s), Art::NichtGefunden},
+        {"folder", ordner_.path(), Art::Unlesbar},
+        {"empty", datei({}, u"leer.jpg"_s), Art::Leer},
+        {"text", datei("Carnica, 31 Flügel\n", u"text.jpg"_s), Art::Unlesbar},
+        {"drawing", datei("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"),
+         Art::Unlesbar},
+    };
+    for (const auto& fall : fälle) {
+        const auto f = fehler(fall.pfad);
+        ASSERT_TRUE(f) << fall.was;
+        EXPECT_EQ(f->art, fall.art) << fall.was;
+    }
+}
+
+TEST_F(BilddateiTest, fileChangesAfterOpening_pixelsAreAllOrNone) {
+    const QImage bild = verlauf(3400, 90);
+    for (const char* format : {"jpg", "bmp"}) {
+        const QByteArray bytes = gespeichert(bild, format);
+        const struct {
+            const char* was;
+            std::function<void(const QString&)> tue;
+            Art art;
+        } fälle[] = {
+            {"gone", [](const QString& pfad) { QFile::remove(pfad); }, Art::NichtGefunden},
+            {"cut", [&](const QString& pfad) { QFile::resize(pfad, bytes.size() / 2); },
+             Art::Abgeschnitten},
+            {"emptied", [](const QString& pfad) { QFile::resize(pfad, 0); }, Art::Leer},
+            {"another", [&](const QString&) { datei(gespeichert(verlauf(50, 40), format)); },
+             Art::Unlesbar},
+        };
+        for (const auto& fall : fälle) {
+            SCOPED_TRACE(fall.was);
+            auto offen = Bilddatei::oeffnen(datei(bytes));
+            ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
+            auto& geöffnet = std::get<Bilddatei>(offen);
+            fall.tue(geöffnet.pfad());
+            Bildfehler f;
+            EXPECT_EQ(geöffnet.pixel(&f), nullptr);
+            EXPECT_EQ(f.art, fall.art);
+
+            datei(bytes);
+            ASSERT_NE(geöffnet.pixel(&f), nullptr) << "the file is back";
+            EXPECT_EQ(geöffnet.pixel(&f)->size(), bild.size());
+        }
+    }
+}
+
+} // namespace
