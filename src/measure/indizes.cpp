@@ -14,11 +14,14 @@ constexpr double PixelJeMillimeter = 47.2;
 constexpr double PixelJeZwanzigstel = 2.36;
 constexpr double Bezugsauflösung = 1200.0;
 
-double quadrat(float wert) { return static_cast<double>(wert) * static_cast<double>(wert); }
+double quadrat(float wert) {
+    return static_cast<double>(wert) * static_cast<double>(wert);
+}
 
 class Strecken {
 public:
-    explicit Strecken(const Messpunkte& punkte) : p_(punkte) {}
+    explicit Strecken(const Messpunkte& punkte)
+        : p_(punkte) {}
 
     [[nodiscard]] float operator()(int a, int b) const {
         const float dx = p_.PunktX[a] - p_.PunktX[b];
@@ -102,8 +105,12 @@ Indizes berechneIndizes(const Messpunkte& punkte, Messart messart, const Aufnahm
     return indizes;
 }
 
-float klassenpositionCI(float CI) { return klassenposition(CI, 1.666, 6.0, 31.0F); }
+float klassenpositionCI(float CI) {
+    return klassenposition(CI, 1.666, 6.0, 31.0F);
+}
 
-float klassenpositionHI(float HI) { return klassenposition(HI, 0.666, 25.0, 38.0F); }
+float klassenpositionHI(float HI) {
+    return klassenposition(HI, 0.666, 25.0, 38.0F);
+}
 
 } // namespace tarvel

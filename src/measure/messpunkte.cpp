@@ -6,8 +6,12 @@ namespace tarvel {
 
 namespace {
 
-constexpr qint16 ersterPunkt(Messart messart) { return misstAchtPunkte(messart) ? 1 : 5; }
-constexpr qint16 letzterPunkt(Messart messart) { return misstAchtPunkte(messart) ? 8 : 7; }
+constexpr qint16 ersterPunkt(Messart messart) {
+    return misstAchtPunkte(messart) ? 1 : 5;
+}
+constexpr qint16 letzterPunkt(Messart messart) {
+    return misstAchtPunkte(messart) ? 8 : 7;
+}
 
 } // namespace
 
@@ -53,7 +57,9 @@ bool Messpunkte::verschiebe(float dx, float dy) {
     return true;
 }
 
-bool Messpunkte::fertig(Messart messart) const { return AktuellerPunkt == letzterPunkt(messart); }
+bool Messpunkte::fertig(Messart messart) const {
+    return AktuellerPunkt == letzterPunkt(messart);
+}
 
 bool Messpunkte::begonnen() const {
     return std::any_of(PunktX.begin() + 1, PunktX.end(),

@@ -8,7 +8,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString nummerntext(qint16 nummer) { return u"%1"_s.arg(nummer, 3, 10, QChar(u'0')); }
+QString nummerntext(qint16 nummer) {
+    return u"%1"_s.arg(nummer, 3, 10, QChar(u'0'));
+}
 
 template <typename Zeile>
 auto suche(std::vector<Zeile>& zeilen, qint16 nummer) {
@@ -24,9 +26,8 @@ void ersetzeOderHängeAn(std::vector<Zeile>& zeilen, Zeile neu) {
         *alt = std::move(neu);
         return;
     }
-    const auto stelle = std::find_if(zeilen.begin(), zeilen.end(), [&neu](const Zeile& z) {
-        return z.nummer > neu.nummer;
-    });
+    const auto stelle = std::find_if(zeilen.begin(), zeilen.end(),
+                                     [&neu](const Zeile& z) { return z.nummer > neu.nummer; });
     zeilen.insert(stelle, std::move(neu));
 }
 

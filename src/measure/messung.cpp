@@ -23,7 +23,9 @@ int ziffer(int keyCode) {
 
 } // namespace
 
-Messung::Messung(Messreihe& reihe, Zahlenformat format) : reihe_(reihe), format_(format) {}
+Messung::Messung(Messreihe& reihe, Zahlenformat format)
+    : reihe_(reihe)
+    , format_(format) {}
 
 void Messung::Bild_MouseDown(Maustaste taste, int /*umschalt*/, float X, float Y) {
     LetzteMausX_ = X;
@@ -251,7 +253,9 @@ void Messung::setzeBilddatei(const QString& pfad) {
     verwirf();
 }
 
-qint16 Messung::nummer() const { return nummerInArbeit_.value_or(reihe_.nächsteNummer()); }
+qint16 Messung::nummer() const {
+    return nummerInArbeit_.value_or(reihe_.nächsteNummer());
+}
 
 void Messung::ZeigeHinweis(int hinweisnummer) {
     if (an_.ZeigeHinweis) {
@@ -259,7 +263,9 @@ void Messung::ZeigeHinweis(int hinweisnummer) {
     }
 }
 
-void Messung::merkeStand() { verlauf_.push_back(punkte_); }
+void Messung::merkeStand() {
+    verlauf_.push_back(punkte_);
+}
 
 void Messung::punkteGeändert() {
     if (an_.punkteGeändert) {

@@ -6,14 +6,19 @@ namespace tarvel {
 
 namespace {
 
-QVariant zahlenausrichtung() { return QVariant(Qt::AlignRight | Qt::AlignVCenter); }
+QVariant zahlenausrichtung() {
+    return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+}
 
-QString dreistellig(int nummer) { return QStringLiteral("%1").arg(nummer, 3, 10, QChar(u'0')); }
+QString dreistellig(int nummer) {
+    return QStringLiteral("%1").arg(nummer, 3, 10, QChar(u'0'));
+}
 
 } // namespace
 
 Flügeltabelle::Flügeltabelle(const Messreihe& reihe, const Texte& texte)
-    : reihe_(reihe), texte_(texte) {}
+    : reihe_(reihe)
+    , texte_(texte) {}
 
 void Flügeltabelle::aktualisiere() {
     beginResetModel();
@@ -41,8 +46,9 @@ void Flügeltabelle::aktualisiere() {
 }
 
 int Flügeltabelle::nummer(int zeile) const {
-    return zeile >= 0 && zeile < rowCount() ? zeilen_[static_cast<std::size_t>(zeile)][Nummer].toInt()
-                                            : 0;
+    return zeile >= 0 && zeile < rowCount()
+               ? zeilen_[static_cast<std::size_t>(zeile)][Nummer].toInt()
+               : 0;
 }
 
 int Flügeltabelle::rowCount(const QModelIndex& parent) const {
@@ -97,7 +103,9 @@ QVariant Flügeltabelle::headerData(int section, Qt::Orientation orientation, in
 
 Kennzahlentabelle::Kennzahlentabelle(const Messreihe& reihe, const Texte& texte,
                                      Zahlenformat format)
-    : reihe_(reihe), texte_(texte), format_(std::move(format)) {}
+    : reihe_(reihe)
+    , texte_(texte)
+    , format_(std::move(format)) {}
 
 void Kennzahlentabelle::aktualisiere() {
     beginResetModel();
@@ -166,8 +174,10 @@ QString Kennzahlentabelle::kennzahl(int zeile, int spalte) const {
 }
 
 Reihenmodelle::Reihenmodelle(const Messreihe& reihe, const Texte& texte, Zahlenformat format)
-    : reihe_(reihe), texte_(texte), flügel_(reihe, texte),
-      kennzahlen_(reihe, texte, std::move(format)) {}
+    : reihe_(reihe)
+    , texte_(texte)
+    , flügel_(reihe, texte)
+    , kennzahlen_(reihe, texte, std::move(format)) {}
 
 void Reihenmodelle::aktualisiere() {
     const Zeilenwörter wörter = zeilenwörter(texte_);

@@ -6,7 +6,9 @@ void Verteiler::anmelden(QStringView wort, Handlung handlung) {
     handlungen_.insert_or_assign(wort.toString(), std::move(handlung));
 }
 
-bool Verteiler::kennt(QStringView wort) const { return handlungen_.contains(wort.toString()); }
+bool Verteiler::kennt(QStringView wort) const {
+    return handlungen_.contains(wort.toString());
+}
 
 bool Verteiler::ausführen(QStringView wort) {
     const auto stelle = handlungen_.find(wort.toString());

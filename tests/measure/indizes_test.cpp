@@ -26,14 +26,8 @@ Messpunkte setze(const Koordinaten& koordinaten) {
 // 5-6 = 50, 6-7 = 20, 5-7 = 70, 3-4 = 70; feet of 4 and 8 at 100 and 112 from point 1 towards
 // point 2; point 8 lies 118 below the line, so the correction at 1200 dpi and zoom 1 is
 // 2.5 · 47.2 / (1.5 · 47.2 + 118) = 118 / 188.8 = 0.625, and the shift 12 · 0.625 / 2.36.
-const Koordinaten handgerechnet{{{400, 50},
-                                 {100, 50},
-                                 {370, 60},
-                                 {300, 60},
-                                 {300, 100},
-                                 {250, 100},
-                                 {230, 100},
-                                 {288, 168}}};
+const Koordinaten handgerechnet{
+    {{400, 50}, {100, 50}, {370, 60}, {300, 60}, {300, 100}, {250, 100}, {230, 100}, {288, 168}}};
 constexpr float DvHandgerechnet = 12.0F * 0.625F / 2.36F;
 
 Koordinaten gezoomt(Koordinaten koordinaten, float zoom) {
@@ -87,10 +81,28 @@ TEST(Indizes, pointsOfPlausibleWings_giveTheirKnownValues) {
         double DV;
     };
     const Zeile zeilen[] = {
-        {{{{400, 50}, {92, 75}, {360, 56}, {288, 62}, {286, 116}, {237, 147}, {216, 143}, {292, 201}}},
-         2.712319, 1.038438, 0.853681},
-        {{{{380, 41}, {88, 72}, {345, 50}, {280, 58}, {270, 111}, {222, 140}, {202, 138}, {282, 190}}},
-         2.790099, 1.117173, 1.431608},
+        {{{{400, 50},
+           {92, 75},
+           {360, 56},
+           {288, 62},
+           {286, 116},
+           {237, 147},
+           {216, 143},
+           {292, 201}}},
+         2.712319,
+         1.038438,
+         0.853681},
+        {{{{380, 41},
+           {88, 72},
+           {345, 50},
+           {280, 58},
+           {270, 111},
+           {222, 140},
+           {202, 138},
+           {282, 190}}},
+         2.790099,
+         1.117173,
+         1.431608},
     };
     for (const Zeile& zeile : zeilen) {
         const Indizes indizes = berechneIndizes(setze(zeile.punkte), Messart::AlleMessungen,
@@ -105,8 +117,7 @@ TEST(Indizes, feetOfPoints4And8_decideTheSignOfTheShift) {
     Koordinaten koordinaten = handgerechnet;
     for (const auto& [x4, vorzeichen] : {std::pair{300.0F, 1}, {288.0F, 0}, {280.0F, -1}}) {
         koordinaten[3] = {x4, 60};
-        const float DV =
-            *berechneIndizes(setze(koordinaten), Messart::AlleMessungen, {}).DV;
+        const float DV = *berechneIndizes(setze(koordinaten), Messart::AlleMessungen, {}).DV;
         if (vorzeichen == 0) {
             EXPECT_NEAR(DV, 0.0F, 1e-4F);
         } else {
@@ -127,10 +138,14 @@ TEST(Indizes, missingPoint_leavesOutWhatNeedsIt) {
         int ohne;
         bool CI, HI, DV;
     };
-    for (const Zeile& zeile : {Zeile{1, true, true, false}, {2, true, true, false},
-                               {3, true, false, true}, {4, true, false, false},
-                               {5, false, false, true}, {6, false, true, true},
-                               {7, false, false, true}, {8, true, true, false}}) {
+    for (const Zeile& zeile : {Zeile{1, true, true, false},
+                               {2, true, true, false},
+                               {3, true, false, true},
+                               {4, true, false, false},
+                               {5, false, false, true},
+                               {6, false, true, true},
+                               {7, false, false, true},
+                               {8, true, true, false}}) {
         Messpunkte punkte = setze(handgerechnet);
         punkte.PunktX[zeile.ohne] = Messpunkte::NichtGemessen;
         const Indizes indizes = berechneIndizes(punkte, Messart::AlleMessungen, {});

@@ -122,11 +122,9 @@ TEST(Reihenmodelle, showSeriesAndFigures_andKeepTheModelContract) {
     EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Mittelwert, Flügeltabelle::CI),
               u"2,50"_s);
     EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Anzahl, Flügeltabelle::HI), u"1"_s);
-    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Standardabweichung,
-                   Flügeltabelle::HI),
+    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Standardabweichung, Flügeltabelle::HI),
               QString());
-    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Minimum, Flügeltabelle::DV),
-              u"-1,0"_s);
+    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Minimum, Flügeltabelle::DV), u"-1,0"_s);
     EXPECT_EQ(modelle.ci().stringList().size(), 2);
 }
 

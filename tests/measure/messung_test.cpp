@@ -35,7 +35,7 @@ struct MessungTest : testing::Test {
     }
     /// Clicks all points of a plausible wing, moved by @p dx.
     void klickeFlügel(float dx = 0) {
-        const std::pair<float, float> punkte[] = {{400, 50}, {92, 75},   {360, 56},  {288, 62},
+        const std::pair<float, float> punkte[] = {{400, 50},  {92, 75},   {360, 56},  {288, 62},
                                                   {286, 116}, {237, 147}, {216, 143}, {292, 201}};
         for (const auto& [x, y] : punkte) {
             klick(x + dx, y);

@@ -1,0 +1,150 @@
+#include "measure/messleiste.h"
+
+#include "measure/aufloesung.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe, QWidget* parent)
+    : QWidget(parent)
+    , texte_(texte)
+    , modelle_(modelle)
+    , fra_Fein_(new QGroupBox)
+    , lab_Fluegel_(new QLabel)
+    , lab_dpi_(new QLabel)
+    , cbo_dpi_(new QComboBox)
+    , reihe_(new Reihenansicht(texte, modelle, u"Leiste"_s, Qt::Vertical)),
+      lab_Statistik_(new QLabel) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    lab_Fluegel_->setObjectName(u"lab_Flügel"_s);
+    QFont groß = lab_Fluegel_->font();
+    groß.setBold(true);
+    lab_Fluegel_->setFont(groß);
+    layout->addWidget(lab_Fluegel_);
+    layout->addWidget(lupe);
+    layout->addWidget(feineinstellung());
+
+    cbo_dpi_->setObjectName(u"cbo_dpi"_s);
+    for (const int dpi : Scannerauflösungen) {
+        cbo_dpi_->addItem(QString());
+        cbo_dpi_->setItemData(cbo_dpi_->count() - 1, dpi);
+    }
+    lab_dpi_->setBuddy(cbo_dpi_);
+    auto* auflösung = new QVBoxLayout;
+    auflösung->setSpacing(2);
+    auflösung->addWidget(lab_dpi_);
+    auflösung->addWidget(cbo_dpi_);
+    layout->addLayout(auflösung);
+    layout->addWidget(reihe_, 1);
+    lab_Statistik_->setObjectName(u"lab_Statistik"_s);
+    lab_Statistik_->setWordWrap(true);
+    layout->addWidget(lab_Statistik_);
+    connect(&modelle_.kennzahlen(), &QAbstractItemModel::modelReset, this,
+            [this] { zeigeMittelwerte(); });
+
+    connect(cbo_dpi_, &QComboBox::activated, this, [this](int index) {
+        if (cbo_dpi_Click_) {
+            cbo_dpi_Click_(index);
+        }
+    });
+    connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
+    beschrifte();
+}
+
+QWidget* Messleiste::feineinstellung() {
+    constexpr int Spalten = 4;
+    fra_Fein_->setObjectName(u"fra_Fein"_s);
+    auto* raster = new QGridLayout(fra_Fein_);
+    raster->setVerticalSpacing(2);
+    for (int nummer = 1; nummer <= Messpunkte::Anzahl; ++nummer) {
+        auto* knopf = new QRadioButton(QString::number(nummer));
+        knopf->setObjectName(u"opt_Fein_%1"_s.arg(nummer));
+        // The digit keys select points on the picture; Tab must not walk through eight buttons.
+        knopf->setFocusPolicy(Qt::ClickFocus);
+        connect(knopf, &QRadioButton::clicked, this, [this, nummer] {
+            if (opt_Fein_Click_) {
+                opt_Fein_Click_(nummer);
+            }
+        });
+        opt_Fein_.at(static_cast<std::size_t>(nummer)) = knopf;
+        raster->addWidget(knopf, (nummer - 1) / Spalten, (nummer - 1) % Spalten);
+    }
+    return fra_Fein_;
+}
+
+void Messleiste::beschrifte() {
+    fra_Fein_->setTitle(texte_(Text::Feineinstellung));
+    lab_dpi_->setText(texte_(Text::AuflösungDesScanners));
+    cbo_dpi_->setAccessibleName(texte_(Text::AuflösungDesScanners));
+    cbo_dpi_->setToolTip(texte_(Meldung::TippAuflösung));
+    for (int i = 0; i < cbo_dpi_->count(); ++i) {
+        cbo_dpi_->setItemText(i, cbo_dpi_->itemData(i).toString() + u' ' +
+                                     texte_(Meldung::EinheitDpi));
+    }
+    for (int nummer = 1; nummer <= Messpunkte::Anzahl; ++nummer) {
+        opt_Fein_.at(static_cast<std::size_t>(nummer))
+            ->setToolTip(texte_(messpunktbeschreibung(nummer)));
+    }
+    zeigeFlügeltext();
+    zeigeMittelwerte();
+}
+
+void Messleiste::zeigePunkte(const Messpunkte& punkte, Messart messart) {
+    for (int nummer = 1; nummer <= Messpunkte::Anzahl; ++nummer) {
+        QRadioButton* knopf = opt_Fein_.at(static_cast<std::size_t>(nummer));
+        knopf->setEnabled(benutzt(messart, nummer));
+        QFont schrift = font();
+        schrift.setBold(punkte.gemessen(nummer)); // a point that is set already
+        knopf->setFont(schrift);
+        // No button of a group of exclusive ones can be unset otherwise.
+        knopf->setAutoExclusive(false);
+        knopf->setChecked(punkte.GewählterPunkt == nummer);
+        knopf->setAutoExclusive(true);
+    }
+}
+
+void Messleiste::zeigeAuflösung(int dpi) {
+    cbo_dpi_->setCurrentIndex(scannerposition(dpi));
+}
+
+void Messleiste::zeigeFlügel(int nummer, bool wiederholt) {
+    flügel_ = nummer;
+    wiederholt_ = wiederholt;
+    zeigeFlügeltext();
+}
+
+void Messleiste::zeigeFlügeltext() {
+    const Meldung text = wiederholt_ ? Meldung::FlügelWirdWiederholt : Meldung::FlügelNummer;
+    lab_Fluegel_->setText(texte_(text).arg(flügel_, 3, 10, QChar(u'0')));
+}
+
+void Messleiste::zeigeMittelwerte() {
+    const auto kennzahl = [this](int zeile, int spalte) {
+        return modelle_.kennzahlen().index(zeile, spalte).data().toString();
+    };
+    QStringList teile;
+    for (const auto& [spalte, name] : {std::pair{Flügeltabelle::CI, Text::CI},
+                                       {Flügeltabelle::HI, Text::HI},
+                                       {Flügeltabelle::DV, Text::DV}}) {
+        const QString mittel = kennzahl(Kennzahlentabelle::Mittelwert, spalte);
+        if (!mittel.isEmpty()) {
+            teile << texte_(name) + u'=' + mittel;
+        }
+    }
+    const QString anzahl = kennzahl(Kennzahlentabelle::Anzahl, Flügeltabelle::CI);
+    lab_Statistik_->setText(teile.isEmpty() ? texte_(Meldung::NochKeineMessung)
+                                            : texte_(Text::Mittelwert) + u" ("_s + anzahl +
+                                                  u"):\n"_s + teile.join(u"  "_s));
+}
+
+} // namespace tarvel

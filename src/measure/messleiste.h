@@ -1,0 +1,60 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "measure/messung.h"
+#include "measure/reihenansicht.h"
+
+#include <QWidget>
+
+#include <array>
+#include <functional>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QRadioButton;
+
+namespace tarvel {
+
+/// The panel beside the wing picture: magnifier, micro-adjustment, resolution of the scan, the
+/// series so far and its mean values.
+class Messleiste : public QWidget {
+public:
+    /// @p lupe becomes a part of the panel.
+    Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe,
+               QWidget* parent = nullptr);
+
+    /// Called with the number of the point whose button was clicked.
+    void beiPunktwahl(std::function<void(int)> wahl) { opt_Fein_Click_ = std::move(wahl); }
+    /// Called with the position in the list of resolutions that the user picked.
+    void beiAuflösung(std::function<void(int)> wahl) { cbo_dpi_Click_ = std::move(wahl); }
+
+    /// Shows which point is selected, which are set and which the kind of examination uses.
+    void zeigePunkte(const Messpunkte& punkte, Messart messart);
+    void zeigeAuflösung(int dpi);
+    void zeigeFlügel(int nummer, bool wiederholt);
+
+    [[nodiscard]] Reihenansicht& reihe() { return *reihe_; }
+
+private:
+    QWidget* feineinstellung();
+    void beschrifte();
+    void zeigeFlügeltext();
+    void zeigeMittelwerte();
+
+    const Texte& texte_;
+    Reihenmodelle& modelle_;
+    std::function<void(int)> opt_Fein_Click_;
+    std::function<void(int)> cbo_dpi_Click_;
+    std::array<QRadioButton*, Messpunkte::Anzahl + 1> opt_Fein_{};
+    QGroupBox* fra_Fein_;
+    QLabel* lab_Fluegel_;
+    QLabel* lab_dpi_;
+    QComboBox* cbo_dpi_;
+    Reihenansicht* reihe_;
+    QLabel* lab_Statistik_;
+    int flügel_ = 1;
+    bool wiederholt_ = false;
+};
+
+} // namespace tarvel

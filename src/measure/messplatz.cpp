@@ -1,0 +1,483 @@
+#include "measure/messplatz.h"
+
+#include "measure/bild.h"
+#include "measure/lupe.h"
+#include "measure/tasten.h"
+#include "measure/uebersicht.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Numbers of the hints that this place shows.
+constexpr int HinweisBildLaden = 1;
+constexpr int HinweisRechteck = 2;
+constexpr int HinweisPunkteSetzen = 4;
+constexpr int HinweisRechteckAufFlügel = 6;
+constexpr int HinweisErneutSpeichern = 8;
+constexpr int HinweisBildWirdGeladen = 15;
+
+/// How near to a mark, in zoomed pixels, the pointer takes hold of it.
+constexpr float Griffweite = 14.0F;
+
+/// The hourglass for as long as it lives.
+class Wartezeiger {
+public:
+    Wartezeiger() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~Wartezeiger() { QApplication::restoreOverrideCursor(); }
+    Wartezeiger(const Wartezeiger&) = delete;
+    Wartezeiger& operator=(const Wartezeiger&) = delete;
+};
+
+Maustaste maustaste(Qt::MouseButton taste) {
+    switch (taste) {
+    case Qt::RightButton:
+        return Maustaste::Rechts;
+    case Qt::MiddleButton:
+        return Maustaste::Mitte;
+    default:
+        return Maustaste::Links;
+    }
+}
+
+/// Middle of the set points of a wing, in pixels of the unzoomed picture.
+QPointF flügelmitte(const Flügelmessung& messung) {
+    QPointF summe;
+    int anzahl = 0;
+    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+        if (messung.punkte.gemessen(i)) {
+            summe += QPointF(messung.punkte.PunktX[i], messung.punkte.PunktY[i]);
+            ++anzahl;
+        }
+    }
+    return anzahl == 0 ? QPointF() : summe / (anzahl * messung.aufnahme.Zoomfaktor);
+}
+
+} // namespace
+
+Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messung& messung, const Messreihe& reihe,
+                     QWidget* parent)
+    : QWidget(parent)
+    , texte_(texte)
+    , dialoge_(dialoge)
+    , messung_(messung)
+    , reihe_(reihe)
+    , seiten_(new QStackedWidget)
+    , aufforderung_(new QLabel)
+    , bef_BildLaden_(new QPushButton)
+    , übersicht_(new Übersicht)
+    , bild_(new Bild)
+    , lupe_(new Lupe) {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(seiten_);
+    seiten_->addWidget(leereSeite());
+    seiten_->addWidget(übersicht_);
+    seiten_->addWidget(bild_);
+    verbindeBild();
+    connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
+    beschrifte();
+}
+
+QWidget* Messplatz::leereSeite() {
+    auto* seite = new QWidget;
+    auto* layout = new QVBoxLayout(seite);
+    aufforderung_->setWordWrap(true);
+    aufforderung_->setAlignment(Qt::AlignCenter);
+    QFont groß = aufforderung_->font();
+    groß.setPointSizeF(groß.pointSizeF() * 1.3);
+    aufforderung_->setFont(groß);
+    bef_BildLaden_->setObjectName(u"bef_BildLaden"_s);
+    connect(bef_BildLaden_, &QPushButton::clicked, this, [this] {
+        if (bildLadenGewünscht) {
+            bildLadenGewünscht();
+        }
+    });
+    layout->addStretch(2);
+    layout->addWidget(aufforderung_);
+    layout->addSpacing(12);
+    layout->addWidget(bef_BildLaden_, 0, Qt::AlignHCenter);
+    layout->addStretch(3);
+    return seite;
+}
+
+void Messplatz::verbindeBild() {
+    übersicht_->gewählt = [this](QPointF mitte) {
+        mitte_ = mitte;
+        zeigeMessen();
+    };
+    bild_->gedrückt = [this](const Zeigerereignis& e) { drück(e); };
+    bild_->bewegt = [this](const Zeigerereignis& e) { beweg(e); };
+    bild_->losgelassen = [this](const Zeigerereignis&) { gezogen_ = 0; };
+    bild_->tasteGedrückt = [this](QKeyEvent* e) { return taste(*e); };
+    bild_->zoomGewünscht = [this](int schritt) {
+        wünscheZoom(messung_.aufnahme().Zoomfaktor + schritt);
+    };
+    bild_->ausschnittGeändert = [this] {
+        if (zustand_ == Zustand::Messen) {
+            mitte_ = bild_->ausschnitt().center();
+        }
+        zeigeRahmen();
+    };
+}
+
+void Messplatz::beschrifte() {
+    // The request comes in two halves that belong together.
+    aufforderung_->setText(texte_(Text::HinweisBildLaden) + u'\n' +
+                           texte_(Text::UndÖffnenSieEinBild));
+    bef_BildLaden_->setText(texte_(Text::KnopfBildLaden));
+    übersicht_->setAccessibleName(texte_(Meldung::NameÜbersicht));
+    bild_->setAccessibleName(texte_(Meldung::NameFlügelbild));
+    lupe_->setAccessibleName(texte_(Meldung::Lupe));
+}
+
+QString Messplatz::bilddatei() const {
+    return datei_ ? datei_->pfad() : QString();
+}
+
+QSize Messplatz::bildgröße() const {
+    return datei_ ? datei_->größe() : QSize();
+}
+
+void Messplatz::hinweis(int nummer) {
+    if (ZeigeHinweis) {
+        ZeigeHinweis(nummer);
+    }
+}
+
+void Messplatz::wechsle(Zustand zustand) {
+    zustand_ = zustand;
+    seiten_->setCurrentIndex(static_cast<int>(zustand));
+    if (zustandGeändert) {
+        zustandGeändert();
+    }
+}
+
+bool Messplatz::gibPunkteAuf(Meldung frage, Meldung ja) {
+    if (!messung_.punkte().begonnen()) {
+        return true;
+    }
+    const Antwort antwort = dialoge_.frage({.titel = texte_(ja),
+                                            .text = texte_(frage),
+                                            .art = Meldungsart::Frage,
+                                            .mitAbbrechen = false,
+                                            .ja = texte_(ja),
+                                            .nein = texte_(Meldung::WeiterMessen)});
+    return antwort == Antwort::Ja;
+}
+
+bool Messplatz::ladeBild(const QString& pfad) {
+    if (!gibPunkteAuf(Meldung::AnderesBildFrage, Meldung::AnderesBildLaden)) {
+        return false;
+    }
+    if (!öffne(pfad)) {
+        return false;
+    }
+    messung_.setzeBilddatei(pfad);
+    mitte_ = QPointF(datei_->größe().width() / 2.0, datei_->größe().height() / 2.0);
+    zeigeErledigte();
+    if (einFlügel()) {
+        zeigeMessen();
+    } else {
+        zeigeÜbersicht();
+    }
+    return true;
+}
+
+bool Messplatz::öffne(const QString& pfad) {
+    const Wartezeiger warten;
+    hinweis(HinweisBildWirdGeladen);
+    auto ergebnis = Bilddatei::oeffnen(pfad);
+    if (const auto* fehler = std::get_if<Bildfehler>(&ergebnis)) {
+        meldeBildfehler(*fehler, pfad);
+        hinweis(datei_ ? HinweisRechteck : HinweisBildLaden);
+        return false;
+    }
+    datei_ = std::get<Bilddatei>(std::move(ergebnis));
+    // The pixels of the former picture go before those of the new one come.
+    bild_->setBild({});
+    lupe_->setBild({}, 1);
+    übersicht_->setBild(datei_->übersicht(), datei_->größe());
+    return true;
+}
+
+void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
+    const QString name = QDir::toNativeSeparators(pfad);
+    QString text;
+    switch (fehler.art) {
+    case Bildfehler::Art::NichtGefunden:
+        text = texte_(Text::BilddateiNichtGefunden) + u'\n' +
+               texte_(Meldung::BildVerschwunden).arg(name);
+        break;
+    case Bildfehler::Art::KeinRecht:
+        text = texte_(Meldung::BildKeineRechte).arg(name);
+        break;
+    case Bildfehler::Art::Leer:
+        text = texte_(Meldung::BildLeer).arg(name);
+        break;
+    case Bildfehler::Art::Unlesbar:
+        text = texte_(Meldung::BildKeinBild).arg(name);
+        break;
+    case Bildfehler::Art::Abgeschnitten:
+        text = texte_(Meldung::BildAbgeschnitten).arg(name);
+        break;
+    case Bildfehler::Art::ZuGross: {
+        const QString megapixel = QString::number(Bilddatei::HöchstensBildpunkte / 1'000'000) +
+                                  u" 000 000 "_s + texte_(Meldung::EinheitPixel);
+        text = texte_(Text::BildZuGroß) + u'\n' +
+               texte_(Meldung::BildGrößerAlsErlaubt).arg(name, fehler.grund, megapixel);
+        break;
+    }
+    }
+    if (!fehler.grund.isEmpty() && fehler.art != Bildfehler::Art::ZuGross) {
+        text += u"\n\n("_s + fehler.grund + u')';
+    }
+    dialoge_.meldung(texte_(Text::Fehler), text, Meldungsart::Ausruf);
+}
+
+bool Messplatz::einFlügel() const {
+    // Such a picture is seen well enough without an overview, and scrolled if need be.
+    constexpr double Spielraum = 1.5;
+    const QSizeF gezoomt = QSizeF(datei_->größe()) * messung_.aufnahme().Zoomfaktor;
+    return gezoomt.width() <= Spielraum * seiten_->width() &&
+           gezoomt.height() <= Spielraum * seiten_->height();
+}
+
+void Messplatz::zeigeÜbersicht() {
+    if (!datei_) {
+        hinweis(HinweisBildLaden);
+        return;
+    }
+    wechsle(Zustand::Übersicht);
+    zeigeRahmen();
+    übersicht_->setMitte(mitte_);
+    übersicht_->setFocus();
+    hinweis(reihe_.leer() ? HinweisRechteck : HinweisRechteckAufFlügel);
+}
+
+bool Messplatz::zeigeMessen() {
+    if (!datei_) {
+        hinweis(HinweisBildLaden);
+        return false;
+    }
+    const QPointF mitte = mitte_;
+    if (bild_->bild().isNull()) {
+        const Wartezeiger warten;
+        hinweis(HinweisBildWirdGeladen);
+        Bildfehler fehler;
+        const QImage* pixel = datei_->pixel(&fehler);
+        if (pixel == nullptr) {
+            meldeBildfehler(fehler, datei_->pfad());
+            hinweis(HinweisBildLaden);
+            return false;
+        }
+        bild_->setBild(*pixel);
+    }
+    bild_->setZoomfaktor(messung_.aufnahme().Zoomfaktor);
+    lupe_->setBild(bild_->bild(), messung_.aufnahme().Zoomfaktor);
+    wechsle(Zustand::Messen);
+    zeigePunkte();
+    zeigeErledigte();
+    bild_->zeige(mitte);
+    mitte_ = mitte;
+    nimmTastatur();
+    hinweis(messung_.wiederholt() ? HinweisErneutSpeichern : HinweisPunkteSetzen);
+    return true;
+}
+
+void Messplatz::nimmTastatur() {
+    if (zustand_ == Zustand::Messen) {
+        bild_->setFocus();
+    } else if (zustand_ == Zustand::Übersicht) {
+        übersicht_->setFocus();
+    }
+}
+
+bool Messplatz::wünscheZoom(int zoomfaktor) {
+    const int zoom = std::clamp(zoomfaktor, Bild::KleinsterZoom, Bild::GrößterZoom);
+    if (zoom == messung_.aufnahme().Zoomfaktor) {
+        return false;
+    }
+    if (messung_.punkte().begonnen()) {
+        const Antwort antwort = dialoge_.frage(
+            {.titel = texte_(Text::MenüZoomBeiMessen),
+             .text = texte_(Text::ZoomfaktorFrage) + u'\n' + texte_(Text::ZoomfaktorWarnung),
+             .art = Meldungsart::Frage});
+        if (antwort != Antwort::Ja) {
+            return false;
+        }
+    }
+    const QPointF mitte = mitte_;
+    messung_.setzeZoomfaktor(zoom);
+    bild_->setZoomfaktor(zoom);
+    lupe_->setBild(bild_->bild(), zoom);
+    if (zustand_ == Zustand::Messen) {
+        bild_->zeige(mitte);
+        mitte_ = mitte;
+        hinweis(HinweisPunkteSetzen);
+    }
+    zeigePunkte();
+    zeigeErledigte();
+    zeigeRahmen();
+    if (zustandGeändert) {
+        zustandGeändert();
+    }
+    return true;
+}
+
+bool Messplatz::wünscheMessart(Messart messart) {
+    if (messart == messung_.messart() ||
+        !gibPunkteAuf(Meldung::BetriebsartFrage, Meldung::BetriebsartWechseln)) {
+        return false;
+    }
+    messung_.setzeMessart(messart);
+    return true;
+}
+
+bool Messplatz::wiederhole(int nummer) {
+    const Flügelmessung* messung = reihe_.messung(nummer);
+    if (messung == nullptr) {
+        dialoge_.meldung(texte_(Text::MessungWiederholen), texte_(Meldung::NichtsZuWiederholen),
+                         Meldungsart::Hinweis);
+        return false;
+    }
+    if (!gibPunkteAuf(Meldung::WiederholenFrage, Meldung::Wiederholen)) {
+        return false;
+    }
+    if (bilddatei() != messung->bilddatei && !öffne(messung->bilddatei)) {
+        return false;
+    }
+    if (!messung_.wiederhole(nummer)) {
+        return false;
+    }
+    mitte_ = flügelmitte(*messung);
+    return zeigeMessen();
+}
+
+void Messplatz::nächsterFlügel() {
+    zeigeErledigte();
+    if (datei_ && !einFlügel()) {
+        zeigeÜbersicht();
+    } else {
+        hinweis(HinweisPunkteSetzen);
+    }
+}
+
+void Messplatz::zeigeRahmen() {
+    const int zoom = messung_.aufnahme().Zoomfaktor;
+    übersicht_->setRahmen(QSizeF(seiten_->size()) / zoom);
+}
+
+void Messplatz::zeigePunkte() {
+    const Messpunkte& punkte = messung_.punkte();
+    std::vector<Marke> marken;
+    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+        if (punkte.gemessen(i)) {
+            marken.push_back({.position = QPointF(punkte.PunktX[i], punkte.PunktY[i]),
+                              .text = QString::number(i),
+                              .gewählt = punkte.GewählterPunkt == i,
+                              .aktiv = punkte.AktuellerPunkt == i});
+        }
+    }
+    lupe_->setMarken(marken);
+    bild_->setMarken(std::move(marken));
+}
+
+void Messplatz::zeigeErledigte() {
+    std::vector<Marke> imScan;
+    std::vector<Marke> imBild;
+    const int zoom = messung_.aufnahme().Zoomfaktor;
+    for (const auto& [nummer, messung] : reihe_.messungen()) {
+        if (messung.bilddatei != bilddatei() ||
+            (messung_.wiederholt() && nummer == messung_.nummer())) {
+            continue;
+        }
+        const QPointF mitte = flügelmitte(messung);
+        const QString text = u"%1"_s.arg(nummer, 3, 10, QChar(u'0'));
+        imScan.push_back({.position = mitte, .text = text});
+        imBild.push_back({.position = mitte * zoom, .text = text});
+        for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+            if (messung.punkte.gemessen(i)) {
+                imBild.push_back(
+                    {.position = QPointF(messung.punkte.PunktX[i], messung.punkte.PunktY[i]) *
+                                 zoom / messung.aufnahme.Zoomfaktor});
+            }
+        }
+    }
+    übersicht_->setErledigte(std::move(imScan));
+    bild_->setErledigte(std::move(imBild));
+}
+
+int Messplatz::nächsterGesetzter(float x, float y) const {
+    const Messpunkte& punkte = messung_.punkte();
+    int nächster = 0;
+    float kleinster = Griffweite;
+    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+        const float abstand = std::hypot(punkte.PunktX[i] - x, punkte.PunktY[i] - y);
+        if (punkte.gemessen(i) && abstand < kleinster) {
+            kleinster = abstand;
+            nächster = i;
+        }
+    }
+    return nächster;
+}
+
+void Messplatz::drück(const Zeigerereignis& e) {
+    if (e.taste == Qt::LeftButton && e.umschalt.testFlag(Qt::ControlModifier)) {
+        gezogen_ = nächsterGesetzter(e.x, e.y);
+        zugBegonnen_ = false;
+        messung_.opt_Fein_Click(gezogen_);
+        return;
+    }
+    messung_.Bild_MouseDown(maustaste(e.taste), umschaltung::von(e.umschalt), e.x, e.y);
+}
+
+void Messplatz::beweg(const Zeigerereignis& e) {
+    messung_.Bild_MouseMove(Maustaste::Links, umschaltung::von(e.umschalt), e.x, e.y);
+    if (gezogen_ != 0 && e.tasten.testFlag(Qt::LeftButton)) {
+        messung_.zieh(gezogen_, e.x, e.y, !zugBegonnen_);
+        zugBegonnen_ = true;
+    }
+    lupe_->setMitte(QPointF(e.x, e.y));
+}
+
+bool Messplatz::taste(const QKeyEvent& e) {
+    if (e.key() == Qt::Key_Escape) {
+        zeigeÜbersicht();
+        return true;
+    }
+    const int code = tastencode(e);
+    const int umschalt = umschaltung::von(e.modifiers());
+    if (umschalt == umschaltung::Umschalt) {
+        // Moves the pointer itself, so that a wing can be measured without the mouse.
+        if (const QPoint schritt = pfeilrichtung(code); !schritt.isNull()) {
+            QCursor::setPos(QCursor::pos() + schritt);
+            return true;
+        }
+    }
+    if (!messung_.Bild_KeyDown(code, umschalt)) {
+        return false;
+    }
+    const Messpunkte& punkte = messung_.punkte();
+    if (punkte.GewählterPunkt != 0 && punkte.gemessen(punkte.GewählterPunkt)) {
+        const QPointF ort(punkte.PunktX[punkte.GewählterPunkt],
+                          punkte.PunktY[punkte.GewählterPunkt]);
+        bild_->macheSichtbar(ort);
+        lupe_->setMitte(ort);
+    }
+    return true;
+}
+
+} // namespace tarvel

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "measure/bilddatei.h"
+#include "measure/messung.h"
+#include "platform/dialoge.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class QKeyEvent;
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+
+namespace tarvel {
+
+class Bild;
+class Lupe;
+class Übersicht;
+struct Zeigerereignis;
+
+/// The place where wings are measured: the overview of the scan and the measuring view of a part
+/// of it, with the events of both passed on to the measuring. Asks before points that are not
+/// taken over yet would be lost.
+class Messplatz : public QWidget {
+public:
+    enum class Zustand { OhneBild, Übersicht, Messen };
+
+    Messplatz(const Texte& texte, Dialoge& dialoge, Messung& messung, const Messreihe& reihe,
+              QWidget* parent = nullptr);
+
+    /// What the surroundings are told; members that are not set are not called.
+    std::function<void(int hinweisnummer)> ZeigeHinweis;
+    std::function<void()> zustandGeändert;
+    std::function<void()> bildLadenGewünscht;
+
+    [[nodiscard]] Zustand zustand() const { return zustand_; }
+    /// The picture that is shown; empty without one.
+    [[nodiscard]] QString bilddatei() const;
+    [[nodiscard]] QSize bildgröße() const;
+    [[nodiscard]] Lupe& lupe() { return *lupe_; }
+
+    /// Opens a picture. False, with the present one kept, when it cannot be measured (a message
+    /// was shown) or when the user did not want to give up the points of the current wing.
+    bool ladeBild(const QString& pfad);
+
+    void zeigeÜbersicht();
+    /// False when there is no picture or its pixels cannot be read; a message was shown then.
+    bool zeigeMessen();
+    /// Gives the keyboard to the picture.
+    void nimmTastatur();
+
+    /// Changes zoom or kind of examination, after a question when the current wing has points.
+    /// True when the change was made.
+    bool wünscheZoom(int zoomfaktor);
+    bool wünscheMessart(Messart messart);
+
+    /// Brings a wing of the series back onto its picture for correction. False, with a message
+    /// shown, when that cannot be done.
+    bool wiederhole(int nummer);
+
+    /// After a wing was taken over: on to the next, in the overview of a scan with several wings.
+    void nächsterFlügel();
+
+    /// Shows the points of the measuring as marks, and the wings of the series.
+    void zeigePunkte();
+    void zeigeErledigte();
+
+private:
+    QWidget* leereSeite();
+    void verbindeBild();
+    void beschrifte();
+    void wechsle(Zustand zustand);
+    void hinweis(int nummer);
+    /// True when the current wing has no points, or when the user gives them up.
+    bool gibPunkteAuf(Meldung frage, Meldung ja);
+    bool öffne(const QString& pfad);
+    void meldeBildfehler(const Bildfehler& fehler, const QString& pfad);
+    void zeigeRahmen();
+    /// True when the picture is hardly larger than the view, as that of a single wing is.
+    [[nodiscard]] bool einFlügel() const;
+
+    void drück(const Zeigerereignis& ereignis);
+    void beweg(const Zeigerereignis& ereignis);
+    bool taste(const QKeyEvent& ereignis);
+    [[nodiscard]] int nächsterGesetzter(float x, float y) const;
+
+    const Texte& texte_;
+    Dialoge& dialoge_;
+    Messung& messung_;
+    const Messreihe& reihe_;
+    std::optional<Bilddatei> datei_;
+    Zustand zustand_ = Zustand::OhneBild;
+    QPointF mitte_;   ///< where measuring goes on, in pixels of the picture
+    int gezogen_ = 0; ///< number of the point being dragged, 0 for none
+    bool zugBegonnen_ = false;
+
+    QStackedWidget* seiten_;
+    QLabel* aufforderung_;
+    QPushButton* bef_BildLaden_;
+    Übersicht* übersicht_;
+    Bild* bild_;
+    Lupe* lupe_;
+};
+
+} // namespace tarvel

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "measure/reihenmodelle.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QLabel;
+class QListView;
+class QTableView;
+
+namespace tarvel {
+
+/// The view "Alle": the cubital-index lines and the hantel-index lines of the series side by side.
+/// Choosing a wing in one list chooses it in the other.
+class Reihenansicht : public QWidget {
+public:
+    /// The lists get the object names @p präfix + "_CI" and @p präfix + "_HI_DV".
+    Reihenansicht(const Texte& texte, Reihenmodelle& modelle, const QString& präfix,
+                  Qt::Orientation orientierung, QWidget* parent = nullptr);
+
+    /// Wing numbers of the selected lines, ascending.
+    [[nodiscard]] std::vector<int> gewählteNummern() const;
+    void wähle(int nummer);
+
+private:
+    void beschrifte();
+    void übertrage(const QListView& von, QListView& nach);
+
+    const Texte& texte_;
+    QLabel* überschriftCi_;
+    QLabel* überschriftHiDv_;
+    QListView* ci_;
+    QListView* hiDv_;
+    bool überträgt_ = false;
+};
+
+/// The view "Tabelle": one row a wing, and below it the figures of the sample.
+class Tabellenansicht : public QWidget {
+public:
+    Tabellenansicht(const Texte& texte, Reihenmodelle& modelle, QWidget* parent = nullptr);
+
+    /// Wing number of the current row, 0 for none.
+    [[nodiscard]] int gewählteNummer() const;
+
+private:
+    void beschrifte();
+
+    const Texte& texte_;
+    Reihenmodelle& modelle_;
+    QTableView* flügel_;
+    QTableView* kennzahlen_;
+};
+
+} // namespace tarvel
