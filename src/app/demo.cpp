@@ -1,0 +1,276 @@
+#include "app/demo.h"
+
+#include "app/hauptstart.h"
+#include "app/hg.h"
+#include "app/info.h"
+#include "app/start.h"
+#include "measure/aufloesung.h"
+#include "measure/bild.h"
+#include "measure/messhilfe.h"
+#include "measure/uebersicht.h"
+#include "platform/system_shell.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <cstdio>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Musterauflösung = 1200;
+constexpr int Musterzoom = 2;
+
+/// Answers in place of a person: chooses the sample where a file is asked for, and takes every
+/// message as a fault, because the demo does nothing that a message is needed for.
+class Demodialoge final : public Dialoge {
+public:
+    explicit Demodialoge(QString muster)
+        : muster_(std::move(muster)) {}
+
+    void meldung(const QString& /*titel*/, const QString& text, Meldungsart /*art*/) override {
+        std::fputs(qPrintable(text + u'\n'), stderr);
+        ++meldungen_;
+    }
+    Antwort frage(const Frage& /*frage*/) override { return Antwort::Ja; }
+    QString dateiOeffnen(const QString&, const QString&, const QString&) override {
+        return muster_;
+    }
+    QString dateiSpeichern(const QString&, const QString& vorschlag, const QString&) override {
+        return vorschlag;
+    }
+    [[nodiscard]] int meldungen() const { return meldungen_; }
+
+private:
+    QString muster_;
+    int meldungen_ = 0;
+};
+
+void maus(QWidget& ziel, QEvent::Type art, QPointF ort, Qt::MouseButton taste) {
+    const bool gedrückt = art != QEvent::MouseButtonRelease && taste != Qt::NoButton;
+    QMouseEvent ereignis(art, ort, ziel.mapToGlobal(ort), taste,
+                         gedrückt ? Qt::MouseButtons(taste) : Qt::MouseButtons(Qt::NoButton),
+                         Qt::NoModifier);
+    QCoreApplication::sendEvent(&ziel, &ereignis);
+}
+
+void klick(QWidget& ziel, QPointF ort, Qt::MouseButton taste) {
+    maus(ziel, QEvent::MouseMove, ort, Qt::NoButton);
+    maus(ziel, QEvent::MouseButtonPress, ort, taste);
+    maus(ziel, QEvent::MouseButtonRelease, ort, taste);
+}
+
+void tippe(QWidget& ziel, const QString& text) {
+    for (const QChar zeichen : text) {
+        for (const QEvent::Type art : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent ereignis(art, 0, Qt::NoModifier, QString(zeichen));
+            QCoreApplication::sendEvent(&ziel, &ereignis);
+        }
+    }
+}
+
+/// True points of the sample, one row a wing: the unused index 0 and points 1 to 8.
+using Flügelpunkte = std::array<QPointF, Messpunkte::Anzahl + 1>;
+
+std::vector<Flügelpunkte> wahrePunkte() {
+    std::vector<Flügelpunkte> flügel;
+    QFile datei(u":/tarvel/musterblatt.csv"_s);
+    if (!datei.open(QIODevice::ReadOnly)) {
+        return flügel;
+    }
+    datei.readLine(); // headings
+    while (!datei.atEnd()) {
+        const QList<QByteArray> zellen = datei.readLine().trimmed().split(',');
+        Flügelpunkte punkte;
+        for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+            const qsizetype stelle = 2 * i - 1;
+            punkte.at(static_cast<std::size_t>(i)) =
+                QPointF(zellen.value(stelle).toDouble(), zellen.value(stelle + 1).toDouble());
+        }
+        flügel.push_back(punkte);
+    }
+    return flügel;
+}
+
+QPointF mitte(const Flügelpunkte& punkte) {
+    QPointF summe;
+    for (const QPointF& punkt : punkte) {
+        summe += punkt;
+    }
+    return summe / Messpunkte::Anzahl;
+}
+
+class Vorführung {
+public:
+    Vorführung(const QString& ziel, const QString& ordner)
+        : ziel_(ziel)
+        , dialoge_(ziel_.filePath(u"musterblatt.png"_s))
+        , programm_(ordner, {.dialoge = dialoge_,
+                             .shell = shell_,
+                             .uhr = uhr_,
+                             .format = Zahlenformat::system(),
+                             .benutzersprache = QLocale::system().language(),
+                             .ersterLauf = [this](Start& start) { ersterLauf(start); }}) {}
+
+    int laufe() {
+        QFile::remove(ziel_.filePath(u"musterblatt.png"_s));
+        QFile::copy(u":/tarvel/musterblatt.png"_s, ziel_.filePath(u"musterblatt.png"_s));
+        if (!programm_.Hauptstart()) {
+            return 1;
+        }
+        HG& hg = *programm_.hauptfenster();
+        hg.resize(1280, 720);
+        zeigeAn();
+        halteFest(hg, u"hauptfenster"_s);
+        tippe(kind<QLineEdit>(u"txt_Volk"_s), u"12"_s);
+        miss();
+        zeigeAnsichten();
+        return vergleiche();
+    }
+
+private:
+    template <typename T>
+    T& kind(const QString& name) {
+        auto* gefunden = programm_.hauptfenster()->findChild<T*>(name);
+        if (gefunden == nullptr) {
+            qFatal("no control named %s", qPrintable(name));
+        }
+        return *gefunden;
+    }
+
+    void löseAus(const QString& aktion) { kind<QAction>(aktion).trigger(); }
+
+    static void zeigeAn() { QCoreApplication::processEvents(); }
+
+    void halteFest(QWidget& fenster, const QString& name) {
+        zeigeAn();
+        const QString pfad = ziel_.filePath(name + u".png"_s);
+        if (!fenster.grab().save(pfad)) {
+            std::fputs(qPrintable(u"cannot write "_s + pfad + u'\n'), stderr);
+            ++fehler_;
+        }
+    }
+
+    void ersterLauf(Start& start) {
+        start.show();
+        tippe(*start.findChild<QLineEdit*>(u"txt_Name"_s), u"Imkerei Muster"_s);
+        tippe(*start.findChild<QLineEdit*>(u"txt_Kurzzeichen"_s), u"IM"_s);
+        halteFest(start, u"erster-lauf"_s);
+        start.findChild<QPushButton*>(u"lab_OK"_s)->click();
+    }
+
+    void miss() {
+        löseAus(u"men_Datei_5"_s);
+        auto& auflösung = kind<QComboBox>(u"cbo_dpi"_s);
+        auflösung.setCurrentIndex(scannerposition(Musterauflösung));
+        Q_EMIT auflösung.activated(auflösung.currentIndex());
+        löseAus(u"men_Zoom_%1"_s.arg(Musterzoom));
+        löseAus(u"men_Ansicht_6"_s);
+        halteFest(*programm_.hauptfenster(), u"uebersicht"_s);
+        bool erster = true;
+        for (const Flügelpunkte& punkte : wahrePunkte_) {
+            messeFlügel(punkte, erster);
+            erster = false;
+        }
+        halteFest(*programm_.hauptfenster(), u"uebersicht-gemessen"_s);
+    }
+
+    void messeFlügel(const Flügelpunkte& punkte, bool mitBild) {
+        löseAus(u"men_Ansicht_6"_s);
+        auto& übersicht = kind<Übersicht>(u"Übersicht"_s);
+        const QPointF ort = übersicht.zuFenster(mitte(punkte));
+        maus(übersicht, QEvent::MouseButtonPress, übersicht.rect().center(), Qt::LeftButton);
+        maus(übersicht, QEvent::MouseMove, ort, Qt::LeftButton);
+        maus(übersicht, QEvent::MouseButtonRelease, ort, Qt::LeftButton);
+        auto& bild = kind<Bild>(u"Bild"_s);
+        for (std::size_t i = 1; i < punkte.size(); ++i) {
+            klick(*bild.viewport(), bild.zuFenster(punkte.at(i) * Musterzoom), Qt::LeftButton);
+        }
+        if (mitBild) {
+            halteFest(*programm_.hauptfenster(), u"messen"_s);
+        }
+        klick(*bild.viewport(), bild.zuFenster(punkte.back() * Musterzoom), Qt::RightButton);
+    }
+
+    void zeigeAnsichten() {
+        löseAus(u"men_Ansicht_0"_s);
+        halteFest(*programm_.hauptfenster(), u"alle"_s);
+        löseAus(u"men_Ansicht_11"_s);
+        halteFest(*programm_.hauptfenster(), u"tabelle"_s);
+        löseAus(u"men_Hilfe_4"_s);
+        halteFest(kind<MessHilfe>(u"MessHilfe"_s), u"messhilfe"_s);
+        Info info(programm_.texte());
+        info.show();
+        halteFest(info, u"info"_s);
+    }
+
+    /// Prints the lines of the series, and beside them whether they are those of the true points.
+    int vergleiche() {
+        QTextStream aus(stdout);
+        const Messreihe& gemessen = programm_.hauptfenster()->untersuchung().reihe();
+        Messreihe wahr;
+        qint16 nummer = 0;
+        for (const Flügelpunkte& punkte : wahrePunkte_) {
+            Messpunkte p(Messart::AlleMessungen);
+            for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+                const QPointF& ort = punkte.at(static_cast<std::size_t>(i));
+                p.setze(Messart::AlleMessungen, i, static_cast<float>(ort.x()),
+                        static_cast<float>(ort.y()));
+            }
+            const Aufnahme aufnahme{.Zoomfaktor = 1, .dpi = Musterauflösung};
+            wahr.trageEin(++nummer, berechneIndizes(p, Messart::AlleMessungen, aufnahme), {},
+                          Zahlenformat::system());
+        }
+        const Zeilenwörter wörter = zeilenwörter(programm_.texte());
+        const QStringList ci = gemessen.ciTexte(wörter);
+        const QStringList hiDv = gemessen.hiDvTexte(wörter);
+        const QStringList ciWahr = wahr.ciTexte(wörter);
+        const QStringList hiDvWahr = wahr.hiDvTexte(wörter);
+        int gleich = 0;
+        for (qsizetype i = 0; i < ciWahr.size(); ++i) {
+            const bool stimmt = ci.value(i) == ciWahr.at(i) && hiDv.value(i) == hiDvWahr.at(i);
+            gleich += stimmt ? 1 : 0;
+            aus << ci.value(i) << u"   |   "_s << hiDv.value(i)
+                << (stimmt ? u"   = true points\n"_s
+                           : u"   DIFFERS: "_s + ciWahr.at(i) + u' ' + hiDvWahr.at(i) + u'\n');
+        }
+        aus << gleich << u" of "_s << ciWahr.size()
+            << u" wings agree with their true points. Pictures are in "_s << ziel_.path() << u'\n';
+        const bool gut = gleich == ciWahr.size() && gleich > 0 && ci.size() == ciWahr.size() &&
+                         fehler_ == 0 && dialoge_.meldungen() == 0;
+        return gut ? 0 : 1;
+    }
+
+    QDir ziel_;
+    Demodialoge dialoge_;
+    SystemShell shell_;
+    SystemClock uhr_;
+    Programm programm_;
+    std::vector<Flügelpunkte> wahrePunkte_ = wahrePunkte();
+    int fehler_ = 0;
+};
+
+} // namespace
+
+int demo(const Befehlszeile& zeile) {
+    if (!QDir().mkpath(zeile.demo)) {
+        std::fputs(qPrintable(u"tarvel: cannot make the folder "_s + zeile.demo + u'\n'), stderr);
+        return 1;
+    }
+    // A person's own settings stay out of it.
+    const QTemporaryDir eigener;
+    Vorführung vorführung(zeile.demo, zeile.ordner.isEmpty() ? eigener.path() : zeile.ordner);
+    return vorführung.laufe();
+}
+
+} // namespace tarvel

@@ -1,0 +1,51 @@
+#include "app/hauptstart.h"
+
+#include "app/hg.h"
+#include "app/start.h"
+
+#include <QGuiApplication>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint16 NieEingerichtet = -1;
+constexpr int HinweisBildLaden = 1;
+
+} // namespace
+
+Programm::Programm(const QString& ordner, const Dienste& dienste)
+    : ordner_(ordner)
+    , dienste_(dienste)
+    , einstellungen_(ordner + u"/Index.ini"_s)
+    , texte_(ordner)
+    , qtÜbersetzung_(texte_, ordner) {}
+
+Programm::~Programm() = default;
+
+bool Programm::Hauptstart() {
+    if (einstellungen_.zahl(Einstellung::Neu) == NieEingerichtet) {
+        Start start(einstellungen_, texte_, dienste_.benutzersprache);
+        dienste_.ersterLauf(start);
+    }
+    texte_.SpracheEinstellen(einstellungen_.zahl(Einstellung::Sprache));
+
+    instanz_ = std::make_unique<Instanz>(ordner_);
+    if (!instanz_->erste()) {
+        dienste_.dialoge.meldung(texte_(Meldung::Programmname), texte_(Text::BereitsGestartet),
+                                 Meldungsart::Stopp);
+        return false;
+    }
+
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
+                                        dienste_.uhr, dienste_.format, ordner_});
+    hg_->messmodus(HinweisBildLaden);
+    QGuiApplication::restoreOverrideCursor();
+    hg_->show();
+    return true;
+}
+
+} // namespace tarvel

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/umgebung.h"
+#include "lang/qt_uebersetzung.h"
+#include "platform/instanz.h"
+
+#include <QLocale>
+
+#include <functional>
+#include <memory>
+
+namespace tarvel {
+
+class HG;
+class Start;
+
+/// What the program takes from the computer it runs on. Everything outlives the program.
+struct Dienste {
+    Dialoge& dialoge;
+    Shell& shell;
+    const Clock& uhr;
+    Zahlenformat format;
+    QLocale::Language benutzersprache; ///< preselects the language at the first run
+    /// Shows the first-run window and returns when it is closed.
+    std::function<void(Start&)> ersterLauf;
+};
+
+/// The running program: settings, texts and main window, set up in the order of `Hauptstart`.
+class Programm {
+public:
+    /// @p ordner folder of Index.ini, help and samples.
+    Programm(const QString& ordner, const Dienste& dienste);
+    ~Programm();
+
+    /// Starts the program. False when it has to end at once, because another instance is running;
+    /// the message was shown then.
+    [[nodiscard]] bool Hauptstart();
+
+    /// The main window; null before a successful start.
+    [[nodiscard]] HG* hauptfenster() const { return hg_.get(); }
+    [[nodiscard]] Texte& texte() { return texte_; }
+    [[nodiscard]] Einstellungen& einstellungen() { return einstellungen_; }
+
+private:
+    QString ordner_;
+    Dienste dienste_;
+    Einstellungen einstellungen_;
+    Texte texte_;
+    QtÜbersetzung qtÜbersetzung_;
+    std::unique_ptr<Instanz> instanz_;
+    std::unique_ptr<HG> hg_;
+};
+
+} // namespace tarvel

@@ -1,0 +1,136 @@
+#include "app/befehlszeile.h"
+#include "app/demo.h"
+#include "app/hauptstart.h"
+#include "app/hg.h"
+#include "app/start.h"
+#include "platform/system_dialoge.h"
+#include "platform/system_shell.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace {
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+
+constexpr int FalscherAufruf = 2;
+
+/// Ends what is running as soon as a first window was painted.
+class EndeNachErstemAnstrich : public QObject {
+public:
+    [[nodiscard]] bool gemalt() const { return gemalt_; }
+
+    bool eventFilter(QObject* objekt, QEvent* event) override {
+        if (!gemalt_ && event->type() == QEvent::Paint && objekt->isWidgetType()) {
+            gemalt_ = true;
+            QTimer::singleShot(0, this, [] {
+                if (QWidget* modal = QApplication::activeModalWidget()) {
+                    modal->close();
+                }
+                QCoreApplication::quit();
+            });
+        }
+        return false;
+    }
+
+private:
+    bool gemalt_ = false;
+};
+
+void drucke(std::FILE* ziel, const QString& text) {
+    std::fputs(qPrintable(text), ziel);
+}
+
+/// Arguments as the program was called with, before the toolkit exists: help and errors are
+/// printed on machines without a display too.
+QStringList argumente(int argc, char** argv) {
+    QStringList liste;
+    for (int i = 0; i < argc; ++i) {
+        liste << QString::fromLocal8Bit(argv[i]);
+    }
+    return liste;
+}
+
+bool ohneAnzeige() {
+#ifdef Q_OS_LINUX
+    return qEnvironmentVariableIsEmpty("DISPLAY") &&
+           qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+           qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+#else
+    return false;
+#endif
+}
+
+int laufe(QApplication& app, const Befehlszeile& zeile) {
+    const QString ordner =
+        zeile.ordner.isEmpty() ? QCoreApplication::applicationDirPath() : zeile.ordner;
+    QDir().mkpath(ordner);
+
+    EndeNachErstemAnstrich ende;
+    if (zeile.nurStart) {
+        app.installEventFilter(&ende);
+    }
+    SystemDialoge dialoge;
+    SystemShell shell;
+    const SystemClock uhr;
+    Programm programm(ordner, {.dialoge = dialoge,
+                               .shell = shell,
+                               .uhr = uhr,
+                               .format = Zahlenformat::system(),
+                               .benutzersprache = QLocale::system().language(),
+                               .ersterLauf = [](Start& start) { start.exec(); }});
+    const auto worte = [&] {
+        const Texte& t = programm.texte();
+        dialoge.setzeWorte({.ok = t(Meldung::KnopfOK),
+                            .ja = t(Text::Ja),
+                            .nein = t(Text::Nein),
+                            .abbrechen = t(Text::Abbrechen)});
+    };
+    worte();
+    QObject::connect(&programm.texte(), &Texte::languageChanged, &app, worte);
+    if (!programm.Hauptstart()) {
+        return 0;
+    }
+    if (ende.gemalt()) {
+        return 0; // the first-run window was the first
+    }
+    if (!zeile.dateien.isEmpty()) {
+        // After the first paint, so that the user sees the window while a large scan is read.
+        QTimer::singleShot(0, programm.hauptfenster(),
+                           [&] { programm.hauptfenster()->ladeBild(zeile.dateien.constFirst()); });
+    }
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const auto ergebnis = leseBefehlszeile(argumente(argc, argv), QDir::currentPath());
+    if (const auto* fehler = std::get_if<Befehlszeilenfehler>(&ergebnis)) {
+        drucke(stderr, u"tarvel: "_s + fehler->text + u'\n');
+        return FalscherAufruf;
+    }
+    const auto& zeile = std::get<Befehlszeile>(ergebnis);
+    if (zeile.hilfe) {
+        drucke(stdout, befehlszeilenhilfe());
+        return 0;
+    }
+    if (zeile.version) {
+        drucke(stdout, u"tarvel " TARVEL_VERSION "\n"_s);
+        return 0;
+    }
+    if (!zeile.demo.isEmpty() && ohneAnzeige()) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(u"Tarvel"_s);
+    QApplication::setApplicationVersion(QStringLiteral(TARVEL_VERSION));
+    QGuiApplication::setDesktopFileName(u"tarvel"_s);
+    QApplication::setWindowIcon(QIcon(u":/tarvel/icons/tarvel.svg"_s));
+    return zeile.demo.isEmpty() ? laufe(app, zeile) : demo(zeile);
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "platform/dialoge.h"
+#include "platform/shell.h"
+#include "platform/uhr.h"
+#include "platform/zahlen.h"
+#include "settings/einstellungen.h"
+
+#include <QString>
+
+namespace tarvel {
+
+/// What the windows take from outside. Everything outlives them.
+struct Umgebung {
+    Einstellungen& einstellungen;
+    Texte& texte;
+    Dialoge& dialoge;
+    Shell& shell;
+    const Clock& uhr;
+    Zahlenformat format;
+    QString ordner; ///< folder of Index.ini, help and samples
+};
+
+} // namespace tarvel

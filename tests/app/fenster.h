@@ -1,0 +1,110 @@
+#pragma once
+
+#include "app/hauptstart.h"
+#include "app/hg.h"
+#include "app/start.h"
+#include "measure/bild.h"
+#include "measure/uebersicht.h"
+#include "support/kinder.h"
+#include "support/testdialoge.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace tarvel {
+
+/// The real program in a folder of its own, with everything that would wait for a person answered
+/// by the test.
+struct Fenstertest : testing::Test {
+    QTemporaryDir ordner;
+    TestDialoge dialoge;
+    TestShell shell;
+    TestClock uhr;
+    std::function<void(Start&)> ersterLauf = [](Start&) {};
+    QLocale::Language benutzersprache = QLocale::German;
+    std::unique_ptr<Programm> programm;
+
+    QString inipfad() const { return ordner.filePath(QStringLiteral("Index.ini")); }
+
+    void schreibeIni(const QByteArray& inhalt) const {
+        QFile datei(inipfad());
+        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+        datei.write(inhalt);
+    }
+    QByteArray ini() const {
+        QFile datei(inipfad());
+        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
+    }
+
+    /// Starts the program, already set up in German unless the test wrote a settings file.
+    bool starte(const Zahlenformat& format = {}) {
+        if (!QFile::exists(inipfad())) {
+            schreibeIni("[Start]\r\nNeu=False\r\nSprache=0\r\n");
+        }
+        return starteUnvorbereitet(format);
+    }
+    bool starteUnvorbereitet(const Zahlenformat& format = {}) {
+        programm.reset();
+        programm =
+            std::make_unique<Programm>(ordner.path(), Dienste{.dialoge = dialoge,
+                                                              .shell = shell,
+                                                              .uhr = uhr,
+                                                              .format = format,
+                                                              .benutzersprache = benutzersprache,
+                                                              .ersterLauf = ersterLauf});
+        if (!programm->Hauptstart()) {
+            return false;
+        }
+        hg().activateWindow();
+        return QTest::qWaitForWindowActive(&hg());
+    }
+
+    HG& hg() const { return *programm->hauptfenster(); }
+    template <typename T>
+    T& kind(const QString& name) const {
+        return tarvel::kind<T>(hg(), name);
+    }
+    void wähle(const QString& aktion) const { kind<QAction>(aktion).trigger(); }
+    QString hinweis() const { return kind<QLabel>(QStringLiteral("lab_H")).text(); }
+    const Messreihe& reihe() const { return hg().untersuchung().reihe(); }
+
+    Bild& bild() const { return kind<Bild>(QStringLiteral("Bild")); }
+    Übersicht& übersicht() const { return kind<Übersicht>(QStringLiteral("Übersicht")); }
+
+    /// A press and release at a place of the zoomed picture, fractions kept.
+    void klick(QPointF imBild, Qt::MouseButton taste = Qt::LeftButton,
+               Qt::KeyboardModifiers umschalt = Qt::NoModifier) const {
+        bild().macheSichtbar(imBild);
+        maus(QEvent::MouseMove, imBild, Qt::NoButton, umschalt);
+        maus(QEvent::MouseButtonPress, imBild, taste, umschalt);
+        maus(QEvent::MouseButtonRelease, imBild, taste, umschalt);
+    }
+    void maus(QEvent::Type art, QPointF imBild, Qt::MouseButton taste,
+              Qt::KeyboardModifiers umschalt = Qt::NoModifier,
+              Qt::MouseButtons gehalten = Qt::NoButton) const {
+        QWidget& ziel = *bild().viewport();
+        const QPointF ort = bild().zuFenster(imBild);
+        if (art == QEvent::MouseButtonPress) {
+            gehalten |= taste;
+        }
+        QMouseEvent ereignis(art, ort, ziel.mapToGlobal(ort), taste, gehalten, umschalt);
+        QApplication::sendEvent(&ziel, &ereignis);
+    }
+
+    /// A light grey picture with a dark frame, in the test's folder.
+    QString maleBild(QSize größe, const QString& name = QStringLiteral("flügel 100%.png")) {
+        QImage flügelbild(größe, QImage::Format_Grayscale8);
+        flügelbild.fill(220);
+        const QString pfad = ordner.filePath(name);
+        EXPECT_TRUE(flügelbild.save(pfad));
+        return pfad;
+    }
+};
+
+} // namespace tarvel

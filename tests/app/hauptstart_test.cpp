@@ -1,0 +1,116 @@
+#include "app/fenster.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+struct Starttest : Fenstertest {};
+
+} // namespace
+
+TEST_F(Starttest, firstRun_writesLanguageAndDataInOrderAndNeverShowsAgain) {
+    int läufe = 0;
+    ersterLauf = [&](Start& start) {
+        ++läufe;
+        start.show();
+        tarvel::kind<QRadioButton>(start, u"opt_Sprache_2"_s).click();
+        tarvel::kind<QLineEdit>(start, u"txt_Name"_s).insert(u"Zoë Groß"_s);
+        auto& kurz = tarvel::kind<QLineEdit>(start, u"txt_Kurzzeichen"_s);
+        QTest::keyClicks(&kurz, u"ZGXY"_s);
+        EXPECT_EQ(kurz.text(), u"ZGX"_s);
+        QTest::keyClicks(&tarvel::kind<QLineEdit>(start, u"txt_Straße"_s), u"Weg 1"_s);
+        auto& verband = tarvel::kind<QComboBox>(start, u"cbo_Organisation"_s);
+        EXPECT_EQ(verband.itemText(verband.count() - 1), u"l'autres"_s);
+        EXPECT_EQ(verband.currentIndex(), 2);
+        verband.setCurrentIndex(1);
+        EXPECT_EQ(tarvel::kind<QLabel>(start, u"lab_Fußzeile"_s).text(),
+                  u"Des modifications sont possibles plus tard avec 'Options'."_s);
+        QTest::mouseClick(&tarvel::kind<QPushButton>(start, u"lab_OK"_s), Qt::LeftButton);
+        EXPECT_FALSE(start.isVisible());
+    };
+    ASSERT_TRUE(starteUnvorbereitet());
+    EXPECT_EQ(läufe, 1);
+    EXPECT_EQ(ini(), QByteArray("[Start]\r\nSprache=2\r\nNeu=False\r\n"
+                                "[Briefkopf]\r\nName=Zo\xEB Gro\xDF\r\nStra\xDF"
+                                "e=Weg 1\r\nOrt=\r\nIkone=1\r\n"
+                                "[Allgemeines]\r\nKurzzeichen=ZGX\r\n"));
+    EXPECT_EQ(kind<QAction>(u"men_Datei_5"_s).iconText(), u"Charger une image"_s);
+    ASSERT_TRUE(starteUnvorbereitet());
+    EXPECT_EQ(läufe, 1);
+}
+
+TEST_F(Starttest, firstRun_preselectsTheUsersLanguageAndShowsAllThreePrompts) {
+    for (const auto& [sprache, index] : {std::pair{QLocale::German, 0},
+                                         {QLocale::French, 2},
+                                         {QLocale::English, 1},
+                                         {QLocale::Italian, 1}}) {
+        QFile::remove(inipfad());
+        benutzersprache = sprache;
+        ersterLauf = [index](Start& start) {
+            start.show();
+            EXPECT_TRUE(
+                tarvel::kind<QRadioButton>(start, u"opt_Sprache_%1"_s.arg(index)).isChecked());
+            EXPECT_TRUE(
+                tarvel::kind<QLabel>(start, u"lab_Sprache_0"_s)
+                    .text()
+                    .startsWith(u"Bitte wählen Sie jetzt die Sprache. \nDie Sprache kann"_s));
+            EXPECT_EQ(tarvel::kind<QLabel>(start, u"lab_Sprache_2"_s).text(),
+                      u"Choisissez s'il vous plaît la langue maintenant. Plus tard vous pouvez "
+                      "changer la langue dans le menu ' Extra '."_s);
+            start.reject();
+        };
+        ASSERT_TRUE(starteUnvorbereitet());
+        EXPECT_FALSE(ini().contains("Neu")); // closed without OK: it asks again
+    }
+}
+
+TEST_F(Starttest, secondInstance_isToldInItsLanguageAndEnds) {
+    schreibeIni("[Start]\r\nNeu=False\r\nSprache=1\r\n");
+    ASSERT_TRUE(starte());
+    TestDialoge andere;
+    Programm zweites(ordner.path(), {.dialoge = andere,
+                                     .shell = shell,
+                                     .uhr = uhr,
+                                     .format = {},
+                                     .benutzersprache = QLocale::German,
+                                     .ersterLauf = [](Start&) {}});
+    EXPECT_FALSE(zweites.Hauptstart());
+    EXPECT_THAT(andere.meldungen, ElementsAre(u"Tarvel: Tarvel is already started."_s));
+    EXPECT_EQ(zweites.hauptfenster(), nullptr);
+}
+
+TEST_F(Starttest, startUp_showsMeasuringWithTheLoadHintAndTheSettings) {
+    schreibeIni("[Start]\r\nNeu=False\r\n[Allgemeines]\r\n4.Rasse=Buckfast\r\nRasse=1\r\n"
+                "Default Zoom=2\r\nScann=3\r\nBetriebsart=0\r\n");
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(hinweis(), u"Klicken Sie im Menü Datei auf den Befehl 'Bild laden'..."_s);
+    EXPECT_TRUE(kind<QAction>(u"men_Sprache_0"_s).isChecked());
+    EXPECT_TRUE(kind<QAction>(u"men_Zoom_3"_s).isChecked());
+    EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_0"_s).isChecked());
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"2400 dpi"_s);
+    auto& rassen = kind<QComboBox>(u"cbo_Rasse"_s);
+    EXPECT_EQ(rassen.currentText(), u"Mellifera"_s);
+    EXPECT_EQ(rassen.itemText(3), u"Buckfast"_s);
+    EXPECT_FALSE(kind<QAbstractButton>(u"opt_Fein_4"_s).isEnabled());
+    EXPECT_TRUE(kind<QAbstractButton>(u"opt_Fein_5"_s).isEnabled());
+}
+
+TEST_F(Starttest, languageNumberOutOfRange_loadsNoneAndTheProgramStaysUsable) {
+    schreibeIni("[Start]\r\nNeu=False\r\nSprache=3\r\n");
+    ASSERT_TRUE(starte());
+    EXPECT_FALSE(programm->texte().sprache());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(kind<QAction>(u"men_Sprache_%1"_s.arg(i)).isChecked());
+    }
+    wähle(u"men_Sprache_1"_s);
+    EXPECT_TRUE(kind<QAction>(u"men_Sprache_1"_s).isChecked());
+    EXPECT_TRUE(ini().contains("Sprache=1\r\n"));
+}

@@ -1,0 +1,300 @@
+#include "app/fenster.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QListView>
+#include <QStackedWidget>
+#include <QTableView>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+// A plausible wing at 2400 dpi; its values were worked out outside this program.
+const std::vector<QPointF> flügel{{400, 50},  {92, 75},   {360, 56},  {288, 62},
+                                  {286, 116}, {237, 147}, {216, 143}, {292, 201}};
+const QString zeileCi = u"001  CI=2.71  Klasse 19.8"_s;
+const QString zeileHiDv = u"001  HI=1.038  Klasse 26.4   DV=+0.9"_s;
+
+struct Messentest : Fenstertest {
+    void SetUp() override {
+        ASSERT_TRUE(starte());
+        hg().resize(1280, 800);
+        hg().show();
+        wähleAuflösung(u"2400 dpi"_s);
+    }
+    void wähleAuflösung(const QString& dpi) const {
+        auto& liste = kind<QComboBox>(u"cbo_dpi"_s);
+        liste.setCurrentText(dpi);
+        Q_EMIT liste.activated(liste.currentIndex());
+    }
+    void klickeFlügel(QPointF versatz = {}, double zoom = 1) const {
+        for (const QPointF& punkt : flügel) {
+            klick((punkt + versatz) * zoom);
+        }
+    }
+    void übernimm() const { klick({500, 250}, Qt::RightButton); }
+    QStringList zeilen(const QString& liste) const {
+        QStringList texte;
+        const QAbstractItemModel& modell = *kind<QListView>(liste).model();
+        for (int i = 0; i < modell.rowCount(); ++i) {
+            texte << modell.index(i, 0).data().toString();
+        }
+        return texte;
+    }
+    QString ansicht() const {
+        return QString::fromLatin1(
+            kind<QStackedWidget>(u"Ansichten"_s).currentWidget()->metaObject()->className());
+    }
+};
+
+} // namespace
+
+TEST_F(Messentest, wholeWingByMouse_entersItsLines) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    EXPECT_TRUE(bild().isVisible()); // small enough to be measured at once
+    EXPECT_TRUE(hinweis().startsWith(u"Mit der linken Maustaste auf die Messpunkte klicken"_s));
+    klickeFlügel();
+    EXPECT_EQ(hinweis(), u"Übernehmen Sie die Messung mit der rechten Maustaste."_s);
+    EXPECT_THAT(bild().marken(), SizeIs(8));
+    übernimm();
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+    EXPECT_THAT(zeilen(u"Liste_HI_DV"_s), ElementsAre(zeileHiDv));
+    EXPECT_THAT(bild().marken(), IsEmpty());
+    EXPECT_TRUE(hg().isWindowModified());
+}
+
+TEST_F(Messentest, sameWingAtEveryZoom_givesTheSameLines) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    for (int zoom = 2; zoom <= 4; ++zoom) {
+        wähle(u"men_Zoom_%1"_s.arg(zoom));
+        wähle(u"men_Ansicht_7"_s);
+        klickeFlügel({}, zoom);
+        übernimm();
+        EXPECT_EQ(reihe().ciZeilen().back().wert, u"2.71"_s) << zoom;
+        EXPECT_EQ(reihe().hiDvZeilen().back().dv, u"+0.9"_s) << zoom;
+        EXPECT_EQ(reihe().messung(reihe().letzteNummer())->aufnahme,
+                  (Aufnahme{qint16(zoom), 2400}));
+    }
+}
+
+TEST_F(Messentest, wholeWingByKeyboard_entersTheSameLines) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    int nummer = 0;
+    for (const QPointF& punkt : flügel) {
+        maus(QEvent::MouseMove, punkt - QPointF(1, 0), Qt::NoButton);
+        QTest::keyClick(&bild(), static_cast<Qt::Key>(Qt::Key_1 + nummer),
+                        nummer % 2 == 0 ? Qt::NoModifier : Qt::KeypadModifier);
+        QTest::keyClick(&bild(), Qt::Key_Right);
+        ++nummer;
+    }
+    QTest::keyClick(&bild(), Qt::Key_Return);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+    EXPECT_THAT(zeilen(u"Liste_HI_DV"_s), ElementsAre(zeileHiDv));
+}
+
+TEST_F(Messentest, largeScan_goesFromOverviewToWingAndBackForTheNext) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({3000, 2400})));
+    EXPECT_TRUE(übersicht().isVisible());
+    EXPECT_TRUE(hinweis().startsWith(u"Drücken Sie die linke Maustaste und schieben Sie"_s));
+    const QPointF ort = übersicht().zuFenster({2000, 1500});
+    QTest::mousePress(&übersicht(), Qt::LeftButton, {}, übersicht().rect().center());
+    QTest::mouseMove(&übersicht(), ort.toPoint());
+    QTest::mouseRelease(&übersicht(), Qt::LeftButton, {}, ort.toPoint());
+    ASSERT_TRUE(bild().isVisible());
+    const QPointF mitte = bild().ausschnitt().center();
+    EXPECT_NEAR(mitte.x(), 2000, 20);
+    EXPECT_NEAR(mitte.y(), 1500, 20);
+    klickeFlügel({1700, 1400});
+    klick({2000, 1500}, Qt::RightButton);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+    EXPECT_TRUE(übersicht().isVisible());
+    EXPECT_EQ(hinweis(),
+              u"Drücken Sie die linke Maustaste und schieben Sie das Rechteck auf Flügel 002"_s);
+}
+
+TEST_F(Messentest, selectionAndNudging_workThroughButtonsAndKeys) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    klick({400, 50});
+    klick({92, 75});
+    QTest::mouseClick(&kind<QAbstractButton>(u"opt_Fein_1"_s), Qt::LeftButton);
+    EXPECT_TRUE(bild().hasFocus());
+    QTest::keyClick(&bild(), Qt::Key_Left);
+    QTest::keyClick(&bild(), Qt::Key_2, Qt::ControlModifier);
+    EXPECT_TRUE(kind<QAbstractButton>(u"opt_Fein_2"_s).isEnabled());
+    QTest::keyClick(&bild(), Qt::Key_Up);
+    EXPECT_EQ(bild().marken().front().position, QPointF(399, 50));
+    EXPECT_EQ(bild().marken().back().position, QPointF(92, 74));
+    // Ctrl and the left button take hold of a mark and drag it.
+    maus(QEvent::MouseButtonPress, {400, 52}, Qt::LeftButton, Qt::ControlModifier);
+    maus(QEvent::MouseMove, {410, 60}, Qt::NoButton, Qt::ControlModifier, Qt::LeftButton);
+    maus(QEvent::MouseMove, {411, 61}, Qt::NoButton, Qt::ControlModifier, Qt::LeftButton);
+    maus(QEvent::MouseButtonRelease, {411, 61}, Qt::LeftButton, Qt::ControlModifier);
+    EXPECT_THAT(bild().marken(), SizeIs(2));
+    wähle(u"men_Bearbeiten_3"_s);
+    QTest::keyClick(&bild(), Qt::Key_Backspace);
+    EXPECT_EQ(bild().marken().back().position, QPointF(92, 75));
+}
+
+TEST_F(Messentest, zoomChangeWithPoints_asksAndStartsTheWingAnew) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    klick({400, 50});
+    dialoge.antworten = {Antwort::Nein, Antwort::Ja};
+    wähle(u"men_Zoom_2"_s);
+    EXPECT_EQ(bild().Zoomfaktor(), 1);
+    EXPECT_TRUE(kind<QAction>(u"men_Zoom_1"_s).isChecked());
+    EXPECT_THAT(bild().marken(), SizeIs(1));
+    EXPECT_EQ(dialoge.fragen[0].text,
+              u"Wollen Sie den Zoomfaktor ändern?\nWenn Sie den Zoomfaktor jetzt ändern, dann "
+              "müssen Sie mit der Messung des Flügels neu beginnen. "_s);
+    wähle(u"men_Zoom_2"_s);
+    EXPECT_EQ(bild().Zoomfaktor(), 2);
+    EXPECT_THAT(bild().marken(), IsEmpty());
+    wähle(u"men_Zoom_3"_s); // nothing to lose: no question
+    EXPECT_THAT(dialoge.fragen, SizeIs(2));
+}
+
+TEST_F(Messentest, faultsOfTheComputation_areSaidAndThePointsKept) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    klickeFlügel();
+    maus(QEvent::MouseMove, {237, 147}, Qt::NoButton);
+    QTest::keyClick(&bild(), Qt::Key_7);
+    maus(QEvent::MouseMove, {292, 201}, Qt::NoButton);
+    QTest::keyClick(&bild(), Qt::Key_8);
+    übernimm();
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].startsWith(u"Fehler: Zwei Messpunkte fallen zusammen"_s));
+    EXPECT_THAT(bild().marken(), SizeIs(8));
+    EXPECT_TRUE(reihe().leer());
+}
+
+TEST_F(Messentest, repeatedWing_comesBackOntoItsPictureAndReplacesItsLines) {
+    const QString eins = maleBild({906, 320}, u"eins.png"_s);
+    ASSERT_TRUE(hg().ladeBild(eins));
+    klickeFlügel();
+    übernimm();
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 300}, u"zwei.png"_s)));
+    wähle(u"men_Ansicht_0"_s);
+    QTest::mouseClick(kind<QListView>(u"Liste_CI"_s).viewport(), Qt::LeftButton, {}, {20, 8});
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_EQ(bild().bild().size(), QSize(906, 320));
+    EXPECT_THAT(bild().marken(), SizeIs(8));
+    EXPECT_EQ(kind<QLabel>(u"lab_Flügel"_s).text(), u"Flügel 001 (Wiederholung)"_s);
+    maus(QEvent::MouseMove, {230, 147}, Qt::NoButton);
+    QTest::keyClick(&bild(), Qt::Key_6);
+    maus(QEvent::MouseMove, {292, 201}, Qt::NoButton);
+    QTest::keyClick(&bild(), Qt::Key_8);
+    übernimm();
+    EXPECT_THAT(reihe().ciZeilen(), SizeIs(1));
+    EXPECT_NE(zeilen(u"Liste_CI"_s), QStringList(zeileCi));
+
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 300}, u"zwei.png"_s)));
+    QFile::remove(eins);
+    wähle(u"men_Bearbeiten_1"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Die Bilddatei wurde nicht gefunden."_s));
+    EXPECT_EQ(bild().bild().size(), QSize(700, 300));
+}
+
+TEST_F(Messentest, unreadablePictures_areSaidAndChangeNothing) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    klickeFlügel();
+    übernimm();
+    const auto schreibe = [this](const QString& name, const QByteArray& inhalt) {
+        QFile datei(ordner.filePath(name));
+        EXPECT_TRUE(datei.open(QIODevice::WriteOnly));
+        datei.write(inhalt);
+        return datei.fileName();
+    };
+    struct Zeile {
+        QString pfad, erwartet;
+    };
+    const Zeile zeilen[] = {
+        {ordner.filePath(u"fehlt.png"_s), u"Die Bilddatei wurde nicht gefunden."_s},
+        {schreibe(u"leer.png"_s, {}), u"ist leer"_s},
+        {schreibe(u"text.jpg"_s, "kein Bild"), u"kann nicht als Bild gelesen werden"_s},
+        {schreibe(u"riese.bmp"_s, QByteArray::fromHex("424d3600000000000000360000002800000060ea0000"
+                                                      "60ea0000010018000000000000000000000000000000"
+                                                      "00000000000000000000")),
+         u"zu groß"_s},
+    };
+    for (const Zeile& z : zeilen) {
+        dialoge.meldungen.clear();
+        EXPECT_FALSE(hg().ladeBild(z.pfad));
+        ASSERT_THAT(dialoge.meldungen, SizeIs(1)) << qPrintable(z.pfad);
+        EXPECT_TRUE(dialoge.meldungen[0].startsWith(u"Fehler: "_s));
+        EXPECT_TRUE(dialoge.meldungen[0].contains(z.erwartet)) << qPrintable(dialoge.meldungen[0]);
+        EXPECT_EQ(bild().bild().size(), QSize(906, 320));
+        EXPECT_THAT(reihe().ciZeilen(), SizeIs(1));
+    }
+}
+
+TEST_F(Messentest, anotherPictureWithPointsSet_asksFirst) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    klick({400, 50});
+    dialoge.antworten = {Antwort::Nein, Antwort::Ja};
+    const QString anderes = maleBild({700, 300}, u"zwei.png"_s);
+    EXPECT_FALSE(hg().ladeBild(anderes));
+    EXPECT_THAT(bild().marken(), SizeIs(1));
+    EXPECT_TRUE(hg().ladeBild(anderes));
+    EXPECT_THAT(bild().marken(), IsEmpty());
+    QTest::keyClick(&bild(), Qt::Key_Backspace); // the points of the former picture stay gone
+    EXPECT_THAT(bild().marken(), IsEmpty());
+}
+
+TEST_F(Messentest, deleting_removesTheLastOrAfterAQuestionAll) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    for (int i = 0; i < 3; ++i) {
+        klickeFlügel();
+        übernimm();
+    }
+    wähle(u"men_Bearbeiten_0"_s);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), SizeIs(2));
+    EXPECT_TRUE(kind<QListView>(u"Liste_CI"_s).isVisible());
+    dialoge.antworten = {Antwort::Nein, Antwort::Ja};
+    wähle(u"men_Bearbeiten_11"_s);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), SizeIs(2));
+    EXPECT_EQ(dialoge.fragen.back().text,
+              u"Sind Sie sicher, dass Sie alle Messungen löschen wollen?"_s);
+    wähle(u"men_Bearbeiten_11"_s);
+    EXPECT_TRUE(reihe().leer());
+    wähle(u"men_Ansicht_7"_s);
+    EXPECT_EQ(kind<QLabel>(u"lab_Flügel"_s).text(), u"Flügel 001"_s);
+}
+
+TEST_F(Messentest, lowResolution_isPointedOutOnce) {
+    wähleAuflösung(u"600 dpi"_s);
+    EXPECT_TRUE(hinweis().contains(u"600 dpi"_s));
+    EXPECT_TRUE(ini().contains("Scann=1"));
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    EXPECT_FALSE(hinweis().contains(u"600 dpi"_s));
+}
+
+TEST_F(Messentest, newLanguage_relabelsLinesTablesAndHint) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    klickeFlügel();
+    übernimm();
+    wähle(u"men_Sprache_2"_s);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(u"001  IC=2.71  Classe 19.8"_s));
+    EXPECT_THAT(zeilen(u"Liste_HI_DV"_s), ElementsAre(u"001  IH=1.038  Classe 26.4   DD=+0.9"_s));
+    const QAbstractItemModel& tabelle = *kind<QTableView>(u"Tabelle_Flügel"_s).model();
+    EXPECT_EQ(tabelle.headerData(0, Qt::Horizontal).toString(), u"Aile"_s);
+    EXPECT_TRUE(hinweis().startsWith(u"Cliquer avec la touche gauche"_s));
+    EXPECT_TRUE(ini().contains("Sprache=2\r\n"));
+}
+
+TEST_F(Messentest, modeSwitch_changesPointsAndIsRemembered) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    wähle(u"men_Betriebsart_0"_s);
+    EXPECT_TRUE(ini().contains("Betriebsart=0"));
+    klick({286, 116});
+    klick({237, 147});
+    klick({216, 143});
+    übernimm();
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+    EXPECT_THAT(zeilen(u"Liste_HI_DV"_s), IsEmpty());
+}
