@@ -306,7 +306,7 @@ QPolygonF geschlossen(const std::vector<QPointF>& ecken) {
     return kurve;
 }
 
-void paintAder(QPainter& painter, const Ader& ader, double stärke) {
+void paintAder(QPainter& painter, const Ader& ader) {
     const Stellen feine = fein(ader.verlauf);
     QPolygonF oben;
     QPolygonF unten;
@@ -315,13 +315,13 @@ void paintAder(QPainter& painter, const Ader& ader, double stärke) {
         const QPointF nach = feine[std::min(i + 1, feine.size() - 1)].ort;
         const double länge = std::max(QLineF(vor, nach).length(), 1e-9);
         const QPointF quer =
-            QPointF(-(nach - vor).y(), (nach - vor).x()) / länge * (feine[i].breite * stärke / 2);
+            QPointF(-(nach - vor).y(), (nach - vor).x()) / länge * (feine[i].breite / 2);
         oben.append(feine[i].ort + quer);
         unten.prepend(feine[i].ort - quer);
     }
     painter.drawPolygon(oben + unten, Qt::WindingFill);
     const auto rundesEnde = [&](const Ader::Stelle& ende) {
-        painter.drawEllipse(ende.ort, ende.breite * stärke / 2, ende.breite * stärke / 2);
+        painter.drawEllipse(ende.ort, ende.breite / 2, ende.breite / 2);
     };
     rundesEnde(feine.front());
     if (!ader.läuftAus)
@@ -586,7 +586,7 @@ void paintFluegel(QPainter& painter, const Fluegelform& form, const Fluegelstil&
     // The thick veins come first in the table and are painted last: they cover the ends of others.
     for (std::size_t i = form.adern.size(); i-- > 0;) {
         painter.setBrush(farbe(form, i, stil));
-        paintAder(painter, form.adern[i], stil.aderstärke);
+        paintAder(painter, form.adern[i]);
     }
     painter.setBrush(stil.costa);
     painter.drawPolygon(geschlossen(form.wurzel));

@@ -70,8 +70,6 @@ struct Fluegelstil {
     QColor rand;
     QColor adern;
     QColor costa; ///< the thick veins at the costal edge and the wing root
-    /// Factor on the widths of the veins.
-    double aderstärke = 1;
     /// Bristles on the membrane, as a scan shows them.
     bool borsten = false;
 

@@ -45,7 +45,7 @@ MessHilfe::MessHilfe(const Texte& texte, QWidget* parent)
     setObjectName(u"MessHilfe"_s);
     setModal(false);
     auto* anordnung = new QVBoxLayout(this);
-    anordnung->addWidget(bild_, 5);
+    anordnung->addWidget(bild_, 2);
     // Wrapped lines grow as the window gets narrower; they scroll rather than cover the drawing.
     auto* rolle = new QScrollArea(this);
     rolle->setFrameShape(QFrame::NoFrame);
@@ -63,14 +63,14 @@ MessHilfe::MessHilfe(const Texte& texte, QWidget* parent)
     }
     zeilen->addStretch();
     rolle->setWidget(liste);
-    anordnung->addWidget(rolle, 3);
+    anordnung->addWidget(rolle, 1);
     auto* knöpfe = new QDialogButtonBox(this);
     knöpfe->addButton(schließen_, QDialogButtonBox::RejectRole);
     anordnung->addWidget(knöpfe);
     connect(knöpfe, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
     beschrifte();
-    resize(880, 690);
+    resize(880, 660);
 }
 
 void MessHilfe::beschrifte() {

@@ -22,8 +22,8 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     , lab_Fluegel_(new QLabel)
     , lab_dpi_(new QLabel)
     , cbo_dpi_(new QComboBox)
-    , reihe_(new Reihenansicht(texte, modelle, u"Leiste"_s, Qt::Vertical)),
-      lab_Statistik_(new QLabel) {
+    , reihe_(new Reihenansicht(texte, modelle, u"Leiste"_s, Qt::Vertical))
+    , lab_Statistik_(new QLabel) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     lab_Fluegel_->setObjectName(u"lab_Flügel"_s);

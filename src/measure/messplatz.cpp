@@ -134,9 +134,7 @@ void Messplatz::verbindeBild() {
 }
 
 void Messplatz::beschrifte() {
-    // The request comes in two halves that belong together.
-    aufforderung_->setText(texte_(Text::HinweisBildLaden) + u'\n' +
-                           texte_(Text::UndÖffnenSieEinBild));
+    aufforderung_->setText(texte_(Text::HinweisBildLaden));
     bef_BildLaden_->setText(texte_(Text::KnopfBildLaden));
     übersicht_->setAccessibleName(texte_(Meldung::NameÜbersicht));
     bild_->setAccessibleName(texte_(Meldung::NameFlügelbild));
@@ -292,6 +290,7 @@ bool Messplatz::zeigeMessen() {
     zeigeErledigte();
     bild_->zeige(mitte);
     mitte_ = mitte;
+    lupe_->setMitte(mitte * messung_.aufnahme().Zoomfaktor);
     nimmTastatur();
     hinweis(messung_.wiederholt() ? HinweisErneutSpeichern : HinweisPunkteSetzen);
     return true;

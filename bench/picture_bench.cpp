@@ -1,0 +1,198 @@
+// picture_bench FILE [ROUNDS]: what opening, decoding and panning one scan costs, beside what the
+// bare decoder or the bare file costs on the same machine in the same run.
+
+#include "measure/bild.h"
+#include "measure/bilddatei.h"
+#include "measure/lupe.h"
+#include "measure/uebersicht.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <jpeglib.h>
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#endif
+
+using namespace tarvel;
+
+namespace {
+
+double gemessen(const std::function<void()>& arbeit) {
+    QElapsedTimer uhr;
+    uhr.start();
+    arbeit();
+    return static_cast<double>(uhr.nsecsElapsed()) / 1e6;
+}
+
+double anteil(std::vector<double> zeiten, double stelle) {
+    std::sort(zeiten.begin(), zeiten.end());
+    return zeiten[static_cast<std::size_t>(stelle * static_cast<double>(zeiten.size() - 1))];
+}
+
+double spitzenspeicher() {
+#ifdef Q_OS_UNIX
+    rusage verbrauch{};
+    getrusage(RUSAGE_SELF, &verbrauch);
+    return static_cast<double>(verbrauch.ru_maxrss) / 1024.0;
+#else
+    return 0;
+#endif
+}
+
+/// The decoder alone: reads a sound file row by row.
+void nurDekoder(const QString& pfad, unsigned achtel) {
+    std::FILE* datei = std::fopen(QFile::encodeName(pfad).constData(), "rb");
+    if (datei == nullptr)
+        return;
+    jpeg_decompress_struct jpeg{};
+    jpeg_error_mgr melder{};
+    jpeg.err = jpeg_std_error(&melder);
+    jpeg_create_decompress(&jpeg);
+    jpeg_stdio_src(&jpeg, datei);
+    jpeg_read_header(&jpeg, TRUE);
+    jpeg.scale_num = achtel;
+    jpeg.scale_denom = 8;
+    jpeg_start_decompress(&jpeg);
+    const std::size_t zeile = std::size_t{jpeg.output_width} * jpeg.output_components;
+    const auto pixel = std::make_unique_for_overwrite<JSAMPLE[]>(zeile * jpeg.output_height);
+    while (jpeg.output_scanline < jpeg.output_height) {
+        JSAMPROW ziel = pixel.get() + zeile * jpeg.output_scanline;
+        jpeg_read_scanlines(&jpeg, &ziel, 1);
+    }
+    jpeg_finish_decompress(&jpeg);
+    jpeg_destroy_decompress(&jpeg);
+    std::fclose(datei);
+}
+
+/// The file alone, in one piece or every eighth row of a page at 1200 dpi.
+void nurDatei(const QString& pfad, bool ganz) {
+    constexpr qint64 Zeile = 29764;
+    QFile datei(pfad);
+    if (!datei.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return;
+    const auto pixel =
+        std::make_unique_for_overwrite<char[]>(static_cast<std::size_t>(datei.size()));
+    if (ganz)
+        datei.read(pixel.get(), datei.size());
+    else
+        for (qint64 ort = 0; ort < datei.size(); ort += 8 * Zeile) {
+            datei.seek(ort);
+            datei.read(pixel.get(), Zeile);
+        }
+}
+
+void zeile(const char* was, const std::vector<double>& grenze, const std::vector<double>& wir) {
+    const double g = anteil(grenze, 0.5);
+    const double w = anteil(wir, 0.5);
+    std::printf("%-28s limit %8.1f ms   ours %8.1f ms   ratio %.2f\n", was, g, w, w / g);
+}
+
+void zeile(const char* was, const std::vector<double>& zeiten) {
+    std::printf("%-28s p50 %6.2f ms   p95 %6.2f ms   max %6.2f ms\n", was, anteil(zeiten, 0.5),
+                anteil(zeiten, 0.95), anteil(zeiten, 1.0));
+}
+
+void misstLaden(const QString& pfad, int runden) {
+    const bool jpeg = !pfad.endsWith(QStringLiteral(".bmp"), Qt::CaseInsensitive);
+    std::vector<double> öffnen, ganz, grenzeÖffnen, grenzeGanz;
+    for (int i = 0; i < runden; ++i) {
+        {
+            auto datei = Bilddatei::oeffnen(pfad);
+            if (!std::holds_alternative<Bilddatei>(datei))
+                return;
+            ganz.push_back(gemessen([&] { (void)std::get<Bilddatei>(datei).pixel(nullptr); }));
+        }
+        if (i == 0)
+            std::printf("%-28s %.0f MiB\n", "peak memory", spitzenspeicher());
+        öffnen.push_back(gemessen([&] { (void)Bilddatei::oeffnen(pfad); }));
+        grenzeÖffnen.push_back(
+            gemessen([&] { jpeg ? nurDekoder(pfad, 1) : nurDatei(pfad, false); }));
+        grenzeGanz.push_back(gemessen([&] { jpeg ? nurDekoder(pfad, 8) : nurDatei(pfad, true); }));
+    }
+    zeile("header and overview", grenzeÖffnen, öffnen);
+    zeile("all pixels", grenzeGanz, ganz);
+}
+
+void misstBilder(Bilddatei& datei) {
+    constexpr int Bilder = 200;
+    const QImage pixel = *datei.pixel(nullptr);
+    Bild bild;
+    bild.resize(1400, 900);
+    bild.setBild(pixel);
+    bild.show();
+    QCoreApplication::processEvents();
+    for (int zoom = Bild::KleinsterZoom; zoom <= Bild::GrößterZoom; ++zoom) {
+        bild.setZoomfaktor(zoom);
+        std::vector<Marke> marken;
+        for (int i = 1; i <= 8; ++i)
+            marken.push_back({QPointF(3000 + 90 * i, 3000 + 70 * i), QString::number(i), i == 3});
+        bild.setMarken(marken);
+        bild.zeige(QPointF(2500, 2500) / zoom);
+        QCoreApplication::processEvents();
+        std::vector<double> ganz, schieben;
+        for (int i = 0; i < Bilder; ++i) {
+            ganz.push_back(gemessen([&] { bild.viewport()->repaint(); }));
+            schieben.push_back(gemessen([&] {
+                bild.zeige(bild.ausschnitt().center() + QPointF(13, 11) / zoom);
+                QCoreApplication::processEvents();
+            }));
+        }
+        zeile(qPrintable(QStringLiteral("zoom %1, whole view").arg(zoom)), ganz);
+        zeile(qPrintable(QStringLiteral("zoom %1, dragged").arg(zoom)), schieben);
+    }
+
+    Lupe lupe;
+    lupe.resize(lupe.sizeHint());
+    lupe.setBild(pixel, bild.Zoomfaktor());
+    lupe.show();
+    QCoreApplication::processEvents();
+    std::vector<double> zeiten;
+    for (int i = 0; i < Bilder; ++i) {
+        lupe.setMitte(QPointF(4000 + 3 * i, 4000 + 2 * i));
+        zeiten.push_back(gemessen([&] { lupe.repaint(); }));
+    }
+    zeile("magnifier", zeiten);
+
+    Übersicht übersicht;
+    übersicht.resize(1400, 900);
+    übersicht.setBild(datei.übersicht(), datei.größe());
+    übersicht.setRahmen(QSizeF(1400, 900));
+    übersicht.show();
+    zeile("overview, first frame", {gemessen([] { QCoreApplication::processEvents(); })});
+    zeiten.clear();
+    for (int i = 0; i < Bilder; ++i)
+        zeiten.push_back(gemessen([&] {
+            übersicht.setMitte(QPointF(1000 + 20 * i, 1000 + 30 * i));
+            QCoreApplication::processEvents();
+        }));
+    zeile("overview, frame dragged", zeiten);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::printf("picture_bench FILE [ROUNDS]\n");
+        return 2;
+    }
+    const QApplication app(argc, argv);
+    const QString pfad = QString::fromLocal8Bit(argv[1]);
+    misstLaden(pfad, argc > 2 ? std::max(1, std::atoi(argv[2])) : 5);
+    auto datei = Bilddatei::oeffnen(pfad);
+    auto* offen = std::get_if<Bilddatei>(&datei);
+    if (offen == nullptr || offen->pixel(nullptr) == nullptr) {
+        std::printf("cannot be read: %s\n", argv[1]);
+        return 1;
+    }
+    misstBilder(*offen);
+    return 0;
+}

@@ -1,0 +1,160 @@
+#include "measure/fluegelzeichnung.h"
+
+#include <QImage>
+#include <QLineF>
+#include <QPainter>
+#include <QRandomGenerator>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+using namespace tarvel;
+
+namespace {
+
+double abstand(const Fluegelform& form, std::size_t a, std::size_t b) {
+    return QLineF(form.punkte[a], form.punkte[b]).length();
+}
+
+/// Discoidal shift in twentieths of a millimetre, from distances alone as it is measured.
+double verschiebung(const Fluegelform& form) {
+    const double d12 = abstand(form, 1, 2);
+    const auto fuss = [&](std::size_t i) {
+        const double bis2 = abstand(form, 2, i);
+        const double bis1 = abstand(form, 1, i);
+        return (bis2 * bis2 - bis1 * bis1 - d12 * d12) / (2 * d12);
+    };
+    const double höhe = std::sqrt(std::pow(abstand(form, 1, 8), 2) - std::pow(fuss(8), 2));
+    return (fuss(4) - fuss(8)) * 2.5 / (1.5 + höhe) * 20;
+}
+
+std::vector<Fluegelform> formen() {
+    std::vector<Fluegelform> formen{Fluegelform::normal()};
+    QRandomGenerator zufall(5);
+    for (int i = 0; i < 12; ++i)
+        formen.push_back(Fluegelform::mitStreuung(zufall).gedreht(i - 6));
+    return formen;
+}
+
+} // namespace
+
+TEST(Fluegelzeichnung, everyForm_hasAPointWhereItsVeinsMeet) {
+    // How many veins begin, end or pass at each point.
+    constexpr std::array<int, 9> Adern{0, 3, 1, 3, 3, 3, 3, 3, 3};
+    for (const Fluegelform& form : formen()) {
+        for (std::size_t i = 1; i < form.punkte.size(); ++i) {
+            int treffer = 0;
+            for (const Ader& ader : form.adern) {
+                for (const Ader::Stelle& stelle : ader.verlauf)
+                    treffer += QLineF(stelle.ort, form.punkte[i]).length() < 1e-9 ? 1 : 0;
+            }
+            EXPECT_EQ(treffer, Adern[i]) << "point " << i;
+        }
+    }
+}
+
+TEST(Fluegelzeichnung, everyForm_hasThePointsInTheOrderOfTheWing) {
+    for (const Fluegelform& form : formen()) {
+        const auto& p = form.punkte;
+        EXPECT_GT(p[1].x(), p[3].x());
+        EXPECT_GT(p[3].x(), p[4].x());
+        EXPECT_GT(p[4].x(), p[2].x() + 1);
+        EXPECT_GT(p[5].x(), p[6].x());
+        EXPECT_GT(p[6].x(), p[7].x());
+        EXPECT_GT(p[7].x(), p[2].x());
+        for (std::size_t i = 1; i < 8; ++i)
+            EXPECT_GT(p[8].y(), p[i].y()) << "point " << i;
+        const QRectF rahmen = form.rahmen();
+        EXPECT_NEAR(rahmen.width(), 9.5, 0.5);
+        EXPECT_NEAR(rahmen.height(), 3.5, 0.8);
+    }
+}
+
+TEST(Fluegelzeichnung, spread_staysInTheNaturalRangeAndVaries) {
+    QRandomGenerator zufall(11);
+    double summe = 0;
+    double quadrate = 0;
+    constexpr int Anzahl = 200;
+    for (int i = 0; i < Anzahl; ++i) {
+        const Fluegelform form = Fluegelform::mitStreuung(zufall);
+        const double ci = abstand(form, 5, 6) / abstand(form, 6, 7);
+        const double hi = abstand(form, 5, 7) / abstand(form, 3, 4);
+        const double dv = verschiebung(form);
+        EXPECT_TRUE(ci > 2.2 && ci < 3.6) << ci;
+        EXPECT_TRUE(hi > 0.9 && hi < 1.25) << hi;
+        // The size of a wing changes the shift a little.
+        EXPECT_TRUE(dv > -0.1 && dv < 2.4) << dv;
+        summe += ci;
+        quadrate += ci * ci;
+    }
+    const double mittel = summe / Anzahl;
+    EXPECT_NEAR(mittel, 2.8, 0.1);
+    EXPECT_NEAR(std::sqrt(quadrate / Anzahl - mittel * mittel), 0.3, 0.1);
+}
+
+TEST(Fluegelzeichnung, turned_keepsAllDistances) {
+    const Fluegelform form = Fluegelform::normal();
+    const Fluegelform schräg = form.gedreht(7);
+    for (std::size_t i = 2; i < form.punkte.size(); ++i)
+        EXPECT_NEAR(abstand(form, 1, i), abstand(schräg, 1, i), 1e-9);
+    // Clockwise on the picture: the left tip rises over the root.
+    EXPECT_LT(schräg.punkte[2].y() - schräg.punkte[1].y(), form.punkte[2].y() - form.punkte[1].y());
+}
+
+TEST(Fluegelzeichnung, cells_borderOnThePointsThatAreNamedAfterThem) {
+    struct {
+        Zelle zelle;
+        std::vector<std::size_t> ecken;
+    } const fälle[] = {{Zelle::Radial, {1, 2, 3, 4}},
+                       {Zelle::Cubital1, {1}},
+                       {Zelle::Cubital2, {1, 3, 5}},
+                       {Zelle::Cubital3, {3, 4, 5, 6, 7}},
+                       {Zelle::Discoidal, {5, 6, 8}}};
+    const Fluegelform form = Fluegelform::normal();
+    for (const auto& fall : fälle) {
+        const QPainterPath zelle = form.zelle(fall.zelle);
+        for (std::size_t i = 1; i < form.punkte.size(); ++i) {
+            double nächster = 1e9;
+            for (int k = 0; k < zelle.elementCount(); ++k)
+                nächster = std::min(nächster, QLineF(zelle.elementAt(k), form.punkte[i]).length());
+            const bool ecke =
+                std::find(fall.ecken.begin(), fall.ecken.end(), i) != fall.ecken.end();
+            EXPECT_EQ(nächster < 1e-9, ecke) << static_cast<int>(fall.zelle) << " point " << i;
+        }
+        // Simple outlines of very different cells: none may be torn or crossed.
+        EXPECT_EQ(zelle.simplified().toSubpathPolygons().size(), 1);
+        EXPECT_TRUE(form.häutchen().contains(zelle.boundingRect().center()));
+    }
+}
+
+TEST(Fluegelzeichnung, painted_isDarkAtThePointsAndLightInTheCells) {
+    constexpr double Maßstab = 1200 / 25.4;
+    for (const Fluegelform& form : formen()) {
+        QImage bild(520, 240, QImage::Format_RGB32);
+        bild.fill(Qt::white);
+        const QPointF ursprung = QPointF(10, 10) - form.rahmen().topLeft() * Maßstab;
+        QPainter painter(&bild);
+        painter.translate(ursprung);
+        painter.scale(Maßstab, Maßstab);
+        paintFluegel(painter, form, Fluegelstil::scan(true));
+        painter.end();
+        const auto grau = [&](QPointF ort) {
+            const QPointF pixel = ort * Maßstab + ursprung;
+            return qGray(bild.pixel(static_cast<int>(pixel.x()), static_cast<int>(pixel.y())));
+        };
+        for (std::size_t i = 1; i < form.punkte.size(); ++i)
+            EXPECT_LT(grau(form.punkte[i]), 130) << "point " << i;
+        // 0.3 mm beside a point, away from its veins.
+        const std::pair<std::size_t, QPointF> daneben[] = {
+            {1, {-0.2, -0.18}}, {2, {0.3, -0.05}},  {2, {-0.3, 0.1}}, {3, {-0.1, -0.2}},
+            {4, {0, -0.22}},    {5, {-0.1, -0.22}}, {6, {0.3, 0.05}}, {7, {-0.02, 0.3}},
+            {8, {0.1, -0.3}},   {8, {0.2, 0.25}},   {8, {-0.3, 0}}};
+        for (const auto& [i, versatz] : daneben)
+            EXPECT_GT(grau(form.punkte[i] + versatz), 150)
+                << "beside point " << i << ": " << versatz.x() << ' ' << versatz.y();
+    }
+}
