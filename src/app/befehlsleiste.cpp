@@ -153,6 +153,10 @@ void Befehlsleiste::baueMenüs() {
     trenne(Ansicht);
     füge(Ansicht, 6, Text::MenüAlleFlügel, Meldung::TippAlleFlügel, u"uebersicht"_s, Qt::Key_F7);
     füge(Ansicht, 7, Text::MenüMessen, Meldung::TippMessen, u"messen"_s, Qt::Key_F8);
+    füge(Ansicht, 8, Meldung::MenüNächstesBild, Meldung::TippNächstesBild, {},
+         Qt::CTRL | Qt::Key_PageDown);
+    füge(Ansicht, 9, Meldung::MenüVorigesBild, Meldung::TippVorigesBild, {},
+         Qt::CTRL | Qt::Key_PageUp);
     neuesMenü(ansicht, Zoom, Text::MenüZoomBeiMessen);
     for (int zoom = 1; zoom <= 4; ++zoom) {
         füge(Zoom, zoom, u"%1 : 1"_s.arg(zoom), Meldung::TippZoom, {}, {});

@@ -15,8 +15,9 @@ struct Leser {
                               u"Use <path> in place of the program's folder for Index.ini, help "
                               "and samples."_s,
                               u"path"_s};
-    QCommandLineOption nurStart{u"exit-after-startup"_s,
-                                u"Start, paint the first window and end."_s};
+    QCommandLineOption nurStart{
+        u"exit-after-startup"_s,
+        u"Start, paint the first window, and the picture if one is named, and end."_s};
     QCommandLineOption demo{u"demo"_s,
                             u"Work through a sample examination and leave its pictures in "
                             "<path>."_s,

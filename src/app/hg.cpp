@@ -5,6 +5,7 @@
 #include "evaluation/rassen.h"
 #include "lang/hinweise.h"
 #include "measure/aufloesung.h"
+#include "measure/bildordner.h"
 #include "measure/lupe.h"
 #include "measure/messhilfe.h"
 #include "measure/messleiste.h"
@@ -279,6 +280,13 @@ void HG::men_Ansicht_Click(int index) {
     case 7:
         verteiler_.ausführen(befehl::Messen);
         break;
+    case 8:
+    case 9:
+        if (const QString nachbar = nachbarbild(messplatz_->bilddatei(), index == 8 ? 1 : -1);
+            !nachbar.isEmpty()) {
+            ladeBild(nachbar);
+        }
+        break;
     case 11:
         verteiler_.ausführen(befehl::Tabelle);
         break;
@@ -373,11 +381,11 @@ void HG::bearbeiteText(int index) {
 
 void HG::bildLaden() {
     const Texte& t = umgebung_.texte;
-    const QString filter =
-        t(Text::AlleBilddateien) + u" (*.BMP *.GIF *.JPG *.JPEG *.PNG *.TIF *.TIFF);;"_s +
-        t(Text::BitmapDateien) + u" (*.BMP);;"_s + t(Text::GifDateien) + u" (*.GIF);;"_s +
-        u"JPEG (*.JPG *.JPEG);;PNG (*.PNG);;TIFF (*.TIF *.TIFF);;"_s + t(Text::AlleDateien) +
-        u" (*)"_s;
+    const QString filter = t(Text::AlleBilddateien) + u" ("_s + bildmuster().join(u' ') + u");;"_s +
+                           t(Text::BitmapDateien) + u" (*.BMP);;"_s + t(Text::GifDateien) +
+                           u" (*.GIF);;"_s +
+                           u"JPEG (*.JPG *.JPEG);;PNG (*.PNG);;TIFF (*.TIF *.TIFF);;"_s +
+                           t(Text::AlleDateien) + u" (*)"_s;
     QString ordner = QFileInfo(messplatz_->bilddatei()).path();
     if (messplatz_->bilddatei().isEmpty()) {
         ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
@@ -562,6 +570,8 @@ void HG::zeigeZustand() {
     erlaube(Menue::Datei, 6, mitBild);
     erlaube(Menue::Ansicht, 6, mitBild);
     erlaube(Menue::Ansicht, 7, mitBild);
+    erlaube(Menue::Ansicht, 8, mitBild);
+    erlaube(Menue::Ansicht, 9, mitBild);
     erlaube(Menue::Bearbeiten, 0, !reihe.leer());
     erlaube(Menue::Bearbeiten, 1, !reihe.leer());
     erlaube(Menue::Bearbeiten, 2, amMessplatz && mitBild);

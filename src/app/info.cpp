@@ -56,6 +56,8 @@ Info::Info(const Texte& texte, QWidget* parent)
               texte(Meldung::InfoBibliotheken).arg(bibliotheken())}) {
         auto* label = new QLabel(absatz);
         label->setWordWrap(true);
+        constexpr int Zeilenlänge = 60; // characters: a comfortable line
+        label->setMinimumWidth(Zeilenlänge * label->fontMetrics().averageCharWidth());
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         layout->addWidget(label);
     }

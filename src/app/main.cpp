@@ -7,6 +7,7 @@
 #include "platform/system_shell.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QIcon>
 #include <QTimer>
@@ -20,13 +21,20 @@ using namespace Qt::StringLiterals;
 
 constexpr int FalscherAufruf = 2;
 
-/// Ends what is running as soon as a first window was painted.
+/// Ends what is running as soon as a first window was painted, or, where a picture is to be
+/// loaded, as soon as the picture was.
 class EndeNachErstemAnstrich : public QObject {
 public:
+    explicit EndeNachErstemAnstrich(bool mitBild)
+        : mitBild_(mitBild) {}
+
     [[nodiscard]] bool gemalt() const { return gemalt_; }
 
     bool eventFilter(QObject* objekt, QEvent* event) override {
-        if (!gemalt_ && event->type() == QEvent::Paint && objekt->isWidgetType()) {
+        const bool gemeint = !mitBild_ || qobject_cast<QDialog*>(objekt) != nullptr ||
+                             objekt->objectName() == u"Übersicht"_s ||
+                             objekt->objectName() == u"Bild"_s;
+        if (!gemalt_ && event->type() == QEvent::Paint && objekt->isWidgetType() && gemeint) {
             gemalt_ = true;
             QTimer::singleShot(0, this, [] {
                 if (QWidget* modal = QApplication::activeModalWidget()) {
@@ -39,6 +47,7 @@ public:
     }
 
 private:
+    bool mitBild_;
     bool gemalt_ = false;
 };
 
@@ -71,7 +80,7 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
         zeile.ordner.isEmpty() ? QCoreApplication::applicationDirPath() : zeile.ordner;
     QDir().mkpath(ordner);
 
-    EndeNachErstemAnstrich ende;
+    EndeNachErstemAnstrich ende(!zeile.dateien.isEmpty());
     if (zeile.nurStart) {
         app.installEventFilter(&ende);
     }
