@@ -37,7 +37,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int HinweisKeiner = 0;
-constexpr int HinweisBildLaden = 1;
 constexpr int HinweisWiederholen = 7;
 constexpr int EigenerHinweis = -1;
 

@@ -120,11 +120,12 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
 
 int main(int argc, char** argv) {
     const auto ergebnis = leseBefehlszeile(argumente(argc, argv), QDir::currentPath());
-    if (const auto* fehler = std::get_if<Befehlszeilenfehler>(&ergebnis)) {
-        drucke(stderr, u"tarvel: "_s + fehler->text + u'\n');
+    const auto* gelesen = std::get_if<Befehlszeile>(&ergebnis);
+    if (gelesen == nullptr) {
+        drucke(stderr, u"tarvel: "_s + std::get_if<Befehlszeilenfehler>(&ergebnis)->text + u'\n');
         return FalscherAufruf;
     }
-    const auto& zeile = std::get<Befehlszeile>(ergebnis);
+    const Befehlszeile& zeile = *gelesen;
     if (zeile.hilfe) {
         drucke(stdout, befehlszeilenhilfe());
         return 0;

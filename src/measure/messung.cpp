@@ -25,7 +25,7 @@ int ziffer(int keyCode) {
 
 Messung::Messung(Messreihe& reihe, Zahlenformat format)
     : reihe_(reihe)
-    , format_(format) {}
+    , format_(std::move(format)) {}
 
 void Messung::Bild_MouseDown(Maustaste taste, int /*umschalt*/, float X, float Y) {
     LetzteMausX_ = X;

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 Kolonieformular::Kolonieformular(const Texte& texte, Zahlenformat format, QWidget* parent)
     : QWidget(parent)
     , texte_(texte)
-    , format_(format) {
+    , format_(std::move(format)) {
     auto* layout = new QFormLayout(this);
     layout->setRowWrapPolicy(QFormLayout::WrapAllRows);
     layout->setVerticalSpacing(4);

@@ -54,7 +54,7 @@ TEST_F(Starttest, firstRun_preselectsTheUsersLanguageAndShowsAllThreePrompts) {
                                          {QLocale::Italian, 1}}) {
         QFile::remove(inipfad());
         benutzersprache = sprache;
-        ersterLauf = [index](Start& start) {
+        ersterLauf = [index = index](Start& start) {
             start.show();
             EXPECT_TRUE(
                 tarvel::kind<QRadioButton>(start, u"opt_Sprache_%1"_s.arg(index)).isChecked());
