@@ -162,11 +162,12 @@ void Befehlsleiste::baueMenüs() {
         füge(Zoom, zoom, u"%1 : 1"_s.arg(zoom), Meldung::TippZoom, {}, {});
     }
     trenne(Ansicht);
-    füge(Ansicht, 20, Meldung::MenüLeisteLinks, Meldung::TippLeisteLinks, u"seitenleiste-links"_s,
-         Qt::Key_F9);
-    füge(Ansicht, 21, Meldung::MenüLeisteRechts, Meldung::TippLeisteRechts,
+    füge(Ansicht, AnsichtLeisteLinks, Meldung::MenüLeisteLinks, Meldung::TippLeisteLinks,
+         u"seitenleiste-links"_s, Qt::Key_F9);
+    füge(Ansicht, AnsichtLeisteRechts, Meldung::MenüLeisteRechts, Meldung::TippLeisteRechts,
          u"seitenleiste-rechts"_s, Qt::Key_F10);
-    füge(Ansicht, 22, Meldung::MenüWerkzeugtexte, Meldung::TippWerkzeugtexte, {}, {});
+    füge(Ansicht, AnsichtWerkzeugtexte, Meldung::MenüWerkzeugtexte, Meldung::TippWerkzeugtexte, {},
+         {});
 
     QMenu* extras = neuesMenü(nullptr, Extras, Text::MenüExtras);
     neuesMenü(extras, Betriebsart, Text::Betriebsart);
@@ -199,7 +200,8 @@ void Befehlsleiste::baueMenüs() {
     // A number out of range checks no language; the toolkit must not force one to be checked.
     gruppen_.at(Menue::Sprache)
         ->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
-    for (const int index : {0, 2, 3, 4, 6, 7, 11, 20, 21, 22}) {
+    for (const int index :
+         {0, 2, 3, 4, 6, 7, 11, AnsichtLeisteLinks, AnsichtLeisteRechts, AnsichtWerkzeugtexte}) {
         aktion(Ansicht, index).setCheckable(true);
     }
 }

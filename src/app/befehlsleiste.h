@@ -20,6 +20,11 @@ namespace tarvel {
 /// Menus of the main window. The items of a menu are told apart by their index in its array.
 enum class Menue { Datei, Bearbeiten, Ansicht, Zoom, Extras, Betriebsart, Sprache, Hilfe };
 
+/// Items of the view menu that show and hide parts of the window.
+inline constexpr int AnsichtLeisteLinks = 20;
+inline constexpr int AnsichtLeisteRechts = 21;
+inline constexpr int AnsichtWerkzeugtexte = 22;
+
 /// Menus and tool bar of the main window: one action per command, shown by the menu item
 /// "men_Datei_5" and, where there is one, by the tool-bar button "bef_Toolbar_14".
 class Befehlsleiste {

@@ -1,11 +1,10 @@
 #include "app/hg.h"
 
+#include "app/fensterlage.h"
 #include "app/hinweiszeile.h"
-#include "app/info.h"
 #include "evaluation/rassen.h"
 #include "lang/hinweise.h"
 #include "measure/aufloesung.h"
-#include "measure/bildordner.h"
 #include "measure/lupe.h"
 #include "measure/messhilfe.h"
 #include "measure/messleiste.h"
@@ -13,13 +12,11 @@
 #include "measure/reihenansicht.h"
 #include "results/kolonieformular.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QSplitter>
@@ -42,11 +39,6 @@ constexpr int EigenerHinweis = -1;
 
 constexpr int Rand = 8;
 
-// Items of the view menu that are no command words.
-constexpr int AnsichtLeisteLinks = 20;
-constexpr int AnsichtLeisteRechts = 21;
-constexpr int AnsichtWerkzeugtexte = 22;
-
 } // namespace
 
 HG::HG(const Umgebung& umgebung)
@@ -63,7 +55,10 @@ HG::HG(const Umgebung& umgebung)
     meldeAnsichtenAn();
     connect(&umgebung_.texte, &Texte::languageChanged, this, [this] { wendeSpracheAn(); });
     Form_Load();
-    stelleFensterlageHer();
+    const Leistenwahl leisten = stelleFensterlageHer(umgebung_.einstellungen, *this, *teiler_);
+    linkeLeiste_->setVisible(leisten.links);
+    rechteLeisteGewünscht_ = leisten.rechts;
+    zeigeZustand();
     start_ = false;
 }
 
@@ -214,187 +209,6 @@ void HG::Form_Load() {
     wendeSpracheAn();
 }
 
-void HG::men_Datei_Click(int index) {
-    switch (index) {
-    case 5:
-        verteiler_.ausführen(befehl::BildLaden);
-        break;
-    case 6:
-        verteiler_.ausführen(befehl::Grafik);
-        break;
-    case 14:
-        close();
-        break;
-    default:
-        break;
-    }
-}
-
-void HG::men_Bearbeiten_Click(int index) {
-    switch (index) {
-    case 0:
-        letzteMessungLöschen();
-        break;
-    case 1:
-        messungWiederholen();
-        break;
-    case 2:
-        messung_.NeuerFlügel();
-        messplatz_->zeigeErledigte();
-        zeigeMessplatz(false);
-        break;
-    case 3:
-        if (auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
-            feld->undo();
-        } else {
-            messung_.macheRückgängig();
-        }
-        break;
-    case 11:
-        alleMessungenLöschen();
-        break;
-    default:
-        bearbeiteText(index);
-        break;
-    }
-}
-
-void HG::men_Ansicht_Click(int index) {
-    switch (index) {
-    case 0:
-        verteiler_.ausführen(befehl::Alle);
-        break;
-    case 2:
-        verteiler_.ausführen(befehl::Merkmal);
-        break;
-    case 3:
-        verteiler_.ausführen(befehl::Kurven);
-        break;
-    case 4:
-        verteiler_.ausführen(befehl::Korrel);
-        break;
-    case 6:
-        zeigeMessplatz(true);
-        break;
-    case 7:
-        verteiler_.ausführen(befehl::Messen);
-        break;
-    case 8:
-    case 9:
-        if (const QString nachbar = nachbarbild(messplatz_->bilddatei(), index == 8 ? 1 : -1);
-            !nachbar.isEmpty()) {
-            ladeBild(nachbar);
-        }
-        break;
-    case 11:
-        verteiler_.ausführen(befehl::Tabelle);
-        break;
-    case AnsichtLeisteLinks:
-        leisteSichtbar(linkeLeiste_, linkeLeiste_->isHidden());
-        break;
-    case AnsichtLeisteRechts:
-        rechteLeisteGewünscht_ = !rechteLeisteGewünscht_;
-        zeigeZustand();
-        break;
-    case AnsichtWerkzeugtexte: {
-        const bool zeigen = befehle_.aktion(Menue::Ansicht, AnsichtWerkzeugtexte).isChecked();
-        befehle_.zeigeWerkzeugtexte(zeigen);
-        umgebung_.einstellungen.schreibe(Einstellung::FensterWerkzeugtexte, zeigen ? 1 : 0);
-        break;
-    }
-    default:
-        break;
-    }
-}
-
-void HG::men_Zoom_Click(int index) {
-    messplatz_->wünscheZoom(index);
-    zeigeZustand();
-}
-
-void HG::men_Extras_Click(int /*index*/) {}
-
-void HG::men_Betriebsart_Click(int index) {
-    if (messplatz_->wünscheMessart(static_cast<Messart>(index))) {
-        umgebung_.einstellungen.schreibe(Einstellung::Betriebsart, index);
-    }
-    zeigeZustand();
-}
-
-void HG::men_Sprache_Click(int index) {
-    umgebung_.einstellungen.schreibe(Einstellung::Sprache, index);
-    umgebung_.texte.SpracheEinstellen(index);
-}
-
-void HG::men_Hilfe_Click(int index) {
-    switch (index) {
-    case 0:
-        if (!umgebung_.shell.openDocument(umgebung_.texte.HilfeDatei())) {
-            umgebung_.dialoge.meldung(umgebung_.texte(Text::MenüHilfe),
-                                      umgebung_.texte(Text::DateiNichtGefunden) + u'\n' +
-                                          QDir::toNativeSeparators(umgebung_.texte.HilfeDatei()),
-                                      Meldungsart::Ausruf);
-        }
-        break;
-    case 1:
-        Info(umgebung_.texte, this).exec();
-        break;
-    case 4:
-        if (messplatz_->zustand() != Messplatz::Zustand::OhneBild) {
-            zeigeMessplatz(false);
-        }
-        if (messHilfe_.isNull()) {
-            messHilfe_ = new MessHilfe(umgebung_.texte, this);
-        }
-        messHilfe_->show();
-        messHilfe_->raise();
-        messHilfe_->activateWindow();
-        break;
-    default:
-        break;
-    }
-}
-
-void HG::bearbeiteText(int index) {
-    auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-    if (feld == nullptr) {
-        return;
-    }
-    switch (index) {
-    case 5:
-        feld->cut();
-        break;
-    case 6:
-        feld->copy();
-        break;
-    case 7:
-        feld->paste();
-        break;
-    case 8:
-        feld->del();
-        break;
-    default:
-        break;
-    }
-}
-
-void HG::bildLaden() {
-    const Texte& t = umgebung_.texte;
-    const QString filter = t(Text::AlleBilddateien) + u" ("_s + bildmuster().join(u' ') + u");;"_s +
-                           t(Text::BitmapDateien) + u" (*.BMP);;"_s + t(Text::GifDateien) +
-                           u" (*.GIF);;"_s +
-                           u"JPEG (*.JPG *.JPEG);;PNG (*.PNG);;TIFF (*.TIF *.TIFF);;"_s +
-                           t(Text::AlleDateien) + u" (*)"_s;
-    QString ordner = QFileInfo(messplatz_->bilddatei()).path();
-    if (messplatz_->bilddatei().isEmpty()) {
-        ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
-    }
-    const QString pfad = umgebung_.dialoge.dateiOeffnen(t(Text::MenüBildLaden), ordner, filter);
-    if (!pfad.isEmpty()) {
-        ladeBild(pfad);
-    }
-}
-
 bool HG::ladeBild(const QString& pfad) {
     ansichten_->setCurrentWidget(messplatz_);
     const bool geladen = messplatz_->ladeBild(pfad);
@@ -421,18 +235,6 @@ void HG::warneVorSchreibfehler() {
     schreibfehlerGemeldet_ = true;
     ZeigeEigenenHinweis(umgebung_.texte(Meldung::EinstellungenNichtGeschrieben)
                             .arg(QDir::toNativeSeparators(umgebung_.einstellungen.IniPfad())));
-}
-
-void HG::grafik() {
-    const Texte& t = umgebung_.texte;
-    const QString programm = umgebung_.einstellungen.text(Einstellung::Grafikprogramm);
-    if (!programm.isEmpty() && umgebung_.shell.runProgram(programm, messplatz_->bilddatei())) {
-        return;
-    }
-    umgebung_.dialoge.meldung(t(Text::Fehler),
-                              t(Text::ProgrammNichtGefunden) + u'\n' + t(Text::PfadGrafikprogramm) +
-                                  u": "_s + QDir::toNativeSeparators(programm),
-                              Meldungsart::Ausruf);
 }
 
 void HG::zeige(QWidget* ansicht, int hinweisnummer) {
@@ -489,55 +291,6 @@ void HG::rechenfehler(Rechenfehler fehler) {
     umgebung_.dialoge.meldung(umgebung_.texte(Text::Fehler), umgebung_.texte(text),
                               Meldungsart::Ausruf);
     messplatz_->nimmTastatur();
-}
-
-void HG::letzteMessungLöschen() {
-    if (messung_.wiederholt() && messung_.nummer() == untersuchung_.reihe().letzteNummer()) {
-        messung_.NeuerFlügel();
-    }
-    untersuchung_.reihe().löscheLetzte();
-    reiheGeändert();
-    verteiler_.ausführen(befehl::Alle);
-}
-
-void HG::alleMessungenLöschen() {
-    verteiler_.ausführen(befehl::Alle);
-    const Antwort antwort =
-        umgebung_.dialoge.frage({.titel = umgebung_.texte(Text::MenüAlleMessungenLöschen),
-                                 .text = umgebung_.texte(Text::FrageAlleMessungenLöschen),
-                                 .art = Meldungsart::Frage});
-    if (antwort != Antwort::Ja) {
-        return;
-    }
-    if (messung_.wiederholt()) {
-        messung_.NeuerFlügel();
-    }
-    untersuchung_.reihe().löscheAlle();
-    reiheGeändert();
-    zeigeZustand();
-}
-
-int HG::gewählterFlügel() const {
-    int nummer = 0;
-    if (ansichten_->currentWidget() == tabelle_) {
-        nummer = tabelle_->gewählteNummer();
-    } else {
-        const Reihenansicht& liste =
-            ansichten_->currentWidget() == alle_ ? *alle_ : messleiste_->reihe();
-        const std::vector<int> gewählt = liste.gewählteNummern();
-        nummer = gewählt.empty() ? 0 : gewählt.front();
-    }
-    return nummer != 0 ? nummer : untersuchung_.reihe().letzteNummer();
-}
-
-void HG::messungWiederholen() {
-    const int nummer = gewählterFlügel();
-    QWidget* vorher = ansichten_->currentWidget();
-    ansichten_->setCurrentWidget(messplatz_);
-    if (!messplatz_->wiederhole(nummer)) {
-        ansichten_->setCurrentWidget(vorher);
-    }
-    zeigeZustand();
 }
 
 void HG::reiheGeändert() {
@@ -645,36 +398,6 @@ void HG::leisteSichtbar(QWidget* leiste, bool sichtbar) {
     zeigeZustand();
 }
 
-void HG::merkeFensterlage() {
-    umgebung_.einstellungen.schreibe(Einstellung::FensterHG,
-                                     QString::fromLatin1(saveGeometry().toBase64()));
-    QStringList leisten;
-    const QList<int> größen = teiler_->sizes();
-    for (const int größe : größen) {
-        leisten << QString::number(größe);
-    }
-    leisten << QString::number(linkeLeiste_->isHidden() ? 0 : 1)
-            << QString::number(rechteLeisteGewünscht_ ? 1 : 0);
-    umgebung_.einstellungen.schreibe(Einstellung::FensterLeisten, leisten.join(u','));
-}
-
-void HG::stelleFensterlageHer() {
-    const QByteArray lage =
-        QByteArray::fromBase64(umgebung_.einstellungen.text(Einstellung::FensterHG).toLatin1());
-    if (lage.isEmpty() || !restoreGeometry(lage)) {
-        resize(1280, 720);
-    }
-    const QStringList leisten =
-        umgebung_.einstellungen.text(Einstellung::FensterLeisten).split(u',');
-    constexpr qsizetype AnzahlAngaben = 5;
-    if (leisten.size() == AnzahlAngaben) {
-        teiler_->setSizes({leisten[0].toInt(), leisten[1].toInt(), leisten[2].toInt()});
-        linkeLeiste_->setVisible(leisten[3] != u'0');
-        rechteLeisteGewünscht_ = leisten[4] != u'0';
-    }
-    zeigeZustand();
-}
-
 void HG::dragEnterEvent(QDragEnterEvent* event) {
     const QList<QUrl> urls = event->mimeData()->urls();
     if (std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); })) {
@@ -713,7 +436,8 @@ void HG::closeEvent(QCloseEvent* event) {
     // Cancelled until everything that could be lost is dealt with.
     event->ignore();
     if (Form_Unload()) {
-        merkeFensterlage();
+        merkeFensterlage(umgebung_.einstellungen, *this, *teiler_,
+                         {.links = !linkeLeiste_->isHidden(), .rechts = rechteLeisteGewünscht_});
         event->accept();
     }
 }

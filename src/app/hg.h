@@ -90,8 +90,6 @@ private:
     void zeigeZustand();
     void zeigeStatuszeile();
     void leisteSichtbar(QWidget* leiste, bool sichtbar);
-    void merkeFensterlage();
-    void stelleFensterlageHer();
     bool Form_Unload();
 
     Umgebung umgebung_;

@@ -1,0 +1,264 @@
+// What the menus and the tool bar of the main window do.
+
+#include "app/hg.h"
+
+#include "app/info.h"
+#include "measure/bildordner.h"
+#include "measure/messhilfe.h"
+#include "measure/messleiste.h"
+#include "measure/messplatz.h"
+#include "measure/reihenansicht.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QStackedWidget>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+void HG::men_Datei_Click(int index) {
+    switch (index) {
+    case 5:
+        verteiler_.ausführen(befehl::BildLaden);
+        break;
+    case 6:
+        verteiler_.ausführen(befehl::Grafik);
+        break;
+    case 14:
+        close();
+        break;
+    default:
+        break;
+    }
+}
+
+void HG::men_Bearbeiten_Click(int index) {
+    switch (index) {
+    case 0:
+        letzteMessungLöschen();
+        break;
+    case 1:
+        messungWiederholen();
+        break;
+    case 2:
+        messung_.NeuerFlügel();
+        messplatz_->zeigeErledigte();
+        zeigeMessplatz(false);
+        break;
+    case 3:
+        if (auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
+            feld->undo();
+        } else {
+            messung_.macheRückgängig();
+        }
+        break;
+    case 11:
+        alleMessungenLöschen();
+        break;
+    default:
+        bearbeiteText(index);
+        break;
+    }
+}
+
+void HG::men_Ansicht_Click(int index) {
+    switch (index) {
+    case 0:
+        verteiler_.ausführen(befehl::Alle);
+        break;
+    case 2:
+        verteiler_.ausführen(befehl::Merkmal);
+        break;
+    case 3:
+        verteiler_.ausführen(befehl::Kurven);
+        break;
+    case 4:
+        verteiler_.ausführen(befehl::Korrel);
+        break;
+    case 6:
+        zeigeMessplatz(true);
+        break;
+    case 7:
+        verteiler_.ausführen(befehl::Messen);
+        break;
+    case 8:
+    case 9:
+        if (const QString nachbar = nachbarbild(messplatz_->bilddatei(), index == 8 ? 1 : -1);
+            !nachbar.isEmpty()) {
+            ladeBild(nachbar);
+        }
+        break;
+    case 11:
+        verteiler_.ausführen(befehl::Tabelle);
+        break;
+    case AnsichtLeisteLinks:
+        leisteSichtbar(linkeLeiste_, linkeLeiste_->isHidden());
+        break;
+    case AnsichtLeisteRechts:
+        rechteLeisteGewünscht_ = !rechteLeisteGewünscht_;
+        zeigeZustand();
+        break;
+    case AnsichtWerkzeugtexte: {
+        const bool zeigen = befehle_.aktion(Menue::Ansicht, AnsichtWerkzeugtexte).isChecked();
+        befehle_.zeigeWerkzeugtexte(zeigen);
+        umgebung_.einstellungen.schreibe(Einstellung::FensterWerkzeugtexte, zeigen ? 1 : 0);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void HG::men_Zoom_Click(int index) {
+    messplatz_->wünscheZoom(index);
+    zeigeZustand();
+}
+
+void HG::men_Extras_Click(int /*index*/) {}
+
+void HG::men_Betriebsart_Click(int index) {
+    if (messplatz_->wünscheMessart(static_cast<Messart>(index))) {
+        umgebung_.einstellungen.schreibe(Einstellung::Betriebsart, index);
+    }
+    zeigeZustand();
+}
+
+void HG::men_Sprache_Click(int index) {
+    umgebung_.einstellungen.schreibe(Einstellung::Sprache, index);
+    umgebung_.texte.SpracheEinstellen(index);
+}
+
+void HG::men_Hilfe_Click(int index) {
+    switch (index) {
+    case 0:
+        if (!umgebung_.shell.openDocument(umgebung_.texte.HilfeDatei())) {
+            umgebung_.dialoge.meldung(umgebung_.texte(Text::MenüHilfe),
+                                      umgebung_.texte(Text::DateiNichtGefunden) + u'\n' +
+                                          QDir::toNativeSeparators(umgebung_.texte.HilfeDatei()),
+                                      Meldungsart::Ausruf);
+        }
+        break;
+    case 1:
+        Info(umgebung_.texte, this).exec();
+        break;
+    case 4:
+        if (messplatz_->zustand() != Messplatz::Zustand::OhneBild) {
+            zeigeMessplatz(false);
+        }
+        if (messHilfe_.isNull()) {
+            messHilfe_ = new MessHilfe(umgebung_.texte, this);
+        }
+        messHilfe_->show();
+        messHilfe_->raise();
+        messHilfe_->activateWindow();
+        break;
+    default:
+        break;
+    }
+}
+
+void HG::bearbeiteText(int index) {
+    auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    if (feld == nullptr) {
+        return;
+    }
+    switch (index) {
+    case 5:
+        feld->cut();
+        break;
+    case 6:
+        feld->copy();
+        break;
+    case 7:
+        feld->paste();
+        break;
+    case 8:
+        feld->del();
+        break;
+    default:
+        break;
+    }
+}
+
+void HG::bildLaden() {
+    const Texte& t = umgebung_.texte;
+    const QString filter = t(Text::AlleBilddateien) + u" ("_s + bildmuster().join(u' ') + u");;"_s +
+                           t(Text::BitmapDateien) + u" (*.BMP);;"_s + t(Text::GifDateien) +
+                           u" (*.GIF);;"_s +
+                           u"JPEG (*.JPG *.JPEG);;PNG (*.PNG);;TIFF (*.TIF *.TIFF);;"_s +
+                           t(Text::AlleDateien) + u" (*)"_s;
+    QString ordner = QFileInfo(messplatz_->bilddatei()).path();
+    if (messplatz_->bilddatei().isEmpty()) {
+        ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
+    }
+    const QString pfad = umgebung_.dialoge.dateiOeffnen(t(Text::MenüBildLaden), ordner, filter);
+    if (!pfad.isEmpty()) {
+        ladeBild(pfad);
+    }
+}
+
+void HG::grafik() {
+    const Texte& t = umgebung_.texte;
+    const QString programm = umgebung_.einstellungen.text(Einstellung::Grafikprogramm);
+    if (!programm.isEmpty() && umgebung_.shell.runProgram(programm, messplatz_->bilddatei())) {
+        return;
+    }
+    umgebung_.dialoge.meldung(t(Text::Fehler),
+                              t(Text::ProgrammNichtGefunden) + u'\n' + t(Text::PfadGrafikprogramm) +
+                                  u": "_s + QDir::toNativeSeparators(programm),
+                              Meldungsart::Ausruf);
+}
+
+void HG::letzteMessungLöschen() {
+    if (messung_.wiederholt() && messung_.nummer() == untersuchung_.reihe().letzteNummer()) {
+        messung_.NeuerFlügel();
+    }
+    untersuchung_.reihe().löscheLetzte();
+    reiheGeändert();
+    verteiler_.ausführen(befehl::Alle);
+}
+
+void HG::alleMessungenLöschen() {
+    verteiler_.ausführen(befehl::Alle);
+    const Antwort antwort =
+        umgebung_.dialoge.frage({.titel = umgebung_.texte(Text::MenüAlleMessungenLöschen),
+                                 .text = umgebung_.texte(Text::FrageAlleMessungenLöschen),
+                                 .art = Meldungsart::Frage});
+    if (antwort != Antwort::Ja) {
+        return;
+    }
+    if (messung_.wiederholt()) {
+        messung_.NeuerFlügel();
+    }
+    untersuchung_.reihe().löscheAlle();
+    reiheGeändert();
+    zeigeZustand();
+}
+
+int HG::gewählterFlügel() const {
+    int nummer = 0;
+    if (ansichten_->currentWidget() == tabelle_) {
+        nummer = tabelle_->gewählteNummer();
+    } else {
+        const Reihenansicht& liste =
+            ansichten_->currentWidget() == alle_ ? *alle_ : messleiste_->reihe();
+        const std::vector<int> gewählt = liste.gewählteNummern();
+        nummer = gewählt.empty() ? 0 : gewählt.front();
+    }
+    return nummer != 0 ? nummer : untersuchung_.reihe().letzteNummer();
+}
+
+void HG::messungWiederholen() {
+    const int nummer = gewählterFlügel();
+    QWidget* vorher = ansichten_->currentWidget();
+    ansichten_->setCurrentWidget(messplatz_);
+    if (!messplatz_->wiederhole(nummer)) {
+        ansichten_->setCurrentWidget(vorher);
+    }
+    zeigeZustand();
+}
+
+} // namespace tarvel
