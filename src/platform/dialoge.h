@@ -17,6 +17,7 @@ struct Frage {
     QString titel;
     QString text;
     Meldungsart art = Meldungsart::Frage;
+    bool verwirft = false; ///< Ja gives something up, so Enter must not mean it
     bool mitAbbrechen = false;
     QString ja = {};
     QString nein = {};

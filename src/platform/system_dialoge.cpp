@@ -55,7 +55,7 @@ Antwort SystemDialoge::frage(const Frage& frage) {
     if (frage.mitAbbrechen)
         sicherer = knopf(box, QMessageBox::Cancel, worte_.abbrechen);
     box.setEscapeButton(sicherer);
-    box.setDefaultButton(frage.art == Meldungsart::Stopp ? sicherer : ja);
+    box.setDefaultButton(frage.verwirft || frage.art == Meldungsart::Stopp ? sicherer : ja);
     box.exec();
 
     const QAbstractButton* gewaehlt = box.clickedButton();

@@ -63,7 +63,7 @@ TEST(SystemDialoge, markupAndWords_areShownAsTheyAre) {
         EXPECT_EQ(box.button(QMessageBox::No)->text(), u"Nein"_s);
         box.button(QMessageBox::No)->click();
     });
-    const Frage frage{u"T"_s, u"<b>a</b>.jpg"_s, Meldungsart::Frage, false, u"Verwerfen"_s};
+    const Frage frage{.titel = u"T"_s, .text = u"<b>a</b>.jpg"_s, .ja = u"Verwerfen"_s};
     EXPECT_EQ(dialoge.frage(frage), Antwort::Nein);
     sobaldOffen([](QMessageBox& box) {
         EXPECT_EQ(box.icon(), QMessageBox::Critical);

@@ -7,19 +7,22 @@
 #include <QStringList>
 
 #include <deque>
+#include <vector>
 
 namespace tarvel {
 
 /// Answers questions from a list and records everything that was said; never blocks.
 class TestDialoge final : public Dialoge {
 public:
-    std::deque<Antwort> antworten; ///< taken in order; Nein when there is none left
-    QStringList dateien;           ///< answers to file choosers, in order
-    QStringList meldungen;         ///< "title: text" of every message
+    std::deque<Antwort> antworten;  ///< taken in order; Nein when there is none left
+    QStringList dateien;            ///< answers to file choosers, in order
+    QStringList meldungen;          ///< "title: text" of every message
+    std::vector<Meldungsart> arten; ///< pictures beside the messages
     std::vector<Frage> fragen;
     QStringList filter;
 
-    void meldung(const QString& titel, const QString& text, Meldungsart) override {
+    void meldung(const QString& titel, const QString& text, Meldungsart art) override {
+        arten.push_back(art);
         meldungen << titel + QStringLiteral(": ") + text;
     }
     Antwort frage(const Frage& frage) override {
