@@ -64,8 +64,7 @@ void Bild::setBild(const QImage& bild) {
     stelleLeisten();
     setStand({0, 0});
     viewport()->update();
-    if (ausschnittGeändert)
-        ausschnittGeändert();
+    meldeAusschnitt();
 }
 
 void Bild::setZoomfaktor(int zoom) {
@@ -77,8 +76,7 @@ void Bild::setZoomfaktor(int zoom) {
     stelleLeisten();
     zeige(mitte);
     viewport()->update();
-    if (ausschnittGeändert)
-        ausschnittGeändert();
+    meldeAusschnitt();
 }
 
 void Bild::setMarken(std::vector<Marke> marken) {
@@ -181,8 +179,7 @@ void Bild::paintEvent(QPaintEvent* event) {
 void Bild::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
     stelleLeisten();
-    if (ausschnittGeändert)
-        ausschnittGeändert();
+    meldeAusschnitt();
 }
 
 void Bild::scrollContentsBy(int dx, int dy) {
@@ -191,12 +188,45 @@ void Bild::scrollContentsBy(int dx, int dy) {
         return;
     }
     viewport()->scroll(dx, dy);
+    meldeAusschnitt();
+}
+
+/// Another part of the picture is below the pointer now, and a key pressed there means that part.
+void Bild::meldeAusschnitt() {
     if (ausschnittGeändert)
         ausschnittGeändert();
+    if (zeiger_)
+        meldeZeiger();
+}
+
+void Bild::meldeZeiger() {
+    if (!bewegt || bild_.isNull())
+        return;
+    QMouseEvent ereignisDaheim(QEvent::MouseMove, *zeiger_, viewport()->mapToGlobal(*zeiger_),
+                               Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    bewegt(ereignis(ereignisDaheim));
+}
+
+void Bild::sucheZeiger() {
+    const QPointF ort = viewport()->mapFromGlobal(QPointF(QCursor::pos()));
+    zeiger_.reset();
+    if (QRectF(viewport()->rect()).contains(ort)) {
+        zeiger_ = ort;
+        meldeZeiger();
+    }
+}
+
+bool Bild::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave)
+        zeiger_.reset();
+    else if (event->type() == QEvent::Enter)
+        zeiger_ = static_cast<QEnterEvent*>(event)->position();
+    return QAbstractScrollArea::viewportEvent(event);
 }
 
 void Bild::mousePressEvent(QMouseEvent* event) {
     event->accept();
+    zeiger_ = event->position();
     if (event->button() == Qt::MiddleButton) {
         schieben_ = Schieben{event->position(), stand()};
         viewport()->setCursor(Qt::ClosedHandCursor);
@@ -214,6 +244,7 @@ void Bild::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void Bild::mouseMoveEvent(QMouseEvent* event) {
+    zeiger_ = event->position();
     event->accept();
     if (schieben_)
         setStand(schieben_->stand - (event->position() - schieben_->beginn).toPoint());

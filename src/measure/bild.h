@@ -40,7 +40,8 @@ public:
     /// A button went down. Not called for the left button beside the picture, nor for the middle
     /// one. Without a picture the places count from the view's corner.
     std::function<void(const Zeigerereignis&)> gedrückt;
-    /// The pointer moved. Beside the picture the nearest place on its edge is reported.
+    /// The pointer moved, or the picture below it did. Beside the picture the nearest place on its
+    /// edge is reported.
     std::function<void(const Zeigerereignis&)> bewegt;
     std::function<void(const Zeigerereignis&)> losgelassen;
     /// A key went down; returns true when it was used.
@@ -75,6 +76,11 @@ public:
     /// The part of the picture that is seen, in unzoomed pixels.
     [[nodiscard]] QRectF ausschnitt() const;
 
+    /// Whether the pointer is over the view, so that a key can mean the place below it.
+    [[nodiscard]] bool zeigerHier() const { return zeiger_.has_value(); }
+    /// Finds out where the pointer is, after the view came up below it.
+    void sucheZeiger();
+
     /// From a place in the viewport to zoomed pixels of the picture, and back.
     [[nodiscard]] QPointF zuBild(QPointF imFenster) const;
     [[nodiscard]] QPointF zuFenster(QPointF imBild) const;
@@ -83,6 +89,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -101,6 +108,8 @@ private:
         QPoint stand;
     };
 
+    void meldeAusschnitt();
+    void meldeZeiger();
     [[nodiscard]] QSize gezoomt() const { return bild_.size() * zoom_; }
     [[nodiscard]] QPoint ursprung() const;
     [[nodiscard]] QPoint stand() const;
@@ -115,6 +124,8 @@ private:
     std::vector<Marke> marken_;
     std::vector<Marke> erledigte_;
     std::optional<Schieben> schieben_;
+    /// Where the pointer is in the viewport; empty while it is elsewhere.
+    std::optional<QPointF> zeiger_;
     /// Way scrolled so far while both bars are being moved.
     std::optional<QPoint> gesammelt_;
     int radrest_ = 0;

@@ -43,12 +43,16 @@ std::optional<Bildfehler> öffneDatei(QFile& datei) {
     return {};
 }
 
+Bildfehler zuGroß(QSize größe) {
+    return {Art::ZuGross,
+            u"%1 × %2"_s.arg(QString::number(größe.width()), QString::number(größe.height()))};
+}
+
 std::optional<Bildfehler> prüfeGröße(QSize größe) {
     if (größe.isEmpty())
         return Bildfehler{Art::Unlesbar};
     if (qint64{größe.width()} * größe.height() > Bilddatei::HöchstensBildpunkte)
-        return Bildfehler{Art::ZuGross, u"%1 × %2"_s.arg(QString::number(größe.width()),
-                                                         QString::number(größe.height()))};
+        return zuGroß(größe);
     return {};
 }
 
@@ -89,7 +93,7 @@ Oder<Gelesen> liesJpeg(QFile& datei, bool ganz) {
         return fehlerAus(leser);
     QImage bild(größe, leser.grau() ? QImage::Format_Grayscale8 : QImage::Format_RGB888);
     if (bild.isNull())
-        return Bildfehler{Art::ZuGross};
+        return Bildfehler{Art::KeinSpeicher};
     if (!leser.liesZeilen(bild.bits(), bild.bytesPerLine()))
         return fehlerAus(leser);
     if (achtel == 8)
@@ -186,7 +190,7 @@ Oder<Gelesen> liesAndere(QFile& datei) {
     const qint64 bildpunkte = qint64{gelesen.größe.width()} * gelesen.größe.height();
     const int bits = std::max<int>(1, QImage::toPixelFormat(leser.imageFormat()).bitsPerPixel());
     if (bildpunkte * bits / 8 > HöchstensBytes)
-        return *prüfeGröße(gelesen.größe);
+        return zuGroß(gelesen.größe);
     if (bildpunkte * bits / 8 / DichtestePackung > datei.size())
         return Bildfehler{Art::Abgeschnitten};
     QImage bild;

@@ -10,7 +10,15 @@ namespace tarvel {
 
 /// Why a picture cannot be measured.
 struct Bildfehler {
-    enum class Art { NichtGefunden, KeinRecht, Leer, Unlesbar, Abgeschnitten, ZuGross };
+    enum class Art {
+        NichtGefunden,
+        KeinRecht,
+        Leer,
+        Unlesbar,
+        Abgeschnitten,
+        ZuGross,
+        KeinSpeicher
+    };
     Art art = Art::Unlesbar;
     /// What the system or the decoder said, or the size of a picture that is too large. A detail
     /// for a message, not a message; may be empty.

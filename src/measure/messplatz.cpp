@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -25,6 +26,7 @@ namespace {
 constexpr int HinweisBildLaden = 1;
 constexpr int HinweisRechteck = 2;
 constexpr int HinweisPunkteSetzen = 4;
+constexpr int HinweisÜbernehmen = 5;
 constexpr int HinweisRechteckAufFlügel = 6;
 constexpr int HinweisErneutSpeichern = 8;
 constexpr int HinweisBildWirdGeladen = 15;
@@ -170,7 +172,7 @@ bool Messplatz::gibPunkteAuf(Meldung frage, Meldung ja) {
     const Antwort antwort = dialoge_.frage({.titel = texte_(ja),
                                             .text = texte_(frage),
                                             .art = Meldungsart::Frage,
-                                            .mitAbbrechen = false,
+                                            .verwirft = true,
                                             .ja = texte_(ja),
                                             .nein = texte_(Meldung::WeiterMessen)});
     return antwort == Antwort::Ja;
@@ -195,12 +197,14 @@ bool Messplatz::ladeBild(const QString& pfad) {
 }
 
 bool Messplatz::öffne(const QString& pfad) {
-    const Wartezeiger warten;
     hinweis(HinweisBildWirdGeladen);
-    auto ergebnis = Bilddatei::oeffnen(pfad);
+    auto ergebnis = [&pfad] {
+        const Wartezeiger warten;
+        return Bilddatei::oeffnen(pfad);
+    }();
     if (const auto* fehler = std::get_if<Bildfehler>(&ergebnis)) {
         meldeBildfehler(*fehler, pfad);
-        hinweis(datei_ ? HinweisRechteck : HinweisBildLaden);
+        zeigeStandhinweis();
         return false;
     }
     datei_ = std::get<Bilddatei>(std::move(ergebnis));
@@ -209,6 +213,22 @@ bool Messplatz::öffne(const QString& pfad) {
     lupe_->setBild({}, 1);
     übersicht_->setBild(datei_->übersicht(), datei_->größe());
     return true;
+}
+
+/// The hint that fits what is shown, after something else had the hint line.
+void Messplatz::zeigeStandhinweis() {
+    switch (zustand_) {
+    case Zustand::OhneBild:
+        hinweis(HinweisBildLaden);
+        break;
+    case Zustand::Übersicht:
+        hinweis(HinweisRechteck);
+        break;
+    case Zustand::Messen:
+        hinweis(messung_.punkte().fertig(messung_.messart()) ? HinweisÜbernehmen
+                                                             : HinweisPunkteSetzen);
+        break;
+    }
 }
 
 void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
@@ -231,6 +251,9 @@ void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
     case Bildfehler::Art::Abgeschnitten:
         text = texte_(Meldung::BildAbgeschnitten).arg(name);
         break;
+    case Bildfehler::Art::KeinSpeicher:
+        text = texte_(Meldung::BildSpeicherReichtNicht).arg(name);
+        break;
     case Bildfehler::Art::ZuGross: {
         const QString megapixel = QString::number(Bilddatei::HöchstensBildpunkte / 1'000'000) +
                                   u" 000 000 "_s + texte_(Meldung::EinheitPixel);
@@ -246,11 +269,11 @@ void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
 }
 
 bool Messplatz::einFlügel() const {
-    // Such a picture is seen well enough without an overview, and scrolled if need be.
+    // A picture as high as one wing is seen well enough without an overview, and scrolled
+    // sideways if need be.
     constexpr double Spielraum = 1.5;
     const QSizeF gezoomt = QSizeF(datei_->größe()) * messung_.aufnahme().Zoomfaktor;
-    return gezoomt.width() <= Spielraum * seiten_->width() &&
-           gezoomt.height() <= Spielraum * seiten_->height();
+    return gezoomt.width() <= Spielraum * seiten_->width() && gezoomt.height() <= seiten_->height();
 }
 
 void Messplatz::zeigeÜbersicht() {
@@ -272,13 +295,15 @@ bool Messplatz::zeigeMessen() {
     }
     const QPointF mitte = mitte_;
     if (bild_->bild().isNull()) {
-        const Wartezeiger warten;
         hinweis(HinweisBildWirdGeladen);
         Bildfehler fehler;
-        const QImage* pixel = datei_->pixel(&fehler);
+        const QImage* pixel = [&] {
+            const Wartezeiger warten;
+            return datei_->pixel(&fehler);
+        }();
         if (pixel == nullptr) {
             meldeBildfehler(fehler, datei_->pfad());
-            hinweis(HinweisBildLaden);
+            zeigeStandhinweis();
             return false;
         }
         bild_->setBild(*pixel);
@@ -291,6 +316,7 @@ bool Messplatz::zeigeMessen() {
     bild_->zeige(mitte);
     mitte_ = mitte;
     lupe_->setMitte(mitte * messung_.aufnahme().Zoomfaktor);
+    bild_->sucheZeiger();
     nimmTastatur();
     hinweis(messung_.wiederholt() ? HinweisErneutSpeichern : HinweisPunkteSetzen);
     return true;
@@ -313,7 +339,8 @@ bool Messplatz::wünscheZoom(int zoomfaktor) {
         const Antwort antwort = dialoge_.frage(
             {.titel = texte_(Text::MenüZoomBeiMessen),
              .text = texte_(Text::ZoomfaktorFrage) + u'\n' + texte_(Text::ZoomfaktorWarnung),
-             .art = Meldungsart::Frage});
+             .art = Meldungsart::Frage,
+             .verwirft = true});
         if (antwort != Antwort::Ja) {
             return false;
         }
@@ -355,14 +382,29 @@ bool Messplatz::wiederhole(int nummer) {
     if (!gibPunkteAuf(Meldung::WiederholenFrage, Meldung::Wiederholen)) {
         return false;
     }
-    if (bilddatei() != messung->bilddatei && !öffne(messung->bilddatei)) {
-        return false;
+    if (bilddatei() != messung->bilddatei) {
+        if (!QFileInfo::exists(messung->bilddatei)) {
+            dialoge_.meldung(texte_(Text::Fehler),
+                             texte_(Text::BilddateiNichtGefunden) + u'\n' +
+                                 texte_(Meldung::BildZumWiederholenFehlt)
+                                     .arg(QDir::toNativeSeparators(messung->bilddatei))
+                                     .arg(nummer, 3, 10, QChar(u'0')),
+                             Meldungsart::Ausruf);
+            return false;
+        }
+        if (!öffne(messung->bilddatei)) {
+            return false;
+        }
     }
     if (!messung_.wiederhole(nummer)) {
         return false;
     }
     mitte_ = flügelmitte(*messung);
-    return zeigeMessen();
+    if (!zeigeMessen()) {
+        messung_.NeuerFlügel(); // nothing may be replaced out of sight
+        return false;
+    }
+    return true;
 }
 
 void Messplatz::nächsterFlügel() {
@@ -465,6 +507,10 @@ bool Messplatz::taste(const QKeyEvent& e) {
             QCursor::setPos(QCursor::pos() + schritt);
             return true;
         }
+    }
+    if (code >= taste::Eins && umschalt == umschaltung::Keine && !bild_->zeigerHier()) {
+        hinweis(HinweisPunkteSetzen); // the key means the place of the pointer, and there is none
+        return true;
     }
     if (!messung_.Bild_KeyDown(code, umschalt)) {
         return false;

@@ -78,6 +78,7 @@ private:
     /// True when the current wing has no points, or when the user gives them up.
     bool gibPunkteAuf(Meldung frage, Meldung ja);
     bool öffne(const QString& pfad);
+    void zeigeStandhinweis();
     void meldeBildfehler(const Bildfehler& fehler, const QString& pfad);
     void zeigeRahmen();
     /// True when the picture is hardly larger than the view, as that of a single wing is.

@@ -52,8 +52,13 @@ bool Messpunkte::verschiebe(float dx, float dy) {
     if (GewählterPunkt == 0 || !gemessen(GewählterPunkt)) {
         return false;
     }
-    PunktX[GewählterPunkt] += dx;
-    PunktY[GewählterPunkt] += dy;
+    const float x = PunktX[GewählterPunkt] + dx;
+    const float y = PunktY[GewählterPunkt] + dy;
+    if (x < 0 || y < 0) {
+        return false;
+    }
+    PunktX[GewählterPunkt] = x;
+    PunktY[GewählterPunkt] = y;
     return true;
 }
 

@@ -47,7 +47,8 @@ struct Messpunkte {
     /// Selects a point for moving. False when the kind does not use it.
     bool wähle(Messart messart, int nummer);
 
-    /// Moves the selected point. False when none is selected or it is not set yet.
+    /// Moves the selected point. False when none is selected, when it is not set yet, and at the
+    /// upper and left edge of the picture.
     bool verschiebe(float dx, float dy);
 
     [[nodiscard]] bool gemessen(int nummer) const { return PunktX[nummer] != NichtGemessen; }

@@ -41,7 +41,7 @@ struct Zeilenwörter {
 
 [[nodiscard]] Zeilenwörter zeilenwörter(const Texte& texte);
 
-/// "001  CI=3.07  Klasse 17.3"
+/// "001  CI=3.07  Klasse 21.3"
 [[nodiscard]] QString zeilentext(const CiZeile& zeile, const Zeilenwörter& wörter);
 /// "001  HI=0.993  Klasse 24.7   DV=+0.4"
 [[nodiscard]] QString zeilentext(const HiDvZeile& zeile, const Zeilenwörter& wörter);
@@ -90,7 +90,6 @@ public:
     [[nodiscard]] qint16 letzteNummer() const;
     /// Number that the next wing receives. Above 200 the series is full.
     [[nodiscard]] qint16 nächsteNummer() const { return static_cast<qint16>(letzteNummer() + 1); }
-    [[nodiscard]] bool voll() const { return letzteNummer() >= HöchsteFlügelzahl; }
     [[nodiscard]] bool enthält(int nummer) const;
     /// Wing numbers in the order of the lists.
     [[nodiscard]] std::vector<int> nummern() const;

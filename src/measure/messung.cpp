@@ -142,7 +142,9 @@ void Messung::übernimm() {
 
 void Messung::BerechneIndizes(qint16 nummer) {
     const Indizes indizes = berechneIndizes(punkte_, messart_, aufnahme_);
+    // A repeated wing keeps its good values until the corrected ones are all there.
     const bool eingetragen =
+        !(indizes.fehler && wiederholt()) &&
         reihe_.trageEin(nummer, indizes, {punkte_, messart_, aufnahme_, bilddatei_}, format_);
     if (indizes.fehler) {
         if (eingetragen) {
@@ -254,7 +256,8 @@ void Messung::setzeBilddatei(const QString& pfad) {
 }
 
 qint16 Messung::nummer() const {
-    return nummerInArbeit_.value_or(reihe_.nächsteNummer());
+    return nummerInArbeit_ && reihe_.enthält(*nummerInArbeit_) ? *nummerInArbeit_
+                                                               : reihe_.nächsteNummer();
 }
 
 void Messung::ZeigeHinweis(int hinweisnummer) {

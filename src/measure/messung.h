@@ -94,7 +94,7 @@ public:
     /// Number that the current wing gets when it is taken over.
     [[nodiscard]] qint16 nummer() const;
     /// True while a wing of the series is measured again.
-    [[nodiscard]] bool wiederholt() const { return nummerInArbeit_.has_value(); }
+    [[nodiscard]] bool wiederholt() const { return vorWiederholung_.has_value(); }
 
 private:
     void BerechneIndizes(qint16 nummer);

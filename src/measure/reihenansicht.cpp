@@ -110,6 +110,9 @@ void Reihenansicht::übertrage(const QListView& von, QListView& nach) {
     }
     nach.selectionModel()->select(auswahl, QItemSelectionModel::ClearAndSelect);
     überträgt_ = false;
+    if (beiWahl_) {
+        beiWahl_(gewählteNummern());
+    }
 }
 
 std::vector<int> Reihenansicht::gewählteNummern() const {
@@ -118,13 +121,14 @@ std::vector<int> Reihenansicht::gewählteNummern() const {
     return {alle.begin(), alle.end()};
 }
 
-void Reihenansicht::wähle(int nummer) {
+void Reihenansicht::wähle(const std::vector<int>& gewählt) {
     for (QListView* liste : {ci_, hiDv_}) {
         liste->clearSelection();
         for (int zeile = 0; zeile < liste->model()->rowCount(); ++zeile) {
             const QModelIndex index = liste->model()->index(zeile, 0);
-            if (nummerDerZeile(index) == nummer) {
-                liste->setCurrentIndex(index);
+            if (std::find(gewählt.begin(), gewählt.end(), nummerDerZeile(index)) != gewählt.end()) {
+                liste->selectionModel()->select(index, QItemSelectionModel::Select);
+                liste->scrollTo(index);
             }
         }
     }

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <vector>
 
 class QLabel;
@@ -23,7 +24,9 @@ public:
 
     /// Wing numbers of the selected lines, ascending.
     [[nodiscard]] std::vector<int> gewählteNummern() const;
-    void wähle(int nummer);
+    void wähle(const std::vector<int>& nummern);
+    /// Called with the selected wings after each change of the selection.
+    void beiWahl(std::function<void(const std::vector<int>&)> wahl) { beiWahl_ = std::move(wahl); }
 
 private:
     void beschrifte();
@@ -34,6 +37,7 @@ private:
     QLabel* überschriftHiDv_;
     QListView* ci_;
     QListView* hiDv_;
+    std::function<void(const std::vector<int>&)> beiWahl_;
     bool überträgt_ = false;
 };
 

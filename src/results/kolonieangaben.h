@@ -1,13 +1,11 @@
 #pragma once
 
+#include "evaluation/geschlecht.h"
 #include "platform/zahlen.h"
 
 #include <QString>
 
 namespace tarvel {
-
-/// Caste of the bees of a sample.
-enum class Geschlecht { Arbeiterinnen, Drohnen };
 
 /// Identification of the examined queen and colony, as typed on the main window. Region, breeder
 /// number, queen number and year together identify the queen.

@@ -23,6 +23,8 @@ Kolonieformular::Kolonieformular(const Texte& texte, Zahlenformat format, QWidge
 
     // Created in the order in which the Tab key walks through them.
     QLineEdit* unr = textfeld(u"txt_UNr"_s, &Kolonieangaben::UNr);
+    constexpr int LängeUNr = 10; // three digits, short sign and year
+    unr->setMaxLength(LängeUNr);
     layout->addRow(beschriftung(Text::UntersuchungNr, unr), unr);
     QWidget* nummern = königin();
     layout->addRow(beschriftung(Text::Königin, nummern), nummern);
@@ -53,7 +55,15 @@ Kolonieformular::Kolonieformular(const Texte& texte, Zahlenformat format, QWidge
         }
     });
     connect(cbo_Geschlecht_, &QComboBox::activated, this, [this](int index) {
-        angaben_.Tiere = static_cast<Geschlecht>(index);
+        const auto tiere = static_cast<Geschlecht>(index);
+        if (tiere == angaben_.Tiere) {
+            return;
+        }
+        if (geschlechtswahl_ && !geschlechtswahl_(tiere)) {
+            cbo_Geschlecht_->setCurrentIndex(static_cast<int>(angaben_.Tiere));
+            return;
+        }
+        angaben_.Tiere = tiere;
         melde();
     });
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });

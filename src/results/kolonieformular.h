@@ -25,8 +25,12 @@ public:
 
     Kolonieformular(const Texte& texte, Zahlenformat format, QWidget* parent = nullptr);
 
+    /// Called before the caste changes; false keeps the one that was shown.
+    using Geschlechtswahl = std::function<bool(Geschlecht)>;
+
     void beiÄnderung(Änderung änderung) { änderung_ = std::move(änderung); }
     void beiRassenwahl(Rassenwahl wahl) { rassenwahl_ = std::move(wahl); }
+    void beiGeschlechtswahl(Geschlechtswahl wahl) { geschlechtswahl_ = std::move(wahl); }
 
     void setzeRassen(const QStringList& namen);
     /// Shows @p angaben without reporting a change.
@@ -61,6 +65,7 @@ private:
     Kolonieangaben angaben_;
     Änderung änderung_;
     Rassenwahl rassenwahl_;
+    Geschlechtswahl geschlechtswahl_;
     std::vector<Feld> felder_;
     std::vector<std::pair<QLabel*, Text>> beschriftungen_;
     QComboBox* cbo_Rasse_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "evaluation/merkmale.h"
 #include "measure/messreihe.h"
 #include "results/kolonieangaben.h"
 
@@ -18,18 +19,29 @@ public:
     [[nodiscard]] Messreihe& reihe() { return reihe_; }
     [[nodiscard]] const Messreihe& reihe() const { return reihe_; }
 
+    [[nodiscard]] const Merkmale& merkmale() const { return merkmale_; }
+    void setzeMerkmale(const Merkmale& merkmale) {
+        merkmaleGeändert_ = merkmaleGeändert_ || merkmale != merkmale_;
+        merkmale_ = merkmale;
+    }
+
     /// True since the colony data were last changed by the user.
     [[nodiscard]] bool angabenGeändert() const { return angabenGeändert_; }
-    [[nodiscard]] bool geändert() const { return angabenGeändert_ || reihe_.geändert(); }
+    /// True since wings or body marks were last changed.
+    [[nodiscard]] bool messungenGeändert() const { return merkmaleGeändert_ || reihe_.geändert(); }
+    [[nodiscard]] bool geändert() const { return angabenGeändert_ || messungenGeändert(); }
     void alsUnverändertMerken() {
         angabenGeändert_ = false;
+        merkmaleGeändert_ = false;
         reihe_.alsUnverändertMerken();
     }
 
 private:
     Kolonieangaben angaben_;
     Messreihe reihe_;
+    Merkmale merkmale_;
     bool angabenGeändert_ = false;
+    bool merkmaleGeändert_ = false;
 };
 
 } // namespace tarvel

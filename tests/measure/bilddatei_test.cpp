@@ -348,6 +348,12 @@ TEST_F(BilddateiTest, headerPromisesTooMuch_isRefusedBeforeMemoryIsTaken) {
         EXPECT_THAT(fehler(datei(mitGröße(echt, format, 60000, 60000)))->grund.toStdString(),
                     testing::HasSubstr("60000"));
     }
+    // 300 million pixels are allowed, but not at eight bytes each.
+    const QByteArray tief = gespeichert(bild.convertToFormat(QImage::Format_RGBA64), "png");
+    const auto zuTief = fehler(datei(mitGröße(tief, "png", 20000, 15000)));
+    ASSERT_TRUE(zuTief);
+    EXPECT_EQ(zuTief->art, Art::ZuGross);
+    EXPECT_THAT(zuTief->grund.toStdString(), testing::HasSubstr("20000"));
     QByteArray fläche = Gif;
     setze<quint16>(fläche, 6, 19000);
     setze<quint16>(fläche, 8, 19000);

@@ -203,6 +203,26 @@ TEST_F(MessungTest, repeatedWing_replacesItsLinesAndGivesKindAndResolutionBack) 
     EXPECT_FALSE(messung.wiederhole(99));
 }
 
+TEST_F(MessungTest, faultWhileRepeating_leavesTheOldValuesOfTheWing) {
+    klickeFlügel();
+    rechts();
+    const QStringList vorher = reihe.hiDvTexte(deutsch);
+    ASSERT_TRUE(messung.wiederhole(1));
+    messung.zieh(4, 360, 56, true); // onto point 3
+    rechts();
+    EXPECT_THAT(fehlerliste, ElementsAre(Rechenfehler::DivisionDurchNull));
+    messung.NeuerFlügel();
+    EXPECT_EQ(reihe.hiDvTexte(deutsch), vorher);
+    EXPECT_EQ(reihe.messung(1)->punkte.PunktX[4], 288.0F);
+    EXPECT_EQ(messung.nummer(), 2);
+}
+
+TEST_F(MessungTest, arrows_stopAtTheEdgeOfThePicture) {
+    klick(0.5F, 10);
+    EXPECT_FALSE(taste(taste::Links));
+    EXPECT_EQ(messung.punkte().PunktX[1], 0.5F);
+}
+
 TEST_F(MessungTest, undo_takesBackOneStepAtATime) {
     klick(10, 10);
     klick(20, 20);
