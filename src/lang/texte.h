@@ -21,7 +21,8 @@ inline constexpr int anzahlSprachen = 3;
 [[nodiscard]] Meldung sprachname(Sprache sprache);
 
 /// One of the program's texts. Each belongs to one place of use, so several may hold the same
-/// words. A row in the table is all that a new text needs.
+/// words. Their number is fixed; what the
+/// program needs beyond them is a Meldung.
 enum class Text : int {
 #define TARVEL_TEXT(id, de, en, fr) id,
 #include "lang/texttabelle.inc"

@@ -58,6 +58,14 @@ constexpr std::array tabelle{
     Einstellungszeile{E::Beurteilung, u"Protokoll", u"Beurteilung", Zahl, 1, u"", 0},
     Einstellungszeile{E::Art, u"Protokoll", u"Art", Zahl, 1, u"", 0},
     Einstellungszeile{E::Seiten, u"Protokoll", u"Seiten", NurGeschrieben, 0, u"", 0},
+    Einstellungszeile{E::OhneHaarlänge, u"Merkmale Arbeiterinnen", u"Ohne Haarlänge", Zahl, 0, u"",
+                      0},
+    // What is asked about before a report is printed without it.
+    Einstellungszeile{E::WarnungCubitalindex, u"Protokoll", u"Warnung Cubitalindex", Zahl, 1, u"",
+                      0},
+    Einstellungszeile{E::WarnungHantelindex, u"Protokoll", u"Warnung Hantelindex", Zahl, 1, u"", 0},
+    Einstellungszeile{E::WarnungMerkmale, u"Protokoll", u"Warnung Merkmale", Zahl, 1, u"", 0},
+    Einstellungszeile{E::WarnungKönigin, u"Protokoll", u"Warnung Königin", Zahl, 1, u"", 0},
     // Where the windows stood when they were last closed.
     Einstellungszeile{E::FensterHG, u"Fenster", u"HG", Text, 0, u"", 2048},
     Einstellungszeile{E::FensterLeisten, u"Fenster", u"Leisten", Text, 0, u"", 2048},
@@ -82,10 +90,23 @@ QByteArray bytes(QStringView text) {
     return nachCodepage1252(text.toString());
 }
 
+/// @p wert as it must stand in the file to be read back unchanged.
+QByteArray gespeichert(const QString& wert) {
+    const QByteArray roh = bytes(wert);
+    const bool umschlossen =
+        roh.size() >= 2 && roh.front() == roh.back() && (roh.front() == '"' || roh.front() == '\'');
+    return umschlossen || roh.trimmed() != roh ? '"' + roh + '"' : roh;
+}
+
 } // namespace
 
 std::span<const Einstellungszeile> einstellungstabelle() {
     return tabelle;
+}
+
+void setze(Profil& profil, Einstellung id, const QString& wert) {
+    const Einstellungszeile& z = zeile(id);
+    profil.setze(bytes(z.abschnitt), bytes(z.schlüssel), gespeichert(wert));
 }
 
 Einstellungen::Einstellungen(QString IniPfad)
@@ -109,9 +130,9 @@ QString Einstellungen::text(Einstellung id) const {
 }
 
 void Einstellungen::schreibe(Einstellung id, const QString& wert) {
-    const Einstellungszeile& z = zeile(id);
-    if (!WritePrivateProfileStringA(bytes(z.abschnitt), bytes(z.schlüssel), nachCodepage1252(wert),
-                                    IniPfad_)) {
+    Profil profil(IniPfad_);
+    setze(profil, id, wert);
+    if (!profil.sichern()) {
         schreibenMisslungen_ = true;
     }
 }

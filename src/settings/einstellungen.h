@@ -6,6 +6,8 @@
 
 namespace tarvel {
 
+class Profil;
+
 /// One entry of the settings file Index.ini. Where two places read the same key with different
 /// defaults, each place has a row of its own.
 enum class Einstellung {
@@ -46,6 +48,11 @@ enum class Einstellung {
     Beurteilung,
     Art,
     Seiten,
+    OhneHaarlänge,
+    WarnungCubitalindex,
+    WarnungHantelindex,
+    WarnungMerkmale,
+    WarnungKönigin,
     FensterHG,
     FensterLeisten,
     FensterWerkzeugtexte,
@@ -67,6 +74,10 @@ struct Einstellungszeile {
 
 /// All keys of the settings file, in the order of the enumeration.
 [[nodiscard]] std::span<const Einstellungszeile> einstellungstabelle();
+
+/// Puts a value under the key of @p id, for several values that shall reach the file together. What
+/// the reading would take off, quotes and blanks around a text, is kept by a pair of quotes.
+void setze(Profil& profil, Einstellung id, const QString& wert);
 
 /// Typed access to the settings file. Every read goes to the file, every write at once into it:
 /// there is no state here that could differ from the file.

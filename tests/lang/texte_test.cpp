@@ -48,17 +48,29 @@ TEST(Texte, otherLanguages_holdNoGermanWords) {
 }
 
 TEST(Texte, entriesEqualToGerman_areWordsThatTheLanguagesShare) {
-    const QSet<QString> gemeinsam{u"CI"_s,          u"HI"_s,
-                                  u"Name"_s,        u"Cubitalindex"_s,
-                                  u"Hantelindex"_s, u"Extras"_s,
-                                  u"Format:"_s,     u"Details"_s,
-                                  u"Horizontal"_s,  u"mm"_s,
-                                  u"dpi"_s,         u"px"_s,
-                                  u"Minimum"_s,     u"Maximum"_s,
-                                  u"Tarvel"_s,      u"Version %1"_s,
-                                  u"Deutsch"_s,     u"English"_s,
-                                  u"Français"_s,    u"Organisation"_s,
-                                  u"OK"_s,          u"SetPrinter Failed. Error code: "_s};
+    const QSet<QString> gemeinsam{u"CI"_s,
+                                  u"HI"_s,
+                                  u"Name"_s,
+                                  u"Cubitalindex"_s,
+                                  u"Hantelindex"_s,
+                                  u"Extras"_s,
+                                  u"Format:"_s,
+                                  u"Details"_s,
+                                  u"Horizontal"_s,
+                                  u"mm"_s,
+                                  u"dpi"_s,
+                                  u"px"_s,
+                                  u"pt"_s,
+                                  u"Minimum"_s,
+                                  u"Maximum"_s,
+                                  u"Tarvel"_s,
+                                  u"Version %1"_s,
+                                  u"Deutsch"_s,
+                                  u"English"_s,
+                                  u"Français"_s,
+                                  u"Organisation"_s,
+                                  u"OK"_s,
+                                  u"SetPrinter Failed. Error code: "_s};
     const auto deutsch = spalte(Sprache::Deutsch);
     for (const Sprache sprache : {Sprache::Englisch, Sprache::Französisch}) {
         const auto andere = spalte(sprache);

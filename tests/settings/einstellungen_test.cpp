@@ -56,7 +56,9 @@ TEST_F(EinstellungenTest, missingFile_givesTheDefaultsOfEveryKey) {
                                {Einstellung::Datum, 0},
                                {Einstellung::Übersetzen, 0},
                                {Einstellung::Beurteilung, 1},
-                               {Einstellung::Art, 1}}) {
+                               {Einstellung::Art, 1},
+                               {Einstellung::OhneHaarlänge, 0},
+                               {Einstellung::WarnungKönigin, 1}}) {
         EXPECT_EQ(einstellungen.zahl(z.id), z.wert) << static_cast<int>(z.id);
     }
     EXPECT_EQ(einstellungen.text(Einstellung::VierteRasse), u"Carpatica"_s);
@@ -89,6 +91,14 @@ TEST_F(EinstellungenTest, written_isReadBackAndTheRaceGoesElsewhere) {
                                         "e=Gr\xFCner Weg 5 \x80\r\n"
                                         "[Merkmale Arbeiterinnen]\r\nRasse=3\r\n"));
     EXPECT_FALSE(einstellungen.schreibenMisslungen());
+}
+
+TEST_F(EinstellungenTest, quotesAndBlanksAround_areReadBack) {
+    for (const QString& wert :
+         {u"\"Zum Bienenstock\""_s, u"'s Imkereck'"_s, u" AB "_s, u"\""_s, u"O'Neill"_s}) {
+        einstellungen.schreibe(Einstellung::Name, wert);
+        EXPECT_EQ(einstellungen.text(Einstellung::Name), wert);
+    }
 }
 
 TEST_F(EinstellungenTest, fileThatCannotBeWritten_isNoticedAndReadsAsDefaults) {
