@@ -1,0 +1,333 @@
+#include "evaluation/diagrammansicht.h"
+
+#include "lang/texte.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array Formate{Diagrammformat::PNG, Diagrammformat::SVG, Diagrammformat::PDF};
+
+void male(QPainter& painter, const QRectF& rahmen, const std::variant<Kurvenbild, Korrelbild>& bild,
+          const Diagrammstil& stil) {
+    if (const auto* kurven = std::get_if<Kurvenbild>(&bild)) {
+        paintKurven(painter, rahmen, *kurven, stil);
+    } else {
+        paintKorrel(painter, rahmen, std::get<Korrelbild>(bild), stil);
+    }
+}
+
+} // namespace
+
+Diagrammansicht::Diagrammansicht(Art art, const Texte& texte, Dialoge& dialoge, QWidget* parent)
+    : QWidget(parent)
+    , texte_(texte)
+    , dialoge_(dialoge) {
+    setObjectName(art == Art::Kurven ? u"pic_Kurven"_s : u"pic_Korrel"_s);
+    if (art == Art::Korrel) {
+        bild_ = Korrelbild();
+    }
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (std::size_t i = 0; i < befehle_.size(); ++i) {
+        auto* befehl = new QAction(this);
+        befehl->setObjectName(u"men_Diagramm_%1"_s.arg(i));
+        addAction(befehl);
+        if (i < Formate.size()) {
+            connect(befehl, &QAction::triggered, this,
+                    [this, format = Formate.at(i)] { frageUndSpeichere(format); });
+        } else {
+            connect(befehl, &QAction::triggered, this, [this] { kopiere(); });
+        }
+        befehle_.at(i) = befehl;
+    }
+    connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
+    beschrifte();
+}
+
+void Diagrammansicht::zeige(Kurvenbild bild) {
+    bild.hervorgehoben = hervorgehoben();
+    bild_ = std::move(bild);
+    beschrifte();
+}
+
+void Diagrammansicht::zeige(Korrelbild bild) {
+    bild.hervorgehoben = hervorgehoben();
+    bild_ = std::move(bild);
+    beschrifte();
+}
+
+void Diagrammansicht::hebeHervor(std::vector<int> flügel) {
+    std::visit([&](auto& bild) { bild.hervorgehoben = std::move(flügel); }, bild_);
+    update();
+}
+
+const std::vector<int>& Diagrammansicht::hervorgehoben() const {
+    return std::visit(
+        [](const auto& bild) -> const std::vector<int>& { return bild.hervorgehoben; }, bild_);
+}
+
+const std::vector<Diagrammstelle>& Diagrammansicht::stellen() {
+    if (!stellenAktuell_) {
+        if (const auto* kurven = std::get_if<Kurvenbild>(&bild_)) {
+            stellen_ = kurvenstellen(rect(), *kurven, bildschirmstil());
+        } else {
+            stellen_ = korrelstellen(rect(), std::get<Korrelbild>(bild_));
+        }
+        stellenAktuell_ = true;
+    }
+    return stellen_;
+}
+
+bool Diagrammansicht::speichere(const QString& pfad, Diagrammformat format) {
+    const QString grund = speichereDiagramm(pfad, format, size(), titel(), druckmaler());
+    if (grund.isEmpty()) {
+        return true;
+    }
+    dialoge_.meldung(
+        texte_(Text::Fehler),
+        texte_(Meldung::DiagrammNichtGespeichert).arg(QDir::toNativeSeparators(pfad), grund),
+        Meldungsart::Stopp);
+    return false;
+}
+
+void Diagrammansicht::kopiere() {
+    QGuiApplication::clipboard()->setImage(diagrammbild(size(), druckmaler()));
+}
+
+bool Diagrammansicht::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* hilfe = static_cast<QHelpEvent*>(event);
+        const QString tipp = tippAn(hilfe->pos());
+        if (tipp.isEmpty()) {
+            QToolTip::hideText();
+            event->ignore();
+        } else {
+            QToolTip::showText(hilfe->globalPos(), tipp, this);
+        }
+        return true;
+    }
+    // The window's own command for copying must not take the key away from the chart.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void Diagrammansicht::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    male(painter, rect(), bild_, bildschirmstil());
+    if (!hasFocus()) {
+        return;
+    }
+    const QColor farbe = palette().color(QPalette::Highlight);
+    painter.setPen(QPen(farbe, 2));
+    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+    if (stelle_ >= 0 && stelle_ < static_cast<int>(stellen().size())) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Text), 2, Qt::DotLine));
+        painter.drawRoundedRect(
+            stellen_[static_cast<std::size_t>(stelle_)].fläche.adjusted(-2, -2, 2, 2), 3, 3);
+    }
+}
+
+void Diagrammansicht::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    erneuere();
+}
+
+void Diagrammansicht::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
+        erneuere();
+    }
+}
+
+void Diagrammansicht::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    const std::vector<int> flügel = flügelAn(event->position(), stellen());
+    if (flügel.empty()) {
+        return;
+    }
+    const auto ort = std::find_if(stellen_.begin(), stellen_.end(), [&](const Diagrammstelle& s) {
+        return s.fläche.contains(event->position());
+    });
+    stelle_ = static_cast<int>(ort - stellen_.begin());
+    wähle(flügel);
+}
+
+void Diagrammansicht::mouseMoveEvent(QMouseEvent* event) {
+    const bool getroffen = !flügelAn(event->position(), stellen()).empty();
+    setCursor(getroffen ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}
+
+void Diagrammansicht::keyPressEvent(QKeyEvent* event) {
+    const int letzte = static_cast<int>(stellen().size()) - 1;
+    if (event->matches(QKeySequence::Copy)) {
+        kopiere();
+        return;
+    }
+    switch (event->key()) {
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        geheZu(std::min(stelle_ + 1, letzte));
+        return;
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        geheZu(std::max(stelle_ - 1, 0));
+        return;
+    case Qt::Key_Home:
+        geheZu(0);
+        return;
+    case Qt::Key_End:
+        geheZu(letzte);
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        if (stelle_ >= 0 && stelle_ <= letzte) {
+            wähle(stellen_[static_cast<std::size_t>(stelle_)].flügel);
+        }
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void Diagrammansicht::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    update();
+}
+
+void Diagrammansicht::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+void Diagrammansicht::beschrifte() {
+    std::visit([this](auto& bild) { bild.worte = Diagrammworte::bildschirm(texte_); }, bild_);
+    setAccessibleName(titel());
+    setAccessibleDescription(texte_(Text::HinweisKreuzZeigen));
+    for (std::size_t i = 0; i < Formate.size(); ++i) {
+        befehle_.at(i)->setText(texte_(Meldung::DiagrammSpeichern).arg(formatname(Formate.at(i))) +
+                                u" …"_s);
+    }
+    befehle_.back()->setText(texte_(Meldung::DiagrammKopieren) + u'\t' +
+                             QKeySequence(QKeySequence::Copy).toString(QKeySequence::NativeText));
+    stelle_ = -1;
+    erneuere();
+}
+
+void Diagrammansicht::erneuere() {
+    stellenAktuell_ = false;
+    update();
+}
+
+Diagrammmaler Diagrammansicht::druckmaler() const {
+    auto bild = bild_;
+    std::visit([](auto& b) { b.hervorgehoben.clear(); }, bild);
+    return [bild, stil = Diagrammstil::farbdruck(font())](QPainter& painter, const QRectF& rahmen) {
+        male(painter, rahmen, bild, stil);
+    };
+}
+
+Diagrammstil Diagrammansicht::bildschirmstil() const {
+    return Diagrammstil::bildschirm(palette(), font());
+}
+
+const Diagrammworte& Diagrammansicht::worte() const {
+    return std::visit([](const auto& bild) -> const Diagrammworte& { return bild.worte; }, bild_);
+}
+
+QString Diagrammansicht::titel() const {
+    return std::holds_alternative<Kurvenbild>(bild_)
+               ? worte().cubitalindex + u" – "_s + worte().bienenJeKlasse
+               : worte().korrelation;
+}
+
+QString Diagrammansicht::beschreibung(const Diagrammstelle& stelle) const {
+    return flügelliste(stelle.flügel, worte().flügel) + u'\n' + stelle.beschreibung;
+}
+
+QString Diagrammansicht::tippAn(QPointF ort) {
+    const std::vector<int> flügel = flügelAn(ort, stellen());
+    for (const Diagrammstelle& stelle : stellen_) {
+        if (stelle.fläche.contains(ort) && stelle.flügel == flügel) {
+            return beschreibung(stelle);
+        }
+    }
+    return flügelliste(flügel, worte().flügel);
+}
+
+void Diagrammansicht::geheZu(int stelle) {
+    if (stelle < 0 || stelle >= static_cast<int>(stellen().size())) {
+        return;
+    }
+    stelle_ = stelle;
+    const Diagrammstelle& ziel = stellen_[static_cast<std::size_t>(stelle)];
+    const QString text = beschreibung(ziel);
+    setAccessibleDescription(text);
+    QToolTip::showText(mapToGlobal(ziel.fläche.bottomRight().toPoint()), text, this);
+    update();
+}
+
+void Diagrammansicht::wähle(const std::vector<int>& flügel) {
+    hebeHervor(flügel);
+    if (beiWahl) {
+        beiWahl(flügel);
+    }
+}
+
+void Diagrammansicht::frageUndSpeichere(Diagrammformat format) {
+    const QString name = formatname(format);
+    const QString endung = u'.' + name.toLower();
+    const QString vorschlag =
+        vorschlag_.isEmpty()
+            ? texte_(std::holds_alternative<Kurvenbild>(bild_) ? Text::MenüKurven
+                                                               : Text::MenüKorrelation)
+            : vorschlag_;
+    QString pfad = dialoge_.dateiSpeichern(
+        texte_(Meldung::DiagrammSpeichern).arg(name), vorschlag + endung,
+        texte_(Meldung::DiagrammDateien).arg(name) + u" (*"_s + endung + u')');
+    if (pfad.isEmpty()) {
+        return;
+    }
+    if (!pfad.endsWith(endung, Qt::CaseInsensitive)) {
+        pfad += endung;
+        // The file chooser asked about the name as it was typed.
+        if (QFileInfo::exists(pfad) &&
+            dialoge_.frage(
+                {.titel = texte_(Meldung::DiagrammSpeichern).arg(name),
+                 .text = texte_(Meldung::DateiErsetzenFrage).arg(QDir::toNativeSeparators(pfad)),
+                 .ja = texte_(Meldung::Ersetzen),
+                 .nein = texte_(Meldung::NichtErsetzen)}) != Antwort::Ja) {
+            return;
+        }
+    }
+    speichere(pfad, format);
+}
+
+} // namespace tarvel

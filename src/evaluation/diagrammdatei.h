@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QImage>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+
+#include <functional>
+
+class QPainter;
+
+namespace tarvel {
+
+/// What a chart can be saved as.
+enum class Diagrammformat { PNG, SVG, PDF };
+
+/// "PNG"; in lower case it is the file's extension.
+[[nodiscard]] QString formatname(Diagrammformat format);
+
+/// Paints a chart into a rectangle.
+using Diagrammmaler = std::function<void(QPainter&, const QRectF&)>;
+
+/// The chart as a picture of 2000 pixels width at 300 dpi, in the proportions of @p größe.
+[[nodiscard]] QImage diagrammbild(const QSizeF& größe, const Diagrammmaler& maler);
+
+/// Writes the chart to the file @p pfad in the proportions of @p größe; an existing file is
+/// replaced only when all was written. Returns the reason when that failed, else an empty text.
+[[nodiscard]] QString speichereDiagramm(const QString& pfad, Diagrammformat format,
+                                        const QSizeF& größe, const QString& titel,
+                                        const Diagrammmaler& maler);
+
+} // namespace tarvel

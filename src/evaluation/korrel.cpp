@@ -1,0 +1,401 @@
+#include "evaluation/korrel.h"
+
+#include "evaluation/klassen.h"
+#include "evaluation/zeichenflaeche.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Units of the chart.
+constexpr double RandLinks = 74;
+constexpr double RandRechts = 22;
+constexpr double Kopfhöhe = 94;
+constexpr double Achshöhe = 50;
+constexpr double Fußzeile = 20;
+constexpr double Kreuzarm = 5.5;
+constexpr double Kreisradius = 7.5;
+constexpr double Zeigeradius = 9; ///< how near a pointer must come to a cross
+
+constexpr Bereich ÜblicherDV{-4, 4};
+constexpr Bereich ÄußersterDV{-10, 10};
+constexpr Bereich ÜblicherHI{0.8, 1.3};
+constexpr Bereich ÄußersterHI{0.5, 1.5};
+
+constexpr QStringView FormatHI = u"0.000";
+constexpr QStringView FormatDV = u"+0.0;-0.0;0.0";
+constexpr QStringView FormatGrenzeDV = u"+0.00;-0.00;0.00";
+
+struct Layout {
+    Diagrammmaß maß;
+    QRectF fläche;
+    Achse DV;
+    Achse HI;
+    QString fuß;
+
+    /// Place of a wing, drawn at the edge where it lies beyond.
+    [[nodiscard]] QPointF ort(const Korrelpunkt& p) const {
+        return {std::clamp(DV.ort(p.DV), fläche.left(), fläche.right()),
+                std::clamp(HI.ort(p.HI), fläche.top(), fläche.bottom())};
+    }
+    [[nodiscard]] bool jenseits(const Korrelpunkt& p) const {
+        return !DV.enthält(p.DV) || !HI.enthält(p.HI);
+    }
+};
+
+Bereich achsbereich(const Korrelbild& bild, double Korrelpunkt::*größe, double grenze,
+                    Bereich üblicher, double schritt, Bereich äußerster) {
+    std::vector<float> werte{static_cast<float>(grenze)};
+    for (const Korrelpunkt& p : bild.flügel) {
+        werte.push_back(static_cast<float>(p.*größe));
+    }
+    return erweitert(üblicher, werte, schritt, äußerster);
+}
+
+Layout layout(const QRectF& rahmen, const Korrelbild& bild) {
+    Layout l;
+    l.maß = Diagrammmaß::für(rahmen);
+    const Bereich DV =
+        achsbereich(bild, &Korrelpunkt::DV, bild.bereich.DV, ÜblicherDV, 1, ÄußersterDV);
+    const Bereich HI =
+        achsbereich(bild, &Korrelpunkt::HI, bild.bereich.HI, ÜblicherHI, 0.05, ÄußersterHI);
+    l.DV = {DV.von, DV.bis, 0, 1};
+    l.HI = {HI.von, HI.bis, 0, 1};
+    std::vector<int> jenseits;
+    for (const Korrelpunkt& p : bild.flügel) {
+        if (l.jenseits(p)) {
+            jenseits.push_back(p.nummer);
+        }
+    }
+    if (!jenseits.empty()) {
+        QString liste = flügelliste(jenseits, bild.worte.flügel);
+        liste.replace(u'\n', u' ');
+        l.fuß = bild.worte.außerhalbDerAchse.arg(liste);
+    }
+    l.fläche = QRectF(QPointF(RandLinks, Kopfhöhe),
+                      QPointF(std::max(RandLinks + 1, l.maß.größe.width() - RandRechts),
+                              l.maß.größe.height() - Achshöhe - (l.fuß.isEmpty() ? 0 : Fußzeile)));
+    l.DV = {DV.von, DV.bis, l.fläche.left(), l.fläche.right()};
+    l.HI = {HI.von, HI.bis, l.fläche.bottom(), l.fläche.top()};
+    return l;
+}
+
+class Zeichner {
+public:
+    Zeichner(QPainter& painter, const Layout& layout, const Korrelbild& bild,
+             const Diagrammstil& stil)
+        : z_(painter, layout.maß, stil)
+        , l_(layout)
+        , bild_(bild)
+        , stil_(stil)
+        , klein_(diagrammschrift(stil, Schriftgrad::Klein))
+        , normal_(diagrammschrift(stil, Schriftgrad::Normal))
+        , fett_(diagrammschrift(stil, Schriftgrad::Normal, true)) {}
+
+    void zeichne() {
+        kopf();
+        legende();
+        z_.fülle(vertrauensfläche(), stil_.bereich);
+        achsen();
+        grenzlinien();
+        for (const Korrelpunkt& p : bild_.flügel) {
+            flügel(p);
+        }
+        hervorhebungen();
+        if (bild_.flügel.empty()) {
+            z_.schild(l_.fläche.center(), Qt::AlignHCenter,
+                      gekürzt(bild_.worte.keineKorrelation, normal_, l_.fläche.width() - 20),
+                      normal_, stil_.schrift);
+        } else {
+            mittelwert(mittelort());
+        }
+        if (!l_.fuß.isEmpty()) {
+            z_.text({RandLinks, l_.maß.größe.height() - Fußzeile / 2 - 2}, Qt::AlignLeft,
+                    gekürzt(l_.fuß, klein_, l_.fläche.width()), klein_, stil_.verfehlt);
+        }
+    }
+
+private:
+    void kopf() {
+        const QFont titel = diagrammschrift(stil_, Schriftgrad::Titel, true);
+        z_.text({RandLinks, 19}, Qt::AlignLeft,
+                gekürzt(bild_.worte.korrelation, titel, l_.fläche.width()), titel, stil_.schrift);
+        QString zahlen = u"n = %1"_s.arg(bild_.flügel.size());
+        zahlen += kennzahlen(bild_.worte.HI, bild_.HI, FormatHI, FormatHI);
+        zahlen += kennzahlen(bild_.worte.DV, bild_.DV, FormatDV, u"0.0");
+        z_.text({RandLinks, 46}, Qt::AlignLeft, zahlen, normal_, stil_.schrift);
+    }
+
+    /// "     Mittelwert HI = 1.052 (s = 0.041)"
+    [[nodiscard]] QString kennzahlen(const QString& name, const std::optional<Kennzahlen>& k,
+                                     QStringView muster, QStringView streuung) const {
+        if (!k) {
+            return {};
+        }
+        QString text = u"     "_s + bild_.worte.mittelwert + u' ' + name + u" = "_s +
+                       Format(k->mittelwert, muster, bild_.format);
+        if (k->standardabweichung) {
+            text += u" (s = "_s + Format(*k->standardabweichung, streuung, bild_.format) + u')';
+        }
+        return text;
+    }
+
+    void legende() {
+        const double y = 74;
+        const auto alle = static_cast<int>(bild_.flügel.size());
+        const int innen = bild_.anzahlImBereich();
+        QString text = bild_.worte.imVertrauensbereich + u": %1"_s.arg(innen);
+        if (alle > 0) {
+            text += u" (%1 %)"_s.arg(bild_.anteilImBereich());
+        }
+        double x = RandLinks + 8;
+        kreuz({x, y}, true);
+        x = eintrag(x, y, text, fett_);
+        kreuz({x, y}, false);
+        x = eintrag(x, y, bild_.worte.nichtImVertrauensbereich + u": %1"_s.arg(alle - innen),
+                    normal_);
+        mittelwert({x, y});
+        eintrag(x, y, bild_.worte.mittelwert, normal_);
+    }
+
+    /// Writes beside the sign at @p x and returns where the next sign stands.
+    double eintrag(double x, double y, const QString& text, const QFont& schrift) {
+        z_.text({x + 14, y}, Qt::AlignLeft, text, schrift, stil_.schrift);
+        return x + 14 + textbreite(text, schrift) + 30;
+    }
+
+    [[nodiscard]] QRectF vertrauensfläche() const {
+        const QPointF ecke(
+            std::clamp(l_.DV.ort(bild_.bereich.DV), l_.fläche.left(), l_.fläche.right()),
+            std::clamp(l_.HI.ort(bild_.bereich.HI), l_.fläche.top(), l_.fläche.bottom()));
+        return bild_.bereich.darunter ? QRectF(l_.fläche.bottomLeft(), ecke).normalized()
+                                      : QRectF(ecke, l_.fläche.topRight()).normalized();
+    }
+
+    void achsen() {
+        const Teilung x =
+            teilung(l_.DV.wertAnfang, l_.DV.wertEnde, static_cast<int>(l_.fläche.width() / 55));
+        const Teilung y =
+            teilung(l_.HI.wertAnfang, l_.HI.wertEnde, static_cast<int>(l_.fläche.height() / 34));
+        const QStringView musterDV = x.nachkommastellen > 0 ? FormatDV : u"+0;-0;0";
+        const QStringView musterHI = y.nachkommastellen > 1 ? u"0.00" : u"0.0";
+        for (const double marke : x.marken) {
+            const double ort = l_.DV.ort(marke);
+            z_.linie({ort, l_.fläche.top()}, {ort, l_.fläche.bottom()}, stil_.gitter, 1);
+            z_.text({ort, l_.fläche.bottom() + 14}, Qt::AlignHCenter,
+                    Format(marke, musterDV, bild_.format), klein_, stil_.blass);
+        }
+        for (const double marke : y.marken) {
+            const double ort = l_.HI.ort(marke);
+            z_.linie({l_.fläche.left(), ort}, {l_.fläche.right(), ort}, stil_.gitter, 1);
+            z_.text({l_.fläche.left() - 8, ort}, Qt::AlignRight,
+                    Format(marke, musterHI, bild_.format), klein_, stil_.blass);
+        }
+        z_.rahmen(l_.fläche, stil_.blass, 1.2);
+        z_.text({l_.fläche.center().x(), l_.fläche.bottom() + 36}, Qt::AlignHCenter,
+                bild_.worte.discoidalverschiebung + u" ("_s + bild_.worte.DV + u", 1/20 mm)"_s,
+                normal_, stil_.schrift);
+        z_.textHochkant({16, l_.fläche.center().y()},
+                        bild_.worte.hantelindex + u" ("_s + bild_.worte.HI + u')', normal_,
+                        stil_.schrift);
+    }
+
+    void grenzlinien() {
+        const Vertrauensbereich& b = bild_.bereich;
+        if (l_.DV.enthält(b.DV)) {
+            const double x = l_.DV.ort(b.DV);
+            z_.linie({x, l_.fläche.top()}, {x, l_.fläche.bottom()}, stil_.rasse, 2.2, Qt::DashLine);
+            // The label stands at the end where no wing of the race is expected.
+            const double y = b.darunter ? l_.fläche.top() + 14 : l_.fläche.bottom() - 14;
+            z_.schild({x + (b.darunter ? 7 : -7), y}, b.darunter ? Qt::AlignLeft : Qt::AlignRight,
+                      bild_.worte.grenzlinie + u' ' + bild_.worte.DV + u' ' +
+                          Format(b.DV, FormatGrenzeDV, bild_.format),
+                      klein_, stil_.rasse);
+        }
+        if (l_.HI.enthält(b.HI)) {
+            const double y = l_.HI.ort(b.HI);
+            z_.linie({l_.fläche.left(), y}, {l_.fläche.right(), y}, stil_.rasse, 2.2, Qt::DashLine);
+            const double x = b.darunter ? l_.fläche.right() - 8 : l_.fläche.left() + 8;
+            z_.schild({x, y + (b.darunter ? -13 : 13)}, b.darunter ? Qt::AlignRight : Qt::AlignLeft,
+                      bild_.worte.grenzlinie + u' ' + bild_.worte.HI + u' ' +
+                          Format(b.HI, FormatHI, bild_.format),
+                      klein_, stil_.rasse);
+        }
+    }
+
+    void flügel(const Korrelpunkt& p) {
+        const QPointF ort = l_.ort(p);
+        if (l_.jenseits(p)) {
+            randzeichen(p, ort);
+            return;
+        }
+        kreuz(ort, p.imBereich);
+    }
+
+    void kreuz(QPointF ort, bool imBereich) {
+        const QColor& farbe = imBereich ? stil_.probe : stil_.verfehlt;
+        if (imBereich) {
+            z_.linie(ort - QPointF(Kreuzarm, 0), ort + QPointF(Kreuzarm, 0), farbe, 1.8);
+            z_.linie(ort - QPointF(0, Kreuzarm), ort + QPointF(0, Kreuzarm), farbe, 1.8);
+            return;
+        }
+        const double arm = Kreuzarm * 0.72;
+        z_.linie(ort - QPointF(arm, arm), ort + QPointF(arm, arm), farbe, 1.6);
+        z_.linie(ort - QPointF(arm, -arm), ort + QPointF(arm, -arm), farbe, 1.6);
+        kreis(ort, Kreisradius, farbe, 1.6);
+    }
+
+    void kreis(QPointF mitte, double radius, const QColor& farbe, double breite) {
+        z_.painter().setPen(QPen(farbe, breite));
+        z_.painter().setBrush(Qt::NoBrush);
+        z_.painter().drawEllipse(mitte, radius, radius);
+    }
+
+    /// A wedge at the edge that points to where the wing lies.
+    void randzeichen(const Korrelpunkt& p, QPointF ort) {
+        QPointF richtung(l_.DV.ort(p.DV) - ort.x(), l_.HI.ort(p.HI) - ort.y());
+        richtung /= std::hypot(richtung.x(), richtung.y());
+        const QPointF quer(-richtung.y(), richtung.x());
+        const QPointF keil[] = {ort, ort - richtung * 12 + quer * 6,
+                                ort - richtung * 12 - quer * 6};
+        z_.painter().setPen(Qt::NoPen);
+        z_.painter().setBrush(p.imBereich ? stil_.probe : stil_.verfehlt);
+        z_.painter().drawPolygon(keil, 3);
+    }
+
+    [[nodiscard]] QPointF mittelort() const {
+        const Korrelpunkt mittel{.HI = bild_.HI ? bild_.HI->mittelwert : 0,
+                                 .DV = bild_.DV ? bild_.DV->mittelwert : 0};
+        return l_.ort(mittel);
+    }
+
+    void mittelwert(QPointF ort) {
+        const double r = 8;
+        const QPointF raute[] = {ort + QPointF(0, -r), ort + QPointF(r, 0), ort + QPointF(0, r),
+                                 ort + QPointF(-r, 0)};
+        z_.painter().setBrush(Qt::NoBrush);
+        // A rim keeps it visible among many crosses.
+        for (const auto& [farbe, breite] :
+             {std::pair(stil_.grund, 6.0), std::pair(stil_.schrift, 2.4)}) {
+            if (farbe.isValid()) {
+                z_.painter().setPen(QPen(farbe, breite, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+                z_.painter().drawPolygon(raute, 4);
+            }
+        }
+    }
+
+    /// Rings around the wings that are pointed out, with their numbers while those are few.
+    void hervorhebungen() {
+        constexpr std::size_t VieleNummern = 8;
+        for (const Korrelpunkt& p : bild_.flügel) {
+            if (std::find(bild_.hervorgehoben.begin(), bild_.hervorgehoben.end(), p.nummer) ==
+                bild_.hervorgehoben.end()) {
+                continue;
+            }
+            const QPointF ort = l_.ort(p);
+            z_.rahmen(QRectF(ort - QPointF(10, 10), QSizeF(20, 20)), stil_.gewählt, 2);
+            if (bild_.hervorgehoben.size() <= VieleNummern) {
+                const bool links = ort.x() + 60 > l_.fläche.right();
+                z_.textMitHof(ort + QPointF(links ? -14 : 14, 0),
+                              links ? Qt::AlignRight : Qt::AlignLeft,
+                              Format(p.nummer, u"000", bild_.format), fett_, stil_.gewählt);
+            }
+        }
+    }
+
+    Zeichenfläche z_;
+    const Layout& l_;
+    const Korrelbild& bild_;
+    const Diagrammstil& stil_;
+    QFont klein_;
+    QFont normal_;
+    QFont fett_;
+};
+
+} // namespace
+
+Vertrauensbereich Vertrauensbereich::für(const Grenzlinien& linien, Geschlecht tiere) {
+    const Linienwerte werte = linien.geltende(tiere);
+    return {werte.HI.wert(), werte.DV.wert(), linien.darunter()};
+}
+
+bool Vertrauensbereich::enthält(double wertHI, double wertDV) const {
+    const auto jenseits = [this](double wert, double grenze, double einheit) {
+        const double abstand = std::round(wert * einheit) - std::round(grenze * einheit);
+        return darunter ? abstand <= 0 : abstand >= 0;
+    };
+    return jenseits(wertHI, HI, 1000) && jenseits(wertDV, DV, 100);
+}
+
+int Korrelbild::anzahlImBereich() const {
+    return static_cast<int>(std::count_if(flügel.begin(), flügel.end(),
+                                          [](const Korrelpunkt& p) { return p.imBereich; }));
+}
+
+int Korrelbild::anteilImBereich() const {
+    return klassenanteil(anzahlImBereich(), static_cast<int>(flügel.size())).prozent;
+}
+
+Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschlecht tiere) {
+    Korrelbild bild;
+    bild.bereich = Vertrauensbereich::für(linien, tiere);
+    std::vector<float> HI;
+    std::vector<float> DV;
+    for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
+        const std::optional<double> hi = getippteZahl(zeile.hi);
+        const std::optional<double> dv = getippteZahl(zeile.dv);
+        if (!hi || !dv) {
+            continue;
+        }
+        HI.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::HI, zeile.hi));
+        DV.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::DV, zeile.dv));
+        bild.flügel.push_back({zeile.nummer, static_cast<double>(HI.back()),
+                               static_cast<double>(DV.back()), bild.bereich.enthält(*hi, *dv)});
+    }
+    bild.HI = kennzahlen(HI);
+    bild.DV = kennzahlen(DV);
+    return bild;
+}
+
+Korrelanordnung korrelanordnung(const QRectF& rahmen, const Korrelbild& bild) {
+    const Layout l = layout(rahmen, bild);
+    const QRectF fläche = l.maß.außen(l.fläche);
+    return {fläche,
+            {l.DV.wertAnfang, l.DV.wertEnde, fläche.left(), fläche.right()},
+            {l.HI.wertAnfang, l.HI.wertEnde, fläche.bottom(), fläche.top()}};
+}
+
+std::vector<Diagrammstelle> korrelstellen(const QRectF& rahmen, const Korrelbild& bild) {
+    std::vector<Diagrammstelle> stellen;
+    const Layout l = layout(rahmen, bild);
+    if (l.maß.faktor <= 0) {
+        return stellen;
+    }
+    for (const Korrelpunkt& p : bild.flügel) {
+        const QRectF innen(l.ort(p) - QPointF(Zeigeradius, Zeigeradius),
+                           QSizeF(2 * Zeigeradius, 2 * Zeigeradius));
+        QString text = bild.worte.HI + u' ' + Format(p.HI, FormatHI, bild.format) + u", "_s +
+                       bild.worte.DV + u' ' + Format(p.DV, FormatDV, bild.format);
+        if (!p.imBereich) {
+            text += u", "_s + bild.worte.nichtImVertrauensbereich;
+        }
+        stellen.push_back({l.maß.außen(innen), {p.nummer}, text});
+    }
+    return stellen;
+}
+
+void paintKorrel(QPainter& painter, const QRectF& rahmen, const Korrelbild& bild,
+                 const Diagrammstil& stil) {
+    const Layout l = layout(rahmen, bild);
+    if (l.maß.faktor > 0) {
+        Zeichner(painter, l, bild, stil).zeichne();
+    }
+}
+
+} // namespace tarvel

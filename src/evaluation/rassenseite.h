@@ -1,0 +1,115 @@
+#pragma once
+
+#include "evaluation/rassen.h"
+#include "evaluation/rassestandard.h"
+#include "lang/texte.h"
+
+#include <QStringList>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+#include <vector>
+
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+class QTabBar;
+
+namespace tarvel {
+
+/// The race page of the options: shows and edits the standards of the four races, each on its tab.
+/// One set of fields moves to the tab that is chosen.
+class Rassenseite : public QWidget {
+public:
+    Rassenseite(const Texte& texte, Zahlenformat format, QWidget* parent = nullptr);
+    ~Rassenseite() override;
+
+    /// What happens when a field refuses a key; the system's beep unless set.
+    void beiFalscherTaste(std::function<void()> piepston) { piepston_ = std::move(piepston); }
+
+    /// Captions of the tabs, in the order of the race list.
+    void setzeRassen(const QStringList& namen);
+
+    /// Loads the standards of all races and chooses the tab of race @p rasse, 1 to 4. With 0, no
+    /// race, everything stays as it is.
+    void laden(const Einstellungen& einstellungen, int rasse);
+    /// The same without the changes made since the last laden or gespeichert.
+    void verwerfen(const Einstellungen& einstellungen, int rasse);
+
+    /// Takes the fields over as they stand and puts race @p rasse into @p ini, then the other races
+    /// that were changed. Boundary lines go to @p speicher too; false when it did not take them.
+    [[nodiscard]] bool speichern(Profil& ini, Benutzerspeicher& speicher, int rasse);
+    /// To be called when what speichern put into the profile has reached the file.
+    void gespeichert();
+    /// To be called when it has not: gives @p speicher the lines of before again.
+    void nichtGespeichert(const Einstellungen& einstellungen, Benutzerspeicher& speicher,
+                          int rasse);
+
+    /// Standard of race 1 to 4 with the changes made so far.
+    [[nodiscard]] const Rassestandard& standard(int rasse) const;
+    /// What bef_TestReset loads from.
+    void setzeQuelle(const Einstellungen* einstellungen) { quelle_ = einstellungen; }
+
+protected:
+    bool eventFilter(QObject* objekt, QEvent* ereignis) override;
+
+private:
+    struct Feld {
+        const Standardzeile* zeile;
+        QLineEdit* eingabe;
+        Text wort;
+        QString code; ///< code of the mark beside it; empty for other values
+    };
+    using Standards = std::array<Rassestandard, Rassenzahl>;
+
+    void tbs_Rasse_Click();
+    void bef_TestReset_Click();
+    void cbo_DV_Click(int position);
+
+    QLineEdit* feld(QStringView schlüssel, Standardgruppe gruppe, const QString& name, Text wort,
+                    const QString& code = {});
+    QWidget* merkmalzeile(Standardgruppe gruppe, const QString& name, Text wort,
+                          const std::vector<QStringView>& schlüssel);
+    QWidget* mittelwert(Standardgruppe gruppe, QStringView schlüssel);
+    QWidget* klassenzeile(Standardgruppe gruppe, QStringView bereich, QStringView anteil);
+    QGroupBox* gruppeArbeiterinnen();
+    QGroupBox* gruppeDrohnen();
+    QGroupBox* gruppeLinien();
+    QLabel* label(Text wort);
+    QLabel* zeilenkopf(Text wort);
+    void beschrifte();
+
+    void zeige();
+    void verlassen(const Feld& feld);
+    void vervollständige();
+    [[nodiscard]] Rassestandard& gezeigt() { return standards_.at(gezeigte_); }
+    void setze(Standardgruppe gruppe, QStringView schlüssel, int wert);
+
+    const Texte& texte_;
+    Zahlenformat format_;
+    std::function<void()> piepston_;
+    const Einstellungen* quelle_ = nullptr;
+    Standards standards_;
+    Standards geladene_;
+    std::size_t gezeigte_ = 0;
+
+    QTabBar* tbs_Rasse_;
+    std::array<QWidget*, Rassenzahl> karten_{};
+    QWidget* blatt_;
+    std::vector<Feld> felder_;
+    std::array<QCheckBox*, 2> chk_CIMittel_{};
+    std::array<QRadioButton*, 2> opt_Korrelation_{};
+    std::array<QComboBox*, 2> cbo_DV_{};
+    QPushButton* bef_TestReset_;
+    QPushButton* bef_Standardwerte_;
+    std::vector<QLabel*> zeilenköpfe_;
+    std::vector<std::function<void()>> beschriftungen_;
+};
+
+} // namespace tarvel

@@ -1,0 +1,234 @@
+#include "evaluation/rassenseite.h"
+
+#include "platform/benutzerspeicher.h"
+#include "platform/profil.h"
+#include "support/kinder.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gmock/gmock.h>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct RassenseiteTest : testing::Test {
+    QTemporaryDir ordner;
+    Texte texte{ordner.path()};
+    Einstellungen einstellungen{ordner.filePath(u"Index.ini"_s)};
+    Benutzerspeicher speicher{ordner.filePath(u"benutzer.ini"_s)};
+    Rassenseite seite{texte, Zahlenformat{}};
+    int pieptöne = 0;
+
+    void SetUp() override {
+        seite.beiFalscherTaste([this] { ++pieptöne; });
+        seite.setzeQuelle(&einstellungen);
+        seite.laden(einstellungen, 1);
+        seite.show();
+        seite.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&seite));
+    }
+    void schreibeIni(const QByteArray& inhalt) const {
+        QFile datei(einstellungen.IniPfad());
+        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+        datei.write(inhalt);
+    }
+    template <typename T>
+    T& kind(const QString& name) {
+        return tarvel::kind<T>(seite, name);
+    }
+    QLineEdit& feld(const QString& name) { return kind<QLineEdit>(name); }
+    void tippe(const QString& name, const QString& text) {
+        feld(name).setFocus();
+        feld(name).selectAll();
+        QTest::keyClicks(&feld(name), text);
+    }
+    void verlasse(const QString& name) { QTest::keyClick(&feld(name), Qt::Key_Tab); }
+    void wähleKarte(int index) {
+        auto& reiter = kind<QTabBar>(u"tbs_Rasse"_s);
+        QTest::mouseClick(&reiter, Qt::LeftButton, {}, reiter.tabRect(index).center());
+    }
+    bool speichere(int rasse = 1) {
+        Profil ini(einstellungen.IniPfad());
+        const bool kopiert = seite.speichern(ini, speicher, rasse);
+        EXPECT_TRUE(ini.sichern());
+        seite.gespeichert();
+        return kopiert;
+    }
+};
+
+} // namespace
+
+TEST_F(RassenseiteTest, raceWithoutEntries_showsTheDefaults) {
+    const std::pair<QStringView, QStringView> fälle[] = {
+        {u"txt_Filz_0", u"100%"},     {u"txt_Filz_1", u"50%"},       {u"txt_Filz_2", u"0%"},
+        {u"txt_Haarlänge_1", u"30%"}, {u"txt_Panzer_0", u"100%"},    {u"txt_Panzer_1", u"30%"},
+        {u"txt_Panzer_3", u"0%"},     {u"txt_CIVal_0", u"2.5"},      {u"txt_CIVal_1", u"1.8"},
+        {u"txt_CIK_0", u"15-17"},     {u"txt_CIK_1", u"01-15"},      {u"txt_CIK_2", u"16-17"},
+        {u"txt_CIK_3", u"01-11"},     {u"txt_CI_0", u"15%"},         {u"txt_CI_1", u"2%"},
+        {u"txt_CI_2", u"0%"},         {u"txt_Haarfarbe_0", u"100%"}, {u"txt_Haarfarbe_1", u"20%"},
+        {u"txt_PanzerD_1", u"10%"},   {u"txt_Linien_0", u"2.00"},    {u"txt_Linien_1", u"0.920"},
+        {u"txt_Linien_2", u"0.00"},   {u"txt_Linien_3", u"1.40"},    {u"txt_Linien_4", u"0.880"},
+        {u"txt_Linien_5", u"0.50"}};
+    for (const auto& [name, wert] : fälle) {
+        EXPECT_EQ(feld(name.toString()).text(), wert) << qPrintable(name.toString());
+    }
+    EXPECT_TRUE(kind<QRadioButton>(u"opt_Korrelation_0"_s).isChecked());
+    EXPECT_FALSE(kind<QCheckBox>(u"chk_CIMittel_0"_s).isChecked());
+}
+
+TEST_F(RassenseiteTest, keysOfEachField_areFilteredWithABeep) {
+    struct Fall {
+        QString feld;
+        QString getippt;
+        QString bleibt;
+        int pieptöne;
+    };
+    const QString alles = u"a1 2%3-4.,"_s;
+    for (const Fall& f : {Fall{u"txt_CI_0"_s, alles, u"12%34"_s, 5},
+                          {u"txt_Filz_1"_s, alles, u"12%34"_s, 5},
+                          {u"txt_Haarlänge_0"_s, alles, u"12%34"_s, 5},
+                          {u"txt_Haarfarbe_3"_s, alles, u"12%34"_s, 5},
+                          {u"txt_Panzer_2"_s, alles, u"12%34"_s, 5},
+                          {u"txt_PanzerD_2"_s, alles, u"12%34"_s, 5},
+                          {u"txt_CIK_3"_s, alles, u"123-4"_s, 5},
+                          {u"txt_CIVal_0"_s, alles, u"1234.,"_s, 4},
+                          {u"txt_Linien_2"_s, alles, u"123-4.,"_s, 3}}) {
+        pieptöne = 0;
+        tippe(f.feld, f.getippt);
+        EXPECT_EQ(feld(f.feld).text(), f.bleibt) << qPrintable(f.feld);
+        EXPECT_EQ(pieptöne, f.pieptöne) << qPrintable(f.feld);
+        QTest::keyClick(&feld(f.feld), Qt::Key_Backspace);
+        EXPECT_EQ(feld(f.feld).text(), f.bleibt.chopped(1));
+        EXPECT_EQ(pieptöne, f.pieptöne);
+    }
+    auto& liste = kind<QComboBox>(u"cbo_DV_0"_s);
+    pieptöne = 0;
+    liste.setFocus();
+    QTest::keyClicks(&liste, texte(Text::Unter));
+    EXPECT_EQ(liste.currentIndex(), 0);
+    EXPECT_EQ(pieptöne, 0);
+}
+
+TEST_F(RassenseiteTest, leavingAField_normalisesWhatWasTypedOrPasted) {
+    struct Fall {
+        QString feld;
+        QString text;
+        QString danach;
+    };
+    for (const Fall& f : {Fall{u"txt_CI_0"_s, u"15"_s, u"15%"_s},
+                          {u"txt_CI_0"_s, u"15%"_s, u"15%"_s},
+                          {u"txt_Filz_0"_s, u" "_s, u"0%"_s},
+                          {u"txt_Panzer_0"_s, u"abc"_s, u"0%"_s},
+                          {u"txt_Haarlänge_0"_s, u"20 von 100"_s, u"20%"_s},
+                          {u"txt_PanzerD_0"_s, u"7x"_s, u"7%"_s},
+                          {u"txt_CIK_0"_s, u"1-15"_s, u"01-15"_s},
+                          {u"txt_CIK_0"_s, u"15-17"_s, u"15-17"_s},
+                          {u"txt_CIK_0"_s, u"Unsinn"_s, u"00-00"_s},
+                          {u"txt_CIVal_0"_s, u"2,71"_s, u"2.7"_s},
+                          {u"txt_Linien_0"_s, u"1,95"_s, u"1.95"_s},
+                          {u"txt_Linien_0"_s, u"x"_s, u"0.00"_s},
+                          {u"txt_Linien_2"_s, u"-0.5"_s, u"-0.50"_s}}) {
+        QApplication::clipboard()->setText(f.text);
+        feld(f.feld).setFocus();
+        feld(f.feld).selectAll();
+        QTest::keyClick(&feld(f.feld), Qt::Key_V, Qt::ControlModifier);
+        verlasse(f.feld);
+        EXPECT_EQ(feld(f.feld).text(), f.danach) << qPrintable(f.feld + u' ' + f.text);
+    }
+    EXPECT_EQ(pieptöne, 0);
+}
+
+TEST_F(RassenseiteTest, decimalBeyondWhatCanBeStored_givesWayToTheOneBefore) {
+    tippe(u"txt_Linien_0"_s, u"400"_s);
+    verlasse(u"txt_Linien_0"_s);
+    EXPECT_EQ(feld(u"txt_Linien_0"_s).text(), u"2.00"_s);
+    EXPECT_EQ(seite.standard(1).linien.Arbeit.CI.gespeichert, 200);
+}
+
+TEST_F(RassenseiteTest, tab_showsItsPageAndHidesTheOthers) {
+    for (const int gewählt : {2, 0, 3, 1}) {
+        wähleKarte(gewählt);
+        for (int i = 0; i < Rassenzahl; ++i) {
+            EXPECT_EQ(kind<QWidget>(u"Rassenkarte_%1"_s.arg(i)).isVisible(), i == gewählt);
+        }
+        EXPECT_TRUE(feld(u"txt_Filz_0"_s).isVisible());
+    }
+}
+
+TEST_F(RassenseiteTest, eachTab_keepsItsOwnRaceWhileOthersAreShown) {
+    tippe(u"txt_Filz_1"_s, u"11"_s);
+    wähleKarte(2); // the field still has the focus: nothing was left yet
+    EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"50%"_s);
+    tippe(u"txt_Filz_1"_s, u"33"_s);
+    wähleKarte(0);
+    EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"11%"_s);
+    EXPECT_TRUE(speichere(1));
+    Rassenseite neu(texte, Zahlenformat{});
+    neu.laden(einstellungen, 3);
+    EXPECT_EQ(kind<QTabBar>(u"tbs_Rasse"_s).currentIndex(), 0);
+    EXPECT_EQ(tarvel::kind<QTabBar>(neu, u"tbs_Rasse"_s).currentIndex(), 2);
+    EXPECT_EQ(neu.standard(1).arbeiterinnen.Filz[1], u"11%"_s);
+    EXPECT_EQ(neu.standard(3).arbeiterinnen.Filz[1], u"33%"_s);
+    // What nobody touched is not written: it goes on following the defaults.
+    QFile ini(einstellungen.IniPfad());
+    ASSERT_TRUE(ini.open(QIODevice::ReadOnly));
+    const QByteArray inhalt = ini.readAll();
+    EXPECT_TRUE(inhalt.contains("Filzbinden ffL-=33%"));
+    EXPECT_FALSE(inhalt.contains("M-"));
+    EXPECT_FALSE(inhalt.contains("P-"));
+}
+
+TEST_F(RassenseiteTest, switchesOptionsAndDirection_areSavedAndShownAgain) {
+    for (const QString& name : {u"chk_CIMittel_0"_s, u"chk_CIMittel_1"_s}) {
+        QTest::mouseClick(&kind<QCheckBox>(name), Qt::LeftButton, {},
+                          QPoint(8, kind<QCheckBox>(name).height() / 2));
+    }
+    auto& option = kind<QRadioButton>(u"opt_Korrelation_1"_s);
+    QTest::mouseClick(&option, Qt::LeftButton, {}, QPoint(8, option.height() / 2));
+    QTest::keyClick(&kind<QComboBox>(u"cbo_DV_0"_s), Qt::Key_Down);
+    EXPECT_EQ(kind<QComboBox>(u"cbo_DV_1"_s).currentIndex(), 1);
+    tippe(u"txt_Linien_0"_s, u"1.95"_s); // saved without being left
+    EXPECT_TRUE(speichere());
+
+    Rassenseite neu(texte, Zahlenformat{u',', u'.'});
+    neu.laden(einstellungen, 1);
+    const Rassestandard& s = neu.standard(1);
+    EXPECT_EQ(s.arbeiterinnen.CIMittel, 1);
+    EXPECT_EQ(s.drohnen.CIMittel, 1);
+    EXPECT_FALSE(s.linien.nachKruber());
+    EXPECT_TRUE(s.linien.darunter());
+    EXPECT_EQ(s.linien.Arbeit.CI.gespeichert, 195);
+    EXPECT_EQ(tarvel::kind<QLineEdit>(neu, u"txt_Linien_0"_s).text(), u"1,95"_s);
+    EXPECT_EQ(tarvel::kind<QComboBox>(neu, u"cbo_DV_1"_s).currentIndex(), 1);
+    EXPECT_TRUE(tarvel::kind<QCheckBox>(neu, u"chk_CIMittel_1"_s).isChecked());
+    EXPECT_EQ(speicher.GetSetting(u"Index"_s, u"Grenzlinien"_s, u"CI ArbeitC-"_s), u"195"_s);
+}
+
+TEST_F(RassenseiteTest, reset_loadsTheStoredValuesAndDefaultsTheTables) {
+    schreibeIni("[Merkmale Arbeiterinnen]\r\nFilzbinden ffC-=44%\r\nmax 0C-=\r\n");
+    tippe(u"txt_Filz_1"_s, u"99"_s);
+    tippe(u"txt_CI_0"_s, u"98"_s);
+    QTest::mouseClick(&kind<QPushButton>(u"bef_TestReset"_s), Qt::LeftButton);
+    EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"44%"_s);
+    EXPECT_EQ(feld(u"txt_CI_0"_s).text(), u"15%"_s); // an empty key keeps what was loaded before
+    QTest::mouseClick(&kind<QPushButton>(u"bef_Standardwerte"_s), Qt::LeftButton);
+    EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"50%"_s);
+}
+
+TEST_F(RassenseiteTest, noRaceSelected_keepsWhatIsShown) {
+    tippe(u"txt_Filz_1"_s, u"77"_s);
+    verlasse(u"txt_Filz_1"_s);
+    seite.laden(einstellungen, 0);
+    EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"77%"_s);
+}
