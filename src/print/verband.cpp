@@ -6,6 +6,11 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
+Verband verband(int position) {
+    return position >= 0 && position < Verbandzahl ? static_cast<Verband>(position)
+                                                   : Verband::Flügel;
+}
+
 QStringList verbandsnamen(const Texte& texte) {
     return {texte(Meldung::EmblemBiene), texte(Meldung::EmblemWabe), texte(Meldung::EmblemFlügel),
             texte(Text::AndereOrganisation)};

@@ -12,6 +12,9 @@ enum class Verband { Biene, Wabe, Flügel, Andere };
 
 inline constexpr int Verbandzahl = 4;
 
+/// The emblem at a stored position; a position that there is not gives the default, the wing.
+[[nodiscard]] Verband verband(int position);
+
 /// Names of the emblems in the language of @p texte, in the order of the enumeration.
 [[nodiscard]] QStringList verbandsnamen(const Texte& texte);
 

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "print/briefkopf.h"
+
+#include <QImage>
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+
+#include <memory>
+
+class QPainter;
+class QSvgRenderer;
+
+namespace tarvel {
+
+inline constexpr QSizeF PapierA4{210, 297}; ///< width and height in millimetres
+
+/// Height of the letterhead's graphic in millimetres. Its width follows from its proportions, as
+/// far as the paper goes.
+inline constexpr double Grafikhöhe = 25;
+
+/// The graphic of a letterhead, read once and painted often: an emblem or a picture file.
+class Briefkopfgrafik {
+public:
+    Briefkopfgrafik();
+    explicit Briefkopfgrafik(const Briefkopf& kopf);
+    Briefkopfgrafik(Briefkopfgrafik&&) noexcept;
+    Briefkopfgrafik& operator=(Briefkopfgrafik&&) noexcept;
+    ~Briefkopfgrafik();
+
+    /// False when there is nothing to paint: no file was chosen, or it is no readable picture.
+    [[nodiscard]] bool vorhanden() const { return format_.isValid() && !format_.isEmpty(); }
+    void paint(QPainter& painter, const QRectF& rahmen) const;
+    /// Where the graphic lies on the paper, in millimetres; empty when there is none.
+    [[nodiscard]] QRectF rahmen(const Briefkopf& kopf) const;
+
+private:
+    std::unique_ptr<QSvgRenderer> zeichnung_;
+    QImage bild_;
+    QSizeF format_;
+};
+
+/// Paints the letterhead in black on what is there. A unit of @p painter is a millimetre and its
+/// origin the paper's top left corner, so screen, printer and PDF show the same.
+void paintBriefkopf(QPainter& painter, const Briefkopf& kopf, const Briefkopfgrafik& grafik);
+
+} // namespace tarvel
