@@ -121,7 +121,7 @@ void Befehlsleiste::baueMenüs() {
     füge(Datei, 9, Meldung::KnopfVorschau1, Meldung::TippVorschau1, u"vorschau-1"_s, Qt::Key_F11);
     füge(Datei, 10, Meldung::KnopfVorschau2, Meldung::TippVorschau2, u"vorschau-2"_s, Qt::Key_F12);
     trenne(Datei);
-    füge(Datei, 14, Text::MenüBeenden, Meldung::TippBeenden, u"beenden"_s, {});
+    füge(Datei, 14, Text::MenüBeenden, Meldung::TippBeenden, u"beenden"_s, QKeySequence::Quit);
 
     neuesMenü(nullptr, Bearbeiten, Text::MenüBearbeiten);
     füge(Bearbeiten, 3, Meldung::LetztenPunktZurücknehmen, Meldung::TippRückgängig,
@@ -216,10 +216,10 @@ void Befehlsleiste::baueWerkzeugleiste() {
     using enum Menue;
     // In groups: examination, picture, views, print, about.
     const Knopf knöpfe[] = {
-        {9, Datei, 0},      {0, Datei, 1},    {Trenner, {}, 0}, {14, Datei, 5},    {6, Datei, 6},
-        {3, Bearbeiten, 2}, {Trenner, {}, 0}, {2, Ansicht, 0},  {15, Ansicht, 11}, {4, Ansicht, 3},
-        {11, Ansicht, 4},   {8, Ansicht, 2},  {Trenner, {}, 0}, {10, Datei, 8},    {16, Datei, 9},
-        {17, Datei, 10},    {Trenner, {}, 0}, {12, Hilfe, 1},
+        {9, Datei, 0},      {0, Datei, 1},   {Trenner, {}, 0}, {14, Datei, 5},   {6, Datei, 6},
+        {3, Bearbeiten, 2}, {5, Ansicht, 6}, {7, Ansicht, 7},  {Trenner, {}, 0}, {2, Ansicht, 0},
+        {15, Ansicht, 11},  {4, Ansicht, 3}, {11, Ansicht, 4}, {8, Ansicht, 2},  {Trenner, {}, 0},
+        {10, Datei, 8},     {16, Datei, 9},  {17, Datei, 10},  {Trenner, {}, 0}, {12, Hilfe, 1},
     };
     leiste_ = fenster_.addToolBar(QString());
     leiste_->setObjectName(u"Toolbar"_s);

@@ -29,7 +29,8 @@ struct Leser {
     Leser() {
         parser.setApplicationDescription(u"Wing morphometrics for bee breeders."_s);
         parser.addOptions({ordner, nurStart, demo, hilfe, version});
-        parser.addPositionalArgument(u"FILE"_s, u"Wing pictures to load for measuring."_s,
+        parser.addPositionalArgument(u"FILE"_s,
+                                     u"Wing picture to load for measuring; the first one counts."_s,
                                      u"[FILE...]"_s);
     }
 };

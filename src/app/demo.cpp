@@ -10,10 +10,12 @@
 #include "measure/uebersicht.h"
 #include "platform/system_shell.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -115,8 +117,10 @@ public:
     Vorführung(const QString& ziel, const QString& ordner)
         : ziel_(ziel)
         , dialoge_(ziel_.filePath(u"musterblatt.png"_s))
+        , speicher_(ordner + u"/benutzer.ini"_s)
         , programm_(ordner, {.dialoge = dialoge_,
                              .shell = shell_,
+                             .speicher = speicher_,
                              .uhr = uhr_,
                              .format = Zahlenformat::system(),
                              .benutzersprache = QLocale::system().language(),
@@ -129,11 +133,13 @@ public:
             return 1;
         }
         HG& hg = *programm_.hauptfenster();
+        hg.setWindowState(Qt::WindowNoState);
         hg.resize(1280, 720);
         zeigeAn();
         halteFest(hg, u"hauptfenster"_s);
         tippe(kind<QLineEdit>(u"txt_Volk"_s), u"12"_s);
         miss();
+        trageMerkmaleEin();
         zeigeAnsichten();
         return vergleiche();
     }
@@ -202,11 +208,30 @@ private:
         klick(*bild.viewport(), bild.zuFenster(punkte.back() * Musterzoom), Qt::RightButton);
     }
 
+    /// The body marks of eight bees, as a person sets and takes them over.
+    void trageMerkmaleEin() {
+        löseAus(u"men_Ansicht_2"_s);
+        constexpr int Bienen = 8;
+        for (int biene = 0; biene < Bienen; ++biene) {
+            // One bee in four has small corners and middle hair; one has a half-wide tomentum.
+            const int ecken = biene % 4 == 3 ? 1 : 0;
+            kind<QAbstractButton>(u"opt_Panzer_A_%1"_s.arg(ecken)).click();
+            kind<QAbstractButton>(u"opt_HaarL_%1"_s.arg(ecken)).click();
+            kind<QAbstractButton>(u"opt_Filz_%1"_s.arg(biene == 0 ? 1 : 0)).click();
+            kind<QAbstractButton>(u"bef_Übernehmen"_s).click();
+        }
+        halteFest(*programm_.hauptfenster(), u"merkmal"_s);
+    }
+
     void zeigeAnsichten() {
         löseAus(u"men_Ansicht_0"_s);
         halteFest(*programm_.hauptfenster(), u"alle"_s);
         löseAus(u"men_Ansicht_11"_s);
         halteFest(*programm_.hauptfenster(), u"tabelle"_s);
+        löseAus(u"men_Ansicht_3"_s);
+        halteFest(*programm_.hauptfenster(), u"kurven"_s);
+        löseAus(u"men_Ansicht_4"_s);
+        halteFest(*programm_.hauptfenster(), u"korrel"_s);
         löseAus(u"men_Hilfe_4"_s);
         halteFest(kind<MessHilfe>(u"MessHilfe"_s), u"messhilfe"_s);
         Info info(programm_.texte());
@@ -246,6 +271,11 @@ private:
         }
         aus << gleich << u" of "_s << ciWahr.size()
             << u" wings agree with their true points. Pictures are in "_s << ziel_.path() << u'\n';
+        aus << kind<QLabel>(u"lab_Urteil"_s).text() << u'\n';
+        const QString mängel = kind<QLabel>(u"lab_Mängel"_s).text();
+        if (!mängel.isEmpty()) {
+            aus << mängel << u'\n';
+        }
         const bool gut = gleich == ciWahr.size() && gleich > 0 && ci.size() == ciWahr.size() &&
                          fehler_ == 0 && dialoge_.meldungen() == 0;
         return gut ? 0 : 1;
@@ -254,6 +284,7 @@ private:
     QDir ziel_;
     Demodialoge dialoge_;
     SystemShell shell_;
+    Benutzerspeicher speicher_;
     SystemClock uhr_;
     Programm programm_;
     std::vector<Flügelpunkte> wahrePunkte_ = wahrePunkte();

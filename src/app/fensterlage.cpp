@@ -1,6 +1,7 @@
 #include "app/fensterlage.h"
 
 #include <QMainWindow>
+#include <QScreen>
 #include <QSplitter>
 
 namespace tarvel {
@@ -25,7 +26,13 @@ Leistenwahl stelleFensterlageHer(const Einstellungen& einstellungen, QMainWindow
     const QByteArray lage =
         QByteArray::fromBase64(einstellungen.text(Einstellung::FensterHG).toLatin1());
     if (lage.isEmpty() || !fenster.restoreGeometry(lage)) {
-        fenster.resize(1280, 720);
+        constexpr QSize Gewohnt(1280, 720);
+        constexpr QSize Fensterrahmen(20, 60); // title bar and borders, which nobody tells before
+        fenster.resize(Gewohnt);
+        const QSize frei = fenster.screen()->availableSize() - Fensterrahmen;
+        if (frei.width() < Gewohnt.width() || frei.height() < Gewohnt.height()) {
+            fenster.setWindowState(Qt::WindowMaximized);
+        }
     }
     const QStringList angaben = einstellungen.text(Einstellung::FensterLeisten).split(u',');
     constexpr qsizetype AnzahlAngaben = 5;

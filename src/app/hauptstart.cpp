@@ -32,6 +32,11 @@ bool Programm::Hauptstart() {
     }
     texte_.SpracheEinstellen(einstellungen_.zahl(Einstellung::Sprache));
 
+    if (einstellungen_.schalter(Einstellung::Übersetzen)) {
+        übersetzung_ = ProtokolltexteStandard(texte_).felder;
+        ÜbersetzungLaden(einstellungen_.IniPfad(), übersetzung_);
+    }
+
     instanz_ = std::make_unique<Instanz>(ordner_);
     if (!instanz_->erste()) {
         dienste_.dialoge.meldung(texte_(Meldung::Programmname), texte_(Text::BereitsGestartet),
@@ -41,7 +46,8 @@ bool Programm::Hauptstart() {
 
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
-                                        dienste_.uhr, dienste_.format, ordner_});
+                                        dienste_.uhr, dienste_.format, ordner_},
+                               dienste_.speicher);
     hg_->messmodus(HinweisBildLaden);
     QGuiApplication::restoreOverrideCursor();
     hg_->show();

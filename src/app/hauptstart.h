@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/umgebung.h"
+#include "lang/protokolltexte.h"
 #include "lang/qt_uebersetzung.h"
+#include "platform/benutzerspeicher.h"
 #include "platform/instanz.h"
 
 #include <QLocale>
@@ -18,6 +20,7 @@ class Start;
 struct Dienste {
     Dialoge& dialoge;
     Shell& shell;
+    Benutzerspeicher& speicher;
     const Clock& uhr;
     Zahlenformat format;
     QLocale::Language benutzersprache; ///< preselects the language at the first run
@@ -39,6 +42,8 @@ public:
     /// The main window; null before a successful start.
     [[nodiscard]] HG* hauptfenster() const { return hg_.get(); }
     [[nodiscard]] Texte& texte() { return texte_; }
+    /// The user's own wording of the report, loaded at start-up when the settings ask for it.
+    [[nodiscard]] const Protokollfelder& übersetzung() const { return übersetzung_; }
     [[nodiscard]] Einstellungen& einstellungen() { return einstellungen_; }
 
 private:
@@ -47,6 +52,7 @@ private:
     Einstellungen einstellungen_;
     Texte texte_;
     QtÜbersetzung qtÜbersetzung_;
+    Protokollfelder übersetzung_;
     std::unique_ptr<Instanz> instanz_;
     std::unique_ptr<HG> hg_;
 };

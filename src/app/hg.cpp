@@ -2,7 +2,10 @@
 
 #include "app/fensterlage.h"
 #include "app/hinweiszeile.h"
+#include "evaluation/diagrammansicht.h"
+#include "evaluation/merkmalansicht.h"
 #include "evaluation/rassen.h"
+#include "evaluation/urteilsanzeige.h"
 #include "lang/hinweise.h"
 #include "measure/aufloesung.h"
 #include "measure/lupe.h"
@@ -12,11 +15,13 @@
 #include "measure/reihenansicht.h"
 #include "results/kolonieformular.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QSplitter>
@@ -35,17 +40,23 @@ namespace {
 
 constexpr int HinweisKeiner = 0;
 constexpr int HinweisWiederholen = 7;
+constexpr int HinweisKreuzZeigen = 9;
+constexpr int HinweisMerkmaleJeBiene = 10;
+constexpr int HinweisMerkmaleSummen = 11;
+constexpr int HinweisBildWirdGeladen = 15;
 constexpr int EigenerHinweis = -1;
 
 constexpr int Rand = 8;
 
 } // namespace
 
-HG::HG(const Umgebung& umgebung)
+HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher)
     : umgebung_(umgebung)
+    , speicher_(speicher)
     , messung_(untersuchung_.reihe(), umgebung.format)
     , modelle_(untersuchung_.reihe(), umgebung.texte, umgebung.format)
-    , befehle_(*this, umgebung.texte) {
+    , befehle_(*this, umgebung.texte)
+    , auswertung_(umgebung, untersuchung_) {
     setObjectName(u"HG"_s);
     setAcceptDrops(true);
     baueFläche();
@@ -53,13 +64,14 @@ HG::HG(const Umgebung& umgebung)
     verbindeMessung();
     verbindeFelder();
     meldeAnsichtenAn();
-    connect(&umgebung_.texte, &Texte::languageChanged, this, [this] { wendeSpracheAn(); });
+    verbindeAuswertung();
+    connect(qApp, &QApplication::focusChanged, this, [this] { erlaubeTextbefehle(); });
+    connect(&umgebung_.texte, &Texte::languageChanged, this, [this] { TexteAnwenden(); });
     Form_Load();
     const Leistenwahl leisten = stelleFensterlageHer(umgebung_.einstellungen, *this, *teiler_);
     linkeLeiste_->setVisible(leisten.links);
     rechteLeisteGewünscht_ = leisten.rechts;
     zeigeZustand();
-    start_ = false;
 }
 
 HG::~HG() {
@@ -70,7 +82,13 @@ void HG::baueFläche() {
     kolonie_ = new Kolonieformular(umgebung_.texte, umgebung_.format);
     auto* links = new QScrollArea;
     links->setObjectName(u"Leiste_Links"_s);
-    links->setWidget(kolonie_);
+    auto* angaben = new QWidget;
+    auto* untereinander = new QVBoxLayout(angaben);
+    untereinander->setContentsMargins(0, 0, 0, 0);
+    untereinander->addWidget(kolonie_);
+    untereinander->addWidget(&auswertung_.urteil());
+    untereinander->addStretch(1);
+    links->setWidget(angaben);
     links->setWidgetResizable(true);
     links->setFrameShape(QFrame::NoFrame);
     links->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -82,8 +100,11 @@ void HG::baueFläche() {
     tabelle_ = new Tabellenansicht(umgebung_.texte, modelle_);
     ansichten_ = new QStackedWidget;
     ansichten_->setObjectName(u"Ansichten"_s);
-    for (QWidget* ansicht : {static_cast<QWidget*>(messplatz_), static_cast<QWidget*>(alle_),
-                             static_cast<QWidget*>(tabelle_)}) {
+    for (QWidget* ansicht :
+         {static_cast<QWidget*>(messplatz_), static_cast<QWidget*>(alle_),
+          static_cast<QWidget*>(tabelle_), static_cast<QWidget*>(&auswertung_.kurven()),
+          static_cast<QWidget*>(&auswertung_.korrel()),
+          static_cast<QWidget*>(&auswertung_.merkmal())}) {
         ansichten_->addWidget(ansicht);
     }
 
@@ -158,8 +179,12 @@ void HG::verbindeFelder() {
         untersuchung_.setzeAngaben(angaben);
         zeigeStatuszeile();
     });
-    kolonie_->beiRassenwahl(
-        [this](int index) { umgebung_.einstellungen.schreibe(Einstellung::GewählteRasse, index); });
+    kolonie_->beiGeschlechtswahl([this](Geschlecht tiere) { return wechsleGeschlecht(tiere); });
+    kolonie_->beiRassenwahl([this](int index) {
+        umgebung_.einstellungen.schreibe(Einstellung::GewählteRasse, index);
+        auswertung_.ladeStandard();
+        zeigeZustand();
+    });
     using Handler = void (HG::*)(int);
     for (const auto& [menü, handler] :
          {std::pair<Menue, Handler>{Menue::Datei, &HG::men_Datei_Click},
@@ -183,8 +208,27 @@ void HG::meldeAnsichtenAn() {
     verteiler_.anmelden(befehl::Tabelle, [this] {
         zeige(tabelle_, untersuchung_.reihe().leer() ? HinweisKeiner : HinweisWiederholen);
     });
+    verteiler_.anmelden(befehl::Kurven, [this] { zeige(&auswertung_.kurven(), HinweisKeiner); });
+    verteiler_.anmelden(befehl::Korrel, [this] {
+        zeige(&auswertung_.korrel(),
+              untersuchung_.reihe().hiDvZeilen().empty() ? HinweisKeiner : HinweisKreuzZeigen);
+    });
+    verteiler_.anmelden(befehl::Merkmal, [this] {
+        zeige(&auswertung_.merkmal(), untersuchung_.merkmale().Modus == Merkmalmodus::Liste
+                                          ? HinweisMerkmaleJeBiene
+                                          : HinweisMerkmaleSummen);
+    });
     verteiler_.anmelden(befehl::Messen, [this] { zeigeMessplatz(false); });
     verteiler_.nachJedemBefehl([this](QStringView) { zeigeZustand(); });
+}
+
+void HG::verbindeAuswertung() {
+    auswertung_.flügelGewählt = [this](const std::vector<int>& flügel) {
+        alle_->wähle(flügel);
+        auswertung_.hebeHervor(flügel);
+    };
+    auswertung_.merkmaleGeändert = [this] { zeigeZustand(); };
+    alle_->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
 }
 
 void HG::Form_Load() {
@@ -205,13 +249,19 @@ void HG::Form_Load() {
     befehle_.zeigeWerkzeugtexte(e.schalter(Einstellung::FensterWerkzeugtexte));
     befehle_.aktion(Menue::Ansicht, AnsichtWerkzeugtexte)
         .setChecked(e.schalter(Einstellung::FensterWerkzeugtexte));
+    auswertung_.ladeStandard();
+    auswertung_.zeigeMerkmale();
     reiheGeändert();
-    wendeSpracheAn();
+    TexteAnwenden();
 }
 
 bool HG::ladeBild(const QString& pfad) {
+    QWidget* vorher = ansichten_->currentWidget();
     ansichten_->setCurrentWidget(messplatz_);
     const bool geladen = messplatz_->ladeBild(pfad);
+    if (!geladen) {
+        ansichten_->setCurrentWidget(vorher);
+    }
     zeigeZustand();
     if (geladen) {
         warneVorGeringerAuflösung();
@@ -262,6 +312,9 @@ void HG::messmodus(int hinweisnummer) {
 void HG::ZeigeHinweis(int nummer) {
     hinweisnummer_ = nummer;
     lab_H_->zeige(hinweistext(umgebung_.texte, nummer, messung_.nummer()));
+    if (nummer == HinweisBildWirdGeladen) {
+        lab_H_->repaint(); // nothing is painted while a picture is read
+    }
 }
 
 void HG::ZeigeEigenenHinweis(const QString& text) {
@@ -271,7 +324,7 @@ void HG::ZeigeEigenenHinweis(const QString& text) {
 
 void HG::flügelÜbernommen(qint16 nummer, const std::vector<int>& ohne) {
     reiheGeändert();
-    messleiste_->reihe().wähle(nummer);
+    messleiste_->reihe().wähle({nummer});
     messplatz_->nächsterFlügel();
     if (!ohne.empty()) {
         QStringList nummern;
@@ -295,6 +348,7 @@ void HG::rechenfehler(Rechenfehler fehler) {
 
 void HG::reiheGeändert() {
     modelle_.aktualisiere();
+    auswertung_.aktualisiere();
     messplatz_->zeigeErledigte();
     zeigeZustand();
 }
@@ -316,7 +370,7 @@ void HG::zeigeZustand() {
         erlaube(menü, index, verteiler_.kennt(wort));
     }
     for (const auto& [menü, index] :
-         {std::pair{Menue::Datei, 0}, {Menue::Datei, 3}, {Menue::Datei, 8}, {Menue::Extras, 9}}) {
+         {std::pair{Menue::Datei, 0}, {Menue::Datei, 3}, {Menue::Datei, 8}}) {
         erlaube(menü, index, false);
     }
     erlaube(Menue::Datei, 6, mitBild);
@@ -328,13 +382,22 @@ void HG::zeigeZustand() {
     erlaube(Menue::Bearbeiten, 1, !reihe.leer());
     erlaube(Menue::Bearbeiten, 2, amMessplatz && mitBild);
     erlaube(Menue::Bearbeiten, 11, !reihe.leer());
+    erlaube(Menue::Bearbeiten, 3, amMessplatz && messung_.rückgängigMöglich());
+    erlaube(Menue::Hilfe, 0, QFileInfo::exists(umgebung_.texte.HilfeDatei()));
+    erlaubeTextbefehle();
 
     // The view that is shown is the one that is checked.
     QStringView gezeigt;
-    if (ansichten_->currentWidget() == alle_) {
-        gezeigt = befehl::Alle;
-    } else if (ansichten_->currentWidget() == tabelle_) {
-        gezeigt = befehl::Tabelle;
+    const std::pair<const QWidget*, QStringView> ansichten[] = {
+        {alle_, befehl::Alle},
+        {tabelle_, befehl::Tabelle},
+        {&auswertung_.kurven(), befehl::Kurven},
+        {&auswertung_.korrel(), befehl::Korrel},
+        {&auswertung_.merkmal(), befehl::Merkmal}};
+    for (const auto& [ansicht, wort] : ansichten) {
+        if (ansichten_->currentWidget() == ansicht) {
+            gezeigt = wort;
+        }
     }
     for (const auto& [menü, index, wort] : nachWort) {
         if (menü == Menue::Ansicht) {
@@ -358,6 +421,14 @@ void HG::zeigeZustand() {
     warneVorSchreibfehler();
 }
 
+/// The commands of the edit menu that act on the selected text of a field.
+void HG::erlaubeTextbefehle() {
+    const bool inFeld = qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr;
+    for (int index = 5; index <= 8; ++index) {
+        befehle_.aktion(Menue::Bearbeiten, index).setEnabled(inFeld);
+    }
+}
+
 void HG::zeigeStatuszeile() {
     const Texte& t = umgebung_.texte;
     QStringList teile;
@@ -379,7 +450,7 @@ void HG::zeigeStatuszeile() {
     setWindowModified(untersuchung_.geändert());
 }
 
-void HG::wendeSpracheAn() {
+void HG::TexteAnwenden() {
     if (const std::optional<Sprache> sprache = umgebung_.texte.sprache()) {
         befehle_.aktion(Menue::Sprache, static_cast<int>(*sprache)).setChecked(true);
     }
@@ -387,6 +458,8 @@ void HG::wendeSpracheAn() {
     linkeLeiste_->setAccessibleName(umgebung_.texte(Meldung::LeisteVolksdaten));
     lab_H_->setAccessibleName(umgebung_.texte(Meldung::NameHinweiszeile));
     modelle_.aktualisiere();
+    auswertung_.merkmal().TexteAnwenden();
+    auswertung_.aktualisiere();
     if (hinweisnummer_ != EigenerHinweis) {
         lab_H_->übersetze(hinweistext(umgebung_.texte, hinweisnummer_, messung_.nummer()));
     }
@@ -418,16 +491,16 @@ void HG::dropEvent(QDropEvent* event) {
 
 bool HG::Form_Unload() {
     kolonie_->vervollständige();
-    if (!untersuchung_.reihe().geändert() && !messung_.punkte().begonnen()) {
+    if (!untersuchung_.geändert() && !messung_.punkte().begonnen()) {
         return true;
     }
     const Texte& t = umgebung_.texte;
-    const Meldung text = untersuchung_.reihe().geändert() ? Meldung::SchließenUngespeichert
-                                                          : Meldung::SchließenPunkteGesetzt;
+    const Meldung text = untersuchung_.geändert() ? Meldung::SchließenUngespeichert
+                                                  : Meldung::SchließenPunkteGesetzt;
     return umgebung_.dialoge.frage({.titel = t(Meldung::SchließenTitel),
                                     .text = t(text),
                                     .art = Meldungsart::Ausruf,
-                                    .mitAbbrechen = false,
+                                    .verwirft = true,
                                     .ja = t(Meldung::Schließen),
                                     .nein = t(Meldung::WeiterMessen)}) == Antwort::Ja;
 }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "app/auswertung.h"
 #include "app/befehlsleiste.h"
 #include "app/umgebung.h"
 #include "measure/messung.h"
 #include "measure/reihenmodelle.h"
 #include "measure/verteiler.h"
+#include "platform/benutzerspeicher.h"
 #include "results/untersuchung.h"
 
 #include <QMainWindow>
@@ -28,11 +30,11 @@ class Tabellenansicht;
 /// what is computed is computed elsewhere.
 class HG : public QMainWindow {
 public:
-    explicit HG(const Umgebung& umgebung);
+    HG(const Umgebung& umgebung, Benutzerspeicher& speicher);
     ~HG() override;
 
     [[nodiscard]] const Untersuchung& untersuchung() const { return untersuchung_; }
-    [[nodiscard]] Verteiler& verteiler() { return verteiler_; }
+    [[nodiscard]] const Beurteilung& beurteilung() const { return auswertung_.beurteilung(); }
 
     /// Switches the window into measuring and shows a hint, 0 to 15.
     void messmodus(int hinweisnummer);
@@ -40,9 +42,6 @@ public:
     /// Loads a wing picture for measuring. False, with a message shown, when it cannot be measured
     /// or the user kept the present one.
     bool ladeBild(const QString& pfad);
-
-    /// Takes over the changes of the settings that the program's own windows made.
-    void wendeSpracheAn();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -56,7 +55,10 @@ private:
     void verbindeMessung();
     void verbindeFelder();
     void meldeAnsichtenAn();
+    void verbindeAuswertung();
     void Form_Load();
+    /// Puts the words of the program's language on everything that is not labelled by itself.
+    void TexteAnwenden();
 
     void men_Datei_Click(int index);
     void men_Bearbeiten_Click(int index);
@@ -66,6 +68,10 @@ private:
     void men_Betriebsart_Click(int index);
     void men_Sprache_Click(int index);
     void men_Hilfe_Click(int index);
+
+    void optionen();
+    /// Asks before body marks that do not fit the other caste are cleared.
+    [[nodiscard]] bool wechsleGeschlecht(Geschlecht tiere);
 
     void bildLaden();
     void grafik();
@@ -88,16 +94,19 @@ private:
 
     void reiheGeändert();
     void zeigeZustand();
+    void erlaubeTextbefehle();
     void zeigeStatuszeile();
     void leisteSichtbar(QWidget* leiste, bool sichtbar);
     bool Form_Unload();
 
     Umgebung umgebung_;
+    Benutzerspeicher& speicher_;
     Untersuchung untersuchung_;
     Messung messung_;
     Reihenmodelle modelle_;
     Verteiler verteiler_;
     Befehlsleiste befehle_;
+    Auswertung auswertung_;
 
     QSplitter* teiler_ = nullptr;
     QStackedWidget* ansichten_ = nullptr;
@@ -115,7 +124,6 @@ private:
     bool rechteLeisteGewünscht_ = true;
     bool auflösungGemeldet_ = false;
     bool schreibfehlerGemeldet_ = false;
-    bool start_ = true; ///< true while the window is being filled at start-up
 };
 
 } // namespace tarvel

@@ -3,17 +3,25 @@
 #include "app/hg.h"
 
 #include "app/info.h"
+#include "app/optionen.h"
+#include "evaluation/diagrammansicht.h"
+#include "evaluation/rassen.h"
+#include "measure/aufloesung.h"
 #include "measure/bildordner.h"
 #include "measure/messhilfe.h"
 #include "measure/messleiste.h"
 #include "measure/messplatz.h"
 #include "measure/reihenansicht.h"
+#include "results/kolonieformular.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QStackedWidget>
+
+#include <algorithm>
+#include <array>
 
 namespace tarvel {
 
@@ -49,11 +57,7 @@ void HG::men_Bearbeiten_Click(int index) {
         zeigeMessplatz(false);
         break;
     case 3:
-        if (auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget())) {
-            feld->undo();
-        } else {
-            messung_.macheRückgängig();
-        }
+        messung_.macheRückgängig();
         break;
     case 11:
         alleMessungenLöschen();
@@ -117,7 +121,61 @@ void HG::men_Zoom_Click(int index) {
     zeigeZustand();
 }
 
-void HG::men_Extras_Click(int /*index*/) {}
+void HG::men_Extras_Click(int index) {
+    if (index == 9) {
+        optionen();
+    }
+}
+
+void HG::optionen() {
+    const Einstellungen& e = umgebung_.einstellungen;
+    const std::array vorher{e.zahl(Einstellung::ScannMessung),
+                            e.zahl(Einstellung::DefaultZoomHauptfenster),
+                            e.zahl(Einstellung::Betriebsart)};
+    Optionen dialog(umgebung_, speicher_, untersuchung_.angaben().Rasse + 1, this);
+    dialog.exec();
+    // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
+    // measured changes only where the user changed it.
+    if (e.zahl(Einstellung::ScannMessung) != vorher[0]) {
+        messung_.setzeAuflösung(scannerauflösung(e.zahl(Einstellung::ScannMessung)));
+    }
+    if (e.zahl(Einstellung::DefaultZoomHauptfenster) != vorher[1]) {
+        messplatz_->wünscheZoom(e.zahl(Einstellung::DefaultZoomHauptfenster) + 1);
+    }
+    if (e.zahl(Einstellung::Betriebsart) != vorher[2]) {
+        messplatz_->wünscheMessart(
+            static_cast<Messart>(std::clamp<int>(e.zahl(Einstellung::Betriebsart), 0, 2)));
+    }
+    kolonie_->setzeRassen(rassenliste(e));
+    auswertung_.ladeStandard();
+    auswertung_.zeigeMerkmale();
+    zeigeZustand();
+    warneVorGeringerAuflösung();
+}
+
+bool HG::wechsleGeschlecht(Geschlecht tiere) {
+    Merkmale merkmale = untersuchung_.merkmale();
+    if (!merkmale.leer()) {
+        const Texte& t = umgebung_.texte;
+        const Antwort antwort = umgebung_.dialoge.frage({.titel = t(Text::KörperMerkmale),
+                                                         .text = t(Text::UmschaltenWarnung1) +
+                                                                 t(Text::UmschaltenWarnung2) +
+                                                                 u'\n' + t(Text::UmschaltenFrage),
+                                                         .art = Meldungsart::Frage,
+                                                         .verwirft = true});
+        if (antwort != Antwort::Ja) {
+            return false;
+        }
+    }
+    Kolonieangaben angaben = untersuchung_.angaben();
+    angaben.Tiere = tiere;
+    untersuchung_.setzeAngaben(angaben);
+    setzeTiere(merkmale, tiere);
+    untersuchung_.setzeMerkmale(merkmale);
+    auswertung_.zeigeMerkmale();
+    zeigeZustand();
+    return true;
+}
 
 void HG::men_Betriebsart_Click(int index) {
     if (messplatz_->wünscheMessart(static_cast<Messart>(index))) {
@@ -145,9 +203,7 @@ void HG::men_Hilfe_Click(int index) {
         Info(umgebung_.texte, this).exec();
         break;
     case 4:
-        if (messplatz_->zustand() != Messplatz::Zustand::OhneBild) {
-            zeigeMessplatz(false);
-        }
+        zeigeMessplatz(false);
         if (messHilfe_.isNull()) {
             messHilfe_ = new MessHilfe(umgebung_.texte, this);
         }
@@ -226,7 +282,8 @@ void HG::alleMessungenLöschen() {
     const Antwort antwort =
         umgebung_.dialoge.frage({.titel = umgebung_.texte(Text::MenüAlleMessungenLöschen),
                                  .text = umgebung_.texte(Text::FrageAlleMessungenLöschen),
-                                 .art = Meldungsart::Frage});
+                                 .art = Meldungsart::Frage,
+                                 .verwirft = true});
     if (antwort != Antwort::Ja) {
         return;
     }

@@ -86,9 +86,11 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
     }
     SystemDialoge dialoge;
     SystemShell shell;
+    Benutzerspeicher speicher;
     const SystemClock uhr;
     Programm programm(ordner, {.dialoge = dialoge,
                                .shell = shell,
+                               .speicher = speicher,
                                .uhr = uhr,
                                .format = Zahlenformat::system(),
                                .benutzersprache = QLocale::system().language(),
@@ -109,7 +111,7 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
         return 0; // the first-run window was the first
     }
     if (!zeile.dateien.isEmpty()) {
-        // After the first paint, so that the user sees the window while a large scan is read.
+        // From the event loop, so that the window is up while a large scan is read.
         QTimer::singleShot(0, programm.hauptfenster(),
                            [&] { programm.hauptfenster()->ladeBild(zeile.dateien.constFirst()); });
     }

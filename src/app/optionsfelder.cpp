@@ -60,28 +60,27 @@ void Optionsfelder::text(Einstellung id, QComboBox* feld) {
 }
 
 void Optionsfelder::schalter(Einstellung id, QCheckBox* feld) {
-    felder_.push_back(
-        {id, [id, feld](const Einstellungen& e) { feld->setChecked(e.schalter(id)); },
-         [feld] { return QString::number(feld->isChecked() ? 1 : 0); }});
+    felder_.push_back({id, [id, feld](const Einstellungen& e) { feld->setChecked(e.schalter(id)); },
+                       [feld] { return QString::number(feld->isChecked() ? 1 : 0); }});
 }
 
 void Optionsfelder::auswahl(Einstellung id, QButtonGroup* gruppe) {
-    felder_.push_back({id,
-                       [id, gruppe](const Einstellungen& e) {
-                           const int letzter = static_cast<int>(gruppe->buttons().size()) - 1;
-                           gruppe->button(std::clamp<int>(e.zahl(id), 0, letzter))
-                               ->setChecked(true);
-                       },
-                       [gruppe] { return QString::number(gruppe->checkedId()); }});
+    felder_.push_back(
+        {id,
+         [id, gruppe](const Einstellungen& e) {
+             const int letzter = static_cast<int>(gruppe->buttons().size()) - 1;
+             gruppe->button(std::clamp<int>(e.zahl(id), 0, letzter))->setChecked(true);
+         },
+         [gruppe] { return QString::number(gruppe->checkedId()); }});
 }
 
 void Optionsfelder::auswahl(Einstellung id, QComboBox* liste) {
-    felder_.push_back(
-        {id,
-         [id, liste](const Einstellungen& e) {
-             liste->setCurrentIndex(std::clamp<int>(e.zahl(id), 0, liste->count() - 1));
-         },
-         [liste] { return QString::number(liste->currentIndex()); }});
+    felder_.push_back({id,
+                       [id, liste](const Einstellungen& e) {
+                           liste->setCurrentIndex(
+                               std::clamp<int>(e.zahl(id), 0, liste->count() - 1));
+                       },
+                       [liste] { return QString::number(liste->currentIndex()); }});
 }
 
 void Optionsfelder::zahl(Einstellung id, QSpinBox* feld) {
@@ -103,6 +102,15 @@ void Optionsfelder::laden(const Einstellungen& einstellungen) {
 void Optionsfelder::speichern(Profil& profil) const {
     for (const Feld& feld : felder_) {
         setze(profil, feld.id, feld.wert());
+    }
+}
+
+void Optionsfelder::speichernGeänderte(Profil& profil, const Einstellungen& einstellungen) const {
+    for (const Feld& feld : felder_) {
+        if (const QString wert = feld.wert();
+            wert != QString::number(einstellungen.zahl(feld.id))) {
+            setze(profil, feld.id, wert);
+        }
     }
 }
 

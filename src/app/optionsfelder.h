@@ -46,6 +46,8 @@ public:
     /// there at the last reading or saving; what was typed since is gone.
     void laden(const Einstellungen& einstellungen);
     void speichern(Profil& profil) const;
+    /// Only numbers that differ from what @p einstellungen gives now.
+    void speichernGeänderte(Profil& profil, const Einstellungen& einstellungen) const;
     /// To be called when what speichern put into the profile has reached the file.
     void gespeichert();
 

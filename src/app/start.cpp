@@ -13,6 +13,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -111,9 +113,10 @@ void Start::Form_Load(QLocale::Language benutzersprache) {
         sprache = Sprache::Französisch;
     }
     opt_Sprache_.at(static_cast<std::size_t>(sprache))->setChecked(true);
-    cbo_Organisation_->setCurrentIndex(einstellungen_.zahl(Einstellung::Ikone));
-    opt_Sprache_.at(static_cast<std::size_t>(sprache))->setFocus();
-    focusNextChild();
+    cbo_Organisation_->setCurrentIndex(
+        std::clamp<int>(einstellungen_.zahl(Einstellung::Ikone), 0, Verbandzahl - 1));
+    // One field on from the language, which is chosen already.
+    txt_Name_->setFocus();
 }
 
 void Start::opt_Sprache_Click(int index) {
@@ -123,7 +126,7 @@ void Start::opt_Sprache_Click(int index) {
 }
 
 void Start::beschrifte() {
-    setWindowTitle(u"Tarvel"_s);
+    setWindowTitle(texte_(Meldung::Programmname));
     überschrift_->setText(texte_(Text::StartÜberschrift));
     const Text texte[] = {Text::Name, Text::Kurzzeichen, Text::Straße, Text::Ort,
                           Text::Organisation};
@@ -134,6 +137,9 @@ void Start::beschrifte() {
     const int gewählt = cbo_Organisation_->currentIndex();
     cbo_Organisation_->clear();
     cbo_Organisation_->addItems(verbandsnamen(texte_));
+    for (int i = 0; i < Verbandzahl; ++i) {
+        cbo_Organisation_->setItemIcon(i, QIcon(emblem(static_cast<Verband>(i))));
+    }
     cbo_Organisation_->setCurrentIndex(gewählt);
     fußzeile_->setText(texte_(Text::StartFußzeile));
     lab_OK_->setText(texte_(Meldung::KnopfOK));

@@ -26,6 +26,7 @@ struct Fenstertest : testing::Test {
     TestDialoge dialoge;
     TestShell shell;
     TestClock uhr;
+    Benutzerspeicher speicher{ordner.filePath(QStringLiteral("benutzer.ini"))};
     std::function<void(Start&)> ersterLauf = [](Start&) {};
     QLocale::Language benutzersprache = QLocale::German;
     std::unique_ptr<Programm> programm;
@@ -54,6 +55,7 @@ struct Fenstertest : testing::Test {
         programm =
             std::make_unique<Programm>(ordner.path(), Dienste{.dialoge = dialoge,
                                                               .shell = shell,
+                                                              .speicher = speicher,
                                                               .uhr = uhr,
                                                               .format = format,
                                                               .benutzersprache = benutzersprache,

@@ -21,6 +21,7 @@ TEST_F(Starttest, firstRun_writesLanguageAndDataInOrderAndNeverShowsAgain) {
     ersterLauf = [&](Start& start) {
         ++läufe;
         start.show();
+        EXPECT_EQ(start.focusWidget()->objectName(), u"txt_Name"_s);
         tarvel::kind<QRadioButton>(start, u"opt_Sprache_2"_s).click();
         tarvel::kind<QLineEdit>(start, u"txt_Name"_s).insert(u"Zoë Groß"_s);
         auto& kurz = tarvel::kind<QLineEdit>(start, u"txt_Kurzzeichen"_s);
@@ -78,6 +79,7 @@ TEST_F(Starttest, secondInstance_isToldInItsLanguageAndEnds) {
     TestDialoge andere;
     Programm zweites(ordner.path(), {.dialoge = andere,
                                      .shell = shell,
+                                     .speicher = speicher,
                                      .uhr = uhr,
                                      .format = {},
                                      .benutzersprache = QLocale::German,
@@ -101,6 +103,17 @@ TEST_F(Starttest, startUp_showsMeasuringWithTheLoadHintAndTheSettings) {
     EXPECT_EQ(rassen.itemText(3), u"Buckfast"_s);
     EXPECT_FALSE(kind<QAbstractButton>(u"opt_Fein_4"_s).isEnabled());
     EXPECT_TRUE(kind<QAbstractButton>(u"opt_Fein_5"_s).isEnabled());
+}
+
+TEST_F(Starttest, ownWordingOfTheReport_isLoadedWhenTheSettingsAskForIt) {
+    schreibeIni("[Start]\r\nNeu=False\r\nSprache=1\r\n[Protokoll]\r\nÜbersetzen=0\r\n"
+                "[Translate]\r\nItem505=Cubital index\r\n");
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(programm->übersetzung().front(), QString());
+    programm->einstellungen().schreibe(Einstellung::Übersetzen, 1);
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(programm->übersetzung().front(), u"Cubital index"_s);
+    EXPECT_EQ(programm->übersetzung().back(), u"Secondary peak"_s);
 }
 
 TEST_F(Starttest, languageNumberOutOfRange_loadsNoneAndTheProgramStaysUsable) {

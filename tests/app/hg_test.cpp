@@ -15,7 +15,10 @@ using testing::SizeIs;
 namespace {
 
 struct HGTest : Fenstertest {
-    void SetUp() override { ASSERT_TRUE(starte()); }
+    void SetUp() override {
+        ASSERT_TRUE(starte());
+        hg().resize(1280, 800);
+    }
     QLineEdit& feld(const QString& name) const {
         if (auto* combo = hg().findChild<QComboBox*>(name)) {
             return *combo->lineEdit();
@@ -88,8 +91,8 @@ TEST_F(HGTest, whatCannotBeDoneYet_isDisabledAndTheRestIsNot) {
         EXPECT_FALSE(kind<QAction>(QString::fromUtf16(name)).isEnabled())
             << qPrintable(QString::fromUtf16(name));
     }
-    for (const char16_t* name : {u"men_Datei_5", u"men_Datei_14", u"men_Ansicht_0",
-                                 u"men_Ansicht_11", u"men_Hilfe_0", u"men_Hilfe_4"}) {
+    for (const char16_t* name :
+         {u"men_Datei_5", u"men_Datei_14", u"men_Ansicht_0", u"men_Ansicht_11", u"men_Hilfe_4"}) {
         EXPECT_TRUE(kind<QAction>(QString::fromUtf16(name)).isEnabled())
             << qPrintable(QString::fromUtf16(name));
     }
@@ -114,6 +117,10 @@ TEST_F(HGTest, graphicsProgram_getsThePictureOrIsReportedMissing) {
 }
 
 TEST_F(HGTest, help_opensTheHelpFileOrNamesIt) {
+    EXPECT_FALSE(kind<QAction>(u"men_Hilfe_0"_s).isEnabled()); // without the file
+    QFile hilfe(ordner.filePath(u"Tarvel.chm"_s));
+    ASSERT_TRUE(hilfe.open(QIODevice::WriteOnly));
+    wähle(u"men_Ansicht_0"_s);
     wähle(u"men_Hilfe_0"_s);
     EXPECT_THAT(shell.geöffnet, ElementsAre(ordner.filePath(u"Tarvel.chm"_s)));
     shell.gelingt = false;
@@ -172,6 +179,13 @@ TEST_F(HGTest, closingWithUnsavedMeasurements_asksAndStaysOpenOnNo) {
     EXPECT_EQ(feld(u"txt_Jahr"_s).text(), u"2024"_s); // completed as on leaving the field
     dialoge.antworten = {Antwort::Ja};
     EXPECT_TRUE(hg().close());
+}
+
+TEST_F(HGTest, closingWithColonyDataAlone_asksToo) {
+    QTest::keyClicks(&feld(u"txt_Volk"_s), u"7"_s);
+    EXPECT_FALSE(hg().close());
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(dialoge.fragen[0].verwirft);
 }
 
 TEST_F(HGTest, windowPlaces_areThereAgainAtTheNextStart) {

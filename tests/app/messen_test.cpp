@@ -117,6 +117,31 @@ TEST_F(Messentest, largeScan_goesFromOverviewToWingAndBackForTheNext) {
               u"Drücken Sie die linke Maustaste und schieben Sie das Rechteck auf Flügel 002"_s);
 }
 
+TEST_F(Messentest, digitAfterScrolling_setsThePointBelowThePointer) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({3000, 2400})));
+    wähle(u"men_Ansicht_7"_s);
+    const QPointF zeiger(100, 120);
+    QWidget& fläche = *bild().viewport();
+    QMouseEvent bewegung(QEvent::MouseMove, zeiger, fläche.mapToGlobal(zeiger), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&fläche, &bewegung);
+    QWheelEvent rad(zeiger, fläche.mapToGlobal(zeiger), {}, {0, -240}, Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&fläche, &rad);
+    QTest::keyClick(&bild(), Qt::Key_1);
+    ASSERT_THAT(bild().marken(), SizeIs(1));
+    EXPECT_EQ(bild().zuFenster(bild().marken().front().position), zeiger);
+    QEvent weg(QEvent::Leave);
+    QApplication::sendEvent(&fläche, &weg);
+    QTest::keyClick(&bild(), Qt::Key_2); // the pointer is elsewhere: no place is meant
+    EXPECT_THAT(bild().marken(), SizeIs(1));
+}
+
+TEST_F(Messentest, sheetWithSeveralWings_opensInTheOverview) {
+    ASSERT_TRUE(hg().ladeBild(u":/tarvel/musterblatt.png"_s));
+    EXPECT_TRUE(übersicht().isVisible());
+}
+
 TEST_F(Messentest, selectionAndNudging_workThroughButtonsAndKeys) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
     klick({400, 50});

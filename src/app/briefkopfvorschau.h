@@ -1,0 +1,30 @@
+#pragma once
+
+#include "print/briefkopfbild.h"
+
+#include <QWidget>
+
+namespace tarvel {
+
+/// The upper part of the report's first page to scale, with its letterhead.
+class Briefkopfvorschau : public QWidget {
+public:
+    explicit Briefkopfvorschau(QWidget* parent = nullptr);
+
+    void zeige(const Briefkopf& kopf);
+    /// False when the graphic that the letterhead asks for cannot be shown.
+    [[nodiscard]] bool grafikVorhanden() const { return grafik_.vorhanden(); }
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int breite) const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Briefkopf kopf_;
+    Briefkopfgrafik grafik_;
+};
+
+} // namespace tarvel
