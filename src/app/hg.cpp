@@ -75,7 +75,11 @@ HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher)
 }
 
 HG::~HG() {
+    // Fields that lose the focus while they go still report to what is declared here, and the
+    // toolkit tells of the last change of focus when this window is only a widget any more.
+    disconnect(qApp, nullptr, this, nullptr);
     delete messHilfe_;
+    delete takeCentralWidget();
 }
 
 void HG::baueFläche() {
