@@ -29,7 +29,7 @@ const Einstellungszeile& zeileVon(Einstellung id) {
 } // namespace
 
 void Optionsfelder::textfeld(Einstellung id, QLineEdit* zeile,
-                             std::function<void(const QString&)> zeige) {
+                             const std::function<void(const QString&)>& zeige) {
     const Einstellungszeile& eintrag = zeileVon(id);
     zeile->setMaxLength(std::min(zeile->maxLength(), eintrag.puffer - 1));
     // A key without a value reads as its default, so an emptied field shows that at once.

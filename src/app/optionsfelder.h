@@ -58,7 +58,8 @@ private:
         std::function<QString()> wert;
         std::function<void()> gespeichert = {};
     };
-    void textfeld(Einstellung id, QLineEdit* zeile, std::function<void(const QString&)> zeige);
+    void textfeld(Einstellung id, QLineEdit* zeile,
+                  const std::function<void(const QString&)>& zeige);
 
     std::vector<Feld> felder_;
 };

@@ -82,7 +82,7 @@ bool verweigert(Tastenfilter filter, const QString& text) {
 Rassenseite::Rassenseite(const Texte& texte, Zahlenformat format, QWidget* parent)
     : QWidget(parent)
     , texte_(texte)
-    , format_(format)
+    , format_(std::move(format))
     , piepston_([] { QApplication::beep(); })
     , tbs_Rasse_(new QTabBar)
     , blatt_(new QWidget)
