@@ -303,6 +303,8 @@ bool Messplatz::zeigeMessen() {
         }();
         if (pixel == nullptr) {
             meldeBildfehler(fehler, datei_->pfad());
+            // Never a measuring view without a picture: points set there would mean nothing.
+            wechsle(Zustand::Übersicht);
             zeigeStandhinweis();
             return false;
         }
@@ -476,6 +478,9 @@ int Messplatz::nächsterGesetzter(float x, float y) const {
 }
 
 void Messplatz::drück(const Zeigerereignis& e) {
+    if (bild_->bild().isNull()) {
+        return;
+    }
     if (e.taste == Qt::LeftButton && e.umschalt.testFlag(Qt::ControlModifier)) {
         gezogen_ = nächsterGesetzter(e.x, e.y);
         zugBegonnen_ = false;

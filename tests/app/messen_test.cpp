@@ -258,6 +258,20 @@ TEST_F(Messentest, unreadablePictures_areSaidAndChangeNothing) {
     }
 }
 
+TEST_F(Messentest, pictureThatVanishesBeforeMeasuring_leavesTheOverviewAndNoPlaceForPoints) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320}, u"klein.png"_s))); // the measuring view is open
+    const QString bmp = maleBild({3600, 2400}, u"groß.bmp"_s);
+    ASSERT_TRUE(hg().ladeBild(bmp));
+    ASSERT_TRUE(QFile::remove(bmp));
+    wähle(u"men_Ansicht_7"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Die Bilddatei wurde nicht gefunden."_s));
+    EXPECT_TRUE(übersicht().isVisible());
+    EXPECT_FALSE(bild().isVisible());
+    maus(QEvent::MouseButtonPress, {10, 10}, Qt::LeftButton);
+    EXPECT_THAT(bild().marken(), IsEmpty());
+}
+
 TEST_F(Messentest, anotherPictureWithPointsSet_asksFirst) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
     klick({400, 50});
