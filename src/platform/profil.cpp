@@ -292,6 +292,11 @@ bool Profil::sichern() {
     return geschrieben;
 }
 
+QByteArray alsProfilwert(QByteArrayView wert) {
+    const bool verändert = ohneAnfuehrung(getrimmt(wert)) != wert;
+    return verändert ? '"' + wert.toByteArray() + '"' : wert.toByteArray();
+}
+
 QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
                                     std::optional<QByteArrayView> key,
                                     std::optional<QByteArrayView> vorgabe, int size,

@@ -50,6 +50,10 @@ private:
     bool ungesichert_ = false;
 };
 
+/// @p wert as it must stand in the file to be read back unchanged: in quotes where the reading
+/// would take off blanks or quotes around it.
+[[nodiscard]] QByteArray alsProfilwert(QByteArrayView wert);
+
 /// One value from the profile file @p path, cut to @p size - 1 bytes; when section or key is
 /// missing, @p vorgabe without its trailing blanks, cut the same way. Without @p key the names of
 /// the section's keys, without @p section the names of all sections, each followed by a NUL, cut to

@@ -90,14 +90,6 @@ QByteArray bytes(QStringView text) {
     return nachCodepage1252(text.toString());
 }
 
-/// @p wert as it must stand in the file to be read back unchanged.
-QByteArray gespeichert(const QString& wert) {
-    const QByteArray roh = bytes(wert);
-    const bool umschlossen =
-        roh.size() >= 2 && roh.front() == roh.back() && (roh.front() == '"' || roh.front() == '\'');
-    return umschlossen || roh.trimmed() != roh ? '"' + roh + '"' : roh;
-}
-
 } // namespace
 
 std::span<const Einstellungszeile> einstellungstabelle() {
@@ -106,7 +98,7 @@ std::span<const Einstellungszeile> einstellungstabelle() {
 
 void setze(Profil& profil, Einstellung id, const QString& wert) {
     const Einstellungszeile& z = zeile(id);
-    profil.setze(bytes(z.abschnitt), bytes(z.schlüssel), gespeichert(wert));
+    profil.setze(bytes(z.abschnitt), bytes(z.schlüssel), alsProfilwert(bytes(wert)));
 }
 
 Einstellungen::Einstellungen(QString IniPfad)
