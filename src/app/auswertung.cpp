@@ -45,9 +45,11 @@ void Auswertung::aktualisiere() {
     const Messreihe& reihe = untersuchung_.reihe();
     const Merkmalauswertung marken =
         MerkmaleAuswerten(untersuchung_.merkmale(), e.schalter(Einstellung::OhneHaarlänge));
-    beurteilung_ =
-        beurteile({.Tiere = tiere, .Klassen = klassenCI(reihe), .Merkmale = marken.Texte},
-                  standard_, e.schalter(Einstellung::Beurteilung));
+    beurteilung_ = beurteile({.Tiere = tiere,
+                              .Klassen = klassenCI(reihe),
+                              .Merkmale = marken.Texte,
+                              .Merkmalfehler = marken.Fehler},
+                             standard_, e.schalter(Einstellung::Beurteilung));
 
     Kurvenbild kurven = kurvenbild(reihe, standard_, tiere, beurteilung_,
                                    kurvenform(e.zahl(Einstellung::Kurvenform)),
@@ -62,7 +64,7 @@ void Auswertung::aktualisiere() {
     const QString nummer = untersuchung_.angaben().UNr.trimmed();
     kurven_->setVorschlag(nummer.isEmpty() ? u"kurven"_s : nummer + u"-kurven"_s);
     korrel_->setVorschlag(nummer.isEmpty() ? u"korrelation"_s : nummer + u"-korrelation"_s);
-    urteil_->zeige(beurteilung_, rasse);
+    urteil_->zeige(beurteilung_, rasse, umgebung_.format);
 }
 
 void Auswertung::zeigeMerkmale() {

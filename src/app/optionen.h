@@ -32,6 +32,10 @@ public:
     /// shown, when the file could not be written; it is unchanged then.
     bool OKStart();
 
+    /// Whether a control of the general page says something else than when the dialog was opened;
+    /// a cancelled dialog has changed nothing.
+    [[nodiscard]] bool geändert(Einstellung id) const { return karte1_2_.geändert(id); }
+
     /// Loads everything again, which discards what was changed.
     void reject() override;
 

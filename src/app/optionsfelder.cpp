@@ -94,9 +94,16 @@ void Optionsfelder::nurSchreiben(Einstellung id, std::function<int()> wert) {
 }
 
 void Optionsfelder::laden(const Einstellungen& einstellungen) {
-    for (const Feld& feld : felder_) {
+    for (Feld& feld : felder_) {
         feld.laden(einstellungen);
+        feld.gezeigt = feld.wert();
     }
+}
+
+bool Optionsfelder::geändert(Einstellung id) const {
+    return std::any_of(felder_.begin(), felder_.end(), [id](const Feld& feld) {
+        return feld.id == id && feld.wert() != feld.gezeigt;
+    });
 }
 
 void Optionsfelder::speichern(Profil& profil) const {

@@ -50,6 +50,9 @@ public:
     void speichernGeänderte(Profil& profil, const Einstellungen& einstellungen) const;
     /// To be called when what speichern put into the profile has reached the file.
     void gespeichert();
+    /// Whether the control says something else now than after the last reading. A default that it
+    /// showed for a missing key is no change. False for a setting that is not tied.
+    [[nodiscard]] bool geändert(Einstellung id) const;
 
 private:
     struct Feld {
@@ -57,6 +60,7 @@ private:
         std::function<void(const Einstellungen&)> laden;
         std::function<QString()> wert;
         std::function<void()> gespeichert = {};
+        QString gezeigt = {}; ///< value after the last reading
     };
     void textfeld(Einstellung id, QLineEdit* zeile,
                   const std::function<void(const QString&)>& zeige);

@@ -107,6 +107,7 @@ Beurteilung beurteile(const Probe& probe, const Rassestandard& standard, bool Be
     Beurteilung beurteilung;
     beurteilung.BewertungAktiv = BewertungAktiv;
     beurteilung.leer = probe.leer();
+    beurteilung.fehler = probe.Merkmalfehler;
     prüfeMerkmale(beurteilung, probe, standard);
     prüfeKlassen(beurteilung, probe, standard);
     if (probe.Tiere == Geschlecht::Arbeiterinnen) {
@@ -119,7 +120,8 @@ Beurteilung beurteile(const Probe& probe, const Rassestandard& standard, bool Be
         }
         beurteilung.nebengipfel.reset();
     }
-    beurteilung.EntsprichtRasse = beurteilung.mängel().empty();
+    beurteilung.EntsprichtRasse =
+        beurteilung.mängel().empty() && !(BewertungAktiv && beurteilung.fehler);
     return beurteilung;
 }
 

@@ -18,8 +18,12 @@ struct Probe {
     Geschlecht Tiere = Geschlecht::Arbeiterinnen;
     std::vector<int> Klassen; ///< classes of the cubital index, one for each wing
     QStringList Merkmale;     ///< summary texts of the body marks: Merkmalauswertung::Texte
+    /// Why there are marks but no summary of them: Merkmalauswertung::Fehler.
+    std::optional<Anteilfehler> Merkmalfehler = {};
 
-    [[nodiscard]] bool leer() const { return Klassen.empty() && Merkmale.isEmpty(); }
+    [[nodiscard]] bool leer() const {
+        return Klassen.empty() && Merkmale.isEmpty() && !Merkmalfehler;
+    }
 };
 
 /// One check of the judgement.
@@ -47,13 +51,14 @@ struct Prüfwert {
 /// What a sample is worth as bees of a race.
 struct Beurteilung {
     bool BewertungAktiv = false; ///< off: nothing is marked and there is no verdict
+    /// No check failed. False when a share could not be computed: nothing is known to conform then.
     bool EntsprichtRasse = true;
     /// Every check in the order of the report: body colour, hair, tomentum, classes, secondary
     /// peak.
     std::vector<Prüfwert> werte;
     /// Class of the secondary peak, if there is one.
     std::optional<int> nebengipfel;
-    /// Set when a share of classes could not be computed.
+    /// Set when a share of marks or classes could not be computed.
     std::optional<Anteilfehler> fehler;
     /// Neither wings nor marks were judged.
     bool leer = true;

@@ -170,6 +170,9 @@ void Diagrammansicht::mousePressEvent(QMouseEvent* event) {
     }
     const std::vector<int> flügel = flügelAn(event->position(), stellen());
     if (flügel.empty()) {
+        if (!hervorgehoben().empty()) {
+            wähle({});
+        }
         return;
     }
     const auto ort = std::find_if(stellen_.begin(), stellen_.end(), [&](const Diagrammstelle& s) {

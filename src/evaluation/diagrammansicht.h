@@ -17,8 +17,8 @@ class QAction;
 namespace tarvel {
 
 /// A view with one chart: "Kurven" or "Korrel". Pointing at a bar or cross names its wings, a click
-/// chooses them. By keyboard: arrow keys, Home and End go from bar to bar or wing to wing, Enter
-/// and blank choose, the menu key opens the context menu.
+/// chooses them, a click beside them chooses none. By keyboard: arrow keys, Home and End go from
+/// bar to bar or wing to wing, Enter and blank choose, the menu key opens the context menu.
 class Diagrammansicht : public QWidget {
 public:
     enum class Art { Kurven, Korrel };
@@ -48,7 +48,7 @@ public:
     bool speichere(const QString& pfad, Diagrammformat format);
     void kopiere();
 
-    /// The chosen wings, ascending.
+    /// Called with the chosen wings, ascending; with none when the choice was taken back.
     std::function<void(const std::vector<int>& flügel)> beiWahl;
 
     [[nodiscard]] QSize sizeHint() const override { return {900, 640}; }

@@ -30,6 +30,7 @@ constexpr Bereich ÄußersterHI{0.5, 1.5};
 
 constexpr QStringView FormatHI = u"0.000";
 constexpr QStringView FormatDV = u"+0.0;-0.0;0.0";
+constexpr QStringView FormatFlügelDV = u"+0.0#;-0.0#;0.0"; // as fine as a boundary line
 constexpr QStringView FormatGrenzeDV = u"+0.00;-0.00;0.00";
 
 struct Layout {
@@ -348,15 +349,14 @@ Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschle
     std::vector<float> HI;
     std::vector<float> DV;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
-        const std::optional<double> hi = getippteZahl(zeile.hi);
-        const std::optional<double> dv = getippteZahl(zeile.dv);
-        if (!hi || !dv) {
+        if (!getippteZahl(zeile.hi) || !getippteZahl(zeile.dv)) {
             continue;
         }
         HI.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::HI, zeile.hi));
         DV.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::DV, zeile.dv));
-        bild.flügel.push_back({zeile.nummer, static_cast<double>(HI.back()),
-                               static_cast<double>(DV.back()), bild.bereich.enthält(*hi, *dv)});
+        const double hi = HI.back();
+        const double dv = DV.back();
+        bild.flügel.push_back({zeile.nummer, hi, dv, bild.bereich.enthält(hi, dv)});
     }
     bild.HI = kennzahlen(HI);
     bild.DV = kennzahlen(DV);
@@ -381,7 +381,7 @@ std::vector<Diagrammstelle> korrelstellen(const QRectF& rahmen, const Korrelbild
         const QRectF innen(l.ort(p) - QPointF(Zeigeradius, Zeigeradius),
                            QSizeF(2 * Zeigeradius, 2 * Zeigeradius));
         QString text = bild.worte.HI + u' ' + Format(p.HI, FormatHI, bild.format) + u", "_s +
-                       bild.worte.DV + u' ' + Format(p.DV, FormatDV, bild.format);
+                       bild.worte.DV + u' ' + Format(p.DV, FormatFlügelDV, bild.format);
         if (!p.imBereich) {
             text += u", "_s + bild.worte.nichtImVertrauensbereich;
         }

@@ -57,8 +57,9 @@ struct Korrelbild {
     [[nodiscard]] int anteilImBereich() const;
 };
 
-/// The correlation of a series, without words. A wing is inside by what its line in the list says,
-/// so a stored examination gives the same share again. Wings without both figures are left out.
+/// The correlation of a series, without words. A wing is inside by the figures that its cross is
+/// drawn from: the chart values, or what its line in the list says where there are none. Wings
+/// whose line lacks one of the two figures are left out.
 [[nodiscard]] Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien,
                                     Geschlecht tiere);
 

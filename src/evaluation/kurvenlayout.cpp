@@ -27,6 +27,7 @@ const Indexachse AchseCI{.klassen = KlassenzahlCI,
                          .lage = &klassenlageCI,
                          .werte = WerteCI,
                          .wertformat = u"0.00",
+                         .grenzformat = u"0.00",
                          .markenformat = u"0.0",
                          .streuungsformat = u"0.00",
                          .klassennummern = true,
@@ -35,6 +36,7 @@ const Indexachse AchseHI{.klassen = KlassenzahlHI,
                          .lage = &klassenlageHI,
                          .werte = WerteHI,
                          .wertformat = u"0.000",
+                         .grenzformat = u"0.000",
                          .markenformat = u"0.0",
                          .streuungsformat = u"0.000",
                          .klassennummern = true,
@@ -43,6 +45,7 @@ const Indexachse AchseDV{.klassen = KlassenzahlDV,
                          .lage = &klassenlageDV,
                          .werte = WerteDV,
                          .wertformat = u"+0.0;-0.0;0.0",
+                         .grenzformat = u"+0.00;-0.00;0.00",
                          .markenformat = u"+0;-0;0",
                          .streuungsformat = u"0.0",
                          .klassennummern = false,
@@ -145,7 +148,6 @@ std::vector<Fahne> fahnen(const Feld& f, const Kurvenbild& bild, std::optional<d
             liste.push_back(std::move(fahne));
         }
     };
-    const auto zahl = [&](double wert) { return Format(wert, f.achse->wertformat, bild.format); };
     if (rassemittel) {
         füge(*rassemittel, {.text = bild.rasse + u' ' + Format(*rassemittel, u"0.0", bild.format),
                             .farbe = stil.rasse,
@@ -153,14 +155,16 @@ std::vector<Fahne> fahnen(const Feld& f, const Kurvenbild& bild, std::optional<d
     }
     if (f.verteilung->grenzlinie) {
         füge(*f.verteilung->grenzlinie,
-             {.text = bild.worte.grenzlinie + u' ' + zahl(*f.verteilung->grenzlinie),
+             {.text = bild.worte.grenzlinie + u' ' +
+                      Format(*f.verteilung->grenzlinie, f.achse->grenzformat, bild.format),
               .farbe = stil.blass,
               .art = Qt::DashDotLine,
               .bündig = Qt::AlignRight});
     }
     if (f.verteilung->kennzahlen) {
         const double mittel = f.verteilung->kennzahlen->mittelwert;
-        füge(mittel, {.text = bild.worte.mittelwert + u' ' + zahl(mittel),
+        füge(mittel, {.text = bild.worte.mittelwert + u' ' +
+                              Format(mittel, f.achse->wertformat, bild.format),
                       .farbe = stil.probe,
                       .fett = true});
     }

@@ -27,7 +27,8 @@ struct Indexachse {
     int klassen;
     double (*lage)(double);        ///< class position of a value
     std::span<const double> werte; ///< at the axis, the most wanted first
-    QStringView wertformat;        ///< of mean and boundary line
+    QStringView wertformat;        ///< of the mean
+    QStringView grenzformat;       ///< of the boundary line, as it is defined
     QStringView markenformat;      ///< of the values at the axis
     QStringView streuungsformat;
     bool klassennummern;

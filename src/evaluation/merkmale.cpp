@@ -361,9 +361,11 @@ int ersterPlatz(Geschlecht tiere, Merkmalgruppe gruppe) {
 }
 
 bool Merkmale::leer() const {
-    return Modus == Merkmalmodus::Liste
-               ? Liste.isEmpty()
-               : std::all_of(Summen.begin(), Summen.end(), [](int n) { return n == 0; });
+    return Modus == Merkmalmodus::Liste ? Liste.isEmpty() : Summen == Merkmalzahlen{};
+}
+
+bool Merkmale::etwasEingetragen() const {
+    return !Liste.isEmpty() || Summen != Merkmalzahlen{};
 }
 
 int nächsteBiene(const Merkmale& merkmale) {
@@ -401,9 +403,13 @@ bool MerkmalEntfernen(Merkmale& merkmale, int zeile) {
 }
 
 void setzeModus(Merkmale& merkmale, Merkmalmodus modus) {
-    if (modus == Merkmalmodus::Summen && merkmale.Modus == Merkmalmodus::Liste &&
-        !merkmale.Liste.isEmpty()) {
-        merkmale.Summen = zähle(merkmale.Liste, merkmale.Tiere);
+    if (modus != merkmale.Modus) {
+        const Merkmalzahlen gezählt = zähle(merkmale.Liste, merkmale.Tiere);
+        if (modus == Merkmalmodus::Liste && merkmale.Summen == gezählt) {
+            merkmale.Summen = {};
+        } else if (modus == Merkmalmodus::Summen && merkmale.Summen == Merkmalzahlen{}) {
+            merkmale.Summen = gezählt;
+        }
     }
     merkmale.Modus = modus;
 }

@@ -58,6 +58,8 @@ struct Merkmale {
 
     /// Nothing was entered in the mode that counts.
     [[nodiscard]] bool leer() const;
+    /// Something was entered in either mode, which clearing would lose.
+    [[nodiscard]] bool etwasEingetragen() const;
 
     bool operator==(const Merkmale&) const = default;
 };
@@ -94,8 +96,9 @@ inline constexpr int HöchsteBienennummer = 999;
 /// Removes a line of the list by its place from 0; the other bees keep their numbers, because a
 /// number belongs to a bee. False when there is no such line.
 [[nodiscard]] bool MerkmalEntfernen(Merkmale& merkmale, int zeile);
-/// Changes between list and sums. The sums begin with the counts of a list that is not empty; the
-/// list stays and counts again when its mode comes back.
+/// Changes between list and sums. Both stay and count again when their mode comes back. Sums into
+/// which nothing was typed begin with the counts of the list; if they are left with just these,
+/// they are empty again and follow the list.
 void setzeModus(Merkmale& merkmale, Merkmalmodus modus);
 /// Another caste has other marks, so changing it clears list and sums. The mode stays.
 void setzeTiere(Merkmale& merkmale, Geschlecht tiere);

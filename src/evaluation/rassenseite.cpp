@@ -71,6 +71,13 @@ QString getippt(const QEvent* ereignis) {
     return taste->text();
 }
 
+/// What cannot be typed may be pasted. The limit is that of the other numbers of a standard.
+bool istAnteil(QStringView text) {
+    constexpr double Größter = 32767;
+    const double zahl = prozentzahl(text);
+    return zahl >= 0 && zahl <= Größter;
+}
+
 bool verweigert(Tastenfilter filter, const QString& text) {
     return std::ranges::any_of(text, [filter](QChar zeichen) {
         return (zeichen.isPrint() || zeichen == u'\b') && !erlaubt(filter, zeichen);
@@ -142,9 +149,13 @@ QLabel* Rassenseite::label(Text wort) {
 }
 
 /// Label of a row of a group. Those of all groups are equally wide, so their fields stand in line.
-QLabel* Rassenseite::zeilenkopf(Text wort) {
-    zeilenköpfe_.push_back(label(wort));
-    return zeilenköpfe_.back();
+QLabel* Rassenseite::zeilenkopf(Text wort, const QString& nummer) {
+    auto* kopf = new QLabel;
+    beschriftungen_.emplace_back([this, kopf, wort, nummer] {
+        kopf->setText(nummer.isEmpty() ? texte_(wort) : texte_(wort) + u' ' + nummer);
+    });
+    zeilenköpfe_.push_back(kopf);
+    return kopf;
 }
 
 QLineEdit* Rassenseite::feld(QStringView schlüssel, Standardgruppe gruppe, const QString& name,
@@ -212,11 +223,12 @@ QWidget* Rassenseite::klassenzeile(Standardgruppe gruppe, QStringView bereich, Q
     layout->setContentsMargins(0, 0, 0, 0);
     const QString nummer = bereich.last(1).toString();
     const Text wort = anteil.isEmpty() ? Text::Nebengipfel : Text::Klasse;
-    layout->addWidget(feld(bereich, gruppe, u"txt_CIK_"_s + nummer, wort));
+    const QString code = anteil.isEmpty() ? QString() : nummer;
+    layout->addWidget(feld(bereich, gruppe, u"txt_CIK_"_s + nummer, wort, code));
     if (!anteil.isEmpty()) {
         layout->addWidget(new QLabel(u"≤"_s));
         layout->addWidget(
-            feld(anteil, gruppe, u"txt_CI_"_s + (gruppe == Drohn ? u"2"_s : nummer), wort));
+            feld(anteil, gruppe, u"txt_CI_"_s + (gruppe == Drohn ? u"2"_s : nummer), wort, code));
     }
     layout->addStretch();
     return zeile;
@@ -237,8 +249,8 @@ QGroupBox* Rassenseite::gruppeArbeiterinnen() {
                      merkmalzeile(Arbeit, u"txt_Filz"_s, Text::Filzbinden,
                                   {u"Filzbinden F_", u"Filzbinden ff", u"Filzbinden f"}));
     formular->addRow(zeilenkopf(Text::Mittelwert), mittelwert(Arbeit, u"CI Mittel A"));
-    formular->addRow(zeilenkopf(Text::Klasse), klassenzeile(Arbeit, u"Klasse 0", u"max 0"));
-    formular->addRow(zeilenkopf(Text::Klasse), klassenzeile(Arbeit, u"Klasse 1", u"max 1"));
+    formular->addRow(zeilenkopf(Text::Klasse, u"0"_s), klassenzeile(Arbeit, u"Klasse 0", u"max 0"));
+    formular->addRow(zeilenkopf(Text::Klasse, u"1"_s), klassenzeile(Arbeit, u"Klasse 1", u"max 1"));
     formular->addRow(zeilenkopf(Text::Nebengipfel), klassenzeile(Arbeit, u"Klasse 2", {}));
     return gruppe;
 }
@@ -257,7 +269,7 @@ QGroupBox* Rassenseite::gruppeDrohnen() {
         merkmalzeile(Drohn, u"txt_Haarfarbe"_s, Text::Haarfarbe,
                      {u"Haarfarbe gr", u"Haarfarbe br", u"Haarfarbe ge", u"Haarfarbe sch"}));
     formular->addRow(zeilenkopf(Text::Mittelwert), mittelwert(Drohn, u"CI Mittel D"));
-    formular->addRow(zeilenkopf(Text::Klasse), klassenzeile(Drohn, u"Klasse 3", u"max 3"));
+    formular->addRow(zeilenkopf(Text::Klasse, u"3"_s), klassenzeile(Drohn, u"Klasse 3", u"max 3"));
     return gruppe;
 }
 
@@ -341,9 +353,11 @@ void Rassenseite::beschrifte() {
     bef_Standardwerte_->setToolTip(texte_(Text::Standardwerte));
     for (const Feld& f : felder_) {
         QString name = texte_(f.wort);
+        if (!f.code.isEmpty()) {
+            name += u' ' + f.code;
+        }
         switch (f.zeile->art) {
         case Werteart::Prozent:
-            name += u' ' + f.code;
             f.eingabe->setToolTip(texte_(Meldung::HöchsterAnteil));
             break;
         case Werteart::Bereich:
@@ -484,15 +498,25 @@ void Rassenseite::zeige() {
 }
 
 /// Brings the text of a field into its usual form and takes it over. A decimal beyond what can be
-/// stored gives way to the value before.
+/// stored, or a percentage that can be no share, gives way to the value before. Whoever defines a
+/// boundary line here wants it to apply.
 void Rassenseite::verlassen(const Feld& f) {
-    const bool text = istText(f.zeile->art);
-    const QString alt = f.eingabe->text();
-    if (!text && alt == anzeigetext(*f.zeile, gezeigt(), format_)) {
+    const Standardzeile& zeile = *f.zeile;
+    const bool text = istText(zeile.art);
+    const QString getippt = f.eingabe->text();
+    const QString vorher = anzeigetext(zeile, gezeigt(), format_);
+    if (!text && getippt == vorher) {
         return;
     }
-    übernehme(*f.zeile, gezeigt(), text ? normalisiert(f.zeile->art, alt, format_) : alt);
-    f.eingabe->setText(anzeigetext(*f.zeile, gezeigt(), format_));
+    if (zeile.art != Werteart::Prozent || istAnteil(getippt)) {
+        übernehme(zeile, gezeigt(), text ? normalisiert(zeile.art, getippt, format_) : getippt);
+    }
+    const QString nachher = anzeigetext(zeile, gezeigt(), format_);
+    f.eingabe->setText(nachher);
+    if (zeile.gruppe == Linien && nachher != vorher) {
+        setze(Linien, u"Korrelation", 0);
+        opt_Korrelation_[1]->setChecked(true);
+    }
 }
 
 /// The same for what was typed into fields that have not been left yet.

@@ -64,7 +64,7 @@ private:
         const Standardzeile* zeile;
         QLineEdit* eingabe;
         Text wort;
-        QString code; ///< code of the mark beside it; empty for other values
+        QString code; ///< code of the mark, or number of the range, beside it; else empty
     };
     using Standards = std::array<Rassestandard, Rassenzahl>;
 
@@ -82,7 +82,7 @@ private:
     QGroupBox* gruppeDrohnen();
     QGroupBox* gruppeLinien();
     QLabel* label(Text wort);
-    QLabel* zeilenkopf(Text wort);
+    QLabel* zeilenkopf(Text wort, const QString& nummer = {});
     void beschrifte();
 
     void zeige();

@@ -7,10 +7,10 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-QString mangeltext(const Prüfwert& mangel, const Texte& texte) {
+QString mangeltext(const Prüfwert& mangel, const Texte& texte, const Zahlenformat& format) {
     const QString bereich = klassenbereichtext(mangel.bereich);
     const QString gemessen = QString::number(mangel.gemessen.value_or(0));
-    const QString erlaubt = QString::number(mangel.erlaubt);
+    const QString erlaubt = zahltext(mangel.erlaubt, format);
     switch (mangel.art) {
     case Prüfung::Klassen:
         return texte(Meldung::MangelKlassen).arg(bereich, gemessen, erlaubt);
@@ -44,10 +44,18 @@ Urteilsanzeige::Urteilsanzeige(const Texte& texte, QWidget* parent)
     beschrifte();
 }
 
-void Urteilsanzeige::zeige(const Beurteilung& beurteilung, const QString& rasse) {
+void Urteilsanzeige::zeige(const Beurteilung& beurteilung, const QString& rasse,
+                           const Zahlenformat& format) {
     beurteilung_ = beurteilung;
     rasse_ = rasse;
+    format_ = format;
     beschrifte();
+}
+
+QString Urteilsanzeige::fehlertext(Anteilfehler fehler) const {
+    return fehler == Anteilfehler::Überlauf
+               ? texte_(Meldung::BewertungUnmöglich)
+               : texte_(Meldung::MerkmaleOhnePanzer).arg(texte_(Text::Panzerzeichen));
 }
 
 void Urteilsanzeige::beschrifte() {
@@ -57,12 +65,12 @@ void Urteilsanzeige::beschrifte() {
     if (!beurteilung_.BewertungAktiv) {
         urteil = texte_(Meldung::BewertungAus);
     } else if (beurteilung_.fehler) {
-        urteil = texte_(Meldung::BewertungUnmöglich);
+        urteil = fehlertext(*beurteilung_.fehler);
     } else if (const std::optional<bool> ja = beurteilung_.urteil()) {
         // The sign says it too, for those who read no colour and no long sentence.
         urteil = (*ja ? u"✓ "_s : u"✗ "_s) + texte_(urteilssatz(*ja)) + u' ' + rasse_;
         for (const Prüfwert& mangel : beurteilung_.mängel()) {
-            mängel << u"• "_s + mangeltext(mangel, texte_);
+            mängel << u"• "_s + mangeltext(mangel, texte_, format_);
         }
     } else {
         urteil = texte_(Meldung::NochKeineMessung);

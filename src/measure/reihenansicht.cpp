@@ -180,6 +180,23 @@ void Tabellenansicht::beschrifte() {
     kennzahlen_->setAccessibleName(texte_(Meldung::LeisteStatistik));
 }
 
+void Tabellenansicht::wähle(const std::vector<int>& gewählt) {
+    QItemSelectionModel& auswahl = *flügel_->selectionModel();
+    auswahl.clear();
+    for (int zeile = 0; zeile < modelle_.flügel().rowCount(); ++zeile) {
+        if (std::find(gewählt.begin(), gewählt.end(), modelle_.flügel().nummer(zeile)) ==
+            gewählt.end()) {
+            continue;
+        }
+        const QModelIndex index = modelle_.flügel().index(zeile, 0);
+        if (!auswahl.currentIndex().isValid()) {
+            auswahl.setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+            flügel_->scrollTo(index);
+        }
+        auswahl.select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+}
+
 int Tabellenansicht::gewählteNummer() const {
     return modelle_.flügel().nummer(flügel_->currentIndex().row());
 }

@@ -48,6 +48,8 @@ public:
 
     /// Wing number of the current row, 0 for none.
     [[nodiscard]] int gewählteNummer() const;
+    /// Selects the rows of these wings and makes the first of them the current one.
+    void wähle(const std::vector<int>& nummern);
 
 private:
     void beschrifte();

@@ -5,11 +5,16 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QStackedWidget>
+#include <QDialog>
+#include <QLineEdit>
+#include <QListView>
+#include <QTableView>
+#include <QTimer>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace {
@@ -19,17 +24,56 @@ struct Auswertungstest : Fenstertest {
         ASSERT_TRUE(starte());
         hg().resize(1280, 800);
     }
-    /// Measures a wing whose cubital index is @p a / 20 by clicks, with sensible other points.
-    void miss(double a) const {
-        for (const QPointF& punkt :
-             {QPointF(400, 50), QPointF(92, 75), QPointF(360, 56), QPointF(288, 62),
-              QPointF(237 + a, 147), QPointF(237, 147), QPointF(217, 147), QPointF(292, 201)}) {
+    /// Measures a wing whose cubital index is @p a / 20 by clicks, with sensible other points;
+    /// @p verschoben pixels change its discoidal shift.
+    void miss(double a, double verschoben = 0) const {
+        for (const QPointF& punkt : {QPointF(400, 50), QPointF(92, 75), QPointF(360, 56),
+                                     QPointF(288, 62), QPointF(237 + a, 147), QPointF(237, 147),
+                                     QPointF(217, 147), QPointF(292 + verschoben, 201)}) {
             klick(punkt);
         }
         klick({500, 250}, Qt::RightButton);
     }
     QString text(const QString& label) const { return kind<QLabel>(label).text(); }
     void drücke(const QString& knopf) const { kind<QAbstractButton>(knopf).click(); }
+    void tippe(const QString& feld, const QString& eingabe) const {
+        auto& zeile = kind<QLineEdit>(feld);
+        zeile.setFocus();
+        zeile.selectAll();
+        QTest::keyClicks(&zeile, eingabe);
+    }
+    /// The wing numbers that the selected lines of a list or table begin with.
+    std::vector<int> gewählt(const QString& liste) const {
+        std::vector<int> nummern;
+        const auto& ansicht = kind<QAbstractItemView>(liste);
+        for (const QModelIndex& index : ansicht.selectionModel()->selectedIndexes()) {
+            if (index.column() == 0) {
+                nummern.push_back(index.data().toString().left(3).toInt());
+            }
+        }
+        return nummern;
+    }
+    Diagrammansicht& diagramm(const QString& name) const {
+        return static_cast<Diagrammansicht&>(kind<QWidget>(name));
+    }
+    /// Clicks the cross or bar of one wing.
+    void klickeAuf(Diagrammansicht& diagramm, int flügel) const {
+        for (const Diagrammstelle& stelle : std::vector(diagramm.stellen())) {
+            if (stelle.flügel == std::vector{flügel}) {
+                QTest::mouseClick(&diagramm, Qt::LeftButton, {}, stelle.fläche.center().toPoint());
+            }
+        }
+    }
+    /// Does something in the options dialog and presses one of its buttons.
+    void inOptionen(const std::function<void(QDialog&)>& tun,
+                    const QString& knopf = u"bef_OK"_s) const {
+        QTimer::singleShot(0, &hg(), [tun, knopf] {
+            auto& dialog = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+            tun(dialog);
+            tarvel::kind<QAbstractButton>(dialog, knopf).click();
+        });
+        wähle(u"men_Extras_9"_s);
+    }
 };
 
 } // namespace
@@ -56,21 +100,94 @@ TEST_F(Auswertungstest, verdict_followsWingsMarksAndRaceAtOnce) {
     EXPECT_TRUE(text(u"lab_Mängel"_s).contains(u"• 2R: 100 %, allowed 0 %"_s));
 }
 
+TEST_F(Auswertungstest, verdict_isWithheldWhileAShareCannotBeComputed) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
+    miss(60);
+    wähle(u"men_Ansicht_2"_s);
+    drücke(u"opt_Modus_1"_s);
+    tippe(u"txt_Anzahl_A_3"_s, u"400"_s); // 2R: none is allowed
+    EXPECT_EQ(
+        text(u"lab_Urteil"_s),
+        u"Die Probe ist zu groß für eine Beurteilung: mehr als 327 gleiche Bienen oder Flügel."_s);
+    EXPECT_EQ(hg().beurteilung().urteil(), std::nullopt);
+    tippe(u"txt_Anzahl_A_3"_s, u"0"_s);
+    tippe(u"txt_Anzahl_A_4"_s, u"5"_s); // hair but no colour
+    EXPECT_EQ(text(u"lab_Urteil"_s),
+              u"Die Anteile können nicht berechnet werden: Bei 'Panzerzeichen' ist keine Biene "
+              "eingetragen. Tragen Sie dort die Zahl der Bienen ein."_s);
+    tippe(u"txt_Anzahl_A_0"_s, u"5"_s);
+    EXPECT_TRUE(text(u"lab_Urteil"_s).startsWith(u"✓"_s));
+}
+
+TEST_F(Auswertungstest, reasons_useThePersonsDecimalSeparator) {
+    schreibeIni("[Start]\r\nNeu=False\r\n[Merkmale Arbeiterinnen]\r\nPanzer EC-=12.5%\r\n");
+    ASSERT_TRUE(starte(Zahlenformat{u',', u'.'}));
+    wähle(u"men_Ansicht_2"_s);
+    drücke(u"opt_Panzer_A_1"_s);
+    drücke(u"bef_Übernehmen"_s);
+    EXPECT_EQ(text(u"lab_Mängel"_s), u"• E: 100 %, erlaubt 12,5 %"_s);
+}
+
 TEST_F(Auswertungstest, charts_showTheSeriesAndAClickSelectsInTheLists) {
     ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
     miss(60);
-    miss(62);
+    miss(30, 6);
     for (const auto& [befehl, ansicht] :
          {std::pair{u"men_Ansicht_3"_s, u"pic_Kurven"_s}, {u"men_Ansicht_4"_s, u"pic_Korrel"_s}}) {
         wähle(befehl);
-        auto& diagramm = static_cast<Diagrammansicht&>(kind<QWidget>(ansicht));
-        ASSERT_TRUE(diagramm.isVisible());
+        Diagrammansicht& bild = diagramm(ansicht);
+        ASSERT_TRUE(bild.isVisible());
         EXPECT_TRUE(kind<QAction>(befehl).isChecked());
-        ASSERT_FALSE(diagramm.stellen().empty());
-        const Diagrammstelle stelle = diagramm.stellen().front();
-        QTest::mouseClick(&diagramm, Qt::LeftButton, {}, stelle.fläche.center().toPoint());
-        EXPECT_EQ(diagramm.hervorgehoben(), stelle.flügel);
+        for (const int flügel : {2, 1}) {
+            klickeAuf(bild, flügel);
+            EXPECT_THAT(bild.hervorgehoben(), ElementsAre(flügel));
+            for (const QString& liste : {u"Liste_CI"_s, u"Liste_HI_DV"_s, u"Leiste_CI"_s,
+                                         u"Leiste_HI_DV"_s, u"Tabelle_Flügel"_s}) {
+                EXPECT_THAT(gewählt(liste), ElementsAre(flügel)) << qPrintable(liste);
+            }
+        }
+        QTest::mouseClick(&bild, Qt::LeftButton, {}, {2, 2});
+        EXPECT_THAT(gewählt(u"Liste_CI"_s), IsEmpty());
+        EXPECT_THAT(gewählt(u"Tabelle_Flügel"_s), IsEmpty());
     }
+}
+
+TEST_F(Auswertungstest, repeating_takesTheWingMarkedInTheChart) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
+    miss(60);
+    miss(30, 6);
+    miss(40, 12); // the panel's list now stands on wing 3
+    for (const auto& [befehl, ansicht] :
+         {std::pair{u"men_Ansicht_4"_s, u"pic_Korrel"_s}, {u"men_Ansicht_3"_s, u"pic_Kurven"_s}}) {
+        wähle(befehl);
+        klickeAuf(diagramm(ansicht), 1);
+        wähle(u"men_Bearbeiten_1"_s);
+        EXPECT_EQ(text(u"lab_Flügel"_s), u"Flügel 001 (Wiederholung)"_s);
+        wähle(u"men_Bearbeiten_2"_s);
+    }
+    wähle(u"men_Ansicht_4"_s);
+    klickeAuf(diagramm(u"pic_Korrel"_s), 2);
+    wähle(u"men_Ansicht_11"_s);
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_EQ(text(u"lab_Flügel"_s), u"Flügel 002 (Wiederholung)"_s);
+    wähle(u"men_Bearbeiten_2"_s);
+
+    // A marked wing that is gone gives way to the last one.
+    wähle(u"men_Ansicht_4"_s);
+    klickeAuf(diagramm(u"pic_Korrel"_s), 3);
+    wähle(u"men_Bearbeiten_0"_s);
+    wähle(u"men_Ansicht_4"_s);
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_EQ(text(u"lab_Flügel"_s), u"Flügel 002 (Wiederholung)"_s);
+}
+
+TEST_F(Auswertungstest, hintOfTheBodyMarks_followsTheMode) {
+    wähle(u"men_Ansicht_2"_s);
+    const QString jeBiene = hinweis();
+    drücke(u"opt_Modus_1"_s);
+    EXPECT_EQ(hinweis(), Texte::eintrag(Text::HinweisMerkmaleSummen, Sprache::Deutsch));
+    drücke(u"opt_Modus_0"_s);
+    EXPECT_EQ(hinweis(), jeBiene);
 }
 
 TEST_F(Auswertungstest, otherCaste_asksWhileMarksAreListed) {
@@ -93,6 +210,62 @@ TEST_F(Auswertungstest, otherCaste_asksWhileMarksAreListed) {
     EXPECT_TRUE(hg().untersuchung().merkmale().leer());
     EXPECT_EQ(hg().untersuchung().merkmale().Tiere, Geschlecht::Drohnen);
     EXPECT_EQ(hg().untersuchung().angaben().Tiere, Geschlecht::Drohnen);
+}
+
+TEST_F(Auswertungstest, otherCaste_asksForTheMarksOfTheOtherModeToo) {
+    auto& geschlecht = kind<QComboBox>(u"cbo_Geschlecht"_s);
+    wähle(u"men_Ansicht_2"_s);
+    drücke(u"opt_Modus_1"_s);
+    tippe(u"txt_Anzahl_A_0"_s, u"7"_s);
+    drücke(u"opt_Modus_0"_s); // an empty list
+    dialoge.antworten = {Antwort::Nein, Antwort::Ja};
+    QTest::keyClick(&geschlecht, Qt::Key_Down);
+    EXPECT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_EQ(hg().untersuchung().merkmale().Summen[0], 7);
+    QTest::keyClick(&geschlecht, Qt::Key_Down);
+    EXPECT_FALSE(hg().untersuchung().merkmale().etwasEingetragen());
+
+    drücke(u"bef_Übernehmen"_s);
+    drücke(u"opt_Modus_1"_s);
+    for (const QString& feld : {u"txt_Anzahl_D_0"_s, u"txt_Anzahl_D_4"_s}) {
+        tippe(feld, u"0"_s); // no sums, but a list behind them
+    }
+    EXPECT_TRUE(hg().untersuchung().merkmale().leer());
+    QTest::keyClick(&geschlecht, Qt::Key_Up);
+    EXPECT_THAT(dialoge.fragen, SizeIs(3));
+    EXPECT_THAT(hg().untersuchung().merkmale().Liste, SizeIs(1));
+}
+
+TEST_F(Auswertungstest, optionsConfirmedUntouched_leaveTheRunningMeasurement) {
+    const QString vorher = text(u"lab_Status"_s);
+    ASSERT_TRUE(vorher.contains(u"1200 dpi"_s)) << qPrintable(vorher);
+    inOptionen([](QDialog&) {});
+    EXPECT_EQ(text(u"lab_Status"_s), vorher);
+    // The dialog shows and writes its own default. What that means is said.
+    EXPECT_TRUE(ini().contains("Scann=1\r\nDefault Zoom=1\r\n"));
+    EXPECT_EQ(
+        hinweis(),
+        u"Gemessen wird weiter mit 1200 dpi. Beim nächsten Start gelten die 600 dpi der Optionen."_s);
+    wähle(u"men_Ansicht_2"_s);
+    const QString anderer = hinweis();
+    inOptionen([](QDialog&) {}); // once is enough
+    EXPECT_EQ(hinweis(), anderer);
+    EXPECT_EQ(text(u"lab_Status"_s), vorher);
+}
+
+TEST_F(Auswertungstest, optionsChanged_reachTheRunningMeasurementOnlyWhenConfirmed) {
+    const auto ändere = [](QDialog& dialog) {
+        tarvel::kind<QComboBox>(dialog, u"cbo_dpi"_s).setCurrentIndex(3);
+        tarvel::kind<QAbstractButton>(dialog, u"opt_Zoom_2"_s).click();
+        tarvel::kind<QAbstractButton>(dialog, u"opt_Betriebsart_0"_s).click();
+    };
+    inOptionen(ändere, u"bef_Abbrechen"_s);
+    EXPECT_TRUE(text(u"lab_Status"_s).contains(u"1200 dpi"_s));
+    EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_1"_s).isChecked());
+    inOptionen(ändere);
+    EXPECT_TRUE(text(u"lab_Status"_s).contains(u"2400 dpi"_s));
+    EXPECT_TRUE(text(u"lab_Status"_s).contains(u"Zoomfaktor 3"_s));
+    EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_0"_s).isChecked());
 }
 
 TEST_F(Auswertungstest, judgementSwitchedOff_givesNoVerdict) {

@@ -241,6 +241,23 @@ TEST_F(OptionenTest, confirmedUnchanged_keepsEveryValueOfAFileInUse) {
     EXPECT_EQ(ini(), QByteArray(AllesGeändert));
 }
 
+TEST_F(OptionenTest, changedControls_areToldFromUntouchedOnes) {
+    öffne();
+    klicke(u"opt_Zoom_3"_s);
+    wähle(u"cbo_dpi"_s, 3);
+    wähle(u"cbo_dpi"_s, 1); // as it was
+    bestätige();
+    EXPECT_TRUE(dialog->geändert(Einstellung::DefaultZoomOptionen));
+    for (const Einstellung id : {Einstellung::ScannOptionen, Einstellung::Betriebsart}) {
+        EXPECT_FALSE(dialog->geändert(id)); // written, though not in the file before
+    }
+    EXPECT_TRUE(ini().contains("Scann=1\r\nDefault Zoom=3\r\n"));
+    öffne();
+    klicke(u"opt_Zoom_0"_s);
+    QTest::keyClick(dialog.get(), Qt::Key_Escape);
+    EXPECT_FALSE(dialog->geändert(Einstellung::DefaultZoomOptionen));
+}
+
 TEST_F(OptionenTest, textsTheFileCannotHold_areReplacedWhereTheyAreTyped) {
     öffne();
     QApplication::clipboard()->setText(u"  Kovač \"Łukasz\" "_s);

@@ -135,6 +135,22 @@ TEST(Beurteilung, shareBeyond16Bits_isReportedInsteadOfAVerdict) {
     EXPECT_EQ(b.werte.at(11).gemessen, std::nullopt);
 }
 
+TEST(Beurteilung, marksWithoutShares_areReportedInsteadOfAVerdict) {
+    for (const auto& [zahlen, fehler] :
+         {std::pair{Merkmalzahlen{0, 0, 0, 400, 400, 0, 0, 400, 0, 0}, Anteilfehler::Überlauf},
+          {Merkmalzahlen{0, 0, 0, 0, 3, 0, 0, 3, 0, 0}, Anteilfehler::KeineBienen}}) {
+        const Merkmalauswertung marken =
+            MerkmaleAuswerten({A, Merkmalmodus::Summen, {}, zahlen}, false);
+        for (const std::vector<int>& flügel : {std::vector<int>(), std::vector<int>(9, 25)}) {
+            const Beurteilung b =
+                beurteile({A, flügel, marken.Texte, marken.Fehler}, Rassestandard(), true);
+            EXPECT_EQ(b.fehler, fehler);
+            EXPECT_EQ(b.urteil(), std::nullopt);
+            EXPECT_FALSE(b.leer);
+        }
+    }
+}
+
 TEST(Beurteilung, recordedMarks_areJudgedByTheirSummary) {
     Merkmale merkmale;
     for (const Merkmalwahl& wahl : {Merkmalwahl{0, 0, 0}, {0, 1, 1}, {1, 0, 0}}) {

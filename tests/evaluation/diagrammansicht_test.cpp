@@ -62,11 +62,15 @@ TEST_F(DiagrammansichtTest, pointer_namesTheWingAndEmptySpotsNothing) {
     EXPECT_EQ(tipp(kreuz(0) + QPoint(60, 60)), QString());
 }
 
-TEST_F(DiagrammansichtTest, click_choosesTheWings) {
+TEST_F(DiagrammansichtTest, click_choosesTheWingsAndBesideThemNone) {
+    const QPoint leer = kreuz(2) + QPoint(40, 40);
+    QTest::mouseClick(&ansicht, Qt::LeftButton, {}, leer);
+    EXPECT_TRUE(gewählt.empty()); // nothing was chosen yet
     QTest::mouseClick(&ansicht, Qt::LeftButton, {}, kreuz(2));
-    QTest::mouseClick(&ansicht, Qt::LeftButton, {}, kreuz(2) + QPoint(40, 40));
-    EXPECT_THAT(gewählt, ElementsAre(ElementsAre(7)));
     EXPECT_THAT(ansicht.hervorgehoben(), ElementsAre(7));
+    QTest::mouseClick(&ansicht, Qt::LeftButton, {}, leer);
+    EXPECT_THAT(ansicht.hervorgehoben(), testing::IsEmpty());
+    EXPECT_THAT(gewählt, ElementsAre(ElementsAre(7), ElementsAre()));
 }
 
 TEST_F(DiagrammansichtTest, keys_walkThroughTheWingsAndChoose) {

@@ -91,14 +91,32 @@ TEST(Vertrauensbereich, option_choosesTheLinesAfterKruberOrOwnOnes) {
               (Vertrauensbereich{0.92, 0, false}));
 }
 
-TEST(Korrelbild, share_countsWhatTheListsSay) {
-    // 0.91960 and -0.04 stand in the list as 0.920 and -0.0: on the lines.
-    const Korrelbild bild =
-        bildVon({{0.9196F, -0.04F}, {1, 1}, {1, -0.06F}, {0.9194F, 1}}, linien());
+TEST(Korrelbild, wing_countsWhereItsCrossIsDrawn) {
+    // The list says "-0.0" of the first two.
+    Korrelbild bild = bildVon({{1, -0.04F}, {1, -0.004F}, {1, 1}, {0.9194F, 1}}, linien());
+    const auto innen = [&bild](std::size_t i) { return bild.flügel.at(i).imBereich; };
+    EXPECT_FALSE(innen(0));
+    EXPECT_TRUE(innen(1)); // on the line
+    EXPECT_FALSE(innen(3));
     EXPECT_EQ(bild.anzahlImBereich(), 2);
     EXPECT_EQ(bild.anteilImBereich(), 50);
-    EXPECT_NEAR(bild.flügel[0].HI, 0.9196, 1e-6);
+    const auto stellen = korrelstellen(Rahmen, bild);
+    EXPECT_LT(stellen[0].fläche.center().x(), korrelanordnung(Rahmen, bild).DV.ort(0));
+    EXPECT_EQ(stellen[0].beschreibung, u"HI 1.000, DV -0.04, nicht im Vertrauensbereich"_s);
+    Grenzlinien eigene = linien(0);
+    eigene.Arbeit.DV.gespeichert = 55;
+    bild = bildVon({{1, 0.56F}, {1, 0.54F}}, eigene);
+    EXPECT_TRUE(innen(0));
+    EXPECT_FALSE(innen(1));
     EXPECT_EQ(bildVon({}, linien()).anteilImBereich(), 0);
+}
+
+TEST(Korrelbild, wingThatHasOnlyItsLine_countsByThat) {
+    Messreihe reihe;
+    reihe.stelleHer({}, {{1, u"0,880"_s, u"20,1"_s, u"+0,5"_s}}, {}, {});
+    const Korrelbild bild = korrelbild(reihe, linien(), Geschlecht::Drohnen);
+    ASSERT_EQ(bild.flügel.size(), 1U);
+    EXPECT_TRUE(bild.flügel[0].imBereich); // on both lines
 }
 
 TEST(Korrelbild, wingWithoutBothFigures_isLeftOut) {

@@ -3,6 +3,7 @@
 #include "diagrammprobe.h"
 #include "evaluation/beurteilung.h"
 #include "evaluation/klassen.h"
+#include "evaluation/kurvenlayout.h"
 #include "lang/texte.h"
 
 #include <QBuffer>
@@ -189,6 +190,25 @@ TEST(PaintKurven, rectangleWithoutArea_paintsNothing) {
         });
         EXPECT_EQ(zähle(picture, Qt::magenta, {0, 0, 50, 50}), 2500);
         EXPECT_TRUE(kurvenstellen(rahmen, bild, prüfstil()).empty());
+    }
+}
+
+TEST(Kurvenlayout, boundaryLine_isNamedAsOnTheRacePage) {
+    struct Fall {
+        ZweiteKurve art;
+        double linie;
+        QString text;
+    };
+    const Fall fälle[] = {{ZweiteKurve::Hantelindex, 0.925, u"Grenzlinie 0.925"_s},
+                          {ZweiteKurve::Discoidalverschiebung, 0.55, u"Grenzlinie +0.55"_s},
+                          {ZweiteKurve::Discoidalverschiebung, -1.5, u"Grenzlinie -1.50"_s},
+                          {ZweiteKurve::Discoidalverschiebung, 0, u"Grenzlinie 0.00"_s}};
+    for (const Fall& f : fälle) {
+        Kurvenbild bild = bildVon(ciReihe({20}), Kurvenform::Balken, f.art);
+        bild.zweite.grenzlinie = f.linie;
+        const Kurvenlayout l = kurvenlayout(Rahmen, bild, prüfstil());
+        ASSERT_EQ(l.zweite->fahnen.size(), 1U);
+        EXPECT_EQ(l.zweite->fahnen[0].text, f.text);
     }
 }
 

@@ -181,6 +181,9 @@ TEST_F(MerkmalansichtTest, modes_keepTheListAndStartTheSumsWithItsCounts) {
     klicke(u"opt_Modus_0"_s);
     EXPECT_EQ(ansicht.merkmale().Liste.size(), 2);
     EXPECT_EQ(kind<QLineEdit>(u"txt_Anzahl_A_0"_s).text(), u"2"_s);
+    übernimm();
+    klicke(u"opt_Modus_1"_s); // what was typed is still there
+    EXPECT_EQ(kind<QLineEdit>(u"txt_Anzahl_A_0"_s).text(), u"5"_s);
 }
 
 TEST_F(MerkmalansichtTest, altDigit_goesToAGroup) {

@@ -178,6 +178,29 @@ TEST(Merkmale, modeAndCaste_keepOrClearWhatWasEntered) {
     EXPECT_EQ(merkmale, summen(Geschlecht::Drohnen, {}));
 }
 
+TEST(Merkmale, typedSums_areNotLostToTheList) {
+    const Merkmalzahlen getippt{5, 0, 0, 0, 5, 0, 0, 5, 0, 0};
+    Merkmale merkmale = summen(Geschlecht::Arbeiterinnen, getippt);
+    setzeModus(merkmale, Merkmalmodus::Liste);
+    EXPECT_TRUE(merkmale.leer());
+    EXPECT_TRUE(merkmale.etwasEingetragen()); // in the other mode
+    ASSERT_TRUE(MerkmalÜbernehmen(merkmale, {}, false));
+    setzeModus(merkmale, Merkmalmodus::Summen);
+    EXPECT_EQ(merkmale.Summen, getippt);
+
+    // Sums that only repeat the list follow it, and nothing is left of them without it.
+    Merkmale gezählt = arbeiterinnen(Drei);
+    setzeModus(gezählt, Merkmalmodus::Summen);
+    setzeModus(gezählt, Merkmalmodus::Liste);
+    ASSERT_TRUE(MerkmalÜbernehmen(gezählt, {}, false));
+    setzeModus(gezählt, Merkmalmodus::Summen);
+    EXPECT_EQ(gezählt.Summen, (Merkmalzahlen{3, 1, 0, 0, 3, 1, 0, 3, 1, 0}));
+    setzeModus(gezählt, Merkmalmodus::Liste);
+    while (MerkmalEntfernen(gezählt, 0)) {
+    }
+    EXPECT_FALSE(gezählt.etwasEingetragen());
+}
+
 TEST(Merkmale, storedRecord_givesTheSameMarksBack) {
     const Merkmale alle[] = {
         arbeiterinnen(Drei),

@@ -9,6 +9,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -132,6 +133,8 @@ TEST_F(RassenseiteTest, leavingAField_normalisesWhatWasTypedOrPasted) {
                           {u"txt_Panzer_0"_s, u"abc"_s, u"0%"_s},
                           {u"txt_Haarlänge_0"_s, u"20 von 100"_s, u"20%"_s},
                           {u"txt_PanzerD_0"_s, u"7x"_s, u"7%"_s},
+                          {u"txt_PanzerD_0"_s, u"-5%"_s, u"7%"_s},
+                          {u"txt_PanzerD_0"_s, u"1E+18%"_s, u"7%"_s},
                           {u"txt_CIK_0"_s, u"1-15"_s, u"01-15"_s},
                           {u"txt_CIK_0"_s, u"15-17"_s, u"15-17"_s},
                           {u"txt_CIK_0"_s, u"Unsinn"_s, u"00-00"_s},
@@ -154,6 +157,41 @@ TEST_F(RassenseiteTest, decimalBeyondWhatCanBeStored_givesWayToTheOneBefore) {
     verlasse(u"txt_Linien_0"_s);
     EXPECT_EQ(feld(u"txt_Linien_0"_s).text(), u"2.00"_s);
     EXPECT_EQ(seite.standard(1).linien.Arbeit.CI.gespeichert, 200);
+}
+
+TEST_F(RassenseiteTest, editedLine_choosesTheLinesDefinedHere) {
+    auto& nachKruber = kind<QRadioButton>(u"opt_Korrelation_0"_s);
+    tippe(u"txt_Linien_2"_s, u"0"_s); // what stood there
+    verlasse(u"txt_Linien_2"_s);
+    tippe(u"txt_Filz_1"_s, u"40"_s); // no line
+    verlasse(u"txt_Filz_1"_s);
+    EXPECT_TRUE(nachKruber.isChecked());
+    tippe(u"txt_Linien_2"_s, u"0.55"_s);
+    verlasse(u"txt_Linien_2"_s);
+    EXPECT_TRUE(kind<QRadioButton>(u"opt_Korrelation_1"_s).isChecked());
+    EXPECT_EQ(seite.standard(1).linien.geltende(Geschlecht::Arbeiterinnen).DV.gespeichert, 55);
+    EXPECT_TRUE(seite.standard(2).linien.nachKruber());
+
+    QTest::mouseClick(&nachKruber, Qt::LeftButton, {}, QPoint(8, nachKruber.height() / 2));
+    EXPECT_EQ(feld(u"txt_Linien_2"_s).text(), u"0.55"_s);
+    EXPECT_TRUE(speichere());
+    Rassestandard gespeichert;
+    LadenGrenzlinien(gespeichert, 1, einstellungen);
+    EXPECT_TRUE(gespeichert.linien.nachKruber());
+    EXPECT_EQ(gespeichert.linien.Arbeit.DV.gespeichert, 55);
+}
+
+TEST_F(RassenseiteTest, rows_nameTheRangesAsTheChartsDo) {
+    QStringList köpfe;
+    for (const QLabel* label : seite.findChildren<QLabel*>()) {
+        köpfe << label->text();
+    }
+    for (const QString& kopf : {u"Klasse 0"_s, u"Klasse 1"_s, u"Klasse 3"_s}) {
+        EXPECT_TRUE(köpfe.contains(kopf)) << qPrintable(kopf);
+    }
+    EXPECT_EQ(feld(u"txt_CI_1"_s).accessibleName(), u"Klasse 1"_s);
+    EXPECT_EQ(feld(u"txt_CIK_3"_s).accessibleName(), u"Klasse 3"_s);
+    EXPECT_TRUE(kind<QComboBox>(u"cbo_DV_0"_s).toolTip().contains(u"Hantelindex"_s));
 }
 
 TEST_F(RassenseiteTest, tab_showsItsPageAndHidesTheOthers) {
