@@ -1,6 +1,8 @@
 #include "measure/messreihe.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace tarvel {
 
@@ -44,6 +46,26 @@ QStringList texte(const std::vector<Zeile>& zeilen, const Zeilenwörter& wörter
         liste.append(zeilentext(zeile, wörter));
     }
     return liste;
+}
+
+template <typename Zeile>
+void ordne(std::vector<Zeile>& zeilen) {
+    std::erase_if(zeilen, [](const Zeile& z) {
+        return z.nummer < 1 || z.nummer > Messreihe::HöchsteFlügelzahl;
+    });
+    std::stable_sort(zeilen.begin(), zeilen.end(),
+                     [](const Zeile& a, const Zeile& b) { return a.nummer < b.nummer; });
+    const auto gleich = [](const Zeile& a, const Zeile& b) { return a.nummer == b.nummer; };
+    zeilen.erase(std::unique(zeilen.begin(), zeilen.end(), gleich), zeilen.end());
+}
+
+/// @p wert where it is one, else the number of a line.
+float chartwert(float wert, const QString& zeilenwert) {
+    if (std::isfinite(wert) && wert != Chartwerte::KeinWert) {
+        return wert;
+    }
+    const std::optional<double> zahl = getippteZahl(zeilenwert);
+    return (zahl ? einfachGenau(*zahl) : std::nullopt).value_or(Chartwerte::KeinWert);
 }
 
 } // namespace
@@ -133,6 +155,34 @@ bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmes
     messungen_.insert_or_assign(nummer, messung);
     geändert_ = true;
     return true;
+}
+
+void Messreihe::stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> hiDvZeilen,
+                          const std::map<int, Chartwerte>& werte,
+                          std::map<int, Flügelmessung> messungen) {
+    const auto wertVon = [&werte](qint16 nummer, float Chartwerte::*größe, const QString& text) {
+        const auto stelle = werte.find(nummer);
+        return chartwert(stelle == werte.end() ? Chartwerte::KeinWert : stelle->second.*größe,
+                         text);
+    };
+    ciZeilen_ = std::move(ciZeilen);
+    hiDvZeilen_ = std::move(hiDvZeilen);
+    ordne(ciZeilen_);
+    ordne(hiDvZeilen_);
+    std::fill(chartwerte_.begin(), chartwerte_.end(), Chartwerte{});
+    for (const CiZeile& z : ciZeilen_) {
+        chartwerte_.at(z.nummer).CI = wertVon(z.nummer, &Chartwerte::CI, z.wert);
+    }
+    for (const HiDvZeile& z : hiDvZeilen_) {
+        chartwerte_.at(z.nummer).HI = wertVon(z.nummer, &Chartwerte::HI, z.hi);
+        chartwerte_.at(z.nummer).DV = wertVon(z.nummer, &Chartwerte::DV, z.dv);
+    }
+    const std::vector<int> alle = nummern();
+    messungen_ = std::move(messungen);
+    std::erase_if(messungen_, [&alle](const auto& messung) {
+        return !std::binary_search(alle.begin(), alle.end(), messung.first);
+    });
+    geändert_ = true;
 }
 
 bool Messreihe::löscheLetzte() {

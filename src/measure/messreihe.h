@@ -101,6 +101,13 @@ public:
     bool trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung,
                   const Zahlenformat& format);
 
+    /// Puts stored wings in place of the series. Lines are brought into the order of their numbers;
+    /// numbers outside 1 to 200 are dropped, and of several lines with one number the first counts.
+    /// Chart values and points count only for wings with the lines they belong to; a line without a
+    /// chart value in @p werte gets the one that stands in it.
+    void stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> hiDvZeilen,
+                   const std::map<int, Chartwerte>& werte, std::map<int, Flügelmessung> messungen);
+
     /// Removes the last wing with all its lines. False when the series is empty.
     bool löscheLetzte();
     void löscheAlle();

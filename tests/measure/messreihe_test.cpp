@@ -87,6 +87,29 @@ TEST(Messreihe, repeatedWingWithoutHantelindex_losesItsOldLine) {
     EXPECT_EQ(reihe.hiDvZeilen().front().nummer, 1); // back at its place in the order
 }
 
+TEST(Messreihe, rebuiltFromAnyLines_isASeriesOfNumbers1To200InOrder) {
+    Messreihe reihe;
+    trageEin(reihe, 5, 2.0F, 1.0F, 1.0F);
+    const auto ci = [](qint16 nummer, const QString& wert) {
+        return CiZeile{nummer, wert, u"6,0"_s};
+    };
+    reihe.stelleHer({ci(9, u"2,90"_s), ci(0, u"1"_s), ci(2, u"2.20"_s), ci(9, u"9"_s),
+                     ci(201, u"1"_s), ci(3, u"unlesbar"_s)},
+                    {{4, u"0,990"_s, u"24,5"_s, u"-0,3"_s}},
+                    {{9, {.CI = 2.9042F, .HI = 1.0F}}, {7, {.CI = 2.0F}}}, {{2, {}}, {7, {}}});
+    EXPECT_TRUE(reihe.geändert());
+    EXPECT_THAT(reihe.nummern(), ElementsAre(2, 3, 4, 9));
+    EXPECT_EQ(reihe.ciZeilen().back().wert, u"2,90"_s);
+    EXPECT_EQ(reihe.nächsteNummer(), 10);
+    EXPECT_EQ(reihe.chartwerte(9), (Chartwerte{.CI = 2.9042F})); // no line, no hantel index
+    EXPECT_EQ(reihe.chartwerte(2).CI, 2.2F);                     // from its line
+    EXPECT_EQ(reihe.chartwerte(3), Chartwerte{});
+    EXPECT_EQ(reihe.chartwerte(4), (Chartwerte{.HI = 0.99F, .DV = -0.3F}));
+    EXPECT_EQ(reihe.chartwerte(5), Chartwerte{});
+    EXPECT_EQ(reihe.chartwerte(7), Chartwerte{});
+    EXPECT_EQ(reihe.messungen().size(), 1U);
+}
+
 TEST(Kennzahlen, knownValues_andTooFewOfThem) {
     const float werte[] = {2.0F, Chartwerte::KeinWert, 4.0F, 4.0F, 6.0F};
     const auto k = kennzahlen(werte);
