@@ -6,7 +6,8 @@
 namespace tarvel {
 
 /// The picture beside a message; it also decides how urgent the message sounds to a screen reader.
-enum class Meldungsart { Hinweis, Frage, Ausruf, Stopp };
+/// Schlicht has none.
+enum class Meldungsart { Hinweis, Frage, Ausruf, Stopp, Schlicht };
 
 /// What the user answered to a question.
 enum class Antwort { Ja, Nein, Abbrechen };

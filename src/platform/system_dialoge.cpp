@@ -18,6 +18,8 @@ QMessageBox::Icon bildVon(Meldungsart art) {
         return QMessageBox::Warning;
     case Meldungsart::Stopp:
         return QMessageBox::Critical;
+    case Meldungsart::Schlicht:
+        break;
     }
     return QMessageBox::NoIcon;
 }

@@ -1,0 +1,126 @@
+#include "platform/cupsdrucker.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <memory>
+#include <span>
+
+#include <cups/cups.h>
+
+namespace tarvel {
+namespace {
+
+/// All printers the server tells of.
+class Ziele {
+public:
+    Ziele()
+        : anzahl_(cupsGetDests2(CUPS_HTTP_DEFAULT, &ziele_)) {}
+    ~Ziele() { cupsFreeDests(anzahl_, ziele_); }
+    Ziele(const Ziele&) = delete;
+    Ziele& operator=(const Ziele&) = delete;
+
+    [[nodiscard]] std::span<cups_dest_t> alle() const {
+        return {ziele_, static_cast<std::size_t>(anzahl_)};
+    }
+
+    [[nodiscard]] static QString name(const cups_dest_t& ziel) {
+        const QString warteschlange = QString::fromUtf8(ziel.name);
+        return ziel.instance == nullptr
+                   ? warteschlange
+                   : warteschlange + QLatin1Char('/') + QString::fromUtf8(ziel.instance);
+    }
+
+    [[nodiscard]] cups_dest_t* finde(const QString& gesucht) const {
+        const auto ziel = std::ranges::find(alle(), gesucht, &Ziele::name);
+        return ziel == alle().end() ? nullptr : &*ziel;
+    }
+
+    [[nodiscard]] bool speichere() const {
+        return cupsSetDests2(CUPS_HTTP_DEFAULT, anzahl_, ziele_) == 0;
+    }
+
+private:
+    cups_dest_t* ziele_ = nullptr;
+    int anzahl_;
+};
+
+class Optionen {
+public:
+    explicit Optionen(const cups_dest_t& ziel) {
+        for (const cups_option_t& option :
+             std::span(ziel.options, static_cast<std::size_t>(ziel.num_options))) {
+            setze(option.name, option.value);
+        }
+    }
+    ~Optionen() { cupsFreeOptions(anzahl_, optionen_); }
+    Optionen(const Optionen&) = delete;
+    Optionen& operator=(const Optionen&) = delete;
+
+    void setze(const char* name, const char* wert) {
+        anzahl_ = cupsAddOption(name, wert, anzahl_, &optionen_);
+    }
+    [[nodiscard]] int anzahl() const { return anzahl_; }
+    [[nodiscard]] cups_option_t* optionen() const { return optionen_; }
+
+private:
+    int anzahl_ = 0;
+    cups_option_t* optionen_ = nullptr;
+};
+
+/// The default of the server, whatever the person chose.
+QString serverstandard() {
+    const std::unique_ptr<ipp_t, decltype(&ippDelete)> antwort(
+        cupsDoRequest(CUPS_HTTP_DEFAULT, ippNewRequest(IPP_OP_CUPS_GET_DEFAULT), "/"), &ippDelete);
+    ipp_attribute_t* name = ippFindAttribute(antwort.get(), "printer-name", IPP_TAG_NAME);
+    return name == nullptr ? QString() : QString::fromUtf8(ippGetString(name, 0, nullptr));
+}
+
+} // namespace
+
+QStringList cupsDrucker() {
+    const Ziele ziele;
+    QStringList namen;
+    for (const cups_dest_t& ziel : ziele.alle()) {
+        namen << Ziele::name(ziel);
+    }
+    return namen;
+}
+
+QString cupsStandarddrucker() {
+    const std::unique_ptr<cups_dest_t, void (*)(cups_dest_t*)> ziel(
+        cupsGetNamedDest(CUPS_HTTP_DEFAULT, nullptr, nullptr),
+        [](cups_dest_t* eines) { cupsFreeDests(1, eines); });
+    return ziel ? Ziele::name(*ziel) : QString();
+}
+
+bool setzeCupsStandarddrucker(const QString& name) {
+    const Ziele ziele;
+    cups_dest_t* gewählt = ziele.finde(name);
+    if (gewählt == nullptr && !name.isEmpty()) {
+        return false;
+    }
+    for (cups_dest_t& ziel : ziele.alle()) {
+        ziel.is_default = 0;
+    }
+    if (gewählt != nullptr && name != serverstandard()) {
+        gewählt->is_default = 1;
+    }
+    return ziele.speichere();
+}
+
+bool sendeAnCups(const QString& drucker, const QString& datei, const QString& titel,
+                 int exemplare) {
+    const Ziele ziele;
+    const cups_dest_t* ziel = ziele.finde(drucker);
+    if (ziel == nullptr) {
+        return false;
+    }
+    Optionen optionen(*ziel);
+    optionen.setze("copies", QByteArray::number(std::max(exemplare, 1)).constData());
+    optionen.setze("media", "A4");
+    return cupsPrintFile2(CUPS_HTTP_DEFAULT, ziel->name, QFile::encodeName(datei).constData(),
+                          titel.toUtf8().constData(), optionen.anzahl(), optionen.optionen()) != 0;
+}
+
+} // namespace tarvel

@@ -1,0 +1,207 @@
+#include "print/druckdef.h"
+#include "print/druckersystem.h"
+
+#include "support/testdialoge.h"
+#include "support/testdrucker.h"
+#include "support/testdruckertabelle.h"
+
+#include <gmock/gmock.h>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+struct TestSammlung final : Druckersammlung {
+    QStringList namen = {u"Imkerei"_s, u"Lager"_s};
+    QString jetziger = u"Imkerei"_s;
+    QStringList gewählt;
+
+    QStringList gerätenamen() const override { return namen; }
+    QString aktueller() const override { return jetziger; }
+    void wähle(const QString& gerätename) override {
+        gewählt << gerätename;
+        jetziger = gerätename;
+    }
+};
+
+struct DruckDefTest : testing::Test {
+    TestDruckertabelle tabelle;
+    TestSammlung sammlung;
+    TestDialoge dialoge;
+    Texte texte{QString()};
+    DruckDef druckdef{tabelle, sammlung, dialoge, texte};
+
+    void SetUp() override {
+        tabelle.profil["windows"] = {{"Device", "Imkerei,winspool,LPT1:"}};
+        tabelle.profil["PrinterPorts"] = {{"Imkerei", "winspool,LPT1:,15,45"},
+                                          {"Lager", "winspool,Ne01:,15,45"}};
+        tabelle.geräte = {{"Imkerei", "LPT1:", 4, 15, 45}, {"Lager", "Ne01:", 0x840, 20000, 45000}};
+    }
+
+    QByteArray vorgabe() { return tabelle.wert("windows", "Device"); }
+
+    void erwarteUnverändert() {
+        EXPECT_EQ(vorgabe(), "Imkerei,winspool,LPT1:");
+        EXPECT_THAT(tabelle.rundrufe, IsEmpty());
+        EXPECT_THAT(sammlung.gewählt, IsEmpty());
+        EXPECT_EQ(tabelle.offen, 0);
+    }
+};
+
+struct AttributTest : DruckDefTest {
+    void SetUp() override {
+        DruckDefTest::SetUp();
+        tabelle.platformId = 1;
+    }
+};
+
+} // namespace
+
+TEST_F(DruckDefTest, list_isTrimmedAndInTheProfilesOrder) {
+    tabelle.profil["PrinterPorts"] = {{" Zimmer ", "a,b"}, {"Büro", "a,b"}, {"Alt 2", "a,b"}};
+    QStringList liste{u"von vorher"_s};
+    druckdef.DruckerListeFüllen(liste);
+    EXPECT_THAT(liste, ElementsAre(u"Zimmer"_s, u"Büro"_s, u"Alt 2"_s));
+
+    tabelle.profil.clear();
+    druckdef.DruckerListeFüllen(liste);
+    EXPECT_THAT(liste, IsEmpty());
+}
+
+TEST_F(DruckDefTest, list_ofAVeryLargeNetworkIsWhole) {
+    for (int i = 0; i < 2000; ++i) {
+        tabelle.profil["PrinterPorts"].append(
+            TestDruckertabelle::Eintrag{"Drucker " + QByteArray::number(i), "a,b"});
+    }
+    QStringList liste;
+    druckdef.DruckerListeFüllen(liste);
+    ASSERT_EQ(liste.size(), 2002);
+    EXPECT_EQ(liste.last(), u"Drucker 1999"_s);
+}
+
+TEST_F(DruckDefTest, profile_entryWithTimeouts_givesNameDriverAndPort) {
+    EXPECT_TRUE(druckdef.StandardDruckerSetzen(u"Lager"_s));
+    EXPECT_EQ(vorgabe(), "Lager,winspool,Ne01:");
+    EXPECT_EQ(druckdef.standarddrucker(), u"Lager"_s);
+    EXPECT_THAT(sammlung.gewählt, ElementsAre(u"Lager"_s));
+    ASSERT_EQ(tabelle.rundrufe.size(), 1U);
+    EXPECT_EQ(tabelle.rundrufe[0].fenster, 0xFFFFU);
+    EXPECT_EQ(tabelle.rundrufe[0].nachricht, 26U);
+    EXPECT_EQ(tabelle.rundrufe[0].zweiter, "windows");
+}
+
+TEST_F(DruckDefTest, profile_entryWithoutDriverOrPort_changesNothing) {
+    for (const QByteArray eintrag : {"", "winspool", "winspool,", ",Ne01:", ",", "winspool,,15"}) {
+        SCOPED_TRACE(eintrag.constData());
+        tabelle.profil["PrinterPorts"] = {{"Lager", eintrag}};
+        EXPECT_FALSE(druckdef.StandardDruckerSetzen(u"Lager"_s));
+        erwarteUnverändert();
+    }
+    EXPECT_FALSE(druckdef.StandardDruckerSetzen(u"Keller"_s));
+    erwarteUnverändert();
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+}
+
+TEST_F(DruckDefTest, profile_entryIsReadUpToItsBuffer) {
+    const QByteArray treiber(1100, 't');
+    tabelle.profil["PrinterPorts"] = {{"Lager", treiber + ",Ne01:"}};
+    EXPECT_FALSE(druckdef.StandardDruckerSetzen(u"Lager"_s));
+    tabelle.profil["PrinterPorts"] = {{"Lager", treiber.left(1020) + ",Ne01:"}};
+    EXPECT_TRUE(druckdef.StandardDruckerSetzen(u"Lager"_s));
+    EXPECT_EQ(vorgabe(), "Lager," + treiber.left(1020) + ",Ne");
+}
+
+TEST_F(DruckDefTest, currentPrinter_isNotSelectedAgain) {
+    for (const std::uint32_t system : {1U, 2U}) {
+        tabelle.platformId = system;
+        EXPECT_TRUE(druckdef.StandardDruckerSetzen(u"Imkerei"_s));
+        EXPECT_THAT(sammlung.gewählt, IsEmpty());
+    }
+}
+
+TEST_F(DruckDefTest, selection_takesOnlyTheExactDeviceName) {
+    druckdef.DruckerObjektWählen(u"lager"_s);
+    druckdef.DruckerObjektWählen(u"Lag"_s);
+    EXPECT_EQ(sammlung.jetziger, u"Imkerei"_s);
+    druckdef.DruckerObjektWählen(u"Lager"_s);
+    EXPECT_EQ(sammlung.jetziger, u"Lager"_s);
+}
+
+TEST_F(DruckDefTest, onlyPlatformOne_usesTheAttribute) {
+    for (const std::optional<std::uint32_t> system :
+         {std::optional<std::uint32_t>(0), std::optional<std::uint32_t>(2),
+          std::optional<std::uint32_t>(3), std::optional<std::uint32_t>()}) {
+        tabelle.platformId = system;
+        EXPECT_TRUE(druckdef.StandardDruckerSetzen(u"Lager"_s));
+        EXPECT_EQ(tabelle.geräte[1].attribute, 0x840U);
+    }
+    EXPECT_EQ(tabelle.rundrufe.size(), 4U);
+    EXPECT_THAT(tabelle.satzarten, IsEmpty());
+}
+
+TEST_F(AttributTest, changesOnlyTheAttributesOfTheRecord) {
+    EXPECT_TRUE(druckdef.StandardDruckerSetzen(u"Lager"_s));
+    EXPECT_EQ(tabelle.zugriff, 0xF000CU);
+    EXPECT_THAT(tabelle.satzarten, ElementsAre(5, 5, 5));
+    const TestDruckertabelle::Gerät& lager = tabelle.geräte[1];
+    EXPECT_EQ(lager.name, "Lager");
+    EXPECT_EQ(lager.anschluss, "Ne01:");
+    EXPECT_EQ(lager.attribute, 4U);
+    EXPECT_EQ(lager.wartezeit, 20000U);
+    EXPECT_EQ(lager.wiederholzeit, 45000U);
+    EXPECT_THAT(sammlung.gewählt, ElementsAre(u"Lager"_s));
+    EXPECT_EQ(tabelle.offen, 0);
+    EXPECT_EQ(vorgabe(), "Imkerei,winspool,LPT1:");
+    EXPECT_THAT(tabelle.rundrufe, IsEmpty());
+}
+
+TEST_F(AttributTest, namesAreCutAt512Characters) {
+    const QByteArray lang(600, 'n');
+    tabelle.geräte[1] = {lang, QByteArray(512, 'p'), 0, 1, 2};
+    EXPECT_TRUE(druckdef.StandardDruckerSetzen(QString::fromLatin1(lang)));
+    EXPECT_EQ(tabelle.geräte[1].name, lang.left(512));
+    EXPECT_EQ(tabelle.geräte[1].anschluss, QByteArray(512, 'p'));
+}
+
+TEST_F(AttributTest, printerThatCannotBeOpened_isLeftWithoutAMessage) {
+    EXPECT_FALSE(druckdef.StandardDruckerSetzen(u"Keller"_s));
+    erwarteUnverändert();
+    EXPECT_THAT(tabelle.satzarten, IsEmpty());
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+}
+
+TEST_F(AttributTest, refusedChange_isToldAndTheOldDefaultStays) {
+    tabelle.fehler = 5;
+    EXPECT_FALSE(druckdef.StandardDruckerSetzen(u"Lager"_s));
+    EXPECT_THAT(dialoge.meldungen, ElementsAre(u"Tarvel: SetPrinter Failed. Error code: 5"_s));
+    EXPECT_THAT(dialoge.arten, ElementsAre(Meldungsart::Schlicht));
+    EXPECT_EQ(tabelle.geräte[0].attribute, 4U);
+    EXPECT_EQ(tabelle.geräte[1].attribute, 0x840U);
+    erwarteUnverändert();
+}
+
+TEST(Druckerwahl, bringsTheDefaultOfTheStartBack) {
+    TestDrucker drucker;
+    Druckerwahl wahl(drucker);
+    EXPECT_FALSE(wahl.wähle(u"Keller"_s));
+    EXPECT_TRUE(wahl.wähle(u"Lager"_s));
+    EXPECT_TRUE(wahl.wähle(u"Lager"_s));
+    wahl.stelleHer();
+    wahl.stelleHer();
+    EXPECT_THAT(drucker.gesetzt, ElementsAre(u"Lager"_s, u"Lager"_s, u"Imkerei"_s));
+    // The window may stay open after all, and another printer be chosen.
+    wahl.wähle(u"Lager"_s);
+    wahl.stelleHer();
+    EXPECT_EQ(drucker.vorgabe, u"Imkerei"_s);
+}
+
+TEST(Druckerwahl, withoutAChoice_leavesWhatOthersHaveSet) {
+    TestDrucker drucker;
+    Druckerwahl wahl(drucker);
+    drucker.vorgabe = u"Lager"_s;
+    wahl.stelleHer();
+    EXPECT_THAT(drucker.gesetzt, IsEmpty());
+}
