@@ -1,5 +1,7 @@
 #include "print/briefkopfbild.h"
 
+#include "print/protokollsatz.h"
+
 #include <QFont>
 #include <QFontMetricsF>
 #include <QImageReader>
@@ -7,17 +9,19 @@
 #include <QSvgRenderer>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarvel {
 
 namespace {
 
-// Fonts are laid out in whole units of hundredths of a millimetre, fine enough for any printer.
-constexpr double Feinheit = 100;
-constexpr double MillimeterJePunkt = 25.4 / 72;
-
 // A picture of this width fills the paper's width at 600 dpi; more would only cost time.
 constexpr int GrößteBreite = 5000;
+
+// Millimetres.
+constexpr double Papierrand = 5;  ///< that many printers leave white
+constexpr double Seitenrand = 20; ///< where a long line is broken
+constexpr double KleinsteTextbreite = 30;
 
 QImage leseBild(const QString& datei) {
     QImageReader leser(datei);
@@ -30,13 +34,37 @@ QImage leseBild(const QString& datei) {
     return leser.read();
 }
 
-QFont briefkopfschrift(const Briefkopf& kopf) {
-    QFont schrift(kopf.SchriftArt);
-    schrift.setPixelSize(std::max(1, qRound(kopf.SchriftGröße * MillimeterJePunkt * Feinheit)));
-    schrift.setBold(kopf.SchriftFett);
-    schrift.setItalic(kopf.SchriftKursiv);
-    schrift.setHintingPreference(QFont::PreferNoHinting);
-    return schrift;
+/// The text of a letterhead in its lines.
+struct Kopfsatz {
+    QFont schrift;
+    QStringList zeilen;
+    QRectF rahmen; ///< on the paper, in millimetres
+};
+
+Kopfsatz kopfsatz(const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
+    constexpr int HöchsteZeilenzahl = 4; // of name, street and city each
+    Kopfsatz satz;
+    satz.schrift =
+        druckschrift(kopf.SchriftArt, kopf.SchriftGröße, kopf.SchriftFett, kopf.SchriftKursiv);
+    const QFontMetricsF maße(satz.schrift);
+    const QRectF bild = grafik.rahmen(kopf);
+    const bool bildDaneben =
+        bild.left() >= kopf.TextLinks + KleinsteTextbreite && bild.bottom() > kopf.TextOben;
+    const double rechts = bildDaneben ? bild.left() - Papierrand : PapierA4.width() - Seitenrand;
+    const double breite = std::max(KleinsteTextbreite, rechts - kopf.TextLinks) * Schriftfeinheit;
+    const QStringList teile = briefkopfzeilen(kopf);
+    double breiteste = 0;
+    for (const QString& teil : teile) {
+        const QStringList zeilen = umbrochen(teil, satz.schrift, breite, HöchsteZeilenzahl);
+        for (const QString& zeile : zeilen) {
+            breiteste = std::max(breiteste, maße.horizontalAdvance(zeile));
+            satz.zeilen << zeile;
+        }
+    }
+    const double höhe = maße.lineSpacing() * static_cast<double>(satz.zeilen.size());
+    satz.rahmen =
+        QRectF(kopf.TextLinks, kopf.TextOben, breiteste / Schriftfeinheit, höhe / Schriftfeinheit);
+    return satz;
 }
 
 } // namespace
@@ -82,19 +110,46 @@ QRectF Briefkopfgrafik::rahmen(const Briefkopf& kopf) const {
             format_.scaled(breite, Grafikhöhe, Qt::KeepAspectRatio)};
 }
 
+QRectF briefkopftext(const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
+    return kopfsatz(kopf, grafik).rahmen;
+}
+
+Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik, double unten) {
+    constexpr int KleinsteSchrift = 6;
+    const auto oben = [unten](int gewünscht, double höhe) {
+        const auto höchstens = static_cast<int>(std::floor(unten - höhe));
+        return std::max(0, std::min(gewünscht, std::max(höchstens, static_cast<int>(Papierrand))));
+    };
+    Briefkopf neu = kopf;
+    neu.GrafikLinks = std::max(0, kopf.GrafikLinks);
+    neu.GrafikOben = oben(kopf.GrafikOben, grafik.rahmen(neu).height());
+    neu.TextLinks = std::clamp(
+        kopf.TextLinks, 0, static_cast<int>(PapierA4.width() - Papierrand - KleinsteTextbreite));
+    QRectF text = briefkopftext(neu, grafik);
+    const double platz = std::max(1.0, unten - Papierrand);
+    while (text.height() > platz && neu.SchriftGröße > KleinsteSchrift) {
+        // Of a smaller font more fits into a line as well.
+        const auto passend = static_cast<int>(neu.SchriftGröße * std::sqrt(platz / text.height()));
+        neu.SchriftGröße = std::clamp(passend, KleinsteSchrift, neu.SchriftGröße - 1);
+        text = briefkopftext(neu, grafik);
+    }
+    neu.TextOben = oben(kopf.TextOben, text.height());
+    return neu;
+}
+
 void paintBriefkopf(QPainter& painter, const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     grafik.paint(painter, grafik.rahmen(kopf));
 
-    painter.translate(kopf.TextLinks, kopf.TextOben);
-    painter.scale(1 / Feinheit, 1 / Feinheit);
+    const Kopfsatz satz = kopfsatz(kopf, grafik);
+    painter.translate(satz.rahmen.topLeft());
+    painter.scale(1 / Schriftfeinheit, 1 / Schriftfeinheit);
     painter.setPen(Qt::black);
-    painter.setFont(briefkopfschrift(kopf));
-    const QFontMetricsF maße(painter.font());
+    painter.setFont(satz.schrift);
+    const QFontMetricsF maße(satz.schrift);
     double grundlinie = maße.ascent();
-    const QStringList zeilen = briefkopfzeilen(kopf);
-    for (const QString& zeile : zeilen) {
+    for (const QString& zeile : satz.zeilen) {
         painter.drawText(QPointF(0, grundlinie), zeile);
         grundlinie += maße.lineSpacing();
     }

@@ -41,6 +41,16 @@ private:
     QSizeF format_;
 };
 
+/// Where the letterhead's text lies on the paper, in millimetres; empty without text. A line that
+/// is too long for the paper, or meets the graphic on its right, is broken.
+[[nodiscard]] QRectF briefkopftext(const Briefkopf& kopf, const Briefkopfgrafik& grafik);
+
+/// The letterhead, its text and graphic each moved up as far as needed to end above @p unten
+/// millimetres from the top, and to the left where it would leave the paper. Text that is higher
+/// than that gets a smaller font.
+[[nodiscard]] Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik,
+                                   double unten);
+
 /// Paints the letterhead in black on what is there. A unit of @p painter is a millimetre and its
 /// origin the paper's top left corner, so screen, printer and PDF show the same.
 void paintBriefkopf(QPainter& painter, const Briefkopf& kopf, const Briefkopfgrafik& grafik);

@@ -1,0 +1,223 @@
+#include "print/protokolldaten.h"
+
+#include "evaluation/klassen.h"
+#include "evaluation/merkmale.h"
+#include "results/untersuchung.h"
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView MusterCI = u"0.00";
+constexpr QStringView MusterHI = u"0.000";
+constexpr QStringView MusterDV = u"+0.0;-0.0;0.0";
+constexpr QStringView StreuungDV = u"0.0";
+
+class Zusammenstellung {
+public:
+    explicit Zusammenstellung(const Protokollquelle& quelle)
+        : q_(quelle)
+        , p_(quelle.protokolltexte)
+        , angaben_(quelle.untersuchung.angaben())
+        , merkmale_(
+              MerkmaleAuswerten(quelle.untersuchung.merkmale(), quelle.einstellungen.OhneHaarlänge))
+        , beurteilung_(beurteile({.Tiere = angaben_.Tiere,
+                                  .Klassen = klassenCI(quelle.untersuchung.reihe()),
+                                  .Merkmale = merkmale_.Texte,
+                                  .Merkmalfehler = merkmale_.Fehler},
+                                 quelle.standard, quelle.einstellungen.BewertungAktiv)) {}
+
+    Protokolldaten daten() {
+        d_.einstellungen = q_.einstellungen;
+        d_.texte = p_;
+        d_.titel = p_(Text::MerkmalsuntersuchungNr) + u' ' + angaben_.UNr.trimmed();
+        d_.datum = datumstext(q_.einstellungen.datum, q_.heute, q_.untersuchung.datum(),
+                              q_.texte.sprache().value_or(Sprache::Deutsch));
+        d_.definition = q_.texte(Meldung::IndexDefinition);
+        diagramme();
+        angaben();
+        indizes();
+        korrelation();
+        merkmale();
+        if (const std::optional<bool> urteil = beurteilung_.urteil()) {
+            d_.urteil = (*urteil ? p_(Text::EntsprichtDenMerkmalen)
+                                 : p_(Text::EntsprichtNichtDenMerkmalen)) +
+                        u' ' + rasse();
+        }
+        return std::move(d_);
+    }
+
+private:
+    /// The race whose standard is judged by. A stored examination may name another.
+    [[nodiscard]] QString rasse() const { return q_.einstellungen.rassen.value(angaben_.Rasse); }
+    [[nodiscard]] Protokollart art() const { return q_.einstellungen.art; }
+
+    void diagramme() {
+        const Messreihe& reihe = q_.untersuchung.reihe();
+        Diagrammworte worte = Diagrammworte::protokoll(q_.texte, p_);
+        // The heading above the chart names the index; the charts say what they count.
+        worte.cubitalindex = p_(Text::CI) + u": "_s + p_(Text::BienenJeKlasse);
+        worte.dvKlassen = p_(Text::DV) + u": "_s + p_(Text::BienenJeKlasse);
+        d_.kurven =
+            kurvenbild(reihe, q_.standard, angaben_.Tiere, beurteilung_,
+                       kurvenform(q_.einstellungen.Kurvenform),
+                       art() == Protokollart::CubitalindexUndDV ? ZweiteKurve::Discoidalverschiebung
+                                                                : ZweiteKurve::Keine);
+        d_.kurven.rasse = rasse();
+        d_.kurven.format = q_.format;
+        d_.kurven.worte = worte;
+        d_.korrel = korrelbild(reihe, q_.standard.linien, angaben_.Tiere);
+        d_.korrel.format = q_.format;
+        d_.korrel.worte = std::move(worte);
+        d_.korrel.worte.cubitalindex = p_(Text::Cubitalindex);
+    }
+
+    void angaben() {
+        const qsizetype flügel = std::ssize(q_.untersuchung.reihe().nummern());
+        const QString bienen =
+            QString::number(flügel > 0 ? flügel : static_cast<qsizetype>(merkmale_.Bienen));
+        d_.untersucht = bienen + u' ' +
+                        (angaben_.Tiere == Geschlecht::Drohnen ? p_(Text::DrohnenUntersucht)
+                                                               : p_(Text::ArbeiterinnenUntersucht));
+        d_.königin = {{p_(Text::Zuchtbuch), zuchtbuchnummer(angaben_), {}},
+                      {p_(Text::Züchter), angaben_.Name.trimmed(), {}},
+                      {p_(Text::Begattung), angaben_.Begattung.trimmed(), {}}};
+        d_.volk = {
+            {p_(Text::Volk), angaben_.Volk.trimmed(), {}},
+            {p_(Text::BesitzerDesVolkes), angaben_.Besitzer.trimmed(), {}},
+            {p_(Text::Rasse), angaben_.Rassenname.isEmpty() ? rasse() : angaben_.Rassenname, {}}};
+    }
+
+    /// "3.02 ± 0.31"
+    [[nodiscard]] Protokollwert mittelwert(const QString& index, const std::optional<Kennzahlen>& k,
+                                           QStringView muster, QStringView streuung) const {
+        Protokollwert w{p_(Text::Mittelwert) + u' ' + index, p_(Text::NichtGemessen), {}};
+        if (k) {
+            w.wert = Format(k->mittelwert, muster, q_.format);
+            if (k->standardabweichung) {
+                w.wert += u" ± "_s + Format(*k->standardabweichung, streuung, q_.format);
+            }
+            w.zusatz = u"n = %1"_s.arg(k->anzahl);
+        }
+        return w;
+    }
+
+    /// A share with the highest allowed one, which only the judgement asks for.
+    [[nodiscard]] Protokollwert anteil(const QString& name, const Prüfwert& prüfwert) const {
+        Protokollwert w{name, u"–"_s, {}, prüfwert.fett};
+        if (prüfwert.gemessen) {
+            w.wert = u"%1 %"_s.arg(*prüfwert.gemessen);
+        }
+        if (beurteilung_.BewertungAktiv) {
+            w.zusatz = u"≤ "_s + zahltext(prüfwert.erlaubt, q_.format) + u" %"_s;
+        }
+        return w;
+    }
+
+    void indizes() {
+        d_.indizes = {mittelwert(p_(Text::CI), d_.kurven.CI.kennzahlen, MusterCI, MusterCI)};
+        if (art() == Protokollart::CubitalindexUndDV) {
+            d_.indizes.push_back(
+                mittelwert(p_(Text::DV), d_.kurven.zweite.kennzahlen, MusterDV, StreuungDV));
+        }
+        for (const Prüfwert& w : beurteilung_.werte) {
+            const QString name = p_(Text::Klasse) + u' ' + klassenbereichtext(w.bereich);
+            if (w.art == Prüfung::Klassen) {
+                d_.indizes.push_back(anteil(name, w));
+            } else if (w.art == Prüfung::Nebengipfel && beurteilung_.BewertungAktiv) {
+                d_.indizes.push_back({name, w.fett ? p_(Text::Nebengipfel) : u"–"_s, {}, w.fett});
+            }
+        }
+    }
+
+    void korrelation() {
+        const Korrelbild& k = d_.korrel;
+        d_.korrelation = {mittelwert(p_(Text::HI), k.HI, MusterHI, MusterHI),
+                          mittelwert(p_(Text::DV), k.DV, MusterDV, StreuungDV)};
+        const auto alle = static_cast<int>(k.flügel.size());
+        if (alle > 0) {
+            const int innen = k.anteilImBereich();
+            d_.anteilInnerhalb = q_.texte(Meldung::AnteilInnerhalb).arg(innen);
+            const int anzahl = k.anzahlImBereich();
+            d_.korrelation.push_back({q_.texte(Meldung::ImVertrauensbereich), u"%1 %"_s.arg(innen),
+                                      u"n = %1"_s.arg(anzahl)});
+            d_.korrelation.push_back({p_(Text::NichtImVertrauensbereich),
+                                      u"%1 %"_s.arg(100 - innen), u"n = %1"_s.arg(alle - anzahl)});
+        }
+    }
+
+    [[nodiscard]] const QString& gruppenname(Merkmalgruppe gruppe) const {
+        switch (gruppe) {
+        case Merkmalgruppe::HaarLänge:
+            return p_(Text::HaarlängeProtokoll);
+        case Merkmalgruppe::Filz:
+            return p_(Text::FilzbindenProtokoll);
+        case Merkmalgruppe::Haarfarbe:
+            return p_(Text::Haarfarbe);
+        case Merkmalgruppe::Panzer:
+            break;
+        }
+        return p_(Text::PanzerzeichenProtokoll);
+    }
+
+    /// The checks of a group keep the order of the judgement, which is that of the report.
+    [[nodiscard]] Merkmalreihe reihe(Merkmalgruppe gruppe) const {
+        const auto codes = merkmalcodes(angaben_.Tiere, gruppe);
+        Merkmalreihe reihe{gruppenname(gruppe), {}};
+        for (const Prüfwert& w : beurteilung_.werte) {
+            const bool dabei = w.art == Prüfung::Merkmal &&
+                               std::any_of(codes.begin(), codes.end(),
+                                           [&w](const Merkmalcode& c) { return c.code == w.name; });
+            if (dabei) {
+                reihe.werte.push_back(anteil(w.name, w));
+                // A group in which no code occurs was left out, such as the hair length.
+                reihe.gemessen = reihe.gemessen || merkmale_.Fehler || w.gemessen.value_or(0) > 0;
+            }
+        }
+        return reihe;
+    }
+
+    /// "O67 E33": the codes that occur with their shares.
+    [[nodiscard]] static QString formel(const Merkmalreihe& reihe) {
+        QStringList teile;
+        for (const Protokollwert& w : reihe.werte) {
+            if (w.wert.front().isDigit() && !w.wert.startsWith(u"0 ")) {
+                teile << w.name + w.wert.chopped(2);
+            }
+        }
+        return teile.join(u' ');
+    }
+
+    void merkmale() {
+        QStringList formeln;
+        for (const Merkmalgruppe gruppe : merkmalgruppen(angaben_.Tiere)) {
+            d_.merkmale.push_back(reihe(gruppe));
+            if (const QString teil = formel(d_.merkmale.back()); !teil.isEmpty()) {
+                formeln << teil;
+            }
+        }
+        if (merkmale_.Bienen > 0) {
+            d_.merkmalszahl = u"n = %1"_s.arg(merkmale_.Bienen);
+        }
+        d_.merkmalsformel = formeln.isEmpty() ? p_(Text::NichtGemessen) : formeln.join(u"  ·  "_s);
+    }
+
+    const Protokollquelle& q_;
+    const Protokolltexte& p_;
+    const Kolonieangaben& angaben_;
+    Merkmalauswertung merkmale_;
+    Beurteilung beurteilung_;
+    Protokolldaten d_;
+};
+
+} // namespace
+
+Protokolldaten protokolldaten(const Protokollquelle& quelle) {
+    return Zusammenstellung(quelle).daten();
+}
+
+} // namespace tarvel

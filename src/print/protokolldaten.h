@@ -1,0 +1,74 @@
+#pragma once
+
+#include "evaluation/korrel.h"
+#include "evaluation/kurven.h"
+#include "lang/protokolltexte.h"
+#include "print/protokolleinstellungen.h"
+
+#include <QDate>
+#include <QString>
+
+#include <vector>
+
+namespace tarvel {
+
+class Untersuchung;
+
+/// A value of the report with its name.
+struct Protokollwert {
+    QString name;
+    QString wert;   ///< empty stays a gap to be filled in by hand
+    QString zusatz; ///< number of wings, or the allowed share
+    bool fett = false;
+
+    bool operator==(const Protokollwert&) const = default;
+};
+
+/// A group of body marks and the shares of its codes.
+struct Merkmalreihe {
+    QString gruppe;
+    std::vector<Protokollwert> werte; ///< in the order of the report
+    bool gemessen = false;
+
+    bool operator==(const Merkmalreihe&) const = default;
+};
+
+/// Everything that stands on the report, in the words that it is printed with. The charts carry
+/// theirs too.
+struct Protokolldaten {
+    Protokolleinstellungen einstellungen;
+    Protokolltexte texte;
+    QString titel;      ///< with the number of the examination
+    QString untersucht; ///< "25 Arbeiterinnen wurden untersucht"
+    std::vector<Protokollwert> königin;
+    std::vector<Protokollwert> volk;
+    std::vector<Protokollwert> indizes;     ///< means, shares of classes, secondary peak
+    std::vector<Protokollwert> korrelation; ///< means and shares of the second page
+    QString anteilInnerhalb;                ///< sentence about the wings inside, empty without any
+    std::vector<Merkmalreihe> merkmale;
+    QString merkmalszahl; ///< "n = 25", empty without marks
+    QString merkmalsformel;
+    QString urteil; ///< empty when there is none
+    QString datum;
+    QString definition; ///< of the indices
+    Kurvenbild kurven;
+    Korrelbild korrel;
+};
+
+/// Where the report comes from. Everything is read while protokolldaten() runs.
+struct Protokollquelle {
+    const Untersuchung& untersuchung;
+    const Rassestandard& standard; ///< of the examination's race
+    const Protokolleinstellungen& einstellungen;
+    const Texte& texte;
+    const Protokolltexte& protokolltexte;
+    Zahlenformat format;
+    QDate heute;
+};
+
+/// Judges the examination by the standard and puts together what the report says about it. An
+/// examination without wings gives a report too; whether it is worth printing is the caller's
+/// question.
+[[nodiscard]] Protokolldaten protokolldaten(const Protokollquelle& quelle);
+
+} // namespace tarvel

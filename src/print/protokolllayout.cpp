@@ -1,0 +1,352 @@
+#include "print/protokollseite.h"
+
+#include <algorithm>
+
+namespace tarvel {
+
+namespace {
+
+using Grad = Protokollgrad;
+
+// Millimetres.
+constexpr double Links = Protokollrand;
+const double Rechts = PapierA4.width() - Protokollrand;
+const double Breite = Rechts - Links;
+const double Unten = PapierA4.height() - ProtokollrandUnten;
+constexpr double Höchstanfang = 40; ///< the body begins no higher than this
+constexpr double Abstand = 4;       ///< between sections
+constexpr double Einzug = 1.5;      ///< from a line of the grid to text
+constexpr double Zellenluft = 0.8;
+constexpr double Haarlinie = 0.12;
+constexpr double Kopflinie = 0.35;
+constexpr double Gruppenbreite = 38; ///< names of the groups of body marks
+constexpr double Unterschriftshöhe = 15;
+constexpr double Unterschriftsbreite = 76;
+constexpr double KleinstesDiagramm = 72;
+constexpr double KleinstesDoppeldiagramm = 84;
+constexpr double HöchstesDiagramm = 170;
+constexpr double HöchsteBemerkung = 0.6; ///< part of a heading's line
+
+double zeile(Grad grad) {
+    return Protokollsatz::zeilenhöhe(grad);
+}
+
+/// A part of the page, laid out from the top of its own.
+struct Block {
+    std::vector<Protokolltext> texte;
+    std::vector<Protokolllinie> linien;
+    double höhe = 0;
+
+    void setzeAuf(Protokollseite& seite, double oben) const {
+        for (Protokolltext t : texte) {
+            t.rahmen.translate(0, oben);
+            seite.texte.push_back(std::move(t));
+        }
+        for (Protokolllinie l : linien) {
+            l.linie.translate(0, oben);
+            seite.linien.push_back(l);
+        }
+    }
+};
+
+/// Writes a block from top to bottom.
+class Setzer {
+public:
+    explicit Setzer(const Protokolldaten& daten)
+        : satz_(daten.einstellungen.SchriftArt, daten.einstellungen.SchriftKursiv) {}
+
+    [[nodiscard]] Block block() && {
+        b_.höhe = y_;
+        return std::move(b_);
+    }
+
+    void lücke(double höhe) { y_ += höhe; }
+
+    void titel(const QString& text) {
+        y_ += absatz({Links, y_}, text, {Grad::Titel, false}, Breite, 2, Qt::AlignLeft);
+    }
+
+    /// A heading on a line, with a remark at its right end.
+    void abschnitt(const QString& text, const QString& rechts = {}) {
+        const double platz = rechts.isEmpty()
+                                 ? 0
+                                 : std::min(satz_.breite(rechts, Grad::Text, false) + Haarlinie,
+                                            Breite * HöchsteBemerkung);
+        const double höhe = absatz({Links, y_}, text, {Grad::Abschnitt, false},
+                                   Breite - platz - 2 * Einzug, 1, Qt::AlignLeft);
+        const double versatz =
+            Protokollsatz::grundlinie(Grad::Abschnitt) - Protokollsatz::grundlinie(Grad::Text);
+        absatz({Rechts - platz, y_ + versatz}, rechts, {Grad::Text, false}, platz, 1,
+               Qt::AlignRight);
+        y_ += höhe + 0.6;
+        linie({Links, y_}, {Rechts, y_}, Kopflinie);
+    }
+
+    /// Cells side by side, name above and value below.
+    void zellen(const std::vector<Protokollwert>& werte) { zellen(werte, bedarf(werte)); }
+    /// The same in columns of one width, which several rows share.
+    void spalten(const std::vector<Protokollwert>& werte) {
+        zellen(werte,
+               std::vector<double>(werte.size(), Breite / static_cast<double>(werte.size())));
+    }
+
+    void merkmale(const Protokolldaten& daten) {
+        for (const Merkmalreihe& reihe : daten.merkmale) {
+            merkmalreihe(reihe, daten.texte(Text::NichtGemessen));
+        }
+        zeileMitNamen(daten.texte(Text::Merkmalsformel), daten.merkmalsformel);
+    }
+
+    /// The verdict in a frame.
+    void urteil(const QString& text) {
+        const double oben = y_;
+        y_ += 1.4;
+        y_ += absatz({Links + Einzug, y_}, text, {Grad::Abschnitt, false}, Breite - 2 * Einzug, 2,
+                     Qt::AlignLeft);
+        y_ += 1.4;
+        rahmen(oben, {Links, Rechts});
+    }
+
+    /// Date and signature, each on a line.
+    void unterschrift(const QString& datum, const QString& wort) {
+        y_ += Unterschriftshöhe;
+        const double rechts = Rechts - Unterschriftsbreite;
+        absatz({Links, y_ - zeile(Grad::Text) - 0.4}, datum, {Grad::Text, false},
+               Unterschriftsbreite, 1, Qt::AlignLeft);
+        linie({Links, y_}, {Links + Unterschriftsbreite, y_}, Haarlinie);
+        linie({rechts, y_}, {Rechts, y_}, Haarlinie);
+        y_ += 0.6;
+        y_ +=
+            absatz({rechts, y_}, wort, {Grad::Klein, false}, Unterschriftsbreite, 1, Qt::AlignLeft);
+    }
+
+    /// The definition of the indices and the number of the page.
+    void fuß(const QString& definition, const QString& seitenzahl) {
+        constexpr double Zahlenbreite = 34;
+        linie({Links, y_}, {Rechts, y_}, Haarlinie);
+        y_ += 1;
+        const double platz = seitenzahl.isEmpty() ? 0 : Zahlenbreite;
+        absatz({Rechts - platz, y_}, seitenzahl, {Grad::Klein, false}, platz, 1, Qt::AlignRight);
+        y_ += absatz({Links, y_}, definition, {Grad::Klein, false}, Breite - platz - Einzug, 3,
+                     Qt::AlignLeft);
+    }
+
+private:
+    void zellen(const std::vector<Protokollwert>& werte, const std::vector<double>& breiten) {
+        const double oben = y_;
+        std::vector<double> kanten{Links};
+        double höhe = 0;
+        for (std::size_t i = 0; i < werte.size(); ++i) {
+            höhe = std::max(höhe, zelle(kanten.back(), breiten[i], werte[i]));
+            kanten.push_back(kanten.back() + breiten[i]);
+        }
+        y_ += höhe;
+        rahmen(oben, kanten);
+    }
+
+    /// Widths of cells that fill the line: all the same, unless one of them needs more.
+    [[nodiscard]] std::vector<double> bedarf(const std::vector<Protokollwert>& werte) const {
+        const double gleich = Breite / static_cast<double>(werte.size());
+        std::vector<double> breiten;
+        double summe = 0;
+        for (const Protokollwert& w : werte) {
+            const double wert = satz_.breite(w.wert, Grad::Text, w.fett) + zusatzbreite(w);
+            const double name = satz_.breite(w.name, Grad::Klein, false);
+            breiten.push_back(std::min(std::max(wert, name) + 2 * Einzug + 0.1, Breite / 2));
+            summe += breiten.back();
+        }
+        const bool genügt = std::all_of(breiten.begin(), breiten.end(),
+                                        [gleich](double breite) { return breite <= gleich; });
+        const double rest = (Breite - summe) / static_cast<double>(werte.size());
+        for (double& breite : breiten) {
+            breite = genügt ? gleich : rest >= 0 ? breite + rest : breite * Breite / summe;
+        }
+        return breiten;
+    }
+
+    [[nodiscard]] double zusatzbreite(const Protokollwert& w) const {
+        return w.zusatz.isEmpty() ? 0 : satz_.breite(w.zusatz, Grad::Klein, false) + Einzug;
+    }
+
+    struct Schnitt {
+        Grad grad;
+        bool fett;
+    };
+
+    void linie(QPointF von, QPointF nach, double breite) {
+        b_.linien.push_back({{von, nach}, breite});
+    }
+
+    /// Left and right edge of the cells of a row and the lines between them.
+    void rahmen(double oben, const std::vector<double>& kanten) {
+        for (const double x : kanten) {
+            linie({x, oben}, {x, y_}, Haarlinie);
+        }
+        linie({Links, y_}, {Rechts, y_}, Haarlinie);
+    }
+
+    /// Writes @p text into a column at @p ort and returns its height.
+    double absatz(QPointF ort, const QString& text, Schnitt s, double breite, int höchstens,
+                  Qt::AlignmentFlag bündig) {
+        if (text.trimmed().isEmpty()) {
+            return zeile(s.grad);
+        }
+        double y = ort.y();
+        const QStringList zeilen = satz_.umbrochen(text, s.grad, s.fett, breite, höchstens);
+        for (const QString& z : zeilen) {
+            const double länge = satz_.breite(z, s.grad, s.fett);
+            const double x = bündig == Qt::AlignRight ? ort.x() + breite - länge : ort.x();
+            b_.texte.push_back({QRectF(x, y, länge, zeile(s.grad)), z, s.grad, s.fett});
+            y += zeile(s.grad);
+        }
+        return y - ort.y();
+    }
+
+    double zelle(double x, double breite, const Protokollwert& wert) {
+        const double innen = breite - 2 * Einzug;
+        double y = y_ + Zellenluft;
+        y += absatz({x + Einzug, y}, wert.name, {Grad::Klein, false}, innen, 1, Qt::AlignLeft);
+        y += wertMitZusatz({x + Einzug, y}, innen, wert, 2);
+        return y + Zellenluft - y_;
+    }
+
+    /// The addition stands at the right end of the first line.
+    double wertMitZusatz(QPointF ort, double breite, const Protokollwert& wert, int höchstens) {
+        const double versatz =
+            Protokollsatz::grundlinie(Grad::Text) - Protokollsatz::grundlinie(Grad::Klein);
+        absatz(ort + QPointF(0, versatz), wert.zusatz, {Grad::Klein, false}, breite, 1,
+               Qt::AlignRight);
+        return absatz(ort, wert.wert, {Grad::Text, wert.fett}, breite - zusatzbreite(wert),
+                      höchstens, Qt::AlignLeft);
+    }
+
+    void merkmalreihe(const Merkmalreihe& reihe, const QString& nichtGemessen) {
+        if (!reihe.gemessen) {
+            zeileMitNamen(reihe.gruppe, nichtGemessen);
+            return;
+        }
+        const double oben = y_;
+        const double breite = (Breite - Gruppenbreite) / 4;
+        y_ += Zellenluft;
+        double höhe = gruppenname(reihe.gruppe);
+        std::vector<double> kanten{Links, Rechts};
+        double x = Links + Gruppenbreite;
+        for (const Protokollwert& wert : reihe.werte) {
+            kanten.push_back(x);
+            constexpr double Codebreite = 7.5;
+            absatz({x + Einzug, y_}, wert.name, {Grad::Text, false}, Codebreite, 1, Qt::AlignLeft);
+            höhe = std::max(höhe, wertMitZusatz({x + Einzug + Codebreite, y_},
+                                                breite - Codebreite - 2 * Einzug, wert, 1));
+            x += breite;
+        }
+        kanten.push_back(x);
+        y_ += höhe + Zellenluft;
+        rahmen(oben, kanten);
+    }
+
+    double gruppenname(const QString& name) {
+        return absatz({Links + Einzug, y_}, name, {Grad::Text, false}, Gruppenbreite - 2 * Einzug,
+                      2, Qt::AlignLeft);
+    }
+
+    void zeileMitNamen(const QString& name, const QString& text) {
+        const double oben = y_;
+        y_ += Zellenluft;
+        const double x = Links + Gruppenbreite;
+        const double höhe = gruppenname(name);
+        y_ += std::max(höhe, absatz({x + Einzug, y_}, text, {Grad::Text, false},
+                                    Rechts - x - 2 * Einzug, 2, Qt::AlignLeft));
+        y_ += Zellenluft;
+        rahmen(oben, {Links, x, Rechts});
+    }
+
+    Protokollsatz satz_;
+    Block b_;
+    double y_ = 0;
+};
+
+Block oben1(const Protokolldaten& d) {
+    Setzer s(d);
+    s.titel(d.titel);
+    s.lücke(2);
+    s.abschnitt(d.texte(Text::AngabenZurKönigin));
+    s.spalten(d.königin);
+    s.spalten(d.volk);
+    s.lücke(Abstand);
+    s.abschnitt(d.einstellungen.art == Protokollart::CubitalindexUndDV
+                    ? d.texte(Text::CubitalindexUndDiscoidalverschiebung)
+                    : d.texte(Text::Cubitalindex),
+                d.untersucht);
+    s.zellen(d.indizes);
+    s.lücke(2);
+    return std::move(s).block();
+}
+
+Block oben2(const Protokolldaten& d) {
+    Setzer s(d);
+    s.titel(d.titel);
+    s.lücke(2);
+    s.abschnitt(d.texte(Text::AngabenZurKönigin));
+    s.spalten(d.königin);
+    s.lücke(Abstand);
+    s.abschnitt(d.texte(Text::HantelindexUndDV), d.anteilInnerhalb);
+    s.zellen(d.korrelation);
+    s.lücke(2);
+    return std::move(s).block();
+}
+
+Block unten(const Protokolldaten& d, int nummer) {
+    Setzer s(d);
+    if (nummer == 1) {
+        s.lücke(Abstand);
+        s.abschnitt(d.texte(Text::KörperMerkmale), d.merkmalszahl);
+        s.merkmale(d);
+        if (!d.urteil.isEmpty()) {
+            s.lücke(Abstand);
+            s.abschnitt(d.texte(Text::Beurteilung));
+            s.urteil(d.urteil);
+        }
+    }
+    s.unterschrift(d.datum, d.texte(Text::Unterschrift));
+    s.lücke(Abstand);
+    QString seite;
+    if (seitenzahl(d.einstellungen.art) == 2) {
+        seite = nummer == 1 ? d.texte(Text::Seite1Von2) : d.texte(Text::Seite2);
+    }
+    s.fuß(d.definition, seite);
+    return std::move(s).block();
+}
+
+QRectF kopfrahmen(const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
+    return grafik.rahmen(kopf).united(briefkopftext(kopf, grafik));
+}
+
+} // namespace
+
+Protokollseite protokollseite(const Protokolldaten& daten, const Briefkopfgrafik& grafik,
+                              int nummer) {
+    const Protokollart art = daten.einstellungen.art;
+    const bool zweite = nummer == 2 && seitenzahl(art) == 2;
+    const Block ersterKopf = oben1(daten);
+    const Block kopf = zweite ? oben2(daten) : ersterKopf;
+    const Block fuß = unten(daten, zweite ? 2 : 1);
+
+    // Both pages carry the letterhead at the same place, which the first one decides.
+    const double diagramm =
+        art == Protokollart::CubitalindexUndDV ? KleinstesDoppeldiagramm : KleinstesDiagramm;
+    const double spätestens =
+        Unten - diagramm - ersterKopf.höhe - (zweite ? unten(daten, 1).höhe : fuß.höhe);
+    Protokollseite seite;
+    seite.briefkopf = eingepasst(daten.einstellungen.briefkopf, grafik, spätestens - Abstand);
+    seite.briefkopfrahmen = kopfrahmen(seite.briefkopf, grafik);
+    const double anfang = std::max(Höchstanfang, seite.briefkopfrahmen.bottom() + Abstand);
+    kopf.setzeAuf(seite, anfang);
+    fuß.setzeAuf(seite, Unten - fuß.höhe);
+    const double mitte = anfang + kopf.höhe;
+    const double höhe = std::min(HöchstesDiagramm, Unten - fuß.höhe - mitte);
+    seite.diagramme.push_back({zweite ? Protokolldiagramm::Korrel : Protokolldiagramm::Kurven,
+                               QRectF(Links, mitte, Breite, höhe)});
+    return seite;
+}
+
+} // namespace tarvel

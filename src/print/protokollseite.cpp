@@ -1,0 +1,92 @@
+#include "print/protokollseite.h"
+
+#include "evaluation/zeichenflaeche.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tarvel {
+
+namespace {
+
+/// A user's own words may be long; in a chart they get only so much room.
+Diagrammworte gekürzteWorte(Diagrammworte worte, const Diagrammstil& stil) {
+    const QFont schrift = diagrammschrift(stil, Schriftgrad::Normal);
+    const auto kürze = [&schrift](double breite, std::initializer_list<QString*> texte) {
+        for (QString* text : texte) {
+            *text = gekürzt(text->trimmed(), schrift, breite);
+        }
+    };
+    kürze(50, {&worte.CI, &worte.HI, &worte.DV});
+    kürze(150, {&worte.klasse, &worte.mittelwert});
+    kürze(210, {&worte.nebengipfel, &worte.keinNebengipfel, &worte.imVertrauensbereich,
+                &worte.nichtImVertrauensbereich, &worte.hantelindex});
+    return worte;
+}
+
+class Blattzeichner {
+public:
+    Blattzeichner(QPainter& painter, const Protokolldaten& daten)
+        : p_(painter)
+        , d_(daten)
+        , satz_(daten.einstellungen.SchriftArt, daten.einstellungen.SchriftKursiv) {}
+
+    void linie(const Protokolllinie& l) {
+        p_.setPen(QPen(Qt::black, l.breite, Qt::SolidLine, Qt::SquareCap));
+        p_.drawLine(l.linie);
+    }
+
+    void text(const Protokolltext& t) {
+        p_.save();
+        p_.translate(t.rahmen.left(), t.rahmen.top() + Protokollsatz::grundlinie(t.grad));
+        p_.scale(1 / Schriftfeinheit, 1 / Schriftfeinheit);
+        p_.setPen(Qt::black);
+        p_.setFont(satz_.schrift(t.grad, t.fett));
+        p_.drawText(QPointF(), t.text);
+        p_.restore();
+    }
+
+    void diagramm(const Diagrammrahmen& d) {
+        QFont schrift(d_.einstellungen.SchriftArt);
+        schrift.setItalic(d_.einstellungen.SchriftKursiv);
+        const Diagrammstil stil = Diagrammstil::schwarzweiß(schrift);
+        if (d.art == Protokolldiagramm::Korrel) {
+            Korrelbild bild = d_.korrel;
+            bild.worte = gekürzteWorte(bild.worte, stil);
+            paintKorrel(p_, d.rahmen, bild, stil);
+        } else {
+            Kurvenbild bild = d_.kurven;
+            bild.worte = gekürzteWorte(bild.worte, stil);
+            paintKurven(p_, d.rahmen, bild, stil);
+        }
+    }
+
+private:
+    QPainter& p_;
+    const Protokolldaten& d_;
+    Protokollsatz satz_;
+};
+
+} // namespace
+
+void paintProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
+                    int nummer) {
+    const Protokollseite seite = protokollseite(daten, grafik, nummer);
+    painter.save();
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    Blattzeichner maler(painter, daten);
+    for (const Diagrammrahmen& d : seite.diagramme) {
+        maler.diagramm(d);
+    }
+    for (const Protokolllinie& l : seite.linien) {
+        maler.linie(l);
+    }
+    for (const Protokolltext& t : seite.texte) {
+        maler.text(t);
+    }
+    paintBriefkopf(painter, seite.briefkopf, grafik);
+    painter.restore();
+}
+
+} // namespace tarvel

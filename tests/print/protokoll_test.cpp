@@ -1,0 +1,334 @@
+#include "print/protokollprobe.h"
+#include "print/protokollseite.h"
+
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
+
+namespace {
+
+QStringList zeilen(const Protokollseite& seite) {
+    QStringList liste;
+    for (const Protokolltext& t : seite.texte) {
+        liste << t.text;
+    }
+    return liste;
+}
+
+QStringList zeilen(const Protokolldaten& daten, int nummer = 1) {
+    return zeilen(protokollseite(daten, Briefkopfgrafik(), nummer));
+}
+
+QStringList fettes(const Protokolldaten& daten) {
+    QStringList liste;
+    for (const Protokolltext& t : protokollseite(daten, Briefkopfgrafik(), 1).texte) {
+        if (t.fett) {
+            liste << t.text;
+        }
+    }
+    return liste;
+}
+
+/// Whether two rectangles share more than an edge; a hundredth of a millimetre is none.
+bool berühren(const QRectF& a, const QRectF& b) {
+    const QRectF s = a.intersected(b);
+    return s.width() > 0.01 && s.height() > 0.01;
+}
+
+/// What is wrong with a page: text beyond the margins, on other text, on a chart or on a line.
+QStringList fehler(const Protokollseite& seite) {
+    QStringList liste;
+    const QRectF satzspiegel(
+        QPointF(Protokollrand, seite.briefkopfrahmen.bottom()),
+        QPointF(PapierA4.width() - Protokollrand, PapierA4.height() - ProtokollrandUnten + 0.01));
+    std::vector<std::pair<QString, QRectF>> kästen;
+    for (const Protokolltext& t : seite.texte) {
+        kästen.emplace_back(t.text, t.rahmen);
+    }
+    for (const Diagrammrahmen& d : seite.diagramme) {
+        kästen.emplace_back(u"Diagramm"_s, d.rahmen);
+        if (d.rahmen.height() < 60 || d.rahmen.width() < 150) {
+            liste << u"Diagramm zu klein"_s;
+        }
+    }
+    for (std::size_t i = 0; i < kästen.size(); ++i) {
+        if (!satzspiegel.adjusted(-0.01, 0, 0.01, 0).contains(kästen[i].second)) {
+            liste << u"außerhalb: "_s + kästen[i].first;
+        }
+        for (std::size_t k = 0; k < i; ++k) {
+            if (berühren(kästen[i].second, kästen[k].second)) {
+                liste << kästen[i].first + u" auf "_s + kästen[k].first;
+            }
+        }
+        for (const Protokolllinie& l : seite.linien) {
+            // A line is crossed when it passes through the letters, not when it touches the box.
+            const QRectF kern = kästen[i].second.adjusted(0.1, 0.5, -0.1, -0.5);
+            const QRectF strich = QRectF(l.linie.p1(), l.linie.p2()).normalized();
+            if (kern.intersects(strich.adjusted(-0.01, -0.01, 0.01, 0.01))) {
+                liste << kästen[i].first + u" auf einer Linie"_s;
+            }
+        }
+    }
+    return liste;
+}
+
+struct ProtokollTest : testing::Test, Protokollprobe {
+    void miss25() {
+        for (int i = 0; i < 25; ++i) {
+            miss(18 + i % 5);
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(ProtokollTest, firstPage_holdsWhatABreederAsksFor) {
+    miss25();
+    merkmale(25, 5);
+    EXPECT_THAT(
+        zeilen(daten()),
+        IsSupersetOf({u"Merkmalsuntersuchung Nr. 001AB2026"_s, u"06-012-007-2024"_s, u"Huber"_s,
+                      u"Steiner"_s, u"Lindenvolk"_s, u"Hochtal"_s, u"Carnica"_s,
+                      u"25 Arbeiterinnen wurden untersucht"_s, u"Mittelwert CI"_s, u"80 %"_s,
+                      u"O80 E20  ·  k100  ·  F100"_s, u"5. März 2026"_s, u"Unterschrift"_s,
+                      u"Seite 1 von 2"_s, u"Entspricht den Merkmalen der Rasse Carnica"_s}));
+    EXPECT_THAT(zeilen(daten(), 2), IsSupersetOf({u"Hantelindex und DV"_s, u"1,052 ± 0,000"_s,
+                                                  u"+0,8 ± 0,0"_s, u"100 %"_s, u"Seite 2"_s}));
+}
+
+TEST_F(ProtokollTest, kind_decidesOnChartsAndPages) {
+    miss25();
+    struct Fall {
+        Protokollart art;
+        QString überschrift;
+        ZweiteKurve zweite;
+        bool zweiSeiten;
+    };
+    for (const Fall& f :
+         {Fall{Protokollart::Cubitalindex, u"Cubitalindex"_s, ZweiteKurve::Keine, false},
+          {Protokollart::CubitalindexUndKorrelation, u"Cubitalindex"_s, ZweiteKurve::Keine, true},
+          {Protokollart::CubitalindexUndDV, u"Cubitalindex und Discoidalverschiebung"_s,
+           ZweiteKurve::Discoidalverschiebung, false}}) {
+        einstellungen.art = f.art;
+        const Protokolldaten d = daten();
+        EXPECT_EQ(d.kurven.art, f.zweite);
+        EXPECT_THAT(zeilen(d), Contains(f.überschrift));
+        const Protokollseite zweite = protokollseite(d, Briefkopfgrafik(), 2);
+        EXPECT_EQ(zweite.diagramme.at(0).art,
+                  f.zweiSeiten ? Protokolldiagramm::Korrel : Protokolldiagramm::Kurven);
+        EXPECT_EQ(zeilen(d).contains(u"Seite 1 von 2"_s), f.zweiSeiten);
+    }
+}
+
+TEST_F(ProtokollTest, bold_isExactlyWhatTheStandardForbids) {
+    standard.arbeiterinnen.Klasse = {u"01-05"_s, u"06-10"_s, u"16-17"_s};
+    standard.arbeiterinnen.max = {u"20%"_s, u"20%"_s};
+    standard.arbeiterinnen.Panzer = {u"100%"_s, u"20%"_s, u"0%"_s, u"0%"_s};
+    for (const int klasse : {3, 8, 8, 15, 16, 16, 17, 18, 20, 21}) {
+        miss(klasse);
+    }
+    merkmale(10, 2); // 20 % E, which is just allowed
+    // 10 % in the first range pass, 20 % in the second too; 2 wings in class 16 beside 1 and 1.
+    EXPECT_THAT(fettes(daten()), ElementsAre(u"Nebengipfel"_s));
+    EXPECT_THAT(zeilen(daten()), Contains(u"Entspricht nicht den Merkmalen der Rasse Carnica"_s));
+
+    miss(8);
+    miss(18); // 3 of 12 are 25 %, and there is no peak beside class 18 any more
+    merkmale(1, 1);
+    EXPECT_THAT(fettes(daten()), ElementsAre(u"25 %"_s, u"27 %"_s));
+
+    einstellungen.BewertungAktiv = false;
+    EXPECT_THAT(fettes(daten()), IsEmpty());
+    for (const QString& text : zeilen(daten())) {
+        EXPECT_FALSE(text.contains(u'≤') || text.contains(u"Entspricht"_s) ||
+                     text == u"Beurteilung"_s || text == u"Nebengipfel"_s)
+            << qPrintable(text);
+    }
+}
+
+TEST_F(ProtokollTest, whatWasNotMeasured_isSaid) {
+    miss(18, false);
+    EXPECT_EQ(zeilen(daten()).count(u"nicht gemessen"_s), 4); // three groups and the formula
+    EXPECT_EQ(zeilen(daten(), 2).count(u"nicht gemessen"_s), 2);
+
+    einstellungen.OhneHaarlänge = true;
+    merkmale(4, 1, true);
+    EXPECT_EQ(zeilen(daten()).count(u"nicht gemessen"_s), 1); // the hair
+    EXPECT_THAT(zeilen(daten()), Contains(u"O75 E25  ·  F100"_s));
+    EXPECT_THAT(zeilen(daten()), Contains(u"n = 4"_s));
+
+    // Without wings, the bees whose marks were taken were examined.
+    untersuchung.reihe().löscheAlle();
+    EXPECT_THAT(zeilen(daten()), Contains(u"4 Arbeiterinnen wurden untersucht"_s));
+}
+
+TEST_F(ProtokollTest, drones_haveTheirOwnMarksInTheOrderOfTheReport) {
+    setzeTiere(Geschlecht::Drohnen);
+    miss(12);
+    merkmale(4, 2);
+    const Protokolldaten d = daten();
+    ASSERT_EQ(d.merkmale.size(), 2U);
+    QStringList codes;
+    for (const Protokollwert& w : d.merkmale[1].werte) {
+        codes << w.name;
+    }
+    EXPECT_THAT(codes, ElementsAre(u"gr"_s, u"br"_s, u"ge"_s, u"sch"_s));
+    EXPECT_THAT(zeilen(d), IsSupersetOf({u"Haarfarbe"_s, u"1 Drohnen wurden untersucht"_s}));
+    EXPECT_THAT(zeilen(d), Not(Contains(u"Filzbinden"_s)));
+}
+
+TEST_F(ProtokollTest, ownWords_standForAllThirtySixTexts) {
+    Protokolltexte eigene;
+    for (std::size_t i = 0; i < eigene.felder.size(); ++i) {
+        eigene.felder[i] = u"<%1>"_s.arg(i);
+    }
+    QString alles;
+    const auto sammle = [&] {
+        for (const Protokollart art : alleArten) {
+            einstellungen.art = art;
+            const Protokolldaten d = daten(eigene);
+            alles += (zeilen(d) + zeilen(d, 2)).join(u' ');
+            for (const Diagrammworte& w : {d.kurven.worte, d.korrel.worte}) {
+                alles += w.hantelindex + w.korrelation + w.bienenJeKlasse;
+            }
+        }
+    };
+    miss(16);
+    sammle();
+    untersuchung.reihe().löscheAlle();
+    setzeTiere(Geschlecht::Drohnen);
+    miss(20);
+    sammle();
+    for (std::size_t i = 0; i < eigene.felder.size(); ++i) {
+        EXPECT_TRUE(alles.contains(eigene.felder[i])) << i;
+    }
+}
+
+TEST_F(ProtokollTest, extremes_neverOverlap) {
+    const QString lang =
+        u"Maximiliane von und zu Donaudampfschifffahrtselektrizitäten"_s.repeated(3);
+    for (const bool extrem : {false, true}) {
+        for (int sprache = 0; sprache < anzahlSprachen; ++sprache) {
+            for (const Geschlecht tiere : {Geschlecht::Arbeiterinnen, Geschlecht::Drohnen}) {
+                Protokollprobe p;
+                p.texte.SpracheEinstellen(sprache);
+                p.setzeTiere(tiere);
+                for (int i = 0; i < (extrem ? 200 : 1); ++i) {
+                    p.miss(10 + i % 12);
+                }
+                if (extrem) {
+                    p.merkmale(200, 70);
+                    Kolonieangaben a = p.untersuchung.angaben();
+                    a.Name = a.Besitzer = a.Begattung = a.Volk = a.UNr = a.KNr = a.Rassenname =
+                        lang;
+                    p.untersuchung.setzeAngaben(a);
+                    p.einstellungen.rassen[0] = lang;
+                    p.einstellungen.briefkopf.TextOben = 90;
+                    p.einstellungen.briefkopf.SchriftGröße = 72;
+                    p.einstellungen.briefkopf.Name = lang;
+                }
+                for (const Protokollart art : alleArten) {
+                    p.einstellungen.art = art;
+                    for (int seite = 1; seite <= seitenzahl(art); ++seite) {
+                        EXPECT_THAT(fehler(protokollseite(p.daten(), Briefkopfgrafik(), seite)),
+                                    IsEmpty())
+                            << sprache << static_cast<int>(art) << seite << extrem;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST_F(ProtokollTest, ownWordsOfFullLength_neverOverlap) {
+    Protokolltexte eigene;
+    for (QString& feld : eigene.felder) {
+        feld = u"Sehr langes eigenes Wort "_s.repeated(6).left(127);
+    }
+    miss25();
+    merkmale(25, 20);
+    for (const Protokollart art : alleArten) {
+        einstellungen.art = art;
+        for (int seite = 1; seite <= seitenzahl(art); ++seite) {
+            EXPECT_THAT(fehler(protokollseite(daten(eigene), Briefkopfgrafik(), seite)), IsEmpty());
+        }
+    }
+}
+
+TEST_F(ProtokollTest, body_beginsBelowTheLetterhead) {
+    miss25();
+    const auto titel = [this] {
+        const Protokollseite s = protokollseite(daten(), Briefkopfgrafik(), 1);
+        return s.texte.front().rahmen.top();
+    };
+    const double üblich = titel();
+    einstellungen.briefkopf.TextOben = 5; // no higher than usual
+    EXPECT_DOUBLE_EQ(titel(), üblich);
+    einstellungen.briefkopf.TextOben = 45;
+    EXPECT_GT(titel(), 49);
+    // As far down as the report leaves room; it is moved up then, not printed over.
+    einstellungen.briefkopf.TextOben = 250;
+    const Protokollseite seite = protokollseite(daten(), Briefkopfgrafik(), 1);
+    EXPECT_LT(seite.briefkopf.TextOben, 120);
+    EXPECT_LT(seite.briefkopfrahmen.bottom(), seite.texte.front().rahmen.top());
+    // The graphic too.
+    const QTemporaryDir ordner;
+    einstellungen.briefkopf.Datei = ordner.filePath(u"wappen.png"_s);
+    einstellungen.briefkopf.GrafikOben = 250;
+    ASSERT_TRUE(QImage(100, 100, QImage::Format_RGB32).save(einstellungen.briefkopf.Datei));
+    const Briefkopfgrafik wappen(einstellungen.briefkopf);
+    const Protokollseite mitWappen = protokollseite(daten(), wappen, 1);
+    EXPECT_LT(mitWappen.briefkopf.GrafikOben, 120);
+    EXPECT_THAT(fehler(mitWappen), IsEmpty());
+    // Both pages carry it at the same place.
+    EXPECT_EQ(protokollseite(daten(), wappen, 2).briefkopf, mitWappen.briefkopf);
+}
+
+TEST(Protokolldatum, standsInTheChosenForm) {
+    const QDate heute(2026, 3, 5);
+    const QDate damals(2025, 12, 31);
+    using D = Datumsform;
+    const auto text = [&](D form, Sprache sprache) {
+        return datumstext(form, heute, damals, sprache);
+    };
+    EXPECT_EQ(text(D::HeuteLang, Sprache::Deutsch), u"5. März 2026"_s);
+    EXPECT_EQ(text(D::HeuteKurz, Sprache::Deutsch), u"05.03.2026"_s);
+    EXPECT_EQ(text(D::ÄnderungLang, Sprache::Englisch), u"31 December 2025"_s);
+    EXPECT_EQ(text(D::ÄnderungKurz, Sprache::Französisch), u"31/12/2025"_s);
+    EXPECT_EQ(datumstext(D::ÄnderungLang, heute, {}, Sprache::Französisch), u"5 mars 2026"_s);
+}
+
+TEST(Protokolleinstellungen, unknownPositions_giveTheDefaults) {
+    const QTemporaryDir ordner;
+    const QString ini = ordner.filePath(u"Index.ini"_s);
+    EXPECT_EQ(ladeProtokolleinstellungen(Einstellungen(ini)).art,
+              Protokollart::CubitalindexUndKorrelation);
+    QFile datei(ini);
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+    datei.write("[Protokoll]\r\nArt=7\r\nDatum=-1\r\nBeurteilung=0\r\nSchriftKursiv=1\r\n");
+    datei.close();
+    const Protokolleinstellungen p = ladeProtokolleinstellungen(Einstellungen(ini));
+    EXPECT_EQ(p.art, Protokollart::CubitalindexUndKorrelation);
+    EXPECT_EQ(p.datum, Datumsform::HeuteLang);
+    EXPECT_FALSE(p.BewertungAktiv);
+    EXPECT_TRUE(p.SchriftKursiv);
+}
+
+TEST(Zuchtbuchnummer, leavesGapsForWhatIsMissing) {
+    Kolonieangaben a;
+    EXPECT_EQ(zuchtbuchnummer(a), QString());
+    a.LV = u"06"_s;
+    a.Jahr = u"2024"_s;
+    EXPECT_EQ(zuchtbuchnummer(a), u"06-___-___-2024"_s);
+}
