@@ -20,6 +20,9 @@ struct Kolonieangaben {
     QString Besitzer;
     QString Begattung;
     int Rasse = 0; ///< position in the race list; the race number less 1
+    /// Race that a stored examination names and the race list does not hold. It is stored again
+    /// until the user picks a race; empty otherwise.
+    QString Rassenname;
     Geschlecht Tiere = Geschlecht::Arbeiterinnen;
 
     bool operator==(const Kolonieangaben&) const = default;

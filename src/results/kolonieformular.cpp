@@ -49,6 +49,8 @@ Kolonieformular::Kolonieformular(const Texte& texte, Zahlenformat format, QWidge
 
     connect(cbo_Rasse_, &QComboBox::activated, this, [this](int index) {
         angaben_.Rasse = index;
+        angaben_.Rassenname.clear();
+        angaben_.Rassenname.clear();
         melde();
         if (rassenwahl_) {
             rassenwahl_(index);

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/benutzerspeicher.h"
+#include "platform/dialoge.h"
+#include "platform/uhr.h"
+#include "results/datenbankfehler.h"
+#include "results/ergebnistabelle.h"
+#include "results/untersuchungssatz.h"
+#include "settings/einstellungen.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace tarvel {
+
+/// What the filing of examinations takes from outside. Everything outlives it.
+struct Ablageumgebung {
+    const Einstellungen& einstellungen;
+    const Texte& texte;
+    Dialoge& dialoge;
+    const Clock& uhr;
+    Zahlenformat format;
+    QString dokumente; ///< folder that the first results file is made in
+};
+
+/// The judgement flag and the resolution that an examination is stored with.
+struct Ablagestand {
+    bool EntsprichtRasse = false;
+    int auflösung = 0; ///< in dots per inch
+};
+
+/// Why an examination is saved: because the user said so, or because it is about to leave the
+/// window, when the user is asked first.
+enum class Speicheranlass { Wunsch, Verlassen };
+
+/// The results file in use, and the way of the open examination into it and out of it. Whatever
+/// goes wrong is told to the user; the examination then stays as it is.
+class Ablage {
+public:
+    Ablage(const Ablageumgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung);
+
+    /// Full path of the results file; empty when there is none.
+    [[nodiscard]] const QString& DatenbankPfad() const { return DatenbankPfad_; }
+    /// Folder of the user's documents.
+    [[nodiscard]] const QString& dokumente() const { return umgebung_.dokumente; }
+
+    /// Finds the results file at start-up: the one that is remembered, made anew when it is gone,
+    /// or at the very first start a new one among the user's documents.
+    void richteEin();
+
+    /// Makes @p pfad the results file and remembers it. False, with a message, when it is none; the
+    /// former one stays then.
+    bool DatenbankWählen(const QString& pfad);
+
+    /// True when the results file holds no examination, or cannot be read.
+    [[nodiscard]] bool leer() const;
+    /// Number of the examination that the program starts with; nullopt without one.
+    [[nodiscard]] std::optional<QString> letzteNummer() const;
+
+    /// Saves the open examination if it was changed. True when it is stored or the user chose not
+    /// to; false when the user wants to go on with it, or when storing failed.
+    [[nodiscard]] bool SpeichernDB(Speicheranlass anlass, const Ablagestand& stand);
+
+    /// Begins a new examination: colony data, wings and marks are cleared, and with automatic
+    /// numbering it has its number. Race and caste stay. What was open is gone; SpeichernDB comes
+    /// before.
+    void NeueUntersuchung();
+
+    /// Fills the examination from the row of @p nummer. nullopt, with a message, when it cannot be
+    /// read.
+    [[nodiscard]] std::optional<GeleseneUntersuchung> LadenDB(const QString& nummer);
+
+    /// Brings the stored words into the program's language.
+    void SpracheDB();
+
+    void meldeFehler(const Datenbankfehler& fehler) const;
+
+private:
+    [[nodiscard]] Satzumgebung satzumgebung() const;
+    [[nodiscard]] QDate heute() const { return umgebung_.uhr.now().date(); }
+    [[nodiscard]] bool frage(const QString& titel, const QString& text, Meldungsart art) const;
+    [[nodiscard]] bool ersetztAndere(const Ergebnistabelle& tabelle) const;
+    void merkePfad(const QString& pfad);
+
+    Ablageumgebung umgebung_;
+    Benutzerspeicher& speicher_;
+    Untersuchung& untersuchung_;
+    QString DatenbankPfad_;
+    /// Number under which the open examination lies in the file; empty when it is new.
+    QString gespeicherteNummer_;
+};
+
+} // namespace tarvel

@@ -1,0 +1,217 @@
+#include "results/ergebnisdatei.h"
+
+#include "results/sqlfunktionen.h"
+
+#include <SQLiteCpp/Statement.h>
+#include <sqlite3.h>
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString geprüfterPfad(const QString& pfad) {
+    if (pfad.isEmpty()) {
+        throw Datenbankfehler(Datenbankgrund::NichtGewählt, pfad);
+    }
+    const QFileInfo info(pfad);
+    if (!info.exists()) {
+        throw Datenbankfehler(Datenbankgrund::Verschwunden, pfad);
+    }
+    if (!info.isFile() && info.isReadable()) {
+        throw Datenbankfehler(Datenbankgrund::Keine, pfad);
+    }
+    return info.absoluteFilePath();
+}
+
+std::string gequotet(QString text) {
+    return (u'\'' + text.replace(u'\'', u"''"_s) + u'\'').toStdString();
+}
+
+Datenbankgrund grundFür(int code, const QString& pfad) {
+    const QFileInfo info(pfad);
+    switch (code) { // what the general code alone does not tell
+    case SQLITE_READONLY_DBMOVED:
+        return Datenbankgrund::Verschwunden;
+    case SQLITE_IOERR_WRITE:
+    case SQLITE_IOERR_FSYNC:
+    case SQLITE_IOERR_TRUNCATE:
+        return info.exists() ? Datenbankgrund::Voll : Datenbankgrund::Verschwunden;
+    case SQLITE_IOERR_SHORT_READ:
+        return Datenbankgrund::Beschädigt;
+    default:
+        break;
+    }
+    switch (code & 0xFF) {
+    case SQLITE_NOTADB:
+        return Datenbankgrund::Keine;
+    case SQLITE_CORRUPT:
+        return Datenbankgrund::Beschädigt;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return Datenbankgrund::Gesperrt;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        return Datenbankgrund::Schreibgeschützt;
+    case SQLITE_FULL:
+        return Datenbankgrund::Voll;
+    case SQLITE_CANTOPEN: // also the journal beside the file
+        if (!info.exists()) {
+            return Datenbankgrund::Verschwunden;
+        }
+        return info.isReadable() ? Datenbankgrund::Schreibgeschützt : Datenbankgrund::Sonstiges;
+    case SQLITE_IOERR:
+        return info.exists() ? Datenbankgrund::Sonstiges : Datenbankgrund::Verschwunden;
+    default:
+        return Datenbankgrund::Sonstiges;
+    }
+}
+
+struct Index {
+    const char* name;
+    const char* führend;
+    const char* außerdem;
+};
+
+constexpr const char* übrigeGezeigte = ", A_D, ERGEBNIS, RASSE, VATER, VOLK";
+
+// The number stands second so that rows of the same day, breeder or owner keep one order. The last
+// one is small, for what goes through all rows: the next number, the change of language.
+constexpr Index indizes[] = {
+    {"Ergebnisse_DATUM", "DATUM, U_NR COLLATE NOCASE, ZB_NR, Z_NAME, B_NAME", übrigeGezeigte},
+    {"Ergebnisse_U_NR", "U_NR COLLATE NOCASE, DATUM, ZB_NR, Z_NAME, B_NAME", übrigeGezeigte},
+    {"Ergebnisse_ZB_NR", "ZB_NR COLLATE NOCASE, U_NR COLLATE NOCASE, DATUM, Z_NAME, B_NAME",
+     übrigeGezeigte},
+    {"Ergebnisse_Z_NAME", "Z_NAME COLLATE NOCASE, U_NR COLLATE NOCASE, DATUM, ZB_NR, B_NAME",
+     übrigeGezeigte},
+    {"Ergebnisse_B_NAME", "B_NAME COLLATE NOCASE, U_NR COLLATE NOCASE, DATUM, ZB_NR, Z_NAME",
+     übrigeGezeigte},
+    {"Ergebnisse_Klein", "DATUM, U_NR", ", ERGEBNIS, A_D"},
+};
+
+} // namespace
+
+Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fehler) {
+    const int code =
+        fehler.getExtendedErrorCode() > 0 ? fehler.getExtendedErrorCode() : fehler.getErrorCode();
+    const Datenbankgrund grund = grundFür(code, pfad);
+    return {grund, pfad,
+            grund == Datenbankgrund::Sonstiges ? QString::fromUtf8(fehler.what()) : QString()};
+}
+
+Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit)
+    : pfad_(pfad)
+    // For reading too: after a crash the reader has to undo what a writer had begun.
+    , verbindung_(geprüfterPfad(pfad).toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX,
+                  static_cast<int>(wartezeit.count())) {
+    registriereVALundYear(verbindung_);
+}
+
+void Ergebnisdatei::prüfeAufbau() {
+    const std::string alle = tabellenspalten().join(u", "_s).toStdString();
+    try {
+        SQLite::Statement(verbindung_, "SELECT " + alle + " FROM Ergebnisse");
+        return;
+    } catch (const SQLite::Exception& fehler) {
+        if (!vielleichtAufbau(fehler)) {
+            throw;
+        }
+    }
+    if (!verbindung_.tableExists("Ergebnisse")) {
+        throw Datenbankfehler(Datenbankgrund::OhneTabelle, pfad_);
+    }
+    QStringList fehlend = tabellenspalten();
+    SQLite::Statement vorhanden(verbindung_, "PRAGMA table_info(Ergebnisse)");
+    while (vorhanden.executeStep()) {
+        const QString name = QString::fromStdString(vorhanden.getColumn(1).getString());
+        fehlend.removeIf(
+            [&](const QString& spalte) { return spalte.compare(name, Qt::CaseInsensitive) == 0; });
+    }
+    throw Datenbankfehler(Datenbankgrund::SpalteFehlt, pfad_, fehlend.join(u", "_s));
+}
+
+bool Ergebnisdatei::vielleichtAufbau(const SQLite::Exception& fehler) {
+    return fehler.getErrorCode() == SQLITE_ERROR;
+}
+
+void Ergebnisdatei::vergleicheMitUmlauten() {
+    registriereLIKE(verbindung_);
+}
+
+QStringList Ergebnisdatei::schreibweisen(const QString& nummer) {
+    const auto anders =
+        std::find_if(nummer.begin(), nummer.end(), [](QChar c) { return c.unicode() >= 0x80; });
+    if (anders == nummer.end()) {
+        return {nummer};
+    }
+    // The ASCII characters in front keep the index in use; the rest is compared here.
+    const QString anfang = ohnePlatzhalter(nummer.left(anders - nummer.begin())) + u'%';
+    SQLite::Statement kandidaten(verbindung_, "SELECT DISTINCT U_NR FROM Ergebnisse WHERE U_NR "
+                                              "LIKE " +
+                                                  gequotet(anfang) + " ESCAPE '\\'");
+    QStringList gefunden;
+    while (kandidaten.executeStep()) {
+        const QString kandidat = QString::fromStdString(kandidaten.getColumn(0).getString());
+        if (kandidat.compare(nummer, Qt::CaseInsensitive) == 0) {
+            gefunden << kandidat;
+        }
+    }
+    return gefunden;
+}
+
+QStringList tabellenspalten() {
+    return {u"U_NR"_s,     u"ZB_NR"_s,   u"Z_NAME"_s,  u"A_D"_s,     u"RASSE"_s,   u"B_NAME"_s,
+            u"ERGEBNIS"_s, u"DATUM"_s,   u"VATER"_s,   u"VOLK"_s,    u"CI"_s,      u"HI_DV"_s,
+            u"PROZENT"_s,  u"MERKMAL"_s, u"Grafik1"_s, u"Grafik2"_s, u"Grafik3"_s, u"Grafik4"_s};
+}
+
+void legeTabelleAn(SQLite::Database& verbindung) {
+    verbindung.exec("CREATE TABLE Ergebnisse("
+                    "U_NR TEXT(10) CONSTRAINT U_NR Primary Key"
+                    ", ZB_NR TEXT(30), Z_NAME TEXT(30),A_D TEXT(9), RASSE TEXT(30), B_NAME TEXT(30)"
+                    ", ERGEBNIS TEXT(4), DATUM DATETIME, VATER TEXT(30), VOLK TEXT(30)"
+                    ", CI LONGTEXT, HI_DV LONGTEXT, PROZENT TEXT(70), MERKMAL LONGTEXT"
+                    ", Grafik1 LONGTEXT, Grafik2 LONGTEXT, Grafik3 LONGTEXT, Grafik4 LONGTEXT"
+                    ");");
+    ergänzeIndizes(verbindung);
+}
+
+bool indizesVollständig(SQLite::Database& verbindung) {
+    QStringList namen;
+    SQLite::Statement vorhandene(verbindung, "SELECT name FROM sqlite_master WHERE type = 'index'");
+    while (vorhandene.executeStep()) {
+        namen << QString::fromStdString(vorhandene.getColumn(0).getString());
+    }
+    return std::all_of(std::begin(indizes), std::end(indizes), [&](const Index& index) {
+        return namen.contains(QString::fromLatin1(index.name));
+    });
+}
+
+void ergänzeIndizes(SQLite::Database& verbindung) {
+    for (const auto& [name, führend, außerdem] : indizes) {
+        verbindung.exec(std::string("CREATE INDEX IF NOT EXISTS ") + name + " ON Ergebnisse(" +
+                        führend + außerdem + ")");
+    }
+}
+
+void entferneIndizes(SQLite::Database& verbindung) {
+    for (const auto& index : indizes) {
+        verbindung.exec("DROP INDEX IF EXISTS " + std::string(index.name));
+    }
+}
+
+std::string likeWörtlich(const QString& text) {
+    const QString maskiert = ohnePlatzhalter(text);
+    return gequotet(maskiert) + (maskiert == text ? "" : " ESCAPE '\\'");
+}
+
+QString ohnePlatzhalter(QString text) {
+    return text.replace(u'\\', u"\\\\"_s).replace(u'%', u"\\%"_s).replace(u'_', u"\\_"_s);
+}
+
+} // namespace tarvel

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "results/datenbankfehler.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
+
+#include <QStringList>
+
+#include <chrono>
+#include <string>
+
+namespace tarvel {
+
+/// A results file while one operation works on it: open from the first line to the last.
+class Ergebnisdatei {
+public:
+    /// Opens a file that exists. @p wartezeit how long to wait for another program that writes.
+    /// Throws Datenbankfehler.
+    Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit);
+
+    [[nodiscard]] SQLite::Database& verbindung() { return verbindung_; }
+    [[nodiscard]] const QString& pfad() const { return pfad_; }
+
+    /// From here on LIKE on this file knows umlauts; see registriereLIKE.
+    void vergleicheMitUmlauten();
+
+    /// The number as statements look for it: in each spelling in which it is stored, as the engine
+    /// itself compares only ASCII letters without regard to case.
+    [[nodiscard]] QStringList schreibweisen(const QString& nummer);
+
+    /// Throws Datenbankfehler when the table or one of its columns is missing.
+    void prüfeAufbau();
+    /// Whether the lack of a table or a column can be the reason why a statement failed.
+    [[nodiscard]] static bool vielleichtAufbau(const SQLite::Exception& fehler);
+
+private:
+    QString pfad_;
+    SQLite::Database verbindung_;
+};
+
+/// What the engine reported, in our terms.
+[[nodiscard]] Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fehler);
+
+/// Does @p arbeit on the open file; whatever the engine reports becomes a Datenbankfehler.
+template <typename Arbeit>
+auto mitErgebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit, Arbeit&& arbeit) {
+    try {
+        Ergebnisdatei datei(pfad, wartezeit);
+        try {
+            return arbeit(datei);
+        } catch (const SQLite::Exception& fehler) {
+            if (Ergebnisdatei::vielleichtAufbau(fehler)) {
+                datei.prüfeAufbau();
+            }
+            throw;
+        }
+    } catch (const SQLite::Exception& fehler) {
+        throw datenbankfehler(pfad, fehler);
+    }
+}
+
+/// @name What the file is made of
+/// @{
+
+/// The columns of the table in its order.
+[[nodiscard]] QStringList tabellenspalten();
+/// Makes the table and its indexes in an empty file.
+void legeTabelleAn(SQLite::Database& verbindung);
+[[nodiscard]] bool indizesVollständig(SQLite::Database& verbindung);
+/// Makes the indexes that are missing. Each holds all that the browser shows, so that it never
+/// reads the long texts; none contains a function, so every program with the engine can write the
+/// file.
+void ergänzeIndizes(SQLite::Database& verbindung);
+/// Takes the indexes away, which makes changing every row quicker.
+void entferneIndizes(SQLite::Database& verbindung);
+/// @}
+
+/// @p text as it stands behind LIKE to match only itself: quoted, wildcards escaped.
+[[nodiscard]] std::string likeWörtlich(const QString& text);
+/// @p text for a bound pattern with ESCAPE '\': wildcards escaped.
+[[nodiscard]] QString ohnePlatzhalter(QString text);
+
+} // namespace tarvel

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "results/datenbankfehler.h"
+#include "results/ergebnistabelle.h"
+#include "results/zeileneingabe.h"
+
+#include <QAbstractTableModel>
+#include <QCache>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tarvel {
+
+/// The rows of a record source for a grid. The first page comes with its values at once; then only
+/// the places of all rows are known, and values are read by the page when they are looked at, so
+/// that the size of the file does not matter.
+class Ergebnismodell : public QAbstractTableModel {
+public:
+    using Zeile = Ergebnistabelle::Zeile;
+
+    static constexpr int Seite = 64; ///< rows a page
+
+    explicit Ergebnismodell(const Texte& texte, QObject* parent = nullptr);
+
+    /// What happens just before a changed row is written; it may change the row further.
+    void vorÄnderung(std::function<void(Zeile&)> handlung) { vorÄnderung_ = std::move(handlung); }
+    /// Takes the message of a failure or a refused input, with the error number: that of a
+    /// Datenbankgrund, or Einwand. Called from within painting and editing, so it must not wait for
+    /// the user.
+    using Fehlerempfänger = std::function<void(int DataErr, const QString& text)>;
+    static constexpr int Einwand = -1;
+    void beiFehler(Fehlerempfänger empfänger) { beiFehler_ = std::move(empfänger); }
+
+    /// Shows the rows of @p datenquelle, with @p suchtext only those that contain it. Throws
+    /// Datenbankfehler; no row is shown then.
+    void zeige(const QString& datei, const QString& datenquelle, const QString& suchtext);
+
+    /// Shows no row.
+    void leere();
+
+    /// Whether the number of rows is known.
+    [[nodiscard]] bool vollständig() const { return vollständig_; }
+    /// Examination number of a row as it is stored; empty when the row has gone.
+    [[nodiscard]] QString nummer(int zeile) const;
+    /// Deletes a row from the file. Throws Datenbankfehler; the row stays then.
+    void lösche(int zeile);
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+    [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
+    void fetchMore(const QModelIndex& parent) override;
+    /// Writes one cell. A text that its column does not take changes nothing and is told to the
+    /// receiver of failures.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+private:
+    /// Rows by their place within the page; nothing where a row has gone meanwhile.
+    using Block = std::vector<std::optional<Zeile>>;
+
+    [[nodiscard]] const Zeile* zeile(int nummer) const;
+    [[nodiscard]] const Block* block(int nummer) const;
+    [[nodiscard]] QString anzeige(const QString& wert, Ergebnisspalte spalte) const;
+    void schreibe(const Zeile& alt, const Zeile& neu, int zuerst);
+    void vergiss();
+    void melde(const Datenbankfehler& fehler) const;
+
+    const Texte& texte_;
+    std::function<void(Zeile&)> vorÄnderung_;
+    Fehlerempfänger beiFehler_;
+    Ergebnistabelle tabelle_{QString()};
+    QString datenquelle_;
+    QString suchtext_;
+    std::vector<qint64> ids_;
+    bool vollständig_ = true;
+    mutable QCache<int, Block> blöcke_;
+    mutable bool gestört_ =
+        false; ///< reading failed: not tried anew with every cell that is painted
+};
+
+} // namespace tarvel

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QStringView>
+
+#include <array>
+#include <span>
+
+namespace tarvel {
+
+/// One row of the table `Ergebnisse`, as the results file holds it. Texts are what the columns
+/// contain: an empty one is written as a single blank and a single blank comes back.
+struct Ergebnissatz {
+    QString U_NR;  ///< examination number, the key
+    QString ZB_NR; ///< queen number
+    QString Z_NAME;
+    QString A_D; ///< caste, in the language the row was written in
+    QString RASSE;
+    QString B_NAME;
+    QString ERGEBNIS; ///< yes or no, in the language the row was written in
+    QDate DATUM;      ///< invalid when the column holds no date
+    QString VATER;    ///< mating
+    QString VOLK;
+    QString CI;
+    QString HI_DV;
+    QString PROZENT;
+    QString MERKMAL;
+    std::array<QString, 4> Grafik;
+
+    bool operator==(const Ergebnissatz&) const = default;
+};
+
+/// A text column of the table with its width in characters.
+struct Textspalte {
+    QStringView name;
+    int breite;
+    QString Ergebnissatz::*wert;
+};
+
+/// The text columns of fixed width, in the order of the table.
+[[nodiscard]] std::span<const Textspalte> textspalten();
+
+/// What the width of a column counts: a character beyond the basic plane is one.
+[[nodiscard]] int zeichenzahl(QStringView text);
+
+} // namespace tarvel

@@ -1,0 +1,395 @@
+#include "results/ergebnistabelle.h"
+
+#include "platform/zahlen.h"
+#include "results/ergebnisdatei.h"
+
+#include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Spalten = std::array<QStringView, Ergebnistabelle::Spaltenzahl>;
+constexpr Spalten gezeigt = {u"U_NR",     u"ZB_NR", u"Z_NAME", u"B_NAME", u"A_D",
+                             u"ERGEBNIS", u"RASSE", u"VATER",  u"DATUM"};
+constexpr int spalteNummer = 0;
+
+/// Begins with the wish to write, so that two programs never wait for each other half-way.
+class Schreibvorgang : public SQLite::Transaction {
+public:
+    explicit Schreibvorgang(Ergebnisdatei& datei)
+        : Transaction(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE) {}
+};
+
+QString text(const SQLite::Column& wert) {
+    return QString::fromUtf8(wert.getText(), wert.getBytes());
+}
+
+QString geschrieben(const QString& wert) {
+    return wert.isEmpty() ? u" "_s : wert;
+}
+
+void binde(SQLite::Statement& anweisung, int stelle, const QString& wert) {
+    anweisung.bind(stelle, wert.toStdString());
+}
+
+void prüfeBreite(const QString& pfad, QStringView spalte, const QString& wert) {
+    for (const Textspalte& s : textspalten()) {
+        if (s.name == spalte && zeichenzahl(wert) > s.breite) {
+            throw Datenbankfehler::zuLang(pfad, spalte.toString(), zeichenzahl(wert), s.breite);
+        }
+    }
+}
+
+/// What follows WHERE for one spelling of a number.
+std::string nummerWie(const QString& schreibweise) {
+    return " FROM Ergebnisse WHERE U_NR LIKE " + likeWörtlich(schreibweise);
+}
+
+void füge(Ergebnisdatei& datei, const Ergebnissatz& satz) {
+    SQLite::Statement einfügen(
+        datei.verbindung(),
+        "INSERT INTO Ergebnisse(U_NR, ZB_NR, Z_NAME, A_D, RASSE, B_NAME, ERGEBNIS, DATUM, VATER, "
+        "VOLK, CI, HI_DV, MERKMAL, PROZENT, Grafik1, Grafik2, Grafik3, Grafik4) "
+        "VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    int stelle = 0;
+    const auto setze = [&](const QString& wert) { binde(einfügen, ++stelle, geschrieben(wert)); };
+    for (const QString* wert : {&satz.U_NR, &satz.ZB_NR, &satz.Z_NAME, &satz.A_D, &satz.RASSE,
+                                &satz.B_NAME, &satz.ERGEBNIS}) {
+        setze(*wert);
+    }
+    ++stelle; // an invalid date stays NULL
+    if (satz.DATUM.isValid()) {
+        binde(einfügen, stelle, satz.DATUM.toString(Qt::ISODate));
+    }
+    for (const QString* wert :
+         {&satz.VATER, &satz.VOLK, &satz.CI, &satz.HI_DV, &satz.MERKMAL, &satz.PROZENT}) {
+        setze(*wert);
+    }
+    for (const QString& grafik : satz.Grafik) {
+        setze(grafik);
+    }
+    einfügen.exec();
+}
+
+/// The two words of a column in the other languages and the one that takes their place.
+struct Umstellung {
+    const char* setzt;
+    const char* trifft;
+};
+
+constexpr std::array<std::array<Umstellung, 4>, anzahlSprachen> umstellungen = {{
+    {{{"ERGEBNIS = 'Ja'", " ERGEBNIS LIKE 'Yes' OR ERGEBNIS LIKE 'Oui'"},
+      {"ERGEBNIS = 'Nein'", " ERGEBNIS LIKE 'No' OR ERGEBNIS LIKE 'Non'"},
+      {"A_D = 'Arbeiter'", "A_D LIKE 'Workers' OR A_D LIKE 'Ouvrières'"},
+      {"A_D = 'Drohnen'", "A_D LIKE 'Drones' OR A_D LIKE 'Mâles'"}}},
+    {{{"ERGEBNIS = 'Yes'", " ERGEBNIS LIKE 'Ja' OR ERGEBNIS LIKE 'Oui'"},
+      {"ERGEBNIS = 'No'", " ERGEBNIS LIKE 'Nein' OR ERGEBNIS LIKE 'Non'"},
+      {"A_D = 'Workers'", "A_D LIKE 'Arbeiter' OR A_D LIKE 'Ouvrières'"},
+      {"A_D = 'Drones'", "A_D LIKE 'Drohnen' OR A_D LIKE 'Mâles'"}}},
+    {{{"ERGEBNIS = 'Oui'", " ERGEBNIS LIKE 'Yes' OR ERGEBNIS LIKE 'Ja'"},
+      {"ERGEBNIS = 'Non'", " ERGEBNIS LIKE 'No' OR ERGEBNIS LIKE 'Nein'"},
+      {"A_D = 'Ouvrières'", "A_D LIKE 'Workers' OR A_D LIKE 'Arbeiter'"},
+      {"A_D = 'Mâles'", "A_D LIKE 'Drones' OR A_D LIKE 'Drohnen'"}}},
+}};
+
+/// Whether any row meets @p bedingung on ERGEBNIS and A_D. Only a handful of values is compared:
+/// the limit keeps the engine from comparing row by row.
+bool trifft(Ergebnisdatei& datei, const std::string& bedingung) {
+    return datei.verbindung()
+               .execAndGet("SELECT EXISTS(SELECT 1 FROM (SELECT DISTINCT ERGEBNIS, A_D FROM "
+                           "Ergebnisse LIMIT -1) WHERE " +
+                           bedingung + ")")
+               .getInt() != 0;
+}
+
+/// The record source with the place of each row, in an order that is the same every time.
+std::string mitId(const QString& datenquelle) {
+    constexpr QStringView alles = u"SELECT * FROM Ergebnisse";
+    if (!datenquelle.startsWith(alles)) {
+        throw std::invalid_argument("no record source of the table");
+    }
+    QString sql = u"SELECT rowid AS id, * FROM Ergebnisse"_s + datenquelle.mid(alles.size());
+    if (sql.contains(u" ORDER BY "_s)) { // exactly as the indexes are sorted
+        sql = sql.trimmed();
+        if (!sql.endsWith(u"DATUM"_s)) {
+            sql += u" COLLATE NOCASE"_s;
+        }
+        if (!sql.endsWith(u"U_NR COLLATE NOCASE"_s)) {
+            sql += u", U_NR COLLATE NOCASE"_s;
+        }
+    }
+    return sql.toStdString();
+}
+
+std::string spaltenliste() {
+    QString liste;
+    for (const QStringView spalte : gezeigt) {
+        liste += u", "_s;
+        liste += spalte;
+    }
+    return liste.toStdString();
+}
+
+/// Only what the statement names is read, never the long texts.
+SQLite::Statement auswahl(Ergebnisdatei& datei, const std::string& spalten,
+                          const QString& datenquelle, const QString& suchtext, int höchstens) {
+    datei.vergleicheMitUmlauten();
+    std::string sql = "SELECT id" + spalten + " FROM (" + mitId(datenquelle) + ")";
+    if (!suchtext.isEmpty()) {
+        sql += " WHERE U_NR LIKE ?1 ESCAPE '\\' OR Z_NAME LIKE ?1 ESCAPE '\\'"
+               " OR B_NAME LIKE ?1 ESCAPE '\\' OR VOLK LIKE ?1 ESCAPE '\\'";
+    }
+    SQLite::Statement anweisung(datei.verbindung(), sql + " LIMIT " + std::to_string(höchstens));
+    if (!suchtext.isEmpty()) {
+        binde(anweisung, 1, u'%' + ohnePlatzhalter(suchtext) + u'%');
+    }
+    return anweisung;
+}
+
+Ergebnistabelle::Zeile zeile(SQLite::Statement& anweisung) {
+    Ergebnistabelle::Zeile zeile;
+    zeile.id = anweisung.getColumn(0).getInt64();
+    for (int i = 0; i < Ergebnistabelle::Spaltenzahl; ++i) {
+        zeile.werte.at(i) = text(anweisung.getColumn(i + 1));
+    }
+    return zeile;
+}
+
+} // namespace
+
+Ergebnistabelle::Ergebnistabelle(QString DatenbankPfad, std::chrono::milliseconds wartezeit)
+    : pfad_(std::move(DatenbankPfad))
+    , wartezeit_(wartezeit) {}
+
+void Ergebnistabelle::öffneProbeweise() const {
+    mitErgebnisdatei(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
+        datei.prüfeAufbau();
+        if (indizesVollständig(datei.verbindung())) {
+            return;
+        }
+        try {
+            Schreibvorgang vorgang(datei);
+            ergänzeIndizes(datei.verbindung());
+            vorgang.commit();
+        } catch (const SQLite::Exception& fehler) {
+            // Without its indexes the file serves as well, only slower.
+            if (datenbankfehler(datei.pfad(), fehler).grund() == Datenbankgrund::Beschädigt) {
+                throw;
+            }
+        }
+    });
+}
+
+int Ergebnistabelle::anzahl() const {
+    return mitErgebnisdatei(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
+        return datei.verbindung().execAndGet("SELECT COUNT(*) FROM Ergebnisse").getInt();
+    });
+}
+
+std::optional<QString> Ergebnistabelle::letzteNummer() const {
+    return mitErgebnisdatei(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
+        SQLite::Statement letzte(datei.verbindung(),
+                                 "SELECT U_NR FROM Ergebnisse WHERE DATUM IS "
+                                 "(SELECT MAX(DATUM) FROM Ergebnisse) ORDER BY rowid DESC LIMIT 1");
+        return letzte.executeStep() ? std::optional(text(letzte.getColumn(0))) : std::nullopt;
+    });
+}
+
+QString Ergebnistabelle::NächsteNummer(const QDate& heute, const QString& kurzzeichen) const {
+    const QString jahr = heute.toString(u"yyyy"_s);
+    const double n = mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        SQLite::Statement höchste(datei.verbindung(),
+                                  "SELECT MAX(VAL(U_NR)) FROM Ergebnisse WHERE Year(Datum) = " +
+                                      jahr.toStdString());
+        höchste.executeStep();
+        const SQLite::Column wert = höchste.getColumn(0);
+        return wert.isNull() ? 1 : wert.getDouble() + 1;
+    });
+    return Format(n, u"000", {}) + kurzzeichen.left(3) + jahr;
+}
+
+void Ergebnistabelle::speichere(const Ergebnissatz& satz) {
+    for (const Textspalte& spalte : textspalten()) {
+        prüfeBreite(pfad_, spalte.name, satz.*spalte.wert);
+    }
+    mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        Schreibvorgang vorgang(datei);
+        for (const QString& nummer : datei.schreibweisen(geschrieben(satz.U_NR))) {
+            SQLite::Statement vorhanden(datei.verbindung(),
+                                        "SELECT U_NR" + nummerWie(nummer) + ";");
+            if (vorhanden.executeStep()) {
+                vorhanden.reset();
+                datei.verbindung().exec("DELETE" + nummerWie(nummer) + ";");
+            }
+        }
+        füge(datei, satz);
+        vorgang.commit();
+    });
+}
+
+std::optional<Ergebnissatz> Ergebnistabelle::lade(const QString& nummer) const {
+    return mitErgebnisdatei(
+        pfad_, wartezeit_, [&](Ergebnisdatei& datei) -> std::optional<Ergebnissatz> {
+            // One view of the file, so that no column comes from a row stored meanwhile.
+            SQLite::Transaction lesen(datei.verbindung());
+            const QStringList schreibweisen = datei.schreibweisen(nummer);
+            if (schreibweisen.isEmpty()) {
+                return std::nullopt;
+            }
+            const std::string wo = nummerWie(schreibweisen.front()) + ";";
+            const auto spalte = [&](const char* name) -> std::optional<QString> {
+                SQLite::Statement abfrage(datei.verbindung(),
+                                          std::string("SELECT ") + name + " " + wo.substr(1));
+                return abfrage.executeStep() ? std::optional(text(abfrage.getColumn(0)))
+                                             : std::nullopt;
+            };
+            Ergebnissatz satz;
+            const auto gefunden = spalte("U_NR");
+            if (!gefunden) {
+                return std::nullopt;
+            }
+            satz.U_NR = *gefunden;
+            QString datum;
+            for (const auto& [name, ziel] : std::initializer_list<std::pair<const char*, QString*>>{
+                     {"ZB_NR", &satz.ZB_NR},
+                     {"Z_NAME", &satz.Z_NAME},
+                     {"B_NAME", &satz.B_NAME},
+                     {"A_D", &satz.A_D},
+                     {"VATER", &satz.VATER},
+                     {"VOLK", &satz.VOLK},
+                     {"DATUM", &datum},
+                     {"CI", &satz.CI},
+                     {"HI_DV", &satz.HI_DV},
+                     {"MERKMAL", &satz.MERKMAL},
+                     {"PROZENT", &satz.PROZENT},
+                     {"RASSE", &satz.RASSE},
+                     {"ERGEBNIS", &satz.ERGEBNIS},
+                     {"Grafik1", &satz.Grafik[0]},
+                     {"Grafik2", &satz.Grafik[1]},
+                     {"Grafik3", &satz.Grafik[2]},
+                     {"Grafik4", &satz.Grafik[3]}}) {
+                *ziel = spalte(name).value_or(QString());
+            }
+            satz.DATUM = QDate::fromString(datum.left(10), Qt::ISODate);
+            return satz;
+        });
+}
+
+void Ergebnistabelle::SpracheDB(Sprache sprache) {
+    const auto& liste = umstellungen.at(static_cast<size_t>(sprache));
+    std::string irgendeine = "0";
+    for (const Umstellung& u : liste) {
+        irgendeine += std::string(" OR ") + u.trifft;
+    }
+    mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        datei.vergleicheMitUmlauten();
+        if (!trifft(datei, irgendeine)) {
+            return;
+        }
+        Schreibvorgang vorgang(datei);
+        std::vector<Umstellung> fällig;
+        std::copy_if(liste.begin(), liste.end(), std::back_inserter(fällig),
+                     [&](const Umstellung& u) { return trifft(datei, u.trifft); });
+        entferneIndizes(datei.verbindung()); // as good as every row changes
+        for (const Umstellung& u : fällig) {
+            datei.verbindung().exec(std::string("UPDATE Ergebnisse SET ") + u.setzt + " WHERE " +
+                                    u.trifft);
+        }
+        ergänzeIndizes(datei.verbindung());
+        vorgang.commit();
+    });
+}
+
+const std::array<QStringView, Ergebnistabelle::Spaltenzahl>& Ergebnistabelle::spalten() {
+    return gezeigt;
+}
+
+std::vector<Ergebnistabelle::Zeile>
+Ergebnistabelle::zeilen(const QString& datenquelle, const QString& suchtext, int höchstens) const {
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        auto anweisung = auswahl(datei, spaltenliste(), datenquelle, suchtext, höchstens);
+        std::vector<Zeile> ergebnis;
+        while (anweisung.executeStep()) {
+            ergebnis.push_back(zeile(anweisung));
+        }
+        return ergebnis;
+    });
+}
+
+std::vector<qint64> Ergebnistabelle::zeilenfolge(const QString& datenquelle,
+                                                 const QString& suchtext) const {
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        constexpr int alle = std::numeric_limits<int>::max();
+        auto anweisung = auswahl(datei, {}, datenquelle, suchtext, alle);
+        std::vector<qint64> ergebnis;
+        while (anweisung.executeStep()) {
+            ergebnis.push_back(anweisung.getColumn(0).getInt64());
+        }
+        return ergebnis;
+    });
+}
+
+std::vector<Ergebnistabelle::Zeile> Ergebnistabelle::zeilen(const std::vector<qint64>& ids) const {
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        SQLite::Transaction lesen(datei.verbindung());
+        SQLite::Statement anweisung(datei.verbindung(), "SELECT rowid" + spaltenliste() +
+                                                            " FROM Ergebnisse WHERE rowid = ?");
+        std::vector<Zeile> ergebnis;
+        ergebnis.reserve(ids.size());
+        for (const qint64 id : ids) {
+            anweisung.bind(1, static_cast<int64_t>(id));
+            if (anweisung.executeStep()) {
+                ergebnis.push_back(zeile(anweisung));
+            }
+            anweisung.reset();
+        }
+        return ergebnis;
+    });
+}
+
+void Ergebnistabelle::ändere(qint64 id, int spalte, const QString& wert) {
+    const QStringView name = gezeigt.at(static_cast<size_t>(spalte));
+    prüfeBreite(pfad_, name, wert);
+    mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        Schreibvorgang vorgang(datei);
+        if (spalte == spalteNummer) {
+            for (const QString& nummer : datei.schreibweisen(geschrieben(wert))) {
+                SQLite::Statement andere(datei.verbindung(),
+                                         "SELECT 1" + nummerWie(nummer) + " AND rowid <> ?");
+                andere.bind(1, static_cast<int64_t>(id));
+                if (andere.executeStep()) {
+                    throw Datenbankfehler(Datenbankgrund::NummerDoppelt, datei.pfad(), wert);
+                }
+            }
+        }
+        SQLite::Statement ändern(datei.verbindung(), "UPDATE Ergebnisse SET " +
+                                                         name.toString().toStdString() +
+                                                         " = ? WHERE rowid = ?");
+        if (name != u"DATUM" || !wert.isEmpty()) {
+            binde(ändern, 1, geschrieben(wert));
+        }
+        ändern.bind(2, static_cast<int64_t>(id));
+        if (ändern.exec() == 0) {
+            throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, datei.pfad());
+        }
+        vorgang.commit();
+    });
+}
+
+void Ergebnistabelle::lösche(qint64 id) {
+    mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        SQLite::Statement löschen(datei.verbindung(), "DELETE FROM Ergebnisse WHERE rowid = ?");
+        löschen.bind(1, static_cast<int64_t>(id));
+        löschen.exec();
+    });
+}
+
+} // namespace tarvel

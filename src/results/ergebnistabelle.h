@@ -1,0 +1,98 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "results/ergebnissatz.h"
+
+#include <QDate>
+#include <QString>
+#include <QStringView>
+
+#include <array>
+#include <chrono>
+#include <optional>
+#include <vector>
+
+namespace tarvel {
+
+/// Makes a results file at @p pfad with its empty table `Ergebnisse`. An existing file is never
+/// overwritten: Datenbankfehler, as for a folder that is missing or write-protected.
+void NeueDatenbank(const QString& pfad);
+
+/// The table `Ergebnisse` of one results file. Every operation opens the file, works and closes it
+/// again; nothing is held between them, so several programs can work on one file. All of them throw
+/// Datenbankfehler and then leave the file as it was.
+///
+/// Comparing is what LIKE does: without regard to case, umlauts included. An examination number
+/// matches only itself, whatever characters it has.
+class Ergebnistabelle {
+public:
+    /// @p DatenbankPfad full path of the file; empty when none is chosen. @p wartezeit how long an
+    /// operation waits for another program that writes to the file.
+    explicit Ergebnistabelle(QString DatenbankPfad,
+                             std::chrono::milliseconds wartezeit = std::chrono::seconds(2));
+
+    [[nodiscard]] const QString& pfad() const { return pfad_; }
+
+    /// Throws unless the file is a results file with all columns. Adds the indexes that make it
+    /// quick where they are missing and the file can be written.
+    void öffneProbeweise() const;
+
+    [[nodiscard]] int anzahl() const;
+    /// Number of the examination of the latest date; of several the one stored last.
+    [[nodiscard]] std::optional<QString> letzteNummer() const;
+
+    /// The number that the next examination of the year of @p heute gets: running number, short
+    /// sign of the examiner (at most 3 characters), year.
+    [[nodiscard]] QString NächsteNummer(const QDate& heute, const QString& kurzzeichen) const;
+
+    /// Stores a row in place of the one with the same number. Texts are measured against their
+    /// columns before anything is deleted; removing and adding are one transaction.
+    void speichere(const Ergebnissatz& satz);
+    /// The row of that number; nullopt when there is none.
+    [[nodiscard]] std::optional<Ergebnissatz> lade(const QString& nummer) const;
+
+    /// Converts the stored words of caste and verdict to @p sprache; does not write when there is
+    /// nothing to convert.
+    void SpracheDB(Sprache sprache);
+
+    /// Copies the file to @p ziel while others may work on it. An existing file there is replaced
+    /// only after the copy is complete. Never the file itself.
+    void sichere(const QString& ziel) const;
+
+    /// @name Rows by their place in the file, for the browser
+    /// @{
+
+    /// The columns that the browser shows, in its order.
+    static constexpr int Spaltenzahl = 9;
+    static const std::array<QStringView, Spaltenzahl>& spalten();
+    /// A row as the browser shows it: the texts of spalten(), the date as "yyyy-MM-dd".
+    struct Zeile {
+        qint64 id = 0;
+        std::array<QString, Spaltenzahl> werte;
+    };
+
+    /// The first @p höchstens rows of @p datenquelle, a "SELECT * FROM Ergebnisse …". With
+    /// @p suchtext only those that contain it in number, breeder, owner or colony. Texts are sorted
+    /// without regard to the case of ASCII letters, rows that are equal by their number.
+    [[nodiscard]] std::vector<Zeile> zeilen(const QString& datenquelle, const QString& suchtext,
+                                            int höchstens) const;
+    /// The places of all rows of @p datenquelle in its order.
+    [[nodiscard]] std::vector<qint64> zeilenfolge(const QString& datenquelle,
+                                                  const QString& suchtext) const;
+    /// The rows at @p ids; one that has gone meanwhile is left out.
+    [[nodiscard]] std::vector<Zeile> zeilen(const std::vector<qint64>& ids) const;
+
+    /// Changes one column of spalten(); @p wert is measured against its width, a number must not
+    /// exist yet. An empty text is stored as a single blank, an empty date as none. When the row
+    /// has gone meanwhile: UntersuchungFehlt without a number.
+    void ändere(qint64 id, int spalte, const QString& wert);
+    /// Nothing happens when the row has gone already.
+    void lösche(qint64 id);
+    /// @}
+
+private:
+    QString pfad_;
+    std::chrono::milliseconds wartezeit_;
+};
+
+} // namespace tarvel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "platform/zahlen.h"
+#include "results/ergebnissatz.h"
+#include "results/untersuchung.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tarvel {
+
+/// What an examination and its row have to be told about each other.
+struct Satzumgebung {
+    const Texte& texte;
+    Zahlenformat format; ///< separator that chart values are written with; readers take either
+    QStringList rassen;  ///< the race list
+    bool OhneHaarlänge = false;
+};
+
+/// The row that keeps @p untersuchung. @p EntsprichtRasse is the judgement flag, @p auflösung the
+/// resolution of the scan in dots per inch, @p heute the date it gets when its colony data were
+/// changed or it has none yet. No text of the row is empty: a single blank stands for that. The
+/// layout of the long texts is described in fluegelsatz.h.
+[[nodiscard]] Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse,
+                                   int auflösung, const QDate& heute, const Satzumgebung& umgebung);
+
+/// An examination as it was read back.
+struct GeleseneUntersuchung {
+    Kolonieangaben angaben; ///< an empty text field of the row is a single blank
+    Messreihe reihe;
+    Merkmale merkmale;
+    QDate datum;
+    bool EntsprichtRasse = false; ///< the stored verdict
+    std::optional<int> auflösung; ///< in dots per inch; empty when the row has none
+    QStringList nichtGelesen;     ///< columns whose content was not understood, or only in part
+    std::optional<QString> rasse; ///< stored name of a race that is not in the list
+};
+
+/// The examination that @p satz keeps. Any text is survived: what cannot be understood is left out
+/// and named, never guessed. Rows of any language and either decimal separator are read, and rows
+/// that hold only lines and marks.
+///
+/// A race that is not in the list counts as the fourth, the one that a user names.
+[[nodiscard]] GeleseneUntersuchung untersuchungAus(const Ergebnissatz& satz,
+                                                   const Satzumgebung& umgebung);
+
+} // namespace tarvel
