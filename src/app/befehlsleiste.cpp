@@ -1,6 +1,7 @@
 #include "app/befehlsleiste.h"
 
 #include "app/symbol.h"
+#include "platform/kuerzel.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -8,7 +9,6 @@
 #include <QToolButton>
 
 #include <algorithm>
-#include <set>
 
 namespace tarvel {
 
@@ -43,23 +43,6 @@ QString feldname(Menue menü) {
 QString mitTastenspalte(const QString& text) {
     const qsizetype lücke = text.indexOf(u"   "_s);
     return lücke < 0 ? text : text.left(lücke) + u'\t' + text.mid(lücke).trimmed();
-}
-
-/// Gives each item of a menu a letter of its own to be chosen with, the first that is still free.
-void vergibKürzelbuchstaben(const QList<QAction*>& aktionen) {
-    std::set<QChar> vergeben;
-    for (QAction* aktion : aktionen) {
-        QString text = aktion->text();
-        text.replace(u'&', u"&&"_s);
-        for (qsizetype i = 0; i < text.size() && text.at(i) != u'\t'; ++i) {
-            const QChar buchstabe = text.at(i).toLower();
-            if (buchstabe.isLetterOrNumber() && vergeben.insert(buchstabe).second) {
-                text.insert(i, u'&');
-                break;
-            }
-        }
-        aktion->setText(text);
-    }
 }
 
 } // namespace
@@ -109,6 +92,7 @@ void Befehlsleiste::baueMenüs() {
     neuesMenü(nullptr, Datei, Text::MenüDatei);
     füge(Datei, 0, Text::MenüNeu, Meldung::TippNeueUntersuchung, u"neu"_s, QKeySequence::New);
     füge(Datei, 1, Text::MenüÖffnen, Meldung::TippÖffnen, u"oeffnen"_s, QKeySequence::Open);
+    füge(Datei, 2, Text::MenüSpeichern, Meldung::TippSpeichern, {}, QKeySequence::Save);
     füge(Datei, 3, Text::Importieren, Meldung::TippImportieren, {}, Qt::CTRL | Qt::Key_I);
     trenne(Datei);
     füge(Datei, 5, Text::MenüBildLaden, Meldung::TippBildLaden, u"bild-laden"_s,

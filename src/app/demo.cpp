@@ -21,6 +21,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -118,36 +119,76 @@ public:
         : ziel_(ziel)
         , dialoge_(ziel_.filePath(u"musterblatt.png"_s))
         , speicher_(ordner + u"/benutzer.ini"_s)
-        , programm_(ordner, {.dialoge = dialoge_,
-                             .shell = shell_,
-                             .speicher = speicher_,
-                             .uhr = uhr_,
-                             .format = Zahlenformat::system(),
-                             .benutzersprache = QLocale::system().language(),
-                             .ersterLauf = [this](Start& start) { ersterLauf(start); }}) {}
+        , ordner_(ordner) {}
 
     int laufe() {
         QFile::remove(ziel_.filePath(u"musterblatt.png"_s));
         QFile::copy(u":/tarvel/musterblatt.png"_s, ziel_.filePath(u"musterblatt.png"_s));
-        if (!programm_.Hauptstart()) {
+        legeDatenbankAn();
+        if (!starte()) {
             return 1;
         }
-        HG& hg = *programm_.hauptfenster();
-        hg.setWindowState(Qt::WindowNoState);
-        hg.resize(1280, 720);
-        zeigeAn();
-        halteFest(hg, u"hauptfenster"_s);
-        tippe(kind<QLineEdit>(u"txt_Volk"_s), u"12"_s);
+        halteFest(hg(), u"hauptfenster"_s);
+        trageKolonieEin();
         miss();
         trageMerkmaleEin();
         zeigeAnsichten();
-        return vergleiche();
+        vergleiche();
+        löseAus(u"men_Datei_2"_s);
+        prüfeNeuenStart();
+        zeigeDatenbank();
+        return fehler_ == 0 && dialoge_.meldungen() == 0 ? 0 : 1;
     }
 
 private:
+    /// The examination goes into a file of its own, never into that of a person.
+    void legeDatenbankAn() {
+        const QString pfad = ziel_.filePath(u"demo.tdb"_s);
+        QFile::remove(pfad);
+        NeueDatenbank(pfad);
+        if (!speicher_.SaveSetting(u"Index"_s, u"0ptionen"_s, u"Tabelle"_s, pfad)) {
+            ++fehler_;
+        }
+    }
+
+    bool starte() {
+        programm_.reset();
+        programm_ = std::make_unique<Programm>(
+            ordner_, Dienste{.dialoge = dialoge_,
+                             .shell = shell_,
+                             .speicher = speicher_,
+                             .uhr = uhr_,
+                             .format = Zahlenformat::system(),
+                             .dokumente = ziel_.path(),
+                             .benutzersprache = QLocale::system().language(),
+                             .ersterLauf = [this](Start& start) { ersterLauf(start); }});
+        if (!programm_->Hauptstart()) {
+            return false;
+        }
+        hg().setWindowState(Qt::WindowNoState);
+        hg().resize(1280, 720);
+        zeigeAn();
+        return true;
+    }
+
+    HG& hg() { return *programm_->hauptfenster(); }
+
+    void trageKolonieEin() {
+        for (const auto& [feld, text] : {std::pair{u"txt_LV"_s, u"5"_s},
+                                         {u"txt_ZNr"_s, u"12"_s},
+                                         {u"txt_KNr"_s, u"34"_s},
+                                         {u"txt_Jahr"_s, u"24"_s},
+                                         {u"txt_Volk"_s, u"12"_s}}) {
+            tippe(kind<QLineEdit>(feld), text);
+        }
+        tippe(*kind<QComboBox>(u"cbo_Name"_s).lineEdit(), u"Imkerei Muster"_s);
+        tippe(*kind<QComboBox>(u"cbo_Besitzer"_s).lineEdit(), u"A. Muster"_s);
+        tippe(*kind<QComboBox>(u"cbo_Begattung"_s).lineEdit(), u"Belegstelle"_s);
+    }
+
     template <typename T>
     T& kind(const QString& name) {
-        auto* gefunden = programm_.hauptfenster()->findChild<T*>(name);
+        auto* gefunden = hg().findChild<T*>(name);
         if (gefunden == nullptr) {
             qFatal("no control named %s", qPrintable(name));
         }
@@ -182,13 +223,13 @@ private:
         Q_EMIT auflösung.activated(auflösung.currentIndex());
         löseAus(u"men_Zoom_%1"_s.arg(Musterzoom));
         löseAus(u"men_Ansicht_6"_s);
-        halteFest(*programm_.hauptfenster(), u"uebersicht"_s);
+        halteFest(hg(), u"uebersicht"_s);
         bool erster = true;
         for (const Flügelpunkte& punkte : wahrePunkte_) {
             messeFlügel(punkte, erster);
             erster = false;
         }
-        halteFest(*programm_.hauptfenster(), u"uebersicht-gemessen"_s);
+        halteFest(hg(), u"uebersicht-gemessen"_s);
     }
 
     void messeFlügel(const Flügelpunkte& punkte, bool mitBild) {
@@ -203,7 +244,7 @@ private:
             klick(*bild.viewport(), bild.zuFenster(punkte.at(i) * Musterzoom), Qt::LeftButton);
         }
         if (mitBild) {
-            halteFest(*programm_.hauptfenster(), u"messen"_s);
+            halteFest(hg(), u"messen"_s);
         }
         klick(*bild.viewport(), bild.zuFenster(punkte.back() * Musterzoom), Qt::RightButton);
     }
@@ -220,29 +261,28 @@ private:
             kind<QAbstractButton>(u"opt_Filz_%1"_s.arg(biene == 0 ? 1 : 0)).click();
             kind<QAbstractButton>(u"bef_Übernehmen"_s).click();
         }
-        halteFest(*programm_.hauptfenster(), u"merkmal"_s);
+        halteFest(hg(), u"merkmal"_s);
     }
 
     void zeigeAnsichten() {
-        löseAus(u"men_Ansicht_0"_s);
-        halteFest(*programm_.hauptfenster(), u"alle"_s);
-        löseAus(u"men_Ansicht_11"_s);
-        halteFest(*programm_.hauptfenster(), u"tabelle"_s);
-        löseAus(u"men_Ansicht_3"_s);
-        halteFest(*programm_.hauptfenster(), u"kurven"_s);
-        löseAus(u"men_Ansicht_4"_s);
-        halteFest(*programm_.hauptfenster(), u"korrel"_s);
+        for (const auto& [befehl, bild] : {std::pair{u"men_Ansicht_0"_s, u"alle"_s},
+                                           {u"men_Ansicht_11"_s, u"tabelle"_s},
+                                           {u"men_Ansicht_3"_s, u"kurven"_s},
+                                           {u"men_Ansicht_4"_s, u"korrel"_s}}) {
+            löseAus(befehl);
+            halteFest(hg(), bild);
+        }
         löseAus(u"men_Hilfe_4"_s);
         halteFest(kind<MessHilfe>(u"MessHilfe"_s), u"messhilfe"_s);
-        Info info(programm_.texte());
+        Info info(programm_->texte());
         info.show();
         halteFest(info, u"info"_s);
     }
 
     /// Prints the lines of the series, and beside them whether they are those of the true points.
-    int vergleiche() {
+    void vergleiche() {
         QTextStream aus(stdout);
-        const Messreihe& gemessen = programm_.hauptfenster()->untersuchung().reihe();
+        const Messreihe& gemessen = hg().untersuchung().reihe();
         Messreihe wahr;
         qint16 nummer = 0;
         for (const Flügelpunkte& punkte : wahrePunkte_) {
@@ -256,7 +296,7 @@ private:
             wahr.trageEin(++nummer, berechneIndizes(p, Messart::AlleMessungen, aufnahme), {},
                           Zahlenformat::system());
         }
-        const Zeilenwörter wörter = zeilenwörter(programm_.texte());
+        const Zeilenwörter wörter = zeilenwörter(programm_->texte());
         const QStringList ci = gemessen.ciTexte(wörter);
         const QStringList hiDv = gemessen.hiDvTexte(wörter);
         const QStringList ciWahr = wahr.ciTexte(wörter);
@@ -271,14 +311,59 @@ private:
         }
         aus << gleich << u" of "_s << ciWahr.size()
             << u" wings agree with their true points. Pictures are in "_s << ziel_.path() << u'\n';
-        aus << kind<QLabel>(u"lab_Urteil"_s).text() << u'\n';
-        const QString mängel = kind<QLabel>(u"lab_Mängel"_s).text();
-        if (!mängel.isEmpty()) {
-            aus << mängel << u'\n';
+        const Umfang stand = umfang();
+        aus << stand.merkmale.join(u'\n') << u'\n' << stand.urteil << u'\n';
+        if (gleich != ciWahr.size() || gleich == 0 || ci.size() != ciWahr.size()) {
+            ++fehler_;
         }
-        const bool gut = gleich == ciWahr.size() && gleich > 0 && ci.size() == ciWahr.size() &&
-                         fehler_ == 0 && dialoge_.meldungen() == 0;
-        return gut ? 0 : 1;
+    }
+
+    /// What a person sees of an examination.
+    struct Umfang {
+        Kolonieangaben angaben;
+        QStringList zeilen;
+        QStringList merkmale;
+        QString urteil;
+
+        bool operator==(const Umfang&) const = default;
+    };
+    Umfang umfang() {
+        const Untersuchung& u = hg().untersuchung();
+        const Zeilenwörter wörter = zeilenwörter(programm_->texte());
+        QString urteil = kind<QLabel>(u"lab_Urteil"_s).text();
+        if (const QString mängel = kind<QLabel>(u"lab_Mängel"_s).text(); !mängel.isEmpty()) {
+            urteil += u'\n' + mängel;
+        }
+        return {.angaben = u.angaben(),
+                .zeilen = u.reihe().ciTexte(wörter) + u.reihe().hiDvTexte(wörter),
+                .merkmale = MerkmaleAuswerten(u.merkmale(), false).Texte,
+                .urteil = urteil};
+    }
+
+    /// Ends the program, starts it anew and finds the examination as it was.
+    void prüfeNeuenStart() {
+        const Umfang vorher = umfang();
+        hg().close();
+        const bool gleich = starte() && umfang() == vorher;
+        fehler_ += gleich ? 0 : 1;
+        QTextStream(stdout) << u"After a new start the examination "_s << vorher.angaben.UNr
+                            << (gleich ? u" is the same.\n"_s : u" DIFFERS.\n"_s);
+        halteFest(hg(), u"wieder-geladen"_s);
+    }
+
+    /// The list of examinations, and one of them opened by its button.
+    void zeigeDatenbank() {
+        QTimer::singleShot(0, &hg(), [this] {
+            auto* db = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (db == nullptr) {
+                ++fehler_;
+                return;
+            }
+            db->resize(1000, 480);
+            halteFest(*db, u"datenbank"_s);
+            db->findChild<QPushButton*>(u"bef_Öffnen"_s)->click();
+        });
+        löseAus(u"men_Datei_1"_s);
     }
 
     QDir ziel_;
@@ -286,7 +371,8 @@ private:
     SystemShell shell_;
     Benutzerspeicher speicher_;
     SystemClock uhr_;
-    Programm programm_;
+    QString ordner_;
+    std::unique_ptr<Programm> programm_;
     std::vector<Flügelpunkte> wahrePunkte_ = wahrePunkte();
     int fehler_ = 0;
 };

@@ -12,7 +12,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint16 NieEingerichtet = -1;
-constexpr int HinweisBildLaden = 1;
 
 } // namespace
 
@@ -21,7 +20,14 @@ Programm::Programm(const QString& ordner, const Dienste& dienste)
     , dienste_(dienste)
     , einstellungen_(ordner + u"/Index.ini"_s)
     , texte_(ordner)
-    , qtÜbersetzung_(texte_, ordner) {}
+    , qtÜbersetzung_(texte_, ordner)
+    , ablage_({.einstellungen = einstellungen_,
+               .texte = texte_,
+               .dialoge = dienste.dialoge,
+               .uhr = dienste.uhr,
+               .format = dienste.format,
+               .dokumente = dienste.dokumente},
+              dienste.speicher, untersuchung_) {}
 
 Programm::~Programm() = default;
 
@@ -31,6 +37,8 @@ bool Programm::Hauptstart() {
         dienste_.ersterLauf(start);
     }
     texte_.SpracheEinstellen(einstellungen_.zahl(Einstellung::Sprache));
+
+    ablage_.richteEin();
 
     if (einstellungen_.schalter(Einstellung::Übersetzen)) {
         übersetzung_ = ProtokolltexteStandard(texte_).felder;
@@ -47,8 +55,8 @@ bool Programm::Hauptstart() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
                                         dienste_.uhr, dienste_.format, ordner_},
-                               dienste_.speicher);
-    hg_->messmodus(HinweisBildLaden);
+                               dienste_.speicher, untersuchung_, ablage_);
+    hg_->beginne();
     QGuiApplication::restoreOverrideCursor();
     hg_->show();
     return true;

@@ -5,6 +5,7 @@
 #include "lang/qt_uebersetzung.h"
 #include "platform/benutzerspeicher.h"
 #include "platform/instanz.h"
+#include "results/ablage.h"
 
 #include <QLocale>
 
@@ -23,6 +24,7 @@ struct Dienste {
     Benutzerspeicher& speicher;
     const Clock& uhr;
     Zahlenformat format;
+    QString dokumente;                 ///< folder that the first results file is made in
     QLocale::Language benutzersprache; ///< preselects the language at the first run
     /// Shows the first-run window and returns when it is closed.
     std::function<void(Start&)> ersterLauf;
@@ -53,6 +55,8 @@ private:
     Texte texte_;
     QtÜbersetzung qtÜbersetzung_;
     Protokollfelder übersetzung_;
+    Untersuchung untersuchung_;
+    Ablage ablage_;
     std::unique_ptr<Instanz> instanz_;
     std::unique_ptr<HG> hg_;
 };

@@ -48,11 +48,19 @@ constexpr int EigenerHinweis = -1;
 
 constexpr int Rand = 8;
 
+/// How the marks are entered in their mode.
+int merkmalhinweis(const Merkmale& merkmale) {
+    return merkmale.Modus == Merkmalmodus::Liste ? HinweisMerkmaleJeBiene : HinweisMerkmaleSummen;
+}
+
 } // namespace
 
-HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher)
+HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung,
+       Ablage& ablage)
     : umgebung_(umgebung)
     , speicher_(speicher)
+    , untersuchung_(untersuchung)
+    , ablage_(ablage)
     , messung_(untersuchung_.reihe(), umgebung.format)
     , modelle_(untersuchung_.reihe(), umgebung.texte, umgebung.format)
     , befehle_(*this, umgebung.texte)
@@ -204,6 +212,7 @@ void HG::verbindeFelder() {
 }
 
 void HG::meldeAnsichtenAn() {
+    verteiler_.anmelden(befehl::Öffnen, [this] { öffnen(); });
     verteiler_.anmelden(befehl::BildLaden, [this] { bildLaden(); });
     verteiler_.anmelden(befehl::Grafik, [this] { grafik(); });
     verteiler_.anmelden(befehl::Alle, [this] {
@@ -218,9 +227,7 @@ void HG::meldeAnsichtenAn() {
               untersuchung_.reihe().hiDvZeilen().empty() ? HinweisKeiner : HinweisKreuzZeigen);
     });
     verteiler_.anmelden(befehl::Merkmal, [this] {
-        zeige(&auswertung_.merkmal(), untersuchung_.merkmale().Modus == Merkmalmodus::Liste
-                                          ? HinweisMerkmaleJeBiene
-                                          : HinweisMerkmaleSummen);
+        zeige(&auswertung_.merkmal(), merkmalhinweis(untersuchung_.merkmale()));
     });
     verteiler_.anmelden(befehl::Messen, [this] { zeigeMessplatz(false); });
     verteiler_.nachJedemBefehl([this](QStringView) { zeigeZustand(); });
@@ -229,9 +236,18 @@ void HG::meldeAnsichtenAn() {
 void HG::verbindeAuswertung() {
     auswertung_.flügelGewählt = [this](const std::vector<int>& flügel) {
         alle_->wähle(flügel);
+        messleiste_->reihe().wähle(flügel);
+        tabelle_->wähle(flügel);
         auswertung_.hebeHervor(flügel);
     };
-    auswertung_.merkmaleGeändert = [this] { zeigeZustand(); };
+    auswertung_.merkmaleGeändert = [this] {
+        const int hinweis = merkmalhinweis(untersuchung_.merkmale());
+        if (hinweis != hinweisnummer_ &&
+            (hinweisnummer_ == HinweisMerkmaleJeBiene || hinweisnummer_ == HinweisMerkmaleSummen)) {
+            ZeigeHinweis(hinweis);
+        }
+        zeigeZustand();
+    };
     alle_->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
 }
 
@@ -373,8 +389,7 @@ void HG::zeigeZustand() {
     for (const auto& [menü, index, wort] : nachWort) {
         erlaube(menü, index, verteiler_.kennt(wort));
     }
-    for (const auto& [menü, index] :
-         {std::pair{Menue::Datei, 0}, {Menue::Datei, 3}, {Menue::Datei, 8}}) {
+    for (const auto& [menü, index] : {std::pair{Menue::Datei, 3}, {Menue::Datei, 8}}) {
         erlaube(menü, index, false);
     }
     erlaube(Menue::Datei, 6, mitBild);
@@ -445,6 +460,10 @@ void HG::zeigeStatuszeile() {
     teile << t(Meldung::NameZoom) + u' ' + QString::number(messung_.aufnahme().Zoomfaktor)
           << u"%1 %2"_s.arg(messung_.aufnahme().dpi).arg(t(Meldung::EinheitDpi))
           << t(Meldung::FlügelNummer).arg(messung_.nummer(), 3, 10, QChar(u'0'));
+    if (const QString& pfad = ablage_.DatenbankPfad(); !pfad.isEmpty()) {
+        teile << t(Meldung::DatenbankStatus).arg(QFileInfo(pfad).fileName());
+        status_->setToolTip(QDir::toNativeSeparators(pfad));
+    }
     status_->setText(teile.join(u"   ·   "_s));
 
     const QString nummer = untersuchung_.angaben().UNr.trimmed();
@@ -452,6 +471,7 @@ void HG::zeigeStatuszeile() {
         (nummer.isEmpty() ? t(Meldung::Programmname) : t(Meldung::Fenstertitel).arg(nummer)) +
         u"[*]"_s);
     setWindowModified(untersuchung_.geändert());
+    befehle_.aktion(Menue::Datei, 2).setEnabled(untersuchung_.geändert());
 }
 
 void HG::TexteAnwenden() {
@@ -487,7 +507,7 @@ void HG::dropEvent(QDropEvent* event) {
     for (const QUrl& url : urls) {
         if (url.isLocalFile()) {
             event->acceptProposedAction();
-            ladeBild(url.toLocalFile());
+            öffneDatei(url.toLocalFile());
             return;
         }
     }
@@ -495,18 +515,7 @@ void HG::dropEvent(QDropEvent* event) {
 
 bool HG::Form_Unload() {
     kolonie_->vervollständige();
-    if (!untersuchung_.geändert() && !messung_.punkte().begonnen()) {
-        return true;
-    }
-    const Texte& t = umgebung_.texte;
-    const Meldung text = untersuchung_.geändert() ? Meldung::SchließenUngespeichert
-                                                  : Meldung::SchließenPunkteGesetzt;
-    return umgebung_.dialoge.frage({.titel = t(Meldung::SchließenTitel),
-                                    .text = t(text),
-                                    .art = Meldungsart::Ausruf,
-                                    .verwirft = true,
-                                    .ja = t(Meldung::Schließen),
-                                    .nein = t(Meldung::WeiterMessen)}) == Antwort::Ja;
+    return verlasseUntersuchung();
 }
 
 void HG::closeEvent(QCloseEvent* event) {

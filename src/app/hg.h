@@ -7,6 +7,7 @@
 #include "measure/reihenmodelle.h"
 #include "measure/verteiler.h"
 #include "platform/benutzerspeicher.h"
+#include "results/ablage.h"
 #include "results/untersuchung.h"
 
 #include <QMainWindow>
@@ -30,11 +31,17 @@ class Tabellenansicht;
 /// what is computed is computed elsewhere.
 class HG : public QMainWindow {
 public:
-    HG(const Umgebung& umgebung, Benutzerspeicher& speicher);
+    /// Shows and changes @p untersuchung, which @p ablage files. Both outlive the window.
+    HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung,
+       Ablage& ablage);
     ~HG() override;
 
     [[nodiscard]] const Untersuchung& untersuchung() const { return untersuchung_; }
     [[nodiscard]] const Beurteilung& beurteilung() const { return auswertung_.beurteilung(); }
+
+    /// Shows the examination that the program starts with: the latest one of the results file, or a
+    /// new one where there is none.
+    void beginne();
 
     /// Switches the window into measuring and shows a hint, 0 to 15.
     void messmodus(int hinweisnummer);
@@ -42,6 +49,9 @@ public:
     /// Loads a wing picture for measuring. False, with a message shown, when it cannot be measured
     /// or the user kept the present one.
     bool ladeBild(const QString& pfad);
+
+    /// Opens what the program was given: a results file, else a picture.
+    bool öffneDatei(const QString& pfad);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -73,6 +83,15 @@ private:
     /// Asks before body marks that do not fit the other caste are cleared.
     [[nodiscard]] bool wechsleGeschlecht(Geschlecht tiere);
 
+    void neueUntersuchung();
+    /// Asks what becomes of the open examination. False when it has to stay.
+    [[nodiscard]] bool verlasseUntersuchung();
+    /// True when nothing of the examination is left to be stored, as SpeichernDB says.
+    bool speichere(Speicheranlass anlass);
+    void öffnen();
+    bool ladeUntersuchung(const QString& nummer);
+    void zeigeUntersuchung();
+
     void bildLaden();
     void grafik();
     void zeige(QWidget* ansicht, int hinweisnummer);
@@ -101,7 +120,8 @@ private:
 
     Umgebung umgebung_;
     Benutzerspeicher& speicher_;
-    Untersuchung untersuchung_;
+    Untersuchung& untersuchung_;
+    Ablage& ablage_;
     Messung messung_;
     Reihenmodelle modelle_;
     Verteiler verteiler_;

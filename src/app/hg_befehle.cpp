@@ -21,7 +21,6 @@
 #include <QStackedWidget>
 
 #include <algorithm>
-#include <array>
 
 namespace tarvel {
 
@@ -29,6 +28,16 @@ using namespace Qt::StringLiterals;
 
 void HG::men_Datei_Click(int index) {
     switch (index) {
+    case 0:
+        neueUntersuchung();
+        break;
+    case 1:
+        verteiler_.ausführen(befehl::Öffnen);
+        break;
+    case 2:
+        kolonie_->vervollständige();
+        speichere(Speicheranlass::Wunsch);
+        break;
     case 5:
         verteiler_.ausführen(befehl::BildLaden);
         break;
@@ -129,20 +138,21 @@ void HG::men_Extras_Click(int index) {
 
 void HG::optionen() {
     const Einstellungen& e = umgebung_.einstellungen;
-    const std::array vorher{e.zahl(Einstellung::ScannMessung),
-                            e.zahl(Einstellung::DefaultZoomHauptfenster),
-                            e.zahl(Einstellung::Betriebsart)};
+    const auto auflösung = [&e] { return scannerauflösung(e.zahl(Einstellung::ScannMessung)); };
+    const int vorher = auflösung();
     Optionen dialog(umgebung_, speicher_, untersuchung_.angaben().Rasse + 1, this);
     dialog.exec();
     // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
-    // measured changes only where the user changed it.
-    if (e.zahl(Einstellung::ScannMessung) != vorher[0]) {
-        messung_.setzeAuflösung(scannerauflösung(e.zahl(Einstellung::ScannMessung)));
+    // measured changes only where the user changed it. For a missing key the dialog shows, and
+    // writes, another default than the one that is being measured with.
+    if (dialog.geändert(Einstellung::ScannOptionen)) {
+        messung_.setzeAuflösung(auflösung());
+        auflösungGemeldet_ = false;
     }
-    if (e.zahl(Einstellung::DefaultZoomHauptfenster) != vorher[1]) {
+    if (dialog.geändert(Einstellung::DefaultZoomOptionen)) {
         messplatz_->wünscheZoom(e.zahl(Einstellung::DefaultZoomHauptfenster) + 1);
     }
-    if (e.zahl(Einstellung::Betriebsart) != vorher[2]) {
+    if (dialog.geändert(Einstellung::Betriebsart)) {
         messplatz_->wünscheMessart(
             static_cast<Messart>(std::clamp<int>(e.zahl(Einstellung::Betriebsart), 0, 2)));
     }
@@ -150,12 +160,16 @@ void HG::optionen() {
     auswertung_.ladeStandard();
     auswertung_.zeigeMerkmale();
     zeigeZustand();
+    if (const int dpi = messung_.aufnahme().dpi; auflösung() != vorher && auflösung() != dpi) {
+        ZeigeEigenenHinweis(
+            umgebung_.texte(Meldung::AuflösungBeimNächstenStart).arg(dpi).arg(auflösung()));
+    }
     warneVorGeringerAuflösung();
 }
 
 bool HG::wechsleGeschlecht(Geschlecht tiere) {
     Merkmale merkmale = untersuchung_.merkmale();
-    if (!merkmale.leer()) {
+    if (merkmale.etwasEingetragen()) {
         const Texte& t = umgebung_.texte;
         const Antwort antwort = umgebung_.dialoge.frage({.titel = t(Text::KörperMerkmale),
                                                          .text = t(Text::UmschaltenWarnung1) +
@@ -187,6 +201,7 @@ void HG::men_Betriebsart_Click(int index) {
 void HG::men_Sprache_Click(int index) {
     umgebung_.einstellungen.schreibe(Einstellung::Sprache, index);
     umgebung_.texte.SpracheEinstellen(index);
+    ablage_.SpracheDB();
 }
 
 void HG::men_Hilfe_Click(int index) {
@@ -296,16 +311,20 @@ void HG::alleMessungenLöschen() {
 }
 
 int HG::gewählterFlügel() const {
-    int nummer = 0;
-    if (ansichten_->currentWidget() == tabelle_) {
-        nummer = tabelle_->gewählteNummer();
+    const QWidget* ansicht = ansichten_->currentWidget();
+    std::vector<int> gewählt;
+    if (ansicht == tabelle_) {
+        gewählt = {tabelle_->gewählteNummer()};
+    } else if (const auto* diagramm = dynamic_cast<const Diagrammansicht*>(ansicht)) {
+        gewählt = diagramm->hervorgehoben();
     } else {
-        const Reihenansicht& liste =
-            ansichten_->currentWidget() == alle_ ? *alle_ : messleiste_->reihe();
-        const std::vector<int> gewählt = liste.gewählteNummern();
-        nummer = gewählt.empty() ? 0 : gewählt.front();
+        gewählt = (ansicht == alle_ ? *alle_ : messleiste_->reihe()).gewählteNummern();
     }
-    return nummer != 0 ? nummer : untersuchung_.reihe().letzteNummer();
+    // A chart may still point out a wing that is gone.
+    const Messreihe& reihe = untersuchung_.reihe();
+    const auto nummer =
+        std::find_if(gewählt.begin(), gewählt.end(), [&reihe](int n) { return reihe.enthält(n); });
+    return nummer != gewählt.end() ? *nummer : reihe.letzteNummer();
 }
 
 void HG::messungWiederholen() {

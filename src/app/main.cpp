@@ -10,6 +10,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QIcon>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <cstdio>
@@ -93,6 +94,8 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
                                .speicher = speicher,
                                .uhr = uhr,
                                .format = Zahlenformat::system(),
+                               .dokumente = QStandardPaths::writableLocation(
+                                   QStandardPaths::DocumentsLocation),
                                .benutzersprache = QLocale::system().language(),
                                .ersterLauf = [](Start& start) { start.exec(); }});
     const auto worte = [&] {
@@ -113,7 +116,7 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
     if (!zeile.dateien.isEmpty()) {
         // From the event loop, so that the window is up while a large scan is read.
         QTimer::singleShot(0, programm.hauptfenster(),
-                           [&] { programm.hauptfenster()->ladeBild(zeile.dateien.constFirst()); });
+                           [&] { programm.hauptfenster()->öffneDatei(zeile.dateien.constFirst()); });
     }
     return QApplication::exec();
 }

@@ -58,6 +58,7 @@ struct Fenstertest : testing::Test {
                                                               .speicher = speicher,
                                                               .uhr = uhr,
                                                               .format = format,
+                                                              .dokumente = ordner.path(),
                                                               .benutzersprache = benutzersprache,
                                                               .ersterLauf = ersterLauf});
         if (!programm->Hauptstart()) {

@@ -82,6 +82,7 @@ TEST_F(Starttest, secondInstance_isToldInItsLanguageAndEnds) {
                                      .speicher = speicher,
                                      .uhr = uhr,
                                      .format = {},
+                                     .dokumente = ordner.path(),
                                      .benutzersprache = QLocale::German,
                                      .ersterLauf = [](Start&) {}});
     EXPECT_FALSE(zweites.Hauptstart());

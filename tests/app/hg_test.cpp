@@ -40,6 +40,7 @@ TEST_F(HGTest, fieldsThatAreLeft_areBroughtIntoForm) {
                            {u"txt_UNr"_s, u"7"_s, u"7"_s}}) {
         QLineEdit& feld = this->feld(z.feld);
         feld.setFocus();
+        feld.selectAll();
         QTest::keyClicks(&feld, z.getippt);
         QTest::keyClick(&feld, Qt::Key_Tab);
         EXPECT_EQ(feld.text(), z.erwartet) << qPrintable(z.feld);
@@ -166,26 +167,12 @@ TEST_F(HGTest, droppedPicture_isLoaded) {
     EXPECT_TRUE(bild().bild().size() == QSize(900, 320));
 }
 
-TEST_F(HGTest, closingWithUnsavedMeasurements_asksAndStaysOpenOnNo) {
-    hg().show();
-    ASSERT_TRUE(hg().ladeBild(maleBild({900, 320})));
-    klick({100, 100});
+TEST_F(HGTest, closing_completesTheYearAsLeavingTheFieldDoes) {
     feld(u"txt_Jahr"_s).setText(u"24"_s);
-    dialoge.antworten = {Antwort::Nein};
+    dialoge.antworten = {Antwort::Nein, Antwort::Abbrechen};
     EXPECT_FALSE(hg().close());
     EXPECT_TRUE(hg().isVisible());
-    ASSERT_THAT(dialoge.fragen, SizeIs(1));
-    EXPECT_EQ(dialoge.fragen[0].nein, u"Weiter messen"_s);
-    EXPECT_EQ(feld(u"txt_Jahr"_s).text(), u"2024"_s); // completed as on leaving the field
-    dialoge.antworten = {Antwort::Ja};
-    EXPECT_TRUE(hg().close());
-}
-
-TEST_F(HGTest, closingWithColonyDataAlone_asksToo) {
-    QTest::keyClicks(&feld(u"txt_Volk"_s), u"7"_s);
-    EXPECT_FALSE(hg().close());
-    ASSERT_THAT(dialoge.fragen, SizeIs(1));
-    EXPECT_TRUE(dialoge.fragen[0].verwirft);
+    EXPECT_EQ(feld(u"txt_Jahr"_s).text(), u"2024"_s);
 }
 
 TEST_F(HGTest, windowPlaces_areThereAgainAtTheNextStart) {

@@ -1,0 +1,294 @@
+#include "app/fenster.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QListView>
+#include <QMimeData>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+/// Examinations on their way between the main window and the results file.
+struct Speicherntest : Fenstertest {
+    void SetUp() override {
+        schreibeIni("[Start]\r\nNeu=False\r\nSprache=0\r\n[Allgemeines]\r\nKurzzeichen=AB\r\n");
+        ASSERT_TRUE(starte());
+    }
+
+    QString pfad(const QString& name = u"Meine Tabelle.tdb"_s) const {
+        return ordner.filePath(name);
+    }
+    QLineEdit& feld(const QString& name) const { return kind<QLineEdit>(name); }
+    QString nummer() const { return feld(u"txt_UNr"_s).text(); }
+    QLineEdit& züchter() const { return *kind<QComboBox>(u"cbo_Name"_s).lineEdit(); }
+
+    /// Clicks a plausible wing and takes it over.
+    void missFlügel() {
+        hg().resize(1280, 800);
+        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+        for (const QPointF& punkt : {QPointF{400, 50},
+                                     {92, 75},
+                                     {360, 56},
+                                     {288, 62},
+                                     {286, 116},
+                                     {237, 147},
+                                     {216, 143},
+                                     {292, 201}}) {
+            klick(punkt);
+        }
+        klick({500, 250}, Qt::RightButton);
+    }
+    QStringList liste(const QString& name) const {
+        QStringList texte;
+        const QAbstractItemModel& modell = *kind<QListView>(name).model();
+        for (int i = 0; i < modell.rowCount(); ++i) {
+            texte << modell.index(i, 0).data().toString();
+        }
+        return texte;
+    }
+    std::vector<QString> fragetexte() const {
+        std::vector<QString> texte;
+        for (const Frage& frage : dialoge.fragen) {
+            texte.push_back(frage.text);
+        }
+        return texte;
+    }
+    std::optional<Ergebnissatz> zeile(const QString& unr) const {
+        return Ergebnistabelle(pfad()).lade(unr);
+    }
+};
+
+const QString nummerFehlt =
+    u"Die Untersuchung kann nicht gespeichert werden, da 'Untersuchung Nr.' fehlt.\n"
+    "Wollen Sie die Nummer eintragen."_s;
+const QString angabenFehlen =
+    u"Es fehlen Angaben zu Züchter und Königin.\nWollen Sie diese Angaben noch eintragen."_s;
+
+} // namespace
+
+TEST_F(Speicherntest, firstStart_makesAFileAmongTheDocumentsAndNumbersTheExamination) {
+    EXPECT_TRUE(QFile::exists(pfad()));
+    EXPECT_EQ(speicher.GetSetting(u"Index"_s, u"0ptionen"_s, u"Tabelle"_s), pfad());
+    EXPECT_EQ(nummer(), u"001AB2025"_s);
+    EXPECT_FALSE(hg().isWindowModified());
+    EXPECT_EQ(hinweis(), u"Klicken Sie im Menü Datei auf den Befehl 'Bild laden'..."_s);
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    EXPECT_TRUE(hg().close()); // nothing was entered, nothing is asked
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+}
+
+TEST_F(Speicherntest, withoutAutomaticNumbers_theFieldStaysEmpty) {
+    schreibeIni("[Start]\r\nNeu=False\r\n[Allgemeines]\r\nAutoNummer=0\r\nKurzzeichen=AB\r\n");
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(nummer(), QString());
+}
+
+TEST_F(Speicherntest, closing_asksForNumberThenForQueenThenToSave) {
+    feld(u"txt_Volk"_s).setText(u"7"_s);
+    feld(u"txt_UNr"_s).clear();
+    dialoge.antworten = {Antwort::Ja}; // the number will be typed
+    EXPECT_FALSE(hg().close());
+    EXPECT_THAT(fragetexte(), ElementsAre(nummerFehlt));
+    EXPECT_EQ(dialoge.fragen[0].art, Meldungsart::Stopp);
+
+    dialoge.fragen.clear();
+    feld(u"txt_UNr"_s).setText(u"5"_s);
+    dialoge.antworten = {Antwort::Ja}; // breeder and queen will be typed
+    EXPECT_FALSE(hg().close());
+    EXPECT_THAT(fragetexte(), ElementsAre(angabenFehlen));
+
+    dialoge.fragen.clear();
+    dialoge.antworten = {Antwort::Nein, Antwort::Abbrechen};
+    EXPECT_FALSE(hg().close());
+    EXPECT_THAT(
+        fragetexte(),
+        ElementsAre(angabenFehlen, u"' 5 ' wurde geändert. Wollen Sie die Änderung speichern."_s));
+    EXPECT_EQ(dialoge.fragen[1].titel, u"Speichern"_s);
+    EXPECT_TRUE(dialoge.fragen[1].mitAbbrechen);
+    EXPECT_EQ(zeile(u"5"_s), std::nullopt);
+    EXPECT_TRUE(hg().isWindowModified());
+
+    dialoge.antworten = {Antwort::Nein, Antwort::Ja};
+    EXPECT_TRUE(hg().close());
+    ASSERT_TRUE(zeile(u"5"_s));
+    EXPECT_EQ(zeile(u"5"_s)->VOLK, u"7"_s);
+    EXPECT_EQ(zeile(u"5"_s)->DATUM, QDate(2025, 6, 15));
+}
+
+TEST_F(Speicherntest, closingWithoutNumberOrSaving_isTheUsersChoice) {
+    feld(u"txt_Volk"_s).setText(u"7"_s);
+    dialoge.antworten = {Antwort::Nein, Antwort::Nein}; // no queen; do not save
+    EXPECT_TRUE(hg().close());
+    EXPECT_EQ(Ergebnistabelle(pfad()).anzahl(), 0);
+
+    ASSERT_TRUE(starte());
+    feld(u"txt_UNr"_s).clear();
+    dialoge.antworten = {Antwort::Nein};
+    EXPECT_TRUE(hg().close());
+}
+
+TEST_F(Speicherntest, savedExamination_isThereAgainAtTheNextStart) {
+    missFlügel();
+    züchter().setText(u"Zoë Groß"_s);
+    feld(u"txt_LV"_s).setText(u"5"_s);
+    feld(u"txt_Jahr"_s).setText(u"24"_s);
+    wähle(u"men_Ansicht_2"_s);
+    kind<QAbstractButton>(u"opt_Panzer_A_2"_s).click();
+    kind<QAbstractButton>(u"bef_Übernehmen"_s).click();
+    const QString urteil = kind<QLabel>(u"lab_Urteil"_s).text();
+    const Merkmale merkmale = hg().untersuchung().merkmale();
+    const QStringList ci = liste(u"Liste_CI"_s);
+    ASSERT_THAT(ci, SizeIs(1));
+    wähle(u"men_Datei_2"_s); // asked for, so nothing is asked
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+    EXPECT_EQ(hinweis(), u"Die Untersuchung 001AB2025 ist gespeichert."_s);
+    EXPECT_FALSE(hg().isWindowModified());
+    EXPECT_FALSE(kind<QAction>(u"men_Datei_2"_s).isEnabled());
+    EXPECT_TRUE(hg().close());
+
+    ASSERT_TRUE(starte({.dezimal = u',', .tausender = u'.'}));
+    EXPECT_EQ(nummer(), u"001AB2025"_s);
+    EXPECT_EQ(züchter().text(), u"Zoë Groß"_s);
+    EXPECT_EQ(feld(u"txt_LV"_s).text(), u"05"_s);
+    EXPECT_EQ(feld(u"txt_Jahr"_s).text(), u"2024"_s);
+    EXPECT_EQ(liste(u"Liste_CI"_s), ci);
+    EXPECT_EQ(hg().untersuchung().merkmale(), merkmale);
+    EXPECT_EQ(kind<QLabel>(u"lab_Urteil"_s).text(), urteil);
+    EXPECT_TRUE(kind<QAction>(u"men_Ansicht_0"_s).isChecked()); // all measurements
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"1200 dpi"_s);
+    EXPECT_TRUE(hg().close());
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+}
+
+TEST_F(Speicherntest, newExamination_savesTheOpenOneAndTakesTheNextNumber) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    dialoge.antworten = {Antwort::Abbrechen};
+    wähle(u"men_Datei_0"_s);
+    EXPECT_THAT(reihe().nummern(), SizeIs(1)); // still there
+    dialoge.antworten = {Antwort::Ja};
+    wähle(u"men_Datei_0"_s);
+    EXPECT_EQ(nummer(), u"002AB2025"_s);
+    EXPECT_TRUE(reihe().leer());
+    EXPECT_EQ(züchter().text(), QString());
+    EXPECT_FALSE(hg().isWindowModified());
+    EXPECT_TRUE(zeile(u"001AB2025"_s));
+}
+
+TEST_F(Speicherntest, pointsOfAWingInWork_areNotLostWithoutAQuestion) {
+    hg().resize(1280, 800);
+    ASSERT_TRUE(hg().ladeBild(maleBild({900, 320})));
+    klick({100, 100});
+    dialoge.antworten = {Antwort::Nein};
+    wähle(u"men_Datei_0"_s);
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_EQ(dialoge.fragen[0].nein, u"Weiter messen"_s);
+    EXPECT_TRUE(dialoge.fragen[0].verwirft);
+    dialoge.antworten = {Antwort::Nein};
+    EXPECT_FALSE(hg().close());
+    dialoge.antworten = {Antwort::Ja};
+    EXPECT_TRUE(hg().close());
+}
+
+TEST_F(Speicherntest, numberOfAnotherExamination_isNotTakenWithoutAQuestion) {
+    züchter().setText(u"erste"_s);
+    wähle(u"men_Datei_2"_s);
+    wähle(u"men_Datei_0"_s);
+    züchter().setText(u"zweite"_s);
+    feld(u"txt_UNr"_s).setText(u"001ab2025"_s);
+    dialoge.antworten = {Antwort::Nein};
+    wähle(u"men_Datei_2"_s);
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(dialoge.fragen[0].verwirft);
+    EXPECT_EQ(zeile(u"001AB2025"_s)->Z_NAME, u"erste"_s);
+    EXPECT_TRUE(hg().isWindowModified());
+    dialoge.antworten = {Antwort::Ja};
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(u"001AB2025"_s)->Z_NAME, u"zweite"_s);
+    EXPECT_EQ(Ergebnistabelle(pfad()).anzahl(), 1);
+}
+
+TEST_F(Speicherntest, savingThatFails_saysWhyAndKeepsEverything) {
+    züchter().setText(u"A"_s);
+    ASSERT_TRUE(QFile::remove(pfad()));
+    dialoge.antworten = {Antwort::Ja};
+    EXPECT_FALSE(hg().close());
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].startsWith(u"Speichern: Speichern ist nicht möglich.\n"_s));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Meine Tabelle.tdb"_s));
+    EXPECT_EQ(züchter().text(), u"A"_s);
+    EXPECT_TRUE(hg().isWindowModified());
+}
+
+TEST_F(Speicherntest, textThatIsTooLong_isRefusedByTheFieldsName) {
+    züchter().setText(QString(31, u'x'));
+    wähle(u"men_Datei_2"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Das Feld 'Züchter' fasst höchstens 30 Zeichen"_s))
+        << qPrintable(dialoge.meldungen[0]);
+    EXPECT_EQ(Ergebnistabelle(pfad()).anzahl(), 0);
+}
+
+TEST_F(Speicherntest, changeOfLanguage_convertsTheStoredWords) {
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(nummer())->A_D, u"Arbeiter"_s);
+    wähle(u"men_Sprache_2"_s);
+    EXPECT_EQ(zeile(nummer())->A_D, u"Ouvrières"_s);
+    EXPECT_FALSE(hg().isWindowModified());
+}
+
+TEST_F(Speicherntest, resultsFileThatIsGone_isMadeAnewAndTheUserIsTold) {
+    programm.reset();
+    ASSERT_TRUE(QFile::remove(pfad()));
+    ASSERT_TRUE(starte());
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"war nicht mehr da"_s));
+    EXPECT_TRUE(QFile::exists(pfad()));
+}
+
+TEST_F(Speicherntest, settingsLost_theFileAmongTheDocumentsIsTakenUpAgain) {
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    programm.reset();
+    ASSERT_TRUE(QFile::remove(ordner.filePath(u"benutzer.ini"_s)));
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(züchter().text(), u"A"_s);
+    EXPECT_THAT(QDir(ordner.path()).entryList({u"*.tdb"_s}), SizeIs(1));
+}
+
+TEST_F(Speicherntest, foreignFileInThePlaceOfTheResultsFile_isNamedAndLeftAlone) {
+    programm.reset();
+    QFile fremd(pfad());
+    ASSERT_TRUE(fremd.open(QIODevice::WriteOnly));
+    fremd.write("kein Ergebnis, aber wichtig, und länger als der Kopf einer Datenbank: "
+                "0123456789012345678901234567890123456789012345678901234567890123456789");
+    fremd.close();
+    const qint64 größe = fremd.size();
+    ASSERT_TRUE(starte());
+    ASSERT_FALSE(dialoge.meldungen.isEmpty());
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"ist keine Ergebnisdatei"_s));
+    EXPECT_EQ(QFileInfo(pfad()).size(), größe);
+    EXPECT_TRUE(hg().isVisible()); // measuring goes on without it
+}
+
+TEST_F(Speicherntest, droppedResultsFile_becomesTheCurrentOne) {
+    const QString andere = pfad(u"andere 100%.tdb"_s);
+    NeueDatenbank(andere);
+    Ergebnissatz satz;
+    satz.U_NR = u"X1"_s;
+    satz.Z_NAME = u"drüben"_s;
+    Ergebnistabelle(andere).speichere(satz);
+    ASSERT_TRUE(hg().öffneDatei(andere));
+    EXPECT_EQ(nummer(), u"X1"_s);
+    EXPECT_EQ(züchter().text(), u"drüben"_s);
+    EXPECT_EQ(speicher.GetSetting(u"Index"_s, u"0ptionen"_s, u"Tabelle"_s), andere);
+    EXPECT_TRUE(kind<QLabel>(u"lab_Status"_s).text().contains(u"andere 100%.tdb"_s));
+}
