@@ -164,6 +164,7 @@ void Befehlsleiste::baueMenüs() {
              Meldung::TippSprache, {}, {});
     }
     trenne(Extras);
+    füge(Extras, 8, Text::ProtokollÜbersetzen, Meldung::TippÜbersetzen, {}, Qt::CTRL | Qt::Key_T);
     füge(Extras, 9, Text::Optionen, Meldung::TippOptionen, u"optionen"_s, Qt::CTRL | Qt::Key_Comma);
 
     neuesMenü(nullptr, Hilfe, Text::MenüHilfe);

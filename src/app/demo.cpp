@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -50,13 +51,24 @@ public:
         return muster_;
     }
     QString dateiSpeichern(const QString&, const QString& vorschlag, const QString&) override {
-        return vorschlag;
+        return QFileInfo(muster_).dir().filePath(u"protokoll."_s + QFileInfo(vorschlag).suffix());
     }
     [[nodiscard]] int meldungen() const { return meldungen_; }
 
 private:
     QString muster_;
     int meldungen_ = 0;
+};
+
+/// The demo prints into a file only.
+class OhneDrucker final : public Druckersystem {
+public:
+    QStringList liste() override { return {}; }
+    QString standard() override { return {}; }
+    bool setzeStandard(const QString& /*drucker*/) override { return false; }
+    bool drucke(const Druckauftrag& /*auftrag*/, const Seitenmaler& /*maler*/) override {
+        return false;
+    }
 };
 
 void maus(QWidget& ziel, QEvent::Type art, QPointF ort, Qt::MouseButton taste) {
@@ -135,6 +147,7 @@ public:
         zeigeAnsichten();
         vergleiche();
         löseAus(u"men_Datei_2"_s);
+        zeigeProtokoll();
         prüfeNeuenStart();
         zeigeDatenbank();
         return fehler_ == 0 && dialoge_.meldungen() == 0 ? 0 : 1;
@@ -158,6 +171,7 @@ private:
                              .shell = shell_,
                              .speicher = speicher_,
                              .uhr = uhr_,
+                             .drucker = drucker_,
                              .format = Zahlenformat::system(),
                              .dokumente = ziel_.path(),
                              .benutzersprache = QLocale::system().language(),
@@ -340,6 +354,27 @@ private:
                 .urteil = urteil};
     }
 
+    /// Both pages of the report as previews, and the report as a PDF file.
+    void zeigeProtokoll() {
+        QFile::remove(ziel_.filePath(u"protokoll.pdf"_s));
+        for (const auto& [befehl, bild] :
+             {std::pair{u"men_Datei_9"_s, u"vorschau-1"_s}, {u"men_Datei_10"_s, u"vorschau-2"_s}}) {
+            löseAus(befehl);
+            halteFest(hg(), bild);
+        }
+        QTimer::singleShot(0, &hg(), [this] {
+            auto* drucken = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (drucken == nullptr) {
+                ++fehler_;
+                return;
+            }
+            halteFest(*drucken, u"drucken"_s);
+            drucken->findChild<QPushButton*>(u"bef_PDF"_s)->click();
+        });
+        löseAus(u"men_Datei_8"_s);
+        fehler_ += QFile::exists(ziel_.filePath(u"protokoll.pdf"_s)) ? 0 : 1;
+    }
+
     /// Ends the program, starts it anew and finds the examination as it was.
     void prüfeNeuenStart() {
         const Umfang vorher = umfang();
@@ -371,6 +406,7 @@ private:
     SystemShell shell_;
     Benutzerspeicher speicher_;
     SystemClock uhr_;
+    OhneDrucker drucker_;
     QString ordner_;
     std::unique_ptr<Programm> programm_;
     std::vector<Flügelpunkte> wahrePunkte_ = wahrePunkte();

@@ -54,7 +54,7 @@ bool Programm::Hauptstart() {
 
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
-                                        dienste_.uhr, dienste_.format, ordner_},
+                                        dienste_.uhr, dienste_.drucker, dienste_.format, ordner_},
                                dienste_.speicher, untersuchung_, ablage_);
     hg_->beginne();
     QGuiApplication::restoreOverrideCursor();

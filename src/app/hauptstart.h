@@ -23,6 +23,7 @@ struct Dienste {
     Shell& shell;
     Benutzerspeicher& speicher;
     const Clock& uhr;
+    Druckersystem& drucker;
     Zahlenformat format;
     QString dokumente;                 ///< folder that the first results file is made in
     QLocale::Language benutzersprache; ///< preselects the language at the first run

@@ -64,7 +64,8 @@ HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& unter
     , messung_(untersuchung_.reihe(), umgebung.format)
     , modelle_(untersuchung_.reihe(), umgebung.texte, umgebung.format)
     , befehle_(*this, umgebung.texte)
-    , auswertung_(umgebung, untersuchung_) {
+    , auswertung_(umgebung, untersuchung_)
+    , protokoll_(umgebung, untersuchung_, auswertung_) {
     setObjectName(u"HG"_s);
     setAcceptDrops(true);
     baueFläche();
@@ -116,7 +117,7 @@ void HG::baueFläche() {
          {static_cast<QWidget*>(messplatz_), static_cast<QWidget*>(alle_),
           static_cast<QWidget*>(tabelle_), static_cast<QWidget*>(&auswertung_.kurven()),
           static_cast<QWidget*>(&auswertung_.korrel()),
-          static_cast<QWidget*>(&auswertung_.merkmal())}) {
+          static_cast<QWidget*>(&auswertung_.merkmal()), &protokoll_.vorschau()}) {
         ansichten_->addWidget(ansicht);
     }
 
@@ -190,6 +191,7 @@ void HG::verbindeFelder() {
     kolonie_->beiÄnderung([this](const Kolonieangaben& angaben) {
         untersuchung_.setzeAngaben(angaben);
         zeigeStatuszeile();
+        protokoll_.aktualisiere();
     });
     kolonie_->beiGeschlechtswahl([this](Geschlecht tiere) { return wechsleGeschlecht(tiere); });
     kolonie_->beiRassenwahl([this](int index) {
@@ -230,6 +232,16 @@ void HG::meldeAnsichtenAn() {
         zeige(&auswertung_.merkmal(), merkmalhinweis(untersuchung_.merkmale()));
     });
     verteiler_.anmelden(befehl::Messen, [this] { zeigeMessplatz(false); });
+    for (const auto& [wort, seite] :
+         {std::pair{befehl::Vorschau1, 1}, std::pair{befehl::Vorschau2, 2}}) {
+        verteiler_.anmelden(wort, [this, seite = seite] {
+            zeige(&protokoll_.vorschau(), HinweisKeiner);
+            protokoll_.zeigeSeite(seite);
+        });
+    }
+    protokoll_.seiteGewünscht = [this](int seite) {
+        verteiler_.ausführen(seite == 2 ? befehl::Vorschau2 : befehl::Vorschau1);
+    };
     verteiler_.nachJedemBefehl([this](QStringView) { zeigeZustand(); });
 }
 
@@ -389,9 +401,8 @@ void HG::zeigeZustand() {
     for (const auto& [menü, index, wort] : nachWort) {
         erlaube(menü, index, verteiler_.kennt(wort));
     }
-    for (const auto& [menü, index] : {std::pair{Menue::Datei, 3}, {Menue::Datei, 8}}) {
-        erlaube(menü, index, false);
-    }
+    erlaube(Menue::Datei, 3, false);
+    erlaube(Menue::Datei, 10, protokoll_.seitenzahl() == 2);
     erlaube(Menue::Datei, 6, mitBild);
     erlaube(Menue::Ansicht, 6, mitBild);
     erlaube(Menue::Ansicht, 7, mitBild);
@@ -437,6 +448,7 @@ void HG::zeigeZustand() {
     messleiste_->zeigePunkte(messung_.punkte(), messung_.messart());
     messleiste_->zeigeAuflösung(messung_.aufnahme().dpi);
     zeigeStatuszeile();
+    protokoll_.aktualisiere();
     warneVorSchreibfehler();
 }
 
@@ -514,6 +526,7 @@ void HG::dropEvent(QDropEvent* event) {
 }
 
 bool HG::Form_Unload() {
+    protokoll_.stelleDruckerHer();
     kolonie_->vervollständige();
     return verlasseUntersuchung();
 }

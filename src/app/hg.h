@@ -2,6 +2,7 @@
 
 #include "app/auswertung.h"
 #include "app/befehlsleiste.h"
+#include "app/protokollausgabe.h"
 #include "app/umgebung.h"
 #include "measure/messung.h"
 #include "measure/reihenmodelle.h"
@@ -94,6 +95,7 @@ private:
 
     void bildLaden();
     void grafik();
+    void drucke();
     void zeige(QWidget* ansicht, int hinweisnummer);
     void zeigeMessplatz(bool übersicht);
     void ZeigeHinweis(int nummer);
@@ -127,6 +129,7 @@ private:
     Verteiler verteiler_;
     Befehlsleiste befehle_;
     Auswertung auswertung_;
+    Protokollausgabe protokoll_;
 
     QSplitter* teiler_ = nullptr;
     QStackedWidget* ansichten_ = nullptr;

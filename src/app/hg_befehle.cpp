@@ -44,6 +44,15 @@ void HG::men_Datei_Click(int index) {
     case 6:
         verteiler_.ausführen(befehl::Grafik);
         break;
+    case 8:
+        drucke();
+        break;
+    case 9:
+        verteiler_.ausführen(befehl::Vorschau1);
+        break;
+    case 10:
+        verteiler_.ausführen(befehl::Vorschau2);
+        break;
     case 14:
         close();
         break;
@@ -131,7 +140,9 @@ void HG::men_Zoom_Click(int index) {
 }
 
 void HG::men_Extras_Click(int index) {
-    if (index == 9) {
+    if (index == 8) {
+        protokoll_.übersetze(this);
+    } else if (index == 9) {
         optionen();
     }
 }
@@ -269,6 +280,12 @@ void HG::bildLaden() {
     if (!pfad.isEmpty()) {
         ladeBild(pfad);
     }
+}
+
+void HG::drucke() {
+    kolonie_->vervollständige();
+    const QString ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
+    protokoll_.drucke(this, ordner.isEmpty() ? ablage_.dokumente() : ordner);
 }
 
 void HG::grafik() {

@@ -5,6 +5,7 @@
 #include "app/start.h"
 #include "platform/system_dialoge.h"
 #include "platform/system_shell.h"
+#include "print/systemdrucker.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -89,17 +90,23 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
     SystemShell shell;
     Benutzerspeicher speicher;
     const SystemClock uhr;
-    Programm programm(ordner, {.dialoge = dialoge,
-                               .shell = shell,
-                               .speicher = speicher,
-                               .uhr = uhr,
-                               .format = Zahlenformat::system(),
-                               .dokumente = QStandardPaths::writableLocation(
-                                   QStandardPaths::DocumentsLocation),
-                               .benutzersprache = QLocale::system().language(),
-                               .ersterLauf = [](Start& start) { start.exec(); }});
+    // The printers come before the program, so they have words of their own that follow its
+    // language.
+    Texte druckerworte(ordner);
+    const std::unique_ptr<Druckersystem> drucker = systemdrucker(dialoge, druckerworte);
+    Programm programm(
+        ordner, {.dialoge = dialoge,
+                 .shell = shell,
+                 .speicher = speicher,
+                 .uhr = uhr,
+                 .drucker = *drucker,
+                 .format = Zahlenformat::system(),
+                 .dokumente = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+                 .benutzersprache = QLocale::system().language(),
+                 .ersterLauf = [](Start& start) { start.exec(); }});
     const auto worte = [&] {
         const Texte& t = programm.texte();
+        druckerworte.SpracheEinstellen(static_cast<int>(t.sprache().value_or(Sprache::Deutsch)));
         dialoge.setzeWorte({.ok = t(Meldung::KnopfOK),
                             .ja = t(Text::Ja),
                             .nein = t(Text::Nein),
@@ -115,8 +122,9 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
     }
     if (!zeile.dateien.isEmpty()) {
         // From the event loop, so that the window is up while a large scan is read.
-        QTimer::singleShot(0, programm.hauptfenster(),
-                           [&] { programm.hauptfenster()->öffneDatei(zeile.dateien.constFirst()); });
+        QTimer::singleShot(0, programm.hauptfenster(), [&] {
+            programm.hauptfenster()->öffneDatei(zeile.dateien.constFirst());
+        });
     }
     return QApplication::exec();
 }

@@ -5,6 +5,7 @@
 #include "platform/shell.h"
 #include "platform/uhr.h"
 #include "platform/zahlen.h"
+#include "print/druckersystem.h"
 #include "settings/einstellungen.h"
 
 #include <QString>
@@ -18,6 +19,7 @@ struct Umgebung {
     Dialoge& dialoge;
     Shell& shell;
     const Clock& uhr;
+    Druckersystem& drucker;
     Zahlenformat format;
     QString ordner; ///< folder of Index.ini, help and samples
 };

@@ -115,7 +115,7 @@ Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wart
 void Ergebnisdatei::prüfeAufbau() {
     const std::string alle = tabellenspalten().join(u", "_s).toStdString();
     try {
-        SQLite::Statement(verbindung_, "SELECT " + alle + " FROM Ergebnisse");
+        const SQLite::Statement probe(verbindung_, "SELECT " + alle + " FROM Ergebnisse");
         return;
     } catch (const SQLite::Exception& fehler) {
         if (!vielleichtAufbau(fehler)) {

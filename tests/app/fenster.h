@@ -7,6 +7,7 @@
 #include "measure/uebersicht.h"
 #include "support/kinder.h"
 #include "support/testdialoge.h"
+#include "support/testdrucker.h"
 
 #include <QAction>
 #include <QApplication>
@@ -26,6 +27,7 @@ struct Fenstertest : testing::Test {
     TestDialoge dialoge;
     TestShell shell;
     TestClock uhr;
+    TestDrucker drucker;
     Benutzerspeicher speicher{ordner.filePath(QStringLiteral("benutzer.ini"))};
     std::function<void(Start&)> ersterLauf = [](Start&) {};
     QLocale::Language benutzersprache = QLocale::German;
@@ -57,6 +59,7 @@ struct Fenstertest : testing::Test {
                                                               .shell = shell,
                                                               .speicher = speicher,
                                                               .uhr = uhr,
+                                                              .drucker = drucker,
                                                               .format = format,
                                                               .dokumente = ordner.path(),
                                                               .benutzersprache = benutzersprache,

@@ -81,6 +81,7 @@ TEST_F(Starttest, secondInstance_isToldInItsLanguageAndEnds) {
                                      .shell = shell,
                                      .speicher = speicher,
                                      .uhr = uhr,
+                                     .drucker = drucker,
                                      .format = {},
                                      .dokumente = ordner.path(),
                                      .benutzersprache = QLocale::German,

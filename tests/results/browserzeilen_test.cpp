@@ -4,7 +4,6 @@
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
-using testing::ElementsAre;
 
 namespace {
 

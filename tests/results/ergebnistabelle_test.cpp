@@ -2,7 +2,6 @@
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
-using testing::ElementsAre;
 
 namespace {
 

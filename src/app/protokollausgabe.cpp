@@ -1,0 +1,171 @@
+#include "app/protokollausgabe.h"
+
+#include "app/auswertung.h"
+#include "lang/uebersetz.h"
+#include "print/drucken.h"
+#include "print/vorschau.h"
+
+#include <QDir>
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A file name from an examination number, which may have any characters.
+QString dateiname(const QString& nummer) {
+    QString name;
+    for (const QChar zeichen : nummer.trimmed()) {
+        name += zeichen.isLetterOrNumber() || zeichen == u'-' || zeichen == u'_' ? zeichen : u'_';
+    }
+    return name;
+}
+
+} // namespace
+
+Protokollausgabe::Protokollausgabe(const Umgebung& umgebung, const Untersuchung& untersuchung,
+                                   const Auswertung& auswertung)
+    : umgebung_(umgebung)
+    , untersuchung_(untersuchung)
+    , auswertung_(auswertung)
+    , druckerwahl_(umgebung.drucker)
+    , vorschau_(new Vorschau(umgebung.texte)) {
+    vorschau_->beiBlättern([this](int um) {
+        if (seiteGewünscht) {
+            seiteGewünscht(seite_ + um);
+        }
+    });
+}
+
+Protokollausgabe::~Protokollausgabe() {
+    delete übersetz_;
+}
+
+QWidget& Protokollausgabe::vorschau() {
+    return *vorschau_;
+}
+
+int Protokollausgabe::seitenzahl() const {
+    return tarvel::seitenzahl(ladeProtokolleinstellungen(umgebung_.einstellungen).art);
+}
+
+Protokolltexte Protokollausgabe::texte() const {
+    Protokolltexte standard = ProtokolltexteStandard(umgebung_.texte);
+    if (!umgebung_.einstellungen.schalter(Einstellung::Übersetzen)) {
+        return standard;
+    }
+    ÜbersetzungLaden(umgebung_.einstellungen.IniPfad(), standard.felder);
+    return ProtokolltexteÜbersetzt(standard.felder);
+}
+
+std::shared_ptr<const Protokollausgabe::Vorlage>
+Protokollausgabe::vorlage(const std::optional<Protokollfelder>& felder) const {
+    const Protokolleinstellungen einstellungen =
+        ladeProtokolleinstellungen(umgebung_.einstellungen);
+    const Protokolltexte worte = felder ? ProtokolltexteÜbersetzt(*felder) : texte();
+    return std::make_shared<Vorlage>(
+        Vorlage{.daten = protokolldaten({.untersuchung = untersuchung_,
+                                         .standard = auswertung_.standard(),
+                                         .einstellungen = einstellungen,
+                                         .texte = umgebung_.texte,
+                                         .protokolltexte = worte,
+                                         .format = umgebung_.format,
+                                         .heute = umgebung_.uhr.now().date()}),
+                .grafik = Briefkopfgrafik(einstellungen.briefkopf)});
+}
+
+void Protokollausgabe::zeigeSeite(int nummer) {
+    seite_ = nummer;
+    zeige(vorlage());
+}
+
+void Protokollausgabe::zeige(std::shared_ptr<const Vorlage> neue) {
+    seite_ = std::clamp(seite_, 1, tarvel::seitenzahl(neue->daten.einstellungen.art));
+    vorschau_->zeige([neue = std::move(neue), seite = seite_](QPainter& painter) {
+        paintProtokoll(painter, neue->daten, neue->grafik, seite);
+    });
+}
+
+void Protokollausgabe::aktualisiere() {
+    if (vorschau_->isVisible()) {
+        zeige(vorlage());
+    }
+}
+
+QStringList Protokollausgabe::fehlendes() const {
+    const Einstellungen& e = umgebung_.einstellungen;
+    const Texte& t = umgebung_.texte;
+    const Messreihe& reihe = untersuchung_.reihe();
+    const Kolonieangaben& angaben = untersuchung_.angaben();
+    const bool ohneKönigin = angaben.KNr.trimmed().isEmpty() && angaben.Name.trimmed().isEmpty();
+    const auto art = static_cast<Protokollart>(e.zahl(Einstellung::Art));
+    QStringList namen;
+    for (const auto& [warnung, fehlt, name] :
+         {std::tuple{Einstellung::WarnungCubitalindex, reihe.ciZeilen().empty(),
+                     Text::Cubitalindex},
+          {Einstellung::WarnungHantelindex,
+           art != Protokollart::Cubitalindex && reihe.hiDvZeilen().empty(), Text::HantelindexUndDV},
+          {Einstellung::WarnungMerkmale, untersuchung_.merkmale().leer(), Text::KörperMerkmale},
+          {Einstellung::WarnungKönigin, ohneKönigin, Text::Königin}}) {
+        if (fehlt && e.schalter(warnung)) {
+            namen << t(name);
+        }
+    }
+    return namen;
+}
+
+void Protokollausgabe::drucke(QWidget* fenster, const QString& ordner) {
+    const Texte& t = umgebung_.texte;
+    const QString& titel = t(Text::MenüProtokollDrucken);
+    if (untersuchung_.reihe().leer()) {
+        umgebung_.dialoge.meldung(titel, t(Meldung::ProtokollOhneFlügel), Meldungsart::Ausruf);
+        return;
+    }
+    if (const QStringList namen = fehlendes();
+        !namen.isEmpty() &&
+        umgebung_.dialoge.frage({.titel = titel,
+                                 .text = t(Meldung::FehlendeWerteFrage).arg(namen.join(u", "_s)),
+                                 .art = Meldungsart::Ausruf,
+                                 .ja = t(Meldung::TrotzdemDrucken),
+                                 .nein = t(Meldung::NichtDrucken)}) != Antwort::Ja) {
+        return;
+    }
+    const auto gedruckt = vorlage();
+    const QString nummer = dateiname(untersuchung_.angaben().UNr);
+    Drucken_ dialog({.texte = t,
+                     .dialoge = umgebung_.dialoge,
+                     .drucker = umgebung_.drucker,
+                     .wahl = druckerwahl_},
+                    {.daten = gedruckt->daten,
+                     .grafik = gedruckt->grafik,
+                     .titel = gedruckt->daten.titel,
+                     .pdf = QDir(ordner).filePath((nummer.isEmpty() ? t(Text::Protokoll) : nummer) +
+                                                  u".pdf"_s)},
+                    fenster);
+    dialog.exec();
+}
+
+void Protokollausgabe::übersetze(QWidget* fenster) {
+    if (übersetz_ == nullptr) {
+        auto* editor = new Übersetz(
+            umgebung_.texte, umgebung_.einstellungen.IniPfad(), umgebung_.dialoge, umgebung_.shell,
+            [this](const Protokollfelder& felder) {
+                if (seiteGewünscht) {
+                    seiteGewünscht(seite_);
+                }
+                zeige(vorlage(felder));
+            },
+            fenster);
+        editor->setAttribute(Qt::WA_DeleteOnClose);
+        QObject::connect(editor, &QDialog::finished, vorschau_, [this] { aktualisiere(); });
+        übersetz_ = editor;
+    }
+    übersetz_->show();
+    übersetz_->raise();
+    übersetz_->activateWindow();
+}
+
+} // namespace tarvel

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "app/umgebung.h"
+#include "lang/protokolltexte.h"
+#include "print/druckersystem.h"
+#include "print/protokollseite.h"
+#include "results/untersuchung.h"
+
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tarvel {
+
+class Auswertung;
+class Vorschau;
+
+/// The report of the open examination: its preview, the print dialog, and the editor of the user's
+/// own wording.
+class Protokollausgabe {
+public:
+    /// Everything handed over outlives this. The preview is made here and belongs to the window it
+    /// is put into.
+    Protokollausgabe(const Umgebung& umgebung, const Untersuchung& untersuchung,
+                     const Auswertung& auswertung);
+    ~Protokollausgabe();
+
+    /// Called when page 1 or 2 is to be seen.
+    std::function<void(int seite)> seiteGewünscht;
+
+    [[nodiscard]] QWidget& vorschau();
+    /// Pages of the kind of report that the settings ask for.
+    [[nodiscard]] int seitenzahl() const;
+
+    /// Lays out page 1 or 2 in the preview, page 1 for a page that this kind of report has not.
+    void zeigeSeite(int nummer);
+    /// Lays the preview out anew while it is seen. To be called after every change of what the
+    /// report says.
+    void aktualisiere();
+
+    /// Opens the print dialog `Drucken_`, unless the examination has no wings or the user does not
+    /// want to print with values missing. @p ordner is where a PDF file is proposed.
+    void drucke(QWidget* fenster, const QString& ordner);
+    /// Opens the translation editor `Übersetz`.
+    void übersetze(QWidget* fenster);
+
+    /// Brings back the default printer of the start.
+    void stelleDruckerHer() { druckerwahl_.stelleHer(); }
+
+private:
+    struct Vorlage {
+        Protokolldaten daten;
+        Briefkopfgrafik grafik;
+    };
+    [[nodiscard]] std::shared_ptr<const Vorlage>
+    vorlage(const std::optional<Protokollfelder>& felder = std::nullopt) const;
+    [[nodiscard]] Protokolltexte texte() const;
+    /// Names of the values that are missing and that the settings ask to be warned of.
+    [[nodiscard]] QStringList fehlendes() const;
+    void zeige(std::shared_ptr<const Vorlage> vorlage);
+
+    Umgebung umgebung_;
+    const Untersuchung& untersuchung_;
+    const Auswertung& auswertung_;
+    Druckerwahl druckerwahl_;
+    Vorschau* vorschau_;
+    QPointer<QWidget> übersetz_;
+    int seite_ = 1;
+};
+
+} // namespace tarvel
