@@ -302,6 +302,7 @@ void miss(const QString& pfad, int runden) {
     std::printf("%d rows\n%-42s %10s %10s %7s\n", anzahl, "", "ours", "limit", "ratio");
     ansichten(pfad, runden);
     std::vector<QString> nummern;
+    nummern.reserve(500);
     for (int i = 0; i < 500; ++i) {
         nummern.push_back(beispiel(anzahl / 50 * (i % 50)).U_NR);
     }

@@ -286,11 +286,27 @@ private:
             löseAus(befehl);
             halteFest(hg(), bild);
         }
+        zeigeMängel();
         löseAus(u"men_Hilfe_4"_s);
         halteFest(kind<MessHilfe>(u"MessHilfe"_s), u"messhilfe"_s);
         Info info(programm_->texte());
         info.show();
         halteFest(info, u"info"_s);
+    }
+
+    void wähleRasse(int index) {
+        auto& rasse = kind<QComboBox>(u"cbo_Rasse"_s);
+        rasse.setCurrentIndex(index);
+        Q_EMIT rasse.activated(index);
+    }
+
+    /// What the verdict says of a sample that is of another race.
+    void zeigeMängel() {
+        constexpr int Mellifera = 1;
+        wähleRasse(Mellifera);
+        halteFest(hg(), u"urteil"_s);
+        QTextStream(stdout) << umfang().urteil << u'\n';
+        wähleRasse(0);
     }
 
     /// Prints the lines of the series, and beside them whether they are those of the true points.

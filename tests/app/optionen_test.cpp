@@ -3,6 +3,7 @@
 #include "evaluation/rassenseite.h"
 #include "support/kinder.h"
 #include "support/testdialoge.h"
+#include "support/testdrucker.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -33,6 +34,7 @@ struct OptionenTest : testing::Test {
     TestDialoge dialoge;
     TestShell shell;
     TestClock uhr;
+    TestDrucker drucker;
     QString inipfad = ordner.filePath(u"Index.ini"_s);
     std::unique_ptr<Einstellungen> einstellungen = std::make_unique<Einstellungen>(inipfad);
     Benutzerspeicher speicher{ordner.filePath(u"benutzer.ini"_s)};
@@ -48,9 +50,9 @@ struct OptionenTest : testing::Test {
         return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
     }
     void öffne(int rasse = 1) {
-        dialog = std::make_unique<Optionen>(
-            Umgebung{*einstellungen, texte, dialoge, shell, uhr, Zahlenformat{}, ordner.path()},
-            speicher, rasse);
+        dialog = std::make_unique<Optionen>(Umgebung{*einstellungen, texte, dialoge, shell, uhr,
+                                                     drucker, Zahlenformat{}, ordner.path()},
+                                            speicher, rasse);
         dialog->show();
         dialog->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));

@@ -1,6 +1,8 @@
 // The program's way to a printer, against a print server that runs for this test alone.
 
 #include "print/cups_druckersystem.h"
+#include "print/protokolldruck.h"
+#include "print/protokollprobe.h"
 #include "print/windows_druckersystem.h"
 
 #include "support/druckserver.h"
@@ -9,6 +11,8 @@
 
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QProcess>
+#include <QStandardPaths>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -113,6 +117,35 @@ TEST_F(CupsTest, job_arrivesAtThePrinterAsItWasPainted) {
     EXPECT_THAT(ausdruck->optionen.toStdString(), Not(HasSubstr("copies=9")));
     EXPECT_THAT(ausdruck->optionen.toStdString(), HasSubstr("media=A4"));
     EXPECT_THAT(ausdruck->optionen.toStdString(), HasSubstr("sides=two-sided-long-edge"));
+}
+
+TEST_F(CupsTest, report_arrivesWithBothPagesAndItsText) {
+    Protokollprobe probe;
+    for (const int klasse : {18, 19, 21}) {
+        probe.miss(klasse);
+    }
+    probe.einstellungen.art = Protokollart::CubitalindexUndKorrelation;
+    const Protokolldaten daten = probe.daten();
+    ASSERT_TRUE(drucker.drucke({u"Imkerei"_s, daten.titel}, [&](QPagedPaintDevice& papier) {
+        return Druckstart(papier, daten, Briefkopfgrafik());
+    }));
+    const auto ausdruck = server->hole("Imkerei");
+    ASSERT_TRUE(ausdruck);
+    erwarteZweiSeitenA4(ausdruck->pdf);
+    EXPECT_EQ(ausdruck->titel, daten.titel);
+    const QString leser = QStandardPaths::findExecutable(u"pdftotext"_s);
+    if (leser.isEmpty()) {
+        GTEST_SKIP() << "pdftotext is not installed (package poppler-utils): no text was read";
+    }
+    QProcess lesen;
+    lesen.start(leser, {u"-layout"_s, u"-"_s, u"-"_s});
+    lesen.write(ausdruck->pdf);
+    lesen.closeWriteChannel();
+    ASSERT_TRUE(lesen.waitForFinished());
+    const QString text = QString::fromUtf8(lesen.readAllStandardOutput());
+    for (const QString& erwartet : {daten.titel, u"Huber"_s, u"Lindenvolk"_s, u"Unterschrift"_s}) {
+        EXPECT_TRUE(text.contains(erwartet)) << qPrintable(erwartet);
+    }
 }
 
 TEST_F(CupsTest, job_thatNoPrinterTakesIsReported) {

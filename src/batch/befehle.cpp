@@ -1,0 +1,327 @@
+#include "batch/befehle.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+
+#include <initializer_list>
+#include <utility>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int höchsteAuflösung = 100'000;
+constexpr int höchsterZoom = 4;
+
+/// A value that an option takes, and what it means.
+template <typename Wert>
+using Auswahl = std::initializer_list<std::pair<const char*, Wert>>;
+
+/// How a command is explained. The example stands in the manual too.
+struct Beschreibung {
+    QString befehl;
+    QString argumente;
+    QString text;
+    QString beispiel;
+};
+
+/// The command line of one command. Its readers throw Aufruffehler.
+class Leser {
+public:
+    explicit Leser(Beschreibung beschreibung)
+        : beschreibung_(std::move(beschreibung)) {
+        option(u"language"_s, u"Language of texts and messages: de, en (default) or fr."_s,
+               u"language"_s);
+        parser_.addOption({{u"h"_s, u"help"_s}, u"Show this help."_s});
+    }
+
+    void option(const QString& name, const QString& text, const QString& wert = {}) {
+        parser_.addOption({name, text, wert});
+    }
+
+    void optionIni() {
+        option(u"ini"_s, u"Settings file (Index.ini) with race standards and options."_s,
+               u"file"_s);
+    }
+    void optionRasse() {
+        option(u"race"_s, u"Race whose standard the judgement uses."_s, u"name"_s);
+    }
+
+    void lies(const QStringList& argumente) {
+        if (!parser_.parse(argumente)) {
+            throw Aufruffehler{parser_.errorText()};
+        }
+    }
+
+    [[nodiscard]] bool gesetzt(const QString& name) const { return parser_.isSet(name); }
+    [[nodiscard]] QStringList argumente() const { return parser_.positionalArguments(); }
+
+    [[nodiscard]] QString hilfe() const {
+        // The toolkit's text begins with a line of usage that does not know the command.
+        const QString optionen = parser_.helpText();
+        return u"Usage: tarvel-batch "_s + beschreibung_.befehl + u' ' + beschreibung_.argumente +
+               u"\n\n"_s + beschreibung_.text + u"\n\nExample:\n  "_s + beschreibung_.beispiel +
+               u'\n' + optionen.sliced(optionen.indexOf(u'\n'));
+    }
+
+    /// The value of an option; empty when it is not given.
+    [[nodiscard]] QString wert(const QString& name) const {
+        const QString wert = parser_.value(name);
+        if (gesetzt(name) && wert.isEmpty()) {
+            throw Aufruffehler{u"Missing value after '--%1'."_s.arg(name)};
+        }
+        return wert;
+    }
+
+    [[nodiscard]] QString nötig(const QString& name) const {
+        if (!gesetzt(name)) {
+            throw Aufruffehler{u"'%1' needs the option '--%2'."_s.arg(beschreibung_.befehl, name)};
+        }
+        return wert(name);
+    }
+
+    [[nodiscard]] std::optional<int> zahl(const QString& name, int höchste) const {
+        const QString text = wert(name);
+        if (text.isEmpty()) {
+            return std::nullopt;
+        }
+        bool lesbar = false;
+        const int zahl = text.toInt(&lesbar);
+        if (!lesbar || zahl < 1 || zahl > höchste) {
+            throw Aufruffehler{u"'--%1' takes a whole number from 1 to %2, not '%3'."_s.arg(
+                name, QString::number(höchste), text)};
+        }
+        return zahl;
+    }
+
+    template <typename Wert>
+    [[nodiscard]] Wert auswahl(const QString& name, Wert vorgabe, Auswahl<Wert> möglich) const {
+        const QString text = wert(name);
+        if (text.isEmpty()) {
+            return vorgabe;
+        }
+        QStringList namen;
+        for (const auto& [möglichkeit, bedeutung] : möglich) {
+            if (text == QLatin1StringView(möglichkeit)) {
+                return bedeutung;
+            }
+            namen << QString::fromLatin1(möglichkeit);
+        }
+        throw Aufruffehler{
+            u"'--%1' takes %2, not '%3'."_s.arg(name, namen.join(u", "_s), text)};
+    }
+
+    [[nodiscard]] Sprache sprache() const {
+        return auswahl(u"language"_s, Sprache::Englisch,
+                       {{"de", Sprache::Deutsch},
+                        {"en", Sprache::Englisch},
+                        {"fr", Sprache::Französisch}});
+    }
+
+    /// Positional arguments, @p anzahl of them.
+    [[nodiscard]] QStringList genau(qsizetype anzahl) const {
+        if (argumente().size() != anzahl) {
+            throw Aufruffehler{
+                u"'%1' takes %2."_s.arg(beschreibung_.befehl, beschreibung_.argumente)};
+        }
+        return argumente();
+    }
+    [[nodiscard]] QStringList dateien() const {
+        if (argumente().isEmpty()) {
+            throw Aufruffehler{u"'%1' needs at least one file."_s.arg(beschreibung_.befehl)};
+        }
+        return argumente();
+    }
+
+private:
+    Beschreibung beschreibung_;
+    QCommandLineParser parser_;
+};
+
+bool gleicheDatei(const QString& a, const QString& b) {
+    const QFileInfo infoA(a);
+    const QFileInfo infoB(b);
+    return infoA.absoluteFilePath() == infoB.absoluteFilePath() ||
+           (infoA.exists() && infoA.canonicalFilePath() == infoB.canonicalFilePath());
+}
+
+void prüfeZiel(const QString& ziel, const QString& datenbank) {
+    if (!ziel.isEmpty() && gleicheDatei(ziel, datenbank)) {
+        throw Aufruffehler{u"The output would replace the database '%1'."_s.arg(datenbank)};
+    }
+}
+
+Leser auswertungsleser() {
+    Leser leser(
+        {u"evaluate"_s, u"FILE... [options]"_s,
+         u"Computes cubital index, hantel index and discoidal shift of wings whose points stand\n"
+         "in CSV or TPS files, and judges each file as the sample of one colony."_s,
+         u"tarvel-batch evaluate --dpi 2400 --race Carnica points.csv"_s});
+    leser.option(u"messart"_s,
+                 u"Kind of examination: 0 cubital index alone, 1 all measurements (default), 2 "
+                 "correlation."_s,
+                 u"kind"_s);
+    leser.option(u"dpi"_s, u"Resolution of the scans (default: that of the settings, else 1200)."_s,
+                 u"n"_s);
+    leser.option(u"zoom"_s, u"Zoom that the points were measured at, 1 (default) to 4."_s, u"n"_s);
+    leser.option(u"caste"_s, u"workers (default) or drones."_s, u"caste"_s);
+    leser.optionRasse();
+    leser.optionIni();
+    leser.option(u"format"_s, u"text (default), csv or json."_s, u"format"_s);
+    return leser;
+}
+
+Auswertungsbefehl auswertung(const Leser& leser) {
+    return {.dateien = leser.dateien(),
+            .messart = leser.auswahl(u"messart"_s, Messart::AlleMessungen,
+                                     {{"0", Messart::NurCubitalindex},
+                                      {"1", Messart::AlleMessungen},
+                                      {"2", Messart::Korrelation}}),
+            .dpi = leser.zahl(u"dpi"_s, höchsteAuflösung),
+            .zoom = static_cast<qint16>(leser.zahl(u"zoom"_s, höchsterZoom).value_or(1)),
+            .tiere = leser.auswahl(u"caste"_s, Geschlecht::Arbeiterinnen,
+                                   {{"workers", Geschlecht::Arbeiterinnen},
+                                    {"drones", Geschlecht::Drohnen}}),
+            .rasse = leser.wert(u"race"_s),
+            .ini = leser.wert(u"ini"_s),
+            .format = leser.auswahl(u"format"_s, Ausgabeformat::Text,
+                                    {{"text", Ausgabeformat::Text},
+                                     {"csv", Ausgabeformat::Csv},
+                                     {"json", Ausgabeformat::Json}})};
+}
+
+Leser ausfuhrleser() {
+    Leser leser({u"export"_s, u"DATABASE [options]"_s,
+                 u"Writes the examinations of a database as CSV, a row an examination."_s,
+                 u"tarvel-batch export --wings --out wings.csv results.tdb"_s});
+    leser.option(u"wings"_s, u"A row a wing, with the indices in full precision."_s);
+    leser.option(u"tps"_s, u"The measured points of all wings as TPS."_s);
+    leser.option(u"out"_s, u"File to write instead of the standard output."_s, u"file"_s);
+    return leser;
+}
+
+Ausfuhrbefehl ausfuhr(const Leser& leser) {
+    const bool wings = leser.gesetzt(u"wings"_s);
+    const bool tps = leser.gesetzt(u"tps"_s);
+    if (wings && tps) {
+        throw Aufruffehler{u"'--wings' and '--tps' exclude each other."_s};
+    }
+    Ausfuhrbefehl befehl{.datenbank = leser.genau(1).constFirst(),
+                         .art = wings ? Ausfuhrart::Flügel
+                                : tps ? Ausfuhrart::Tps
+                                      : Ausfuhrart::Untersuchungen,
+                         .ziel = leser.wert(u"out"_s)};
+    prüfeZiel(befehl.ziel, befehl.datenbank);
+    return befehl;
+}
+
+Leser protokollleser() {
+    Leser leser({u"report"_s, u"DATABASE NUMBER --pdf FILE [options]"_s,
+                 u"Writes the report of an examination as PDF."_s,
+                 u"tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026"_s});
+    leser.option(u"pdf"_s, u"File to write."_s, u"file"_s);
+    leser.optionIni();
+    return leser;
+}
+
+Protokollbefehl protokoll(const Leser& leser) {
+    const QStringList argumente = leser.genau(2);
+    Protokollbefehl befehl{.datenbank = argumente[0],
+                           .nummer = argumente[1],
+                           .pdf = leser.nötig(u"pdf"_s),
+                           .ini = leser.wert(u"ini"_s)};
+    prüfeZiel(befehl.pdf, befehl.datenbank);
+    return befehl;
+}
+
+Leser einfuhrleser() {
+    Leser leser({u"import-bee"_s, u"FILE... --into DATABASE [options]"_s,
+                 u"Stores measurement files (*.Bee) as examinations of a database, which is made\n"
+                 "if there is none. The number comes from the file; a file without one gets the\n"
+                 "next automatic number. An examination that exists is never replaced."_s,
+                 u"tarvel-batch import-bee --into results.tdb old/*.Bee"_s});
+    leser.option(u"into"_s, u"Database that takes the examinations."_s, u"database"_s);
+    leser.option(u"partial"_s, u"Take what is readable of a file that has faults."_s);
+    leser.optionRasse();
+    leser.optionIni();
+    return leser;
+}
+
+Einfuhrbefehl einfuhr(const Leser& leser) {
+    return {.dateien = leser.dateien(),
+            .datenbank = leser.nötig(u"into"_s),
+            .rasse = leser.wert(u"race"_s),
+            .teilweise = leser.gesetzt(u"partial"_s),
+            .ini = leser.wert(u"ini"_s)};
+}
+
+template <typename Befehl>
+Aufruf lies(Leser leser, Befehl (*befehl)(const Leser&), const QStringList& argumente) {
+    leser.lies(argumente);
+    if (leser.gesetzt(u"help"_s)) {
+        return {.befehl = Auskunft{leser.hilfe()}};
+    }
+    return {.sprache = leser.sprache(), .befehl = befehl(leser)};
+}
+
+const QString& übersicht() {
+    static const QString text =
+        u"Usage: tarvel-batch COMMAND [options]\n\n"
+        "Wing morphometrics for bee breeders, without windows.\n\n"
+        "Commands:\n"
+        "  evaluate    indices and judgement of coordinate files (CSV, TPS)\n"
+        "  export      a database as CSV or TPS\n"
+        "  report      the report of an examination as PDF\n"
+        "  import-bee  measurement files (*.Bee) into a database\n\n"
+        "'tarvel-batch COMMAND --help' tells more.\n\n"
+        "Options:\n"
+        "  -h, --help     Show this help.\n"
+        "  -v, --version  Show the version.\n\n"
+        "Examples:\n"
+        "  tarvel-batch evaluate --dpi 2400 --race Carnica points.csv\n"
+        "  tarvel-batch export --wings --out wings.csv results.tdb\n"
+        "  tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026\n"
+        "  tarvel-batch import-bee --into results.tdb old/*.Bee\n"_s;
+    return text;
+}
+
+Aufruf lies(const QStringList& argumente) {
+    if (argumente.size() < 2) {
+        throw Aufruffehler{u"A command is missing."_s};
+    }
+    const QString& befehl = argumente[1];
+    if (befehl == u"--help" || befehl == u"-h") {
+        return {.befehl = Auskunft{übersicht()}};
+    }
+    if (befehl == u"--version" || befehl == u"-v") {
+        return {.befehl = Auskunft{u"tarvel-batch " TARVEL_VERSION "\n"_s}};
+    }
+    const QStringList rest = argumente.sliced(1); // the parser takes the first for a program's name
+    if (befehl == u"evaluate") {
+        return lies(auswertungsleser(), auswertung, rest);
+    }
+    if (befehl == u"export") {
+        return lies(ausfuhrleser(), ausfuhr, rest);
+    }
+    if (befehl == u"report") {
+        return lies(protokollleser(), protokoll, rest);
+    }
+    if (befehl == u"import-bee") {
+        return lies(einfuhrleser(), einfuhr, rest);
+    }
+    throw Aufruffehler{u"There is no command '%1'."_s.arg(befehl)};
+}
+
+} // namespace
+
+std::variant<Aufruf, Aufruffehler> leseAufruf(const QStringList& argumente) {
+    try {
+        return lies(argumente);
+    } catch (const Aufruffehler& fehler) {
+        return fehler;
+    }
+}
+
+} // namespace tarvel

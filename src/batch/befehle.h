@@ -1,0 +1,96 @@
+#pragma once
+
+#include "evaluation/geschlecht.h"
+#include "lang/texte.h"
+#include "measure/messpunkte.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace tarvel {
+
+/// Exit statuses of tarvel-batch.
+enum class Status {
+    Gut = 0,
+    NichtLesbar = 1, ///< something could not be read or written
+    FalscherAufruf = 2,
+};
+
+enum class Ausgabeformat { Text, Csv, Json };
+
+/// evaluate: indices and judgement of coordinate files, a sample each.
+struct Auswertungsbefehl {
+    QStringList dateien; ///< at least one
+    Messart messart = Messart::AlleMessungen;
+    std::optional<int> dpi; ///< nullopt: resolution of the settings
+    qint16 zoom = 1;        ///< zoom that the points were measured at, 1 to 4
+    Geschlecht tiere = Geschlecht::Arbeiterinnen;
+    QString rasse; ///< empty: race of the settings
+    QString ini;   ///< settings file; empty: default settings
+    Ausgabeformat format = Ausgabeformat::Text;
+
+    bool operator==(const Auswertungsbefehl&) const = default;
+};
+
+enum class Ausfuhrart {
+    Untersuchungen, ///< a table row an examination
+    Flügel,         ///< a table row a wing
+    Tps,            ///< the stored points
+};
+
+/// export: a database as a table or as points.
+struct Ausfuhrbefehl {
+    QString datenbank;
+    Ausfuhrart art = Ausfuhrart::Untersuchungen;
+    QString ziel; ///< file to write; empty: standard output
+
+    bool operator==(const Ausfuhrbefehl&) const = default;
+};
+
+/// report: one examination of a database as PDF.
+struct Protokollbefehl {
+    QString datenbank;
+    QString nummer;
+    QString pdf;
+    QString ini;
+
+    bool operator==(const Protokollbefehl&) const = default;
+};
+
+/// import-bee: measurement files into a database, an examination each.
+struct Einfuhrbefehl {
+    QStringList dateien; ///< at least one
+    QString datenbank;
+    QString rasse;         ///< empty: race of the settings
+    bool teilweise = false; ///< take what is readable of a file that has faults
+    QString ini;
+
+    bool operator==(const Einfuhrbefehl&) const = default;
+};
+
+/// A text that was asked for: help or version.
+struct Auskunft {
+    QString text;
+
+    bool operator==(const Auskunft&) const = default;
+};
+
+/// What the program was called for.
+struct Aufruf {
+    /// Language of texts and messages.
+    Sprache sprache = Sprache::Englisch;
+    std::variant<Auskunft, Auswertungsbefehl, Ausfuhrbefehl, Protokollbefehl, Einfuhrbefehl> befehl;
+};
+
+/// Why a call cannot be carried out. In English, as option names are.
+struct Aufruffehler {
+    QString text;
+};
+
+/// Reads the arguments of the program, the program's name first.
+[[nodiscard]] std::variant<Aufruf, Aufruffehler> leseAufruf(const QStringList& argumente);
+
+} // namespace tarvel

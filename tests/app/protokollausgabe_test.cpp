@@ -1,0 +1,188 @@
+#include "app/fenster.h"
+#include "print/vorschau.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTimer>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+/// The report of the open examination: previews, printing and the user's own wording.
+struct Protokolltest : Fenstertest {
+    void SetUp() override {
+        schreibeIni("[Start]\r\nNeu=False\r\nSprache=0\r\n[Protokoll]\r\nWarnung Merkmale=0\r\n"
+                    "Warnung K\xF6nigin=0\r\nWarnung Hantelindex=0\r\n");
+        ASSERT_TRUE(starte());
+        hg().resize(1280, 800);
+    }
+
+    void missFlügel() {
+        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+        for (const QPointF& punkt : {QPointF{400, 50},
+                                     {92, 75},
+                                     {360, 56},
+                                     {288, 62},
+                                     {286, 116},
+                                     {237, 147},
+                                     {216, 143},
+                                     {292, 201}}) {
+            klick(punkt);
+        }
+        klick({500, 250}, Qt::RightButton);
+    }
+    QImage vorschau() const { return kind<QWidget>(u"pic_Vorschau"_s).grab().toImage(); }
+
+    /// Opens the print dialog, lets @p handle act on it and closes it if it is still open.
+    void drucke(const std::function<void(QDialog&)>& handle) {
+        bool offen = false;
+        QTimer::singleShot(0, &hg(), [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            ASSERT_EQ(dialog->objectName(), u"Drucken_"_s);
+            offen = true;
+            handle(*dialog);
+            dialog->reject();
+        });
+        wähle(u"men_Datei_8"_s);
+        EXPECT_TRUE(offen);
+    }
+    template <typename T>
+    static T& im(QDialog& dialog, const QString& name) {
+        return tarvel::kind<T>(dialog, name);
+    }
+};
+
+} // namespace
+
+TEST_F(Protokolltest, preview_showsEveryChangeAtOnce) {
+    missFlügel();
+    wähle(u"men_Datei_9"_s);
+    ASSERT_TRUE(kind<QWidget>(u"pic_Vorschau"_s).isVisible());
+    const QImage leer = vorschau();
+    QTest::keyClicks(&kind<QLineEdit>(u"txt_Volk"_s), u"77"_s);
+    const QImage mitVolk = vorschau();
+    EXPECT_NE(leer, mitVolk);
+    wähle(u"men_Sprache_2"_s);
+    EXPECT_NE(vorschau(), mitVolk);
+    const QImage seite1 = vorschau();
+    wähle(u"men_Datei_10"_s);
+    EXPECT_NE(vorschau(), seite1);
+}
+
+TEST_F(Protokolltest, secondPreview_isThereForReportsOfTwoPages) {
+    EXPECT_TRUE(kind<QAction>(u"men_Datei_10"_s).isEnabled());
+    programm->einstellungen().schreibe(Einstellung::Art, 0);
+    wähle(u"men_Ansicht_0"_s);
+    EXPECT_FALSE(kind<QAction>(u"men_Datei_10"_s).isEnabled());
+    EXPECT_TRUE(kind<QAction>(u"men_Datei_9"_s).isEnabled());
+}
+
+TEST_F(Protokolltest, reportWithoutWings_isRefused) {
+    wähle(u"men_Datei_8"_s);
+    EXPECT_THAT(
+        dialoge.meldungen,
+        ElementsAre(u"Protokoll drucken: Es ist kein Flügel gemessen. Ein Protokoll braucht "
+                    "mindestens einen Flügel."_s));
+    EXPECT_THAT(drucker.aufträge, IsEmpty());
+}
+
+TEST_F(Protokolltest, missingValues_areNamedAsTheOptionsAsk) {
+    for (const Einstellung warnung : {Einstellung::WarnungMerkmale, Einstellung::WarnungKönigin}) {
+        programm->einstellungen().schreibe(warnung, 1);
+    }
+    missFlügel();
+    dialoge.antworten = {Antwort::Nein};
+    wähle(u"men_Datei_8"_s);
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_EQ(dialoge.fragen[0].text, u"Es fehlen: Körper-Merkmale, Königin. Wollen Sie das "
+                                      "Protokoll trotzdem drucken?"_s);
+    EXPECT_THAT(drucker.aufträge, IsEmpty());
+}
+
+TEST_F(Protokolltest, printing_usesThePickedPrinterAndClosingBringsTheDefaultBack) {
+    missFlügel();
+    drucke([](QDialog& dialog) {
+        auto& liste = im<QComboBox>(dialog, u"cbo_Drucker"_s);
+        EXPECT_EQ(liste.currentText(), u"Imkerei"_s);
+        liste.setCurrentText(u"Lager"_s);
+        im<QSpinBox>(dialog, u"txt_Kopien"_s).setValue(3);
+        QTest::mouseClick(&im<QPushButton>(dialog, u"bef_Drucken"_s), Qt::LeftButton);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    ASSERT_THAT(drucker.aufträge, SizeIs(1));
+    EXPECT_EQ(drucker.aufträge[0].drucker, u"Lager"_s);
+    EXPECT_EQ(drucker.aufträge[0].exemplare, 3);
+    EXPECT_EQ(drucker.vorgabe, u"Lager"_s);
+    dialoge.antworten = {Antwort::Nein, Antwort::Nein};
+    EXPECT_TRUE(hg().close());
+    EXPECT_EQ(drucker.vorgabe, u"Imkerei"_s);
+}
+
+TEST_F(Protokolltest, printerThatRefuses_isNamedAndTheDialogStays) {
+    missFlügel();
+    drucker.nimmtAn = false;
+    drucke([](QDialog& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+    });
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"'Imkerei' nimmt den Auftrag nicht an"_s));
+}
+
+TEST_F(Protokolltest, withoutAPrinter_aPdfIsWritten) {
+    missFlügel();
+    drucker.namen.clear();
+    drucker.vorgabe.clear();
+    const QString pfad = ordner.filePath(u"Protokoll 100%"_s);
+    dialoge.dateien = {pfad};
+    drucke([](QDialog& dialog) {
+        EXPECT_FALSE(im<QPushButton>(dialog, u"bef_Drucken"_s).isEnabled());
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    QFile pdf(pfad + u".pdf"_s);
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_EQ(pdf.read(5), QByteArray("%PDF-"));
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+}
+
+TEST_F(Protokolltest, pdfThatCannotBeWritten_isSaid) {
+    missFlügel();
+    dialoge.dateien = {ordner.filePath(u"fehlt/p.pdf"_s)};
+    drucke([](QDialog& dialog) {
+        QTest::mouseClick(&im<QPushButton>(dialog, u"bef_PDF"_s), Qt::LeftButton);
+        EXPECT_TRUE(dialog.isVisible());
+    });
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"p.pdf"_s));
+}
+
+TEST_F(Protokolltest, ownWording_isTestedInThePreviewAndPrintedWhenTheOptionsSaySo) {
+    missFlügel();
+    wähle(u"men_Datei_9"_s);
+    const QImage standard = vorschau();
+    wähle(u"men_Extras_8"_s);
+    auto& editor = kind<QDialog>(u"Übersetz"_s);
+    ASSERT_TRUE(editor.isVisible());
+    tarvel::kind<QLineEdit>(editor, u"txt_Text_0"_s).setText(u"Flügelindex"_s);
+    tarvel::kind<QPushButton>(editor, u"bef_Test"_s).click();
+    const QImage getestet = vorschau();
+    EXPECT_NE(getestet, standard);
+    editor.close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    wähle(u"men_Datei_9"_s);
+    EXPECT_EQ(vorschau(), standard); // the option is off
+    programm->einstellungen().schreibe(Einstellung::Übersetzen, 1);
+    wähle(u"men_Datei_9"_s);
+    EXPECT_EQ(vorschau(), getestet);
+}
