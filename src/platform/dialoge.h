@@ -19,6 +19,8 @@ struct Frage {
     QString text;
     Meldungsart art = Meldungsart::Frage;
     bool verwirft = false; ///< Ja gives something up, so Enter must not mean it
+    /// Nein gives something up, so neither Enter nor Escape may mean it.
+    bool neinVerwirft = false;
     bool mitAbbrechen = false;
     QString ja = {};
     QString nein = {};

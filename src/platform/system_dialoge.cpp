@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QKeySequence>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -38,6 +39,29 @@ QPushButton* knopf(QMessageBox& box, QMessageBox::StandardButton art, const QStr
     return neu;
 }
 
+// A letter to press with Alt for every button that has none: the first one that is free.
+void ergaenzeKuerzel(QMessageBox& box) {
+    QString vergeben;
+    QList<QAbstractButton*> ohne;
+    for (QAbstractButton* button : box.buttons()) {
+        const QKeySequence kuerzel = QKeySequence::mnemonic(button->text());
+        if (kuerzel.isEmpty())
+            ohne << button;
+        else
+            vergeben += QChar(kuerzel[0].key()).toUpper();
+    }
+    for (QAbstractButton* button : ohne) {
+        const QString wort = button->text();
+        for (qsizetype i = 0; i < wort.size(); ++i) {
+            if (wort[i].isLetterOrNumber() && !vergeben.contains(wort[i].toUpper())) {
+                vergeben += wort[i].toUpper();
+                button->setText(QString(wort).insert(i, u'&'));
+                break;
+            }
+        }
+    }
+}
+
 } // namespace
 
 void SystemDialoge::meldung(const QString& titel, const QString& text, Meldungsart art) {
@@ -53,19 +77,20 @@ Antwort SystemDialoge::frage(const Frage& frage) {
     QPushButton* ja = knopf(box, QMessageBox::Yes, frage.ja.isEmpty() ? worte_.ja : frage.ja);
     QPushButton* nein =
         knopf(box, QMessageBox::No, frage.nein.isEmpty() ? worte_.nein : frage.nein);
-    QPushButton* sicherer = nein;
+    QPushButton* sicherer = frage.neinVerwirft ? ja : nein;
     if (frage.mitAbbrechen)
         sicherer = knopf(box, QMessageBox::Cancel, worte_.abbrechen);
+    ergaenzeKuerzel(box);
     box.setEscapeButton(sicherer);
-    box.setDefaultButton(frage.verwirft || frage.art == Meldungsart::Stopp ? sicherer : ja);
+    box.setDefaultButton(frage.verwirft ? sicherer : ja);
     box.exec();
 
     const QAbstractButton* gewaehlt = box.clickedButton();
+    if (gewaehlt == nullptr) // closed from elsewhere
+        gewaehlt = sicherer;
     if (gewaehlt == ja)
         return Antwort::Ja;
-    if (gewaehlt == nein || !frage.mitAbbrechen)
-        return Antwort::Nein;
-    return Antwort::Abbrechen;
+    return gewaehlt == nein ? Antwort::Nein : Antwort::Abbrechen;
 }
 
 QString SystemDialoge::dateiOeffnen(const QString& titel, const QString& ordner,

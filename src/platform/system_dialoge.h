@@ -13,9 +13,10 @@ struct Antwortworte {
 };
 
 /// Message boxes and file choosers of the computer, over the program's active window. Texts are
-/// shown as they are, never read as markup. Escape answers Abbrechen where that is an answer and
-/// Nein elsewhere. Enter answers Ja, but the safe answer (the one of Escape) to a question that
-/// warns with Meldungsart::Stopp or would give something up.
+/// shown as they are, never read as markup. Escape answers Abbrechen where that is an answer, else
+/// Nein, or Ja where Nein would give something up. Enter answers Ja, but what Escape does where Ja
+/// would give something up. How urgent a question looks does not matter. Answers get a letter to
+/// press with Alt.
 class SystemDialoge final : public Dialoge {
 public:
     /// The captions of all later messages; to be set again when the language changes.

@@ -45,12 +45,48 @@ TEST(SystemDialoge, escape_meansCancelOrElseNo) {
     EXPECT_EQ(antwortAuf(dialoge, mit, Qt::Key_Escape), Antwort::Abbrechen);
 }
 
-TEST(SystemDialoge, enter_meansYesButTheSafeAnswerToAWarning) {
+TEST(SystemDialoge, enterAndEscape_neverGiveSomethingUp) {
     SystemDialoge dialoge;
-    Frage frage{u"T"_s, u"Löschen?"_s};
-    EXPECT_EQ(antwortAuf(dialoge, frage, Qt::Key_Return), Antwort::Ja);
-    frage.art = Meldungsart::Stopp;
-    EXPECT_EQ(antwortAuf(dialoge, frage, Qt::Key_Return), Antwort::Nein);
+    using enum Antwort;
+    struct {
+        bool verwirft;
+        bool neinVerwirft;
+        bool mitAbbrechen;
+        Antwort enter;
+        Antwort escape;
+    } const faelle[] = {{false, false, false, Ja, Nein},
+                        {true, false, false, Nein, Nein},
+                        {false, true, false, Ja, Ja},
+                        {false, false, true, Ja, Abbrechen},
+                        {true, false, true, Abbrechen, Abbrechen},
+                        {false, true, true, Ja, Abbrechen},
+                        {true, true, true, Abbrechen, Abbrechen}};
+    for (const Meldungsart art : {Meldungsart::Frage, Meldungsart::Stopp}) {
+        for (const auto& fall : faelle) {
+            const Frage frage{.titel = u"T"_s,
+                              .text = u"Löschen?"_s,
+                              .art = art,
+                              .verwirft = fall.verwirft,
+                              .neinVerwirft = fall.neinVerwirft,
+                              .mitAbbrechen = fall.mitAbbrechen};
+            EXPECT_EQ(antwortAuf(dialoge, frage, Qt::Key_Return), fall.enter);
+            EXPECT_EQ(antwortAuf(dialoge, frage, Qt::Key_Escape), fall.escape);
+        }
+    }
+}
+
+TEST(SystemDialoge, everyAnswer_hasALetterOfItsOwn) {
+    SystemDialoge dialoge;
+    dialoge.setzeWorte(
+        {.ok = u"OK"_s, .ja = u"Ja"_s, .nein = u"Nein"_s, .abbrechen = u"&Jetzt nicht"_s});
+    sobaldOffen([](QMessageBox& box) {
+        EXPECT_EQ(box.button(QMessageBox::Yes)->text(), u"J&a"_s);
+        EXPECT_EQ(box.button(QMessageBox::No)->text(), u"&Nein"_s);
+        EXPECT_EQ(box.button(QMessageBox::Cancel)->text(), u"&Jetzt nicht"_s);
+        box.button(QMessageBox::No)->click();
+    });
+    EXPECT_EQ(dialoge.frage({.titel = u"T"_s, .text = u"?"_s, .mitAbbrechen = true}),
+              Antwort::Nein);
 }
 
 TEST(SystemDialoge, markupAndWords_areShownAsTheyAre) {
@@ -59,8 +95,8 @@ TEST(SystemDialoge, markupAndWords_areShownAsTheyAre) {
     sobaldOffen([](QMessageBox& box) {
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
         EXPECT_EQ(box.text(), u"<b>a</b>.jpg"_s);
-        EXPECT_EQ(box.button(QMessageBox::Yes)->text(), u"Verwerfen"_s);
-        EXPECT_EQ(box.button(QMessageBox::No)->text(), u"Nein"_s);
+        EXPECT_EQ(box.button(QMessageBox::Yes)->text(), u"&Verwerfen"_s);
+        EXPECT_EQ(box.button(QMessageBox::No)->text(), u"&Nein"_s);
         box.button(QMessageBox::No)->click();
     });
     const Frage frage{.titel = u"T"_s, .text = u"<b>a</b>.jpg"_s, .ja = u"Verwerfen"_s};
