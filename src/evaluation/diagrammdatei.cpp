@@ -89,7 +89,7 @@ QString speichereDiagramm(const QString& pfad, Diagrammformat format, const QSiz
         alsPdf(inhalt, größe, titel, maler);
         break;
     }
-    if (datei.write(inhalt.data()) != inhalt.data().size() || !datei.commit()) {
+    if (datei.write(inhalt.data()) != inhalt.data().size() || !datei.flush() || !datei.commit()) {
         return datei.errorString();
     }
     return {};

@@ -286,8 +286,10 @@ bool Profil::sichern() {
         return true;
     QSaveFile datei(path_);
     datei.setDirectWriteFallback(false);
+    // commit() alone does not notice that the drive is full while what was buffered is written.
     const bool geschrieben = datei.open(QIODevice::WriteOnly) &&
-                             datei.write(inhalt_) == inhalt_.size() && datei.commit();
+                             datei.write(inhalt_) == inhalt_.size() && datei.flush() &&
+                             datei.commit();
     ungesichert_ = !geschrieben;
     return geschrieben;
 }

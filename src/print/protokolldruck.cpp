@@ -81,7 +81,7 @@ QString speichereProtokoll(const QString& pfad, const Protokolldaten& daten,
             return QStringLiteral("PDF");
         }
     }
-    if (datei.write(inhalt.data()) != inhalt.data().size() || !datei.commit()) {
+    if (datei.write(inhalt.data()) != inhalt.data().size() || !datei.flush() || !datei.commit()) {
         return datei.errorString();
     }
     return {};
