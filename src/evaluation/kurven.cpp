@@ -182,6 +182,10 @@ private:
                            .arg(b.nummer)
                            .arg(b.klassen.von)
                            .arg(b.klassen.bis);
+        if (!bild_.beurteilt) {
+            // Nothing is compared then, and a secondary peak is not looked for.
+            return b.anteil ? text + u": %1 %"_s.arg(*b.anteil) : text;
+        }
         if (b.erlaubt) {
             text += u": "_s;
             if (b.anteil) {

@@ -157,6 +157,15 @@ TEST(PaintKurven, judgementOff_marksNothing) {
     EXPECT_GT(zähle(gemalt(bild), stil.verfehlt, Rahmen), 50);
     bild.beurteilt = false;
     EXPECT_EQ(zähle(gemalt(bild), stil.verfehlt, Rahmen), 0);
+    // Nor does it name limits or say that there is no secondary peak, which was not looked for.
+    const QImage ohneGrenzen = gemalt(bild);
+    for (Bereichsangabe& bereich : bild.bereiche) {
+        if (bereich.erlaubt) {
+            bereich.erlaubt = 99;
+        }
+    }
+    bild.worte.keinNebengipfel = u"x"_s;
+    EXPECT_EQ(gemalt(bild), ohneGrenzen);
 }
 
 TEST(PaintKurven, blackAndWhite_stillTellsMissedFromMet) {
