@@ -59,6 +59,11 @@ public:
         merkmaleGeändert_ = false;
         reihe_.alsUnverändertMerken();
     }
+    /// To be called when an examination comes back whose changes were never stored.
+    void alsGeändertMerken(bool angaben, bool messungen) {
+        angabenGeändert_ = angaben;
+        merkmaleGeändert_ = messungen;
+    }
     /// To be called when the examination was stored with the date @p datum.
     void alsGespeichertMerken(const QDate& datum) {
         datum_ = datum;
