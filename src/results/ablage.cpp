@@ -69,6 +69,7 @@ void Ablage::richteEin() {
             }
         }
         Ergebnistabelle(DatenbankPfad_).öffneProbeweise();
+        brauchbar_ = true;
         if (ersterStart) {
             merkePfad(DatenbankPfad_);
         }
@@ -103,23 +104,43 @@ bool Ablage::DatenbankWählen(const QString& pfad) {
         return false;
     }
     merkePfad(pfad);
-    gespeicherteNummer_.clear(); // the open examination is not in this file
+    brauchbar_ = true;
+    gespeichert_.reset(); // the open examination is not in this file
     return true;
 }
 
-bool Ablage::leer() const {
+std::optional<QString> Ablage::letzteNummer() const {
+    if (!brauchbar_) {
+        return std::nullopt;
+    }
     try {
-        return Ergebnistabelle(DatenbankPfad_).anzahl() == 0;
-    } catch (const Datenbankfehler&) {
-        return true; // told when it was set up
+        return Ergebnistabelle(DatenbankPfad_).letzteNummer();
+    } catch (const Datenbankfehler& fehler) {
+        meldeFehler(fehler);
+        return std::nullopt;
     }
 }
 
-std::optional<QString> Ablage::letzteNummer() const {
+void Ablage::nimmAlsGespeichert(const QString& nummer) {
+    gespeichert_.reset();
+    nichtGelesen_.clear();
     try {
-        return Ergebnistabelle(DatenbankPfad_).letzteNummer();
+        gespeichert_ =
+            nummer.isEmpty() ? std::nullopt : Ergebnistabelle(DatenbankPfad_).lade(nummer);
     } catch (const Datenbankfehler&) {
+        // Without its row it is a new one, and nothing is replaced unasked.
+    }
+}
+
+std::optional<QString> Ablage::inDateiGeändert() const {
+    if (!gespeichert_) {
         return std::nullopt;
+    }
+    try {
+        const auto jetzt = Ergebnistabelle(DatenbankPfad_).lade(gespeichert_->U_NR);
+        return jetzt && *jetzt != *gespeichert_ ? std::optional(jetzt->U_NR) : std::nullopt;
+    } catch (const Datenbankfehler&) {
+        return std::nullopt; // whoever stores next is told
     }
 }
 
@@ -127,10 +148,35 @@ bool Ablage::frage(const QString& titel, const QString& text, Meldungsart art) c
     return umgebung_.dialoge.frage({.titel = titel, .text = text, .art = art}) == Antwort::Ja;
 }
 
-bool Ablage::ersetztAndere(const Ergebnistabelle& tabelle) const {
-    const QString& nummer = untersuchung_.angaben().UNr;
-    return gespeicherteNummer_.compare(nummer, Qt::CaseInsensitive) != 0 &&
-           tabelle.lade(nummer).has_value();
+bool Ablage::istGespeicherte(const QString& nummer) const {
+    return gespeichert_ && gespeichert_->U_NR.compare(nummer, Qt::CaseInsensitive) == 0;
+}
+
+bool Ablage::darfAndereErsetzen(const QString& nummer) const {
+    const Texte& t = umgebung_.texte;
+    const Meldung text = istGespeicherte(nummer) ? Meldung::UntersuchungInzwischenGeändert
+                                                 : Meldung::UntersuchungErsetzenFrage;
+    return umgebung_.dialoge.frage({.titel = t(Text::MenüSpeichern),
+                                    .text = t(text).arg(nummer),
+                                    .art = Meldungsart::Ausruf,
+                                    .verwirft = true,
+                                    .ja = t(Meldung::Ersetzen),
+                                    .nein = t(Meldung::NichtErsetzen)}) == Antwort::Ja;
+}
+
+bool Ablage::darfUnlesbaresErsetzen() const {
+    if (nichtGelesen_.isEmpty()) {
+        return true;
+    }
+    const Texte& t = umgebung_.texte;
+    return umgebung_.dialoge.frage(
+               {.titel = t(Text::MenüSpeichern),
+                .text = t(Meldung::UntersuchungNichtLesbar)
+                            .arg(untersuchung_.angaben().UNr, nichtGelesen_.join(u", "_s)),
+                .art = Meldungsart::Ausruf,
+                .verwirft = true,
+                .ja = t(Meldung::Ersetzen),
+                .nein = t(Meldung::NichtErsetzen)}) == Antwort::Ja;
 }
 
 bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
@@ -141,8 +187,12 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
     const Kolonieangaben& angaben = untersuchung_.angaben();
     const QString& titel = t(Text::MenüSpeichern);
     if (angaben.UNr.trimmed().isEmpty()) {
-        return !frage(titel, t(Text::UntersuchungNrFehlt) + u'\n' + t(Text::FrageNummerEintragen),
-                      Meldungsart::Stopp);
+        // Without a number the examination is given up, which no key may mean by accident.
+        return umgebung_.dialoge.frage(
+                   {.titel = titel,
+                    .text = t(Text::UntersuchungNrFehlt) + u'\n' + t(Text::FrageNummerEintragen),
+                    .art = Meldungsart::Stopp,
+                    .neinVerwirft = true}) != Antwort::Ja;
     }
     const bool ohneKönigin = angaben.Name.trimmed().isEmpty() && angaben.KNr.trimmed().isEmpty() &&
                              angaben.Besitzer.trimmed().isEmpty();
@@ -162,21 +212,24 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
         }
     }
     try {
-        Ergebnistabelle tabelle(DatenbankPfad_);
-        if (ersetztAndere(tabelle) &&
-            umgebung_.dialoge.frage({.titel = titel,
-                                     .text = t(Meldung::UntersuchungErsetzenFrage).arg(angaben.UNr),
-                                     .art = Meldungsart::Ausruf,
-                                     .verwirft = true,
-                                     .ja = t(Meldung::Ersetzen),
-                                     .nein = t(Meldung::NichtErsetzen)}) != Antwort::Ja) {
+        Ergebnissatz satz =
+            satzAus(untersuchung_, stand.EntsprichtRasse, stand.auflösung, heute(), satzumgebung());
+        satz.U_NR = satz.U_NR.trimmed();
+        if (!darfUnlesbaresErsetzen()) {
             return false;
         }
-        const Ergebnissatz satz =
-            satzAus(untersuchung_, stand.EntsprichtRasse, stand.auflösung, heute(), satzumgebung());
-        tabelle.speichere(satz);
+        Ergebnistabelle tabelle(DatenbankPfad_);
+        const auto erwartet = istGespeicherte(satz.U_NR) ? gespeichert_ : std::nullopt;
+        if (!tabelle.ersetze(satz, erwartet)) {
+            if (!darfAndereErsetzen(satz.U_NR)) {
+                return false;
+            }
+            tabelle.speichere(satz);
+        }
         untersuchung_.alsGespeichertMerken(satz.DATUM);
-        gespeicherteNummer_ = satz.U_NR;
+        gespeichert_ = tabelle.lade(satz.U_NR);
+        nichtGelesen_.clear();
+        brauchbar_ = true;
         return true;
     } catch (const Datenbankfehler& fehler) {
         umgebung_.dialoge.meldung(titel,
@@ -196,11 +249,14 @@ void Ablage::NeueUntersuchung() {
                 Ergebnistabelle(DatenbankPfad_)
                     .NächsteNummer(heute(), umgebung_.einstellungen.text(Einstellung::Kurzzeichen));
         } catch (const Datenbankfehler& fehler) {
-            meldeFehler(fehler);
+            if (brauchbar_) {
+                meldeFehler(fehler);
+            }
         }
     }
     untersuchung_.beginneNeu(neu);
-    gespeicherteNummer_.clear();
+    gespeichert_.reset();
+    nichtGelesen_.clear();
 }
 
 std::optional<GeleseneUntersuchung> Ablage::LadenDB(const QString& nummer) {
@@ -211,7 +267,8 @@ std::optional<GeleseneUntersuchung> Ablage::LadenDB(const QString& nummer) {
         }
         GeleseneUntersuchung gelesen = untersuchungAus(*satz, satzumgebung());
         untersuchung_.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum);
-        gespeicherteNummer_ = satz->U_NR;
+        gespeichert_ = *satz;
+        nichtGelesen_ = gelesen.nichtGelesen;
         return gelesen;
     } catch (const Datenbankfehler& fehler) {
         meldeFehler(fehler);

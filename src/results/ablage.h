@@ -53,10 +53,20 @@ public:
     /// former one stays then.
     bool DatenbankWählen(const QString& pfad);
 
-    /// True when the results file holds no examination, or cannot be read.
-    [[nodiscard]] bool leer() const;
-    /// Number of the examination that the program starts with; nullopt without one.
+    /// Number of the examination that the program starts with; nullopt without one, or, with a
+    /// message, when the file cannot be read.
     [[nodiscard]] std::optional<QString> letzteNummer() const;
+
+    /// Number that the open examination is stored under; empty for a new one.
+    [[nodiscard]] QString gespeicherteNummer() const {
+        return gespeichert_ ? gespeichert_->U_NR : QString();
+    }
+    /// Takes the open examination for that of @p nummer, as it lies in the file now.
+    void nimmAlsGespeichert(const QString& nummer);
+
+    /// Number of the open examination when its row in the file is no longer as it was loaded or
+    /// stored here; nullopt when it is the same, gone, or cannot be read.
+    [[nodiscard]] std::optional<QString> inDateiGeändert() const;
 
     /// Saves the open examination if it was changed. True when it is stored or the user chose not
     /// to; false when the user wants to go on with it, or when storing failed.
@@ -80,15 +90,22 @@ private:
     [[nodiscard]] Satzumgebung satzumgebung() const;
     [[nodiscard]] QDate heute() const { return umgebung_.uhr.now().date(); }
     [[nodiscard]] bool frage(const QString& titel, const QString& text, Meldungsart art) const;
-    [[nodiscard]] bool ersetztAndere(const Ergebnistabelle& tabelle) const;
+    [[nodiscard]] bool darfUnlesbaresErsetzen() const;
+    [[nodiscard]] bool darfAndereErsetzen(const QString& nummer) const;
+    [[nodiscard]] bool istGespeicherte(const QString& nummer) const;
     void merkePfad(const QString& pfad);
 
     Ablageumgebung umgebung_;
     Benutzerspeicher& speicher_;
     Untersuchung& untersuchung_;
     QString DatenbankPfad_;
-    /// Number under which the open examination lies in the file; empty when it is new.
-    QString gespeicherteNummer_;
+    /// The row of the open examination as it was loaded or stored; nullopt when it is new. Whatever
+    /// else stands under its number is not ours to replace unasked.
+    std::optional<Ergebnissatz> gespeichert_;
+    /// Columns of that row that were not understood, and that storing would lose.
+    QStringList nichtGelesen_;
+    /// False while the file could not even be set up; the user knows then.
+    bool brauchbar_ = false;
 };
 
 } // namespace tarvel

@@ -18,6 +18,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -43,7 +45,8 @@ DB::DB(DbUmgebung umgebung, QWidget* parent)
     modell_.vorÄnderung(Grid_BeforeUpdate);
     // A message must not be waited for within painting, nor while an editor still has its text.
     modell_.beiFehler([this](int DataErr, const QString& text) {
-        QTimer::singleShot(0, this, [this, DataErr, text] { Grid_Error(DataErr, text); });
+        meldungen_.emplace_back(DataErr, text);
+        QTimer::singleShot(0, this, [this] { zeigeMeldungen(); });
     });
     baueFenster();
     baueMenüs();
@@ -115,12 +118,21 @@ QLayout* DB::baueFuß() {
 
 void DB::baueMenüs() {
     using enum Ergebnismenü;
-    menüs_->beiKlick(Ergebnis, [this](int i) { wähle(static_cast<Ergebnisfilter>(i)); });
-    menüs_->beiKlick(Rasse, [this](int i) { wähle(static_cast<Rassenfilter>(i)); });
-    menüs_->beiKlick(Geschlecht, [this](int i) { wähle(static_cast<Geschlechtsfilter>(i)); });
-    menüs_->beiKlick(Sort, [this](int i) { wähle(static_cast<Sortierung>(i)); });
-    menüs_->beiKlick(Filter, [this](int i) { filterbefehl(i); });
-    menüs_->beiKlick(Tabelle, [this](int i) { tabellenbefehl(i); });
+    const auto befehl = [this](Ergebnismenü menü, const std::function<void(int)>& handlung) {
+        menüs_->beiKlick(menü, [this, handlung](int i) {
+            if (beendeEingabe()) { // reading rows anew would drop it
+                handlung(i);
+            } else {
+                menüs_->zeige(wahl_);
+            }
+        });
+    };
+    befehl(Ergebnis, [this](int i) { wähle(static_cast<Ergebnisfilter>(i)); });
+    befehl(Rasse, [this](int i) { wähle(static_cast<Rassenfilter>(i)); });
+    befehl(Geschlecht, [this](int i) { wähle(static_cast<Geschlechtsfilter>(i)); });
+    befehl(Sort, [this](int i) { wähle(static_cast<Sortierung>(i)); });
+    befehl(Filter, [this](int i) { filterbefehl(i); });
+    befehl(Tabelle, [this](int i) { tabellenbefehl(i); });
     auto* öffnen = new QAction(umgebung_.texte(Text::MenüÖffnen), grid_);
     connect(öffnen, &QAction::triggered, this, [this] { ÖffnenStart(); });
     grid_->addAction(öffnen);
@@ -190,6 +202,14 @@ void DB::zeigeZeilen() {
     zeigeStand();
 }
 
+/// The same rows as the file has them now, at about the same place.
+void DB::zeigeNeu() {
+    const int zeile = grid_->currentIndex().row();
+    zeigeZeilen();
+    ladeRest();
+    grid_->wähleZeile(std::min(zeile, modell_.rowCount() - 1));
+}
+
 /// The first page is on the screen; now all rows get their place.
 void DB::ladeRest() {
     modell_.fetchMore({});
@@ -253,11 +273,42 @@ void DB::zeigeSuche(bool zeigen) {
 }
 
 void DB::ÖffnenStart() {
-    grid_->setFocus(); // a cell that is being edited is written first
-    const QString nummer = modell_.nummer(grid_->currentIndex().row());
-    if (!nummer.trimmed().isEmpty() && umgebung_.LadenDB(nummer)) {
+    const int zeile = grid_->currentIndex().row();
+    if (!beendeEingabe() || zeile < 0) {
+        return;
+    }
+    const QString nummer = modell_.nummer(zeile);
+    if (!modell_.istVorhanden(zeile)) {
+        meldeFehler({Datenbankgrund::UntersuchungFehlt, umgebung_.DatenbankPfad, nummer});
+    } else if (nummer.trimmed().isEmpty()) {
+        Grid_Error(Ergebnismodell::Einwand,
+                   umgebung_.texte(Meldung::UntersuchungOhneNummer)
+                       .arg(spaltentitel(umgebung_.texte, Ergebnisspalte::Nummer)));
+    } else if (umgebung_.LadenDB(nummer)) {
         accept();
     }
+}
+
+void DB::reject() {
+    if (beendeEingabe()) {
+        QDialog::reject();
+    }
+}
+
+/// Whether nothing speaks against going on: a cell that is being edited is written first. When it
+/// is refused, the user is told.
+bool DB::beendeEingabe() {
+    grid_->beendeEingabe();
+    return !zeigeMeldungen();
+}
+
+/// Whether there were any.
+bool DB::zeigeMeldungen() {
+    const auto offene = std::exchange(meldungen_, {});
+    for (const auto& [DataErr, text] : offene) {
+        Grid_Error(DataErr, text);
+    }
+    return !offene.empty();
 }
 
 bool DB::Grid_BeforeDelete() {
@@ -276,6 +327,9 @@ void DB::Grid_BeforeUpdate(Ergebnismodell::Zeile& zeile) {
 void DB::Grid_Error(int DataErr, const QString& text) {
     if (DataErr != Abgebrochen) {
         umgebung_.dialoge.meldung(umgebung_.texte(Text::Ergebnisse), text, Meldungsart::Ausruf);
+    }
+    if (DataErr == static_cast<int>(Datenbankgrund::UntersuchungFehlt)) {
+        zeigeNeu();
     }
 }
 

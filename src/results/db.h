@@ -9,6 +9,8 @@
 #include <QDialog>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 class QLabel;
 class QLineEdit;
@@ -53,8 +55,12 @@ public:
     static void Grid_BeforeUpdate(Ergebnismodell::Zeile& zeile);
     /// Error number of an action in the grid that was cancelled.
     static constexpr int Abgebrochen = 16389;
-    /// Shows what went wrong in the grid, except that an action was cancelled.
+    /// Shows what went wrong in the grid, except that an action was cancelled. Reads the rows anew
+    /// when one of them has gone.
     void Grid_Error(int DataErr, const QString& text);
+
+    /// Closes unless a cell that is being edited is refused.
+    void reject() override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -71,6 +77,9 @@ private:
     void filterbefehl(int index);
     void tabellenbefehl(int index);
     void zeigeZeilen();
+    void zeigeNeu();
+    [[nodiscard]] bool beendeEingabe();
+    bool zeigeMeldungen();
     void ladeRest();
     void zeigeStand();
     void zeigeSuche(bool zeigen);
@@ -87,6 +96,7 @@ private:
     DbUmgebung umgebung_;
     Filterwahl wahl_;
     Ergebnismodell modell_;
+    std::vector<std::pair<int, QString>> meldungen_; ///< number and text, not shown yet
     Ergebnismenüs* menüs_;
     Ergebnisgitter* grid_;
     QWidget* suche_ = nullptr;

@@ -20,8 +20,9 @@ bool istDieselbe(const QString& a, const QString& b) {
     return !echt.isEmpty() && echt == QFileInfo(b).canonicalFilePath();
 }
 
+/// A name may hold a point of its own, such as that of a year and month.
 QString mitEndung(const QString& pfad) {
-    return QFileInfo(pfad).suffix().isEmpty() ? pfad + u".tdb"_s : pfad;
+    return pfad.endsWith(u".tdb"_s, Qt::CaseInsensitive) ? pfad : pfad + u".tdb"_s;
 }
 
 } // namespace

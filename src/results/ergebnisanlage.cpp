@@ -30,16 +30,22 @@ bool gleicheDatei(const QString& a, const QString& b) {
     return std::filesystem::equivalent(systempfad(a), systempfad(b), fehler);
 }
 
-/// A file that comes into being: away again unless it was completed.
+/// Whether a name is taken, be it by a link that leads nowhere.
+bool istBelegt(const QString& pfad) {
+    std::error_code fehler;
+    return std::filesystem::exists(std::filesystem::symlink_status(systempfad(pfad), fehler));
+}
+
+/// A file that comes into being beside the place it is meant for, where it appears only when it is
+/// complete. Away again otherwise.
 class Rohfassung {
 public:
-    explicit Rohfassung(QString pfad)
-        : pfad_(std::move(pfad)) {
+    /// @p ziel full path of the place; @p genannt what the user calls it.
+    Rohfassung(const QString& ziel, const QString& genannt)
+        : pfad_(ziel + u'.' + QUuid::createUuid().toString(QUuid::Id128)) {
         QFile datei(pfad_);
         if (!datei.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            throw Datenbankfehler(QFileInfo::exists(pfad_) ? Datenbankgrund::SchonVorhanden
-                                                           : Datenbankgrund::NichtAnlegbar,
-                                  pfad_);
+            throw Datenbankfehler(Datenbankgrund::NichtAnlegbar, genannt);
         }
     }
     ~Rohfassung() {
@@ -52,7 +58,23 @@ public:
     Rohfassung& operator=(const Rohfassung&) = delete;
 
     [[nodiscard]] const QString& pfad() const { return pfad_; }
-    void behalte() { fertig_ = true; }
+    /// Gives the file its name; false when the name is taken or can't be given.
+    [[nodiscard]] bool benenne(const QString& ziel) {
+        std::error_code fehler;
+        // A second name is given only where there is no file, whatever others do meanwhile.
+        std::filesystem::create_hard_link(systempfad(pfad_), systempfad(ziel), fehler);
+        if (!fehler) {
+            return true; // the first name goes with this object
+        }
+        return !istBelegt(ziel) && ersetze(ziel); // a drive that knows no second names
+    }
+    /// The same in place of a file that is there.
+    [[nodiscard]] bool ersetze(const QString& ziel) {
+        std::error_code fehler;
+        std::filesystem::rename(systempfad(pfad_), systempfad(ziel), fehler);
+        fertig_ = !fehler;
+        return fertig_;
+    }
 
 private:
     QString pfad_;
@@ -73,7 +95,7 @@ void kopiere(Ergebnisdatei& datei, const Rohfassung& roh, const QString& ziel) {
         SQLite::Backup sicherung(kopie, datei.verbindung());
         stand = sicherung.executeStep(-1);
     } catch (const SQLite::Exception& fehler) {
-        const Datenbankfehler übersetzt = datenbankfehler(ziel, fehler);
+        const Datenbankfehler übersetzt = datenbankfehler(roh.pfad(), fehler);
         const bool quelle = übersetzt.grund() == Datenbankgrund::Beschädigt;
         throw Datenbankfehler(übersetzt.grund(), quelle ? datei.pfad() : ziel,
                               übersetzt.einzelheit());
@@ -86,16 +108,25 @@ void kopiere(Ergebnisdatei& datei, const Rohfassung& roh, const QString& ziel) {
 } // namespace
 
 void NeueDatenbank(const QString& pfad) {
-    Rohfassung roh(QFileInfo(pfad).absoluteFilePath());
+    const QString absolut = QFileInfo(pfad).absoluteFilePath();
+    if (istBelegt(absolut)) {
+        throw Datenbankfehler(Datenbankgrund::SchonVorhanden, pfad);
+    }
+    Rohfassung roh(absolut, pfad);
     try {
         SQLite::Database verbindung = öffneRohfassung(roh);
         SQLite::Transaction vorgang(verbindung);
         legeTabelleAn(verbindung);
         vorgang.commit();
     } catch (const SQLite::Exception& fehler) {
-        throw datenbankfehler(pfad, fehler);
+        const Datenbankfehler übersetzt = datenbankfehler(roh.pfad(), fehler);
+        throw Datenbankfehler(übersetzt.grund(), pfad, übersetzt.einzelheit());
     }
-    roh.behalte();
+    if (!roh.benenne(absolut)) {
+        throw Datenbankfehler(istBelegt(absolut) ? Datenbankgrund::SchonVorhanden
+                                                 : Datenbankgrund::NichtAnlegbar,
+                              pfad);
+    }
 }
 
 void Ergebnistabelle::sichere(const QString& ziel) const {
@@ -110,17 +141,10 @@ void Ergebnistabelle::sichere(const QString& ziel) const {
                 throw Datenbankfehler(Datenbankgrund::Gesperrt, ziel);
             }
         }
-        const QString neben = absolut + u'.' + QUuid::createUuid().toString(QUuid::Id128);
-        try {
-            Rohfassung roh(neben);
-            kopiere(datei, roh, ziel);
-            std::filesystem::rename(systempfad(neben), systempfad(absolut));
-            roh.behalte();
-        } catch (const std::filesystem::filesystem_error&) {
+        Rohfassung roh(absolut, ziel);
+        kopiere(datei, roh, ziel);
+        if (!roh.ersetze(absolut)) {
             throw Datenbankfehler(Datenbankgrund::NichtAnlegbar, ziel);
-        } catch (const Datenbankfehler& fehler) {
-            throw fehler.datei() == neben ? Datenbankfehler(Datenbankgrund::NichtAnlegbar, ziel)
-                                          : fehler;
         }
     });
 }

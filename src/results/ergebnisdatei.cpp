@@ -1,5 +1,6 @@
 #include "results/ergebnisdatei.h"
 
+#include "platform/codepage.h"
 #include "results/sqlfunktionen.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -8,6 +9,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel {
 
@@ -72,6 +74,19 @@ Datenbankgrund grundFür(int code, const QString& pfad) {
     }
 }
 
+/// Whether bytes that are no UTF-8 can only be Windows-1252. @p utf8 is what they give as UTF-8: a
+/// letter of it among them means a text that was damaged, as does one that was cut at the end.
+bool istCodepage1252(QByteArrayView bytes, const QString& utf8) {
+    constexpr QByteArrayView ohneZeichen("\x81\x8D\x8F\x90\x9D");
+    constexpr QByteArrayView angefangen("\xC2\xC3");
+    return std::all_of(
+               utf8.begin(), utf8.end(),
+               [](QChar c) { return c.unicode() < 0x80 || c == QChar::ReplacementCharacter; }) &&
+           std::none_of(bytes.begin(), bytes.end(),
+                        [&](char byte) { return ohneZeichen.contains(byte); }) &&
+           !angefangen.contains(bytes.back());
+}
+
 struct Index {
     const char* name;
     const char* führend;
@@ -95,6 +110,19 @@ constexpr Index indizes[] = {
 };
 
 } // namespace
+
+Spaltentext spaltentext(const SQLite::Column& wert) {
+    const char* anfang = wert.getText();
+    const QByteArrayView bytes(anfang, wert.getBytes());
+    QString utf8 = QString::fromUtf8(bytes);
+    if (bytes.isValidUtf8()) {
+        return {utf8};
+    }
+    if (istCodepage1252(bytes, utf8)) {
+        return {ausCodepage1252(bytes), false};
+    }
+    return {std::move(utf8), false, false};
+}
 
 Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fehler) {
     const int code =
@@ -143,22 +171,23 @@ void Ergebnisdatei::vergleicheMitUmlauten() {
     registriereLIKE(verbindung_);
 }
 
-QStringList Ergebnisdatei::schreibweisen(const QString& nummer) {
+std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
     const auto anders =
         std::find_if(nummer.begin(), nummer.end(), [](QChar c) { return c.unicode() >= 0x80; });
-    if (anders == nummer.end()) {
-        return {nummer};
-    }
-    // The ASCII characters in front keep the index in use; the rest is compared here.
-    const QString anfang = ohnePlatzhalter(nummer.left(anders - nummer.begin())) + u'%';
-    SQLite::Statement kandidaten(verbindung_, "SELECT DISTINCT U_NR FROM Ergebnisse WHERE U_NR "
-                                              "LIKE " +
-                                                  gequotet(anfang) + " ESCAPE '\\'");
-    QStringList gefunden;
+    // The engine compares only ASCII letters without regard to case. Those in front keep the index
+    // in use; the rest is compared here.
+    const std::string muster =
+        anders == nummer.end()
+            ? likeWörtlich(nummer)
+            : gequotet(ohnePlatzhalter(nummer.left(anders - nummer.begin())) + u'%') +
+                  " ESCAPE '\\'";
+    SQLite::Statement kandidaten(verbindung_,
+                                 "SELECT rowid, U_NR FROM Ergebnisse WHERE U_NR LIKE " + muster);
+    std::vector<Fundstelle> gefunden;
     while (kandidaten.executeStep()) {
-        const QString kandidat = QString::fromStdString(kandidaten.getColumn(0).getString());
-        if (kandidat.compare(nummer, Qt::CaseInsensitive) == 0) {
-            gefunden << kandidat;
+        Fundstelle stelle{kandidaten.getColumn(0).getInt64(), spaltentext(kandidaten.getColumn(1))};
+        if (stelle.U_NR.text.compare(nummer, Qt::CaseInsensitive) == 0) {
+            gefunden.push_back(std::move(stelle));
         }
     }
     return gefunden;

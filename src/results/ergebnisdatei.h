@@ -2,6 +2,7 @@
 
 #include "results/datenbankfehler.h"
 
+#include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Exception.h>
 
@@ -9,8 +10,24 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 namespace tarvel {
+
+/// A text as a column holds it. The engine takes whatever bytes a program gives it: those that are
+/// no UTF-8 are taken for Windows-1252.
+struct Spaltentext {
+    QString text;
+    bool istUtf8 = true;
+    bool istLesbar = true; ///< false when the bytes can be neither of them
+};
+[[nodiscard]] Spaltentext spaltentext(const SQLite::Column& wert);
+
+/// A row that a number was found in.
+struct Fundstelle {
+    qint64 id = 0; ///< its place in the file
+    Spaltentext U_NR;
+};
 
 /// A results file while one operation works on it: open from the first line to the last.
 class Ergebnisdatei {
@@ -25,9 +42,8 @@ public:
     /// From here on LIKE on this file knows umlauts; see registriereLIKE.
     void vergleicheMitUmlauten();
 
-    /// The number as statements look for it: in each spelling in which it is stored, as the engine
-    /// itself compares only ASCII letters without regard to case.
-    [[nodiscard]] QStringList schreibweisen(const QString& nummer);
+    /// The rows of that number in every spelling that differs only in case, umlauts included.
+    [[nodiscard]] std::vector<Fundstelle> finde(const QString& nummer);
 
     /// Throws Datenbankfehler when the table or one of its columns is missing.
     void prüfeAufbau();

@@ -156,6 +156,13 @@ void Ergebnisgitter::wähleZeile(int zeile) {
     }
 }
 
+void Ergebnisgitter::beendeEingabe() {
+    if (QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
 void Ergebnisgitter::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Return:

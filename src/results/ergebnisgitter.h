@@ -32,6 +32,9 @@ public:
     /// Selects a row and brings it into view.
     void wähleZeile(int zeile);
 
+    /// Writes the cell that is being edited, if any, as Enter would do.
+    void beendeEingabe();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

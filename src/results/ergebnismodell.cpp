@@ -39,11 +39,6 @@ QString dreistellig(const QString& nummer) {
     return istZiffernfolge(nummer) ? Format(nummer, u"000", Zahlenformat{}) : nummer;
 }
 
-/// An empty text is stored as a blank, so both are the same to a person.
-bool sindGleich(const QString& a, const QString& b) {
-    return a == b || (a.trimmed().isEmpty() && b.trimmed().isEmpty());
-}
-
 } // namespace
 
 Ergebnismodell::Ergebnismodell(const Texte& texte, QObject* parent)
@@ -88,21 +83,24 @@ void Ergebnismodell::zeige(const QString& datei, const QString& datenquelle,
 }
 
 bool Ergebnismodell::canFetchMore(const QModelIndex& parent) const {
-    return !parent.isValid() && !vollständig_;
+    return !parent.isValid() && !vollständig_ && !gestört_;
 }
 
 void Ergebnismodell::fetchMore(const QModelIndex& parent) {
-    if (!canFetchMore(parent)) {
+    // After a failure the view does not ask by itself any more, but whoever calls this may try.
+    if (parent.isValid() || vollständig_) {
         return;
     }
-    vollständig_ = true;
     std::vector<qint64> alle;
     try {
         alle = tabelle_.zeilenfolge(datenquelle_, suchtext_);
     } catch (const Datenbankfehler& fehler) {
+        gestört_ = true;
         melde(fehler);
         return;
     }
+    vollständig_ = true;
+    gestört_ = false;
     // Others may have written meanwhile; the rows already shown stay where they are.
     const std::unordered_set<qint64> gezeigt(ids_.begin(), ids_.end());
     std::erase_if(alle, [&](qint64 id) { return gezeigt.contains(id); });
@@ -225,21 +223,6 @@ void Ergebnismodell::melde(const Datenbankfehler& fehler) const {
     }
 }
 
-void Ergebnismodell::schreibe(const Zeile& alt, const Zeile& neu, int zuerst) {
-    const auto ändere = [&](int spalte) {
-        const auto stelle = static_cast<std::size_t>(spalte);
-        if (!sindGleich(alt.werte.at(stelle), neu.werte.at(stelle))) {
-            tabelle_.ändere(alt.id, spalte, neu.werte.at(stelle));
-        }
-    };
-    ändere(zuerst);
-    for (int spalte = 0; spalte < columnCount(); ++spalte) {
-        if (spalte != zuerst) {
-            ändere(spalte);
-        }
-    }
-}
-
 bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, int role) {
     const Zeile* gezeigt = role == Qt::EditRole ? zeile(index.row()) : nullptr;
     if (gezeigt == nullptr || value.toString().trimmed() == data(index, role).toString()) {
@@ -261,7 +244,7 @@ bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, in
     }
     bool gelungen = true;
     try {
-        schreibe(alt, neu, index.column());
+        tabelle_.ändere(alt, neu);
     } catch (const Datenbankfehler& fehler) {
         gelungen = false;
         melde(fehler);
@@ -272,10 +255,13 @@ bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, in
 }
 
 void Ergebnismodell::lösche(int zeile) {
-    const auto stelle = ids_.begin() + zeile;
-    tabelle_.lösche(*stelle);
+    const Zeile* gezeigt = this->zeile(zeile);
+    if (gezeigt == nullptr) {
+        throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, tabelle_.pfad());
+    }
+    tabelle_.lösche(*gezeigt);
     beginRemoveRows({}, zeile, zeile);
-    ids_.erase(stelle);
+    ids_.erase(ids_.begin() + zeile);
     blöcke_.clear(); // every row behind it moves up
     endRemoveRows();
 }

@@ -45,6 +45,8 @@ public:
     [[nodiscard]] bool vollständig() const { return vollständig_; }
     /// Examination number of a row as it is stored; empty when the row has gone.
     [[nodiscard]] QString nummer(int zeile) const;
+    /// Whether a row is still there and can be read.
+    [[nodiscard]] bool istVorhanden(int zeile) const { return this->zeile(zeile) != nullptr; }
     /// Deletes a row from the file. Throws Datenbankfehler; the row stays then.
     void lösche(int zeile);
 
@@ -56,8 +58,8 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
     [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
     void fetchMore(const QModelIndex& parent) override;
-    /// Writes one cell. A text that its column does not take changes nothing and is told to the
-    /// receiver of failures.
+    /// Writes one cell, and the rest of its row as vorÄnderung left it, at once. A text that its
+    /// column does not take changes nothing and is told to the receiver of failures.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
 private:
@@ -67,7 +69,6 @@ private:
     [[nodiscard]] const Zeile* zeile(int nummer) const;
     [[nodiscard]] const Block* block(int nummer) const;
     [[nodiscard]] QString anzeige(const QString& wert, Ergebnisspalte spalte) const;
-    void schreibe(const Zeile& alt, const Zeile& neu, int zuerst);
     void vergiss();
     void melde(const Datenbankfehler& fehler) const;
 

@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <array>
@@ -27,6 +28,9 @@ struct Ergebnissatz {
     QString PROZENT;
     QString MERKMAL;
     std::array<QString, 4> Grafik;
+    /// Names of the columns whose content another program wrote in a form that can't be read: a
+    /// date that is none, bytes that are no text. Filled when loading, not stored.
+    QStringList unlesbar;
 
     bool operator==(const Ergebnissatz&) const = default;
 };

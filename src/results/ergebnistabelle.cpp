@@ -2,6 +2,7 @@
 
 #include "platform/zahlen.h"
 #include "results/ergebnisdatei.h"
+#include "results/satzzugriff.h"
 
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
@@ -19,7 +20,7 @@ namespace {
 using Spalten = std::array<QStringView, Ergebnistabelle::Spaltenzahl>;
 constexpr Spalten gezeigt = {u"U_NR",     u"ZB_NR", u"Z_NAME", u"B_NAME", u"A_D",
                              u"ERGEBNIS", u"RASSE", u"VATER",  u"DATUM"};
-constexpr int spalteNummer = 0;
+constexpr size_t spalteNummer = 0;
 
 /// Begins with the wish to write, so that two programs never wait for each other half-way.
 class Schreibvorgang : public SQLite::Transaction {
@@ -29,11 +30,7 @@ public:
 };
 
 QString text(const SQLite::Column& wert) {
-    return QString::fromUtf8(wert.getText(), wert.getBytes());
-}
-
-QString geschrieben(const QString& wert) {
-    return wert.isEmpty() ? u" "_s : wert;
+    return spaltentext(wert).text;
 }
 
 void binde(SQLite::Statement& anweisung, int stelle, const QString& wert) {
@@ -48,35 +45,10 @@ void prüfeBreite(const QString& pfad, QStringView spalte, const QString& wert) 
     }
 }
 
-/// What follows WHERE for one spelling of a number.
-std::string nummerWie(const QString& schreibweise) {
-    return " FROM Ergebnisse WHERE U_NR LIKE " + likeWörtlich(schreibweise);
-}
-
-void füge(Ergebnisdatei& datei, const Ergebnissatz& satz) {
-    SQLite::Statement einfügen(
-        datei.verbindung(),
-        "INSERT INTO Ergebnisse(U_NR, ZB_NR, Z_NAME, A_D, RASSE, B_NAME, ERGEBNIS, DATUM, VATER, "
-        "VOLK, CI, HI_DV, MERKMAL, PROZENT, Grafik1, Grafik2, Grafik3, Grafik4) "
-        "VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
-    int stelle = 0;
-    const auto setze = [&](const QString& wert) { binde(einfügen, ++stelle, geschrieben(wert)); };
-    for (const QString* wert : {&satz.U_NR, &satz.ZB_NR, &satz.Z_NAME, &satz.A_D, &satz.RASSE,
-                                &satz.B_NAME, &satz.ERGEBNIS}) {
-        setze(*wert);
+void prüfeBreiten(const QString& pfad, const Ergebnissatz& satz) {
+    for (const Textspalte& spalte : textspalten()) {
+        prüfeBreite(pfad, spalte.name, satz.*spalte.wert);
     }
-    ++stelle; // an invalid date stays NULL
-    if (satz.DATUM.isValid()) {
-        binde(einfügen, stelle, satz.DATUM.toString(Qt::ISODate));
-    }
-    for (const QString* wert :
-         {&satz.VATER, &satz.VOLK, &satz.CI, &satz.HI_DV, &satz.MERKMAL, &satz.PROZENT}) {
-        setze(*wert);
-    }
-    for (const QString& grafik : satz.Grafik) {
-        setze(grafik);
-    }
-    einfügen.exec();
 }
 
 /// The two words of a column in the other languages and the one that takes their place.
@@ -163,6 +135,38 @@ Ergebnistabelle::Zeile zeile(SQLite::Statement& anweisung) {
     return zeile;
 }
 
+/// The place of a row is given to another one when it has gone, or another file took its name.
+void prüfeZeile(Ergebnisdatei& datei, const Ergebnistabelle::Zeile& zeile) {
+    SQLite::Statement abfrage(datei.verbindung(), "SELECT U_NR FROM Ergebnisse WHERE rowid = ?");
+    abfrage.bind(1, static_cast<int64_t>(zeile.id));
+    const QString& nummer = zeile.werte.at(spalteNummer);
+    if (!abfrage.executeStep() || text(abfrage.getColumn(0)) != nummer) {
+        throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, datei.pfad(), nummer);
+    }
+}
+
+void prüfeNummerFrei(Ergebnisdatei& datei, const Ergebnistabelle::Zeile& zeile) {
+    const QString& nummer = zeile.werte.at(spalteNummer);
+    for (const Fundstelle& stelle : datei.finde(geschrieben(nummer))) {
+        if (stelle.id != zeile.id) {
+            throw Datenbankfehler(Datenbankgrund::NummerDoppelt, datei.pfad(), nummer);
+        }
+    }
+}
+
+void schreibeSpalte(Ergebnisdatei& datei, const Ergebnistabelle::Zeile& zeile, size_t spalte) {
+    const QStringView name = gezeigt.at(spalte);
+    const QString& wert = zeile.werte.at(spalte);
+    SQLite::Statement ändern(datei.verbindung(), "UPDATE Ergebnisse SET " +
+                                                     name.toString().toStdString() +
+                                                     " = ? WHERE rowid = ?");
+    if (name != u"DATUM" || !wert.isEmpty()) {
+        binde(ändern, 1, geschrieben(wert));
+    }
+    ändern.bind(2, static_cast<int64_t>(zeile.id));
+    ändern.exec();
+}
+
 } // namespace
 
 Ergebnistabelle::Ergebnistabelle(QString DatenbankPfad, std::chrono::milliseconds wartezeit)
@@ -217,21 +221,28 @@ QString Ergebnistabelle::NächsteNummer(const QDate& heute, const QString& kurzz
 }
 
 void Ergebnistabelle::speichere(const Ergebnissatz& satz) {
-    for (const Textspalte& spalte : textspalten()) {
-        prüfeBreite(pfad_, spalte.name, satz.*spalte.wert);
-    }
+    prüfeBreiten(pfad_, satz);
     mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
-        for (const QString& nummer : datei.schreibweisen(geschrieben(satz.U_NR))) {
-            SQLite::Statement vorhanden(datei.verbindung(),
-                                        "SELECT U_NR" + nummerWie(nummer) + ";");
-            if (vorhanden.executeStep()) {
-                vorhanden.reset();
-                datei.verbindung().exec("DELETE" + nummerWie(nummer) + ";");
+        setzeAnStelle(datei, zielzeilen(datei, geschrieben(satz.U_NR)), satz);
+        vorgang.commit();
+    });
+}
+
+bool Ergebnistabelle::ersetze(const Ergebnissatz& satz,
+                              const std::optional<Ergebnissatz>& erwartet) {
+    prüfeBreiten(pfad_, satz);
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        Schreibvorgang vorgang(datei);
+        const auto ziele = zielzeilen(datei, geschrieben(satz.U_NR));
+        for (const std::string& ziel : ziele) {
+            if (!erwartet || !stehenGleich(lies(datei, ziel), *erwartet)) {
+                return false;
             }
         }
-        füge(datei, satz);
+        setzeAnStelle(datei, ziele, satz);
         vorgang.commit();
+        return true;
     });
 }
 
@@ -240,46 +251,8 @@ std::optional<Ergebnissatz> Ergebnistabelle::lade(const QString& nummer) const {
         pfad_, wartezeit_, [&](Ergebnisdatei& datei) -> std::optional<Ergebnissatz> {
             // One view of the file, so that no column comes from a row stored meanwhile.
             SQLite::Transaction lesen(datei.verbindung());
-            const QStringList schreibweisen = datei.schreibweisen(nummer);
-            if (schreibweisen.isEmpty()) {
-                return std::nullopt;
-            }
-            const std::string wo = nummerWie(schreibweisen.front()) + ";";
-            const auto spalte = [&](const char* name) -> std::optional<QString> {
-                SQLite::Statement abfrage(datei.verbindung(),
-                                          std::string("SELECT ") + name + " " + wo.substr(1));
-                return abfrage.executeStep() ? std::optional(text(abfrage.getColumn(0)))
-                                             : std::nullopt;
-            };
-            Ergebnissatz satz;
-            const auto gefunden = spalte("U_NR");
-            if (!gefunden) {
-                return std::nullopt;
-            }
-            satz.U_NR = *gefunden;
-            QString datum;
-            for (const auto& [name, ziel] : std::initializer_list<std::pair<const char*, QString*>>{
-                     {"ZB_NR", &satz.ZB_NR},
-                     {"Z_NAME", &satz.Z_NAME},
-                     {"B_NAME", &satz.B_NAME},
-                     {"A_D", &satz.A_D},
-                     {"VATER", &satz.VATER},
-                     {"VOLK", &satz.VOLK},
-                     {"DATUM", &datum},
-                     {"CI", &satz.CI},
-                     {"HI_DV", &satz.HI_DV},
-                     {"MERKMAL", &satz.MERKMAL},
-                     {"PROZENT", &satz.PROZENT},
-                     {"RASSE", &satz.RASSE},
-                     {"ERGEBNIS", &satz.ERGEBNIS},
-                     {"Grafik1", &satz.Grafik[0]},
-                     {"Grafik2", &satz.Grafik[1]},
-                     {"Grafik3", &satz.Grafik[2]},
-                     {"Grafik4", &satz.Grafik[3]}}) {
-                *ziel = spalte(name).value_or(QString());
-            }
-            satz.DATUM = QDate::fromString(datum.left(10), Qt::ISODate);
-            return satz;
+            const auto ziele = zielzeilen(datei, nummer);
+            return ziele.empty() ? std::nullopt : std::optional(lies(datei, ziele.front()));
         });
 }
 
@@ -355,40 +328,40 @@ std::vector<Ergebnistabelle::Zeile> Ergebnistabelle::zeilen(const std::vector<qi
     });
 }
 
-void Ergebnistabelle::ändere(qint64 id, int spalte, const QString& wert) {
-    const QStringView name = gezeigt.at(static_cast<size_t>(spalte));
-    prüfeBreite(pfad_, name, wert);
+void Ergebnistabelle::ändere(const Zeile& alt, const Zeile& neu) {
+    std::vector<size_t> geändert;
+    for (size_t i = 0; i < gezeigt.size(); ++i) {
+        const QString altKnapp = alt.werte.at(i).trimmed();
+        const QString neuKnapp = neu.werte.at(i).trimmed();
+        if (alt.werte.at(i) == neu.werte.at(i) || (altKnapp.isEmpty() && neuKnapp.isEmpty())) {
+            continue;
+        }
+        geändert.push_back(i);
+        if (altKnapp != neuKnapp) {
+            prüfeBreite(pfad_, gezeigt.at(i), neu.werte.at(i));
+        }
+    }
     mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
-        if (spalte == spalteNummer) {
-            for (const QString& nummer : datei.schreibweisen(geschrieben(wert))) {
-                SQLite::Statement andere(datei.verbindung(),
-                                         "SELECT 1" + nummerWie(nummer) + " AND rowid <> ?");
-                andere.bind(1, static_cast<int64_t>(id));
-                if (andere.executeStep()) {
-                    throw Datenbankfehler(Datenbankgrund::NummerDoppelt, datei.pfad(), wert);
-                }
+        prüfeZeile(datei, alt);
+        for (const size_t i : geändert) {
+            if (i == spalteNummer) {
+                prüfeNummerFrei(datei, neu);
             }
-        }
-        SQLite::Statement ändern(datei.verbindung(), "UPDATE Ergebnisse SET " +
-                                                         name.toString().toStdString() +
-                                                         " = ? WHERE rowid = ?");
-        if (name != u"DATUM" || !wert.isEmpty()) {
-            binde(ändern, 1, geschrieben(wert));
-        }
-        ändern.bind(2, static_cast<int64_t>(id));
-        if (ändern.exec() == 0) {
-            throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, datei.pfad());
+            schreibeSpalte(datei, neu, i);
         }
         vorgang.commit();
     });
 }
 
-void Ergebnistabelle::lösche(qint64 id) {
+void Ergebnistabelle::lösche(const Zeile& zeile) {
     mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        Schreibvorgang vorgang(datei);
+        prüfeZeile(datei, zeile);
         SQLite::Statement löschen(datei.verbindung(), "DELETE FROM Ergebnisse WHERE rowid = ?");
-        löschen.bind(1, static_cast<int64_t>(id));
+        löschen.bind(1, static_cast<int64_t>(zeile.id));
         löschen.exec();
+        vorgang.commit();
     });
 }
 

@@ -45,10 +45,17 @@ public:
     /// sign of the examiner (at most 3 characters), year.
     [[nodiscard]] QString NächsteNummer(const QDate& heute, const QString& kurzzeichen) const;
 
-    /// Stores a row in place of the one with the same number. Texts are measured against their
-    /// columns before anything is deleted; removing and adding are one transaction.
+    /// Stores a row in place of the one with the same number: that of the same spelling, else all
+    /// that differ only in case. Texts are measured against their columns before anything is
+    /// deleted; removing and adding are one transaction. Columns that other programs have added
+    /// keep their values.
     void speichere(const Ergebnissatz& satz);
-    /// The row of that number; nullopt when there is none.
+    /// The same unless a row that would be replaced differs from @p erwartet, what lade() gave when
+    /// it was last looked at: then nothing changes and false comes back. A row that has gone
+    /// meanwhile is no difference.
+    [[nodiscard]] bool ersetze(const Ergebnissatz& satz,
+                               const std::optional<Ergebnissatz>& erwartet);
+    /// The row of that number, of several spellings the exact one; nullopt when there is none.
     [[nodiscard]] std::optional<Ergebnissatz> lade(const QString& nummer) const;
 
     /// Converts the stored words of caste and verdict to @p sprache; does not write when there is
@@ -82,12 +89,14 @@ public:
     /// The rows at @p ids; one that has gone meanwhile is left out.
     [[nodiscard]] std::vector<Zeile> zeilen(const std::vector<qint64>& ids) const;
 
-    /// Changes one column of spalten(); @p wert is measured against its width, a number must not
-    /// exist yet. An empty text is stored as a single blank, an empty date as none. When the row
-    /// has gone meanwhile: UntersuchungFehlt without a number.
-    void ändere(qint64 id, int spalte, const QString& wert);
-    /// Nothing happens when the row has gone already.
-    void lösche(qint64 id);
+    /// Writes what differs between @p alt, a row as it was read, and @p neu, all of it or nothing.
+    /// Texts are measured against their widths unless only blanks at their ends went; a number must
+    /// not exist yet. An empty text is stored as a single blank, an empty date as none; so blank
+    /// and empty do not differ. UntersuchungFehlt when the row has gone or its place belongs to
+    /// another number now.
+    void ändere(const Zeile& alt, const Zeile& neu);
+    /// Deletes a row as it was read. UntersuchungFehlt as above.
+    void lösche(const Zeile& zeile);
     /// @}
 
 private:

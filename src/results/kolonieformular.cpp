@@ -187,7 +187,9 @@ void Kolonieformular::normalisiere(const Feld& feld) {
 
 void Kolonieformular::vervollständige() {
     for (const Feld& feld : felder_) {
-        normalisiere(feld);
+        if (feld.wert == &Kolonieangaben::Jahr || feld.zeile->hasFocus()) {
+            normalisiere(feld);
+        }
     }
 }
 

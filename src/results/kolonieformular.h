@@ -37,7 +37,8 @@ public:
     void zeige(const Kolonieangaben& angaben);
     [[nodiscard]] const Kolonieangaben& angaben() const { return angaben_; }
 
-    /// Brings the texts of all fields into the usual form, as leaving each field does.
+    /// Brings the year, and the field that the keyboard is in, into the usual form, as leaving them
+    /// does. Stored texts of the other fields stay as they are.
     void vervollständige();
 
 private:

@@ -144,6 +144,7 @@ private:
         gelesen_.angaben.Tiere = drohnen ? Geschlecht::Drohnen : Geschlecht::Arbeiterinnen;
         gelesen_.EntsprichtRasse = bedeutet(satz_.ERGEBNIS, Text::Ja);
         gelesen_.datum = satz_.DATUM;
+        gelesen_.nichtGelesen += satz_.unlesbar;
         const Rassenwahl rasse = rasseAus(satz_.RASSE, umgebung_.rassen);
         gelesen_.angaben.Rasse = rasse.position;
         gelesen_.angaben.Rassenname = rasse.fremderName;

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int Nummer = 0;
 constexpr int Züchter = 2;
+constexpr int Begattung = 7;
 constexpr int Datum = 8;
 
 class Browserzeilen : public Dateitest {
@@ -44,8 +45,16 @@ protected:
         EXPECT_EQ(erste, einzeln);
         return erste;
     }
-    qint64 id(const QString& nummer) {
-        return fremd(u"SELECT rowid FROM Ergebnisse WHERE U_NR = '%1'"_s.arg(nummer)).toLongLong();
+    Ergebnistabelle::Zeile zeile(const QString& nummer) {
+        const qint64 id =
+            fremd(u"SELECT rowid FROM Ergebnisse WHERE U_NR = '%1'"_s.arg(nummer)).toLongLong();
+        return tabelle().zeilen({id}).at(0);
+    }
+    void ändere(const QString& nummer, int spalte, const QString& wert) {
+        const auto alt = zeile(nummer);
+        auto neu = alt;
+        neu.werte.at(static_cast<size_t>(spalte)) = wert;
+        tabelle().ändere(alt, neu);
     }
 };
 
@@ -72,33 +81,80 @@ TEST_F(Browserzeilen, filterAndSearch_knowUmlautsAndTakeWildcardsLiterally) {
 
 TEST_F(Browserzeilen, edit_keepsWidthsAndNumbersApart) {
     auto t = tabelle();
-    const qint64 zeile = id(u"1"_s);
-    t.ändere(zeile, Züchter, u"Groß"_s);
-    t.ändere(zeile, Datum, u"2024-02-29"_s);
+    ändere(u"1"_s, Züchter, u"Groß"_s);
+    ändere(u"1"_s, Datum, u"2024-02-29"_s);
     EXPECT_EQ(t.lade(u"1"_s)->Z_NAME, u"Groß"_s);
     EXPECT_EQ(t.lade(u"1"_s)->DATUM, QDate(2024, 2, 29));
-    t.ändere(zeile, Züchter, {});
+    ändere(u"1"_s, Züchter, {});
     EXPECT_EQ(t.lade(u"1"_s)->Z_NAME, u" "_s);
 
-    EXPECT_EQ(grundVon([&] { t.ändere(zeile, Züchter, QString(31, u'x')); }),
+    EXPECT_EQ(grundVon([&] { ändere(u"1"_s, Züchter, QString(31, u'x')); }),
               Datenbankgrund::TextZuLang);
-    EXPECT_EQ(grundVon([&] { t.ändere(zeile, Nummer, u"4"_s); }), Datenbankgrund::NummerDoppelt);
-    t.ändere(zeile, Nummer, u"_Ä"_s);
-    EXPECT_EQ(grundVon([&] { t.ändere(id(u"4"_s), Nummer, u"_ä"_s); }),
-              Datenbankgrund::NummerDoppelt);
-    t.ändere(zeile, Nummer, u"_ä"_s); // its own number in another case
+    EXPECT_EQ(grundVon([&] { ändere(u"1"_s, Nummer, u"4"_s); }), Datenbankgrund::NummerDoppelt);
+    ändere(u"1"_s, Nummer, u"_Ä"_s);
+    EXPECT_EQ(grundVon([&] { ändere(u"4"_s, Nummer, u"_ä"_s); }), Datenbankgrund::NummerDoppelt);
+    ändere(u"_Ä"_s, Nummer, u"_ä"_s); // its own number in another case
     EXPECT_EQ(nummern(), u"2;3;4;_ä"_s);
 }
 
-TEST_F(Browserzeilen, rowThatHasGone_isLeftOutAndNotChanged) {
+TEST_F(Browserzeilen, editOfSeveralColumns_isWrittenAsAWholeOrNotAtAll) {
+    fremd(u"UPDATE Ergebnisse SET VATER = 'überlanger Text aus einem anderen Programm ' "
+          u"WHERE U_NR = '1'"_s);
+    const auto alt = zeile(u"1"_s);
+    auto neu = alt;
+    neu.werte[Züchter] = u"neu"_s;
+    neu.werte[Begattung] = alt.werte[Begattung].trimmed(); // no text of the user's
+    neu.werte[Nummer] = u"4"_s;
+    const QString alles = u"SELECT * FROM Ergebnisse"_s;
+    const QString vorher = fremd(alles);
+    EXPECT_EQ(grundVon([&] { tabelle().ändere(alt, neu); }), Datenbankgrund::NummerDoppelt);
+    EXPECT_EQ(fremd(alles), vorher);
+    // The last column fails after others were written.
+    fremd(u"CREATE TRIGGER t BEFORE UPDATE OF DATUM ON Ergebnisse BEGIN SELECT RAISE(ABORT, 'x'); "
+          u"END"_s);
+    neu.werte[Nummer] = u"9"_s;
+    neu.werte[Datum] = u"2020-01-01"_s;
+    EXPECT_TRUE(grundVon([&] { tabelle().ändere(alt, neu); }));
+    EXPECT_EQ(fremd(alles), vorher);
+    fremd(u"DROP TRIGGER t"_s);
+    tabelle().ändere(alt, neu);
+    EXPECT_EQ(fremd(u"SELECT Z_NAME, VATER, DATUM FROM Ergebnisse WHERE U_NR = '9'"_s),
+              u"neu|überlanger Text aus einem anderen Programm|2020-01-01"_s);
+}
+
+TEST_F(Browserzeilen, rowThatHasGone_isLeftOutAndNeitherChangedNorDeleted) {
     auto t = tabelle();
-    const qint64 zeile = id(u"2"_s);
-    t.lösche(zeile);
-    t.lösche(zeile);
+    const auto alt = zeile(u"2"_s);
+    auto neu = alt;
+    neu.werte[Züchter] = u"x"_s;
+    const auto scheitert = [&] {
+        for (const std::function<void()>& arbeit :
+             {std::function<void()>([&] { t.ändere(alt, neu); }), {[&] { t.lösche(alt); }}}) {
+            const auto fehler = fehlerVon(arbeit);
+            ASSERT_TRUE(fehler && fehler->grund() == Datenbankgrund::UntersuchungFehlt);
+            EXPECT_EQ(fehler->einzelheit(), u"2"_s);
+        }
+    };
+    t.lösche(alt);
     EXPECT_EQ(nummern(), u"1;3;4"_s);
-    EXPECT_EQ(grundVon([&] { t.ändere(zeile, Züchter, u"x"_s); }),
-              Datenbankgrund::UntersuchungFehlt);
-    const auto übrig = t.zeilen({id(u"4"_s), zeile, id(u"1"_s)});
+    scheitert();
+    const auto übrig = t.zeilen({zeile(u"4"_s).id, alt.id, zeile(u"1"_s).id});
     ASSERT_EQ(übrig.size(), 2U);
     EXPECT_EQ(übrig[0].werte[Nummer] + übrig[1].werte[Nummer], u"41"_s);
+
+    fremd(u"INSERT INTO Ergebnisse(rowid, U_NR, Z_NAME) VALUES(%1, '5', 'fremd')"_s.arg(alt.id));
+    scheitert(); // the place belongs to another one now
+    EXPECT_EQ(t.lade(u"5"_s)->Z_NAME, u"fremd"_s);
+}
+
+TEST_F(Browserzeilen, rowWithoutNumberOrOfForeignBytes_canBeChangedAndDeleted) {
+    fremd(u"INSERT INTO Ergebnisse(rowid, U_NR) VALUES(90, NULL), (91, CAST(x'4BF6' AS TEXT))"_s);
+    for (const qint64 id : {90, 91}) {
+        const auto alt = tabelle().zeilen({id}).at(0);
+        auto neu = alt;
+        neu.werte[Züchter] = u"x"_s;
+        tabelle().ändere(alt, neu);
+        tabelle().lösche(neu);
+    }
+    EXPECT_EQ(nummern(), u"1;2;3;4"_s);
 }

@@ -25,6 +25,9 @@ protected:
               u"INSERT INTO Ergebnisse(U_NR, Grafik2) SELECT i, hex(zeroblob(10000)) FROM z"_s);
     }
 
+    static Ergebnistabelle::Zeile erste() { return {.id = 1, .werte = {u"0"_s}}; }
+    static Ergebnistabelle::Zeile geändert() { return {.id = 1, .werte = {u"0"_s, u"x"_s}}; }
+
     /// Tries everything that is done with a file; all has to fail for @p grund and leave it as is.
     void allesScheitert(Datenbankgrund grund) {
         const QByteArray vorher = bytes(pfad_);
@@ -37,8 +40,8 @@ protected:
               {[&] { t.speichere(satz(u"1"_s)); }},
               {[&] { t.SpracheDB(Sprache::Englisch); }},
               {[&] { (void)t.zeilen(u"SELECT * FROM Ergebnisse"_s, {}, 9); }},
-              {[&] { t.ändere(1, 1, u"x"_s); }},
-              {[&] { t.lösche(1); }},
+              {[&] { t.ändere(erste(), geändert()); }},
+              {[&] { t.lösche(erste()); }},
               {[&] { t.sichere(ordner_.filePath(u"kopie.tdb"_s)); }}}) {
             EXPECT_EQ(grundVon(arbeit), grund);
         }
@@ -139,8 +142,8 @@ TEST_F(Fehlertest, writeProtectedFile_isReadAsItIs) {
     EXPECT_TRUE(t.lade(u"1"_s));
     for (const std::function<void()>& arbeit :
          {std::function<void()>([&] { t.speichere(satz(u"1"_s)); }),
-          {[&] { t.ändere(1, 1, u"x"_s); }},
-          {[&] { t.lösche(1); }}}) {
+          {[&] { t.ändere(erste(), geändert()); }},
+          {[&] { t.lösche(erste()); }}}) {
         EXPECT_EQ(grundVon(arbeit), Datenbankgrund::Schreibgeschützt);
     }
     EXPECT_EQ(grundVon([&] { NeueDatenbank(ordner_.filePath(u"neu.tdb"_s)); }),
@@ -181,14 +184,38 @@ TEST_F(Fehlertest, fullDrive_keepsTheOldRow) {
     EXPECT_EQ(tabelle().lade(u"1"_s)->Grafik[1].size(), 20'000);
     EXPECT_EQ(fremd(u"PRAGMA integrity_check"_s), u"ok"_s);
 }
+
+TEST_F(Fehlertest, crashWhileANewFileIsMade_leavesNothingOfThatName) {
+    const QString neu = ordner_.filePath(u"neu.tdb"_s);
+    const pid_t kind = fork();
+    if (kind == 0) {
+        const rlimit keine{0, 0};
+        setrlimit(RLIMIT_CORE, &keine);
+        const rlimit grenze{5000, RLIM_INFINITY}; // the signal ends the process as it writes
+        setrlimit(RLIMIT_FSIZE, &grenze);
+        NeueDatenbank(neu);
+        _exit(0);
+    }
+    int ende = 0;
+    waitpid(kind, &ende, 0);
+    EXPECT_TRUE(WIFSIGNALED(ende));
+    EXPECT_FALSE(QFileInfo::exists(neu));
+    NeueDatenbank(neu);
+    Ergebnistabelle(neu).öffneProbeweise();
+}
 #endif
 
 TEST_F(Fehlertest, newFile_neverReplacesAnother) {
     const QByteArray vorher = bytes(pfad_);
     EXPECT_EQ(grundVon([&] { NeueDatenbank(pfad_); }), Datenbankgrund::SchonVorhanden);
     EXPECT_EQ(bytes(pfad_), vorher);
+    const QString verweis = ordner_.filePath(u"Verweis.tdb"_s);
+    QFile::link(ordner_.filePath(u"nirgends"_s), verweis);
+    EXPECT_EQ(grundVon([&] { NeueDatenbank(verweis); }), Datenbankgrund::SchonVorhanden);
     EXPECT_EQ(grundVon([&] { NeueDatenbank(ordner_.filePath(u"fehlt/neu.tdb"_s)); }),
               Datenbankgrund::NichtAnlegbar);
+    NeueDatenbank(ordner_.filePath(u"neu.tdb"_s));
+    EXPECT_THAT(QDir(ordner_.path()).entryList({u"neu*"_s}), testing::ElementsAre(u"neu.tdb"_s));
 }
 
 TEST_F(Fehlertest, backup_isCompleteAndNeverTheFileItself) {

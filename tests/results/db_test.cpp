@@ -358,6 +358,98 @@ TEST_F(DBFiltertest, ARefusedEditIsToldOnceAndChangesNothing) {
     EXPECT_EQ(zelle(0, 0), u"006"_s);
 }
 
+TEST_F(DBFiltertest, ClosingAndOpeningWriteTheCellThatIsBeingEditedFirst) {
+    const auto beginne = [this](const QString& text) {
+        öffne();
+        gehe(0, 4);
+        taste(Qt::Key_F2);
+        auto* auswahl = qobject_cast<QComboBox*>(QApplication::focusWidget());
+        ASSERT_NE(auswahl, nullptr);
+        auswahl->setEditText(text);
+        dialoge.meldungen.clear();
+    };
+    const std::function<void()> wege[] = {[this] { db->close(); }, [this] { db->reject(); },
+                                          [this] { db->ÖffnenStart(); }};
+    const QString lies = u"SELECT A_D FROM Ergebnisse WHERE U_NR='006'"_s;
+    for (const auto& weg : wege) {
+        const QString vorher = fremd(lies);
+        beginne(u"Biene"_s);
+        weg();
+        EXPECT_THAT(dialoge.meldungen, SizeIs(1));
+        EXPECT_TRUE(db->isVisible());
+        EXPECT_EQ(fremd(lies), vorher);
+        QApplication::processEvents();
+        EXPECT_THAT(dialoge.meldungen, SizeIs(1)) << "told once";
+        weg(); // nothing is being edited any more
+        EXPECT_FALSE(db->isVisible());
+
+        const QString neu = vorher == u"Drohnen"_s ? u"Arbeiter"_s : u"Drohnen"_s;
+        beginne(neu);
+        weg();
+        EXPECT_FALSE(db->isVisible());
+        EXPECT_EQ(fremd(lies), neu);
+        EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    }
+    EXPECT_THAT(geladen, ElementsAre(u"006"_s, u"006"_s));
+}
+
+TEST_F(DBFiltertest, AnEditThatWasJustRefusedIsToldBeforeTheWindowCloses) {
+    gehe(0, 4);
+    EXPECT_FALSE(grid().model()->setData(grid().currentIndex(), u"Biene"_s));
+    db->close();
+    EXPECT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(db->isVisible());
+}
+
+TEST_F(DBFiltertest, MenusWriteTheCellThatIsBeingEditedFirst) {
+    gehe(0, 2);
+    taste(Qt::Key_F2);
+    auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(feld, nullptr);
+    feld->setText(u"neu"_s);
+    wähle(u"men_Sort_1"_s);
+    EXPECT_EQ(fremd(u"SELECT Z_NAME FROM Ergebnisse WHERE U_NR='006'"_s), u"neu"_s);
+    gehe(0, 8);
+    taste(Qt::Key_F2);
+    qobject_cast<QLineEdit*>(QApplication::focusWidget())->setText(u"morgen"_s);
+    wähle(u"men_Sort_2"_s);
+    EXPECT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(aktion(u"men_Sort_1"_s).isChecked());
+    EXPECT_EQ(gezeigt(), u"001 002 003 004 005 006"_s);
+}
+
+TEST_F(DBFiltertest, ARowWhosePlaceAnotherOneTookIsToldAndShownAnew) {
+    const QString tausche = u"UPDATE Ergebnisse SET U_NR='%2', Z_NAME='fremd' WHERE U_NR='%1'"_s;
+    gehe(1, 0);
+    fremd(tausche.arg(u"005"_s, u"105"_s));
+    tippe(1, 2, u"x"_s);
+    QApplication::processEvents();
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_THAT(dialoge.meldungen.first().toStdString(), HasSubstr("'005' steht nicht"));
+    EXPECT_EQ(gezeigt(), u"006 105 004 003 002 001"_s);
+    EXPECT_EQ(grid().currentIndex().row(), 1);
+
+    fremd(tausche.arg(u"105"_s, u"205"_s));
+    dialoge.antworten = {Antwort::Ja};
+    taste(Qt::Key_Delete);
+    EXPECT_THAT(dialoge.meldungen, SizeIs(2));
+    EXPECT_EQ(gezeigt(), u"006 205 004 003 002 001"_s);
+    EXPECT_EQ(fremd(u"SELECT Z_NAME FROM Ergebnisse WHERE U_NR='205'"_s), u"fremd"_s);
+}
+
+TEST_F(DBFiltertest, SaysWhyARowWithoutNumberDoesNotOpen) {
+    fremd(u"UPDATE Ergebnisse SET U_NR=NULL WHERE U_NR='006'"_s);
+    wähle(u"men_Sort_0"_s);
+    gehe(0, 0);
+    taste(Qt::Key_Return);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_THAT(dialoge.meldungen.first().toStdString(), HasSubstr("keine Nummer"));
+    EXPECT_THAT(geladen, IsEmpty());
+    tippe(0, 0, u"006"_s);
+    taste(Qt::Key_Return);
+    EXPECT_THAT(geladen, ElementsAre(u"006"_s));
+}
+
 TEST_F(DBFiltertest, OnlyTypingReplacesATextNotABlank) {
     gehe(0, 2);
     taste(Qt::Key_Space);
@@ -415,7 +507,8 @@ TEST_F(DBFiltertest, TakesAnotherFileOnlyWhenItIsOne) {
 TEST_F(DBFiltertest, MakesANewFileButNeverOverAnother) {
     const QString neu = ordner_.filePath(u"neu"_s);
     const QByteArray vorher = bytes(pfad_);
-    dialoge.dateien = {pfad_, neu, ordner_.filePath(u"kein Ordner/x.tdb"_s)};
+    dialoge.dateien = {pfad_, neu, ordner_.filePath(u"kein Ordner/x.tdb"_s),
+                       ordner_.filePath(u"Verein 2025.06"_s)};
     wähle(u"men_Tabelle_1"_s);
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
     EXPECT_THAT(dialoge.meldungen.first().toStdString(), HasSubstr("ist bereits vorhanden."));
@@ -426,6 +519,8 @@ TEST_F(DBFiltertest, MakesANewFileButNeverOverAnother) {
     wähle(u"men_Tabelle_1"_s);
     EXPECT_THAT(dialoge.meldungen, SizeIs(2));
     EXPECT_EQ(db->windowTitle(), u"Ergebnisse [neu.tdb]"_s);
+    wähle(u"men_Tabelle_1"_s);
+    EXPECT_EQ(db->windowTitle(), u"Ergebnisse [Verein 2025.06.tdb]"_s);
 }
 
 TEST_F(DBFiltertest, BackupIsACopyAndNeverTheFileItself) {

@@ -201,6 +201,21 @@ TEST_F(Ergebnismodelltest, AVanishedFileIsToldOnceAndNotForEveryCell) {
     EXPECT_EQ(modell.rowCount(), 0);
 }
 
+TEST_F(Ergebnismodelltest, FetchesTheRestOnceTheFileCanBeReadAgain) {
+    fülle(300);
+    zeige();
+    ASSERT_TRUE(QFile::rename(pfad_, pfad_ + u".weg"_s));
+    modell.fetchMore({});
+    EXPECT_THAT(meldungen, SizeIs(1));
+    EXPECT_FALSE(modell.vollständig());
+    EXPECT_FALSE(modell.canFetchMore({})) << "a view would ask with every step";
+    ASSERT_TRUE(QFile::rename(pfad_ + u".weg"_s, pfad_));
+    modell.fetchMore({});
+    EXPECT_TRUE(modell.vollständig());
+    EXPECT_EQ(modell.rowCount(), 300);
+    EXPECT_EQ(modell.nummer(299), u"0300"_s);
+}
+
 TEST_F(Ergebnismodelltest, ColumnsHaveHeadingsAndAlignmentOfTheGrid) {
     speichere(vollerSatz(u"001"_s));
     zeige();

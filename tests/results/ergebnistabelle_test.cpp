@@ -127,10 +127,100 @@ TEST_F(Tabellentest, umlautsOfANumber_compareWithoutCase) {
     EXPECT_EQ(tabelle().lade(u"01ä2025"_s)->U_NR, u"01Ä2025"_s);
     speichere({u"01ä2025"_s});
     EXPECT_EQ(nummern(), u"01A2025;01Ö2025;01ä2025"_s);
-    // Another program can store two spellings; saving makes them one.
-    fremd(u"INSERT INTO Ergebnisse(U_NR) VALUES('01Ä2025')"_s);
-    speichere({u"01Ä2025"_s});
-    EXPECT_EQ(nummern(), u"01A2025;01Ä2025;01Ö2025"_s);
+}
+
+TEST_F(Tabellentest, numbersThatDifferOnlyInCase_areKeptApartByTheirSpelling) {
+    // Only other programs store several spellings.
+    fremd(u"INSERT INTO Ergebnisse(U_NR, VOLK) VALUES('7ab', 'a'), ('7AB', 'b'), ('Ö7x', 'c'), "
+          u"('ö7x', 'd')"_s);
+    EXPECT_EQ(tabelle().lade(u"7ab"_s)->VOLK, u"a"_s);
+    EXPECT_EQ(tabelle().lade(u"7AB"_s)->VOLK, u"b"_s);
+    EXPECT_EQ(tabelle().lade(u"Ö7x"_s)->VOLK, u"c"_s);
+    EXPECT_EQ(tabelle().lade(u"ö7x"_s)->VOLK, u"d"_s);
+    speichere({u"7AB"_s, u"ö7x"_s});
+    EXPECT_EQ(nummern(), u"7AB;7ab;Ö7x;ö7x"_s);
+    EXPECT_EQ(tabelle().lade(u"7ab"_s)->VOLK, u"a"_s);
+    EXPECT_EQ(tabelle().lade(u"Ö7x"_s)->VOLK, u"c"_s);
+    speichere({u"7Ab"_s, u"Ö7X"_s}); // a spelling that is not there takes the place of all
+    EXPECT_EQ(nummern(), u"7Ab;Ö7X"_s);
+}
+
+TEST_F(Tabellentest, replacing_refusesARowThatIsNotTheOneExpected) {
+    Ergebnissatz meiner = satz(u"007"_s);
+    EXPECT_TRUE(tabelle().ersetze(meiner, std::nullopt));
+    EXPECT_FALSE(tabelle().ersetze(meiner, std::nullopt));
+    EXPECT_TRUE(tabelle().ersetze(meiner, meiner)); // what was written is expected as well
+    const auto gesehen = tabelle().lade(u"007"_s);
+    const QByteArray vorher = bytes(pfad_);
+    fremd(u"UPDATE Ergebnisse SET Grafik3 = 'anders'"_s);
+    meiner.VOLK = u"mein"_s;
+    EXPECT_FALSE(tabelle().ersetze(meiner, gesehen));
+    EXPECT_EQ(fremd(u"SELECT Grafik3, VOLK FROM Ergebnisse"_s), u"anders| "_s);
+
+    fremd(u"DELETE FROM Ergebnisse"_s);
+    EXPECT_TRUE(tabelle().ersetze(meiner, gesehen)); // nothing there that could be lost
+    EXPECT_EQ(tabelle().lade(u"007"_s)->VOLK, u"mein"_s);
+    EXPECT_EQ(tabelle().anzahl(), 1);
+}
+
+TEST_F(Tabellentest, replacing_looksAtEverySpellingThatWouldGo) {
+    speichere({u"7a"_s});
+    const auto gesehen = tabelle().lade(u"7a"_s);
+    EXPECT_TRUE(tabelle().ersetze(satz(u"7A"_s), gesehen)); // only the case was changed
+    EXPECT_EQ(nummern(), u"7A"_s);
+    const auto groß = tabelle().lade(u"7A"_s);
+    fremd(u"INSERT INTO Ergebnisse(U_NR) VALUES('7a'), ('xy'), ('Xy')"_s);
+    EXPECT_TRUE(tabelle().ersetze(satz(u"7A"_s), groß)); // the other one stays
+    EXPECT_FALSE(tabelle().ersetze(satz(u"XY"_s), tabelle().lade(u"xy"_s)));
+    EXPECT_EQ(nummern(), u"7A;7a;Xy;xy"_s);
+}
+
+TEST_F(Tabellentest, columnsOfOtherPrograms_keepTheirTypedValues) {
+    speichere({u"1"_s, u"2"_s});
+    fremd(u"ALTER TABLE Ergebnisse ADD COLUMN \"Gewicht (\"\"kg\"\")\";"
+          u"ALTER TABLE Ergebnisse ADD COLUMN Bild BLOB; ALTER TABLE Ergebnisse ADD COLUMN Zahl;"
+          u"ALTER TABLE Ergebnisse ADD COLUMN Ort TEXT DEFAULT 'daheim';"
+          u"UPDATE Ergebnisse SET \"Gewicht (\"\"kg\"\")\" = 1.5, Bild = x'00ff', "
+          u"Zahl = 9007199254740993, Ort = NULL WHERE U_NR = '1'"_s);
+    const QString lies =
+        u"SELECT typeof(\"Gewicht (\"\"kg\"\")\"), hex(Bild), typeof(Bild), Zahl, typeof(Zahl), "
+        u"Ort FROM Ergebnisse WHERE U_NR = '%1'"_s;
+    const QString vorher = u"real|00FF|blob|9007199254740993|integer|NULL"_s;
+    ASSERT_EQ(fremd(lies.arg(1)), vorher);
+    speichere({u"1"_s});
+    EXPECT_EQ(fremd(lies.arg(1)), vorher);
+    EXPECT_TRUE(tabelle().ersetze(satz(u"1"_s), tabelle().lade(u"1"_s)));
+    EXPECT_EQ(fremd(lies.arg(1)), vorher);
+    speichere({u"3"_s}); // a new row has what its program wants for a beginning
+    EXPECT_EQ(fremd(lies.arg(3)), u"null||null|NULL|null|daheim"_s);
+}
+
+TEST_F(Tabellentest, foreignContent_isReadOrNamed) {
+    // Bytes of "König", "Jörg 5 €", a broken "Österreich", a cut "Mü".
+    fremd(u"INSERT INTO Ergebnisse(U_NR, Z_NAME, B_NAME, VOLK, DATUM) VALUES("
+          u"CAST(x'4BF66E6967' AS TEXT), CAST(x'4AF67267203520803D' AS TEXT), "
+          u"CAST(x'C39673746572F6' AS TEXT), CAST(x'4DC3' AS TEXT), '15.06.2025')"_s);
+    auto geladen = tabelle().lade(u"König"_s);
+    ASSERT_TRUE(geladen);
+    EXPECT_EQ(geladen->U_NR, u"König"_s);
+    EXPECT_EQ(geladen->Z_NAME, u"Jörg 5 €="_s);
+    EXPECT_THAT(geladen->unlesbar,
+                testing::UnorderedElementsAre(u"B_NAME"_s, u"VOLK"_s, u"DATUM"_s));
+    EXPECT_FALSE(geladen->DATUM.isValid());
+    EXPECT_EQ(tabelle().zeilen(u"SELECT * FROM Ergebnisse"_s, {}, 9)[0].werte[0], u"König"_s);
+
+    geladen->unlesbar.clear();
+    geladen->DATUM = QDate(2025, 6, 15);
+    tabelle().speichere(*geladen);
+    EXPECT_EQ(fremd(u"SELECT U_NR, DATUM FROM Ergebnisse"_s), u"König|2025-06-15"_s);
+    EXPECT_THAT(tabelle().lade(u"KÖNIG"_s)->unlesbar, testing::IsEmpty());
+
+    for (const QString& datum : {u"NULL"_s, u"' '"_s, u"'2025-06-15 08:30'"_s}) {
+        fremd(u"UPDATE Ergebnisse SET DATUM = "_s + datum);
+        EXPECT_THAT(tabelle().lade(u"König"_s)->unlesbar, testing::IsEmpty());
+    }
+    fremd(u"UPDATE Ergebnisse SET DATUM = 2460841.5"_s);
+    EXPECT_THAT(tabelle().lade(u"König"_s)->unlesbar, testing::ElementsAre(u"DATUM"_s));
 }
 
 TEST_F(Tabellentest, language_convertsEverySpellingToAndFro) {
