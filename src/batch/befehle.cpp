@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include <initializer_list>
+#include <memory>
 #include <utility>
 
 namespace tarvel {
@@ -34,11 +35,11 @@ public:
         : beschreibung_(std::move(beschreibung)) {
         option(u"language"_s, u"Language of texts and messages: de, en (default) or fr."_s,
                u"language"_s);
-        parser_.addOption({{u"h"_s, u"help"_s}, u"Show this help."_s});
+        parser_->addOption({{u"h"_s, u"help"_s}, u"Show this help."_s});
     }
 
     void option(const QString& name, const QString& text, const QString& wert = {}) {
-        parser_.addOption({name, text, wert});
+        parser_->addOption({name, text, wert});
     }
 
     void optionIni() {
@@ -50,17 +51,17 @@ public:
     }
 
     void lies(const QStringList& argumente) {
-        if (!parser_.parse(argumente)) {
-            throw Aufruffehler{parser_.errorText()};
+        if (!parser_->parse(argumente)) {
+            throw Aufruffehler{parser_->errorText()};
         }
     }
 
-    [[nodiscard]] bool gesetzt(const QString& name) const { return parser_.isSet(name); }
-    [[nodiscard]] QStringList argumente() const { return parser_.positionalArguments(); }
+    [[nodiscard]] bool gesetzt(const QString& name) const { return parser_->isSet(name); }
+    [[nodiscard]] QStringList argumente() const { return parser_->positionalArguments(); }
 
     [[nodiscard]] QString hilfe() const {
         // The toolkit's text begins with a line of usage that does not know the command.
-        const QString optionen = parser_.helpText();
+        const QString optionen = parser_->helpText();
         return u"Usage: tarvel-batch "_s + beschreibung_.befehl + u' ' + beschreibung_.argumente +
                u"\n\n"_s + beschreibung_.text + u"\n\nExample:\n  "_s + beschreibung_.beispiel +
                u'\n' + optionen.sliced(optionen.indexOf(u'\n'));
@@ -68,7 +69,7 @@ public:
 
     /// The value of an option; empty when it is not given.
     [[nodiscard]] QString wert(const QString& name) const {
-        const QString wert = parser_.value(name);
+        QString wert = parser_->value(name);
         if (gesetzt(name) && wert.isEmpty()) {
             throw Aufruffehler{u"Missing value after '--%1'."_s.arg(name)};
         }
@@ -109,15 +110,13 @@ public:
             }
             namen << QString::fromLatin1(möglichkeit);
         }
-        throw Aufruffehler{
-            u"'--%1' takes %2, not '%3'."_s.arg(name, namen.join(u", "_s), text)};
+        throw Aufruffehler{u"'--%1' takes %2, not '%3'."_s.arg(name, namen.join(u", "_s), text)};
     }
 
     [[nodiscard]] Sprache sprache() const {
-        return auswahl(u"language"_s, Sprache::Englisch,
-                       {{"de", Sprache::Deutsch},
-                        {"en", Sprache::Englisch},
-                        {"fr", Sprache::Französisch}});
+        return auswahl(
+            u"language"_s, Sprache::Englisch,
+            {{"de", Sprache::Deutsch}, {"en", Sprache::Englisch}, {"fr", Sprache::Französisch}});
     }
 
     /// Positional arguments, @p anzahl of them.
@@ -137,7 +136,7 @@ public:
 
 private:
     Beschreibung beschreibung_;
-    QCommandLineParser parser_;
+    std::unique_ptr<QCommandLineParser> parser_ = std::make_unique<QCommandLineParser>();
 };
 
 bool gleicheDatei(const QString& a, const QString& b) {
@@ -181,9 +180,9 @@ Auswertungsbefehl auswertung(const Leser& leser) {
                                       {"2", Messart::Korrelation}}),
             .dpi = leser.zahl(u"dpi"_s, höchsteAuflösung),
             .zoom = static_cast<qint16>(leser.zahl(u"zoom"_s, höchsterZoom).value_or(1)),
-            .tiere = leser.auswahl(u"caste"_s, Geschlecht::Arbeiterinnen,
-                                   {{"workers", Geschlecht::Arbeiterinnen},
-                                    {"drones", Geschlecht::Drohnen}}),
+            .tiere = leser.auswahl(
+                u"caste"_s, Geschlecht::Arbeiterinnen,
+                {{"workers", Geschlecht::Arbeiterinnen}, {"drones", Geschlecht::Drohnen}}),
             .rasse = leser.wert(u"race"_s),
             .ini = leser.wert(u"ini"_s),
             .format = leser.auswahl(u"format"_s, Ausgabeformat::Text,

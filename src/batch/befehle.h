@@ -64,7 +64,7 @@ struct Protokollbefehl {
 struct Einfuhrbefehl {
     QStringList dateien; ///< at least one
     QString datenbank;
-    QString rasse;         ///< empty: race of the settings
+    QString rasse;          ///< empty: race of the settings
     bool teilweise = false; ///< take what is readable of a file that has faults
     QString ini;
 

@@ -1,0 +1,110 @@
+#include "batch/ausgabe.h"
+
+#include "evaluation/rassen.h"
+#include "measure/textdatei.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QIODevice>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+Zahlenformat zahlenformat(Sprache sprache) {
+    return sprache == Sprache::Englisch ? Zahlenformat{}
+                                        : Zahlenformat{.dezimal = u',', .tausender = u'.'};
+}
+
+void melde(const Batchumgebung& umgebung, const QString& datei, const QString& grund,
+           std::optional<int> zeile) {
+    const QString ort = zeile ? u"%1:%2: "_s.arg(datei, QString::number(*zeile)) : datei + u": "_s;
+    umgebung.fehler.write((ort + grund + u'\n').toUtf8());
+}
+
+void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproblem& problem) {
+    melde(umgebung, datei, text(problem, umgebung.texte), problem.zeile);
+}
+
+namespace {
+
+void meldeUnlesbar(const Batchumgebung& umgebung, const QString& datei) {
+    const Meldung grund =
+        QFileInfo::exists(datei) ? Meldung::BildKeineRechte : Meldung::BildVerschwunden;
+    melde(umgebung, datei, umgebung.texte(grund).arg(QDir::toNativeSeparators(datei)), 1);
+}
+
+} // namespace
+
+std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const QString& datei) {
+    std::optional<QByteArray> bytes = dateiinhalt(datei);
+    if (!bytes) {
+        meldeUnlesbar(umgebung, datei);
+    }
+    return bytes;
+}
+
+Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteArray& inhalt) {
+    if (ziel.isEmpty()) {
+        return umgebung.ausgabe.write(inhalt) == inhalt.size() ? Status::Gut : Status::NichtLesbar;
+    }
+    QSaveFile datei(ziel);
+    if (datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size() && datei.flush() &&
+        datei.commit()) {
+        return Status::Gut;
+    }
+    melde(umgebung, ziel,
+          umgebung.texte(Meldung::PdfNichtGeschrieben).arg(QDir::toNativeSeparators(ziel)) + u' ' +
+              datei.errorString());
+    return Status::NichtLesbar;
+}
+
+std::optional<Einstellungen> ladeEinstellungen(const Batchumgebung& umgebung, const QString& ini) {
+    const QFileInfo info(ini);
+    if (!ini.isEmpty() && !(info.isFile() && info.isReadable())) {
+        meldeUnlesbar(umgebung, ini);
+        return std::nullopt;
+    }
+    return Einstellungen(ini);
+}
+
+std::optional<Rassenwahl> wähleRasse(const Batchumgebung& umgebung,
+                                     const Einstellungen& einstellungen, const QString& name) {
+    const QStringList rassen = rassenliste(einstellungen);
+    const auto letzte = static_cast<int>(rassen.size()) - 1;
+    int position = std::clamp<int>(einstellungen.zahl(Einstellung::Rasse), 0, letzte);
+    if (!name.isEmpty()) {
+        const auto stelle = std::find_if(rassen.begin(), rassen.end(), [&name](const QString& r) {
+            return r.compare(name, Qt::CaseInsensitive) == 0;
+        });
+        if (stelle == rassen.end()) {
+            melde(umgebung, u"tarvel-batch"_s,
+                  u"'--race' takes %1, not '%2'."_s.arg(rassen.join(u", "_s), name));
+            return std::nullopt;
+        }
+        position = static_cast<int>(stelle - rassen.begin());
+    }
+    return Rassenwahl{position, rassen[position], ladeRassestandard(position + 1, einstellungen)};
+}
+
+QByteArray vollerWert(float wert) {
+    std::array<char, 128> ziffern{};
+    const auto ende = std::to_chars(ziffern.data(), ziffern.data() + ziffern.size(), wert,
+                                    std::chars_format::fixed);
+    return {ziffern.data(), ende.ptr - ziffern.data()};
+}
+
+QByteArray zelle(const QString& text) {
+    const auto nötig = [](QChar c) { return c == u',' || c == u'"' || c == u'\n' || c == u'\r'; };
+    if (std::none_of(text.begin(), text.end(), nötig)) {
+        return text.toUtf8();
+    }
+    return '"' + text.toUtf8().replace('"', "\"\"") + '"';
+}
+
+} // namespace tarvel

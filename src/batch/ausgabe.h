@@ -1,0 +1,71 @@
+#pragma once
+
+#include "batch/befehle.h"
+#include "evaluation/rassestandard.h"
+#include "lang/texte.h"
+#include "measure/leseproblem.h"
+#include "platform/zahlen.h"
+#include "settings/einstellungen.h"
+
+#include <QByteArray>
+#include <QDate>
+#include <QString>
+
+#include <optional>
+
+class QIODevice;
+
+namespace tarvel {
+
+/// What the commands take from outside.
+struct Batchumgebung {
+    const Texte& texte; ///< in the language of the call
+    Zahlenformat format;
+    QDate heute;
+    QIODevice& ausgabe; ///< results
+    QIODevice& fehler;  ///< messages
+};
+
+/// The decimal separator that goes with a language. The system's own does not matter here, so that
+/// a script gives the same everywhere.
+[[nodiscard]] Zahlenformat zahlenformat(Sprache sprache);
+
+/// @name Messages: "FILE:LINE: reason", a line each; "FILE: reason" where no line is to blame
+/// @{
+void melde(const Batchumgebung& umgebung, const QString& datei, const QString& grund,
+           std::optional<int> zeile = std::nullopt);
+void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproblem& problem);
+/// @}
+
+/// The content of a text file; nullopt, with a message, when it cannot be read.
+[[nodiscard]] std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung,
+                                                        const QString& datei);
+
+/// Writes @p inhalt to the file @p ziel, which is replaced only when all was written, or to the
+/// standard output when the name is empty. NichtLesbar, with a message, when that failed.
+[[nodiscard]] Status schreibe(const Batchumgebung& umgebung, const QString& ziel,
+                              const QByteArray& inhalt);
+
+/// The settings of @p ini, the default ones without a name; nullopt, with a message, when the file
+/// cannot be read.
+[[nodiscard]] std::optional<Einstellungen> ladeEinstellungen(const Batchumgebung& umgebung,
+                                                             const QString& ini);
+
+/// A race of the settings.
+struct Rassenwahl {
+    int position = 0; ///< in the race list
+    QString name;
+    Rassestandard standard;
+};
+
+/// The race of that name, upper and lower case alike, or the chosen one of the settings when the
+/// name is empty; nullopt, with a message, when there is none.
+[[nodiscard]] std::optional<Rassenwahl>
+wähleRasse(const Batchumgebung& umgebung, const Einstellungen& einstellungen, const QString& name);
+
+/// The shortest text with a point that gives the same single again.
+[[nodiscard]] QByteArray vollerWert(float wert);
+/// A cell of a table, in quotes where its text needs them.
+[[nodiscard]] QByteArray zelle(const QString& text);
+
+} // namespace tarvel

@@ -1,0 +1,115 @@
+#include "batch/auswerten.h"
+
+#include "batch/auswertungsausgabe.h"
+#include "evaluation/klassen.h"
+#include "measure/aufloesung.h"
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
+                          const Auswertungsvorgabe& vorgabe) {
+    Auswertungsprobe probe;
+    probe.datei = datei;
+    probe.vorgabe = vorgabe;
+    for (const Koordinatensatz& satz : koordinaten.flügel) {
+        const auto nummer = static_cast<qint16>(probe.flügel.size() + 1);
+        const Flügelmessung messung{.punkte = satz.punkte,
+                                    .messart = vorgabe.messart,
+                                    .aufnahme = vorgabe.aufnahme,
+                                    .bilddatei = satz.bilddatei};
+        const Indizes indizes = berechneIndizes(messung.punkte, messung.messart, messung.aufnahme);
+        (void)probe.reihe.trageEin(nummer, indizes, messung, vorgabe.format);
+        const bool alle =
+            indizes.CI && (!misstAchtPunkte(vorgabe.messart) || (indizes.HI && indizes.DV));
+        if (!alle) {
+            probe.mängel.push_back({satz.zeile, satz.bezeichnung(), indizes.fehler});
+        }
+        probe.flügel.push_back({nummer, satz.bezeichnung(), messung, std::nullopt});
+    }
+    probe.beurteilung =
+        beurteile({.Tiere = vorgabe.tiere, .Klassen = klassenCI(probe.reihe), .Merkmale = {}},
+                  vorgabe.standard, vorgabe.BewertungAktiv);
+    return probe;
+}
+
+namespace {
+
+std::optional<Auswertungsprobe> lies(const QString& datei, const Auswertungsvorgabe& vorgabe,
+                                     const Batchumgebung& umgebung) {
+    const std::optional<QByteArray> bytes = lesenOderMelden(umgebung, datei);
+    if (!bytes) {
+        return std::nullopt;
+    }
+    const auto gelesen = liesKoordinaten(*bytes);
+    if (const auto* problem = std::get_if<Leseproblem>(&gelesen)) {
+        melde(umgebung, datei, *problem);
+        return std::nullopt;
+    }
+    return werteAus(datei, std::get<Koordinaten>(gelesen), vorgabe);
+}
+
+QString grund(const Flügelmangel& mangel, const Texte& texte) {
+    if (!mangel.fehler) {
+        return texte(Text::HinweisPunkteFehlen);
+    }
+    return texte(*mangel.fehler == Rechenfehler::WurzelNegativ ? Meldung::WurzelNegativ
+                                                               : Meldung::PunkteFallenZusammen);
+}
+
+QByteArray ausgabe(const std::vector<Auswertungsprobe>& proben, Ausgabeformat format,
+                   const Texte& texte) {
+    switch (format) {
+    case Ausgabeformat::Csv:
+        return alsCsv(proben);
+    case Ausgabeformat::Json:
+        return alsJson(proben, texte);
+    case Ausgabeformat::Text:
+        break;
+    }
+    return alsText(proben, texte);
+}
+
+} // namespace
+
+Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung) {
+    const auto einstellungen = ladeEinstellungen(umgebung, befehl.ini);
+    if (!einstellungen) {
+        return Status::NichtLesbar;
+    }
+    const auto rasse = wähleRasse(umgebung, *einstellungen, befehl.rasse);
+    if (!rasse) {
+        return Status::FalscherAufruf;
+    }
+    const int dpi =
+        befehl.dpi.value_or(scannerauflösung(einstellungen->zahl(Einstellung::ScannMessung)));
+    const Auswertungsvorgabe vorgabe{.messart = befehl.messart,
+                                     .aufnahme = {befehl.zoom, dpi},
+                                     .tiere = befehl.tiere,
+                                     .rasse = rasse->name,
+                                     .standard = rasse->standard,
+                                     .BewertungAktiv =
+                                         einstellungen->schalter(Einstellung::Beurteilung),
+                                     .format = umgebung.format};
+    std::vector<Auswertungsprobe> proben;
+    bool alleGelesen = true;
+    for (const QString& datei : befehl.dateien) {
+        if (auto probe = lies(datei, vorgabe, umgebung)) {
+            proben.push_back(std::move(*probe));
+        } else {
+            alleGelesen = false;
+        }
+    }
+    if (!alleGelesen) {
+        return Status::NichtLesbar;
+    }
+    for (const Auswertungsprobe& probe : proben) {
+        for (const Flügelmangel& mangel : probe.mängel) {
+            melde(umgebung, probe.datei, grund(mangel, umgebung.texte), mangel.zeile);
+        }
+    }
+    return schreibe(umgebung, {}, ausgabe(proben, befehl.format, umgebung.texte));
+}
+
+} // namespace tarvel

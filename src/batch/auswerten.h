@@ -1,0 +1,52 @@
+#pragma once
+
+#include "batch/ausgabe.h"
+#include "batch/befehle.h"
+#include "evaluation/beurteilung.h"
+#include "measure/koordinatenausgabe.h"
+#include "measure/koordinatendatei.h"
+#include "measure/messreihe.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace tarvel {
+
+/// How the wings of a file were measured, and what their sample is judged by.
+struct Auswertungsvorgabe {
+    Messart messart = Messart::AlleMessungen;
+    Aufnahme aufnahme;
+    Geschlecht tiere = Geschlecht::Arbeiterinnen;
+    QString rasse;
+    Rassestandard standard;
+    bool BewertungAktiv = true;
+    Zahlenformat format;
+};
+
+/// A wing of the file that has no indices, or not all.
+struct Flügelmangel {
+    int zeile = 0;
+    QString name;
+    std::optional<Rechenfehler> fehler; ///< nullopt: points are missing
+};
+
+/// The wings of one file, evaluated as the sample of one colony.
+struct Auswertungsprobe {
+    QString datei;
+    Auswertungsvorgabe vorgabe;
+    /// All wings of the file in its order, numbered from 1. Those without an index are not in the
+    /// series.
+    std::vector<Ausgabeflügel> flügel;
+    Messreihe reihe;
+    Beurteilung beurteilung;
+    std::vector<Flügelmangel> mängel;
+};
+
+[[nodiscard]] Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
+                                        const Auswertungsvorgabe& vorgabe);
+
+/// The command evaluate. Writes nothing when one of the files cannot be read.
+[[nodiscard]] Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung);
+
+} // namespace tarvel

@@ -1,0 +1,275 @@
+#include "batch/auswertungsausgabe.h"
+
+#include "evaluation/klassen.h"
+#include "measure/statistik.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <map>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::map<int, int> flügelJeKlasse(const Messreihe& reihe) {
+    std::map<int, int> klassen;
+    for (const int klasse : klassenCI(reihe)) {
+        ++klassen[klasse];
+    }
+    return klassen;
+}
+
+/// A failed check as a sentence.
+QString mangeltext(const Prüfwert& wert, const Auswertungsprobe& probe, const Texte& texte) {
+    const QString bereich = klassenbereichtext(wert.bereich);
+    if (wert.art == Prüfung::Nebengipfel) {
+        return texte(Text::Nebengipfel) + u' ' + bereich;
+    }
+    return texte(Meldung::MangelKlassen)
+        .arg(bereich, QString::number(wert.gemessen.value_or(0)),
+             zahltext(wert.erlaubt, probe.vorgabe.format));
+}
+
+/// The verdict as a sentence, or why there is none.
+QString urteilstext(const Auswertungsprobe& probe, const Texte& texte) {
+    const Beurteilung& beurteilung = probe.beurteilung;
+    if (!beurteilung.BewertungAktiv) {
+        return texte(Meldung::BewertungAus);
+    }
+    if (beurteilung.fehler) {
+        return texte(Meldung::BewertungUnmöglich);
+    }
+    const std::optional<bool> urteil = beurteilung.urteil();
+    return urteil ? texte(urteilssatz(*urteil)) + u' ' + probe.vorgabe.rasse
+                  : texte(Meldung::NochKeineMessung);
+}
+
+/// The checks that apply to wings; body marks are not in coordinate files.
+std::vector<Prüfwert> prüfungen(const Beurteilung& beurteilung) {
+    std::vector<Prüfwert> werte = beurteilung.werte;
+    std::erase_if(werte, [](const Prüfwert& wert) { return wert.art == Prüfung::Merkmal; });
+    return werte;
+}
+
+class Textausgabe {
+public:
+    Textausgabe(const Auswertungsprobe& probe, const Texte& texte)
+        : probe_(probe)
+        , texte_(texte)
+        , wörter_(zeilenwörter(texte)) {}
+
+    QString text() {
+        const bool drohnen = probe_.vorgabe.tiere == Geschlecht::Drohnen;
+        zeile(probe_.datei);
+        zeile(QString::number(probe_.reihe.nummern().size()) + u' ' +
+              texte_(drohnen ? Text::DrohnenUntersucht : Text::ArbeiterinnenUntersucht));
+        namen();
+        absatz(probe_.reihe.ciTexte(wörter_));
+        absatz(probe_.reihe.hiDvTexte(wörter_));
+        kennzahlen();
+        klassen();
+        beurteilung();
+        return std::move(text_);
+    }
+
+private:
+    void zeile(const QString& text) { text_ += text + u'\n'; }
+    void absatz(const QStringList& zeilen) {
+        if (!zeilen.isEmpty()) {
+            zeile({});
+            zeile(zeilen.join(u'\n'));
+        }
+    }
+
+    /// Which wing a number of the lists means.
+    void namen() {
+        QStringList liste;
+        for (const Ausgabeflügel& f : probe_.flügel) {
+            if (!f.name.isEmpty() && f.name.toInt() != f.nummer) {
+                liste << Format(f.nummer, u"000", {}) + u"  "_s + f.name;
+            }
+        }
+        absatz(liste);
+    }
+
+    void kennzahlen() {
+        struct Größe {
+            QString name;
+            float Chartwerte::*wert;
+            QStringView muster, streuung;
+        };
+        QStringList liste;
+        for (const Größe& g : {Größe{wörter_.CI, &Chartwerte::CI, u"0.00", u"0.00"},
+                               {wörter_.HI, &Chartwerte::HI, u"0.000", u"0.000"},
+                               {wörter_.DV, &Chartwerte::DV, u"+0.0;-0.0;0.0", u"0.0"}}) {
+            const auto k = tarvel::kennzahlen(werte(probe_.reihe, g.wert));
+            if (!k) {
+                continue;
+            }
+            const auto zahl = [&](double wert, QStringView muster) {
+                return Format(wert, muster, probe_.vorgabe.format);
+            };
+            QString text =
+                texte_(Text::Mittelwert) + u' ' + g.name + u' ' + zahl(k->mittelwert, g.muster);
+            if (k->standardabweichung) {
+                text += u" ± "_s + zahl(*k->standardabweichung, g.streuung);
+            }
+            liste << text + u"  ("_s + zahl(k->minimum, g.muster) + u" … "_s +
+                         zahl(k->maximum, g.muster) + u")  n = "_s + QString::number(k->anzahl);
+        }
+        absatz(liste);
+    }
+
+    void klassen() {
+        QStringList liste;
+        const std::map<int, int> anzahl = flügelJeKlasse(probe_.reihe);
+        for (const auto& [klasse, flügel] : anzahl) {
+            liste << u"%1  %2  %3"_s.arg(QString::number(klasse).rightJustified(5),
+                                         QString::number(flügel).rightJustified(3),
+                                         QString(flügel, u'*'));
+        }
+        if (!liste.isEmpty()) {
+            absatz({texte_(Text::BienenJeKlasse)});
+            zeile(liste.join(u'\n'));
+        }
+    }
+
+    [[nodiscard]] QString anteil(const Prüfwert& wert) const {
+        const QString name = texte_(Text::Klasse) + u' ' + klassenbereichtext(wert.bereich);
+        if (wert.art == Prüfung::Nebengipfel) {
+            const std::optional<int> klasse = probe_.beurteilung.nebengipfel;
+            return name + u"  "_s + texte_(Text::Nebengipfel) + u": "_s +
+                   (klasse ? texte_(Text::Klasse) + u' ' + QString::number(*klasse) : u"–"_s);
+        }
+        return name + u"  "_s +
+               (wert.gemessen ? QString::number(*wert.gemessen) + u" %"_s : u"–"_s) + u"  ≤ "_s +
+               zahltext(wert.erlaubt, probe_.vorgabe.format) + u" %"_s;
+    }
+
+    void beurteilung() {
+        absatz({texte_(Text::Beurteilung)});
+        for (const Prüfwert& wert : prüfungen(probe_.beurteilung)) {
+            if (wert.art != Prüfung::Nebengipfel || probe_.beurteilung.BewertungAktiv) {
+                zeile(anteil(wert));
+            }
+        }
+        zeile(urteilstext(probe_, texte_));
+        for (const Prüfwert& mangel : probe_.beurteilung.mängel()) {
+            zeile(u"• "_s + mangeltext(mangel, probe_, texte_));
+        }
+    }
+
+    const Auswertungsprobe& probe_;
+    const Texte& texte_;
+    Zeilenwörter wörter_;
+    QString text_;
+};
+
+/// As a double whose shortest text is that of the single.
+QJsonValue json(std::optional<float> wert) {
+    return wert ? QJsonValue(vollerWert(*wert).toDouble()) : QJsonValue();
+}
+
+QJsonValue json(std::optional<int> wert) {
+    return wert ? QJsonValue(*wert) : QJsonValue();
+}
+
+QJsonObject flügelobjekt(const Ausgabeflügel& flügel) {
+    const Flügelmessung& m = flügel.messung;
+    const Indizes indizes = berechneIndizes(m.punkte, m.messart, m.aufnahme);
+    const auto klasse = [](std::optional<float> index, float (*position)(float)) {
+        return json(index ? std::optional(position(*index)) : std::nullopt);
+    };
+    return {{u"number"_s, flügel.nummer},
+            {u"wing"_s, flügel.name.isEmpty() ? QString::number(flügel.nummer) : flügel.name},
+            {u"ci"_s, json(indizes.CI)},
+            {u"ci_class"_s, klasse(indizes.CI, klassenpositionCI)},
+            {u"hi"_s, json(indizes.HI)},
+            {u"hi_class"_s, klasse(indizes.HI, klassenpositionHI)},
+            {u"dv"_s, json(indizes.DV)}};
+}
+
+QJsonArray klassenliste(const Messreihe& reihe) {
+    QJsonArray liste;
+    for (const auto& [klasse, flügel] : flügelJeKlasse(reihe)) {
+        liste.append(QJsonObject{{u"class"_s, klasse}, {u"wings"_s, flügel}});
+    }
+    return liste;
+}
+
+QJsonObject prüfungsobjekt(const Prüfwert& wert) {
+    QJsonObject objekt{
+        {u"from"_s, wert.bereich.von}, {u"to"_s, wert.bereich.bis}, {u"passed"_s, !wert.fett}};
+    const bool gipfel = wert.art == Prüfung::Nebengipfel;
+    objekt[u"check"_s] = gipfel ? u"secondary_peak"_s : u"class_share"_s;
+    objekt[gipfel ? u"wings"_s : u"percent"_s] = json(wert.gemessen);
+    objekt[gipfel ? u"allowed_wings"_s : u"allowed_percent"_s] = wert.erlaubt;
+    return objekt;
+}
+
+QJsonObject probenobjekt(const Auswertungsprobe& probe, const Texte& texte) {
+    QJsonArray flügel;
+    for (const Ausgabeflügel& f : probe.flügel) {
+        flügel.append(flügelobjekt(f));
+    }
+    QJsonArray prüfliste;
+    for (const Prüfwert& wert : prüfungen(probe.beurteilung)) {
+        prüfliste.append(prüfungsobjekt(wert));
+    }
+    QJsonArray gründe;
+    for (const Prüfwert& mangel : probe.beurteilung.mängel()) {
+        gründe.append(mangeltext(mangel, probe, texte));
+    }
+    const std::optional<bool> urteil = probe.beurteilung.urteil();
+    return {{u"file"_s, probe.datei},
+            {u"kind"_s, static_cast<int>(probe.vorgabe.messart)},
+            {u"dpi"_s, probe.vorgabe.aufnahme.dpi},
+            {u"zoom"_s, probe.vorgabe.aufnahme.Zoomfaktor},
+            {u"caste"_s, probe.vorgabe.tiere == Geschlecht::Drohnen ? u"drones"_s : u"workers"_s},
+            {u"race"_s, probe.vorgabe.rasse},
+            {u"wings"_s, flügel},
+            {u"classes"_s, klassenliste(probe.reihe)},
+            {u"checks"_s, prüfliste},
+            {u"secondary_peak"_s, json(probe.beurteilung.nebengipfel)},
+            {u"conforms"_s, urteil ? QJsonValue(*urteil) : QJsonValue()},
+            {u"verdict"_s, urteilstext(probe, texte)},
+            {u"reasons"_s, gründe}};
+}
+
+} // namespace
+
+QByteArray alsText(const std::vector<Auswertungsprobe>& proben, const Texte& texte) {
+    QStringList alle;
+    for (const Auswertungsprobe& probe : proben) {
+        alle << Textausgabe(probe, texte).text();
+    }
+    return alle.join(u'\n').toUtf8();
+}
+
+QByteArray alsCsv(const std::vector<Auswertungsprobe>& proben) {
+    std::vector<Ausgabeflügel> alle;
+    for (const Auswertungsprobe& probe : proben) {
+        for (Ausgabeflügel f : probe.flügel) {
+            if (proben.size() > 1) {
+                f.name =
+                    probe.datei + u':' + (f.name.isEmpty() ? QString::number(f.nummer) : f.name);
+            }
+            alle.push_back(std::move(f));
+        }
+    }
+    return alsIndextabelle(alle);
+}
+
+QByteArray alsJson(const std::vector<Auswertungsprobe>& proben, const Texte& texte) {
+    QJsonArray alle;
+    for (const Auswertungsprobe& probe : proben) {
+        alle.append(probenobjekt(probe, texte));
+    }
+    return QJsonDocument(QJsonObject{{u"samples"_s, alle}}).toJson();
+}
+
+} // namespace tarvel

@@ -1,0 +1,91 @@
+#include "batch/ausfuhr.h"
+#include "batch/auswerten.h"
+#include "batch/befehle.h"
+#include "batch/einfuhr.h"
+#include "batch/protokoll.h"
+#include "platform/uhr.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QLoggingCategory>
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+
+/// Carries a command out.
+class Ausführung {
+public:
+    Ausführung(const Batchumgebung& umgebung, int& argc, char** argv)
+        : umgebung_(umgebung)
+        , argc_(argc)
+        , argv_(argv) {}
+
+    Status operator()(const Auskunft& auskunft) const {
+        return schreibe(umgebung_, {}, auskunft.text.toUtf8());
+    }
+    Status operator()(const Auswertungsbefehl& befehl) const { return evaluate(befehl, umgebung_); }
+    Status operator()(const Ausfuhrbefehl& befehl) const { return exportiere(befehl, umgebung_); }
+    Status operator()(const Einfuhrbefehl& befehl) const { return importiere(befehl, umgebung_); }
+    Status operator()(const Protokollbefehl& befehl) const {
+        // Painting needs fonts, never a display. What the toolkit misses of a desktop is no message
+        // for the caller.
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        QLoggingCategory::setFilterRules(u"default.warning=false"_s);
+        const QGuiApplication app(argc_, argv_);
+        return schreibeProtokoll(befehl, umgebung_);
+    }
+
+private:
+    const Batchumgebung& umgebung_;
+    int& argc_;
+    char** argv_;
+};
+
+int laufe(int argc, char** argv) {
+    QFile ausgabe;
+    QFile fehler;
+    if (!ausgabe.open(stdout, QIODevice::WriteOnly) || !fehler.open(stderr, QIODevice::WriteOnly)) {
+        return static_cast<int>(Status::NichtLesbar);
+    }
+    QStringList argumente;
+    for (int i = 0; i < argc; ++i) {
+        argumente << QString::fromLocal8Bit(argv[i]);
+    }
+    const auto gelesen = leseAufruf(argumente);
+    if (const auto* falsch = std::get_if<Aufruffehler>(&gelesen)) {
+        fehler.write((u"tarvel-batch: "_s + falsch->text +
+                      u"\n'tarvel-batch --help' shows how it is used.\n"_s)
+                         .toUtf8());
+        return static_cast<int>(Status::FalscherAufruf);
+    }
+    const auto& aufruf = std::get<Aufruf>(gelesen);
+    Texte texte{QString()};
+    texte.SpracheEinstellen(static_cast<int>(aufruf.sprache));
+    const Batchumgebung umgebung{.texte = texte,
+                                 .format = zahlenformat(aufruf.sprache),
+                                 .heute = SystemClock().now().date(),
+                                 .ausgabe = ausgabe,
+                                 .fehler = fehler};
+    const Status status = std::visit(Ausführung(umgebung, argc, argv), aufruf.befehl);
+    if (!ausgabe.flush() && status == Status::Gut) {
+        melde(umgebung, u"tarvel-batch"_s, ausgabe.errorString());
+        return static_cast<int>(Status::NichtLesbar);
+    }
+    return static_cast<int>(status);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return laufe(argc, argv);
+    } catch (const std::exception& fehler) {
+        std::fputs(fehler.what(), stderr);
+        return static_cast<int>(Status::NichtLesbar);
+    }
+}

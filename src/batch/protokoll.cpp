@@ -1,0 +1,92 @@
+#include "batch/protokoll.h"
+
+#include "lang/protokolltexte.h"
+#include "print/protokolldaten.h"
+#include "print/protokolldruck.h"
+#include "results/datenbankfehler.h"
+#include "results/ergebnistabelle.h"
+#include "results/untersuchungssatz.h"
+
+#include <QDir>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Protokolltexte protokolltexte(const Einstellungen& einstellungen, const Texte& texte) {
+    Protokolltexte worte = ProtokolltexteStandard(texte);
+    if (einstellungen.schalter(Einstellung::Übersetzen)) {
+        ÜbersetzungLaden(einstellungen.IniPfad(), worte.felder);
+    }
+    return worte;
+}
+
+/// Throws Datenbankfehler when there is no such examination.
+GeleseneUntersuchung lade(const Protokollbefehl& befehl, const Satzumgebung& umgebung) {
+    const auto satz = Ergebnistabelle(befehl.datenbank).lade(befehl.nummer);
+    if (!satz) {
+        throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, befehl.datenbank, befehl.nummer);
+    }
+    return untersuchungAus(*satz, umgebung);
+}
+
+Status schreibe(const GeleseneUntersuchung& gelesen, const Protokollbefehl& befehl,
+                const Einstellungen& einstellungen, const Batchumgebung& umgebung) {
+    const Texte& t = umgebung.texte;
+    Untersuchung untersuchung;
+    untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum);
+    if (untersuchung.reihe().leer()) {
+        melde(umgebung, befehl.datenbank, t(Meldung::ProtokollOhneFlügel));
+        return Status::NichtLesbar;
+    }
+    const Protokolleinstellungen aussehen = ladeProtokolleinstellungen(einstellungen);
+    const Protokolltexte worte = protokolltexte(einstellungen, t);
+    const Protokolldaten daten = protokolldaten(
+        {.untersuchung = untersuchung,
+         .standard = ladeRassestandard(untersuchung.angaben().Rasse + 1, einstellungen),
+         .einstellungen = aussehen,
+         .texte = t,
+         .protokolltexte = worte,
+         .format = umgebung.format,
+         .heute = umgebung.heute});
+    const QString fehler =
+        speichereProtokoll(befehl.pdf, daten, Briefkopfgrafik(aussehen.briefkopf));
+    if (!fehler.isEmpty()) {
+        melde(umgebung, befehl.pdf,
+              t(Meldung::PdfNichtGeschrieben).arg(QDir::toNativeSeparators(befehl.pdf)) + u' ' +
+                  fehler);
+        return Status::NichtLesbar;
+    }
+    return Status::Gut;
+}
+
+} // namespace
+
+Status schreibeProtokoll(const Protokollbefehl& befehl, const Batchumgebung& umgebung) {
+    const Texte& t = umgebung.texte;
+    const auto einstellungen = ladeEinstellungen(umgebung, befehl.ini);
+    if (!einstellungen) {
+        return Status::NichtLesbar;
+    }
+    try {
+        const Protokolleinstellungen aussehen = ladeProtokolleinstellungen(*einstellungen);
+        const GeleseneUntersuchung gelesen =
+            lade(befehl, {.texte = t,
+                          .format = umgebung.format,
+                          .rassen = aussehen.rassen,
+                          .OhneHaarlänge = aussehen.OhneHaarlänge});
+        if (!gelesen.nichtGelesen.isEmpty()) {
+            melde(umgebung, befehl.datenbank,
+                  t(Meldung::UntersuchungNichtLesbar)
+                      .arg(befehl.nummer, gelesen.nichtGelesen.join(u", "_s)));
+        }
+        return schreibe(gelesen, befehl, *einstellungen, umgebung);
+    } catch (const Datenbankfehler& fehler) {
+        melde(umgebung, befehl.datenbank, meldungstext(t, fehler));
+        return Status::NichtLesbar;
+    }
+}
+
+} // namespace tarvel

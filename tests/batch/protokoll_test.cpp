@@ -1,0 +1,51 @@
+#include "batch/aufruf.h"
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class Protokoll : public Batchtest {
+protected:
+    void SetUp() override {
+        const QByteArray kopf = "\n2019\n17\n7\n3\n";
+        const QByteArray angaben = "\nName\n\n\nOwner\nHive\nMating\nCI\nCI\n";
+        const QByteArray ende = "EndeHI\n\n\n\n0\n";
+        schreibe(u"a.Bee"_s, "A1" + kopf + "U5" + angaben + "001 3.07 21.3\nEndeCI\nHI\n" + ende);
+        schreibe(u"b.Bee"_s, "A1" + kopf + "U6" + angaben + "EndeCI\nHI\n" + ende);
+        ASSERT_EQ(rufe(u"import-bee a.Bee b.Bee --into a.tdb"_s).status, 0);
+    }
+
+    /// Pages of a PDF file, by the size that each is given.
+    [[nodiscard]] qsizetype seiten(const QString& name) const {
+        return lies(name).count("/Type /Page\n");
+    }
+};
+
+} // namespace
+
+TEST_F(Protokoll, report_isAPdfWithoutADisplay) {
+    const Lauf lauf = rufe(u"report a.tdb u5 --pdf a.pdf --language fr"_s);
+    EXPECT_EQ(lauf.status, 0);
+    EXPECT_EQ(lauf.fehler, "");
+    EXPECT_THAT(text(u"a.pdf"_s), StartsWith("%PDF-"));
+    EXPECT_EQ(seiten(u"a.pdf"_s), 2);
+}
+
+TEST_F(Protokoll, settings_decideOnThePages) {
+    schreibe(u"Index.ini"_s, "[Protokoll]\nArt=0\n[Briefkopf]\nName=Example\n");
+    EXPECT_EQ(rufe(u"report a.tdb U5 --pdf a.pdf --ini Index.ini"_s).status, 0);
+    EXPECT_EQ(seiten(u"a.pdf"_s), 1);
+}
+
+TEST_F(Protokoll, whatCannotBePrinted_leavesNoFile) {
+    const Lauf fehlt = rufe(u"report a.tdb U7 --pdf a.pdf"_s);
+    EXPECT_EQ(fehlt.status, 1);
+    EXPECT_THAT(fehlt.fehler, HasSubstr("U7"));
+    const Lauf ohneFlügel = rufe(u"report a.tdb U6 --pdf a.pdf"_s);
+    EXPECT_EQ(ohneFlügel.status, 1);
+    EXPECT_FALSE(QFile::exists(pfad(u"a.pdf"_s)));
+    EXPECT_EQ(rufe(u"report a.tdb U5 --pdf nowhere/a.pdf"_s).status, 1);
+}
