@@ -27,7 +27,8 @@ Programm::Programm(const QString& ordner, const Dienste& dienste)
                .uhr = dienste.uhr,
                .format = dienste.format,
                .dokumente = dienste.dokumente},
-              dienste.speicher, untersuchung_) {}
+              dienste.speicher, untersuchung_)
+    , sitzung_(ordner + u"/Sitzung.journal"_s) {}
 
 Programm::~Programm() = default;
 
@@ -55,7 +56,7 @@ bool Programm::Hauptstart() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
                                         dienste_.uhr, dienste_.drucker, dienste_.format, ordner_},
-                               dienste_.speicher, untersuchung_, ablage_);
+                               dienste_.speicher, untersuchung_, ablage_, sitzung_);
     hg_->beginne();
     QGuiApplication::restoreOverrideCursor();
     hg_->show();

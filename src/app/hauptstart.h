@@ -6,6 +6,7 @@
 #include "platform/benutzerspeicher.h"
 #include "platform/instanz.h"
 #include "results/ablage.h"
+#include "results/sitzung.h"
 
 #include <QLocale>
 
@@ -58,6 +59,7 @@ private:
     Protokollfelder übersetzung_;
     Untersuchung untersuchung_;
     Ablage ablage_;
+    Sitzung sitzung_;
     std::unique_ptr<Instanz> instanz_;
     std::unique_ptr<HG> hg_;
 };

@@ -56,11 +56,12 @@ int merkmalhinweis(const Merkmale& merkmale) {
 } // namespace
 
 HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung,
-       Ablage& ablage)
+       Ablage& ablage, Sitzung& sitzung)
     : umgebung_(umgebung)
     , speicher_(speicher)
     , untersuchung_(untersuchung)
     , ablage_(ablage)
+    , sitzung_(sitzung)
     , messung_(untersuchung_.reihe(), umgebung.format)
     , modelle_(untersuchung_.reihe(), umgebung.texte, umgebung.format)
     , befehle_(*this, umgebung.texte)
@@ -192,6 +193,7 @@ void HG::verbindeFelder() {
         untersuchung_.setzeAngaben(angaben);
         zeigeStatuszeile();
         protokoll_.aktualisiere();
+        merkeSitzung();
     });
     kolonie_->beiGeschlechtswahl([this](Geschlecht tiere) { return wechsleGeschlecht(tiere); });
     kolonie_->beiRassenwahl([this](int index) {
@@ -401,7 +403,6 @@ void HG::zeigeZustand() {
     for (const auto& [menü, index, wort] : nachWort) {
         erlaube(menü, index, verteiler_.kennt(wort));
     }
-    erlaube(Menue::Datei, 3, false);
     erlaube(Menue::Datei, 10, protokoll_.seitenzahl() == 2);
     erlaube(Menue::Datei, 6, mitBild);
     erlaube(Menue::Ansicht, 6, mitBild);
@@ -449,6 +450,7 @@ void HG::zeigeZustand() {
     messleiste_->zeigeAuflösung(messung_.aufnahme().dpi);
     zeigeStatuszeile();
     protokoll_.aktualisiere();
+    merkeSitzung();
     warneVorSchreibfehler();
 }
 
@@ -537,6 +539,8 @@ void HG::closeEvent(QCloseEvent* event) {
     if (Form_Unload()) {
         merkeFensterlage(umgebung_.einstellungen, *this, *teiler_,
                          {.links = !linkeLeiste_->isHidden(), .rechts = rechteLeisteGewünscht_});
+        sitzungLäuft_ = false;
+        sitzung_.lösche(); // what is given up here shall not come back
         event->accept();
     }
 }

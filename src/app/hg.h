@@ -9,6 +9,7 @@
 #include "measure/verteiler.h"
 #include "platform/benutzerspeicher.h"
 #include "results/ablage.h"
+#include "results/sitzung.h"
 #include "results/untersuchung.h"
 
 #include <QMainWindow>
@@ -32,16 +33,18 @@ class Tabellenansicht;
 /// what is computed is computed elsewhere.
 class HG : public QMainWindow {
 public:
-    /// Shows and changes @p untersuchung, which @p ablage files. Both outlive the window.
+    /// Shows and changes @p untersuchung, which @p ablage files and @p sitzung
+    /// keeps for the case of a crash. All outlive the window.
     HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung,
-       Ablage& ablage);
+       Ablage& ablage, Sitzung& sitzung);
     ~HG() override;
 
     [[nodiscard]] const Untersuchung& untersuchung() const { return untersuchung_; }
     [[nodiscard]] const Beurteilung& beurteilung() const { return auswertung_.beurteilung(); }
 
-    /// Shows the examination that the program starts with: the latest one of the results file, or a
-    /// new one where there is none.
+    /// Shows the examination that the program starts with: one that a crash interrupted, if the
+    /// user wants to go on with it, else the latest one of the results file, or a new one where
+    /// there is none.
     void beginne();
 
     /// Switches the window into measuring and shows a hint, 0 to 15.
@@ -84,12 +87,21 @@ private:
     /// Asks before body marks that do not fit the other caste are cleared.
     [[nodiscard]] bool wechsleGeschlecht(Geschlecht tiere);
 
+    [[nodiscard]] bool setzeSitzungFort();
+    void merkeSitzung();
+    /// Shows the latest examination of the results file, or begins a new one.
+    void zeigeLetzte();
     void neueUntersuchung();
+    void beginneNeue();
     /// Asks what becomes of the open examination. False when it has to stay.
     [[nodiscard]] bool verlasseUntersuchung();
     /// True when nothing of the examination is left to be stored, as SpeichernDB says.
     bool speichere(Speicheranlass anlass);
     void öffnen();
+    void LadenBee();
+    /// Takes the measurement file @p pfad over as a new examination. False, with a message, when it
+    /// is none.
+    bool lesMessdatei(const QString& pfad);
     bool ladeUntersuchung(const QString& nummer);
     void zeigeUntersuchung();
 
@@ -124,6 +136,9 @@ private:
     Benutzerspeicher& speicher_;
     Untersuchung& untersuchung_;
     Ablage& ablage_;
+    Sitzung& sitzung_;
+    bool sitzungLäuft_ = false;
+    bool sitzungsfehlerGemeldet_ = false;
     Messung messung_;
     Reihenmodelle modelle_;
     Verteiler verteiler_;

@@ -38,6 +38,9 @@ void HG::men_Datei_Click(int index) {
         kolonie_->vervollständige();
         speichere(Speicheranlass::Wunsch);
         break;
+    case 3:
+        LadenBee();
+        break;
     case 5:
         verteiler_.ausführen(befehl::BildLaden);
         break;

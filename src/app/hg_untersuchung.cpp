@@ -4,10 +4,16 @@
 
 #include "app/hinweiszeile.h"
 #include "evaluation/rassen.h"
+#include "measure/aufloesung.h"
+#include "measure/leseproblem.h"
+#include "measure/messdatei.h"
 #include "measure/messplatz.h"
+#include "measure/textdatei.h"
 #include "results/db.h"
+#include "results/einlesen.h"
 #include "results/kolonieformular.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStackedWidget>
 
@@ -25,13 +31,88 @@ constexpr int HinweisBildLaden = 1;
 } // namespace
 
 void HG::beginne() {
+    if (!setzeSitzungFort()) {
+        zeigeLetzte();
+    }
+    sitzungLäuft_ = true;
+    merkeSitzung();
+}
+
+bool HG::setzeSitzungFort() {
+    const Texte& t = umgebung_.texte;
+    const std::optional<Sitzungsstand> stand = sitzung_.lies();
+    if (!sitzung_.beiseite().isEmpty()) {
+        umgebung_.dialoge.meldung(
+            t(Text::Untersuchung),
+            t(Meldung::SitzungNichtLesbar).arg(QDir::toNativeSeparators(sitzung_.beiseite())),
+            Meldungsart::Ausruf);
+    }
+    if (!stand) {
+        return false;
+    }
+    if (umgebung_.dialoge.frage({.titel = t(Text::Untersuchung),
+                                 .text = t(Meldung::SitzungFrage)
+                                             .arg(stand->angaben.UNr)
+                                             .arg(stand->reihe.nummern().size()),
+                                 .art = Meldungsart::Frage,
+                                 .neinVerwirft = true,
+                                 .ja = t(Meldung::SitzungWeiter),
+                                 .nein = t(Meldung::Verwerfen)}) != Antwort::Ja) {
+        sitzung_.lösche();
+        return false;
+    }
+    stelleHer(untersuchung_, *stand);
+    ablage_.nimmAlsGespeichert(
+        stand->DatenbankPfad == ablage_.DatenbankPfad() ? stand->gespeicherteNummer : QString());
+    zeigeUntersuchung();
+    if (QFileInfo::exists(stand->flügel.bilddatei) && ladeBild(stand->flügel.bilddatei) &&
+        stand->flügel.punkte.begonnen()) {
+        messplatz_->zeigeMessen();
+    }
+    messung_.stelleHer(stand->flügel, stand->wiederholt);
+    if (verteiler_.kennt(stand->ansicht)) {
+        verteiler_.ausführen(stand->ansicht);
+    }
+    ZeigeEigenenHinweis(t(Meldung::SitzungWiederDa));
+    return true;
+}
+
+void HG::merkeSitzung() {
+    if (!sitzungLäuft_) {
+        return;
+    }
+    Sitzungsstand stand = sitzungsstand(untersuchung_);
+    stand.DatenbankPfad = ablage_.DatenbankPfad();
+    stand.gespeicherteNummer = ablage_.gespeicherteNummer();
+    stand.flügel = {.punkte = messung_.punkte(),
+                    .messart = messung_.messart(),
+                    .aufnahme = messung_.aufnahme(),
+                    .bilddatei = messung_.bilddatei()};
+    stand.wiederholt = messung_.wiederholt() ? messung_.nummer() : qint16{0};
+    const bool amMessplatz = ansichten_->currentWidget() == messplatz_;
+    stand.ansicht = (amMessplatz ? befehl::Messen : befehl::Alle).toString();
+    if (!sitzung_.merke(stand) && !sitzungsfehlerGemeldet_) {
+        sitzungsfehlerGemeldet_ = true;
+        ZeigeEigenenHinweis(umgebung_.texte(Meldung::SitzungNichtGesichert)
+                                .arg(QDir::toNativeSeparators(umgebung_.ordner)));
+    }
+}
+
+void HG::zeigeLetzte() {
     const std::optional<QString> letzte = ablage_.letzteNummer();
     if (letzte && ladeUntersuchung(*letzte)) {
         return;
     }
-    ablage_.NeueUntersuchung();
-    zeigeUntersuchung();
+    beginneNeue();
     messmodus(HinweisBildLaden);
+}
+
+void HG::beginneNeue() {
+    ablage_.NeueUntersuchung();
+    // A loaded examination brings the resolution it was measured with; a new one has the user's.
+    messung_.setzeAuflösung(
+        scannerauflösung(umgebung_.einstellungen.zahl(Einstellung::ScannMessung)));
+    zeigeUntersuchung();
 }
 
 bool HG::verlasseUntersuchung() {
@@ -66,8 +147,7 @@ void HG::neueUntersuchung() {
     if (!verlasseUntersuchung()) {
         return;
     }
-    ablage_.NeueUntersuchung();
-    zeigeUntersuchung();
+    beginneNeue();
     if (messplatz_->zustand() == Messplatz::Zustand::OhneBild) {
         messmodus(HinweisBildLaden);
     } else {
@@ -92,7 +172,70 @@ void HG::öffnen() {
     if (db.exec() != QDialog::Accepted) {
         ZeigeHinweis(std::max(vorher, HinweisKeiner));
         zeigeStatuszeile();
+        if (const auto nummer = ablage_.inDateiGeändert(); nummer && !untersuchung_.geändert()) {
+            ladeUntersuchung(*nummer); // edited in the browser
+        }
     }
+}
+
+void HG::LadenBee() {
+    const Texte& t = umgebung_.texte;
+    const QString pfad = umgebung_.dialoge.dateiOeffnen(
+        t(Text::Importieren), umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis),
+        t(Text::Messdateien) + u" (*.Bee *.bee *.BEE)"_s);
+    if (!pfad.isEmpty()) {
+        lesMessdatei(pfad);
+    }
+}
+
+bool HG::lesMessdatei(const QString& pfad) {
+    const Texte& t = umgebung_.texte;
+    kolonie_->vervollständige();
+    const auto melde = [&](const QString& grund) {
+        umgebung_.dialoge.meldung(
+            t(Text::Importieren),
+            t(Meldung::ImportNichtGelesen).arg(QDir::toNativeSeparators(pfad) + u'\n' + grund),
+            Meldungsart::Ausruf);
+    };
+    const std::optional<QByteArray> inhalt = dateiinhalt(pfad);
+    if (!inhalt) {
+        melde(t(Text::DateiNichtGefunden));
+        return false;
+    }
+    const Messdatei datei = liesMessdatei(*inhalt);
+    QStringList gründe;
+    for (const Leseproblem& problem : datei.probleme) {
+        gründe << textMitZeile(problem, t);
+    }
+    if (!datei.istMessdatei) {
+        melde(gründe.join(u'\n'));
+        return false;
+    }
+    if (!verlasseUntersuchung()) {
+        return false;
+    }
+    // Race and resolution of a new examination, and its number where the file has none.
+    beginneNeue();
+    const QString nummer = untersuchung_.angaben().UNr;
+    const EingeleseneUntersuchung gelesen =
+        untersuchungAusMessdatei(datei, untersuchung_.angaben().Rasse, umgebung_.format);
+    untersuchung_ = gelesen.untersuchung;
+    if (Kolonieangaben angaben = untersuchung_.angaben(); angaben.UNr.trimmed().isEmpty()) {
+        angaben.UNr = nummer;
+        untersuchung_.setzeAngaben(angaben);
+    }
+    if (gelesen.messart) {
+        messplatz_->wünscheMessart(*gelesen.messart);
+    }
+    zeigeUntersuchung();
+    verteiler_.ausführen(befehl::Kurven);
+    if (!gelesen.merkmaleVerstanden) {
+        gründe << t(Text::KörperMerkmale) + u": "_s + datei.merkmaltext;
+    }
+    if (!gründe.isEmpty()) {
+        melde(gründe.join(u'\n'));
+    }
+    return true;
 }
 
 bool HG::ladeUntersuchung(const QString& nummer) {
@@ -107,6 +250,12 @@ bool HG::ladeUntersuchung(const QString& nummer) {
     verteiler_.ausführen(befehl::Kurven);
     verteiler_.ausführen(befehl::Alle);
     const Texte& t = umgebung_.texte;
+    if (const std::optional<bool> urteil = auswertung_.beurteilung().urteil();
+        urteil && *urteil != gelesen->EntsprichtRasse) {
+        const auto wort = [&t](bool ja) { return t(urteilswort(ja)); };
+        ZeigeEigenenHinweis(
+            t(Meldung::UrteilAnders).arg(wort(gelesen->EntsprichtRasse), wort(*urteil)));
+    }
     if (gelesen->rasse) {
         const QStringList rassen = rassenliste(umgebung_.einstellungen);
         ZeigeEigenenHinweis(t(Meldung::RasseNichtInListe)
@@ -130,6 +279,9 @@ void HG::zeigeUntersuchung() {
 }
 
 bool HG::öffneDatei(const QString& pfad) {
+    if (QFileInfo(pfad).suffix().compare(u"bee"_s, Qt::CaseInsensitive) == 0) {
+        return lesMessdatei(pfad);
+    }
     if (QFileInfo(pfad).suffix().compare(u"tdb"_s, Qt::CaseInsensitive) != 0) {
         return ladeBild(pfad);
     }
@@ -137,7 +289,7 @@ bool HG::öffneDatei(const QString& pfad) {
     if (!verlasseUntersuchung() || !ablage_.DatenbankWählen(pfad)) {
         return false;
     }
-    beginne();
+    zeigeLetzte();
     return true;
 }
 

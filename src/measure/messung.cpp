@@ -226,6 +226,20 @@ bool Messung::wiederhole(int nummer) {
     return true;
 }
 
+void Messung::stelleHer(const Flügelmessung& flügel, qint16 wiederholt) {
+    beendeWiederholung();
+    if (wiederholt != 0) {
+        vorWiederholung_ = Vorher{messart_, aufnahme_.dpi};
+        nummerInArbeit_ = wiederholt;
+    }
+    punkte_ = flügel.punkte;
+    messart_ = flügel.messart;
+    aufnahme_ = flügel.aufnahme;
+    bilddatei_ = flügel.bilddatei;
+    verlauf_.clear();
+    punkteGeändert();
+}
+
 void Messung::setzeMessart(Messart messart) {
     beendeWiederholung();
     messart_ = messart;

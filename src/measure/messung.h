@@ -80,6 +80,10 @@ public:
     /// go back afterwards. False when the series holds no points of that wing.
     bool wiederhole(int nummer);
 
+    /// Puts the wing that was being measured back, as it was with its picture, zoom and resolution.
+    /// @p wiederholt number of the wing of the series that it replaces; 0 for a new one.
+    void stelleHer(const Flügelmessung& flügel, qint16 wiederholt);
+
     /// Changes of kind, zoom, picture and resolution. All but the last discard the current points:
     /// these are pixels of the zoomed picture, and their number depends on the kind.
     void setzeMessart(Messart messart);

@@ -137,7 +137,7 @@ TEST_F(Speicherntest, closingWithoutNumberOrSaving_isTheUsersChoice) {
 TEST_F(Speicherntest, savedExamination_isThereAgainAtTheNextStart) {
     missFlügel();
     züchter().setText(u"Zoë Groß"_s);
-    feld(u"txt_LV"_s).setText(u"5"_s);
+    feld(u"txt_LV"_s).setText(u"05"_s);
     feld(u"txt_Jahr"_s).setText(u"24"_s);
     wähle(u"men_Ansicht_2"_s);
     kind<QAbstractButton>(u"opt_Panzer_A_2"_s).click();
@@ -291,4 +291,86 @@ TEST_F(Speicherntest, droppedResultsFile_becomesTheCurrentOne) {
     EXPECT_EQ(züchter().text(), u"drüben"_s);
     EXPECT_EQ(speicher.GetSetting(u"Index"_s, u"0ptionen"_s, u"Tabelle"_s), andere);
     EXPECT_TRUE(kind<QLabel>(u"lab_Status"_s).text().contains(u"andere 100%.tdb"_s));
+}
+
+TEST_F(Speicherntest, rowChangedInTheFileMeanwhile_isNotReplacedWithoutAQuestion) {
+    züchter().setText(u"erste"_s);
+    wähle(u"men_Datei_2"_s);
+    Ergebnissatz anderswo = zeile(nummer()).value();
+    anderswo.B_NAME = u"von drüben"_s;
+    Ergebnistabelle(pfad()).speichere(anderswo);
+
+    züchter().setText(u"geändert"_s);
+    dialoge.antworten = {Antwort::Nein};
+    wähle(u"men_Datei_2"_s);
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(dialoge.fragen[0].text.contains(u"in der Datei geändert worden"_s));
+    EXPECT_TRUE(dialoge.fragen[0].verwirft);
+    EXPECT_EQ(zeile(nummer()), anderswo);
+    EXPECT_TRUE(hg().isWindowModified());
+    dialoge.antworten = {Antwort::Ja};
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(nummer())->Z_NAME, u"geändert"_s);
+    züchter().setText(u"noch einmal"_s);
+    wähle(u"men_Datei_2"_s); // now it is ours again
+    EXPECT_THAT(dialoge.fragen, SizeIs(2));
+}
+
+TEST_F(Speicherntest, resolutionOfALoadedExamination_doesNotStayForANewOne) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    Ergebnissatz satz = zeile(nummer()).value();
+    satz.Grafik[0].replace(u"1200dpi"_s, u"2400dpi"_s);
+    Ergebnistabelle(pfad()).speichere(satz);
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"2400 dpi"_s);
+    wähle(u"men_Datei_0"_s);
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"1200 dpi"_s);
+}
+
+TEST_F(Speicherntest, loadedExamination_isNotChangedByLookingAtIt) {
+    Ergebnissatz satz;
+    satz.U_NR = u"X1"_s;
+    satz.ZB_NR = u"7"_s;
+    satz.Z_NAME = u"A"_s;
+    satz.DATUM = QDate(2024, 5, 1);
+    Ergebnistabelle(pfad()).speichere(satz);
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(nummer(), u"X1"_s);
+    EXPECT_TRUE(hg().close());
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+    EXPECT_EQ(zeile(u"X1"_s)->ZB_NR, u"7"_s);
+    EXPECT_EQ(zeile(u"X1"_s)->DATUM, QDate(2024, 5, 1));
+}
+
+TEST_F(Speicherntest, storedVerdictThatTheStandardNoLongerGives_isSaid) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    Ergebnissatz satz = zeile(nummer()).value();
+    const bool ja = satz.ERGEBNIS == u"Ja"_s;
+    satz.ERGEBNIS = ja ? u"Nein"_s : u"Ja"_s;
+    Ergebnistabelle(pfad()).speichere(satz);
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(hinweis(),
+              u"Gespeichert ist das Urteil '%1'. Nach dem jetzigen Standard lautet es '%2'."_s.arg(
+                  satz.ERGEBNIS, ja ? u"Ja"_s : u"Nein"_s));
+}
+
+TEST_F(Speicherntest, partsThatWereNotUnderstood_areNotStoredAwayWithoutAQuestion) {
+    Ergebnissatz satz;
+    satz.U_NR = u"X1"_s;
+    satz.Z_NAME = u"A"_s;
+    satz.A_D = u"Arbeiter"_s;
+    satz.MERKMAL = u"Lunbekannt"_s;
+    Ergebnistabelle(pfad()).speichere(satz);
+    ASSERT_TRUE(starte());
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"MERKMAL"_s));
+    züchter().setText(u"B"_s);
+    dialoge.antworten = {Antwort::Nein};
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(u"X1"_s)->MERKMAL, u"Lunbekannt"_s);
+    EXPECT_EQ(zeile(u"X1"_s)->Z_NAME, u"A"_s);
 }
