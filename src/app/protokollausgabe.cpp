@@ -61,11 +61,10 @@ Protokolltexte Protokollausgabe::texte() const {
     return ProtokolltexteÜbersetzt(standard.felder);
 }
 
-std::shared_ptr<const Protokollausgabe::Vorlage>
-Protokollausgabe::vorlage(const std::optional<Protokollfelder>& felder) const {
+std::shared_ptr<const Protokollausgabe::Vorlage> Protokollausgabe::vorlage() const {
     const Protokolleinstellungen einstellungen =
         ladeProtokolleinstellungen(umgebung_.einstellungen);
-    const Protokolltexte worte = felder ? ProtokolltexteÜbersetzt(*felder) : texte();
+    const Protokolltexte worte = probe_ ? ProtokolltexteÜbersetzt(*probe_) : texte();
     return std::make_shared<Vorlage>(
         Vorlage{.daten = protokolldaten({.untersuchung = untersuchung_,
                                          .standard = auswertung_.standard(),
@@ -153,14 +152,17 @@ void Protokollausgabe::übersetze(QWidget* fenster) {
         auto* editor = new Übersetz(
             umgebung_.texte, umgebung_.einstellungen.IniPfad(), umgebung_.dialoge, umgebung_.shell,
             [this](const Protokollfelder& felder) {
+                probe_ = felder;
                 if (seiteGewünscht) {
                     seiteGewünscht(seite_);
                 }
-                zeige(vorlage(felder));
             },
             fenster);
         editor->setAttribute(Qt::WA_DeleteOnClose);
-        QObject::connect(editor, &QDialog::finished, vorschau_, [this] { aktualisiere(); });
+        QObject::connect(editor, &QDialog::finished, vorschau_, [this] {
+            probe_.reset();
+            aktualisiere();
+        });
         übersetz_ = editor;
     }
     übersetz_->show();

@@ -54,8 +54,7 @@ private:
         Protokolldaten daten;
         Briefkopfgrafik grafik;
     };
-    [[nodiscard]] std::shared_ptr<const Vorlage>
-    vorlage(const std::optional<Protokollfelder>& felder = std::nullopt) const;
+    [[nodiscard]] std::shared_ptr<const Vorlage> vorlage() const;
     [[nodiscard]] Protokolltexte texte() const;
     /// Names of the values that are missing and that the settings ask to be warned of.
     [[nodiscard]] QStringList fehlendes() const;
@@ -67,6 +66,8 @@ private:
     Druckerwahl druckerwahl_;
     Vorschau* vorschau_;
     QPointer<QWidget> übersetz_;
+    /// The texts that the editor is trying out; the preview shows them until it closes.
+    std::optional<Protokollfelder> probe_;
     int seite_ = 1;
 };
 

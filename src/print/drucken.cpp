@@ -80,13 +80,10 @@ void Drucken_::Form_Activate() {
     cbo_Drucker_->setCurrentText(umgebung_.drucker.standard());
     const bool gibtDrucker = cbo_Drucker_->count() > 0;
     cbo_Drucker_->setEnabled(gibtDrucker);
-    bef_Drucken_->setEnabled(gibtDrucker);
     bef_Drucken_->setDefault(gibtDrucker);
     bef_PDF_->setDefault(!gibtDrucker);
     (gibtDrucker ? bef_Drucken_ : bef_PDF_)->setFocus();
-    if (!gibtDrucker) {
-        lab_Fortschritt_->setText(t(Meldung::KeinDrucker));
-    }
+    zeigeFortschritt(false);
     const bool zweiSeiten = seitenzahl(vorlage_.daten.einstellungen.art) == 2;
     cbo_Seiten_->addItem(zweiSeiten ? t(Text::Seite1) + u", "_s + t(Text::Seite2)
                                     : t(Text::Seite1));
@@ -102,10 +99,15 @@ Seitenauswahl Drucken_::seiten() const {
 }
 
 void Drucken_::zeigeFortschritt(bool läuft) {
-    lab_Fortschritt_->setText(läuft ? umgebung_.texte(Text::ProtokollWirdGedruckt) : QString());
-    for (QPushButton* knopf : {bef_Drucken_, bef_PDF_, bef_Abbrechen_}) {
+    const bool gibtDrucker = cbo_Drucker_->count() > 0;
+    const Texte& t = umgebung_.texte;
+    lab_Fortschritt_->setText(läuft         ? t(Text::ProtokollWirdGedruckt)
+                              : gibtDrucker ? QString()
+                                            : t(Meldung::KeinDrucker));
+    for (QPushButton* knopf : {bef_PDF_, bef_Abbrechen_}) {
         knopf->setEnabled(!läuft);
     }
+    bef_Drucken_->setEnabled(!läuft && gibtDrucker);
     lab_Fortschritt_->repaint(); // nothing is painted while a job is handed over
 }
 

@@ -148,18 +148,27 @@ private:
     [[nodiscard]] std::vector<double> bedarf(const std::vector<Protokollwert>& werte) const {
         const double gleich = Breite / static_cast<double>(werte.size());
         std::vector<double> breiten;
+        std::vector<double> nötige; // a name may be shortened, a value must not
         double summe = 0;
+        double nötig = 0;
         for (const Protokollwert& w : werte) {
             const double wert = satz_.breite(w.wert, Grad::Text, w.fett) + zusatzbreite(w);
             const double name = satz_.breite(w.name, Grad::Klein, false);
             breiten.push_back(std::min(std::max(wert, name) + 2 * Einzug + 0.1, Breite / 2));
+            nötige.push_back(std::min(wert + 2 * Einzug + 0.1, breiten.back()));
             summe += breiten.back();
+            nötig += nötige.back();
         }
         const bool genügt = std::all_of(breiten.begin(), breiten.end(),
                                         [gleich](double breite) { return breite <= gleich; });
         const double rest = (Breite - summe) / static_cast<double>(werte.size());
-        for (double& breite : breiten) {
-            breite = genügt ? gleich : rest >= 0 ? breite + rest : breite * Breite / summe;
+        const double anteil = nötig < Breite ? (Breite - nötig) / (summe - nötig) : 0;
+        for (std::size_t i = 0; i < breiten.size(); ++i) {
+            double& breite = breiten[i];
+            breite = genügt       ? gleich
+                     : rest >= 0  ? breite + rest
+                     : anteil > 0 ? nötige[i] + (breite - nötige[i]) * anteil
+                                  : breite * Breite / summe;
         }
         return breiten;
     }

@@ -158,10 +158,12 @@ TEST_F(Protokolltest, withoutAPrinter_aPdfIsWritten) {
 
 TEST_F(Protokolltest, pdfThatCannotBeWritten_isSaid) {
     missFlügel();
+    drucker.namen.clear();
     dialoge.dateien = {ordner.filePath(u"fehlt/p.pdf"_s)};
     drucke([](QDialog& dialog) {
         QTest::mouseClick(&im<QPushButton>(dialog, u"bef_PDF"_s), Qt::LeftButton);
         EXPECT_TRUE(dialog.isVisible());
+        EXPECT_FALSE(im<QPushButton>(dialog, u"bef_Drucken"_s).isEnabled());
     });
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
     EXPECT_TRUE(dialoge.meldungen[0].contains(u"p.pdf"_s));
@@ -178,6 +180,9 @@ TEST_F(Protokolltest, ownWording_isTestedInThePreviewAndPrintedWhenTheOptionsSay
     tarvel::kind<QPushButton>(editor, u"bef_Test"_s).click();
     const QImage getestet = vorschau();
     EXPECT_NE(getestet, standard);
+    wähle(u"men_Datei_10"_s); // the other page is tried out too, and so is this one again
+    wähle(u"men_Datei_9"_s);
+    EXPECT_EQ(vorschau(), getestet);
     editor.close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     wähle(u"men_Datei_9"_s);
