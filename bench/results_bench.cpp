@@ -196,14 +196,8 @@ void sucheMitGleich(const QString& pfad, const QString& nummer, const char* spal
 }
 
 void sucheWieWir(const QString& pfad, const QString& nummer) {
-    mitErgebnisdatei(pfad, std::chrono::seconds(1), [&](Ergebnisdatei& datei) {
-        for (const QString& schreibweise : datei.schreibweisen(nummer)) {
-            SQLite::Statement suche(datei.verbindung(),
-                                    "SELECT U_NR FROM Ergebnisse WHERE U_NR LIKE " +
-                                        likeWörtlich(schreibweise) + ";");
-            suche.executeStep();
-        }
-    });
+    mitErgebnisdatei(pfad, std::chrono::seconds(1),
+                     [&](Ergebnisdatei& datei) { (void)datei.finde(nummer); });
 }
 
 void shell(const QString& pfad, const QString& sql) {

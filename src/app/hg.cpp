@@ -530,7 +530,7 @@ void HG::dropEvent(QDropEvent* event) {
 bool HG::Form_Unload() {
     protokoll_.stelleDruckerHer();
     kolonie_->vervollständige();
-    return verlasseUntersuchung();
+    return protokoll_.verlasseÜbersetzung() && verlasseUntersuchung();
 }
 
 void HG::closeEvent(QCloseEvent* event) {

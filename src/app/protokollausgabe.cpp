@@ -147,6 +147,21 @@ void Protokollausgabe::drucke(QWidget* fenster, const QString& ordner) {
     dialog.exec();
 }
 
+bool Protokollausgabe::verlasseÜbersetzung() {
+    auto* editor = static_cast<Übersetz*>(übersetz_.data());
+    if (editor == nullptr || !editor->isVisible() || !editor->geändert()) {
+        return true;
+    }
+    const Texte& t = umgebung_.texte;
+    const QString& titel = t(Text::ProtokollÜbersetzen);
+    const Antwort antwort =
+        umgebung_.dialoge.frage({.titel = titel,
+                                 .text = u"' "_s + titel + t(Text::WurdeGeändert),
+                                 .art = Meldungsart::Frage,
+                                 .mitAbbrechen = true});
+    return antwort == Antwort::Nein || (antwort == Antwort::Ja && editor->SpeichernInINI());
+}
+
 void Protokollausgabe::übersetze(QWidget* fenster) {
     if (übersetz_ == nullptr) {
         auto* editor = new Übersetz(

@@ -6,6 +6,7 @@
 #include "print/protokollseite.h"
 #include "results/untersuchung.h"
 
+#include <QDialog>
 #include <QPointer>
 
 #include <functional>
@@ -45,6 +46,9 @@ public:
     void drucke(QWidget* fenster, const QString& ordner);
     /// Opens the translation editor `Übersetz`.
     void übersetze(QWidget* fenster);
+    /// Asks what becomes of texts that the editor has not stored yet. False when the user wants to
+    /// go on with them, or when they could not be stored.
+    [[nodiscard]] bool verlasseÜbersetzung();
 
     /// Brings back the default printer of the start.
     void stelleDruckerHer() { druckerwahl_.stelleHer(); }
@@ -65,7 +69,7 @@ private:
     const Auswertung& auswertung_;
     Druckerwahl druckerwahl_;
     Vorschau* vorschau_;
-    QPointer<QWidget> übersetz_;
+    QPointer<QDialog> übersetz_;
     /// The texts that the editor is trying out; the preview shows them until it closes.
     std::optional<Protokollfelder> probe_;
     int seite_ = 1;

@@ -108,6 +108,7 @@ public:
         for (const Korrelpunkt& p : bild_.flügel) {
             flügel(p);
         }
+        grenzschilder();
         hervorhebungen();
         if (bild_.flügel.empty()) {
             z_.schild(l_.fläche.center(), Qt::AlignHCenter,
@@ -212,21 +213,32 @@ private:
         if (l_.DV.enthält(b.DV)) {
             const double x = l_.DV.ort(b.DV);
             z_.linie({x, l_.fläche.top()}, {x, l_.fläche.bottom()}, stil_.rasse, 2.2, Qt::DashLine);
-            // The label stands at the end where no wing of the race is expected.
-            const double y = b.darunter ? l_.fläche.top() + 14 : l_.fläche.bottom() - 14;
-            z_.schild({x + (b.darunter ? 7 : -7), y}, b.darunter ? Qt::AlignLeft : Qt::AlignRight,
-                      bild_.worte.grenzlinie + u' ' + bild_.worte.DV + u' ' +
-                          Format(b.DV, FormatGrenzeDV, bild_.format),
-                      klein_, stil_.rasse);
         }
         if (l_.HI.enthält(b.HI)) {
             const double y = l_.HI.ort(b.HI);
             z_.linie({l_.fläche.left(), y}, {l_.fläche.right(), y}, stil_.rasse, 2.2, Qt::DashLine);
+        }
+    }
+
+    /// Above the crosses, so that no cross strikes a word out; the words hide no cross either.
+    void grenzschilder() {
+        const Vertrauensbereich& b = bild_.bereich;
+        if (l_.DV.enthält(b.DV)) {
+            // The label stands at the end where no wing of the race is expected.
+            const double y = b.darunter ? l_.fläche.top() + 14 : l_.fläche.bottom() - 14;
+            z_.textMitHof({l_.DV.ort(b.DV) + (b.darunter ? 7 : -7), y},
+                          b.darunter ? Qt::AlignLeft : Qt::AlignRight,
+                          bild_.worte.grenzlinie + u' ' + bild_.worte.DV + u' ' +
+                              Format(b.DV, FormatGrenzeDV, bild_.format),
+                          klein_, stil_.rasse);
+        }
+        if (l_.HI.enthält(b.HI)) {
             const double x = b.darunter ? l_.fläche.right() - 8 : l_.fläche.left() + 8;
-            z_.schild({x, y + (b.darunter ? -13 : 13)}, b.darunter ? Qt::AlignRight : Qt::AlignLeft,
-                      bild_.worte.grenzlinie + u' ' + bild_.worte.HI + u' ' +
-                          Format(b.HI, FormatHI, bild_.format),
-                      klein_, stil_.rasse);
+            z_.textMitHof({x, l_.HI.ort(b.HI) + (b.darunter ? -13 : 13)},
+                          b.darunter ? Qt::AlignRight : Qt::AlignLeft,
+                          bild_.worte.grenzlinie + u' ' + bild_.worte.HI + u' ' +
+                              Format(b.HI, FormatHI, bild_.format),
+                          klein_, stil_.rasse);
         }
     }
 

@@ -347,6 +347,11 @@ void Übersetz::Form_KeyDown(QKeyEvent& taste) {
     }
 }
 
+bool Übersetz::geändert() const {
+    return std::any_of(txt_Text_.begin(), txt_Text_.end(),
+                       [](const QLineEdit* feld) { return feld->isModified(); });
+}
+
 void Übersetz::hilfe() {
     if (shell_.openDocument(texte_.HilfeDatei()))
         return;

@@ -37,6 +37,8 @@ public:
     /// could not be written; it is unchanged then.
     bool SpeichernInINI();
 
+    /// True while a field holds what was typed and not stored yet.
+    [[nodiscard]] bool geändert() const;
     /// What the report prints: the fields' texts, for an empty one the wording of the current
     /// language.
     [[nodiscard]] Protokollfelder felder() const;

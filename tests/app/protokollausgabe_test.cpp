@@ -191,3 +191,19 @@ TEST_F(Protokolltest, ownWording_isTestedInThePreviewAndPrintedWhenTheOptionsSay
     wähle(u"men_Datei_9"_s);
     EXPECT_EQ(vorschau(), getestet);
 }
+
+TEST_F(Protokolltest, closingWithOwnWordsNotStored_asksForThem) {
+    wähle(u"men_Extras_8"_s);
+    auto& editor = kind<QDialog>(u"Übersetz"_s);
+    auto& feld = tarvel::kind<QLineEdit>(editor, u"txt_Text_0"_s);
+    feld.end(false);
+    QTest::keyClicks(&feld, u"x"_s);
+    dialoge.antworten = {Antwort::Abbrechen};
+    EXPECT_FALSE(hg().close());
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_EQ(dialoge.fragen[0].text, u"' Protokoll übersetzen ' wurde geändert. Wollen Sie die "
+                                      "Änderung speichern."_s);
+    dialoge.antworten = {Antwort::Ja};
+    EXPECT_TRUE(hg().close());
+    EXPECT_TRUE(ini().contains("Item505=Cubitalindexx\r\n")) << ini().toStdString();
+}
