@@ -27,9 +27,9 @@ public:
     /// Called after the user changed the body marks.
     std::function<void()> merkmaleGeändert;
 
-    [[nodiscard]] Diagrammansicht& kurven() { return *kurven_; }
-    [[nodiscard]] Diagrammansicht& korrel() { return *korrel_; }
-    [[nodiscard]] Merkmalansicht& merkmal() { return *merkmal_; }
+    [[nodiscard]] Diagrammansicht& kurven() const { return *kurven_; }
+    [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
+    [[nodiscard]] Merkmalansicht& merkmal() const { return *merkmal_; }
     [[nodiscard]] Urteilsanzeige& urteil() { return *urteil_; }
     [[nodiscard]] const Beurteilung& beurteilung() const { return beurteilung_; }
     [[nodiscard]] const Rassestandard& standard() const { return standard_; }

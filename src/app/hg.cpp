@@ -6,6 +6,7 @@
 #include "evaluation/merkmalansicht.h"
 #include "evaluation/rassen.h"
 #include "evaluation/urteilsanzeige.h"
+#include "lang/hilfe.h"
 #include "lang/hinweise.h"
 #include "measure/aufloesung.h"
 #include "measure/lupe.h"
@@ -414,7 +415,9 @@ void HG::zeigeZustand() {
     erlaube(Menue::Bearbeiten, 2, amMessplatz && mitBild);
     erlaube(Menue::Bearbeiten, 11, !reihe.leer());
     erlaube(Menue::Bearbeiten, 3, amMessplatz && messung_.rückgängigMöglich());
-    erlaube(Menue::Hilfe, 0, QFileInfo::exists(umgebung_.texte.HilfeDatei()));
+    erlaube(Menue::Hilfe, 0,
+            QFileInfo::exists(umgebung_.texte.HilfeDatei()) ||
+                !hilfeseite(umgebung_.texte).isEmpty());
     erlaubeTextbefehle();
 
     // The view that is shown is the one that is checked.

@@ -82,6 +82,8 @@ private:
     void men_Betriebsart_Click(int index);
     void men_Sprache_Click(int index);
     void men_Hilfe_Click(int index);
+    /// Page of the guide about the view that is shown.
+    [[nodiscard]] QString hilfethema() const;
 
     void optionen();
     /// Asks before body marks that do not fit the other caste are cleared.

@@ -5,7 +5,9 @@
 #include "app/info.h"
 #include "app/optionen.h"
 #include "evaluation/diagrammansicht.h"
+#include "evaluation/merkmalansicht.h"
 #include "evaluation/rassen.h"
+#include "lang/hilfe.h"
 #include "measure/aufloesung.h"
 #include "measure/bildordner.h"
 #include "measure/messhilfe.h"
@@ -218,10 +220,25 @@ void HG::men_Sprache_Click(int index) {
     ablage_.SpracheDB();
 }
 
+QString HG::hilfethema() const {
+    const QWidget* ansicht = ansichten_->currentWidget();
+    const std::pair<const QWidget*, QString> themen[] = {{messplatz_, u"messen"_s},
+                                                         {&auswertung_.kurven(), u"beurteilung"_s},
+                                                         {&auswertung_.korrel(), u"indizes"_s},
+                                                         {&auswertung_.merkmal(), u"merkmale"_s},
+                                                         {&protokoll_.vorschau(), u"protokoll"_s}};
+    for (const auto& [fläche, thema] : themen) {
+        if (ansicht == fläche) {
+            return thema;
+        }
+    }
+    return u"index"_s;
+}
+
 void HG::men_Hilfe_Click(int index) {
     switch (index) {
     case 0:
-        if (!umgebung_.shell.openDocument(umgebung_.texte.HilfeDatei())) {
+        if (!öffneHilfe(umgebung_.texte, umgebung_.shell, hilfethema())) {
             umgebung_.dialoge.meldung(umgebung_.texte(Text::MenüHilfe),
                                       umgebung_.texte(Text::DateiNichtGefunden) + u'\n' +
                                           QDir::toNativeSeparators(umgebung_.texte.HilfeDatei()),

@@ -44,7 +44,7 @@ Protokollausgabe::~Protokollausgabe() {
     delete übersetz_;
 }
 
-QWidget& Protokollausgabe::vorschau() {
+QWidget& Protokollausgabe::vorschau() const {
     return *vorschau_;
 }
 

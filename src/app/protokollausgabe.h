@@ -31,7 +31,7 @@ public:
     /// Called when page 1 or 2 is to be seen.
     std::function<void(int seite)> seiteGewünscht;
 
-    [[nodiscard]] QWidget& vorschau();
+    [[nodiscard]] QWidget& vorschau() const;
     /// Pages of the kind of report that the settings ask for.
     [[nodiscard]] int seitenzahl() const;
 

@@ -1,5 +1,7 @@
 #include "lang/uebersetz.h"
 
+#include "lang/hilfe.h"
+
 #include "platform/codepage.h"
 #include "platform/profil.h"
 
@@ -353,7 +355,7 @@ bool Übersetz::geändert() const {
 }
 
 void Übersetz::hilfe() {
-    if (shell_.openDocument(texte_.HilfeDatei()))
+    if (öffneHilfe(texte_, shell_, u"protokoll"_s))
         return;
     dialoge_.meldung(texte_(Text::MenüHilfe),
                      texte_(Text::DateiNichtGefunden) + u'\n' +

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "lang/texte.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace tarvel {
+
+class Shell;
+
+/// Real path of a page of the user guide in @p sprache; empty when no folder holds it.
+/// @p ordner folders that may hold "guide", searched in order.
+[[nodiscard]] QString hilfeseite(const QStringList& ordner, Sprache sprache,
+                                 const QString& seite = QStringLiteral("index"));
+
+/// The page in the program's language, looked for where the program and its package keep it.
+[[nodiscard]] QString hilfeseite(const Texte& texte,
+                                 const QString& seite = QStringLiteral("index"));
+
+/// Opens the help file HilfeDatei; where there is none, or nothing that shows it, the page of the
+/// guide. False when there is neither.
+[[nodiscard]] bool öffneHilfe(const Texte& texte, Shell& shell,
+                              const QString& seite = QStringLiteral("index"));
+
+} // namespace tarvel
