@@ -27,7 +27,7 @@ QString ersterPfad(const QString& ordner, const QString& name) {
     const QDir dokumente(ordner);
     for (int zähler = 1;; ++zähler) {
         const QString nummer = zähler == 1 ? QString() : u" %1"_s.arg(zähler);
-        const QString pfad = dokumente.filePath(name + nummer + u".tdb"_s);
+        QString pfad = dokumente.filePath(name + nummer + u".tdb"_s);
         if (!QFileInfo::exists(pfad)) {
             return pfad;
         }

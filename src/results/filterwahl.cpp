@@ -12,8 +12,8 @@ namespace {
 
 // The double blanks of the race conditions belong to them.
 QString bedingung(Ergebnisfilter ergebnis) {
-    const QString ja = u"ERGEBNIS LIKE 'Ja' OR ERGEBNIS LIKE 'Yes' OR ERGEBNIS LIKE 'Oui'"_s;
-    const QString nein = u"ERGEBNIS LIKE 'Nein' OR ERGEBNIS LIKE 'No' OR ERGEBNIS LIKE 'Non'"_s;
+    QString ja = u"ERGEBNIS LIKE 'Ja' OR ERGEBNIS LIKE 'Yes' OR ERGEBNIS LIKE 'Oui'"_s;
+    QString nein = u"ERGEBNIS LIKE 'Nein' OR ERGEBNIS LIKE 'No' OR ERGEBNIS LIKE 'Non'"_s;
     switch (ergebnis) {
     case Ergebnisfilter::Ja:
         return ja;
@@ -43,8 +43,8 @@ QString bedingung(Rassenfilter rasse) {
 }
 
 QString bedingung(Geschlechtsfilter geschlecht) {
-    const QString arbeiter = u"A_D LIKE 'Arbeiter' OR A_D LIKE 'Workers' OR A_D LIKE 'Ouvrières'"_s;
-    const QString drohnen = u"A_D LIKE 'Drohnen' OR A_D LIKE 'Drones' OR A_D LIKE 'Mâles'"_s;
+    QString arbeiter = u"A_D LIKE 'Arbeiter' OR A_D LIKE 'Workers' OR A_D LIKE 'Ouvrières'"_s;
+    QString drohnen = u"A_D LIKE 'Drohnen' OR A_D LIKE 'Drones' OR A_D LIKE 'Mâles'"_s;
     switch (geschlecht) {
     case Geschlechtsfilter::Arbeiter:
         return arbeiter;

@@ -146,6 +146,7 @@ std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer)
         std::erase_if(gefunden, [&](const Fundstelle& stelle) { return !genau(stelle); });
     }
     std::vector<std::string> ziele;
+    ziele.reserve(gefunden.size());
     for (const Fundstelle& stelle : gefunden) {
         ziele.push_back(" FROM Ergebnisse WHERE " +
                         (einzige && stelle.U_NR.istUtf8
