@@ -1,6 +1,7 @@
 #include "results/ablage.h"
 
 #include "evaluation/rassen.h"
+#include "results/satzzugriff.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -127,6 +128,9 @@ void Ablage::nimmAlsGespeichert(const QString& nummer) {
     try {
         gespeichert_ =
             nummer.isEmpty() ? std::nullopt : Ergebnistabelle(DatenbankPfad_).lade(nummer);
+        if (gespeichert_) {
+            nichtGelesen_ = untersuchungAus(*gespeichert_, satzumgebung()).nichtGelesen;
+        }
     } catch (const Datenbankfehler&) {
         // Without its row it is a new one, and nothing is replaced unasked.
     }
@@ -138,7 +142,8 @@ std::optional<QString> Ablage::inDateiGeändert() const {
     }
     try {
         const auto jetzt = Ergebnistabelle(DatenbankPfad_).lade(gespeichert_->U_NR);
-        return jetzt && *jetzt != *gespeichert_ ? std::optional(jetzt->U_NR) : std::nullopt;
+        return jetzt && !stehenGleich(*jetzt, *gespeichert_) ? std::optional(jetzt->U_NR)
+                                                             : std::nullopt;
     } catch (const Datenbankfehler&) {
         return std::nullopt; // whoever stores next is told
     }
@@ -164,15 +169,15 @@ bool Ablage::darfAndereErsetzen(const QString& nummer) const {
                                     .nein = t(Meldung::NichtErsetzen)}) == Antwort::Ja;
 }
 
-bool Ablage::darfUnlesbaresErsetzen() const {
-    if (nichtGelesen_.isEmpty()) {
-        return true;
+bool Ablage::darfUnlesbaresErsetzen(const QString& nummer) const {
+    if (nichtGelesen_.isEmpty() || !istGespeicherte(nummer)) {
+        return true; // nothing of it is replaced
     }
     const Texte& t = umgebung_.texte;
     return umgebung_.dialoge.frage(
                {.titel = t(Text::MenüSpeichern),
-                .text = t(Meldung::UntersuchungNichtLesbar)
-                            .arg(untersuchung_.angaben().UNr, nichtGelesen_.join(u", "_s)),
+                .text =
+                    t(Meldung::UntersuchungNichtLesbar).arg(nummer, nichtGelesen_.join(u", "_s)),
                 .art = Meldungsart::Ausruf,
                 .verwirft = true,
                 .ja = t(Meldung::Ersetzen),
@@ -215,7 +220,7 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
         Ergebnissatz satz =
             satzAus(untersuchung_, stand.EntsprichtRasse, stand.auflösung, heute(), satzumgebung());
         satz.U_NR = satz.U_NR.trimmed();
-        if (!darfUnlesbaresErsetzen()) {
+        if (!darfUnlesbaresErsetzen(satz.U_NR)) {
             return false;
         }
         Ergebnistabelle tabelle(DatenbankPfad_);
@@ -227,7 +232,7 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
             tabelle.speichere(satz);
         }
         untersuchung_.alsGespeichertMerken(satz.DATUM);
-        gespeichert_ = tabelle.lade(satz.U_NR);
+        gespeichert_ = satz;
         nichtGelesen_.clear();
         brauchbar_ = true;
         return true;

@@ -90,7 +90,7 @@ private:
     [[nodiscard]] Satzumgebung satzumgebung() const;
     [[nodiscard]] QDate heute() const { return umgebung_.uhr.now().date(); }
     [[nodiscard]] bool frage(const QString& titel, const QString& text, Meldungsart art) const;
-    [[nodiscard]] bool darfUnlesbaresErsetzen() const;
+    [[nodiscard]] bool darfUnlesbaresErsetzen(const QString& nummer) const;
     [[nodiscard]] bool darfAndereErsetzen(const QString& nummer) const;
     [[nodiscard]] bool istGespeicherte(const QString& nummer) const;
     void merkePfad(const QString& pfad);

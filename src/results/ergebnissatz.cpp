@@ -1,5 +1,8 @@
 #include "results/ergebnissatz.h"
 
+#include <algorithm>
+#include <array>
+
 namespace tarvel {
 
 namespace {
@@ -16,6 +19,13 @@ constexpr Textspalte alle[] = {
 
 std::span<const Textspalte> textspalten() {
     return alle;
+}
+
+bool bedeutet(QStringView wort, Text text) {
+    constexpr std::array sprachen{Sprache::Deutsch, Sprache::Englisch, Sprache::Französisch};
+    return std::any_of(sprachen.begin(), sprachen.end(), [&](Sprache sprache) {
+        return wort.trimmed().compare(Texte::eintrag(text, sprache), Qt::CaseInsensitive) == 0;
+    });
 }
 
 int zeichenzahl(QStringView text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lang/texte.h"
+
 #include <QDate>
 #include <QString>
 #include <QStringList>
@@ -41,6 +43,9 @@ struct Textspalte {
     int breite;
     QString Ergebnissatz::*wert;
 };
+
+/// Whether a stored word of caste or verdict is the entry @p text in any language.
+[[nodiscard]] bool bedeutet(QStringView wort, Text text);
 
 /// The text columns of fixed width, in the order of the table.
 [[nodiscard]] std::span<const Textspalte> textspalten();

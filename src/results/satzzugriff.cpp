@@ -192,6 +192,13 @@ bool stehenGleich(Ergebnissatz a, Ergebnissatz b) {
         for (QString& grafik : satz->Grafik) {
             grafik = geschrieben(grafik);
         }
+        for (QString* wort : {&satz->A_D, &satz->ERGEBNIS}) {
+            for (const Text text : {Text::Arbeiter, Text::Drohnen, Text::Ja, Text::Nein}) {
+                if (bedeutet(*wort, text)) {
+                    *wort = Texte::eintrag(text, Sprache::Deutsch);
+                }
+            }
+        }
     }
     return a == b;
 }

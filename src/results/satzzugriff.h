@@ -16,7 +16,8 @@ namespace tarvel {
 [[nodiscard]] std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer);
 /// The row of @p ziel, column by column.
 [[nodiscard]] Ergebnissatz lies(Ergebnisdatei& datei, const std::string& ziel);
-/// Whether both stand in the file alike: an empty text is written as a blank.
+/// Whether both stand in the file alike: an empty text is written as a blank, and the words of
+/// caste and verdict are the same in every language, because a change of language rewrites them.
 [[nodiscard]] bool stehenGleich(Ergebnissatz a, Ergebnissatz b);
 /// Puts @p satz in the place of @p ziele. What other programs keep in columns of their own goes
 /// over from the first of them.

@@ -29,17 +29,8 @@ constexpr std::array Textfelder{Textfeld{&Ergebnissatz::U_NR, &Kolonieangaben::U
                                 Textfeld{&Ergebnissatz::VATER, &Kolonieangaben::Begattung},
                                 Textfeld{&Ergebnissatz::VOLK, &Kolonieangaben::Volk}};
 
-constexpr std::array Sprachen{Sprache::Deutsch, Sprache::Englisch, Sprache::Französisch};
-
 bool gleichesWort(QStringView a, QStringView b) {
     return a.trimmed().compare(b.trimmed(), Qt::CaseInsensitive) == 0;
-}
-
-/// True when @p wort is @p text in any language.
-bool bedeutet(QStringView wort, Text text) {
-    return std::any_of(Sprachen.begin(), Sprachen.end(), [&](Sprache sprache) {
-        return gleichesWort(wort, Texte::eintrag(text, sprache));
-    });
 }
 
 void ersetzeLeere(QString& text) {
