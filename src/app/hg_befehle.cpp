@@ -217,7 +217,10 @@ void HG::men_Betriebsart_Click(int index) {
 void HG::men_Sprache_Click(int index) {
     umgebung_.einstellungen.schreibe(Einstellung::Sprache, index);
     umgebung_.texte.SpracheEinstellen(index);
+    // A large results file takes some seconds.
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     ablage_.SpracheDB();
+    QGuiApplication::restoreOverrideCursor();
 }
 
 QString HG::hilfethema() const {

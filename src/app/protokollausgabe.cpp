@@ -49,7 +49,7 @@ QWidget& Protokollausgabe::vorschau() const {
 }
 
 int Protokollausgabe::seitenzahl() const {
-    return tarvel::seitenzahl(ladeProtokolleinstellungen(umgebung_.einstellungen).art);
+    return tarvel::seitenzahl(ladeProtokollart(umgebung_.einstellungen));
 }
 
 Protokolltexte Protokollausgabe::texte() const {
@@ -100,7 +100,7 @@ QStringList Protokollausgabe::fehlendes() const {
     const Messreihe& reihe = untersuchung_.reihe();
     const Kolonieangaben& angaben = untersuchung_.angaben();
     const bool ohneKönigin = angaben.KNr.trimmed().isEmpty() && angaben.Name.trimmed().isEmpty();
-    const auto art = static_cast<Protokollart>(e.zahl(Einstellung::Art));
+    const Protokollart art = ladeProtokollart(e);
     QStringList namen;
     for (const auto& [warnung, fehlt, name] :
          {std::tuple{Einstellung::WarnungCubitalindex, reihe.ciZeilen().empty(),

@@ -62,12 +62,21 @@ void ergaenzeKuerzel(QMessageBox& box) {
     }
 }
 
+/// Who is asked something must not see an hourglass, whatever is being waited for behind the box.
+class Fragezeiger {
+public:
+    Fragezeiger() { QGuiApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~Fragezeiger() { QGuiApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY_MOVE(Fragezeiger)
+};
+
 } // namespace
 
 void SystemDialoge::meldung(const QString& titel, const QString& text, Meldungsart art) {
     QMessageBox box(QApplication::activeWindow());
     richteEin(box, titel, text, art);
     knopf(box, QMessageBox::Ok, worte_.ok);
+    const Fragezeiger zeiger;
     box.exec();
 }
 
@@ -83,6 +92,7 @@ Antwort SystemDialoge::frage(const Frage& frage) {
     ergaenzeKuerzel(box);
     box.setEscapeButton(sicherer);
     box.setDefaultButton(frage.verwirft ? sicherer : ja);
+    const Fragezeiger zeiger;
     box.exec();
 
     const QAbstractButton* gewaehlt = box.clickedButton();

@@ -43,13 +43,18 @@ Datumsmuster datumsmuster(Sprache sprache) {
 
 } // namespace
 
+Protokollart ladeProtokollart(const Einstellungen& einstellungen) {
+    return wahl(einstellungen.zahl(Einstellung::Art), Protokollart::CubitalindexUndDV,
+                Protokolleinstellungen().art);
+}
+
 Protokolleinstellungen ladeProtokolleinstellungen(const Einstellungen& einstellungen) {
     using E = Einstellung;
     Protokolleinstellungen p;
     p.briefkopf = ladeBriefkopf(einstellungen);
     p.SchriftArt = einstellungen.text(E::ProtokollSchriftArt);
     p.SchriftKursiv = einstellungen.schalter(E::ProtokollSchriftKursiv);
-    p.art = wahl(einstellungen.zahl(E::Art), Protokollart::CubitalindexUndDV, p.art);
+    p.art = ladeProtokollart(einstellungen);
     p.datum = wahl(einstellungen.zahl(E::Datum), Datumsform::ÄnderungKurz, p.datum);
     p.BewertungAktiv = einstellungen.schalter(E::Beurteilung);
     p.OhneHaarlänge = einstellungen.schalter(E::OhneHaarlänge);

@@ -28,6 +28,9 @@ struct Protokolleinstellungen {
     bool operator==(const Protokolleinstellungen&) const = default;
 };
 
+/// The kind of report alone, for whoever asks often.
+[[nodiscard]] Protokollart ladeProtokollart(const Einstellungen& einstellungen);
+
 /// The settings as the file holds them. A kind or date form that there is not gives the default.
 [[nodiscard]] Protokolleinstellungen ladeProtokolleinstellungen(const Einstellungen& einstellungen);
 

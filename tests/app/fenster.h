@@ -103,6 +103,23 @@ struct Fenstertest : testing::Test {
         QApplication::sendEvent(&ziel, &ereignis);
     }
 
+    /// Clicks a plausible wing on a picture of its own and takes it over.
+    void missFlügel() {
+        hg().resize(1280, 800);
+        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+        for (const QPointF& punkt : {QPointF{400, 50},
+                                     {92, 75},
+                                     {360, 56},
+                                     {288, 62},
+                                     {286, 116},
+                                     {237, 147},
+                                     {216, 143},
+                                     {292, 201}}) {
+            klick(punkt);
+        }
+        klick({500, 250}, Qt::RightButton);
+    }
+
     /// A light grey picture with a dark frame, in the test's folder.
     QString maleBild(QSize größe, const QString& name = QStringLiteral("flügel 100%.png")) {
         QImage flügelbild(größe, QImage::Format_Grayscale8);

@@ -26,20 +26,6 @@ struct Protokolltest : Fenstertest {
         hg().resize(1280, 800);
     }
 
-    void missFlügel() {
-        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
-        for (const QPointF& punkt : {QPointF{400, 50},
-                                     {92, 75},
-                                     {360, 56},
-                                     {288, 62},
-                                     {286, 116},
-                                     {237, 147},
-                                     {216, 143},
-                                     {292, 201}}) {
-            klick(punkt);
-        }
-        klick({500, 250}, Qt::RightButton);
-    }
     QImage vorschau() const { return kind<QWidget>(u"pic_Vorschau"_s).grab().toImage(); }
 
     /// Opens the print dialog, lets @p handle act on it and closes it if it is still open.

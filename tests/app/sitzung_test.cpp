@@ -20,18 +20,7 @@ struct Absturztest : Fenstertest {
         hg().resize(1280, 800);
     }
     void missUndBeginneNächsten() {
-        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
-        for (const QPointF& punkt : {QPointF{400, 50},
-                                     {92, 75},
-                                     {360, 56},
-                                     {288, 62},
-                                     {286, 116},
-                                     {237, 147},
-                                     {216, 143},
-                                     {292, 201}}) {
-            klick(punkt);
-        }
-        klick({500, 250}, Qt::RightButton);
+        missFlügel();
         klick({120, 80});
         QTest::keyClicks(&kind<QLineEdit>(u"txt_Volk"_s), u"9"_s);
     }

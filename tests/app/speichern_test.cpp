@@ -29,22 +29,6 @@ struct Speicherntest : Fenstertest {
     QString nummer() const { return feld(u"txt_UNr"_s).text(); }
     QLineEdit& züchter() const { return *kind<QComboBox>(u"cbo_Name"_s).lineEdit(); }
 
-    /// Clicks a plausible wing and takes it over.
-    void missFlügel() {
-        hg().resize(1280, 800);
-        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
-        for (const QPointF& punkt : {QPointF{400, 50},
-                                     {92, 75},
-                                     {360, 56},
-                                     {288, 62},
-                                     {286, 116},
-                                     {237, 147},
-                                     {216, 143},
-                                     {292, 201}}) {
-            klick(punkt);
-        }
-        klick({500, 250}, Qt::RightButton);
-    }
     QStringList liste(const QString& name) const {
         QStringList texte;
         const QAbstractItemModel& modell = *kind<QListView>(name).model();
@@ -243,6 +227,10 @@ TEST_F(Speicherntest, changeOfLanguage_convertsTheStoredWords) {
     wähle(u"men_Sprache_2"_s);
     EXPECT_EQ(zeile(nummer())->A_D, u"Ouvrières"_s);
     EXPECT_FALSE(hg().isWindowModified());
+    züchter().setText(u"B"_s);
+    wähle(u"men_Datei_2"_s); // the row says the same in other words: nobody changed it
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+    EXPECT_EQ(zeile(nummer())->Z_NAME, u"B"_s);
 }
 
 TEST_F(Speicherntest, resultsFileThatIsGone_isMadeAnewAndTheUserIsTold) {
