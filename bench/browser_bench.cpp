@@ -18,8 +18,18 @@ public:
     void meldung(const QString& /*titel*/, const QString& text, Meldungsart /*art*/) override {
         qFatal("%s", qPrintable(text));
     }
+    void bericht(const QString& /*titel*/, const QString& text, const QStringList&) override {
+        qFatal("%s", qPrintable(text));
+    }
     Antwort frage(const Frage& /*frage*/) override { return Antwort::Nein; }
+    std::optional<int> auswahl(const QString&, const QString&, const QStringList&, int) override {
+        return std::nullopt;
+    }
     QString dateiOeffnen(const QString&, const QString&, const QString&) override { return {}; }
+    QStringList dateienOeffnen(const QString&, const QString&, const QString&) override {
+        return {};
+    }
+    QString ordnerWaehlen(const QString&, const QString&) override { return {}; }
     QString dateiSpeichern(const QString&, const QString&, const QString&) override { return {}; }
 };
 

@@ -1,6 +1,7 @@
 #include "evaluation/diagrammansicht.h"
 
 #include "lang/texte.h"
+#include "lang/zielwahl.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -312,25 +313,15 @@ void Diagrammansicht::frageUndSpeichere(Diagrammformat format) {
             ? texte_(std::holds_alternative<Kurvenbild>(bild_) ? Text::MenüKurven
                                                                : Text::MenüKorrelation)
             : vorschlag_;
-    QString pfad = dialoge_.dateiSpeichern(
-        texte_(Meldung::DiagrammSpeichern).arg(name), vorschlag + endung,
-        texte_(Meldung::DiagrammDateien).arg(name) + u" (*"_s + endung + u')');
-    if (pfad.isEmpty()) {
-        return;
+    const QString pfad = wähleZiel(
+        texte_, dialoge_,
+        {.titel = texte_(Meldung::DiagrammSpeichern).arg(name),
+         .vorschlag = vorschlag + endung,
+         .muster = texte_(Meldung::DiagrammDateien).arg(name) + u" (*"_s + endung + u')',
+         .endungen = {endung}});
+    if (!pfad.isEmpty()) {
+        speichere(pfad, format);
     }
-    if (!pfad.endsWith(endung, Qt::CaseInsensitive)) {
-        pfad += endung;
-        // The file chooser asked about the name as it was typed.
-        if (QFileInfo::exists(pfad) &&
-            dialoge_.frage(
-                {.titel = texte_(Meldung::DiagrammSpeichern).arg(name),
-                 .text = texte_(Meldung::DateiErsetzenFrage).arg(QDir::toNativeSeparators(pfad)),
-                 .ja = texte_(Meldung::Ersetzen),
-                 .nein = texte_(Meldung::NichtErsetzen)}) != Antwort::Ja) {
-            return;
-        }
-    }
-    speichere(pfad, format);
 }
 
 } // namespace tarvel

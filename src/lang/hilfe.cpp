@@ -1,8 +1,10 @@
 #include "lang/hilfe.h"
 
+#include "platform/dialoge.h"
 #include "platform/shell.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 
 namespace tarvel {
@@ -48,6 +50,15 @@ bool öffneHilfe(const Texte& texte, Shell& shell, const QString& seite) {
     }
     const QString html = hilfeseite(texte, seite);
     return !html.isEmpty() && shell.openDocument(html);
+}
+
+void zeigeHilfe(const Texte& texte, Shell& shell, Dialoge& dialoge, const QString& seite) {
+    if (!öffneHilfe(texte, shell, seite)) {
+        dialoge.meldung(texte(Text::MenüHilfe),
+                        texte(Text::DateiNichtGefunden) + u'\n' +
+                            QDir::toNativeSeparators(texte.HilfeDatei()),
+                        Meldungsart::Ausruf);
+    }
 }
 
 } // namespace tarvel

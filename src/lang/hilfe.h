@@ -7,6 +7,7 @@
 
 namespace tarvel {
 
+class Dialoge;
 class Shell;
 
 /// Real path of a page of the user guide in @p sprache; empty when no folder holds it.
@@ -22,5 +23,8 @@ class Shell;
 /// guide. False when there is neither.
 [[nodiscard]] bool öffneHilfe(const Texte& texte, Shell& shell,
                               const QString& seite = QStringLiteral("index"));
+
+/// The same, and tells the user when there is neither.
+void zeigeHilfe(const Texte& texte, Shell& shell, Dialoge& dialoge, const QString& seite);
 
 } // namespace tarvel

@@ -355,12 +355,7 @@ bool Übersetz::geändert() const {
 }
 
 void Übersetz::hilfe() {
-    if (öffneHilfe(texte_, shell_, u"protokoll"_s))
-        return;
-    dialoge_.meldung(texte_(Text::MenüHilfe),
-                     texte_(Text::DateiNichtGefunden) + u'\n' +
-                         QDir::toNativeSeparators(texte_.HilfeDatei()),
-                     Meldungsart::Ausruf);
+    zeigeHilfe(texte_, shell_, dialoge_, u"protokoll"_s);
 }
 
 void Übersetz::Form_Resize() {

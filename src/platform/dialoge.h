@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace tarvel {
 
 /// The picture beside a message; it also decides how urgent the message sounds to a screen reader.
@@ -33,12 +35,23 @@ public:
     virtual ~Dialoge() = default;
 
     virtual void meldung(const QString& titel, const QString& text, Meldungsart art) = 0;
+    /// A message with a list that may be too long for a message box, such as what failed and why.
+    virtual void bericht(const QString& titel, const QString& text, const QStringList& zeilen) = 0;
     [[nodiscard]] virtual Antwort frage(const Frage& frage) = 0;
+    /// Lets the user choose one of @p worte. Position of the choice, at first @p vorgabe; nullopt
+    /// when the user cancelled.
+    [[nodiscard]] virtual std::optional<int> auswahl(const QString& titel, const QString& text,
+                                                     const QStringList& worte, int vorgabe) = 0;
 
     /// Asks for an existing file. @p filter in the toolkit's form ("Bilder (*.png *.jpg);;…").
     /// Returns an empty text when the user cancelled.
     [[nodiscard]] virtual QString dateiOeffnen(const QString& titel, const QString& ordner,
                                                const QString& filter) = 0;
+    /// Asks for existing files, one or several; none when the user cancelled.
+    [[nodiscard]] virtual QStringList dateienOeffnen(const QString& titel, const QString& ordner,
+                                                     const QString& filter) = 0;
+    /// Asks for an existing folder. Returns an empty text when the user cancelled.
+    [[nodiscard]] virtual QString ordnerWaehlen(const QString& titel, const QString& ordner) = 0;
     /// Asks for a place to write to; asks before it returns an existing file.
     [[nodiscard]] virtual QString dateiSpeichern(const QString& titel, const QString& vorschlag,
                                                  const QString& filter) = 0;

@@ -12,7 +12,9 @@
 namespace tarvel {
 namespace {
 
-constexpr qint64 groessteDatei = qint64{16} * 1024 * 1024;
+// A hundred times what settings take. Every value is read anew from the file, so a larger one would
+// keep the program from starting for minutes.
+constexpr qint64 groessteDatei = qint64{1} * 1024 * 1024;
 
 bool istLeerzeichen(char c) {
     return c == ' ' || c == '\t' || c == '\v' || c == '\f';

@@ -1,10 +1,16 @@
 #include "platform/system_dialoge.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QKeySequence>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
 
 namespace tarvel {
 namespace {
@@ -32,10 +38,14 @@ void richteEin(QMessageBox& box, const QString& titel, const QString& text, Meld
     box.setIcon(bildVon(art));
 }
 
+void beschrifte(QPushButton& knopf, const QString& wort) {
+    if (!wort.isEmpty())
+        knopf.setText(wort);
+}
+
 QPushButton* knopf(QMessageBox& box, QMessageBox::StandardButton art, const QString& wort) {
     QPushButton* neu = box.addButton(art);
-    if (!wort.isEmpty())
-        neu->setText(wort);
+    beschrifte(*neu, wort);
     return neu;
 }
 
@@ -80,6 +90,58 @@ void SystemDialoge::meldung(const QString& titel, const QString& text, Meldungsa
     box.exec();
 }
 
+void SystemDialoge::bericht(const QString& titel, const QString& text, const QStringList& zeilen) {
+    QDialog fenster(QApplication::activeWindow());
+    fenster.setWindowTitle(titel);
+    auto* satz = new QLabel(text);
+    satz->setTextFormat(Qt::PlainText);
+    satz->setWordWrap(true);
+    auto* liste = new QPlainTextEdit(zeilen.join(u'\n'));
+    liste->setReadOnly(true); // but selected and copied
+    liste->setTabChangesFocus(true);
+    liste->setAccessibleName(text);
+    satz->setBuddy(liste);
+    auto* knoepfe = new QDialogButtonBox(QDialogButtonBox::Ok);
+    beschrifte(*knoepfe->button(QDialogButtonBox::Ok), worte_.ok);
+    QObject::connect(knoepfe, &QDialogButtonBox::accepted, &fenster, &QDialog::accept);
+    auto* layout = new QVBoxLayout(&fenster);
+    layout->addWidget(satz);
+    layout->addWidget(liste, 1);
+    layout->addWidget(knoepfe);
+    const QFontMetrics schrift = fenster.fontMetrics();
+    constexpr int breite = 90;
+    constexpr int hoehe = 20;
+    fenster.resize(QSize(breite * schrift.averageCharWidth(), hoehe * schrift.lineSpacing())
+                       .boundedTo(fenster.screen()->availableSize()));
+    const Fragezeiger zeiger;
+    fenster.exec();
+}
+
+std::optional<int> SystemDialoge::auswahl(const QString& titel, const QString& text,
+                                          const QStringList& worte, int vorgabe) {
+    QDialog fenster(QApplication::activeWindow());
+    fenster.setWindowTitle(titel);
+    auto* satz = new QLabel(text);
+    satz->setTextFormat(Qt::PlainText);
+    auto* liste = new QComboBox;
+    liste->addItems(worte);
+    liste->setCurrentIndex(vorgabe);
+    liste->setAccessibleName(text);
+    satz->setBuddy(liste);
+    auto* knoepfe = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    beschrifte(*knoepfe->button(QDialogButtonBox::Ok), worte_.ok);
+    beschrifte(*knoepfe->button(QDialogButtonBox::Cancel), worte_.abbrechen);
+    QObject::connect(knoepfe, &QDialogButtonBox::accepted, &fenster, &QDialog::accept);
+    QObject::connect(knoepfe, &QDialogButtonBox::rejected, &fenster, &QDialog::reject);
+    auto* layout = new QVBoxLayout(&fenster);
+    layout->addWidget(satz);
+    layout->addWidget(liste);
+    layout->addWidget(knoepfe);
+    const Fragezeiger zeiger;
+    return fenster.exec() == QDialog::Accepted ? std::optional(liste->currentIndex())
+                                               : std::nullopt;
+}
+
 Antwort SystemDialoge::frage(const Frage& frage) {
     QMessageBox box(QApplication::activeWindow());
     richteEin(box, frage.titel, frage.text, frage.art);
@@ -106,6 +168,15 @@ Antwort SystemDialoge::frage(const Frage& frage) {
 QString SystemDialoge::dateiOeffnen(const QString& titel, const QString& ordner,
                                     const QString& filter) {
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), titel, ordner, filter);
+}
+
+QStringList SystemDialoge::dateienOeffnen(const QString& titel, const QString& ordner,
+                                          const QString& filter) {
+    return QFileDialog::getOpenFileNames(QApplication::activeWindow(), titel, ordner, filter);
+}
+
+QString SystemDialoge::ordnerWaehlen(const QString& titel, const QString& ordner) {
+    return QFileDialog::getExistingDirectory(QApplication::activeWindow(), titel, ordner);
 }
 
 QString SystemDialoge::dateiSpeichern(const QString& titel, const QString& vorschlag,

@@ -23,9 +23,15 @@ public:
     void setzeWorte(const Antwortworte& worte) { worte_ = worte; }
 
     void meldung(const QString& titel, const QString& text, Meldungsart art) override;
+    void bericht(const QString& titel, const QString& text, const QStringList& zeilen) override;
     [[nodiscard]] Antwort frage(const Frage& frage) override;
+    [[nodiscard]] std::optional<int> auswahl(const QString& titel, const QString& text,
+                                             const QStringList& worte, int vorgabe) override;
     [[nodiscard]] QString dateiOeffnen(const QString& titel, const QString& ordner,
                                        const QString& filter) override;
+    [[nodiscard]] QStringList dateienOeffnen(const QString& titel, const QString& ordner,
+                                             const QString& filter) override;
+    [[nodiscard]] QString ordnerWaehlen(const QString& titel, const QString& ordner) override;
     [[nodiscard]] QString dateiSpeichern(const QString& titel, const QString& vorschlag,
                                          const QString& filter) override;
 

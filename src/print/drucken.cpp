@@ -1,5 +1,6 @@
 #include "print/drucken.h"
 
+#include "lang/zielwahl.h"
 #include "print/protokolloptionen.h"
 
 #include <QComboBox>
@@ -132,24 +133,13 @@ void Drucken_::bef_Drucken_Click() {
 
 void Drucken_::bef_PDF_Click() {
     const Texte& t = umgebung_.texte;
-    QString pfad = umgebung_.dialoge.dateiSpeichern(t(Meldung::AlsPdfSpeichern), vorlage_.pdf,
-                                                    t(Meldung::PdfDateien) + u" (*.pdf)"_s);
+    const QString pfad = wähleZiel(t, umgebung_.dialoge,
+                                   {.titel = t(Meldung::AlsPdfSpeichern),
+                                    .vorschlag = vorlage_.pdf,
+                                    .muster = t(Meldung::PdfDateien) + u" (*.pdf)"_s,
+                                    .endungen = {u".pdf"_s}});
     if (pfad.isEmpty()) {
         return;
-    }
-    if (QFileInfo(pfad).suffix().compare(u"pdf"_s, Qt::CaseInsensitive) != 0) {
-        pfad += u".pdf"_s;
-        // The name that the chooser asked about was another one.
-        if (QFileInfo::exists(pfad) &&
-            umgebung_.dialoge.frage(
-                {.titel = t(Meldung::AlsPdfSpeichern),
-                 .text = t(Meldung::DateiErsetzenFrage).arg(QDir::toNativeSeparators(pfad)),
-                 .art = Meldungsart::Ausruf,
-                 .verwirft = true,
-                 .ja = t(Meldung::Ersetzen),
-                 .nein = t(Meldung::NichtErsetzen)}) != Antwort::Ja) {
-            return;
-        }
     }
     zeigeFortschritt(true);
     const QString grund = speichereProtokoll(pfad, vorlage_.daten, vorlage_.grafik, seiten());
@@ -159,7 +149,7 @@ void Drucken_::bef_PDF_Click() {
         return;
     }
     umgebung_.dialoge.meldung(t(Meldung::AlsPdfSpeichern),
-                              t(Meldung::PdfNichtGeschrieben).arg(QDir::toNativeSeparators(pfad)) +
+                              t(Meldung::DateiNichtGeschrieben).arg(QDir::toNativeSeparators(pfad)) +
                                   u'\n' + grund,
                               Meldungsart::Ausruf);
 }

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <deque>
+#include <utility>
 #include <vector>
 
 namespace tarvel {
@@ -20,10 +21,20 @@ public:
     std::vector<Meldungsart> arten; ///< pictures beside the messages
     std::vector<Frage> fragen;
     QStringList filter;
+    QStringList auswahlen;   ///< "text: preset" of every choice
+    std::optional<int> wahl; ///< answer to every choice: the preset without one, -1 to cancel
 
     void meldung(const QString& titel, const QString& text, Meldungsart art) override {
         arten.push_back(art);
         meldungen << titel + QStringLiteral(": ") + text;
+    }
+    void bericht(const QString& titel, const QString& text, const QStringList& zeilen) override {
+        meldung(titel, text + u'\n' + zeilen.join(u'\n'), Meldungsart::Ausruf);
+    }
+    std::optional<int> auswahl(const QString&, const QString& text, const QStringList&,
+                               int vorgabe) override {
+        auswahlen << text + QStringLiteral(": ") + QString::number(vorgabe);
+        return wahl.value_or(vorgabe) < 0 ? std::nullopt : std::optional(wahl.value_or(vorgabe));
     }
     Antwort frage(const Frage& frage) override {
         fragen.push_back(frage);
@@ -36,6 +47,14 @@ public:
     }
     QString dateiOeffnen(const QString&, const QString&, const QString& muster) override {
         filter << muster;
+        return dateien.isEmpty() ? QString() : dateien.takeFirst();
+    }
+    /// All that are left.
+    QStringList dateienOeffnen(const QString&, const QString&, const QString& muster) override {
+        filter << muster;
+        return std::exchange(dateien, {});
+    }
+    QString ordnerWaehlen(const QString&, const QString&) override {
         return dateien.isEmpty() ? QString() : dateien.takeFirst();
     }
     QString dateiSpeichern(const QString&, const QString&, const QString& muster) override {

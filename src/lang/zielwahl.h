@@ -1,0 +1,24 @@
+#pragma once
+
+#include "lang/texte.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace tarvel {
+
+class Dialoge;
+
+/// What is to be written, for whoever chooses the place.
+struct Zielfrage {
+    QString titel;
+    QString vorschlag;    ///< folder, or file
+    QString muster;       ///< as Dialoge takes it
+    QStringList endungen; ///< with their point; the first is added to a name with none of them
+};
+
+/// The file that the user wants something written to; empty when there shall be none. Asks before
+/// an existing file is replaced, also when its name came about by adding the ending.
+[[nodiscard]] QString wähleZiel(const Texte& texte, Dialoge& dialoge, const Zielfrage& frage);
+
+} // namespace tarvel
