@@ -2,15 +2,13 @@
 
 #include "evaluation/rassen.h"
 #include "measure/textdatei.h"
+#include "platform/dateiausgabe.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QIODevice>
-#include <QSaveFile>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 
 namespace tarvel {
 
@@ -34,9 +32,7 @@ void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproble
 namespace {
 
 void meldeUnlesbar(const Batchumgebung& umgebung, const QString& datei) {
-    const Meldung grund =
-        QFileInfo::exists(datei) ? Meldung::BildKeineRechte : Meldung::BildVerschwunden;
-    melde(umgebung, datei, umgebung.texte(grund).arg(QDir::toNativeSeparators(datei)), 1);
+    melde(umgebung, datei, textUnlesbar(datei, umgebung.texte), 1);
 }
 
 } // namespace
@@ -53,14 +49,13 @@ Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteA
     if (ziel.isEmpty()) {
         return umgebung.ausgabe.write(inhalt) == inhalt.size() ? Status::Gut : Status::NichtLesbar;
     }
-    QSaveFile datei(ziel);
-    if (datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size() && datei.flush() &&
-        datei.commit()) {
+    const std::optional<QString> grund = schreibeDatei(ziel, inhalt);
+    if (!grund) {
         return Status::Gut;
     }
     melde(umgebung, ziel,
-          umgebung.texte(Meldung::PdfNichtGeschrieben).arg(QDir::toNativeSeparators(ziel)) + u' ' +
-              datei.errorString());
+          umgebung.texte(Meldung::DateiNichtGeschrieben).arg(QDir::toNativeSeparators(ziel)) +
+              u' ' + *grund);
     return Status::NichtLesbar;
 }
 
@@ -90,21 +85,6 @@ std::optional<Rassenwahl> wähleRasse(const Batchumgebung& umgebung,
         position = static_cast<int>(stelle - rassen.begin());
     }
     return Rassenwahl{position, rassen[position], ladeRassestandard(position + 1, einstellungen)};
-}
-
-QByteArray vollerWert(float wert) {
-    std::array<char, 128> ziffern{};
-    const auto ende = std::to_chars(ziffern.data(), ziffern.data() + ziffern.size(), wert,
-                                    std::chars_format::fixed);
-    return {ziffern.data(), ende.ptr - ziffern.data()};
-}
-
-QByteArray zelle(const QString& text) {
-    const auto nötig = [](QChar c) { return c == u',' || c == u'"' || c == u'\n' || c == u'\r'; };
-    if (std::none_of(text.begin(), text.end(), nötig)) {
-        return text.toUtf8();
-    }
-    return '"' + text.toUtf8().replace('"', "\"\"") + '"';
 }
 
 } // namespace tarvel

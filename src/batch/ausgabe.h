@@ -63,9 +63,4 @@ struct Rassenwahl {
 [[nodiscard]] std::optional<Rassenwahl>
 wähleRasse(const Batchumgebung& umgebung, const Einstellungen& einstellungen, const QString& name);
 
-/// The shortest text with a point that gives the same single again.
-[[nodiscard]] QByteArray vollerWert(float wert);
-/// A cell of a table, in quotes where its text needs them.
-[[nodiscard]] QByteArray zelle(const QString& text);
-
 } // namespace tarvel

@@ -4,29 +4,24 @@
 #include "evaluation/klassen.h"
 #include "measure/aufloesung.h"
 
+#include <utility>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
 Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
                           const Auswertungsvorgabe& vorgabe) {
+    Koordinatenreihe gelesen =
+        reiheAus(koordinaten, vorgabe.messart, vorgabe.aufnahme, vorgabe.format);
     Auswertungsprobe probe;
     probe.datei = datei;
     probe.vorgabe = vorgabe;
-    for (const Koordinatensatz& satz : koordinaten.flügel) {
-        const auto nummer = static_cast<qint16>(probe.flügel.size() + 1);
-        const Flügelmessung messung{.punkte = satz.punkte,
-                                    .messart = vorgabe.messart,
-                                    .aufnahme = vorgabe.aufnahme,
-                                    .bilddatei = satz.bilddatei};
-        const Indizes indizes = berechneIndizes(messung.punkte, messung.messart, messung.aufnahme);
-        (void)probe.reihe.trageEin(nummer, indizes, messung, vorgabe.format);
-        const bool alle =
-            indizes.CI && (!misstAchtPunkte(vorgabe.messart) || (indizes.HI && indizes.DV));
-        if (!alle) {
-            probe.mängel.push_back({satz.zeile, satz.bezeichnung(), indizes.fehler});
-        }
-        probe.flügel.push_back({nummer, satz.bezeichnung(), messung, std::nullopt});
+    probe.reihe = std::move(gelesen.reihe);
+    probe.mängel = std::move(gelesen.mängel);
+    for (std::size_t i = 0; i < koordinaten.flügel.size(); ++i) {
+        probe.flügel.push_back({static_cast<int>(i) + 1, koordinaten.flügel[i].bezeichnung(),
+                                std::move(gelesen.messungen[i]), std::nullopt});
     }
     probe.beurteilung =
         beurteile({.Tiere = vorgabe.tiere, .Klassen = klassenCI(probe.reihe), .Merkmale = {}},
@@ -48,14 +43,6 @@ std::optional<Auswertungsprobe> lies(const QString& datei, const Auswertungsvorg
         return std::nullopt;
     }
     return werteAus(datei, std::get<Koordinaten>(gelesen), vorgabe);
-}
-
-QString grund(const Flügelmangel& mangel, const Texte& texte) {
-    if (!mangel.fehler) {
-        return texte(Text::HinweisPunkteFehlen);
-    }
-    return texte(*mangel.fehler == Rechenfehler::WurzelNegativ ? Meldung::WurzelNegativ
-                                                               : Meldung::PunkteFallenZusammen);
 }
 
 QByteArray ausgabe(const std::vector<Auswertungsprobe>& proben, Ausgabeformat format,
@@ -106,7 +93,7 @@ Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung) 
     }
     for (const Auswertungsprobe& probe : proben) {
         for (const Flügelmangel& mangel : probe.mängel) {
-            melde(umgebung, probe.datei, grund(mangel, umgebung.texte), mangel.zeile);
+            melde(umgebung, probe.datei, text(mangel, umgebung.texte), mangel.zeile);
         }
     }
     return schreibe(umgebung, {}, ausgabe(proben, befehl.format, umgebung.texte));

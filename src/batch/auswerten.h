@@ -4,8 +4,7 @@
 #include "batch/befehle.h"
 #include "evaluation/beurteilung.h"
 #include "measure/koordinatenausgabe.h"
-#include "measure/koordinatendatei.h"
-#include "measure/messreihe.h"
+#include "measure/koordinatenreihe.h"
 
 #include <QString>
 
@@ -22,13 +21,6 @@ struct Auswertungsvorgabe {
     Rassestandard standard;
     bool BewertungAktiv = true;
     Zahlenformat format;
-};
-
-/// A wing of the file that has no indices, or not all.
-struct Flügelmangel {
-    int zeile = 0;
-    QString name;
-    std::optional<Rechenfehler> fehler; ///< nullopt: points are missing
 };
 
 /// The wings of one file, evaluated as the sample of one colony.

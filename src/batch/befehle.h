@@ -3,6 +3,7 @@
 #include "evaluation/geschlecht.h"
 #include "lang/texte.h"
 #include "measure/messpunkte.h"
+#include "results/ausfuhr.h"
 
 #include <QString>
 #include <QStringList>
@@ -33,12 +34,6 @@ struct Auswertungsbefehl {
     Ausgabeformat format = Ausgabeformat::Text;
 
     bool operator==(const Auswertungsbefehl&) const = default;
-};
-
-enum class Ausfuhrart {
-    Untersuchungen, ///< a table row an examination
-    Flügel,         ///< a table row a wing
-    Tps,            ///< the stored points
 };
 
 /// export: a database as a table or as points.

@@ -55,7 +55,7 @@ Status schreibe(const GeleseneUntersuchung& gelesen, const Protokollbefehl& befe
         speichereProtokoll(befehl.pdf, daten, Briefkopfgrafik(aussehen.briefkopf));
     if (!fehler.isEmpty()) {
         melde(umgebung, befehl.pdf,
-              t(Meldung::PdfNichtGeschrieben).arg(QDir::toNativeSeparators(befehl.pdf)) + u' ' +
+              t(Meldung::DateiNichtGeschrieben).arg(QDir::toNativeSeparators(befehl.pdf)) + u' ' +
                   fehler);
         return Status::NichtLesbar;
     }

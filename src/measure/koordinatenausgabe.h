@@ -1,6 +1,7 @@
 #pragma once
 
 #include "measure/messreihe.h"
+#include "platform/csv.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,13 +25,19 @@ struct Ausgabeflügel {
 /// TPS as morphometrics programs read it: LM=8, "-1 -1" for a point that is not set, IMAGE=
 /// (without folder), ID=, SCALE= in millimetres a pixel.
 ///
-/// There y is counted from the lower edge of the picture. Where the height of the picture is not
-/// known, the wing is turned over about its own middle: its shape is right, its place is not.
+/// There y is counted from the lower edge of the picture; see gespiegelt.
 [[nodiscard]] QByteArray alsTps(std::span<const Ausgabeflügel> flügel);
 
-/// Points as a table: wing, file, x1, y1 … x8, y8; y down from the upper edge, empty cells for a
-/// point that is not set.
-[[nodiscard]] QByteArray alsPunktetabelle(std::span<const Ausgabeflügel> flügel);
+/// @name The points of a wing in a table: x1, y1 … x8, y8; y down from the upper edge, empty cells
+/// for a point that is not set
+/// @{
+[[nodiscard]] QByteArray punktspalten();
+void schreibePunkte(CsvTabelle& tabelle, const Flügelmessung& messung);
+/// @}
+
+/// The name of a picture without its folder, which only means something where it was scanned. The
+/// path may come from another system.
+[[nodiscard]] QString bildname(const QString& pfad);
 
 /// Indices as a table: wing, ci, ci_class, hi, hi_class, dv; empty cells for an index that cannot
 /// be computed.

@@ -4,6 +4,8 @@
 #include "measure/messreihe.h"
 #include "platform/zahlen.h"
 
+#include <algorithm>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -83,11 +85,20 @@ std::variant<Koordinaten, Leseproblem> liesKoordinaten(QByteArrayView bytes) {
     }
 }
 
-Messpunkte gespiegelt(const Messpunkte& punkte, float bildhöhe) {
+Messpunkte gespiegelt(const Messpunkte& punkte, std::optional<float> bildhöhe) {
+    std::optional<float> oben;
+    float unten = 0;
+    for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
+        if (punkte.gemessen(p)) {
+            oben = std::min(oben.value_or(punkte.PunktY[p]), punkte.PunktY[p]);
+            unten = std::max(unten, punkte.PunktY[p]);
+        }
+    }
+    const float höhe = bildhöhe && *bildhöhe >= unten ? *bildhöhe : oben.value_or(0) + unten;
     Messpunkte neu = punkte;
     for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
         if (neu.gemessen(p)) {
-            neu.PunktY[p] = bildhöhe - neu.PunktY[p];
+            neu.PunktY[p] = höhe - neu.PunktY[p];
         }
     }
     return neu;

@@ -54,6 +54,8 @@ struct Koordinaten {
 [[nodiscard]] std::variant<Koordinaten, Leseproblem> liesKoordinaten(QByteArrayView bytes);
 
 /// @p punkte with y counted from the other horizontal edge of a picture that is @p bildhöhe high.
-[[nodiscard]] Messpunkte gespiegelt(const Messpunkte& punkte, float bildhöhe);
+/// Where that is not known, or cannot be that of the picture the points are from, the wing is
+/// turned over about its own middle: its shape is right, its place is not.
+[[nodiscard]] Messpunkte gespiegelt(const Messpunkte& punkte, std::optional<float> bildhöhe);
 
 } // namespace tarvel

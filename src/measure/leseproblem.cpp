@@ -1,5 +1,8 @@
 #include "measure/leseproblem.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace tarvel {
@@ -66,6 +69,12 @@ QString text(const Leseproblem& problem, const Texte& texte) {
 
 QString textMitZeile(const Leseproblem& problem, const Texte& texte) {
     return texte(Meldung::LeseZeile).arg(QString::number(problem.zeile), text(problem, texte));
+}
+
+QString textUnlesbar(const QString& pfad, const Texte& texte) {
+    const bool da = QFileInfo::exists(pfad);
+    return texte(da ? Meldung::DateiKeineRechte : Meldung::DateiVerschwunden)
+        .arg(QDir::toNativeSeparators(pfad));
 }
 
 QString zitat(QStringView text) {

@@ -44,6 +44,9 @@ struct Leseproblem {
 /// With the line before it: "Line 12: 'abc' is not a valid number."
 [[nodiscard]] QString textMitZeile(const Leseproblem& problem, const Texte& texte);
 
+/// Why a file cannot be read at all: it is not there, or may not be read.
+[[nodiscard]] QString textUnlesbar(const QString& pfad, const Texte& texte);
+
 /// @p text as a reason quotes it: on one line and no longer than a reader can use.
 [[nodiscard]] QString zitat(QStringView text);
 

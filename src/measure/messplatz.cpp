@@ -237,10 +237,10 @@ void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
     switch (fehler.art) {
     case Bildfehler::Art::NichtGefunden:
         text = texte_(Text::BilddateiNichtGefunden) + u'\n' +
-               texte_(Meldung::BildVerschwunden).arg(name);
+               texte_(Meldung::DateiVerschwunden).arg(name);
         break;
     case Bildfehler::Art::KeinRecht:
-        text = texte_(Meldung::BildKeineRechte).arg(name);
+        text = texte_(Meldung::DateiKeineRechte).arg(name);
         break;
     case Bildfehler::Art::Leer:
         text = texte_(Meldung::BildLeer).arg(name);
@@ -389,8 +389,8 @@ bool Messplatz::wiederhole(int nummer) {
             dialoge_.meldung(texte_(Text::Fehler),
                              texte_(Text::BilddateiNichtGefunden) + u'\n' +
                                  texte_(Meldung::BildZumWiederholenFehlt)
-                                     .arg(QDir::toNativeSeparators(messung->bilddatei))
-                                     .arg(nummer, 3, 10, QChar(u'0')),
+                                     .arg(QDir::toNativeSeparators(messung->bilddatei),
+                                          u"%1"_s.arg(nummer, 3, 10, QChar(u'0'))),
                              Meldungsart::Ausruf);
             return false;
         }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <span>
 
 namespace tarvel {
 
@@ -326,6 +327,22 @@ std::vector<Ergebnistabelle::Zeile> Ergebnistabelle::zeilen(const std::vector<qi
         }
         return ergebnis;
     });
+}
+
+void Ergebnistabelle::sätze(const std::vector<qint64>& ids,
+                            const std::function<bool(const Ergebnissatz&)>& nimm) const {
+    constexpr std::size_t gruppe = 64;
+    const std::span alle(ids);
+    for (std::size_t erste = 0; erste < alle.size(); erste += gruppe) {
+        const auto teil = alle.subspan(erste, std::min(gruppe, alle.size() - erste));
+        const auto gelesen = mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+            SQLite::Transaction lesen(datei.verbindung());
+            return lies(datei, teil);
+        });
+        if (!std::all_of(gelesen.begin(), gelesen.end(), nimm)) {
+            return;
+        }
+    }
 }
 
 void Ergebnistabelle::ändere(const Zeile& alt, const Zeile& neu) {

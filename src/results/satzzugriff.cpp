@@ -132,6 +132,33 @@ void füge(Ergebnisdatei& datei, const Ergebnissatz& satz, const std::vector<Fre
     einfügen.exec();
 }
 
+/// A row whose columns @p spalte gives by their names, always in the same order.
+template <typename Spalte>
+Ergebnissatz baueSatz(Spalte&& spalte) {
+    Ergebnissatz satz;
+    const auto text = [&](const std::string& name) {
+        Spaltentext wert = spalte(name);
+        if (!wert.istLesbar) {
+            satz.unlesbar << QString::fromStdString(name);
+        }
+        return std::move(wert.text);
+    };
+    satz.U_NR = text("U_NR");
+    for (const auto& [name, wert] : textstellen) {
+        satz.*wert = text(name);
+    }
+    for (std::size_t i = 0; i < satz.Grafik.size(); ++i) {
+        satz.Grafik.at(i) = text(grafikspalte(i));
+    }
+    const QString datum = text("DATUM");
+    satz.DATUM = QDate::fromString(datum.left(10), Qt::ISODate);
+    if (!satz.DATUM.isValid() && !datum.trimmed().isEmpty() &&
+        !satz.unlesbar.contains(u"DATUM"_s)) {
+        satz.unlesbar << u"DATUM"_s;
+    }
+    return satz;
+}
+
 } // namespace
 
 QString geschrieben(const QString& wert) {
@@ -158,30 +185,32 @@ std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer)
 }
 
 Ergebnissatz lies(Ergebnisdatei& datei, const std::string& ziel) {
-    Ergebnissatz satz;
-    const auto spalte = [&](const std::string& name) {
+    return baueSatz([&](const std::string& name) {
         SQLite::Statement abfrage(datei.verbindung(), "SELECT " + name + ziel);
-        const Spaltentext wert =
-            abfrage.executeStep() ? spaltentext(abfrage.getColumn(0)) : Spaltentext();
-        if (!wert.istLesbar) {
-            satz.unlesbar << QString::fromStdString(name);
+        return abfrage.executeStep() ? spaltentext(abfrage.getColumn(0)) : Spaltentext();
+    });
+}
+
+std::vector<Ergebnissatz> lies(Ergebnisdatei& datei, std::span<const qint64> ids) {
+    std::string spalten;
+    (void)baueSatz([&](const std::string& name) {
+        spalten += (spalten.empty() ? "" : ", ") + name;
+        return Spaltentext();
+    });
+    SQLite::Statement abfrage(datei.verbindung(),
+                              "SELECT " + spalten + " FROM Ergebnisse WHERE rowid = ?");
+    std::vector<Ergebnissatz> sätze;
+    for (const qint64 id : ids) {
+        abfrage.bind(1, static_cast<std::int64_t>(id));
+        if (abfrage.executeStep()) {
+            int platz = 0;
+            sätze.push_back(baueSatz([&](const std::string& /*name*/) {
+                return spaltentext(abfrage.getColumn(platz++));
+            }));
         }
-        return wert.text;
-    };
-    satz.U_NR = spalte("U_NR");
-    for (const auto& [name, wert] : textstellen) {
-        satz.*wert = spalte(name);
+        abfrage.reset();
     }
-    for (std::size_t i = 0; i < satz.Grafik.size(); ++i) {
-        satz.Grafik.at(i) = spalte(grafikspalte(i));
-    }
-    const QString datum = spalte("DATUM");
-    satz.DATUM = QDate::fromString(datum.left(10), Qt::ISODate);
-    if (!satz.DATUM.isValid() && !datum.trimmed().isEmpty() &&
-        !satz.unlesbar.contains(u"DATUM"_s)) {
-        satz.unlesbar << u"DATUM"_s;
-    }
-    return satz;
+    return sätze;
 }
 
 bool stehenGleich(Ergebnissatz a, Ergebnissatz b) {

@@ -3,6 +3,7 @@
 #include "results/ergebnisdatei.h"
 #include "results/ergebnissatz.h"
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ namespace tarvel {
 [[nodiscard]] std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer);
 /// The row of @p ziel, column by column.
 [[nodiscard]] Ergebnissatz lies(Ergebnisdatei& datei, const std::string& ziel);
+/// The rows at those places of the file; one that has gone is left out.
+[[nodiscard]] std::vector<Ergebnissatz> lies(Ergebnisdatei& datei, std::span<const qint64> ids);
 /// Whether both stand in the file alike: an empty text is written as a blank, and the words of
 /// caste and verdict are the same in every language, because a change of language rewrites them.
 [[nodiscard]] bool stehenGleich(Ergebnissatz a, Ergebnissatz b);

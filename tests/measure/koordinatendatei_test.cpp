@@ -56,6 +56,17 @@ Ausgabeflügel ausgabe(int nummer, const QString& name, const Messpunkte& p, qin
             .bildhöhe = {}};
 }
 
+QByteArray punktetabelle(std::span<const Ausgabeflügel> flügel) {
+    CsvTabelle tabelle("wing,file," + punktspalten());
+    for (const Ausgabeflügel& f : flügel) {
+        tabelle.text(f.name.isEmpty() ? QString::number(f.nummer) : f.name);
+        tabelle.text(bildname(f.messung.bilddatei));
+        schreibePunkte(tabelle, f.messung);
+        tabelle.zeilenende();
+    }
+    return tabelle.csv();
+}
+
 } // namespace
 
 TEST(KoordinatenCsv, formsOfOneTable_giveTheSameWing) {
@@ -227,7 +238,7 @@ TEST(Koordinatenausgabe, writtenPoints_areReadBackTheSame) {
     const Ausgabeflügel flügel[] = {ausgabe(1, u"Königin, \"links\""_s, krumm),
                                     ausgabe(2, {}, halb)};
 
-    const Koordinaten csv = gelesen(alsPunktetabelle(flügel));
+    const Koordinaten csv = gelesen(punktetabelle(flügel));
     const Koordinaten tps = gelesen(alsTps(flügel));
     EXPECT_EQ(csv.flügel[0].punkte, krumm);
     EXPECT_EQ(tps.flügel[0].punkte.PunktX, krumm.PunktX);

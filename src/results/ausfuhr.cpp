@@ -1,0 +1,138 @@
+#include "results/ausfuhr.h"
+
+#include "measure/statistik.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Größe {
+    const char* name;
+    float Chartwerte::*wert;
+};
+constexpr std::array Größen{Größe{"ci", &Chartwerte::CI}, Größe{"hi", &Chartwerte::HI},
+                            Größe{"dv", &Chartwerte::DV}};
+
+QByteArray kopf(Ausfuhrart art) {
+    if (art == Ausfuhrart::Flügel) {
+        return "examination,date,race,caste,wing,ci,ci_class,hi,hi_class,dv,file,dpi,zoom," +
+               punktspalten();
+    }
+    QByteArray kopf = "examination,date,year,queen,region,breeder_number,breeder,owner,colony,"
+                      "mating,race,caste,conforms,dpi,wings";
+    for (const Größe& g : Größen) {
+        for (const char* figur : {"n", "mean", "sd", "min", "max"}) {
+            kopf += QByteArray(",") + g.name + '_' + figur;
+        }
+    }
+    return kopf + ",marks_bees,marks";
+}
+
+QByteArray zahl(std::optional<double> zahl) {
+    constexpr int stellen = 7; // all that the mean of singles has
+    return zahl ? QByteArray::number(*zahl, 'g', stellen) : QByteArray();
+}
+
+QByteArray wert(float wert) {
+    return wert == Chartwerte::KeinWert ? QByteArray() : vollerWert(wert);
+}
+
+QByteArray klasse(float index, float (*position)(float)) {
+    return wert(index == Chartwerte::KeinWert ? index : position(index));
+}
+
+QString tiere(const Kolonieangaben& angaben) {
+    return angaben.Tiere == Geschlecht::Drohnen ? u"drones"_s : u"workers"_s;
+}
+
+} // namespace
+
+Ausfuhr::Ausfuhr(Ausfuhrart art, Bildhöhe bildhöhe)
+    : art_(art)
+    , bildhöhe_(std::move(bildhöhe))
+    , tabelle_(kopf(art)) {}
+
+QStringList Ausfuhr::nimm(const Ergebnissatz& satz, const Satzumgebung& umgebung) {
+    const GeleseneUntersuchung gelesen = untersuchungAus(satz, umgebung);
+    switch (art_) {
+    case Ausfuhrart::Untersuchungen:
+        nimmUntersuchung(satz, gelesen);
+        break;
+    case Ausfuhrart::Flügel:
+        nimmFlügel(satz, gelesen);
+        break;
+    case Ausfuhrart::Tps:
+        nimmPunkte(satz, gelesen);
+        break;
+    }
+    return gelesen.nichtGelesen;
+}
+
+const QByteArray& Ausfuhr::inhalt() const {
+    return art_ == Ausfuhrart::Tps ? tps_ : tabelle_.csv();
+}
+
+void Ausfuhr::nimmUntersuchung(const Ergebnissatz& satz, const GeleseneUntersuchung& gelesen) {
+    const Kolonieangaben& a = gelesen.angaben;
+    const Messreihe& reihe = gelesen.reihe;
+    for (const QString& text : {satz.U_NR, gelesen.datum.toString(Qt::ISODate), a.Jahr, a.KNr, a.LV,
+                                a.ZNr, a.Name, a.Besitzer, a.Volk, a.Begattung, satz.RASSE,
+                                tiere(a), gelesen.EntsprichtRasse ? u"yes"_s : u"no"_s}) {
+        tabelle_.text(text);
+    }
+    tabelle_.zelle(gelesen.auflösung ? QByteArray::number(*gelesen.auflösung) : QByteArray());
+    tabelle_.zelle(QByteArray::number(std::ssize(reihe.nummern())));
+    for (const Größe& g : Größen) {
+        const auto k = kennzahlen(werte(reihe, g.wert));
+        tabelle_.zelle(QByteArray::number(k ? static_cast<qsizetype>(k->anzahl) : 0));
+        tabelle_.zelle(zahl(k ? std::optional(k->mittelwert) : std::nullopt));
+        tabelle_.zelle(zahl(k ? k->standardabweichung : std::nullopt));
+        tabelle_.zelle(zahl(k ? std::optional(k->minimum) : std::nullopt));
+        tabelle_.zelle(zahl(k ? std::optional(k->maximum) : std::nullopt));
+    }
+    const QString prozent = satz.PROZENT.trimmed();
+    const qsizetype anteile = prozent.lastIndexOf(u';');
+    tabelle_.text(prozent.sliced(anteile + 1));
+    tabelle_.text(prozent.left(std::max<qsizetype>(anteile, 0)));
+    tabelle_.zeilenende();
+}
+
+void Ausfuhr::nimmFlügel(const Ergebnissatz& satz, const GeleseneUntersuchung& gelesen) {
+    for (const int nummer : gelesen.reihe.nummern()) {
+        for (const QString& text : {satz.U_NR, gelesen.datum.toString(Qt::ISODate), satz.RASSE,
+                                    tiere(gelesen.angaben), QString::number(nummer)}) {
+            tabelle_.text(text);
+        }
+        const Chartwerte& w = gelesen.reihe.chartwerte(nummer);
+        for (const QByteArray& zelle : {wert(w.CI), klasse(w.CI, klassenpositionCI), wert(w.HI),
+                                        klasse(w.HI, klassenpositionHI), wert(w.DV)}) {
+            tabelle_.zelle(zelle);
+        }
+        const Flügelmessung* messung = gelesen.reihe.messung(nummer);
+        tabelle_.text(messung == nullptr ? QString() : messung->bilddatei);
+        tabelle_.text(messung == nullptr ? QString() : QString::number(messung->aufnahme.dpi));
+        tabelle_.text(messung == nullptr ? QString()
+                                         : QString::number(messung->aufnahme.Zoomfaktor));
+        schreibePunkte(tabelle_, messung == nullptr ? Flügelmessung{} : *messung);
+        tabelle_.zeilenende();
+    }
+}
+
+void Ausfuhr::nimmPunkte(const Ergebnissatz& satz, const GeleseneUntersuchung& gelesen) {
+    std::vector<Ausgabeflügel> flügel;
+    for (const auto& [nummer, messung] : gelesen.reihe.messungen()) {
+        flügel.push_back({.nummer = nummer,
+                          .name = satz.U_NR.trimmed() + u'/' + QString::number(nummer),
+                          .messung = messung,
+                          .bildhöhe = bildhöhe_ ? bildhöhe_(messung.bilddatei) : std::nullopt});
+    }
+    tps_ += alsTps(flügel);
+}
+
+} // namespace tarvel

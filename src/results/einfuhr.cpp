@@ -1,0 +1,137 @@
+#include "results/einfuhr.h"
+
+#include "evaluation/beurteilung.h"
+#include "evaluation/merkmale.h"
+#include "measure/messdatei.h"
+#include "measure/textdatei.h"
+#include "results/datenbankfehler.h"
+#include "results/einlesen.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Line of a measurement file that fills a column.
+int zeileZu(const QString& spalte) {
+    constexpr std::array<std::pair<QStringView, int>, 6> zeilen{{{u"ZB_NR", 3},
+                                                                 {u"U_NR", 6},
+                                                                 {u"Z_NAME", 7},
+                                                                 {u"B_NAME", 10},
+                                                                 {u"VOLK", 11},
+                                                                 {u"VATER", 12}}};
+    const auto* const stelle = std::find_if(zeilen.begin(), zeilen.end(),
+                                            [&](const auto& z) { return z.first == spalte; });
+    return stelle == zeilen.end() ? 1 : stelle->second;
+}
+
+/// Whether the file was read all the same.
+bool nurHinweis(const Leseproblem& problem) {
+    return problem.grund == Lesegrund::AndererZeichensatz;
+}
+
+Einfuhrbericht::Hinweis ablehnung(const Datenbankfehler& fehler, const Texte& texte) {
+    const QString grund = meldungstext(texte, fehler);
+    switch (fehler.grund()) {
+    case Datenbankgrund::NummerDoppelt:
+        return {zeileZu(u"U_NR"_s), grund};
+    case Datenbankgrund::TextZuLang:
+        return {zeileZu(fehler.einzelheit()), grund};
+    default:
+        return {std::nullopt, grund};
+    }
+}
+
+} // namespace
+
+Einfuhr::Einfuhr(const QString& DatenbankPfad, Einfuhrumgebung umgebung)
+    : umgebung_(std::move(umgebung))
+    , tabelle_(DatenbankPfad)
+    , vorhanden_(QFile::exists(DatenbankPfad)) {
+    if (vorhanden_) {
+        tabelle_.öffneProbeweise();
+    }
+}
+
+Einfuhrbericht Einfuhr::nimm(const QString& pfad) {
+    const Texte& texte = umgebung_.satz.texte;
+    Einfuhrbericht bericht;
+    const std::optional<QByteArray> bytes = dateiinhalt(pfad);
+    if (!bytes) {
+        bericht.hinweise.push_back({1, textUnlesbar(pfad, texte)});
+        return bericht;
+    }
+    const Messdatei gelesen = liesMessdatei(*bytes);
+    for (const Leseproblem& problem : gelesen.probleme) {
+        bericht.hinweise.push_back({problem.zeile, text(problem, texte)});
+    }
+    const bool fehlerlos =
+        std::all_of(gelesen.probleme.begin(), gelesen.probleme.end(), nurHinweis);
+    if (!gelesen.istMessdatei || !(fehlerlos || umgebung_.teilweise)) {
+        return bericht;
+    }
+    try {
+        speichere(gelesen, bericht);
+    } catch (const Datenbankfehler& fehler) {
+        bericht.hinweise.push_back(ablehnung(fehler, texte));
+    }
+    return bericht;
+}
+
+void Einfuhr::speichere(const Messdatei& datei, Einfuhrbericht& bericht) {
+    const EingeleseneUntersuchung eingelesen =
+        untersuchungAusMessdatei(datei, umgebung_.rasse, umgebung_.satz.format);
+    Ergebnissatz satz = satzAus(eingelesen.untersuchung, entspricht(eingelesen.untersuchung),
+                                umgebung_.auflösung, umgebung_.heute, umgebung_.satz);
+    if (!eingelesen.merkmaleVerstanden) {
+        const Texte& texte = umgebung_.satz.texte;
+        satz.MERKMAL = datei.merkmaltext;
+        bericht.hinweise.push_back({std::nullopt, texte(Text::KörperMerkmale) + u": "_s +
+                                                      text({.grund = Lesegrund::Unerwartet,
+                                                            .texte = {zitat(datei.merkmaltext)}},
+                                                           texte)});
+    }
+    if (vorhanden_) {
+        bericht.nummer = speichere(satz);
+        return;
+    }
+    NeueDatenbank(tabelle_.pfad());
+    try {
+        bericht.nummer = speichere(satz);
+        vorhanden_ = true;
+    } catch (const Datenbankfehler&) {
+        QFile::remove(tabelle_.pfad()); // nobody asked for an empty one
+        throw;
+    }
+}
+
+QString Einfuhr::speichere(Ergebnissatz& satz) {
+    if (satz.U_NR.trimmed().isEmpty()) {
+        satz.U_NR = tabelle_.NächsteNummer(umgebung_.heute, umgebung_.kurzzeichen);
+    }
+    const std::optional<Ergebnissatz> keine;
+    if (!tabelle_.ersetze(satz, keine)) {
+        throw Datenbankfehler(Datenbankgrund::NummerDoppelt, tabelle_.pfad(), satz.U_NR);
+    }
+    return satz.U_NR;
+}
+
+bool Einfuhr::entspricht(const Untersuchung& untersuchung) const {
+    const Merkmalauswertung merkmale =
+        MerkmaleAuswerten(untersuchung.merkmale(), umgebung_.satz.OhneHaarlänge);
+    return beurteile({.Tiere = untersuchung.angaben().Tiere,
+                      .Klassen = klassenCI(untersuchung.reihe()),
+                      .Merkmale = merkmale.Texte,
+                      .Merkmalfehler = merkmale.Fehler},
+                     umgebung_.standard, umgebung_.BewertungAktiv)
+        .EntsprichtRasse;
+}
+
+} // namespace tarvel
