@@ -94,6 +94,10 @@ void Befehlsleiste::baueMenüs() {
     füge(Datei, 1, Text::MenüÖffnen, Meldung::TippÖffnen, u"oeffnen"_s, QKeySequence::Open);
     füge(Datei, 2, Text::MenüSpeichern, Meldung::TippSpeichern, {}, QKeySequence::Save);
     füge(Datei, 3, Text::Importieren, Meldung::TippImportieren, {}, Qt::CTRL | Qt::Key_I);
+    füge(Datei, DateiOrdnerImportieren, Meldung::ImportOrdner, Meldung::TippImportOrdner, {},
+         Qt::CTRL | Qt::SHIFT | Qt::Key_I);
+    füge(Datei, DateiExportieren, Meldung::Exportieren, Meldung::TippExportieren, {},
+         Qt::CTRL | Qt::Key_E);
     trenne(Datei);
     füge(Datei, 5, Text::MenüBildLaden, Meldung::TippBildLaden, u"bild-laden"_s,
          Qt::CTRL | Qt::Key_L);

@@ -20,6 +20,10 @@ namespace tarvel {
 /// Menus of the main window. The items of a menu are told apart by their index in its array.
 enum class Menue { Datei, Bearbeiten, Ansicht, Zoom, Extras, Betriebsart, Sprache, Hilfe };
 
+/// Items of the file menu for what other programs read and write.
+inline constexpr int DateiOrdnerImportieren = 20;
+inline constexpr int DateiExportieren = 21;
+
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;
 inline constexpr int AnsichtLeisteRechts = 21;

@@ -47,10 +47,21 @@ public:
         std::fputs(qPrintable(text + u'\n'), stderr);
         ++meldungen_;
     }
+    void bericht(const QString& titel, const QString& text, const QStringList& zeilen) override {
+        meldung(titel, text + u'\n' + zeilen.join(u'\n'), Meldungsart::Ausruf);
+    }
     Antwort frage(const Frage& /*frage*/) override { return Antwort::Ja; }
+    std::optional<int> auswahl(const QString&, const QString&, const QStringList&,
+                               int vorgabe) override {
+        return vorgabe;
+    }
     QString dateiOeffnen(const QString&, const QString&, const QString&) override {
         return muster_;
     }
+    QStringList dateienOeffnen(const QString&, const QString&, const QString&) override {
+        return {muster_};
+    }
+    QString ordnerWaehlen(const QString&, const QString&) override { return {}; }
     QString dateiSpeichern(const QString&, const QString& vorschlag, const QString&) override {
         return QFileInfo(muster_).dir().filePath(u"protokoll."_s + QFileInfo(vorschlag).suffix());
     }

@@ -21,6 +21,7 @@ Programm::Programm(const QString& ordner, const Dienste& dienste)
     , einstellungen_(ordner + u"/Index.ini"_s)
     , texte_(ordner)
     , qtÜbersetzung_(texte_, ordner)
+    , hilfetaste_(texte_, dienste.shell, dienste.dialoge)
     , ablage_({.einstellungen = einstellungen_,
                .texte = texte_,
                .dialoge = dienste.dialoge,

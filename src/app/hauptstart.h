@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/hilfetaste.h"
 #include "app/umgebung.h"
 #include "lang/protokolltexte.h"
 #include "lang/qt_uebersetzung.h"
@@ -57,6 +58,7 @@ private:
     Texte texte_;
     QtÜbersetzung qtÜbersetzung_;
     Protokollfelder übersetzung_;
+    Hilfetaste hilfetaste_;
     Untersuchung untersuchung_;
     Ablage ablage_;
     Sitzung sitzung_;

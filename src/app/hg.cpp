@@ -67,7 +67,8 @@ HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& unter
     , modelle_(untersuchung_.reihe(), umgebung.texte, umgebung.format)
     , befehle_(*this, umgebung.texte)
     , auswertung_(umgebung, untersuchung_)
-    , protokoll_(umgebung, untersuchung_, auswertung_) {
+    , protokoll_(umgebung, untersuchung_, auswertung_)
+    , austausch_(umgebung_, ablage_, untersuchung_) {
     setObjectName(u"HG"_s);
     setAcceptDrops(true);
     baueFläche();
@@ -149,6 +150,7 @@ void HG::baueFläche() {
 void HG::baueStatuszeile() {
     status_ = new QLabel;
     status_->setObjectName(u"lab_Status"_s);
+    status_->setTextFormat(Qt::PlainText); // names of files are no pages
     status_->setIndent(Rand);
     statusBar()->addPermanentWidget(status_, 1);
     statusBar()->setSizeGripEnabled(false);
@@ -314,7 +316,8 @@ void HG::warneVorGeringerAuflösung() {
 }
 
 void HG::warneVorSchreibfehler() {
-    if (schreibfehlerGemeldet_ || !umgebung_.einstellungen.schreibenMisslungen()) {
+    // While the program starts, another hint would take its place at once.
+    if (!sitzungLäuft_ || schreibfehlerGemeldet_ || !umgebung_.einstellungen.schreibenMisslungen()) {
         return;
     }
     schreibfehlerGemeldet_ = true;
@@ -405,6 +408,7 @@ void HG::zeigeZustand() {
         erlaube(menü, index, verteiler_.kennt(wort));
     }
     erlaube(Menue::Datei, 10, protokoll_.seitenzahl() == 2);
+    erlaube(Menue::Datei, DateiExportieren, !reihe.leer());
     erlaube(Menue::Datei, 6, mitBild);
     erlaube(Menue::Ansicht, 6, mitBild);
     erlaube(Menue::Ansicht, 7, mitBild);
@@ -479,7 +483,7 @@ void HG::zeigeStatuszeile() {
           << t(Meldung::FlügelNummer).arg(messung_.nummer(), 3, 10, QChar(u'0'));
     if (const QString& pfad = ablage_.DatenbankPfad(); !pfad.isEmpty()) {
         teile << t(Meldung::DatenbankStatus).arg(QFileInfo(pfad).fileName());
-        status_->setToolTip(QDir::toNativeSeparators(pfad));
+        status_->setToolTip(Qt::convertFromPlainText(QDir::toNativeSeparators(pfad)));
     }
     status_->setText(teile.join(u"   ·   "_s));
 
@@ -520,13 +524,15 @@ void HG::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void HG::dropEvent(QDropEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    for (const QUrl& url : urls) {
+    QStringList dateien;
+    for (const QUrl& url : event->mimeData()->urls()) {
         if (url.isLocalFile()) {
-            event->acceptProposedAction();
-            öffneDatei(url.toLocalFile());
-            return;
+            dateien << url.toLocalFile();
         }
+    }
+    if (!dateien.isEmpty()) {
+        event->acceptProposedAction();
+        öffneDateien(dateien);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/austausch.h"
 #include "app/auswertung.h"
 #include "app/befehlsleiste.h"
 #include "app/protokollausgabe.h"
@@ -54,8 +55,11 @@ public:
     /// or the user kept the present one.
     bool ladeBild(const QString& pfad);
 
-    /// Opens what the program was given: a results file, else a picture.
+    /// Opens what the program was given: a results file, a picture, a measurement or coordinate
+    /// file; measurement files of a folder are stored. False, with a message, when that failed.
     bool öffneDatei(const QString& pfad);
+    /// Opens several: one of each kind, but stores measurement files when there are more than one.
+    bool öffneDateien(const QStringList& pfade);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -99,11 +103,21 @@ private:
     [[nodiscard]] bool verlasseUntersuchung();
     /// True when nothing of the examination is left to be stored, as SpeichernDB says.
     bool speichere(Speicheranlass anlass);
+    [[nodiscard]] Ablagestand stand() const;
     void öffnen();
     void LadenBee();
+    void importiereOrdner();
+    /// What follows an import into the results file. False when nothing came of it.
+    bool importiert(const QString& ergebnis);
+    void exportiere();
+    [[nodiscard]] std::optional<QByteArray> lesEin(const QString& pfad);
+    void meldeNichtGelesen(const QString& pfad, const QStringList& gründe);
+    [[nodiscard]] std::optional<int> frageAuflösung(std::optional<int> ausDatei);
     /// Takes the measurement file @p pfad over as a new examination. False, with a message, when it
     /// is none.
     bool lesMessdatei(const QString& pfad);
+    /// The same for the wings of a coordinate file.
+    bool lesKoordinaten(const QString& pfad);
     bool ladeUntersuchung(const QString& nummer);
     void zeigeUntersuchung();
 
@@ -147,6 +161,7 @@ private:
     Befehlsleiste befehle_;
     Auswertung auswertung_;
     Protokollausgabe protokoll_;
+    Austausch austausch_;
 
     QSplitter* teiler_ = nullptr;
     QStackedWidget* ansichten_ = nullptr;

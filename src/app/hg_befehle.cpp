@@ -43,6 +43,12 @@ void HG::men_Datei_Click(int index) {
     case 3:
         LadenBee();
         break;
+    case DateiOrdnerImportieren:
+        importiereOrdner();
+        break;
+    case DateiExportieren:
+        exportiere();
+        break;
     case 5:
         verteiler_.ausführen(befehl::BildLaden);
         break;
@@ -241,12 +247,7 @@ QString HG::hilfethema() const {
 void HG::men_Hilfe_Click(int index) {
     switch (index) {
     case 0:
-        if (!öffneHilfe(umgebung_.texte, umgebung_.shell, hilfethema())) {
-            umgebung_.dialoge.meldung(umgebung_.texte(Text::MenüHilfe),
-                                      umgebung_.texte(Text::DateiNichtGefunden) + u'\n' +
-                                          QDir::toNativeSeparators(umgebung_.texte.HilfeDatei()),
-                                      Meldungsart::Ausruf);
-        }
+        zeigeHilfe(umgebung_.texte, umgebung_.shell, umgebung_.dialoge, hilfethema());
         break;
     case 1:
         Info(umgebung_.texte, this).exec();

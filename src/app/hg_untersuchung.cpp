@@ -5,12 +5,8 @@
 #include "app/hinweiszeile.h"
 #include "evaluation/rassen.h"
 #include "measure/aufloesung.h"
-#include "measure/leseproblem.h"
-#include "measure/messdatei.h"
 #include "measure/messplatz.h"
-#include "measure/textdatei.h"
 #include "results/db.h"
-#include "results/einlesen.h"
 #include "results/kolonieformular.h"
 
 #include <QDir>
@@ -36,6 +32,7 @@ void HG::beginne() {
     }
     sitzungLäuft_ = true;
     merkeSitzung();
+    warneVorSchreibfehler();
 }
 
 bool HG::setzeSitzungFort() {
@@ -52,8 +49,8 @@ bool HG::setzeSitzungFort() {
     }
     if (umgebung_.dialoge.frage({.titel = t(Text::Untersuchung),
                                  .text = t(Meldung::SitzungFrage)
-                                             .arg(stand->angaben.UNr)
-                                             .arg(stand->reihe.nummern().size()),
+                                             .arg(stand->angaben.UNr,
+                                                  QString::number(stand->reihe.nummern().size())),
                                  .art = Meldungsart::Frage,
                                  .neinVerwirft = true,
                                  .ja = t(Meldung::SitzungWeiter),
@@ -129,11 +126,14 @@ bool HG::verlasseUntersuchung() {
     return speichere(Speicheranlass::Verlassen);
 }
 
+Ablagestand HG::stand() const {
+    return {.EntsprichtRasse = auswertung_.beurteilung().EntsprichtRasse,
+            .auflösung = messung_.aufnahme().dpi};
+}
+
 bool HG::speichere(Speicheranlass anlass) {
     const bool warGeändert = untersuchung_.geändert();
-    const bool fertig =
-        ablage_.SpeichernDB(anlass, {.EntsprichtRasse = auswertung_.beurteilung().EntsprichtRasse,
-                                     .auflösung = messung_.aufnahme().dpi});
+    const bool fertig = ablage_.SpeichernDB(anlass, stand());
     if (warGeändert && !untersuchung_.geändert()) {
         ZeigeEigenenHinweis(
             umgebung_.texte(Meldung::UntersuchungGespeichert).arg(untersuchung_.angaben().UNr));
@@ -178,66 +178,6 @@ void HG::öffnen() {
     }
 }
 
-void HG::LadenBee() {
-    const Texte& t = umgebung_.texte;
-    const QString pfad = umgebung_.dialoge.dateiOeffnen(
-        t(Text::Importieren), umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis),
-        t(Text::Messdateien) + u" (*.Bee *.bee *.BEE)"_s);
-    if (!pfad.isEmpty()) {
-        lesMessdatei(pfad);
-    }
-}
-
-bool HG::lesMessdatei(const QString& pfad) {
-    const Texte& t = umgebung_.texte;
-    kolonie_->vervollständige();
-    const auto melde = [&](const QString& grund) {
-        umgebung_.dialoge.meldung(
-            t(Text::Importieren),
-            t(Meldung::ImportNichtGelesen).arg(QDir::toNativeSeparators(pfad) + u'\n' + grund),
-            Meldungsart::Ausruf);
-    };
-    const std::optional<QByteArray> inhalt = dateiinhalt(pfad);
-    if (!inhalt) {
-        melde(t(Text::DateiNichtGefunden));
-        return false;
-    }
-    const Messdatei datei = liesMessdatei(*inhalt);
-    QStringList gründe;
-    for (const Leseproblem& problem : datei.probleme) {
-        gründe << textMitZeile(problem, t);
-    }
-    if (!datei.istMessdatei) {
-        melde(gründe.join(u'\n'));
-        return false;
-    }
-    if (!verlasseUntersuchung()) {
-        return false;
-    }
-    // Race and resolution of a new examination, and its number where the file has none.
-    beginneNeue();
-    const QString nummer = untersuchung_.angaben().UNr;
-    const EingeleseneUntersuchung gelesen =
-        untersuchungAusMessdatei(datei, untersuchung_.angaben().Rasse, umgebung_.format);
-    untersuchung_ = gelesen.untersuchung;
-    if (Kolonieangaben angaben = untersuchung_.angaben(); angaben.UNr.trimmed().isEmpty()) {
-        angaben.UNr = nummer;
-        untersuchung_.setzeAngaben(angaben);
-    }
-    if (gelesen.messart) {
-        messplatz_->wünscheMessart(*gelesen.messart);
-    }
-    zeigeUntersuchung();
-    verteiler_.ausführen(befehl::Kurven);
-    if (!gelesen.merkmaleVerstanden) {
-        gründe << t(Text::KörperMerkmale) + u": "_s + datei.merkmaltext;
-    }
-    if (!gründe.isEmpty()) {
-        melde(gründe.join(u'\n'));
-    }
-    return true;
-}
-
 bool HG::ladeUntersuchung(const QString& nummer) {
     const std::optional<GeleseneUntersuchung> gelesen = ablage_.LadenDB(nummer);
     if (!gelesen) {
@@ -276,21 +216,6 @@ void HG::zeigeUntersuchung() {
     auswertung_.ladeStandard();
     auswertung_.zeigeMerkmale();
     reiheGeändert();
-}
-
-bool HG::öffneDatei(const QString& pfad) {
-    if (QFileInfo(pfad).suffix().compare(u"bee"_s, Qt::CaseInsensitive) == 0) {
-        return lesMessdatei(pfad);
-    }
-    if (QFileInfo(pfad).suffix().compare(u"tdb"_s, Qt::CaseInsensitive) != 0) {
-        return ladeBild(pfad);
-    }
-    kolonie_->vervollständige();
-    if (!verlasseUntersuchung() || !ablage_.DatenbankWählen(pfad)) {
-        return false;
-    }
-    zeigeLetzte();
-    return true;
 }
 
 } // namespace tarvel

@@ -122,9 +122,8 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
     }
     if (!zeile.dateien.isEmpty()) {
         // From the event loop, so that the window is up while a large scan is read.
-        QTimer::singleShot(0, programm.hauptfenster(), [&] {
-            programm.hauptfenster()->öffneDatei(zeile.dateien.constFirst());
-        });
+        QTimer::singleShot(0, programm.hauptfenster(),
+                           [&] { programm.hauptfenster()->öffneDateien(zeile.dateien); });
     }
     return QApplication::exec();
 }

@@ -257,6 +257,7 @@ QWidget* seiteBriefkopf(const Seitenbau& bau) {
     auto* vorschau = new Briefkopfvorschau;
     auto* fehler = new QLabel;
     fehler->setObjectName(u"lab_Grafikfehler"_s);
+    fehler->setTextFormat(Qt::PlainText);
     fehler->setWordWrap(true);
     const auto zeige = [&worte = bau.worte, felder, vorschau, fehler] {
         const Briefkopf kopf = felder.briefkopf();

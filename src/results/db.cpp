@@ -234,6 +234,7 @@ void DB::zeigeStand() {
     menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Löschen).setEnabled(gewählt);
     menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Sichern)
         .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
+    menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Exportieren).setEnabled(zahl > 0);
 }
 
 template <typename Filter>

@@ -9,6 +9,7 @@
 #include <QDialog>
 
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -87,6 +88,8 @@ private:
     void öffneTabelle();
     void neueTabelle();
     void sichereTabelle();
+    void exportiereTabelle();
+    [[nodiscard]] std::optional<QByteArray> gezeigteAlsCsv();
     void löscheZeile();
     void nimmTabelle(const QString& pfad);
     [[nodiscard]] QString dateimuster() const;

@@ -1,11 +1,17 @@
 // The commands of the browser that concern the results file as a whole, and the deletion of a row.
 
 #include "results/db.h"
+
+#include "lang/zielwahl.h"
+#include "platform/dateiausgabe.h"
+#include "platform/fortschritt.h"
+#include "results/ausfuhr.h"
 #include "results/ergebnisgitter.h"
 #include "results/ergebnismenues.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLineEdit>
 
 #include <algorithm>
 
@@ -20,9 +26,11 @@ bool istDieselbe(const QString& a, const QString& b) {
     return !echt.isEmpty() && echt == QFileInfo(b).canonicalFilePath();
 }
 
+constexpr QStringView Endung = u".tdb";
+
 /// A name may hold a point of its own, such as that of a year and month.
 QString mitEndung(const QString& pfad) {
-    return pfad.endsWith(u".tdb"_s, Qt::CaseInsensitive) ? pfad : pfad + u".tdb"_s;
+    return pfad.endsWith(Endung, Qt::CaseInsensitive) ? pfad : pfad + Endung.toString();
 }
 
 } // namespace
@@ -40,6 +48,9 @@ void DB::tabellenbefehl(int index) {
         break;
     case Ergebnismenüs::Löschen:
         löscheZeile();
+        break;
+    case Ergebnismenüs::Exportieren:
+        exportiereTabelle();
         break;
     default:
         break;
@@ -100,24 +111,17 @@ void DB::sichereTabelle() {
     const QFileInfo quelle(umgebung_.DatenbankPfad);
     const QString vorschlag =
         quelle.absoluteDir().filePath(quelle.completeBaseName() + u" - "_s + titel + u".tdb"_s);
-    const QString gewählt = umgebung_.dialoge.dateiSpeichern(titel, vorschlag, dateimuster());
-    if (gewählt.isEmpty()) {
+    const QString ziel = wähleZiel(texte, umgebung_.dialoge,
+                                   {.titel = titel,
+                                    .vorschlag = vorschlag,
+                                    .muster = dateimuster(),
+                                    .endungen = {Endung.toString()}});
+    if (ziel.isEmpty()) {
         return;
     }
-    const QString ziel = mitEndung(gewählt);
     if (istDieselbe(ziel, umgebung_.DatenbankPfad)) {
         umgebung_.dialoge.meldung(titel, texte(Meldung::SicherungGleicheDatei),
                                   Meldungsart::Ausruf);
-        return;
-    }
-    // The file chooser asked about the name as it was typed.
-    if (ziel != gewählt && QFileInfo::exists(ziel) &&
-        umgebung_.dialoge.frage(
-            {.titel = titel,
-             .text = texte(Meldung::DateiErsetzenFrage).arg(QDir::toNativeSeparators(ziel)),
-             .verwirft = true,
-             .ja = texte(Meldung::Ersetzen),
-             .nein = texte(Meldung::NichtErsetzen)}) != Antwort::Ja) {
         return;
     }
     try {
@@ -129,6 +133,75 @@ void DB::sichereTabelle() {
     umgebung_.dialoge.meldung(titel,
                               texte(Meldung::SicherungFertig).arg(QDir::toNativeSeparators(ziel)),
                               Meldungsart::Hinweis);
+}
+
+void DB::exportiereTabelle() {
+    const Texte& texte = umgebung_.texte;
+    const QString titel = texte(Meldung::Exportieren);
+    const QFileInfo quelle(umgebung_.DatenbankPfad);
+    const QString ziel = wähleZiel(
+        texte, umgebung_.dialoge,
+        {.titel = titel,
+         .vorschlag = quelle.absoluteDir().filePath(quelle.completeBaseName() + u".csv"_s),
+         .muster = texte(Meldung::CsvDateien) + u" (*.csv)"_s,
+         .endungen = {u".csv"_s}});
+    if (ziel.isEmpty()) {
+        return;
+    }
+    std::optional<QByteArray> csv;
+    try {
+        csv = gezeigteAlsCsv();
+    } catch (const Datenbankfehler& fehler) {
+        meldeFehler(fehler);
+    }
+    if (!csv) {
+        return;
+    }
+    const QString pfad = QDir::toNativeSeparators(ziel);
+    if (const std::optional<QString> grund = schreibeDatei(ziel, *csv)) {
+        umgebung_.dialoge.meldung(titel,
+                                  texte(Meldung::DateiNichtGeschrieben).arg(pfad) + u'\n' + *grund,
+                                  Meldungsart::Ausruf);
+    } else {
+        umgebung_.dialoge.meldung(titel, texte(Meldung::DateiGeschrieben).arg(pfad),
+                                  Meldungsart::Hinweis);
+    }
+}
+
+/// nullopt when the user stopped it.
+std::optional<QByteArray> DB::gezeigteAlsCsv() {
+    const Texte& texte = umgebung_.texte;
+    const Ergebnistabelle tabelle(umgebung_.DatenbankPfad);
+    const std::vector<qint64> ids =
+        tabelle.zeilenfolge(wahl_.datenquelle(), txt_Suche_->text().trimmed());
+    const QString zahl = QString::number(ids.size());
+    Fortschritt fortschritt(this, texte(Meldung::Exportieren), texte(Text::Abbrechen),
+                            static_cast<int>(ids.size()));
+    Ausfuhr ausfuhr(Ausfuhrart::Untersuchungen);
+    QStringList unverstanden;
+    int schritt = 0;
+    bool abgebrochen = false;
+    tabelle.sätze(ids, [&](const Ergebnissatz& satz) {
+        const QString stand =
+            texte(Meldung::ExportFortschritt).arg(QString::number(schritt + 1), zahl);
+        abgebrochen = !fortschritt.weiter(schritt++, stand);
+        if (const QStringList spalten =
+                ausfuhr.nimm(satz, {.texte = texte, .format = {}, .rassen = {}});
+            !spalten.isEmpty()) {
+            unverstanden << texte(Meldung::UntersuchungNichtLesbar)
+                                .arg(satz.U_NR.trimmed(), spalten.join(u", "_s));
+        }
+        return !abgebrochen;
+    });
+    if (abgebrochen) {
+        return std::nullopt;
+    }
+    if (!unverstanden.isEmpty()) {
+        umgebung_.dialoge.bericht(texte(Meldung::Exportieren),
+                                  texte(Meldung::ImportNichtGelesen).arg(QString()).trimmed(),
+                                  unverstanden);
+    }
+    return ausfuhr.inhalt();
 }
 
 void DB::löscheZeile() {

@@ -19,7 +19,8 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
          {{Text::TabelleÖffnen, Meldung::TippTabelleÖffnen, QKeySequence::Open},
           {Text::NeueTabelle, Meldung::TippNeueTabelle, QKeySequence::New},
           {Text::Sicherungskopie, Meldung::TippSicherungskopie, Qt::CTRL | Qt::Key_B},
-          {Text::ZeileLöschen, {}, QKeySequence::Delete}},
+          {Text::ZeileLöschen, {}, QKeySequence::Delete},
+          {Meldung::Exportieren, Meldung::TippExportTabelle, Qt::CTRL | Qt::Key_E}},
          false);
     baue(Ergebnis, u"men_Ergebnis"_s, Text::Ergebnis,
          {{Text::Alle, Filtertipp},

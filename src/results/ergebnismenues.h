@@ -28,7 +28,7 @@ enum class Ergebnismenü { Ergebnis, Rasse, Geschlecht, Sort, Filter, Tabelle };
 class Ergebnismenüs : public QMenuBar {
 public:
     enum Filterbefehl { Filtern, AlleZeigen, Suchen };
-    enum Tabellenbefehl { Öffnen, Neu, Sichern, Löschen };
+    enum Tabellenbefehl { Öffnen, Neu, Sichern, Löschen, Exportieren };
 
     explicit Ergebnismenüs(const Texte& texte, QWidget* parent = nullptr);
 

@@ -1,28 +1,19 @@
 #include "app/fenster.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTimer>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace {
-
-/// Measurement files that become the open examination.
-struct Einlesetest : Fenstertest {
-    void SetUp() override { ASSERT_TRUE(starte()); }
-
-    QString datei(const QByteArray& inhalt) const {
-        const QString pfad = ordner.filePath(u"Königin 7.Bee"_s);
-        QFile ziel(pfad);
-        EXPECT_TRUE(ziel.open(QIODevice::WriteOnly));
-        ziel.write(inhalt);
-        return pfad;
-    }
-    QString text(const QString& feld) const { return kind<QLineEdit>(feld).text(); }
-};
 
 const QByteArray messdatei =
     "Drohnen 1\r\n24\r\n7\r\n5\r\n12\r\n0099\r\nZo\xEB Gro\xDF\r\nx\r\ny\r\n"
@@ -30,12 +21,56 @@ const QByteArray messdatei =
     "001 2.71 19.8\r\n002 2.50 18.8\r\nEndeCI\r\nkopf\r\n"
     "EndeHI\r\n\r\n\r\n\r\n0\r\n";
 
+const QByteArray csvKopf = "wing,x1,y1,x2,y2,x3,y3,x4,y4,x5,y5,x6,y6,x7,y7,x8,y8\n";
+
+/// A plausible wing, @p tiefer pixels further down.
+QByteArray flügelzeile(const QByteArray& name, int tiefer) {
+    const std::pair<int, int> punkte[] = {{400, 50},  {92, 75},   {360, 56},  {288, 62},
+                                          {286, 116}, {237, 147}, {216, 143}, {292, 201}};
+    QByteArray zeile = name;
+    for (const auto& [x, y] : punkte) {
+        zeile += ',' + QByteArray::number(x) + ',' + QByteArray::number(y + tiefer);
+    }
+    return zeile + '\n';
+}
+
+/// Measurement files that become the open examination.
+struct Einlesetest : Fenstertest {
+    void SetUp() override { ASSERT_TRUE(starte()); }
+
+    QString datei(const QByteArray& inhalt, const QString& name = u"Königin 7.Bee"_s) const {
+        const QString pfad = ordner.filePath(name);
+        QFile ziel(pfad);
+        EXPECT_TRUE(ziel.open(QIODevice::WriteOnly));
+        ziel.write(inhalt);
+        return pfad;
+    }
+    QByteArray inhalt(const QString& name) const {
+        QFile quelle(ordner.filePath(name));
+        return quelle.open(QIODevice::ReadOnly) ? quelle.readAll() : QByteArray();
+    }
+    Ergebnistabelle tabelle() const {
+        return Ergebnistabelle(ordner.filePath(u"Meine Tabelle.tdb"_s));
+    }
+    /// Measurement files that differ in their number, which is their name too.
+    QStringList messdateien(int anzahl, const QString& unterordner = {}) const {
+        QStringList dateien;
+        for (int i = 1; i <= anzahl; ++i) {
+            const QByteArray nummer = "B" + QByteArray::number(i).rightJustified(3, '0');
+            dateien << datei(QByteArray(messdatei).replace("0099", nummer),
+                             unterordner + QString::fromLatin1(nummer) + u".Bee"_s);
+        }
+        return dateien;
+    }
+    QString text(const QString& feld) const { return kind<QLineEdit>(feld).text(); }
+};
+
 } // namespace
 
 TEST_F(Einlesetest, measurementFile_becomesTheOpenExamination) {
     dialoge.dateien = {datei(messdatei)};
     wähle(u"men_Datei_3"_s);
-    EXPECT_EQ(dialoge.filter.value(0), u"Messdateien (*.Bee *.bee *.BEE)"_s);
+    EXPECT_TRUE(dialoge.filter.value(0).startsWith(u"Messdateien (*.Bee"_s));
     EXPECT_EQ(text(u"txt_UNr"_s), u"0099"_s);
     EXPECT_EQ(text(u"txt_Jahr"_s), u"2024"_s);
     EXPECT_EQ(text(u"txt_Volk"_s), u"Volk 3"_s);
@@ -58,14 +93,42 @@ TEST_F(Einlesetest, unsavedWork_isAskedForFirst) {
 
 TEST_F(Einlesetest, fileThatIsNone_isNamedAndTheExaminationStays) {
     QTest::keyClicks(&kind<QLineEdit>(u"txt_Volk"_s), u"9"_s);
-    for (const QByteArray& inhalt :
-         {QByteArray(), QByteArray(300, '\0'), QByteArray("x\r\ny\r\n")}) {
+    const QByteArray zeile = flügelzeile("1", 0);
+    QByteArray zuViele = csvKopf;
+    for (int i = 0; i <= 200; ++i) {
+        zuViele += flügelzeile(QByteArray::number(i), 0);
+    }
+    struct Fall {
+        QString name;
+        QByteArray inhalt;
+        int zeile;
+    };
+    const QByteArray riesig(17 * 1024 * 1024, '1');
+    for (const Fall& fall :
+         {Fall{u"leer.Bee"_s, {}, 1},
+          {u"binär.Bee"_s, QByteArray(300, '\0'), 1},
+          {u"text.Bee"_s, "x\r\ny\r\n", 1},
+          {u"riesig.Bee"_s, riesig, 1},
+          {u"leer.csv"_s, {}, 1},
+          {u"binär.csv"_s, QByteArray(300, '\0'), 1},
+          {u"riesig.csv"_s, riesig, 1},
+          {u"messdatei.csv"_s, messdatei, 1},
+          {u"nur kopf.csv"_s, csvKopf, 1},
+          {u"kurz.csv"_s, csvKopf + zeile + "2,5\n", 3},
+          {u"zahl.csv"_s, csvKopf + zeile + flügelzeile("2", 0).replace("400", "4oo"), 3},
+          {u"doppelt.csv"_s, csvKopf + zeile + zeile, 3},
+          {u"zu viele.csv"_s, zuViele, 202},
+          {u"punkte.tps"_s, "LM=7\n1 1\n", 1},
+          {u"kurz.tps"_s, "LM=8\n1 1\n2 2\n", 3}}) {
         dialoge.meldungen.clear();
-        EXPECT_FALSE(hg().öffneDatei(datei(inhalt)));
-        ASSERT_THAT(dialoge.meldungen, SizeIs(1));
-        EXPECT_TRUE(dialoge.meldungen[0].contains(u"Königin 7.Bee"_s));
+        EXPECT_FALSE(hg().öffneDateien({datei(fall.inhalt, fall.name)}));
+        ASSERT_THAT(dialoge.meldungen, SizeIs(1)) << qPrintable(fall.name);
+        EXPECT_TRUE(dialoge.meldungen[0].contains(fall.name)) << qPrintable(dialoge.meldungen[0]);
+        EXPECT_TRUE(dialoge.meldungen[0].contains(u"Zeile %1:"_s.arg(fall.zeile)))
+            << qPrintable(dialoge.meldungen[0]);
     }
     EXPECT_FALSE(hg().öffneDatei(ordner.filePath(u"fehlt.bee"_s)));
+    EXPECT_FALSE(hg().öffneDatei(ordner.filePath(u"fehlt.tps"_s)));
     EXPECT_EQ(text(u"txt_Volk"_s), u"9"_s);
     EXPECT_THAT(dialoge.fragen, IsEmpty());
 }
@@ -77,4 +140,122 @@ TEST_F(Einlesetest, unreadableLines_areNamedAndTheRestIsTaken) {
     EXPECT_THAT(reihe().ciZeilen(), SizeIs(1));
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
     EXPECT_TRUE(dialoge.meldungen[0].contains(u"16"_s)) << qPrintable(dialoge.meldungen[0]);
+}
+
+TEST_F(Einlesetest, severalFiles_becomeExaminationsOfTheResultsFile) {
+    QTest::keyClicks(&kind<QLineEdit>(u"txt_Volk"_s), u"9"_s);
+    dialoge.dateien = messdateien(3);
+    dialoge.dateien.insert(1, datei("nichts", u"A.Bee"_s));
+    dialoge.dateien << dialoge.dateien.constFirst(); // its number is there by then
+    wähle(u"men_Datei_3"_s);
+    EXPECT_EQ(hinweis(), u"3 von 5 Dateien sind als Untersuchungen gespeichert."_s);
+    EXPECT_EQ(tabelle().anzahl(), 3);
+    EXPECT_EQ(tabelle().lade(u"B002"_s)->VOLK, u"Volk 3"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"A.Bee: Zeile 1: "_s));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"B001.Bee: Zeile 6: "_s));
+    EXPECT_EQ(text(u"txt_Volk"_s), u"9"_s);
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+}
+
+TEST_F(Einlesetest, folder_isStoredInTheOrderOfItsNames) {
+    QDir(ordner.path()).mkdir(u"alt"_s);
+    dialoge.dateien = {ordner.filePath(u"alt"_s)};
+    wähle(u"men_Datei_20"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1)); // no file in it
+    messdateien(2, u"alt/"_s);
+    datei(QByteArray(messdatei).replace("0099", ""), u"alt/c.BEE"_s); // gets the next number
+    EXPECT_EQ(text(u"txt_UNr"_s), u"0012025"_s);
+    EXPECT_TRUE(hg().öffneDateien({ordner.filePath(u"alt"_s)}));
+    EXPECT_EQ(tabelle().anzahl(), 3);
+    EXPECT_TRUE(tabelle().lade(u"0012025"_s));
+    EXPECT_NE(text(u"txt_UNr"_s), u"0012025"_s); // the one that is not begun gives way
+}
+
+TEST_F(Einlesetest, stoppedImport_keepsWhatIsStored) {
+    constexpr int anzahl = 12;
+    QTimer taste;
+    QObject::connect(&taste, &QTimer::timeout, &hg(), [] {
+        if (auto* fenster = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
+            tarvel::kind<QPushButton>(*fenster, u"bef_Abbrechen"_s).click();
+        }
+    });
+    taste.start(0);
+    EXPECT_TRUE(hg().öffneDateien(messdateien(anzahl)));
+    EXPECT_GT(tabelle().anzahl(), 0);
+    EXPECT_LT(tabelle().anzahl(), anzahl);
+    EXPECT_EQ(hinweis(),
+              u"%1 von 12 Dateien sind als Untersuchungen gespeichert."_s.arg(tabelle().anzahl()));
+}
+
+TEST_F(Einlesetest, coordinates_becomeANewExaminationAtTheResolutionThatIsChosen) {
+    const QString csv = datei(csvKopf + flügelzeile("a", 0) + flügelzeile("b", 7) + "c" +
+                                  QByteArray(16, ',') + '\n',
+                              u"Flügel.csv"_s);
+    dialoge.wahl = -1;
+    EXPECT_FALSE(hg().öffneDatei(csv));
+    EXPECT_TRUE(reihe().leer());
+    dialoge.wahl = 3;
+    dialoge.dateien = {csv};
+    wähle(u"men_Datei_3"_s);
+    EXPECT_EQ(dialoge.auswahlen.value(0), u"Auflösung des Scanners: 2"_s); // 1200 dpi
+    EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
+    EXPECT_EQ(reihe().messung(2)->aufnahme.dpi, 2400);
+    EXPECT_EQ(reihe().ciZeilen()[0].wert, reihe().ciZeilen()[1].wert);
+    EXPECT_EQ(hinweis(), u"Eingelesene Flügel: 2, gerechnet mit 2400 dpi."_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Zeile 4: c: "_s));
+    EXPECT_TRUE(hg().isWindowModified());
+}
+
+TEST_F(Einlesetest, exportedWings_comeBackTheSame) {
+    missFlügel();
+    const HiDvZeile gemessen = reihe().hiDvZeilen().at(0);
+    for (const QString& name : {u"Flügel 5 %1.csv"_s, u"-punkte.tps"_s}) {
+        dialoge.dateien = {ordner.filePath(name)};
+        wähle(u"men_Datei_21"_s);
+        EXPECT_TRUE(hinweis().contains(name)) << qPrintable(hinweis());
+        ASSERT_TRUE(hg().öffneDateien({ordner.filePath(name)})) << qPrintable(name);
+        EXPECT_THAT(reihe().hiDvZeilen(), ElementsAre(gemessen));
+        // Laid onto the picture again, which lies beside.
+        EXPECT_NEAR(reihe().messung(1)->punkte.PunktY[8], 201, 0.01);
+    }
+    EXPECT_EQ(inhalt(u"-punkte.tps"_s).count("LM=8"), 1);
+    EXPECT_TRUE(inhalt(u"Flügel 5 %1.csv"_s).contains("\n0012025,2025-06-15,Carnica,workers,1,"));
+}
+
+TEST_F(Einlesetest, exportThatCannotBe_isToldAndWritesNothing) {
+    ASSERT_TRUE(hg().öffneDatei(datei(messdatei)));
+    dialoge.dateien = {ordner.filePath(u"punkte.tps"_s), ordner.filePath(u"fehlt/a.csv"_s)};
+    wähle(u"men_Datei_21"_s); // a measurement file has no points
+    wähle(u"men_Datei_21"_s);
+    EXPECT_THAT(dialoge.meldungen, SizeIs(2));
+    EXPECT_FALSE(QFile::exists(ordner.filePath(u"punkte.tps"_s)));
+    dialoge.dateien = {ordner.filePath(u"Königin 7.Bee"_s)}; // never a file of another kind
+    wähle(u"men_Datei_21"_s);
+    EXPECT_EQ(inhalt(u"Königin 7.Bee"_s), messdatei);
+    EXPECT_TRUE(inhalt(u"Königin 7.Bee.csv"_s).startsWith("examination,"));
+}
+
+TEST_F(Einlesetest, severalFilesOfAKind_openTheFirstAndTell) {
+    const QString zweites = maleBild({300, 200}, u"b.png"_s);
+    EXPECT_TRUE(hg().öffneDateien({maleBild({300, 200}, u"a.png"_s), zweites}));
+    EXPECT_TRUE(hinweis().contains(u"a.png"_s));
+}
+
+TEST_F(Einlesetest, helpKey_opensTheGuideInDialogsToo) {
+    for (const QString& befehl : {u"men_Extras_9"_s, u"men_Datei_1"_s, u"men_Hilfe_1"_s}) {
+        shell.geöffnet.clear();
+        QTimer taste;
+        QObject::connect(&taste, &QTimer::timeout, &hg(), [] {
+            QWidget* fenster = QApplication::activeModalWidget();
+            if (fenster != nullptr && fenster->isAncestorOf(QApplication::focusWidget())) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
+                fenster->close();
+            }
+        });
+        taste.start(0);
+        wähle(befehl);
+        EXPECT_THAT(shell.geöffnet, SizeIs(1)) << qPrintable(befehl);
+    }
 }

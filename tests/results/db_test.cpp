@@ -540,5 +540,31 @@ TEST_F(DBFiltertest, BackupIsACopyAndNeverTheFileItself) {
     EXPECT_EQ(Ergebnistabelle(kopie + u".tdb"_s).anzahl(), 6);
 }
 
+TEST_F(DBTest, Export_WritesTheRowsThatAreShownInTheirOrder) {
+    fülle(100);
+    Ergebnissatz andere = vollerSatz(u"X, \"1\""_s);
+    andere.RASSE = u"Ligustica"_s;
+    speichere(andere);
+    andere.U_NR = u"Y"_s;
+    speichere(andere);
+    öffne();
+    wähle(u"men_Rasse_3"_s);
+    ASSERT_EQ(grid().model()->rowCount(), 2);
+    dialoge.dateien = {ordner_.filePath(u"Auszug"_s), ordner_.filePath(u"fehlt/a.csv"_s)};
+    wähle(u"men_Tabelle_4"_s);
+    QFile datei(ordner_.filePath(u"Auszug.csv"_s));
+    ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
+    const QList<QByteArray> zeilen = datei.readAll().split('\n');
+    ASSERT_THAT(zeilen, SizeIs(4));
+    EXPECT_TRUE(zeilen[1].startsWith("\"X, \"\"1\"\"\","));
+    EXPECT_TRUE(zeilen[2].startsWith("Y,"));
+    EXPECT_EQ(zeilen[1].count(",\"") + zeilen[1].count(','), zeilen[0].count(',') + 1);
+    wähle(u"men_Tabelle_4"_s);
+    EXPECT_THAT(dialoge.meldungen, SizeIs(2));
+    EXPECT_TRUE(dialoge.meldungen[1].contains(u"a.csv"_s));
+    wähle(u"men_Rasse_2"_s); // shows nothing
+    EXPECT_FALSE(aktion(u"men_Tabelle_4"_s).isEnabled());
+}
+
 } // namespace
 } // namespace tarvel

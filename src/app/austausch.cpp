@@ -1,0 +1,162 @@
+#include "app/austausch.h"
+
+#include "evaluation/rassen.h"
+#include "lang/zielwahl.h"
+#include "measure/aufloesung.h"
+#include "platform/dateiausgabe.h"
+#include "platform/fortschritt.h"
+#include "results/ausfuhr.h"
+#include "results/datenbankfehler.h"
+#include "results/einfuhr.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::optional<float> bildhöhe(const QString& pfad) {
+    const QSize größe = QImageReader(pfad).size();
+    return größe.isValid() ? std::optional(static_cast<float>(größe.height())) : std::nullopt;
+}
+
+QString zeile(const QString& datei, const Einfuhrbericht::Hinweis& hinweis, const Texte& texte) {
+    const QString ort = QDir::toNativeSeparators(datei) + u": "_s;
+    return ort + (hinweis.zeile
+                      ? texte(Meldung::LeseZeile).arg(QString::number(*hinweis.zeile), hinweis.text)
+                      : hinweis.text);
+}
+
+} // namespace
+
+Austausch::Austausch(const Umgebung& umgebung, const Ablage& ablage,
+                     const Untersuchung& untersuchung)
+    : umgebung_(umgebung)
+    , ablage_(ablage)
+    , untersuchung_(untersuchung) {}
+
+QString Austausch::ordner() const {
+    const QString ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
+    return ordner.isEmpty() ? ablage_.dokumente() : ordner;
+}
+
+Satzumgebung Austausch::satzumgebung() const {
+    return {.texte = umgebung_.texte,
+            .format = umgebung_.format,
+            .rassen = rassenliste(umgebung_.einstellungen),
+            .OhneHaarlänge = umgebung_.einstellungen.schalter(Einstellung::OhneHaarlänge)};
+}
+
+void Austausch::melde(const QString& titel, const QString& text) const {
+    umgebung_.dialoge.meldung(titel, text, Meldungsart::Ausruf);
+}
+
+QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) const {
+    const Texte& t = umgebung_.texte;
+    const QString titel = t(Text::Importieren);
+    if (ablage_.DatenbankPfad().isEmpty()) {
+        melde(titel, t(Meldung::DatenbankNichtGewählt));
+        return {};
+    }
+    const Einstellungen& e = umgebung_.einstellungen;
+    const Satzumgebung satz = satzumgebung();
+    const int rasse =
+        std::clamp<int>(e.zahl(Einstellung::Rasse), 0, static_cast<int>(satz.rassen.size()) - 1);
+    const qsizetype zahl = dateien.size();
+    qsizetype gespeichert = 0;
+    QStringList nichtGelesen;
+    try {
+        Einfuhr einfuhr(ablage_.DatenbankPfad(),
+                        {.satz = satz,
+                         .heute = umgebung_.uhr.now().date(),
+                         .kurzzeichen = e.text(Einstellung::Kurzzeichen),
+                         .auflösung = scannerauflösung(e.zahl(Einstellung::ScannMessung)),
+                         .rasse = rasse,
+                         .standard = ladeRassestandard(rasse + 1, e),
+                         .BewertungAktiv = e.schalter(Einstellung::Beurteilung)});
+        Fortschritt fortschritt(fenster, titel, t(Text::Abbrechen), static_cast<int>(zahl));
+        for (qsizetype i = 0; i < zahl; ++i) {
+            const QString stand =
+                t(Meldung::ImportFortschritt).arg(QString::number(i + 1), QString::number(zahl));
+            if (!fortschritt.weiter(static_cast<int>(i), stand)) {
+                break;
+            }
+            const Einfuhrbericht bericht = einfuhr.nimm(dateien[i]);
+            gespeichert += bericht.nummer.isEmpty() ? 0 : 1;
+            for (const Einfuhrbericht::Hinweis& hinweis : bericht.hinweise) {
+                nichtGelesen << zeile(dateien[i], hinweis, t);
+            }
+        }
+    } catch (const Datenbankfehler& fehler) {
+        melde(titel, meldungstext(t, fehler));
+        return {};
+    }
+    QString fertig =
+        t(Meldung::ImportFertig).arg(QString::number(gespeichert), QString::number(zahl));
+    if (!nichtGelesen.isEmpty()) {
+        umgebung_.dialoge.bericht(
+            titel, fertig + u' ' + t(Meldung::ImportNichtGelesen).arg(QString()).trimmed(),
+            nichtGelesen);
+    }
+    return fertig;
+}
+
+QString Austausch::importiereOrdner(QWidget* fenster, const QString& ordner) const {
+    const QDir verzeichnis(ordner);
+    QStringList dateien;
+    for (const QString& name : verzeichnis.entryList({u"*.bee"_s}, QDir::Files, QDir::Name)) {
+        dateien << verzeichnis.filePath(name);
+    }
+    if (dateien.isEmpty()) {
+        const Texte& t = umgebung_.texte;
+        melde(t(Meldung::ImportOrdner),
+              t(Meldung::ImportOrdnerLeer).arg(QDir::toNativeSeparators(ordner)));
+        return {};
+    }
+    return importiere(fenster, dateien);
+}
+
+QString Austausch::exportiere(const Ablagestand& stand) const {
+    const Texte& t = umgebung_.texte;
+    const QString titel = t(Meldung::Exportieren);
+    QString name = untersuchung_.angaben().UNr.trimmed();
+    for (QChar& zeichen : name) {
+        zeichen = zeichen.isLetterOrNumber() || zeichen == u'-' ? zeichen : QChar(u'_');
+    }
+    const QString tps = u".tps"_s;
+    const QString ziel = wähleZiel(
+        t, umgebung_.dialoge,
+        {.titel = titel,
+         .vorschlag =
+             QDir(ordner()).filePath((name.isEmpty() ? t(Text::Untersuchung) : name) + u".csv"_s),
+         .muster =
+             t(Meldung::CsvDateien) + u" (*.csv);;"_s + t(Meldung::TpsDateien) + u" (*.tps)"_s,
+         .endungen = {u".csv"_s, tps}});
+    if (ziel.isEmpty()) {
+        return {};
+    }
+    const bool alsTps = ziel.endsWith(tps, Qt::CaseInsensitive);
+    Ausfuhr ausfuhr(alsTps ? Ausfuhrart::Tps : Ausfuhrart::Flügel, bildhöhe);
+    const Satzumgebung satz = satzumgebung();
+    (void)ausfuhr.nimm(satzAus(untersuchung_, stand.EntsprichtRasse, stand.auflösung,
+                               umgebung_.uhr.now().date(), satz),
+                       satz);
+    if (ausfuhr.inhalt().isEmpty()) {
+        melde(titel, t(Meldung::ExportOhnePunkte));
+        return {};
+    }
+    const QString pfad = QDir::toNativeSeparators(ziel);
+    if (const std::optional<QString> grund = schreibeDatei(ziel, ausfuhr.inhalt())) {
+        melde(titel, t(Meldung::DateiNichtGeschrieben).arg(pfad) + u'\n' + *grund);
+        return {};
+    }
+    return t(Meldung::DateiGeschrieben).arg(pfad);
+}
+
+} // namespace tarvel
