@@ -29,9 +29,12 @@ struct Leser {
     Leser() {
         parser.setApplicationDescription(u"Wing morphometrics for bee breeders."_s);
         parser.addOptions({ordner, nurStart, demo, hilfe, version});
-        parser.addPositionalArgument(u"FILE"_s,
-                                     u"Wing picture to load for measuring; the first one counts."_s,
-                                     u"[FILE...]"_s);
+        parser.addPositionalArgument(
+            u"FILE"_s,
+            u"Wing picture to load for measuring, results file (*.tdb) to use, measurement file "
+            "(*.Bee) or coordinates (*.csv, *.tps) to read in. Several measurement files, or a "
+            "folder of them, go into the results file."_s,
+            u"[FILE...]"_s);
     }
 };
 
@@ -70,7 +73,9 @@ std::variant<Befehlszeile, Befehlszeilenfehler> leseBefehlszeile(const QStringLi
 }
 
 QString befehlszeilenhilfe() {
-    return Leser().parser.helpText();
+    // The toolkit's text begins with a line of usage that does not know the program yet.
+    const QString text = Leser().parser.helpText();
+    return u"Usage: tarvel [options] [FILE...]"_s + text.sliced(text.indexOf(u'\n'));
 }
 
 } // namespace tarvel

@@ -358,8 +358,10 @@ int HG::gewählterFlügel() const {
         gewählt = {tabelle_->gewählteNummer()};
     } else if (const auto* diagramm = dynamic_cast<const Diagrammansicht*>(ansicht)) {
         gewählt = diagramm->hervorgehoben();
+    } else if (const auto* liste = dynamic_cast<const Reihenansicht*>(ansicht)) {
+        gewählt = liste->gewählteNummern();
     } else {
-        gewählt = (ansicht == alle_ ? *alle_ : messleiste_->reihe()).gewählteNummern();
+        gewählt = messleiste_->reihe().gewählteNummern();
     }
     // A chart may still point out a wing that is gone.
     const Messreihe& reihe = untersuchung_.reihe();

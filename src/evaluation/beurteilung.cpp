@@ -129,10 +129,6 @@ Text urteilssatz(bool EntsprichtRasse) {
     return EntsprichtRasse ? Text::EntsprichtDenMerkmalen : Text::EntsprichtNichtDenMerkmalen;
 }
 
-Text kurzurteil(bool EntsprichtRasse) {
-    return EntsprichtRasse ? Text::EntsprichtDerRasse : Text::EntsprichtNicht;
-}
-
 Text urteilswort(bool EntsprichtRasse) {
     return EntsprichtRasse ? Text::Ja : Text::Nein;
 }

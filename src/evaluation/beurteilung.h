@@ -79,8 +79,6 @@ struct Beurteilung {
 
 /// Verdict of the report, which the name of the race follows.
 [[nodiscard]] Text urteilssatz(bool EntsprichtRasse);
-/// Short verdict for lists.
-[[nodiscard]] Text kurzurteil(bool EntsprichtRasse);
 /// Word of the examination's result field.
 [[nodiscard]] Text urteilswort(bool EntsprichtRasse);
 

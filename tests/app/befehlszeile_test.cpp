@@ -43,5 +43,6 @@ TEST(Befehlszeile, badLines_giveTheReason) {
             << qPrintable(argumente.join(u' '));
         EXPECT_FALSE(std::get<Befehlszeilenfehler>(ergebnis).text.isEmpty());
     }
+    EXPECT_TRUE(befehlszeilenhilfe().startsWith(u"Usage: tarvel [options] [FILE...]\n"_s));
     EXPECT_TRUE(befehlszeilenhilfe().contains(u"--demo"_s));
 }

@@ -165,8 +165,6 @@ TEST(Beurteilung, verdicts_haveTheirTexts) {
               u"Entspricht den Merkmalen der Rasse"_s);
     EXPECT_EQ(Texte::eintrag(urteilssatz(false), Sprache::Englisch),
               u"The characteristics are not in accordance with the race"_s);
-    EXPECT_EQ(Texte::eintrag(kurzurteil(true), Sprache::Englisch), u"Matching Race"_s);
-    EXPECT_EQ(Texte::eintrag(kurzurteil(false), Sprache::Französisch), u"Ne conforme pas"_s);
     EXPECT_EQ(Texte::eintrag(urteilswort(true), Sprache::Französisch), u"Oui"_s);
     EXPECT_EQ(Texte::eintrag(urteilswort(false), Sprache::Deutsch), u"Nein"_s);
 }
