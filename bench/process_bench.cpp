@@ -1,5 +1,8 @@
-// process_bench ROUNDS COMMAND… -- COMMAND…: runs two commands in turn and prints for each the
-// median wall time and peak memory of the whole process, and their ratio.
+// process_bench ROUNDS ROW WHAT RATIO MIB COMMAND… -- COMMAND…: runs two commands in turn and
+// prints the median wall time of the whole process of the first beside that of the second as a line
+// of the table, and its peak memory as another one. RATIO and MIB are the aims, 0 for none.
+
+#include "tabelle.h"
 
 #include <algorithm>
 #include <chrono>
@@ -53,7 +56,7 @@ double median(std::vector<double> werte) {
 int main(int argc, char** argv) {
     std::vector<char*> befehle[2];
     int welcher = 0;
-    for (int i = 2; i < argc; ++i) {
+    for (int i = 6; i < argc; ++i) {
         if (std::strcmp(argv[i], "--") == 0 && welcher == 0) {
             welcher = 1;
         } else {
@@ -62,7 +65,8 @@ int main(int argc, char** argv) {
     }
     const int runden = argc > 1 ? std::atoi(argv[1]) : 0;
     if (runden < 1 || befehle[0].empty() || befehle[1].empty()) {
-        std::fputs("usage: process_bench ROUNDS COMMAND... -- COMMAND...\n", stderr);
+        std::fputs("usage: process_bench ROUNDS ROW WHAT RATIO MIB COMMAND... -- COMMAND...\n",
+                   stderr);
         return 2;
     }
     std::vector<double> zeit[2];
@@ -82,10 +86,13 @@ int main(int argc, char** argv) {
             speicher[i].push_back(lauf->mebibyte);
         }
     }
-    for (int i = 0; i < 2; ++i) {
-        std::printf("%-8s %8.1f ms  %7.1f MiB   %s\n", i == 0 ? "ours" : "beside", median(zeit[i]),
-                    median(speicher[i]), befehle[i].front());
-    }
-    std::printf("ratio    %8.2f\n", median(zeit[0]) / median(zeit[1]));
+    const auto ziel = [&](int stelle) {
+        const double wert = std::atof(argv[stelle]);
+        return wert > 0 ? std::optional(wert) : std::nullopt;
+    };
+    const std::string was = argv[3];
+    tabellenzeile(argv[2], was, median(zeit[0]), median(zeit[1]), {.verhältnis = ziel(4)}, "ms");
+    tabellenzeile(argv[2], was + ": memory", median(speicher[0]), median(speicher[1]),
+                  {.höchstens = ziel(5)}, "MiB");
     return 0;
 }

@@ -2,6 +2,8 @@
 // results_bench measure FILE [ROUNDS]: what is done with it, in turn with what the engine itself
 // needs for the same. Medians in milliseconds; the file is converted between languages on the way.
 
+#include "tabelle.h"
+
 #include "results/ergebnisdatei.h"
 #include "results/ergebnistabelle.h"
 
@@ -163,9 +165,10 @@ double zeit(const std::function<void()>& arbeit) {
     return jetzt().uhr - beginn;
 }
 
-/// Both in turn; the first round only warms up.
-void vergleiche(const char* name, int runden, const std::function<void()>& unsere,
-                const std::function<void()>& grenze) {
+/// Both in turn; the first round only warms up. @p mal how often each does its work.
+void vergleiche(const char* nummer, const std::string& was, const Ziel& ziel, int runden,
+                const std::function<void()>& unsere, const std::function<void()>& grenze,
+                double mal = 1) {
     std::vector<double> zeiten;
     std::vector<double> grenzzeiten;
     for (int i = 0; i <= runden; ++i) {
@@ -176,12 +179,8 @@ void vergleiche(const char* name, int runden, const std::function<void()>& unser
             grenzzeiten.push_back(b);
         }
     }
-    std::printf("%-42s %10.3f", name, median(zeiten));
-    if (grenze) {
-        std::printf(" %10.3f %7.2f", median(grenzzeiten), median(zeiten) / median(grenzzeiten));
-    }
-    std::printf("\n");
-    std::fflush(stdout);
+    tabellenzeile(nummer, was, median(zeiten) / mal,
+                  grenze ? std::optional(median(grenzzeiten) / mal) : std::nullopt, ziel, "ms");
 }
 
 /// What the engine does for one look-up: open, find, read, close.
@@ -224,12 +223,12 @@ void ansichten(const QString& pfad, int runden) {
             const QString ende = bedingung + u"ORDER BY "_s + spalte;
             const QString quelle = u"SELECT * FROM Ergebnisse "_s + ende;
             const auto titel = [&](const char* was) {
-                return u"D2 %1, by %2, %3"_s.arg(name, spalte, QLatin1String(was)).toStdString();
+                return u"%1, by %2, %3"_s.arg(name, spalte, QLatin1String(was)).toStdString();
             };
-            vergleiche(titel("first 50").c_str(), runden,
+            vergleiche("D2", titel("first 50"), {.höchstens = 5}, runden,
                        [&] { (void)tabelle.zeilen(quelle, {}, 50); }, {});
             vergleiche(
-                titel("order of all").c_str(), runden,
+                "D2", titel("all"), {.verhältnis = 1}, runden,
                 [&] { (void)tabelle.zeilenfolge(quelle, {}); },
                 [&] {
                     shell(pfad, u"SELECT U_NR, ZB_NR, Z_NAME, B_NAME, A_D, ERGEBNIS, RASSE, "
@@ -239,9 +238,9 @@ void ansichten(const QString& pfad, int runden) {
         }
     }
     const QString quelle = u"SELECT * FROM Ergebnisse ORDER BY DATUM"_s;
-    vergleiche("D2 search text, first 50", runden,
+    vergleiche("D2", "search text, first 50", {.höchstens = 5}, runden,
                [&] { (void)tabelle.zeilen(quelle, u"züchterin 29"_s, 50); }, {});
-    vergleiche("D2 search text, order of all", runden,
+    vergleiche("D2", "search text, all", {}, runden,
                [&] { (void)tabelle.zeilenfolge(quelle, u"züchterin 29"_s); }, {});
 }
 
@@ -262,9 +261,9 @@ void speichern(const QString& pfad, int runden, int anzahl) {
         gerechnet.push_back(ende.rechenzeit - beginn.rechenzeit - syncZeit.rechenzeit);
         meiste = std::max(meiste, syncs);
     }
-    std::printf("%-42s %10.3f (%d syncs; %.3f of it computing)\n",
-                "D4 save over an old one, besides syncs", median(daneben), meiste,
-                median(gerechnet));
+    tabellenzeile("D4", "save over an old one: syncs", meiste, {}, {.höchstens = 4}, "");
+    tabellenzeile("D4", "save: all besides syncs", median(daneben), {}, {.höchstens = 2}, "ms");
+    tabellenzeile("D4", "save: computing", median(gerechnet), {}, {}, "ms");
 }
 
 void sprache(const QString& pfad) {
@@ -280,20 +279,20 @@ void sprache(const QString& pfad) {
     tabelle.SpracheDB(Sprache::Deutsch);
     Sprache nächste = Sprache::Englisch;
     vergleiche(
-        "D6 change of language", 3,
+        "D6", "change of language", {.verhältnis = 1.1}, 3,
         [&] {
             tabelle.SpracheDB(nächste);
             nächste = nächste == Sprache::Deutsch ? Sprache::Englisch : Sprache::Deutsch;
         },
         [&] { shell(pfad, französisch); });
-    vergleiche("D6 the same again", 5, [&] { tabelle.SpracheDB(Sprache::Französisch); }, {});
+    vergleiche("D6", "the same again", {.höchstens = 100}, 5,
+               [&] { tabelle.SpracheDB(Sprache::Französisch); }, {});
     tabelle.SpracheDB(Sprache::Deutsch);
 }
 
 void miss(const QString& pfad, int runden) {
     const Ergebnistabelle tabelle(pfad);
     const int anzahl = tabelle.anzahl();
-    std::printf("%d rows\n%-42s %10s %10s %7s\n", anzahl, "", "ours", "limit", "ratio");
     ansichten(pfad, runden);
     std::vector<QString> nummern;
     nummern.reserve(500);
@@ -303,14 +302,14 @@ void miss(const QString& pfad, int runden) {
     const auto alle = [&](const std::function<void(const QString&)>& arbeit) {
         return [&nummern, arbeit] { std::for_each(nummern.begin(), nummern.end(), arbeit); };
     };
-    vergleiche("D3 find 500 times", runden,
+    vergleiche("D3", "find one by its number", {.verhältnis = 2}, runden,
                alle([&](const QString& nummer) { sucheWieWir(pfad, nummer); }),
-               alle([&](const QString& nummer) { sucheMitGleich(pfad, nummer, "U_NR"); }));
-    vergleiche("D3 load 500 times", runden,
+               alle([&](const QString& nummer) { sucheMitGleich(pfad, nummer, "U_NR"); }), 500);
+    vergleiche("D3", "load it, beside SELECT *", {}, runden,
                alle([&](const QString& nummer) { (void)tabelle.lade(nummer); }),
-               alle([&](const QString& nummer) { sucheMitGleich(pfad, nummer, "*"); }));
+               alle([&](const QString& nummer) { sucheMitGleich(pfad, nummer, "*"); }), 500);
     speichern(pfad, runden, anzahl);
-    vergleiche("D5 next number", runden,
+    vergleiche("D5", "next number of a year", {.höchstens = 25}, runden,
                [&] { (void)tabelle.NächsteNummer(QDate(2020, 6, 1), u"K"_s); }, {});
     if (anzahl <= 200'000) { // beyond that it only shows how quick the drive is
         sprache(pfad);

@@ -103,10 +103,8 @@ struct Fenstertest : testing::Test {
         QApplication::sendEvent(&ziel, &ereignis);
     }
 
-    /// Clicks a plausible wing on a picture of its own and takes it over.
-    void missFlügel() {
-        hg().resize(1280, 800);
-        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    /// Clicks a plausible wing on the picture that is shown and takes it over.
+    void klickeFlügel() const {
         for (const QPointF& punkt : {QPointF{400, 50},
                                      {92, 75},
                                      {360, 56},
@@ -118,6 +116,12 @@ struct Fenstertest : testing::Test {
             klick(punkt);
         }
         klick({500, 250}, Qt::RightButton);
+    }
+    /// The same on a picture of its own.
+    void missFlügel() {
+        hg().resize(1280, 800);
+        ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+        klickeFlügel();
     }
 
     /// A light grey picture with a dark frame, in the test's folder.
