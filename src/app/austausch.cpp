@@ -26,11 +26,20 @@ std::optional<float> bildhöhe(const QString& pfad) {
     return größe.isValid() ? std::optional(static_cast<float>(größe.height())) : std::nullopt;
 }
 
-QString zeile(const QString& datei, const Einfuhrbericht::Hinweis& hinweis, const Texte& texte) {
-    const QString ort = QDir::toNativeSeparators(datei) + u": "_s;
-    return ort + (hinweis.zeile
+/// "alt/7.Bee – nicht gespeichert. Zeile 16: …"
+QString zeile(const QString& datei, const Einfuhrbericht& bericht, const Texte& texte) {
+    QString zeile =
+        QDir::toNativeSeparators(datei) + u" – "_s +
+        (bericht.nummer.isEmpty() ? texte(Meldung::ImportAbgelehnt)
+                                  : texte(Meldung::ImportGespeichertAls).arg(bericht.nummer)) +
+        u'.';
+    for (const Einfuhrbericht::Hinweis& hinweis : bericht.hinweise) {
+        zeile += u' ' +
+                 (hinweis.zeile
                       ? texte(Meldung::LeseZeile).arg(QString::number(*hinweis.zeile), hinweis.text)
                       : hinweis.text);
+    }
+    return zeile;
 }
 
 } // namespace
@@ -70,7 +79,7 @@ QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) cons
         std::clamp<int>(e.zahl(Einstellung::Rasse), 0, static_cast<int>(satz.rassen.size()) - 1);
     const qsizetype zahl = dateien.size();
     qsizetype gespeichert = 0;
-    QStringList nichtGelesen;
+    QStringList hinweise;
     try {
         Einfuhr einfuhr(ablage_.DatenbankPfad(),
                         {.satz = satz,
@@ -89,8 +98,8 @@ QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) cons
             }
             const Einfuhrbericht bericht = einfuhr.nimm(dateien[i]);
             gespeichert += bericht.nummer.isEmpty() ? 0 : 1;
-            for (const Einfuhrbericht::Hinweis& hinweis : bericht.hinweise) {
-                nichtGelesen << zeile(dateien[i], hinweis, t);
+            if (!bericht.hinweise.empty()) {
+                hinweise << zeile(dateien[i], bericht, t);
             }
         }
     } catch (const Datenbankfehler& fehler) {
@@ -99,10 +108,8 @@ QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) cons
     }
     QString fertig =
         t(Meldung::ImportFertig).arg(QString::number(gespeichert), QString::number(zahl));
-    if (!nichtGelesen.isEmpty()) {
-        umgebung_.dialoge.bericht(
-            titel, fertig + u' ' + t(Meldung::ImportNichtGelesen).arg(QString()).trimmed(),
-            nichtGelesen);
+    if (!hinweise.isEmpty()) {
+        umgebung_.dialoge.bericht(titel, fertig + u'\n' + t(Meldung::ImportHinweise), hinweise);
     }
     return fertig;
 }
@@ -153,7 +160,7 @@ QString Austausch::exportiere(const Ablagestand& stand) const {
     }
     const QString pfad = QDir::toNativeSeparators(ziel);
     if (const std::optional<QString> grund = schreibeDatei(ziel, ausfuhr.inhalt())) {
-        melde(titel, t(Meldung::DateiNichtGeschrieben).arg(pfad) + u'\n' + *grund);
+        melde(titel, nichtGeschrieben(t, ziel, *grund));
         return {};
     }
     return t(Meldung::DateiGeschrieben).arg(pfad);

@@ -231,7 +231,11 @@ private:
 
     void löseAus(const QString& aktion) { kind<QAction>(aktion).trigger(); }
 
-    static void zeigeAn() { QCoreApplication::processEvents(); }
+    /// A text that wraps takes a second turn until it has its height.
+    static void zeigeAn() {
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+    }
 
     void halteFest(QWidget& fenster, const QString& name) {
         zeigeAn();

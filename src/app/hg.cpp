@@ -317,7 +317,8 @@ void HG::warneVorGeringerAuflösung() {
 
 void HG::warneVorSchreibfehler() {
     // While the program starts, another hint would take its place at once.
-    if (!sitzungLäuft_ || schreibfehlerGemeldet_ || !umgebung_.einstellungen.schreibenMisslungen()) {
+    if (!sitzungLäuft_ || schreibfehlerGemeldet_ ||
+        !umgebung_.einstellungen.schreibenMisslungen()) {
         return;
     }
     schreibfehlerGemeldet_ = true;

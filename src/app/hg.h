@@ -99,6 +99,9 @@ private:
     void zeigeLetzte();
     void neueUntersuchung();
     void beginneNeue();
+    /// The kind of examination that the user chose; a file that was read in may have brought
+    /// another.
+    [[nodiscard]] Messart eigeneMessart() const;
     /// Asks what becomes of the open examination. False when it has to stay.
     [[nodiscard]] bool verlasseUntersuchung();
     /// True when nothing of the examination is left to be stored, as SpeichernDB says.
@@ -111,8 +114,9 @@ private:
     bool importiert(const QString& ergebnis);
     void exportiere();
     [[nodiscard]] std::optional<QByteArray> lesEin(const QString& pfad);
-    void meldeNichtGelesen(const QString& pfad, const QStringList& gründe);
-    [[nodiscard]] std::optional<int> frageAuflösung(std::optional<int> ausDatei);
+    void berichte(Meldung ergebnis, const QString& pfad, const QStringList& gründe);
+    [[nodiscard]] std::optional<int> frageAuflösung(const QString& pfad,
+                                                    std::optional<int> ausDatei);
     /// Takes the measurement file @p pfad over as a new examination. False, with a message, when it
     /// is none.
     bool lesMessdatei(const QString& pfad);

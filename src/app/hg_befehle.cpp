@@ -175,8 +175,7 @@ void HG::optionen() {
         messplatz_->wünscheZoom(e.zahl(Einstellung::DefaultZoomHauptfenster) + 1);
     }
     if (dialog.geändert(Einstellung::Betriebsart)) {
-        messplatz_->wünscheMessart(
-            static_cast<Messart>(std::clamp<int>(e.zahl(Einstellung::Betriebsart), 0, 2)));
+        messplatz_->wünscheMessart(eigeneMessart());
     }
     kolonie_->setzeRassen(rassenliste(e));
     auswertung_.ladeStandard();

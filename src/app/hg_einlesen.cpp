@@ -144,10 +144,9 @@ void HG::exportiere() {
     }
 }
 
-void HG::meldeNichtGelesen(const QString& pfad, const QStringList& gründe) {
+void HG::berichte(Meldung ergebnis, const QString& pfad, const QStringList& gründe) {
     const Texte& t = umgebung_.texte;
-    umgebung_.dialoge.bericht(t(Text::Importieren),
-                              t(Meldung::ImportNichtGelesen).arg(QDir::toNativeSeparators(pfad)),
+    umgebung_.dialoge.bericht(t(Text::Importieren), t(ergebnis).arg(QDir::toNativeSeparators(pfad)),
                               gründe);
 }
 
@@ -178,7 +177,7 @@ bool HG::lesMessdatei(const QString& pfad) {
         gründe << textMitZeile(problem, t);
     }
     if (!datei.istMessdatei) {
-        meldeNichtGelesen(pfad, gründe);
+        berichte(Meldung::ImportNichtsGelesen, pfad, gründe);
         return false;
     }
     if (!verlasseUntersuchung()) {
@@ -200,10 +199,10 @@ bool HG::lesMessdatei(const QString& pfad) {
     zeigeUntersuchung();
     verteiler_.ausführen(befehl::Kurven);
     if (!gelesen.merkmaleVerstanden) {
-        gründe << t(Text::KörperMerkmale) + u": "_s + datei.merkmaltext;
+        gründe << t(Meldung::ImportMerkmale).arg(zitat(datei.merkmaltext));
     }
     if (!gründe.isEmpty()) {
-        meldeNichtGelesen(pfad, gründe);
+        berichte(Meldung::ImportNichtGelesen, pfad, gründe);
     }
     return true;
 }
@@ -216,33 +215,40 @@ bool HG::lesKoordinaten(const QString& pfad) {
     }
     const auto gelesen = liesKoordinaten(*inhalt);
     if (const auto* problem = std::get_if<Leseproblem>(&gelesen)) {
-        meldeNichtGelesen(pfad, {textMitZeile(*problem, t)});
+        berichte(Meldung::ImportNichtsGelesen, pfad, {textMitZeile(*problem, t)});
         return false;
     }
     const auto& koordinaten = std::get<Koordinaten>(gelesen);
-    const std::optional<int> dpi = frageAuflösung(auflösungAus(koordinaten));
-    if (!dpi || !verlasseUntersuchung()) {
+    const std::optional<int> dpi = frageAuflösung(pfad, auflösungAus(koordinaten));
+    if (!dpi) {
         return false;
     }
-    beginneNeue();
-    messung_.setzeAuflösung(*dpi);
     Lagebestimmung lage;
     if (koordinaten.yNachOben) {
         lage = [ordner = QFileInfo(pfad).dir()](Flügelmessung& m) { legeInsBild(m, ordner); };
     }
     Koordinatenreihe eingelesen =
-        reiheAus(koordinaten, messung_.messart(), {1, *dpi}, umgebung_.format, lage);
+        reiheAus(koordinaten, eigeneMessart(), {1, *dpi}, umgebung_.format, lage);
+    QStringList ohneWerte;
+    for (const Flügelmangel& mangel : eingelesen.mängel) {
+        ohneWerte << t(Meldung::LeseZeile)
+                         .arg(QString::number(mangel.zeile),
+                              u'\'' + mangel.name + u"': "_s + text(mangel, t));
+    }
+    if (eingelesen.reihe.leer()) {
+        berichte(Meldung::ImportNichtsGelesen, pfad, ohneWerte);
+        return false;
+    }
+    if (!verlasseUntersuchung()) {
+        return false;
+    }
+    beginneNeue();
+    messung_.setzeAuflösung(*dpi);
     untersuchung_.reihe() = std::move(eingelesen.reihe);
     zeigeUntersuchung();
     verteiler_.ausführen(befehl::Kurven);
     ZeigeEigenenHinweis(
         t(Meldung::KoordinatenEingelesen).arg(untersuchung_.reihe().nummern().size()).arg(*dpi));
-    QStringList ohneWerte;
-    for (const Flügelmangel& mangel : eingelesen.mängel) {
-        ohneWerte << t(Meldung::LeseZeile)
-                         .arg(QString::number(mangel.zeile),
-                              mangel.name + u": "_s + text(mangel, t));
-    }
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);
@@ -252,7 +258,7 @@ bool HG::lesKoordinaten(const QString& pfad) {
 
 /// The resolution that coordinates were measured at, which the discoidal shift depends on. nullopt
 /// when the user gave up.
-std::optional<int> HG::frageAuflösung(std::optional<int> ausDatei) {
+std::optional<int> HG::frageAuflösung(const QString& pfad, std::optional<int> ausDatei) {
     const Texte& t = umgebung_.texte;
     std::vector<int> dpi(Scannerauflösungen.begin(), Scannerauflösungen.end());
     const int vorgabe = ausDatei.value_or(
@@ -265,9 +271,9 @@ std::optional<int> HG::frageAuflösung(std::optional<int> ausDatei) {
     for (const int wert : dpi) {
         worte << QString::number(wert) + u' ' + t(Meldung::EinheitDpi);
     }
-    const std::optional<int> wahl =
-        umgebung_.dialoge.auswahl(t(Text::Importieren), t(Text::AuflösungDesScanners), worte,
-                                  static_cast<int>(stelle - dpi.begin()));
+    const std::optional<int> wahl = umgebung_.dialoge.auswahl(
+        t(Text::Importieren), t(Meldung::AuflösungFrage).arg(QFileInfo(pfad).fileName()), worte,
+        static_cast<int>(stelle - dpi.begin()));
     return wahl ? std::optional(dpi.at(static_cast<std::size_t>(*wahl))) : std::nullopt;
 }
 

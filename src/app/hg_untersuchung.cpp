@@ -47,14 +47,14 @@ bool HG::setzeSitzungFort() {
     if (!stand) {
         return false;
     }
-    if (umgebung_.dialoge.frage({.titel = t(Text::Untersuchung),
-                                 .text = t(Meldung::SitzungFrage)
-                                             .arg(stand->angaben.UNr,
-                                                  QString::number(stand->reihe.nummern().size())),
-                                 .art = Meldungsart::Frage,
-                                 .neinVerwirft = true,
-                                 .ja = t(Meldung::SitzungWeiter),
-                                 .nein = t(Meldung::Verwerfen)}) != Antwort::Ja) {
+    if (umgebung_.dialoge.frage(
+            {.titel = t(Text::Untersuchung),
+             .text = t(Meldung::SitzungFrage)
+                         .arg(stand->angaben.UNr, QString::number(stand->reihe.nummern().size())),
+             .art = Meldungsart::Frage,
+             .neinVerwirft = true,
+             .ja = t(Meldung::SitzungWeiter),
+             .nein = t(Meldung::Verwerfen)}) != Antwort::Ja) {
         sitzung_.lösche();
         return false;
     }
@@ -106,10 +106,16 @@ void HG::zeigeLetzte() {
 
 void HG::beginneNeue() {
     ablage_.NeueUntersuchung();
+    messung_.setzeMessart(eigeneMessart());
     // A loaded examination brings the resolution it was measured with; a new one has the user's.
     messung_.setzeAuflösung(
         scannerauflösung(umgebung_.einstellungen.zahl(Einstellung::ScannMessung)));
     zeigeUntersuchung();
+}
+
+Messart HG::eigeneMessart() const {
+    return static_cast<Messart>(
+        std::clamp<int>(umgebung_.einstellungen.zahl(Einstellung::Betriebsart), 0, 2));
 }
 
 bool HG::verlasseUntersuchung() {

@@ -18,7 +18,8 @@ namespace {
 QString bibliotheken() {
     return u"Qt "_s + QString::fromLatin1(qVersion()) + u" (LGPL 3), libjpeg-turbo "_s +
            QString::number(LIBJPEG_TURBO_VERSION_NUMBER / 1'000'000) + u'.' +
-           QString::number(LIBJPEG_TURBO_VERSION_NUMBER / 1000 % 1000) + u" (BSD)"_s;
+           QString::number(LIBJPEG_TURBO_VERSION_NUMBER / 1000 % 1000) +
+           u" (BSD), SQLite, SQLiteCpp (MIT)"_s;
 }
 
 } // namespace

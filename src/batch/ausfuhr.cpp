@@ -21,7 +21,7 @@ Status exportiere(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebung) {
                           const QStringList offen = ausfuhr.nimm(satz, satzumgebung);
                           if (!offen.isEmpty()) {
                               melde(umgebung, befehl.datenbank,
-                                    t(Meldung::UntersuchungNichtLesbar)
+                                    t(Meldung::UntersuchungTeilweise)
                                         .arg(satz.U_NR.trimmed(), offen.join(u", "_s)));
                           }
                           return true;

@@ -1,6 +1,7 @@
 #include "batch/ausgabe.h"
 
 #include "evaluation/rassen.h"
+#include "lang/zielwahl.h"
 #include "measure/textdatei.h"
 #include "platform/dateiausgabe.h"
 
@@ -53,9 +54,7 @@ Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteA
     if (!grund) {
         return Status::Gut;
     }
-    melde(umgebung, ziel,
-          umgebung.texte(Meldung::DateiNichtGeschrieben).arg(QDir::toNativeSeparators(ziel)) +
-              u' ' + *grund);
+    melde(umgebung, ziel, nichtGeschrieben(umgebung.texte, ziel, *grund).replace(u'\n', u' '));
     return Status::NichtLesbar;
 }
 

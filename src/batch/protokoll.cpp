@@ -79,7 +79,7 @@ Status schreibeProtokoll(const Protokollbefehl& befehl, const Batchumgebung& umg
                           .OhneHaarlänge = aussehen.OhneHaarlänge});
         if (!gelesen.nichtGelesen.isEmpty()) {
             melde(umgebung, befehl.datenbank,
-                  t(Meldung::UntersuchungNichtLesbar)
+                  t(Meldung::UntersuchungTeilweise)
                       .arg(befehl.nummer, gelesen.nichtGelesen.join(u", "_s)));
         }
         return schreibe(gelesen, befehl, *einstellungen, umgebung);

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStorageInfo>
 
 #include <algorithm>
 
@@ -32,6 +33,30 @@ QString wähleZiel(const Texte& texte, Dialoge& dialoge, const Zielfrage& frage)
         return {};
     }
     return pfad;
+}
+
+QString nichtGeschrieben(const Texte& texte, const QString& pfad, const QString& systemgrund) {
+    const QFileInfo datei(pfad);
+    const QFileInfo ordner(datei.absolutePath());
+    const auto nenne = [&texte](Meldung grund, const QFileInfo& wen) {
+        return texte(grund).arg(QDir::toNativeSeparators(wen.absoluteFilePath()));
+    };
+    constexpr qint64 knapp = 1024 * 1024;
+    QString grund = systemgrund;
+    if (!ordner.isDir()) {
+        grund = nenne(Meldung::OrdnerFehlt, ordner);
+    } else if (datei.isDir()) {
+        grund = nenne(Meldung::DateiIstOrdner, datei);
+    } else if (datei.exists() && !datei.isWritable()) {
+        grund = nenne(Meldung::DateiSchreibgeschützt, datei);
+    } else if (!ordner.isWritable()) {
+        grund = nenne(Meldung::OrdnerSchreibgeschützt, ordner);
+    } else if (const QStorageInfo platz(ordner.absoluteFilePath());
+               platz.isValid() && platz.bytesAvailable() < knapp) {
+        grund = texte(Meldung::KeinPlatz);
+    }
+    return texte(Meldung::DateiNichtGeschrieben).arg(QDir::toNativeSeparators(pfad)) + u'\n' +
+           grund;
 }
 
 } // namespace tarvel

@@ -21,4 +21,9 @@ struct Zielfrage {
 /// an existing file is replaced, also when its name came about by adding the ending.
 [[nodiscard]] QString wähleZiel(const Texte& texte, Dialoge& dialoge, const Zielfrage& frage);
 
+/// That @p pfad could not be written and why; @p systemgrund in the system's words, for what we
+/// have none of our own for.
+[[nodiscard]] QString nichtGeschrieben(const Texte& texte, const QString& pfad,
+                                       const QString& systemgrund);
+
 } // namespace tarvel

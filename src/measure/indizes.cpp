@@ -106,11 +106,11 @@ Indizes berechneIndizes(const Messpunkte& punkte, Messart messart, const Aufnahm
 }
 
 float klassenpositionCI(float CI) {
-    return klassenposition(CI, 1.666, 6.0, 31.0F);
+    return klassenposition(CI, 1.666, 6.0, HöchsteKlasseCI);
 }
 
 float klassenpositionHI(float HI) {
-    return klassenposition(HI, 0.666, 25.0, 38.0F);
+    return klassenposition(HI, 0.666, 25.0, HöchsteKlasseHI);
 }
 
 } // namespace tarvel

@@ -38,6 +38,10 @@ struct Indizes {
 [[nodiscard]] Indizes berechneIndizes(const Messpunkte& punkte, Messart messart,
                                       const Aufnahme& aufnahme);
 
+/// Ends of the axes that class positions stand on.
+inline constexpr float HöchsteKlasseCI = 31;
+inline constexpr float HöchsteKlasseHI = 38;
+
 /// Class position of a cubital index on the histogram's axis: 1 gives 6, 9 gives about 30.
 /// 0 when the position is not between 0 and 31.
 [[nodiscard]] float klassenpositionCI(float CI);

@@ -125,6 +125,7 @@ struct Spalten {
     std::array<int, Koordinatenzahl> koordinaten; ///< x1, y1, x2, …
     int wing = -1;
     int file = -1;
+    int dpi = -1;
     int anzahl = 0;
     int belegte = 0;
     QString doppelt; ///< a coordinate that has two columns
@@ -153,6 +154,8 @@ private:
             wing = spalte;
         } else if (titel == u"file" && file < 0) {
             file = spalte;
+        } else if (titel == u"dpi" && dpi < 0) {
+            dpi = spalte;
         }
         if (titel.size() != 2 || (titel[0] != u'x' && titel[0] != u'y') || titel[1] < u'1' ||
             titel[1] > u'8') {
@@ -249,8 +252,11 @@ private:
         }
         Koordinatensatz flügel{.name = werte.wert(spalten.wing).simplified(),
                                .bilddatei = werte.wert(spalten.file).simplified(),
-                               .maßstab = {},
                                .zeile = zeile_};
+        bool istZahl = false;
+        if (const int dpi = werte.wert(spalten.dpi).toInt(&istZahl); istZahl) {
+            flügel.auflösung = dpi;
+        }
         for (int punkt = 1; punkt <= Messpunkte::Anzahl; ++punkt) {
             const auto x = liesZelle(werte, spalten, 2 * (punkt - 1));
             const auto y = liesZelle(werte, spalten, 2 * (punkt - 1) + 1);

@@ -14,11 +14,12 @@ namespace tarvel {
 
 /// The points of one wing as another program or a person wrote them down.
 struct Koordinatensatz {
-    QString name;      ///< of the wing: column "wing" or ID=; may be empty
-    QString bilddatei; ///< of its picture: column "file" or IMAGE=; may be empty
+    QString name = {};      ///< of the wing: column "wing" or ID=; may be empty
+    QString bilddatei = {}; ///< of its picture: column "file" or IMAGE=; may be empty
     Messpunkte punkte{Messart::AlleMessungen}; ///< as they stand in the file, nothing scaled
-    std::optional<float> maßstab; ///< SCALE=: length of a pixel, in the file's own unit
-    int zeile = 0;                ///< where the wing begins
+    std::optional<float> maßstab = {}; ///< SCALE=: length of a pixel, in the file's own unit
+    std::optional<int> auflösung = {}; ///< column "dpi": resolution of its picture
+    int zeile = 0;                     ///< where the wing begins
 
     /// What names the wing: its name, else its picture.
     [[nodiscard]] const QString& bezeichnung() const { return name.isEmpty() ? bilddatei : name; }
@@ -43,8 +44,9 @@ struct Koordinaten {
 /// thing that cannot be understood is the result.
 ///
 /// CSV: a header with x1, y1 … x8, y8 in any order, upper or lower case; "wing" and "file" name the
-/// wing, other columns are passed over. Comma, semicolon or tab; a decimal comma only with the
-/// latter two. Fields may be quoted. An empty cell or NA means that the point is not set.
+/// wing, "dpi" is its resolution, other columns are passed over. Comma, semicolon or tab; a decimal
+/// comma only with the latter two. Fields may be quoted. An empty cell or NA means that the point
+/// is not set.
 ///
 /// TPS: LM=8 and eight lines "x y" a wing, decimals with point or comma; a negative number or NA
 /// means that the point is not set. IMAGE=, ID= and SCALE= (which may be empty) belong to the wing

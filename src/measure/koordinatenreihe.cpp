@@ -7,7 +7,7 @@ namespace tarvel {
 
 QString text(const Flügelmangel& mangel, const Texte& texte) {
     if (!mangel.fehler) {
-        return texte(Text::HinweisPunkteFehlen);
+        return texte(Meldung::PunkteFehlen);
     }
     return texte(*mangel.fehler == Rechenfehler::WurzelNegativ ? Meldung::WurzelNegativ
                                                                : Meldung::PunkteFallenZusammen);
@@ -42,8 +42,10 @@ std::optional<int> auflösungAus(const Koordinaten& koordinaten) {
     constexpr double hoch = 10'000;
     std::optional<int> dpi;
     for (const Koordinatensatz& satz : koordinaten.flügel) {
-        const double wert =
-            satz.maßstab && *satz.maßstab > 0 ? MillimeterJeZoll / double{*satz.maßstab} : 0;
+        double wert = satz.auflösung.value_or(0);
+        if (satz.maßstab && *satz.maßstab > 0) {
+            wert = MillimeterJeZoll / double{*satz.maßstab};
+        }
         if (wert < gering || wert > hoch) {
             return std::nullopt;
         }

@@ -37,8 +37,8 @@ using Lagebestimmung = std::function<void(Flügelmessung& messung)>;
                                         const Aufnahme& aufnahme, const Zahlenformat& format,
                                         const Lagebestimmung& lage = {});
 
-/// Resolution in dots per inch that the scales of a file stand for, read as millimetres a pixel;
-/// nullopt where wings disagree, have none, or it would not be that of a scanner.
+/// Resolution in dots per inch that a file names, or that its scales stand for, read as millimetres
+/// a pixel; nullopt where wings disagree, have none, or it would not be that of a scanner.
 [[nodiscard]] std::optional<int> auflösungAus(const Koordinaten& koordinaten);
 
 } // namespace tarvel

@@ -72,9 +72,11 @@ QString textMitZeile(const Leseproblem& problem, const Texte& texte) {
 }
 
 QString textUnlesbar(const QString& pfad, const Texte& texte) {
-    const bool da = QFileInfo::exists(pfad);
-    return texte(da ? Meldung::DateiKeineRechte : Meldung::DateiVerschwunden)
-        .arg(QDir::toNativeSeparators(pfad));
+    const QFileInfo datei(pfad);
+    const Meldung grund = datei.isDir()    ? Meldung::DateiIstOrdner
+                          : datei.exists() ? Meldung::DateiKeineRechte
+                                           : Meldung::DateiVerschwunden;
+    return texte(grund).arg(QDir::toNativeSeparators(pfad));
 }
 
 QString zitat(QStringView text) {

@@ -41,11 +41,12 @@ std::optional<float> index(QStringView text) {
     return wert && *wert >= 0 ? wert : std::nullopt;
 }
 
-/// The class position that stands somewhere in @p text, perhaps after its word; else @p berechnet,
-/// written like @p wert.
-QString klassenposition(QStringView text, float berechnet, QStringView wert) {
+/// The class position, up to @p höchste, that stands somewhere in @p text, perhaps after its word;
+/// else @p berechnet, written like @p wert.
+QString klassenposition(QStringView text, float höchste, float berechnet, QStringView wert) {
     for (const QStringView wort : text.tokenize(u' ', Qt::SkipEmptyParts)) {
-        if (wort.size() <= klassenLänge && index(wort)) {
+        const std::optional<float> klasse = index(wort);
+        if (wort.size() <= klassenLänge && klasse && *klasse <= höchste) {
             return wort.toString();
         }
     }
@@ -187,7 +188,7 @@ private:
         ciVergeben_.at(*nummer) = zeilen_.nummer();
         datei_.ciZeilen.push_back(
             {*nummer, wert.toString(),
-             klassenposition(zeile.mid(ciRest), klassenpositionCI(*CI), wert)});
+             klassenposition(zeile.mid(ciRest), HöchsteKlasseCI, klassenpositionCI(*CI), wert)});
     }
 
     void liesHiDv(QStringView zeile) {
@@ -210,9 +211,10 @@ private:
         hiVergeben_.at(*nummer) = zeilen_.nummer();
         const QStringView klasse = zeile.first(zeile.size() - dvLänge).sliced(hiRest);
         const bool mitVorzeichen = dv.startsWith(u'-') || dv.startsWith(u'+');
-        datei_.hiDvZeilen.push_back({*nummer, wert.toString(),
-                                     klassenposition(klasse, klassenpositionHI(*HI), wert),
-                                     (mitVorzeichen ? u""_s : u"+"_s) + dv.toString()});
+        datei_.hiDvZeilen.push_back(
+            {*nummer, wert.toString(),
+             klassenposition(klasse, HöchsteKlasseHI, klassenpositionHI(*HI), wert),
+             (mitVorzeichen ? u""_s : u"+"_s) + dv.toString()});
     }
 
     void liesMerkmale() {

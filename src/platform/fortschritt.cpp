@@ -10,9 +10,12 @@ Fortschritt::Fortschritt(QWidget* parent, const QString& titel, const QString& a
     : fenster_(parent) {
     fenster_.setObjectName(QStringLiteral("Fortschritt"));
     fenster_.setWindowTitle(titel);
-    auto* knopf = new QPushButton(abbrechen);
-    knopf->setObjectName(QStringLiteral("bef_Abbrechen"));
-    fenster_.setCancelButton(knopf);
+    // The toolkit's own button: a second one would share its Escape key with it, so that neither
+    // gets it.
+    fenster_.setCancelButtonText(abbrechen);
+    fenster_.findChild<QPushButton*>()->setObjectName(QStringLiteral("bef_Abbrechen"));
+    // Escape that reaches the window itself would only hide it.
+    QObject::connect(&fenster_, &QDialog::rejected, &fenster_, &QProgressDialog::cancel);
     fenster_.setRange(0, schritte);
     fenster_.setWindowModality(Qt::ApplicationModal);
     fenster_.setAutoClose(false);

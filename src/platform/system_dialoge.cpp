@@ -92,6 +92,7 @@ void SystemDialoge::meldung(const QString& titel, const QString& text, Meldungsa
 
 void SystemDialoge::bericht(const QString& titel, const QString& text, const QStringList& zeilen) {
     QDialog fenster(QApplication::activeWindow());
+    fenster.setObjectName(QStringLiteral("Bericht"));
     fenster.setWindowTitle(titel);
     auto* satz = new QLabel(text);
     satz->setTextFormat(Qt::PlainText);
@@ -120,6 +121,7 @@ void SystemDialoge::bericht(const QString& titel, const QString& text, const QSt
 std::optional<int> SystemDialoge::auswahl(const QString& titel, const QString& text,
                                           const QStringList& worte, int vorgabe) {
     QDialog fenster(QApplication::activeWindow());
+    fenster.setObjectName(QStringLiteral("Auswahl"));
     fenster.setWindowTitle(titel);
     auto* satz = new QLabel(text);
     satz->setTextFormat(Qt::PlainText);

@@ -148,9 +148,7 @@ void Drucken_::bef_PDF_Click() {
         accept();
         return;
     }
-    umgebung_.dialoge.meldung(t(Meldung::AlsPdfSpeichern),
-                              t(Meldung::DateiNichtGeschrieben).arg(QDir::toNativeSeparators(pfad)) +
-                                  u'\n' + grund,
+    umgebung_.dialoge.meldung(t(Meldung::AlsPdfSpeichern), nichtGeschrieben(t, pfad, grund),
                               Meldungsart::Ausruf);
 }
 

@@ -245,14 +245,22 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
 }
 
 void Ablage::NeueUntersuchung() {
+    const Texte& t = umgebung_.texte;
     Kolonieangaben neu;
     neu.Rasse = untersuchung_.angaben().Rasse;
     neu.Tiere = untersuchung_.angaben().Tiere;
     if (umgebung_.einstellungen.schalter(Einstellung::AutoNummer)) {
         try {
-            neu.UNr =
+            const QString nummer =
                 Ergebnistabelle(DatenbankPfad_)
                     .NächsteNummer(heute(), umgebung_.einstellungen.text(Einstellung::Kurzzeichen));
+            if (nummer.size() <= LängsteNummer) {
+                neu.UNr = nummer;
+            } else {
+                umgebung_.dialoge.meldung(t(Text::Untersuchung),
+                                          t(Meldung::NummerOhneKurzzeichen).arg(nummer),
+                                          Meldungsart::Ausruf);
+            }
         } catch (const Datenbankfehler& fehler) {
             if (brauchbar_) {
                 meldeFehler(fehler);

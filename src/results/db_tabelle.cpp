@@ -14,6 +14,7 @@
 #include <QLineEdit>
 
 #include <algorithm>
+#include <memory>
 
 namespace tarvel {
 
@@ -159,8 +160,7 @@ void DB::exportiereTabelle() {
     }
     const QString pfad = QDir::toNativeSeparators(ziel);
     if (const std::optional<QString> grund = schreibeDatei(ziel, *csv)) {
-        umgebung_.dialoge.meldung(titel,
-                                  texte(Meldung::DateiNichtGeschrieben).arg(pfad) + u'\n' + *grund,
+        umgebung_.dialoge.meldung(titel, nichtGeschrieben(texte, ziel, *grund),
                                   Meldungsart::Ausruf);
     } else {
         umgebung_.dialoge.meldung(titel, texte(Meldung::DateiGeschrieben).arg(pfad),
@@ -175,8 +175,8 @@ std::optional<QByteArray> DB::gezeigteAlsCsv() {
     const std::vector<qint64> ids =
         tabelle.zeilenfolge(wahl_.datenquelle(), txt_Suche_->text().trimmed());
     const QString zahl = QString::number(ids.size());
-    Fortschritt fortschritt(this, texte(Meldung::Exportieren), texte(Text::Abbrechen),
-                            static_cast<int>(ids.size()));
+    auto fortschritt = std::make_unique<Fortschritt>(
+        this, texte(Meldung::Exportieren), texte(Text::Abbrechen), static_cast<int>(ids.size()));
     Ausfuhr ausfuhr(Ausfuhrart::Untersuchungen);
     QStringList unverstanden;
     int schritt = 0;
@@ -184,21 +184,21 @@ std::optional<QByteArray> DB::gezeigteAlsCsv() {
     tabelle.sätze(ids, [&](const Ergebnissatz& satz) {
         const QString stand =
             texte(Meldung::ExportFortschritt).arg(QString::number(schritt + 1), zahl);
-        abgebrochen = !fortschritt.weiter(schritt++, stand);
+        abgebrochen = !fortschritt->weiter(schritt++, stand);
         if (const QStringList spalten =
                 ausfuhr.nimm(satz, {.texte = texte, .format = {}, .rassen = {}});
             !spalten.isEmpty()) {
-            unverstanden << texte(Meldung::UntersuchungNichtLesbar)
+            unverstanden << texte(Meldung::UntersuchungTeilweise)
                                 .arg(satz.U_NR.trimmed(), spalten.join(u", "_s));
         }
         return !abgebrochen;
     });
+    fortschritt.reset();
     if (abgebrochen) {
         return std::nullopt;
     }
     if (!unverstanden.isEmpty()) {
-        umgebung_.dialoge.bericht(texte(Meldung::Exportieren),
-                                  texte(Meldung::ImportNichtGelesen).arg(QString()).trimmed(),
+        umgebung_.dialoge.bericht(texte(Meldung::Exportieren), texte(Meldung::ImportHinweise),
                                   unverstanden);
     }
     return ausfuhr.inhalt();

@@ -37,6 +37,11 @@ bool nurHinweis(const Leseproblem& problem) {
     return problem.grund == Lesegrund::AndererZeichensatz;
 }
 
+/// The next number has grown beyond its column, because the year was taken for part of it.
+struct NummerZuLang {
+    QString nummer;
+};
+
 Einfuhrbericht::Hinweis ablehnung(const Datenbankfehler& fehler, const Texte& texte) {
     const QString grund = meldungstext(texte, fehler);
     switch (fehler.grund()) {
@@ -81,6 +86,9 @@ Einfuhrbericht Einfuhr::nimm(const QString& pfad) {
         speichere(gelesen, bericht);
     } catch (const Datenbankfehler& fehler) {
         bericht.hinweise.push_back(ablehnung(fehler, texte));
+    } catch (const NummerZuLang& zuLang) {
+        bericht.hinweise.push_back(
+            {std::nullopt, texte(Meldung::NummerOhneKurzzeichen).arg(zuLang.nummer)});
     }
     return bericht;
 }
@@ -91,30 +99,34 @@ void Einfuhr::speichere(const Messdatei& datei, Einfuhrbericht& bericht) {
     Ergebnissatz satz = satzAus(eingelesen.untersuchung, entspricht(eingelesen.untersuchung),
                                 umgebung_.auflösung, umgebung_.heute, umgebung_.satz);
     if (!eingelesen.merkmaleVerstanden) {
-        const Texte& texte = umgebung_.satz.texte;
         satz.MERKMAL = datei.merkmaltext;
-        bericht.hinweise.push_back({std::nullopt, texte(Text::KörperMerkmale) + u": "_s +
-                                                      text({.grund = Lesegrund::Unerwartet,
-                                                            .texte = {zitat(datei.merkmaltext)}},
-                                                           texte)});
     }
-    if (vorhanden_) {
-        bericht.nummer = speichere(satz);
-        return;
+    const bool neu = !vorhanden_;
+    if (neu) {
+        NeueDatenbank(tabelle_.pfad());
     }
-    NeueDatenbank(tabelle_.pfad());
     try {
         bericht.nummer = speichere(satz);
         vorhanden_ = true;
-    } catch (const Datenbankfehler&) {
-        QFile::remove(tabelle_.pfad()); // nobody asked for an empty one
+    } catch (...) {
+        if (neu) {
+            QFile::remove(tabelle_.pfad()); // nobody asked for an empty one
+        }
         throw;
+    }
+    if (!eingelesen.merkmaleVerstanden) {
+        bericht.hinweise.push_back(
+            {std::nullopt,
+             umgebung_.satz.texte(Meldung::ImportMerkmale).arg(zitat(datei.merkmaltext))});
     }
 }
 
 QString Einfuhr::speichere(Ergebnissatz& satz) {
     if (satz.U_NR.trimmed().isEmpty()) {
         satz.U_NR = tabelle_.NächsteNummer(umgebung_.heute, umgebung_.kurzzeichen);
+        if (satz.U_NR.size() > LängsteNummer) {
+            throw NummerZuLang{satz.U_NR};
+        }
     }
     const std::optional<Ergebnissatz> keine;
     if (!tabelle_.ersetze(satz, keine)) {

@@ -8,11 +8,16 @@ namespace tarvel {
 namespace {
 
 constexpr Textspalte alle[] = {
-    {u"U_NR", 10, &Ergebnissatz::U_NR},        {u"ZB_NR", 30, &Ergebnissatz::ZB_NR},
-    {u"Z_NAME", 30, &Ergebnissatz::Z_NAME},    {u"A_D", 9, &Ergebnissatz::A_D},
-    {u"RASSE", 30, &Ergebnissatz::RASSE},      {u"B_NAME", 30, &Ergebnissatz::B_NAME},
-    {u"ERGEBNIS", 4, &Ergebnissatz::ERGEBNIS}, {u"VATER", 30, &Ergebnissatz::VATER},
-    {u"VOLK", 30, &Ergebnissatz::VOLK},        {u"PROZENT", 70, &Ergebnissatz::PROZENT},
+    {u"U_NR", LängsteNummer, &Ergebnissatz::U_NR},
+    {u"ZB_NR", 30, &Ergebnissatz::ZB_NR},
+    {u"Z_NAME", 30, &Ergebnissatz::Z_NAME},
+    {u"A_D", 9, &Ergebnissatz::A_D},
+    {u"RASSE", 30, &Ergebnissatz::RASSE},
+    {u"B_NAME", 30, &Ergebnissatz::B_NAME},
+    {u"ERGEBNIS", 4, &Ergebnissatz::ERGEBNIS},
+    {u"VATER", 30, &Ergebnissatz::VATER},
+    {u"VOLK", 30, &Ergebnissatz::VOLK},
+    {u"PROZENT", 70, &Ergebnissatz::PROZENT},
 };
 
 } // namespace

@@ -37,6 +37,9 @@ struct Ergebnissatz {
     bool operator==(const Ergebnissatz&) const = default;
 };
 
+/// Characters that an examination number has at most.
+inline constexpr int LängsteNummer = 10;
+
 /// A text column of the table with its width in characters.
 struct Textspalte {
     QStringView name;

@@ -148,12 +148,12 @@ TEST_F(Einlesetest, severalFiles_becomeExaminationsOfTheResultsFile) {
     dialoge.dateien.insert(1, datei("nichts", u"A.Bee"_s));
     dialoge.dateien << dialoge.dateien.constFirst(); // its number is there by then
     wähle(u"men_Datei_3"_s);
-    EXPECT_EQ(hinweis(), u"3 von 5 Dateien sind als Untersuchungen gespeichert."_s);
+    EXPECT_EQ(hinweis(), u"Als Untersuchungen gespeichert: 3 von 5 Dateien."_s);
     EXPECT_EQ(tabelle().anzahl(), 3);
     EXPECT_EQ(tabelle().lade(u"B002"_s)->VOLK, u"Volk 3"_s);
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"A.Bee: Zeile 1: "_s));
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"B001.Bee: Zeile 6: "_s));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"A.Bee – nicht gespeichert. Zeile 1: "_s));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"B001.Bee – nicht gespeichert. Zeile 6: "_s));
     EXPECT_EQ(text(u"txt_Volk"_s), u"9"_s);
     EXPECT_THAT(dialoge.fragen, IsEmpty());
 }
@@ -177,7 +177,7 @@ TEST_F(Einlesetest, stoppedImport_keepsWhatIsStored) {
     QTimer taste;
     QObject::connect(&taste, &QTimer::timeout, &hg(), [] {
         if (auto* fenster = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
-            tarvel::kind<QPushButton>(*fenster, u"bef_Abbrechen"_s).click();
+            QTest::keyClick(fenster, Qt::Key_Escape);
         }
     });
     taste.start(0);
@@ -185,7 +185,7 @@ TEST_F(Einlesetest, stoppedImport_keepsWhatIsStored) {
     EXPECT_GT(tabelle().anzahl(), 0);
     EXPECT_LT(tabelle().anzahl(), anzahl);
     EXPECT_EQ(hinweis(),
-              u"%1 von 12 Dateien sind als Untersuchungen gespeichert."_s.arg(tabelle().anzahl()));
+              u"Als Untersuchungen gespeichert: %1 von 12 Dateien."_s.arg(tabelle().anzahl()));
 }
 
 TEST_F(Einlesetest, coordinates_becomeANewExaminationAtTheResolutionThatIsChosen) {
@@ -198,25 +198,50 @@ TEST_F(Einlesetest, coordinates_becomeANewExaminationAtTheResolutionThatIsChosen
     dialoge.wahl = 3;
     dialoge.dateien = {csv};
     wähle(u"men_Datei_3"_s);
-    EXPECT_EQ(dialoge.auswahlen.value(0), u"Auflösung des Scanners: 2"_s); // 1200 dpi
+    ASSERT_THAT(dialoge.auswahlen, SizeIs(2));
+    EXPECT_TRUE(dialoge.auswahlen[1].contains(u"Flügel.csv"_s));
+    EXPECT_TRUE(dialoge.auswahlen[1].endsWith(u": 2"_s)); // 1200 dpi
     EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
     EXPECT_EQ(reihe().messung(2)->aufnahme.dpi, 2400);
     EXPECT_EQ(reihe().ciZeilen()[0].wert, reihe().ciZeilen()[1].wert);
     EXPECT_EQ(hinweis(), u"Eingelesene Flügel: 2, gerechnet mit 2400 dpi."_s);
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Zeile 4: c: "_s));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Zeile 4: 'c': "_s));
     EXPECT_TRUE(hg().isWindowModified());
 }
 
+TEST_F(Einlesetest, coordinatesWithoutAnyValue_changeNothing) {
+    QTest::keyClicks(&kind<QLineEdit>(u"txt_Volk"_s), u"9"_s);
+    const QByteArray zusammen = flügelzeile("7", 0).replace("216,143", "237,147");
+    EXPECT_FALSE(hg().öffneDatei(datei(csvKopf + zusammen, u"a.csv"_s)));
+    EXPECT_EQ(text(u"txt_Volk"_s), u"9"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"bleibt, wie sie ist"_s));
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+}
+
+TEST_F(Einlesetest, kindThatAFileBrought_endsWithItsExamination) {
+    EXPECT_TRUE(hg().öffneDatei(datei(QByteArray(messdatei).replace("Drohnen 1", "A0"))));
+    EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_0"_s).isChecked());
+    EXPECT_TRUE(hg().öffneDatei(datei(csvKopf + flügelzeile("a", 0), u"a.csv"_s)));
+    EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_1"_s).isChecked());
+    EXPECT_THAT(reihe().hiDvZeilen(), SizeIs(1));
+}
+
 TEST_F(Einlesetest, exportedWings_comeBackTheSame) {
+    wähle(u"men_Betriebsart_1"_s);
+    kind<QComboBox>(u"cbo_dpi"_s).setCurrentIndex(3);
+    kind<QComboBox>(u"cbo_dpi"_s).activated(3);
     missFlügel();
+    kind<QComboBox>(u"cbo_dpi"_s).setCurrentIndex(1);
+    kind<QComboBox>(u"cbo_dpi"_s).activated(1);
     const HiDvZeile gemessen = reihe().hiDvZeilen().at(0);
     for (const QString& name : {u"Flügel 5 %1.csv"_s, u"-punkte.tps"_s}) {
         dialoge.dateien = {ordner.filePath(name)};
         wähle(u"men_Datei_21"_s);
         EXPECT_TRUE(hinweis().contains(name)) << qPrintable(hinweis());
         ASSERT_TRUE(hg().öffneDateien({ordner.filePath(name)})) << qPrintable(name);
-        EXPECT_THAT(reihe().hiDvZeilen(), ElementsAre(gemessen));
+        EXPECT_THAT(reihe().hiDvZeilen(), ElementsAre(gemessen)); // at its own resolution
         // Laid onto the picture again, which lies beside.
         EXPECT_NEAR(reihe().messung(1)->punkte.PunktY[8], 201, 0.01);
     }

@@ -242,6 +242,20 @@ TEST_F(Speicherntest, resultsFileThatIsGone_isMadeAnewAndTheUserIsTold) {
     EXPECT_TRUE(QFile::exists(pfad()));
 }
 
+TEST_F(Speicherntest, otherFileOfThatNameAmongTheDocuments_staysAndTheNextNameIsTaken) {
+    programm.reset();
+    ASSERT_TRUE(QFile::remove(ordner.filePath(u"benutzer.ini"_s)));
+    QFile fremd(pfad());
+    ASSERT_TRUE(fremd.open(QIODevice::WriteOnly)); // empties it
+    fremd.write("Lieber Imker");
+    fremd.close();
+    ASSERT_TRUE(starte());
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    EXPECT_TRUE(QFile::exists(pfad(u"Meine Tabelle 2.tdb"_s)));
+    ASSERT_TRUE(fremd.open(QIODevice::ReadOnly));
+    EXPECT_EQ(fremd.readAll(), "Lieber Imker");
+}
+
 TEST_F(Speicherntest, settingsLost_theFileAmongTheDocumentsIsTakenUpAgain) {
     züchter().setText(u"A"_s);
     wähle(u"men_Datei_2"_s);

@@ -54,7 +54,7 @@ TEST_F(Einfuhr, files_becomeExaminationsOfANewDatabase) {
     EXPECT_EQ(u5->RASSE, u"Carnica"_s);
     EXPECT_EQ(u5->ERGEBNIS, u"Yes"_s);
     EXPECT_TRUE(u5->DATUM.isValid());
-    EXPECT_THAT(lauf.ausgabe, EndsWith("\n2 of 2 files are stored as examinations.\n"));
+    EXPECT_THAT(lauf.ausgabe, EndsWith("\nStored as examinations: 2 of 2 files.\n"));
     // The file without a number got the next one of this year.
     const QString nummer = u"001"_s + u5->DATUM.toString(u"yyyy"_s);
     EXPECT_TRUE(satz(nummer));
@@ -130,4 +130,17 @@ TEST_F(Einfuhr, bodyMarksThatAreNoCounts_areKeptAsTheyStand) {
     EXPECT_EQ(lauf.status, 0);
     EXPECT_THAT(lauf.fehler, HasSubstr("Ayellow;long;;20"));
     EXPECT_EQ(satz(u"U5"_s)->MERKMAL, u"Ayellow;long;;20"_s);
+}
+
+TEST_F(Einfuhr, numberThatGrewTooLong_isNotBlamedOnTheFile) {
+    QStringList dateien;
+    for (const QString& name : {u"a.Bee"_s, u"b.Bee"_s, u"c.Bee"_s}) {
+        schreibe(name, Messung{.nummer = ""}.bytes());
+        dateien << name;
+    }
+    const Lauf lauf = rufe(u"import-bee --into a.tdb "_s + dateien.join(u' '));
+    EXPECT_EQ(lauf.status, 1);
+    EXPECT_THAT(lauf.fehler, StartsWith("c.Bee: The next number would be '"));
+    EXPECT_THAT(lauf.fehler, HasSubstr("abbreviation"));
+    EXPECT_EQ(Ergebnistabelle(pfad(u"a.tdb"_s)).anzahl(), 2);
 }

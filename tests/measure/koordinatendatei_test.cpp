@@ -1,5 +1,6 @@
 #include "measure/koordinatenausgabe.h"
 #include "measure/koordinatendatei.h"
+#include "measure/koordinatenreihe.h"
 #include "measure/textdatei.h"
 
 #include <QStringEncoder>
@@ -9,6 +10,7 @@ using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 using testing::FieldsAre;
+using testing::SizeIs;
 
 namespace {
 
@@ -137,12 +139,16 @@ TEST(KoordinatenTps, keysCommentsAndGaps_giveTheSameWing) {
 }
 
 TEST(KoordinatenTps, missingPointsAndEmptyScale_areNotSet) {
-    const QByteArray lücken =
-        QByteArray(tpsPunkte).replace("395 44", "-1 -1").replace("89 73", "NA NA");
-    const Koordinaten k = gelesen("LM=8\n" + lücken + "SCALE=\nLM=8\n" + tpsPunkte);
+    const QByteArray lücken = QByteArray(tpsPunkte)
+                                  .replace("395 44", "-1 -1")
+                                  .replace("89 73", "NA NA")
+                                  .replace("285 63", "285 NaN");
+    const Koordinaten k = gelesen("LM=8\n" + lücken + "SCALE=\nLM=8\n" + tpsPunkte + "SCALE=na\n");
     EXPECT_FALSE(k.flügel[0].punkte.gemessen(1) || k.flügel[0].punkte.gemessen(2));
     EXPECT_TRUE(k.flügel[0].punkte.gemessen(3));
+    EXPECT_FALSE(k.flügel[0].punkte.gemessen(4)); // half a point is none
     EXPECT_EQ(k.flügel[0].maßstab, std::nullopt);
+    EXPECT_EQ(k.flügel[1].maßstab, std::nullopt);
     EXPECT_EQ(k.flügel[1].zeile, 11);
 }
 
@@ -175,6 +181,8 @@ TEST(Koordinatendatei, whatCannotBeRead_isNamedWithItsLine) {
              {"\n\n7 Bienen\n", 3, Lesegrund::SpalteFehlt, {u"x1"_s}},
              {mit("y4", "y44"), 1, Lesegrund::SpalteFehlt, {u"y4"_s}},
              {mit("wing", "X1"), 1, Lesegrund::Unerwartet, {u"x1"_s}},
+             {mit("wing", "x9,z1,xx"), 2, Lesegrund::Feldzahl, {u"17"_s, u"19"_s}},
+             {"sep=,\n\"wing\"x,y", 2, Lesegrund::Unerwartet, {u"x"_s}},
              {kopf, 1, Lesegrund::KeinFlügel, {}},
              {mit("\n2,395", "\n2,abc"), 3, Lesegrund::FeldKeineZahl, {u"x1"_s, u"abc"_s}},
              {mit("2,395", "2,-395"), 3, Lesegrund::FeldKeineZahl, {u"x1"_s, u"-395"_s}},
@@ -199,6 +207,8 @@ TEST(Koordinatendatei, whatCannotBeRead_isNamedWithItsLine) {
              {tpsMit("89 73", "89 7b"), 3, Lesegrund::KeineZahl, {u"7b"_s}},
              {tpsMit("ID=1", "1 2"), 10, Lesegrund::Unerwartet, {u"1 2"_s}},
              {tpsMit("ID=1", "SCALE=x"), 10, Lesegrund::FeldKeineZahl, {u"SCALE"_s, u"x"_s}},
+             {tpsMit("ID=1", "I D=1"), 10, Lesegrund::Unerwartet, {u"I D=1"_s}},
+             {tpsMit("ID=1", "=1"), 10, Lesegrund::Unerwartet, {u"=1"_s}},
              {tpsMit("ID=1", "SCALE=0"), 10, Lesegrund::FeldKeineZahl, {u"SCALE"_s, u"0"_s}},
              {tpsMit("", "") + tpsMit("", ""), 11, Lesegrund::FlügelDoppelt, {u"1"_s, u"1"_s}},
              {"COMMENT=nothing\n", 1, Lesegrund::KeinFlügel, {}},
@@ -225,6 +235,36 @@ TEST(Koordinatendatei, reflection_changesNoIndex) {
     EXPECT_EQ(nachher.DV, vorher.DV);
     EXPECT_EQ(nachher.CI, vorher.CI);
     EXPECT_EQ(nachher.HI, vorher.HI);
+}
+
+TEST(Koordinatenreihe, wingsThatLackAnIndex_areNamedAndTheOthersKeepTheirNumbers) {
+    const QByteArray lücke = QByteArray(punkte).replace("395,44", ",");
+    const QByteArray gleich = QByteArray(punkte).replace("218,144", "236,146"); // points 6 and 7
+    const Koordinaten k = gelesen(kopf + "a," + gleich + "\nb," + lücke + "\nc," + punkte + '\n');
+    const Koordinatenreihe r = reiheAus(k, Messart::AlleMessungen, {1, 2400}, {});
+    EXPECT_THAT(r.reihe.nummern(), ElementsAre(2, 3));
+    EXPECT_EQ(r.reihe.hiDvZeilen().size(), 1U);
+    EXPECT_EQ(r.messungen.size(), 3U);
+    EXPECT_THAT(r.mängel, ElementsAre(FieldsAre(2, u"a"_s, Rechenfehler::DivisionDurchNull),
+                                      FieldsAre(3, u"b"_s, std::nullopt)));
+    const Texte texte{QString()};
+    EXPECT_NE(text(r.mängel[0], texte), text(r.mängel[1], texte));
+    EXPECT_THAT(reiheAus(k, Messart::NurCubitalindex, {1, 2400}, {}).mängel, SizeIs(1));
+}
+
+TEST(Koordinatenreihe, resolution_isThatOfAllScalesOrNone) {
+    const auto auflösung = [](std::initializer_list<std::optional<float>> maßstäbe) {
+        Koordinaten k;
+        for (const auto maßstab : maßstäbe) {
+            k.flügel.emplace_back().maßstab = maßstab;
+        }
+        return auflösungAus(k);
+    };
+    EXPECT_EQ(auflösung({0.0105833F, 0.010583F}), 2400);
+    EXPECT_EQ(auflösung({0.0105833F, 0.0211667F}), std::nullopt);
+    EXPECT_EQ(auflösung({0.0105833F, {}}), std::nullopt);
+    EXPECT_EQ(auflösung({1.0F}), std::nullopt); // no scanner's
+    EXPECT_EQ(auflösung({0.0001F}), std::nullopt);
 }
 
 TEST(Koordinatenausgabe, writtenPoints_areReadBackTheSame) {

@@ -100,13 +100,26 @@ TEST(Messdatei, longestHantelLine_decidesOnTheCorrelationKind) {
 
 TEST(Messdatei, entries_areCutAtTheirPlaces) {
     const Messdatei d = lies({.ci = "003 12,00 0,0\n001 2,75 Klasse 19,4\n 2  3,07\n",
-                              .hi = "001 0,993 Klasse 24,7 -10,3\n002 0,993      0,4\n"});
+                              .hi = "001 0,993 Klasse 24,7 -10,3\n002 0,993      0,4\n"
+                                    "003 0,993 24,7 +10,3\n"});
     EXPECT_THAT(d.probleme, IsEmpty());
     EXPECT_THAT(d.ciZeilen, ElementsAre(CiZeile{1, u"2,75"_s, u"19,4"_s},
                                         CiZeile{2, u"3,07"_s, u"21,3"_s}, // class computed
                                         CiZeile{3, u"12,00"_s, u"0,0"_s}));
     EXPECT_THAT(d.hiDvZeilen, ElementsAre(HiDvZeile{1, u"0,993"_s, u"24,7"_s, u"-10,3"_s},
-                                          HiDvZeile{2, u"0,993"_s, u"24,7"_s, u"+0,4"_s}));
+                                          HiDvZeile{2, u"0,993"_s, u"24,7"_s, u"+0,4"_s},
+                                          HiDvZeile{3, u"0,993"_s, u"24,7"_s, u"+10,3"_s}));
+}
+
+TEST(Messdatei, numberBeyondTheClasses_isNoClass) {
+    const Messdatei d = lies({.ci = "001 3.07 224\n002 3.07 32\n003 9.29 31\n",
+                              .hi = "001 0.993 38.1 +0.4\n002 0.993 38 +0.4\n"});
+    EXPECT_THAT(d.probleme, IsEmpty());
+    EXPECT_THAT(d.ciZeilen,
+                ElementsAre(CiZeile{1, u"3.07"_s, u"21.3"_s}, // class computed
+                            CiZeile{2, u"3.07"_s, u"21.3"_s}, CiZeile{3, u"9.29"_s, u"31"_s}));
+    EXPECT_THAT(d.hiDvZeilen, ElementsAre(HiDvZeile{1, u"0.993"_s, u"24.7"_s, u"+0.4"_s},
+                                          HiDvZeile{2, u"0.993"_s, u"38"_s, u"+0.4"_s}));
 }
 
 TEST(Messdatei, unreadableEntries_areNamedWithTheirLineAndTheRestIsKept) {
@@ -132,6 +145,11 @@ TEST(Messdatei, unreadableEntries_areNamedWithTheirLineAndTheRestIsKept) {
            {{19, Lesegrund::ZeileZuKurz}, {20, Lesegrund::KeineZahl}, {21, Lesegrund::KeineZahl}},
            2,
            1},
+          {{.hi = "201 0.993 24.7 +0.4\n\n002 0.993 24.7 +0.4\n002 0.993 24.7 +0.4\n"},
+           {{19, Lesegrund::Flügelnummer}, {22, Lesegrund::FlügelDoppelt}},
+           2,
+           1},
+          {{.merkmale = "O\nf\nk\n-1\n"}, {{25, Lesegrund::KeineZahl}}, 2, 2},
           {{.endeCI = ""},
            {{17, Lesegrund::FlügelDoppelt},
             {18, Lesegrund::FlügelDoppelt},
@@ -202,6 +220,10 @@ TEST(Messdatei, otherCharacterSets_areReadAndSaid) {
         EXPECT_THAT(befunde(d), ElementsAre(std::pair(1, Lesegrund::AndererZeichensatz)));
     }
     EXPECT_EQ(liesMessdatei(text.toUtf8()).Name, u"Jürgen Grün"_s);
+    // The mark of a set that the bytes are not in, and the end-of-file character of old systems.
+    const Messdatei d = liesMessdatei("\xEF\xBB\xBF" + Beispiel().bytes() + '\x1A');
+    EXPECT_EQ(d.Name, u"Jürgen Grün"_s);
+    EXPECT_THAT(d.probleme, IsEmpty());
 }
 
 TEST(Leseproblem, texts_quoteWhatTheFileSaysToTheLetter) {
