@@ -313,12 +313,12 @@ void Diagrammansicht::frageUndSpeichere(Diagrammformat format) {
             ? texte_(std::holds_alternative<Kurvenbild>(bild_) ? Text::MenüKurven
                                                                : Text::MenüKorrelation)
             : vorschlag_;
-    const QString pfad = wähleZiel(
-        texte_, dialoge_,
-        {.titel = texte_(Meldung::DiagrammSpeichern).arg(name),
-         .vorschlag = vorschlag + endung,
-         .muster = texte_(Meldung::DiagrammDateien).arg(name) + u" (*"_s + endung + u')',
-         .endungen = {endung}});
+    const QString pfad =
+        wähleZiel(texte_, dialoge_,
+                  {.titel = texte_(Meldung::DiagrammSpeichern).arg(name),
+                   .vorschlag = vorschlag + endung,
+                   .muster = texte_(Meldung::DiagrammDateien).arg(name) + u" (*"_s + endung + u')',
+                   .endungen = {endung}});
     if (!pfad.isEmpty()) {
         speichere(pfad, format);
     }

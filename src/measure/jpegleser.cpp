@@ -19,8 +19,17 @@ namespace {
 
 constexpr std::size_t Puffergröße = std::size_t{64} * 1024;
 constexpr int ZeilenAufEinmal = 16;
-// Far above what any encoder writes; a file of nothing but scans would take hours.
+// Encoders write about ten scans. A file of nothing but scans would take hours, and of a large
+// picture each takes its time.
+constexpr int ÜblicheDurchgänge = 24;
 constexpr int HöchstensDurchgänge = 200;
+constexpr qint64 HöchstensGelesen = qint64{3'000'000'000}; // pixels of all scans together
+
+qint64 erlaubteDurchgänge(const jpeg_decompress_struct& jpeg) {
+    const qint64 bildpunkte = qint64{jpeg.image_width} * qint64{jpeg.image_height};
+    return std::clamp<qint64>(HöchstensGelesen / std::max<qint64>(1, bildpunkte), ÜblicheDurchgänge,
+                              HöchstensDurchgänge);
+}
 
 } // namespace
 
@@ -86,7 +95,8 @@ struct Jpegleser::Zustand {
     }
 
     static void wache(j_common_ptr jpeg) {
-        if (reinterpret_cast<j_decompress_ptr>(jpeg)->input_scan_number > HöchstensDurchgänge)
+        const auto* bild = reinterpret_cast<j_decompress_ptr>(jpeg);
+        if (bild->input_scan_number > erlaubteDurchgänge(*bild))
             ERREXIT(jpeg, JERR_BAD_PROGRESSION);
     }
 };

@@ -2,11 +2,15 @@
 
 #include "print/protokollsatz.h"
 
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QImageReader>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <QXmlStreamReader>
 
 #include <algorithm>
 #include <cmath>
@@ -23,10 +27,61 @@ constexpr double Papierrand = 5;  ///< that many printers leave white
 constexpr double Seitenrand = 20; ///< where a long line is broken
 constexpr double KleinsteTextbreite = 30;
 
+// Far more than an emblem takes.
+constexpr qint64 GrößteZeichnung = qint64{4} * 1024 * 1024;
+
+bool istZeichnung(const QImageReader& leser) {
+    return leser.format().startsWith("svg");
+}
+
+/// Whether what an image element names is a picture that the drawing brings along. A drawing within
+/// a drawing is none: the toolkit follows it without end when it names itself.
+bool bringtBildMit(const QString& verweis) {
+    const qsizetype bytes = verweis.lastIndexOf(QStringLiteral("base64,"));
+    if (!verweis.startsWith(QStringLiteral("data:")) || bytes < 0) {
+        return false;
+    }
+    QByteArray inhalt = QByteArray::fromBase64(verweis.mid(bytes + 7).toLatin1());
+    QBuffer puffer(&inhalt);
+    const QImageReader leser(&puffer);
+    return leser.canRead() && !istZeichnung(leser);
+}
+
+/// The bytes of a drawing that needs nothing but itself; empty for any other.
+QByteArray leseZeichnung(const QString& datei) {
+    QFile quelle(datei);
+    if (!QFileInfo(datei).isFile() || quelle.size() > GrößteZeichnung ||
+        !quelle.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QByteArray bytes = quelle.readAll();
+    QXmlStreamReader leser(bytes);
+    while (!leser.atEnd()) {
+        if (leser.readNext() != QXmlStreamReader::StartElement ||
+            leser.name() != QStringLiteral("image")) {
+            continue;
+        }
+        const QXmlStreamAttributes angaben = leser.attributes();
+        for (const QXmlStreamAttribute& angabe : angaben) {
+            if (angabe.name() == QStringLiteral("href") &&
+                !bringtBildMit(angabe.value().trimmed().toString())) {
+                return {};
+            }
+        }
+    }
+    return leser.hasError() ? QByteArray() : bytes;
+}
+
 QImage leseBild(const QString& datei) {
+    if (!QFileInfo(datei).isFile()) {
+        return {};
+    }
     QImageReader leser(datei);
     leser.setAutoTransform(true);
     leser.setDecideFormatFromContent(true);
+    if (istZeichnung(leser)) {
+        return {};
+    }
     const QSize größe = leser.size();
     if (größe.isValid() && std::max(größe.width(), größe.height()) > GrößteBreite) {
         leser.setScaledSize(größe.scaled(GrößteBreite, GrößteBreite, Qt::KeepAspectRatio));
@@ -80,7 +135,7 @@ Briefkopfgrafik::Briefkopfgrafik(const Briefkopf& kopf) {
         return;
     }
     if (datei.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
-        zeichnung_ = std::make_unique<QSvgRenderer>(datei);
+        zeichnung_ = std::make_unique<QSvgRenderer>(leseZeichnung(datei));
         zeichnung_->setAspectRatioMode(Qt::KeepAspectRatio);
         format_ = zeichnung_->isValid() ? zeichnung_->viewBoxF().size() : QSizeF();
     } else {

@@ -87,13 +87,21 @@ SQLite::Database öffneRohfassung(const Rohfassung& roh) {
     return verbindung;
 }
 
-/// Copies everything at once, so that the copy is of one moment.
+bool istHeil(SQLite::Database& verbindung) {
+    return verbindung.execAndGet("PRAGMA quick_check(1)").getString() == "ok";
+}
+
+/// Copies everything at once, so that the copy is of one moment. A damaged file is not copied: it
+/// would take the place of a sound copy.
 void kopiere(Ergebnisdatei& datei, const Rohfassung& roh, const QString& ziel) {
     int stand = SQLITE_ERROR;
     try {
         SQLite::Database kopie = öffneRohfassung(roh);
         SQLite::Backup sicherung(kopie, datei.verbindung());
         stand = sicherung.executeStep(-1);
+        if (stand == SQLITE_DONE && !istHeil(kopie)) {
+            throw Datenbankfehler(Datenbankgrund::Beschädigt, datei.pfad());
+        }
     } catch (const SQLite::Exception& fehler) {
         const Datenbankfehler übersetzt = datenbankfehler(roh.pfad(), fehler);
         const bool quelle = übersetzt.grund() == Datenbankgrund::Beschädigt;

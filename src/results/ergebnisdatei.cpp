@@ -31,6 +31,19 @@ QString geprüfterPfad(const QString& pfad) {
     return info.absoluteFilePath();
 }
 
+/// What a file brings along besides its rows is nothing that we carry out: statements that come
+/// with every change, a query in place of the table, values that fill the memory.
+void nimmNurDaten(sqlite3* verbindung) {
+    constexpr int LängsterWert = 64 * 1024 * 1024;
+    for (const int erlaubnis : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
+                                SQLITE_DBCONFIG_TRUSTED_SCHEMA}) {
+        sqlite3_db_config(verbindung, erlaubnis, 0, nullptr);
+    }
+    sqlite3_limit(verbindung, SQLITE_LIMIT_LENGTH, LängsterWert);
+    // Damage is noticed as a page is read, before writing spreads it.
+    sqlite3_exec(verbindung, "PRAGMA cell_size_check = ON", nullptr, nullptr, nullptr);
+}
+
 std::string gequotet(QString text) {
     return (u'\'' + text.replace(u'\'', u"''"_s) + u'\'').toStdString();
 }
@@ -137,6 +150,7 @@ Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wart
     // For reading too: after a crash the reader has to undo what a writer had begun.
     , verbindung_(geprüfterPfad(pfad).toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX,
                   static_cast<int>(wartezeit.count())) {
+    nimmNurDaten(verbindung_.getHandle());
     registriereVALundYear(verbindung_);
 }
 

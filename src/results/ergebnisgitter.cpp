@@ -59,7 +59,9 @@ public:
                    const QModelIndex& index) override {
         if (event->type() == QEvent::ToolTip &&
             sizeHint(option, index).width() > option.rect.width()) {
-            QToolTip::showText(event->globalPos(), index.data().toString(), view);
+            // A tip that looks like a page would be shown as one, with what the page asks for.
+            QToolTip::showText(event->globalPos(),
+                               Qt::convertFromPlainText(index.data().toString()), view);
             return true;
         }
         return QStyledItemDelegate::helpEvent(event, view, option, index);

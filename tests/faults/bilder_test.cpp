@@ -1,0 +1,304 @@
+// Pictures that are cut off, lie about themselves or are none at all. Whatever the file holds, it
+// is read to the last pixel or refused for a reason, and no part of a picture is ever shown.
+
+#include "faults/bilderproben.h"
+#include "measure/bilddatei.h"
+#include "print/briefkopfbild.h"
+
+#include <QImageWriter>
+#include <QPainter>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+#include <sys/stat.h>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using Art = Bildfehler::Art;
+
+namespace {
+
+const bool lang = qEnvironmentVariableIsSet("TARVEL_LONG");
+
+/// A picture with all its pixels, or why there is none.
+struct Lesung {
+    std::optional<Bildfehler> fehler;
+    QImage bild;
+
+    [[nodiscard]] std::optional<Art> art() const {
+        return fehler ? std::optional(fehler->art) : std::nullopt;
+    }
+};
+
+class Bildertest : public testing::Test {
+protected:
+    QTemporaryDir ordner_;
+    QString pfad_ = ordner_.filePath(u"flügel.jpg"_s);
+
+    void schreibe(const QByteArray& bytes) const {
+        QFile datei(pfad_);
+        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+        datei.write(bytes);
+    }
+    Lesung lies(const QByteArray& bytes) const {
+        schreibe(bytes);
+        return lies(pfad_);
+    }
+    static Lesung lies(const QString& pfad) {
+        auto offen = Bilddatei::oeffnen(pfad);
+        if (const auto* fehler = std::get_if<Bildfehler>(&offen)) {
+            return {*fehler, {}};
+        }
+        auto& datei = std::get<Bilddatei>(offen);
+        Bildfehler fehler;
+        const QImage* pixel = datei.pixel(&fehler);
+        if (pixel == nullptr) {
+            return {fehler, {}};
+        }
+        EXPECT_EQ(pixel->size(), datei.größe());
+        EXPECT_FALSE(datei.übersicht().isNull());
+        return {{}, *pixel};
+    }
+};
+
+} // namespace
+
+TEST_F(Bildertest, cutAtEveryKilobyte_isWholeOrRefused) {
+    const QSize größe = lang ? QSize(640, 480) : QSize(96, 80);
+    for (const Bildprobe& probe : bildproben(größe)) {
+        SCOPED_TRACE(probe.was);
+        const Lesung ganz = lies(probe.bytes);
+        ASSERT_FALSE(ganz.fehler) << ganz.fehler->grund.toStdString();
+        // Within the first kilobyte, where the headers are, at every place.
+        for (qsizetype rest = probe.bytes.size() - 1; rest >= 0; rest -= rest > 1024 ? 1024 : 1) {
+            ASSERT_TRUE(QFile::resize(pfad_, rest));
+            const Lesung lesung = lies(pfad_);
+            if (lesung.fehler) {
+                ASSERT_THAT(lesung.fehler->art,
+                            testing::AnyOf(Art::Abgeschnitten, Art::Unlesbar, Art::Leer))
+                    << rest;
+            } else {
+                ASSERT_EQ(lesung.bild, ganz.bild) << "cut to " << rest;
+            }
+        }
+    }
+}
+
+TEST_F(Bildertest, lyingHeader_isReadOrRefused) {
+    for (const Bildprobe& probe : bildproben({40, 30})) {
+        const qsizetype ende = std::min<qsizetype>(lang ? 1024 : 96, probe.bytes.size());
+        for (qsizetype stelle = 0; stelle < ende; ++stelle) {
+            for (const int wert : {0x00, 0x7F, 0xFF}) {
+                QByteArray bytes = probe.bytes;
+                bytes[stelle] = static_cast<char>(wert);
+                SCOPED_TRACE(probe.was + std::to_string(stelle) + '=' + std::to_string(wert));
+                (void)lies(mitPrüfsummen(bytes));
+            }
+        }
+    }
+}
+
+TEST_F(Bildertest, damageAnywhere_isReadOrRefused) {
+    std::mt19937 zufall{7}; // NOLINT(cert-msc32-c,cert-msc51-cpp): the same in every run
+    for (const Bildprobe& probe : bildproben({40, 30})) {
+        for (int i = 0; i < (lang ? 3000 : 60); ++i) {
+            SCOPED_TRACE(probe.was + std::to_string(i));
+            QByteArray bytes = probe.bytes;
+            for (int anzahl = 1 << zufall() % 6; anzahl > 0; --anzahl) {
+                bytes[static_cast<qsizetype>(zufall() % bytes.size())] =
+                    static_cast<char>(zufall());
+            }
+            (void)lies(mitPrüfsummen(bytes));
+        }
+    }
+}
+
+TEST_F(Bildertest, hugePicture_isRefusedBeforeMemoryIsTaken) {
+    const auto maße = [](const char* anfang) { return QByteArray(anfang) + "60000 60000\n255\n0"; };
+    const struct {
+        const char* was;
+        QByteArray bytes;
+    } fälle[] = {
+        {"pgm", maße("P5\n")},
+        {"ppm", maße("P6\n")},
+        {"ppm text", maße("P3\n")},
+        {"pbm", "P4\n60000 60000\n0"},
+        {"tiff", tiff({60000, 60000}, 8, QByteArray(100, 'x'))},
+        {"tiff of one bit", tiff({60000, 60000}, 1, QByteArray(100, 'x'))},
+        {"png of one bit", png({60000, 60000}, 1, 0, QByteArray(1000, '\0'))},
+        {"png interlaced", png({60000, 60000}, 8, 2, QByteArray(1000, '\0'), true)},
+    };
+    for (const auto& [was, bytes] : fälle) {
+        const Lesung lesung = lies(bytes);
+        ASSERT_THAT(lesung.art(), testing::AnyOf(Art::ZuGross, Art::Unlesbar)) << was;
+        if (lesung.art() == Art::ZuGross) {
+            EXPECT_TRUE(lesung.fehler->grund.contains(u"60000 × 60000"_s)) << was;
+        }
+    }
+}
+
+TEST_F(Bildertest, fewBytesThatBecomeMany_areRefusedInTime) {
+    const qsizetype viel = (lang ? 1024 : 32) * qsizetype{1024} * 1024;
+    const QByteArray nullen = qCompress(QByteArray(viel, '\0'), 1).mid(4);
+    const QByteArray bild = png({40, 30}, 8, 0, QByteArray(41 * 30, '\0'));
+    const struct {
+        const char* was;
+        QByteArray bytes;
+    } fälle[] = {
+        {"text that unpacks to megabytes",
+         mitAbschnitt(bild, "zTXt", QByteArray("Comment\0\0", 9) + nullen)},
+        {"colour profile that unpacks to megabytes",
+         mitAbschnitt(bild, "iCCP", QByteArray("profile\0\0", 9) + nullen)},
+        {"pixels for more rows than there are", mitPixeln({40, 30}, nullen)},
+    };
+    for (const auto& [was, bytes] : fälle) {
+        const Lesung lesung = lies(bytes);
+        EXPECT_TRUE(lesung.fehler || lesung.bild.size() == QSize(40, 30)) << was;
+    }
+    // Hardly any bytes for all the pixels that are promised.
+    EXPECT_EQ(lies(mitPixeln({19000, 19000}, nullen.left(1000))).art(), Art::Abgeschnitten);
+    EXPECT_EQ(lies(tiff({19000, 19000}, 1, QByteArray(100, 'x'))).art(), Art::Abgeschnitten);
+}
+
+TEST_F(Bildertest, jpegOfEndlessScans_isRefused) {
+    // Of a large picture each scan takes its time.
+    const QSize größe = lang ? QSize(10'000, 10'000) : QSize(400, 400);
+    const Lesung lesung = lies(vielstufig(größe, lang ? 100 : 1000));
+    EXPECT_EQ(lesung.art(), Art::Unlesbar);
+}
+
+TEST_F(Bildertest, contentOfAnotherKind_isRefusedWhateverItsName) {
+    const QByteArrayList raster = {"bmp", "gif", "jpeg", "jpg",  "pbm", "pgm",
+                                   "png", "ppm", "tif",  "tiff", "webp"};
+    const QByteArrayList schreibbar = QImageWriter::supportedImageFormats();
+    for (const QByteArray& format : schreibbar) {
+        if (!raster.contains(format)) {
+            EXPECT_EQ(lies(gespeichert(rauschen({16, 16}), format)).art(), Art::Unlesbar)
+                << format.toStdString();
+        }
+    }
+    for (const QByteArray& bytes :
+         {QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='60000' height='60000'/>"),
+          QByteArray("%PDF-1.7\n"), QByteArray("#!/bin/sh\ntouch getan\n"),
+          QByteArray("MZ\x90\0", 4),
+          QByteArray("\x8AMNG\r\n\x1A\n\0\0\0\x1CMHDR\0\0\xEA\x60\0\0\xEA\x60", 24),
+          QByteArray("icns\0\0\0\x10ic10\0\0\0\x08", 16),
+          QByteArray("\0\0\x02\0\0\0\0\0\0\0\0\0\x60\xEA\x60\xEA\x20\x08", 18),
+          QByteArray("/* XPM */\nstatic char*x[]={\"60000 60000 1 1\",\"a c #000\"};"),
+          QByteArray("#define x_width 60000\n#define x_height 60000\n"),
+          QByteArray("\0\0\0\x18"
+                     "ftypheic\0\0\0\0",
+                     16)}) {
+        EXPECT_EQ(lies(bytes).art(), Art::Unlesbar) << bytes.toStdString();
+    }
+}
+
+TEST_F(Bildertest, whatIsNoFileOrEndless_isRefusedWithoutWaiting) {
+    QFile::remove(pfad_);
+    ASSERT_EQ(mkfifo(pfad_.toUtf8().constData(), 0600), 0); // nobody will ever write into it
+    EXPECT_EQ(lies(pfad_).art(), Art::Unlesbar);
+    QFile::remove(pfad_);
+    ASSERT_TRUE(QFile::link(pfad_, pfad_)); // leads to itself
+    EXPECT_EQ(lies(pfad_).art(), Art::NichtGefunden);
+    QFile::remove(pfad_);
+    EXPECT_EQ(lies(u"/dev/zero"_s).art(), Art::Unlesbar);
+    EXPECT_EQ(lies(ordner_.path()).art(), Art::Unlesbar);
+
+    constexpr qint64 MB = qint64{1024} * 1024;
+    for (const Bildprobe& probe : bildproben({40, 30})) {
+        for (const int behalten : {2, 8, 26}) { // the rest is nothing but zeros
+            schreibe(probe.bytes.left(behalten));
+            ASSERT_TRUE(QFile::resize(pfad_, 64 * MB));
+            const Lesung lesung = lies(pfad_);
+            EXPECT_TRUE(lesung.fehler || !lesung.bild.isNull()) << probe.was << behalten;
+        }
+    }
+}
+
+TEST_F(Bildertest, letterheadDrawing_neverHangsOrReachesForOtherFiles) {
+    pfad_ = ordner_.filePath(u"kopf.svg"_s);
+    const QString fremdes = ordner_.filePath(u"fremd.png"_s);
+    QImage rot(20, 20, QImage::Format_RGB32);
+    rot.fill(Qt::red);
+    ASSERT_TRUE(rot.save(fremdes));
+    const QByteArray kopf = "<svg xmlns='http://www.w3.org/2000/svg' "
+                            "xmlns:xlink='http://www.w3.org/1999/xlink' viewBox='0 0 20 20'>";
+    const auto bild = [&](const QByteArray& ziel) {
+        return kopf + "<image x='0' y='0' width='20' height='20' xlink:href='" + ziel + "'/></svg>";
+    };
+    QByteArray verdoppelt = kopf + "<defs><g id='g0'><rect width='1' height='1'/></g>";
+    QByteArray entitäten = "<!DOCTYPE svg [<!ENTITY e0 'xxxxxxxxxx'>";
+    for (int i = 1; i < 30; ++i) {
+        const QByteArray vorher = QByteArray::number(i - 1);
+        const QByteArray nummer = QByteArray::number(i);
+        const QByteArray ruf = "<use xlink:href='#g" + vorher + "'/>";
+        verdoppelt += "<g id='g" + nummer + "'>" + ruf + ruf + "</g>";
+        entitäten += "<!ENTITY e" + nummer + " '&e" + vorher + ";&e" + vorher + ";'>";
+    }
+    verdoppelt += "</defs><use xlink:href='#g29'/></svg>";
+    entitäten += "]>" + kopf + "<text>&e29;</text></svg>";
+    const int tief = lang ? 250'000 : 20'000;
+    const struct {
+        const char* was;
+        QByteArray bytes;
+    } fälle[] = {
+        {"itself as a picture", bild("kopf.svg")},
+        {"another file", bild("fremd.png")},
+        {"another file by its full name", bild(QUrl::fromLocalFile(fremdes).toEncoded())},
+        {"a device that never ends", bild("file:///dev/zero")},
+        {"use of itself", kopf + "<g id='a'><use xlink:href='#a'/></g></svg>"},
+        {"use in a circle", kopf + "<g id='a'><use xlink:href='#b'/></g>"
+                                   "<g id='b'><use xlink:href='#a'/></g></svg>"},
+        {"use that doubles itself", verdoppelt},
+        {"entities that double themselves", entitäten},
+        {"deep",
+         kopf + QByteArray("<g>").repeated(tief) + QByteArray("</g>").repeated(tief) + "</svg>"},
+        {"huge", "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 1e30 1e30'>"
+                 "<rect width='1e30' height='1e-30'/></svg>"},
+        {"blur", kopf + "<defs><filter id='f'><feGaussianBlur stdDeviation='1e9'/></filter></defs>"
+                        "<rect filter='url(#f)' width='20' height='20'/></svg>"},
+        {"cut", bild("fremd.png").left(120)},
+        {"pattern of pictures", kopf + QByteArray("<circle r='9'/>").repeated(tief) + "</svg>"},
+    };
+    for (const auto& [was, bytes] : fälle) {
+        SCOPED_TRACE(was);
+        schreibe(bytes);
+        Briefkopf briefkopf;
+        briefkopf.Ikone = Verband::Andere;
+        briefkopf.Datei = pfad_;
+        const Briefkopfgrafik grafik(briefkopf);
+        QImage blatt(100, 100, QImage::Format_RGB32);
+        blatt.fill(Qt::white);
+        QPainter painter(&blatt);
+        grafik.paint(painter, QRectF(0, 0, 100, 100));
+        EXPECT_NE(blatt.pixel(50, 50), rot.pixel(0, 0)) << "shows a file that it was not given";
+    }
+}
+
+TEST_F(Bildertest, letterheadPicture_isShownOrLeftOut) {
+    const auto grafik = [this] {
+        Briefkopf briefkopf;
+        briefkopf.Ikone = Verband::Andere;
+        briefkopf.Datei = pfad_;
+        return Briefkopfgrafik(briefkopf);
+    };
+    for (const Bildprobe& probe : bildproben({40, 30})) {
+        SCOPED_TRACE(probe.was);
+        schreibe(probe.bytes);
+        EXPECT_TRUE(grafik().vorhanden());
+        for (const qsizetype rest : {probe.bytes.size() / 2, qsizetype{20}, qsizetype{0}}) {
+            ASSERT_TRUE(QFile::resize(pfad_, rest));
+            (void)grafik();
+        }
+    }
+    schreibe(png({60000, 60000}, 1, 0, QByteArray(1000, '\0')));
+    EXPECT_FALSE(grafik().vorhanden());
+    schreibe(tiff({60000, 60000}, 8, QByteArray(100, 'x')));
+    EXPECT_FALSE(grafik().vorhanden());
+    QFile::remove(pfad_);
+    ASSERT_EQ(mkfifo(pfad_.toUtf8().constData(), 0600), 0);
+    EXPECT_FALSE(grafik().vorhanden());
+}
