@@ -16,8 +16,6 @@ namespace {
 // Bounds of what is taken for a measurement; a text beyond them was not written by a measuring
 // program. The longest value that is written is the largest single with two decimals.
 constexpr qsizetype LängsterWert = 45;
-constexpr double HöchsteKlasseCI = 31;
-constexpr double HöchsteKlasseHI = 38;
 constexpr int HöchsterZoomfaktor = 4;
 constexpr int HöchsteAuflösung = 100'000;
 constexpr float HöchsteKoordinate = 1'000'000;
@@ -87,9 +85,9 @@ bool istIndex(QStringView text) {
     return wert && *wert >= 0;
 }
 
-bool istKlasse(QStringView text, double höchste) {
+bool istKlasse(QStringView text, float höchste) {
     const std::optional<float> wert = einzelwert(text);
-    return wert && *wert >= 0 && static_cast<double>(*wert) <= höchste;
+    return wert && *wert >= 0 && *wert <= höchste;
 }
 
 // --- CI and HI_DV

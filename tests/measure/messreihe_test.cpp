@@ -144,6 +144,8 @@ TEST(Reihenmodelle, showSeriesAndFigures_andKeepTheModelContract) {
     EXPECT_EQ(modelle.flügel().nummer(2), 0);
     EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Mittelwert, Flügeltabelle::CI),
               u"2,50"_s);
+    EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Standardabweichung, Flügeltabelle::CI),
+              u"0,71"_s);
     EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Anzahl, Flügeltabelle::HI), u"1"_s);
     EXPECT_EQ(text(modelle.kennzahlen(), Kennzahlentabelle::Standardabweichung, Flügeltabelle::HI),
               QString());

@@ -90,6 +90,7 @@ TEST_F(MessungTest, digitKeys_setPointsAtTheLastMousePosition) {
 }
 
 TEST_F(MessungTest, arrows_moveTheSelectedPointByOnePixel) {
+    EXPECT_FALSE(taste(taste::Rechts)); // there is none
     klick(10, 20);
     klick(30, 40);
     EXPECT_TRUE(taste(taste::Eins, umschaltung::Strg));
@@ -221,6 +222,9 @@ TEST_F(MessungTest, arrows_stopAtTheEdgeOfThePicture) {
     klick(0.5F, 10);
     EXPECT_FALSE(taste(taste::Links));
     EXPECT_EQ(messung.punkte().PunktX[1], 0.5F);
+    klick(10, 0.5F);
+    EXPECT_FALSE(taste(taste::Auf));
+    EXPECT_EQ(messung.punkte().PunktY[2], 0.5F);
 }
 
 TEST_F(MessungTest, undo_takesBackOneStepAtATime) {

@@ -22,6 +22,8 @@ TEST(Codepage1252, placesThatDifferFromLatin1_areThePagesOwn) {
 
 TEST(Codepage1252, characterOutsideThePage_becomesQuestionMark) {
     EXPECT_EQ(nachCodepage1252(u"aΩ\x80𝄞z"_s), QByteArray("a???z"));
+    const QChar halb(0xD834); // the first half of a character beyond the basic plane
+    EXPECT_EQ(nachCodepage1252(halb + u"x"_s + halb), QByteArray("?x?"));
 }
 
 } // namespace

@@ -204,6 +204,11 @@ TEST_F(ProfilTest, write_changesOnlyItsOwnLine) {
         {"[a]\r\n;k=1\r\n", "a", ";k", nullptr, "[a]\r\n;k=1\r\n"},
         {"[a]\r\nk=1\r\n", "a", "k", " a ; [b] ", "[a]\r\nk= a ; [b] \r\n"},
         {"\xEF\xBB\xBF[a]\r\nk=1\r\n", "a", "k", "2", "\xEF\xBB\xBF[a]\r\nk=1\r\n[a]\r\nk=2\r\n"},
+        {"[a]\rk=1\r", "b", "x", "2", "[a]\rk=1\r[b]\r\nx=2\r\n"},
+        {"[a]\r\nk=1\r\n", "a", " k ", "2", "[a]\r\nk=2\r\n"},
+        // nothing to remove
+        {"[a]\r\nk=1\r\n", "b", "k", nullptr, "[a]\r\nk=1\r\n"},
+        {"[a]\r\nk=1\r\n", "b", nullptr, nullptr, "[a]\r\nk=1\r\n"},
         // a value cannot bring lines of its own
         {"[a]\r\nk=1\r\n", "a", "k", "v\r\n[b]\r\nw=1", "[a]\r\nk=v\r\n"},
     };
@@ -264,11 +269,13 @@ TEST_F(ProfilTest, writeNowhere_failsAndLeavesNothingBehind) {
 }
 
 TEST_F(ProfilTest, fileThatCannotBeRead_isNeverReplaced) {
-    const QByteArray utf16("\xFF\xFE[\0a\0]\0", 8);
-    schreibe(utf16);
-    EXPECT_EQ(text("a", "k"), "DEF");
-    EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "1", pfad()));
-    EXPECT_EQ(lies(), utf16);
+    for (const QByteArray& utf16 :
+         {QByteArray("\xFF\xFE[\0a\0]\0", 8), QByteArray("\xFE\xFF\0[\0a\0]", 8)}) {
+        schreibe(utf16);
+        EXPECT_EQ(text("a", "k"), "DEF");
+        EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "1", pfad()));
+        EXPECT_EQ(lies(), utf16);
+    }
 
     QFile gross(pfad());
     ASSERT_TRUE(gross.resize(qint64{17} * 1024 * 1024));

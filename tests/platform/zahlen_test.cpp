@@ -98,6 +98,17 @@ TEST(Format, text_isFormattedWhenNumericAndElseUnchanged) {
     }
 }
 
+TEST(Format, whatThePatternCannotShow_isTheDefaultText) {
+    for (const double wert : {std::numeric_limits<double>::infinity(), std::nan("")}) {
+        EXPECT_EQ(Format(wert, u"0.00", deutsch), zahltext(wert, deutsch));
+    }
+    EXPECT_EQ(Format(2.5, u"", deutsch), u"2,5"_s);
+    EXPECT_EQ(Format(7, u"", deutsch), u"7"_s);
+    EXPECT_EQ(Format(u"7,50"_s, u"", deutsch), u"7,50"_s);
+    EXPECT_EQ(Format(-1.5, u"0.0;;null", deutsch), u"-1,5"_s); // an empty section is none
+    EXPECT_EQ(Format(0.0, u"0.0;-0.0;", deutsch), u"0,0"_s);
+}
+
 TEST(Zahltext, default_isShortestTextOfItsPrecision) {
     const std::pair<double, QStringView> doubles[] = {
         {-0.0, u"0"},
@@ -131,6 +142,8 @@ TEST(Val, text_givesItsLeadingNumber) {
     };
     for (const auto& [text, zahl] : faelle)
         EXPECT_EQ(Val(text), zahl) << text.toString().toStdString();
+    EXPECT_EQ(Val(u"&H12345"), 74565);
+    EXPECT_EQ(Val(u"1\n2\t3"), 123);
     EXPECT_EQ(Val(u"-1e999"), -std::numeric_limits<double>::max());
 }
 
@@ -158,6 +171,12 @@ TEST(ZahlAusText, wholeText_isReadByTheSystemsRules) {
         {u"12abc", {}, {}},
         {u"0x10", {}, {}},
         {u"NaN", {}, {}},
+        {u"&H12345", 74565, 74565},
+        {u"&H1G", {}, {}},
+        {u"&H", {}, {}},
+        {u"&HFFFFFFFFF", {}, {}},
+        {u"(5", {}, {}},
+        {u"(x)", {}, {}},
         {u"", {}, {}},
         {u"1e-400", 0, 0},
         {u"1e309", {}, {}},
@@ -179,6 +198,8 @@ TEST(ZahlAusText, blankAsThousandsSeparator_isUnderstood) {
     const Zahlenformat franzoesisch{u',', u'\u202F', u"€"_s};
     EXPECT_EQ(zahlAusText(u"1 234,5", franzoesisch), 1234.5);
     EXPECT_EQ(zahlAusText(u"1\u202F234,5", franzoesisch), 1234.5);
+    EXPECT_EQ(zahlAusText(u"1\u00A0234,5 €", franzoesisch), 1234.5);
+    EXPECT_EQ(zahlAusText(u"1 x", franzoesisch), std::nullopt);
 }
 
 TEST(GetippteZahl, pointAndComma_areBothTheDecimalSeparator) {

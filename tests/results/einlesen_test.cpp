@@ -96,7 +96,9 @@ TEST(Einlesen, bodyMarksThatAreNotClear_areNotGuessed) {
           {u"O=93%  E=7%"_s, u""_s, u""_s},  // no twentieth
           {u"o 20"_s, u""_s, u""_s},         // no code
           {u"I 20"_s, u""_s, u""_s},         // a code of the drones
-          {u"20;0;0"_s, u""_s, u""_s},       // not the codes of the group
+          {u"O 20, O 0"_s, u""_s, u""_s},
+          {u"20;0;0;x"_s, u""_s, u""_s},
+          {u"20;0;0"_s, u""_s, u""_s}, // not the codes of the group
           {u"O 20 yellow"_s, u""_s, u""_s}}) {
         const Messdatei datei = mitMerkmalen(zeilen, 20);
         EXPECT_FALSE(merkmaleAus(datei)) << zeilen.join(u'|').toStdString();
@@ -104,4 +106,5 @@ TEST(Einlesen, bodyMarksThatAreNotClear_areNotGuessed) {
         EXPECT_FALSE(eingelesen.merkmaleVerstanden);
         EXPECT_FALSE(eingelesen.untersuchung.merkmale().etwasEingetragen());
     }
+    EXPECT_FALSE(merkmaleAus(mitMerkmalen({u"O 0"_s, u""_s, u""_s}, 0)));
 }

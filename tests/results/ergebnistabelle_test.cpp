@@ -98,6 +98,11 @@ TEST_F(Tabellentest, tooLongText_isRefusedBeforeTheOldRowGoes) {
         EXPECT_EQ(fehler->länge(), spalte.breite + 1);
         EXPECT_EQ(nummern(), vorher);
     }
+    Ergebnissatz bienen = satz(u"1"_s); // a character beyond the basic plane is one
+    bienen.Z_NAME = u"\U0001F41D"_s.repeated(30);
+    tabelle().speichere(bienen);
+    bienen.Z_NAME += u'x';
+    EXPECT_EQ(grundVon([&] { tabelle().speichere(bienen); }), Datenbankgrund::TextZuLang);
 }
 
 TEST_F(Tabellentest, hostileNumber_matchesOnlyItself) {
@@ -181,18 +186,20 @@ TEST_F(Tabellentest, columnsOfOtherPrograms_keepTheirTypedValues) {
           u"ALTER TABLE Ergebnisse ADD COLUMN Bild BLOB; ALTER TABLE Ergebnisse ADD COLUMN Zahl;"
           u"ALTER TABLE Ergebnisse ADD COLUMN Ort TEXT DEFAULT 'daheim';"
           u"UPDATE Ergebnisse SET \"Gewicht (\"\"kg\"\")\" = 1.5, Bild = x'00ff', "
-          u"Zahl = 9007199254740993, Ort = NULL WHERE U_NR = '1'"_s);
+          u"Zahl = 9007199254740993, Ort = NULL WHERE U_NR = '1'; "
+          u"ALTER TABLE Ergebnisse ADD COLUMN Notiz; "
+          u"UPDATE Ergebnisse SET Notiz = '007''' WHERE U_NR = '1'"_s);
     const QString lies =
         u"SELECT typeof(\"Gewicht (\"\"kg\"\")\"), hex(Bild), typeof(Bild), Zahl, typeof(Zahl), "
-        u"Ort FROM Ergebnisse WHERE U_NR = '%1'"_s;
-    const QString vorher = u"real|00FF|blob|9007199254740993|integer|NULL"_s;
+        u"Ort, Notiz FROM Ergebnisse WHERE U_NR = '%1'"_s;
+    const QString vorher = u"real|00FF|blob|9007199254740993|integer|NULL|007'"_s;
     ASSERT_EQ(fremd(lies.arg(1)), vorher);
     speichere({u"1"_s});
     EXPECT_EQ(fremd(lies.arg(1)), vorher);
     EXPECT_TRUE(tabelle().ersetze(satz(u"1"_s), tabelle().lade(u"1"_s)));
     EXPECT_EQ(fremd(lies.arg(1)), vorher);
     speichere({u"3"_s}); // a new row has what its program wants for a beginning
-    EXPECT_EQ(fremd(lies.arg(3)), u"null||null|NULL|null|daheim"_s);
+    EXPECT_EQ(fremd(lies.arg(3)), u"null||null|NULL|null|daheim|NULL"_s);
 }
 
 TEST_F(Tabellentest, foreignContent_isReadOrNamed) {

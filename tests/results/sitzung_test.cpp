@@ -12,6 +12,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <random>
 
 #ifdef Q_OS_UNIX
@@ -88,6 +89,85 @@ TEST_F(Sitzungstest, everyState_comesBackWhoeverWritesNumbers) {
         EXPECT_TRUE(sitzung.lösche());
     }
     EXPECT_TRUE(dateien().isEmpty());
+}
+
+TEST_F(Sitzungstest, anyOneChange_isKept) {
+    const std::vector<std::function<void(Sitzungsstand&)>> änderungen{
+        [](auto& s) { s.DatenbankPfad = u"/b.tdb"_s; },
+        [](auto& s) { s.gespeicherteNummer.clear(); },
+        [](auto& s) { s.datum = QDate(2024, 2, 29); },
+        [](auto& s) { s.angabenGeändert = false; },
+        [](auto& s) { s.messungenGeändert = false; },
+        [](auto& s) { s.angaben.Begattung = u"x"_s; },
+        [](auto& s) { s.merkmale.Modus = Merkmalmodus::Summen; },
+        [](auto& s) { s.merkmale.Summen[9] = 1; },
+        [](auto& s) { s.reihe.löscheLetzte(); },
+        [](auto& s) { // a line alone
+            auto zeilen = s.reihe.hiDvZeilen();
+            zeilen.pop_back();
+            s.reihe.stelleHer(s.reihe.ciZeilen(), zeilen, {}, s.reihe.messungen());
+        },
+        [](auto& s) { // points alone
+            auto messungen = s.reihe.messungen();
+            messungen.at(2).punkte.PunktX[1] += 0.25F;
+            s.reihe.stelleHer(s.reihe.ciZeilen(), s.reihe.hiDvZeilen(),
+                              {{1, s.reihe.chartwerte(1)}, {2, s.reihe.chartwerte(2)}}, messungen);
+        },
+        [](auto& s) { // a chart value alone
+            s.reihe.stelleHer(s.reihe.ciZeilen(), s.reihe.hiDvZeilen(),
+                              {{1, s.reihe.chartwerte(1)}}, s.reihe.messungen());
+        },
+        [](auto& s) { s.flügel.punkte.PunktY[1] += 0.25F; },
+        [](auto& s) { s.flügel.bilddatei = u"/b.jpg"_s; },
+        [](auto& s) { s.wiederholt = 1; },
+        [](auto& s) { s.ansicht = u"Karte"_s; },
+    };
+    const Sitzungsstand vorher = probesitzung(2, 1);
+    for (std::size_t i = 0; i < änderungen.size(); ++i) {
+        Sitzung sitzung(pfad_);
+        ASSERT_TRUE(sitzung.merke(vorher));
+        Sitzungsstand nachher = vorher;
+        änderungen[i](nachher);
+        EXPECT_NE(abbild(nachher), abbild(vorher)) << i;
+        EXPECT_TRUE(sitzung.merke(nachher));
+        EXPECT_EQ(gelesen(), abbild(nachher)) << i;
+        EXPECT_TRUE(sitzung.lösche());
+    }
+}
+
+TEST_F(Sitzungstest, blockWhoseFieldsMakeNoSense_doesNotCountForAllItsChecksum) {
+    const Sitzungsstand stand = probesitzung(2, 1);
+    const QByteArray zeilen = untersuchungszeilen(stand) + flügelzeilen(stand);
+    ASSERT_TRUE(sitzungAus(sitzungsblock(zeilen)).stand);
+    const QList<QByteArray> felder = zeilen.chopped(1).split('\n');
+    for (const QByteArray& feld : felder) {
+        QByteArray ohne = zeilen;
+        ohne.remove(zeilen.indexOf(feld), feld.size() + 1);
+        const Sitzungslesung lesung = sitzungAus(sitzungsblock(ohne));
+        EXPECT_FALSE(lesung.stand) << feld.left(20).toStdString();
+        EXPECT_TRUE(lesung.beschädigt);
+    }
+    const std::pair<QByteArray, QByteArray> falsche[] = {
+        {"Datum=2025-", "Datum=2025+"},
+        {"Geaendert=3", "Geaendert=4"},
+        {"Rasse=2", "Rasse=4"},
+        {"Rasse=2", "Rasse=-1"},
+        {"Tiere=0", "Tiere="},
+        {"CI=#001;", "CI=#201;"},
+        {"HIDV=#001;", "HIDV=001;"},
+        {"Werte=001/", "Werte=001/1/"},
+        {"Werte=001/", "Werte=x/"},
+        {"Punkte=Punkte 1;001/", "Punkte=Punkte 1;003/"},
+        {"Angaben=Angaben 1;", "Angaben=Angaben 2;"},
+        {"Modus=L;", "Modus=X;"},
+        {"Fluegel=Punkte 1;001/", "Fluegel=Punkte 1;002/"},
+        {"Ansicht=", "Ansicht"},
+    };
+    for (const auto& [richtig, falsch] : falsche) {
+        ASSERT_TRUE(zeilen.contains(richtig)) << richtig.toStdString();
+        const QByteArray geändert = QByteArray(zeilen).replace(richtig, falsch);
+        EXPECT_FALSE(sitzungAus(sitzungsblock(geändert)).stand) << falsch.toStdString();
+    }
 }
 
 TEST_F(Sitzungstest, examination_goesOnWithWhatWasChanged) {

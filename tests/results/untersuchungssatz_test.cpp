@@ -356,14 +356,17 @@ TEST(Untersuchungssatz, damagedColumns_areNamedAndTheRestIsRead) {
              {u"HI_DV"_s, u"#002;0,993;24,7;+0,4; #003;0,993;24,7;+-; "_s, {2}},
              {u"A_D"_s, u"Ouvrier"_s, {}},
              {u"MERKMAL"_s, u"L#001;XYZ; "_s, {}},
+             {u"MERKMAL"_s, u"L001;Ogr; "_s, {}},
              {u"MERKMAL"_s, u"A"_s + QString(200'000, u';'), {}},
              {u"Grafik1"_s, u"CI-HI 1200dpi;001/2,3"_s, {}},
              {u"Grafik1"_s, u"CI-HI 99999999999dpi;"_s, {}},
+             {u"Grafik1"_s, QString(300, u'x') + u';', {}},
              {u"Grafik2"_s, u"HI-DV 1200dpi;001/1/2/3;"_s, {}},
              {u"Grafik3"_s, u"Punkte 2;"_s, {}},
              {u"Grafik3"_s, u"Punkte 1;001/8/5/1/2;"_s, {}},
              {u"Grafik4"_s, u"Angaben 1;001/9/1200/1/a.jpg;002;"_s, {}},
              {u"Grafik4"_s, u"Angaben 1;Summen=1/2;"_s, {}},
+             {u"Grafik4"_s, u"Angaben 1;Bienen="_s + QString(1000, u'/') + u';', {}},
          }) {
         Ergebnissatz satz;
         satz.A_D = u"Drones"_s;
@@ -372,6 +375,18 @@ TEST(Untersuchungssatz, damagedColumns_areNamedAndTheRestIsRead) {
         const GeleseneUntersuchung gelesen = untersuchungAus(satz, probe.umgebung());
         EXPECT_THAT(gelesen.nichtGelesen, ElementsAre(s.spalte)) << s.text.left(60).toStdString();
         EXPECT_EQ(gelesen.reihe.nummern(), s.nummern) << s.text.left(60).toStdString();
+    }
+}
+
+TEST(Untersuchungssatz, exactMarksThatNobodyCouldEnter_giveWayToTheRecord) {
+    const Probe probe;
+    for (const QString& nummer : {u"ab0"_s, u"-00"_s, u"0  "_s}) {
+        Ergebnissatz satz;
+        satz.A_D = u"Workers"_s;
+        satz.MERKMAL = u"L#000;OkF; "_s;
+        satz.Grafik[3] = u"Angaben 1;Modus=L;Bienen="_s + nummer + u"   O, k,  F;"_s;
+        EXPECT_THAT(untersuchungAus(satz, probe.umgebung()).merkmale.Liste,
+                    ElementsAre(u"000   O, k,  F"_s));
     }
 }
 
