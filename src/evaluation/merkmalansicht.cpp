@@ -61,6 +61,8 @@ Merkmalansicht::Merkmalansicht(const Texte& texte, Dialoge& dialoge, QWidget* pa
     : QWidget(parent)
     , texte_(texte)
     , dialoge_(dialoge)
+    , ziffern_(new QRegularExpressionValidator(
+          QRegularExpression(u"[0-9]{0,%1}"_s.arg(LängsteZahl)), this))
     , lab_Hinweis_(new QLabel)
     , seiten_(new QStackedWidget)
     , lab_Bienen_(new QLabel)
@@ -190,8 +192,7 @@ QLineEdit* Merkmalansicht::zahlfeld(Geschlecht tiere, int platz) {
         (tiere == Geschlecht::Drohnen ? u"txt_Anzahl_D_%1"_s : u"txt_Anzahl_A_%1"_s).arg(platz));
     feld->setAlignment(Qt::AlignRight);
     feld->setFixedWidth(feld->fontMetrics().horizontalAdvance(u"00000"_s) + 16);
-    feld->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(u"[0-9]{0,%1}"_s.arg(LängsteZahl)), feld));
+    feld->setValidator(ziffern_);
     connect(feld, &QLineEdit::inputRejected, feld, [] { QApplication::beep(); });
     connect(feld, &QLineEdit::textEdited, this,
             [this, platz](const QString& text) { txt_Anzahl_Change(platz, text); });
@@ -396,11 +397,16 @@ void Merkmalansicht::zeigeModus() {
             code->setVisible(!liste);
         }
         for (QLineEdit* zahl : g.zahlen) {
-            zahl->setReadOnly(liste || ausgelassen);
-            zahl->setFocusPolicy(zahl->isReadOnly() ? Qt::ClickFocus : Qt::StrongFocus);
+            const bool nurAnzeige = liste || ausgelassen;
+            zahl->setReadOnly(nurAnzeige);
+            zahl->setFocusPolicy(nurAnzeige ? Qt::ClickFocus : Qt::StrongFocus);
             // What only shows a count must not look as if it could be typed into.
-            zahl->setStyleSheet(zahl->isReadOnly() ? u"border: none; background: transparent"_s
-                                                   : QString());
+            zahl->setFrame(!nurAnzeige);
+            QPalette farben;
+            if (nurAnzeige) {
+                farben.setBrush(QPalette::Base, Qt::transparent);
+            }
+            zahl->setPalette(farben);
         }
     }
     Liste_->setEnabled(liste);

@@ -18,6 +18,7 @@ class QListView;
 class QPushButton;
 class QRadioButton;
 class QStackedWidget;
+class QValidator;
 class QStringListModel;
 
 namespace tarvel {
@@ -81,6 +82,7 @@ private:
 
     const Texte& texte_;
     Dialoge& dialoge_;
+    QValidator* ziffern_; ///< what a field for a number takes
     Änderung änderung_;
     Merkmale merkmale_;
     Merkmalauswertung auswertung_;
