@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QTableView>
-#include <QTimer>
 
 namespace {
 
@@ -38,9 +37,16 @@ public:
     using QObject::QObject;
     bool eventFilter(QObject* /*gitter*/, QEvent* event) override {
         if (event->type() == QEvent::Paint) {
-            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+            // Before what the browser has left for the time after the first rows.
+            QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
         }
         return false;
+    }
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::User) {
+            QCoreApplication::exit();
+        }
+        return QObject::event(event);
     }
 };
 

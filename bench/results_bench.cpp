@@ -153,6 +153,12 @@ void mache(const QString& pfad, int zeilen) {
     vorgang.commit();
 }
 
+int zeilenzahl = 0; ///< of the file that is measured
+
+std::string beiZeilen(const std::string& was) {
+    return std::to_string(zeilenzahl) + ": " + was;
+}
+
 double median(std::vector<double> werte) {
     std::sort(werte.begin(), werte.end());
     return werte[werte.size() / 2];
@@ -179,7 +185,7 @@ void vergleiche(const char* nummer, const std::string& was, const Ziel& ziel, in
             grenzzeiten.push_back(b);
         }
     }
-    tabellenzeile(nummer, was, median(zeiten) / mal,
+    tabellenzeile(nummer, beiZeilen(was), median(zeiten) / mal,
                   grenze ? std::optional(median(grenzzeiten) / mal) : std::nullopt, ziel, "ms");
 }
 
@@ -261,9 +267,10 @@ void speichern(const QString& pfad, int runden, int anzahl) {
         gerechnet.push_back(ende.rechenzeit - beginn.rechenzeit - syncZeit.rechenzeit);
         meiste = std::max(meiste, syncs);
     }
-    tabellenzeile("D4", "save over an old one: syncs", meiste, {}, {.höchstens = 4}, "");
-    tabellenzeile("D4", "save: all besides syncs", median(daneben), {}, {.höchstens = 2}, "ms");
-    tabellenzeile("D4", "save: computing", median(gerechnet), {}, {}, "ms");
+    tabellenzeile("D4", beiZeilen("save over an old one: syncs"), meiste, {}, {.höchstens = 4}, "");
+    tabellenzeile("D4", beiZeilen("save: all besides syncs"), median(daneben), {}, {.höchstens = 2},
+                  "ms");
+    tabellenzeile("D4", beiZeilen("save: computing"), median(gerechnet), {}, {}, "ms");
 }
 
 void sprache(const QString& pfad) {
@@ -293,6 +300,7 @@ void sprache(const QString& pfad) {
 void miss(const QString& pfad, int runden) {
     const Ergebnistabelle tabelle(pfad);
     const int anzahl = tabelle.anzahl();
+    zeilenzahl = anzahl;
     ansichten(pfad, runden);
     std::vector<QString> nummern;
     nummern.reserve(500);

@@ -31,7 +31,7 @@ inline void tabellenzeile(const std::string& nummer, const std::string& was, dou
         aim += (aim.empty() ? "" : ", ") + wert(*ziel.höchstens) + ' ' + einheit;
         erfüllt = erfüllt && wir <= *ziel.höchstens;
     }
-    std::printf("| %-2s | %-44s | %9s | %9s | %5s | %-9s | %-6s |\n", nummer.c_str(), was.c_str(),
+    std::printf("| %-2s | %-56s | %9s | %9s | %5s | %-9s | %-6s |\n", nummer.c_str(), was.c_str(),
                 (wert(wir) + ' ' + einheit).c_str(),
                 grenze ? (wert(*grenze) + ' ' + einheit).c_str() : "",
                 grenze ? zahl(wir / *grenze, 2).c_str() : "", aim.c_str(),
