@@ -44,6 +44,7 @@ public:
     }
     bool event(QEvent* event) override {
         if (event->type() == QEvent::User) {
+            QCoreApplication::removePostedEvents(nullptr, QEvent::MetaCall);
             QCoreApplication::exit();
         }
         return QObject::event(event);
