@@ -81,6 +81,8 @@ QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) cons
     qsizetype gespeichert = 0;
     QStringList hinweise;
     try {
+        // One that has gone meanwhile is not made anew behind the user's back.
+        Ergebnistabelle(ablage_.DatenbankPfad()).öffneProbeweise();
         Einfuhr einfuhr(ablage_.DatenbankPfad(),
                         {.satz = satz,
                          .heute = umgebung_.uhr.now().date(),

@@ -71,7 +71,7 @@ bool HG::öffneDateien(const QStringList& pfade) {
             continue;
         }
         if (art == Dateiart::Messdatei && dateien.size() > 1) {
-            importiert(austausch_.importiere(this, dateien));
+            gelungen = importiert(austausch_.importiere(this, dateien)) && gelungen;
             continue;
         }
         const bool offen = öffneDatei(dateien.constFirst());

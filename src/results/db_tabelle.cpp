@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLineEdit>
 
 #include <algorithm>
@@ -125,10 +126,17 @@ void DB::sichereTabelle() {
                                   Meldungsart::Ausruf);
         return;
     }
+    // A large file takes some seconds; boxes have a pointer of their own.
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    std::optional<Datenbankfehler> gescheitert;
     try {
         Ergebnistabelle(umgebung_.DatenbankPfad).sichere(ziel);
     } catch (const Datenbankfehler& fehler) {
-        meldeFehler(fehler);
+        gescheitert = fehler;
+    }
+    QGuiApplication::restoreOverrideCursor();
+    if (gescheitert) {
+        meldeFehler(*gescheitert);
         return;
     }
     umgebung_.dialoge.meldung(titel,

@@ -172,6 +172,15 @@ TEST_F(Einlesetest, folder_isStoredInTheOrderOfItsNames) {
     EXPECT_NE(text(u"txt_UNr"_s), u"0012025"_s); // the one that is not begun gives way
 }
 
+TEST_F(Einlesetest, importIntoAResultsFileThatHasGone_isToldAndMakesNone) {
+    const QString pfad = tabelle().pfad();
+    ASSERT_TRUE(QFile::remove(pfad));
+    EXPECT_FALSE(hg().öffneDateien(messdateien(2)));
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Meine Tabelle.tdb"_s));
+    EXPECT_FALSE(QFile::exists(pfad));
+}
+
 TEST_F(Einlesetest, stoppedImport_keepsWhatIsStored) {
     constexpr int anzahl = 12;
     QTimer taste;
