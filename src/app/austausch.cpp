@@ -3,6 +3,7 @@
 #include "evaluation/rassen.h"
 #include "lang/zielwahl.h"
 #include "measure/aufloesung.h"
+#include "measure/bilddatei.h"
 #include "platform/dateiausgabe.h"
 #include "platform/fortschritt.h"
 #include "results/ausfuhr.h"
@@ -11,7 +12,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QImageReader>
 
 #include <algorithm>
 
@@ -22,8 +22,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 std::optional<float> bildhöhe(const QString& pfad) {
-    const QSize größe = QImageReader(pfad).size();
-    return größe.isValid() ? std::optional(static_cast<float>(größe.height())) : std::nullopt;
+    const std::optional<QSize> größe = Bilddatei::liesGröße(pfad);
+    return größe ? std::optional(static_cast<float>(größe->height())) : std::nullopt;
 }
 
 /// "alt/7.Bee – nicht gespeichert. Zeile 16: …"

@@ -292,10 +292,11 @@ void HG::Form_Load() {
     TexteAnwenden();
 }
 
-bool HG::ladeBild(const QString& pfad) {
+bool HG::ladeBild(const QString& pfad, bool genannt) {
     QWidget* vorher = ansichten_->currentWidget();
     ansichten_->setCurrentWidget(messplatz_);
-    const bool geladen = messplatz_->ladeBild(pfad);
+    const bool geladen = messplatz_->ladeBild(pfad, genannt ? Messplatz::Seitenwahl::Genannt
+                                                            : Messplatz::Seitenwahl::Fragen);
     if (!geladen) {
         ansichten_->setCurrentWidget(vorher);
     }

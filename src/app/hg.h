@@ -52,8 +52,9 @@ public:
     void messmodus(int hinweisnummer);
 
     /// Loads a wing picture for measuring. False, with a message shown, when it cannot be measured
-    /// or the user kept the present one.
-    bool ladeBild(const QString& pfad);
+    /// or the user kept the present one. With @p genannt @p pfad names one page and no other is
+    /// asked about.
+    bool ladeBild(const QString& pfad, bool genannt = false);
 
     /// Opens what the program was given: a results file, a picture, a measurement or coordinate
     /// file; measurement files of a folder are stored. False, with a message, when that failed.

@@ -10,6 +10,7 @@
 #include "lang/hilfe.h"
 #include "measure/aufloesung.h"
 #include "measure/bildordner.h"
+#include "measure/bildort.h"
 #include "measure/messhilfe.h"
 #include "measure/messleiste.h"
 #include "measure/messplatz.h"
@@ -314,7 +315,8 @@ void HG::drucke() {
 void HG::grafik() {
     const Texte& t = umgebung_.texte;
     const QString programm = umgebung_.einstellungen.text(Einstellung::Grafikprogramm);
-    if (!programm.isEmpty() && umgebung_.shell.runProgram(programm, messplatz_->bilddatei())) {
+    if (!programm.isEmpty() &&
+        umgebung_.shell.runProgram(programm, Bildort::aus(messplatz_->bilddatei()).datei)) {
         return;
     }
     umgebung_.dialoge.meldung(t(Text::Fehler),

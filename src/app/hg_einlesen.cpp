@@ -3,6 +3,8 @@
 #include "app/hg.h"
 
 #include "measure/aufloesung.h"
+#include "measure/bilddatei.h"
+#include "measure/bildort.h"
 #include "measure/koordinatenreihe.h"
 #include "measure/leseproblem.h"
 #include "measure/messdatei.h"
@@ -14,7 +16,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QImageReader>
 
 #include <algorithm>
 #include <array>
@@ -50,10 +51,10 @@ Dateiart dateiart(const QString& pfad) {
 void legeInsBild(Flügelmessung& messung, const QDir& ordner) {
     const QString bild = ordner.filePath(messung.bilddatei);
     std::optional<float> höhe;
-    if (!messung.bilddatei.isEmpty() && QFileInfo(bild).isFile()) {
+    if (!messung.bilddatei.isEmpty() && QFileInfo(Bildort::aus(bild).datei).isFile()) {
         messung.bilddatei = bild;
-        if (const QSize größe = QImageReader(bild).size(); größe.isValid()) {
-            höhe = static_cast<float>(größe.height());
+        if (const std::optional<QSize> größe = Bilddatei::liesGröße(bild)) {
+            höhe = static_cast<float>(größe->height());
         }
     }
     messung.punkte = gespiegelt(messung.punkte, höhe);

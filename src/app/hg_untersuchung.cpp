@@ -5,6 +5,7 @@
 #include "app/hinweiszeile.h"
 #include "evaluation/rassen.h"
 #include "measure/aufloesung.h"
+#include "measure/bildort.h"
 #include "measure/messplatz.h"
 #include "results/db.h"
 #include "results/kolonieformular.h"
@@ -62,8 +63,8 @@ bool HG::setzeSitzungFort() {
     ablage_.nimmAlsGespeichert(
         stand->DatenbankPfad == ablage_.DatenbankPfad() ? stand->gespeicherteNummer : QString());
     zeigeUntersuchung();
-    if (QFileInfo::exists(stand->flügel.bilddatei) && ladeBild(stand->flügel.bilddatei) &&
-        stand->flügel.punkte.begonnen()) {
+    if (QFileInfo::exists(Bildort::aus(stand->flügel.bilddatei).datei) &&
+        ladeBild(stand->flügel.bilddatei, true) && stand->flügel.punkte.begonnen()) {
         messplatz_->zeigeMessen();
     }
     messung_.stelleHer(stand->flügel, stand->wiederholt);

@@ -1,16 +1,16 @@
 #include "measure/bilddatei.h"
 
+#include "measure/bildort.h"
 #include "measure/bmpleser.h"
 #include "measure/jpegleser.h"
+#include "measure/rasterformat.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
-#include <QPainter>
-#include <QtEndian>
 
 #include <algorithm>
-#include <array>
+#include <memory>
 #include <optional>
 
 namespace tarvel {
@@ -22,11 +22,10 @@ using Art = Bildfehler::Art;
 template <typename T>
 using Oder = std::variant<T, Bildfehler>;
 
-constexpr qint64 HöchstensBytes = qint64{2000} * 1024 * 1024;
 // No lossless format packs more pixels of a scanned page into a byte.
 constexpr qint64 DichtestePackung = 5000;
-// Formats with a pixel grid of their own; a drawing scales to anything and cannot be measured.
-constexpr std::array Rasterformate{"bmp", "gif", "pbm", "pgm", "png", "ppm", "tif", "tiff", "webp"};
+// What a decoder may read until it knows the size.
+constexpr qint64 LängsterKopf = qint64{8} * 1024 * 1024;
 
 std::optional<Bildfehler> öffneDatei(QFile& datei) {
     const QFileInfo angaben(datei.fileName());
@@ -43,17 +42,21 @@ std::optional<Bildfehler> öffneDatei(QFile& datei) {
     return {};
 }
 
-Bildfehler zuGroß(QSize größe) {
-    return {Art::ZuGross,
-            u"%1 × %2"_s.arg(QString::number(größe.width()), QString::number(größe.height()))};
-}
-
-std::optional<Bildfehler> prüfeGröße(QSize größe) {
+/// @p bytes is the memory that all of the picture takes.
+std::optional<Bildfehler> prüfeGröße(QSize größe, qint64 bytes) {
     if (größe.isEmpty())
         return Bildfehler{Art::Unlesbar};
-    if (qint64{größe.width()} * größe.height() > Bilddatei::HöchstensBildpunkte)
-        return zuGroß(größe);
-    return {};
+    const qint64 bildpunkte = qint64{größe.width()} * größe.height();
+    const double jeBildpunkt = static_cast<double>(bytes) / static_cast<double>(bildpunkte);
+    const qint64 höchstens =
+        std::min(Bilddatei::HöchstensBildpunkte,
+                 static_cast<qint64>(static_cast<double>(Bilddatei::HöchstensBytes) / jeBildpunkt));
+    if (bildpunkte <= höchstens)
+        return {};
+    return Bildfehler{
+        Art::ZuGross,
+        u"%1 × %2"_s.arg(QString::number(größe.width()), QString::number(größe.height())),
+        höchstens};
 }
 
 int länge(QSize größe) {
@@ -72,16 +75,27 @@ struct Gelesen {
     QImage pixel;
 };
 
-Oder<Gelesen> liesJpeg(QFile& datei, bool ganz) {
+qint64 bildpunkte(QSize größe) {
+    return qint64{größe.width()} * größe.height();
+}
+
+/// How much of a picture is wanted.
+enum class Umfang { Größe, Übersicht, Ganz };
+
+Oder<Gelesen> liesJpeg(QFile& datei, Umfang umfang, const Weiter& weiter) {
     datei.seek(0);
-    Jpegleser leser(datei);
+    Jpegleser leser(datei, weiter);
     if (!leser.liesKopf())
         return fehlerAus(leser);
     Gelesen gelesen{leser.größe(), {}, {}};
-    if (const auto fehler = prüfeGröße(gelesen.größe))
+    const qint64 bytes = bildpunkte(gelesen.größe) * (leser.grau() ? 1 : 3);
+    if (const auto fehler = prüfeGröße(gelesen.größe, bytes + leser.zwischenspeicher()))
         return *fehler;
+    if (umfang == Umfang::Größe)
+        return gelesen;
     if (datei.size() < leser.mindestBytes())
         return Bildfehler{Art::Abgeschnitten};
+    const bool ganz = umfang == Umfang::Ganz;
     int achtel = 8;
     if (!ganz) {
         achtel = 1;
@@ -103,146 +117,130 @@ Oder<Gelesen> liesJpeg(QFile& datei, bool ganz) {
     return gelesen;
 }
 
-/// Any picture as one of the formats that are painted without detours.
-QImage vereinheitlicht(QImage bild) {
-    switch (bild.format()) {
-    case QImage::Format_Grayscale8:
-    case QImage::Format_RGB888:
-    case QImage::Format_BGR888:
-    case QImage::Format_RGB32:
-        return bild;
-    default:
-        break;
-    }
-    if (bild.hasAlphaChannel()) {
-        QImage papier(bild.size(), QImage::Format_RGB32);
-        if (papier.isNull())
+/// Size and memory of a picture that the toolkit decodes.
+struct Angaben {
+    QSize größe;
+    qint64 bytes = 0;
+};
+
+std::optional<Angaben> liesAngaben(QFile& datei, const QByteArray& format, int seite) {
+    Angaben angaben;
+    QList<TiffSeite> seiten;
+    if (format == "tiff") {
+        seiten = tiffSeiten(datei);
+        if (seite > seiten.size())
             return {};
-        papier.fill(Qt::white);
-        QPainter(&papier).drawImage(0, 0, bild);
-        return papier;
+        angaben.größe = seiten[seite - 1].größe;
     }
-    const bool grau = bild.format() == QImage::Format_Grayscale16 || bild.allGray();
-    return std::move(bild).convertToFormat(grau ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
-}
-
-QImage verkleinert(const QImage& bild) {
-    const int teiler = länge(bild.size()) / Bilddatei::Übersichtslänge;
-    if (teiler < 2)
-        return bild;
-    return bild.scaled((bild.width() + teiler - 1) / teiler, (bild.height() + teiler - 1) / teiler,
-                       Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
-
-/// Size of the area that the pictures of the file are put onto, for which memory is taken.
-QSize gifGröße(QFile& datei) {
-    const qint64 stand = datei.pos();
-    std::array<uchar, 10> kopf{};
     datei.seek(0);
-    const bool da = datei.read(reinterpret_cast<char*>(kopf.data()), kopf.size()) == kopf.size();
-    datei.seek(stand);
-    return da ? QSize(qFromLittleEndian<quint16>(&kopf[6]), qFromLittleEndian<quint16>(&kopf[8]))
-              : QSize();
-}
-
-/// True when the file holds its first picture to the last block. A decoder fills up what is missing
-/// with the background and says nothing.
-bool gifVollständig(QFile& datei) {
-    const auto tabelle = [](uchar angaben) {
-        return (angaben & 0x80U) != 0 ? 3LL << ((angaben & 7U) + 1) : 0LL;
-    };
-    const auto überspringe = [&](qint64 anzahl) {
-        return datei.pos() + anzahl <= datei.size() && datei.seek(datei.pos() + anzahl);
-    };
-    const auto byte = [&](uchar& wert) { return datei.getChar(reinterpret_cast<char*>(&wert)); };
-    uchar wert = 0;
-    if (!datei.seek(10) || !byte(wert) || !überspringe(2 + tabelle(wert)))
-        return false;
-    while (byte(wert)) {
-        const bool bild = wert == 0x2C;
-        if (bild && !(überspringe(8) && byte(wert) && überspringe(tabelle(wert))))
-            return false;
-        // One byte before the blocks: the kind of an extension or the width of the first code.
-        if (!byte(wert))
-            return false;
-        do {
-            if (!byte(wert) || !überspringe(wert))
-                return false;
-        } while (wert != 0);
-        if (bild)
-            return true;
-    }
-    return false;
+    Bildquelle quelle(datei, LängsterKopf);
+    if (!quelle.open(QIODevice::ReadOnly))
+        return {};
+    QImageReader leser(&quelle, format);
+    leser.setAutoDetectImageFormat(false);
+    if (seite > 1 && !leser.jumpToImage(seite - 1))
+        return {};
+    const QImage::Format art = leser.imageFormat();
+    if (format == "gif")
+        angaben.größe = gifGröße(datei);
+    else if (format != "tiff")
+        angaben.größe = leser.size();
+    const qint64 anzahl = bildpunkte(angaben.größe);
+    angaben.bytes = bildspeicher(art, anzahl);
+    // These decoders keep more than the picture.
+    if (format == "tiff" && QImage::toPixelFormat(art).bitsPerPixel() == 32)
+        angaben.bytes +=
+            seiten[seite - 1].streifenhöhe * angaben.größe.width() * seiten[seite - 1].bits / 8;
+    else if (format == "webp")
+        angaben.bytes += anzahl * 4 + datei.size();
+    return angaben;
 }
 
 /// Formats that cannot be reduced while decoding: all pixels at once.
-Oder<Gelesen> liesAndere(QFile& datei) {
-    datei.seek(0);
-    QImageReader::setAllocationLimit(2048);
-    QImageReader leser(&datei);
-    leser.setDecideFormatFromContent(true);
-    const QByteArray format = leser.format();
-    if (std::find(Rasterformate.begin(), Rasterformate.end(), format) == Rasterformate.end())
+Oder<Gelesen> liesAndere(std::unique_ptr<QFile> datei, const QByteArray& format, int seite,
+                         Umfang umfang, const Weiter& weiter) {
+    QImageReader::setAllocationLimit(Bilddatei::HöchstensBytes / (1024 * 1024));
+    const auto angaben = liesAngaben(*datei, format, seite);
+    if (!angaben)
         return Bildfehler{Art::Unlesbar};
-    Gelesen gelesen{format == "gif" ? gifGröße(datei) : leser.size(), {}, {}};
-    if (const auto fehler = prüfeGröße(gelesen.größe))
+    if (const auto fehler = prüfeGröße(angaben->größe, angaben->bytes))
         return *fehler;
-    const qint64 bildpunkte = qint64{gelesen.größe.width()} * gelesen.größe.height();
-    const int bits = std::max<int>(1, QImage::toPixelFormat(leser.imageFormat()).bitsPerPixel());
-    if (bildpunkte * bits / 8 > HöchstensBytes)
-        return zuGroß(gelesen.größe);
-    if (bildpunkte * bits / 8 / DichtestePackung > datei.size())
+    Gelesen gelesen{angaben->größe, {}, {}};
+    if (umfang == Umfang::Größe)
+        return gelesen;
+    if (angaben->bytes / DichtestePackung > datei->size())
         return Bildfehler{Art::Abgeschnitten};
-    QImage bild;
-    if (!leser.read(&bild))
-        return Bildfehler{Art::Unlesbar, leser.errorString()};
-    if (format == "gif" && !gifVollständig(datei))
+    Entziffert entziffert =
+        entziffere(std::move(datei), format, seite, Bilddatei::Übersichtslänge, weiter);
+    if (entziffert.abgebrochen)
+        return Bildfehler{Art::Abgebrochen};
+    if (entziffert.abgeschnitten)
         return Bildfehler{Art::Abgeschnitten};
-    gelesen.pixel = vereinheitlicht(std::move(bild));
-    if (gelesen.pixel.isNull() || gelesen.pixel.size() != gelesen.größe)
-        return Bildfehler{Art::Unlesbar};
-    gelesen.übersicht = verkleinert(gelesen.pixel);
+    if (entziffert.keinSpeicher)
+        return Bildfehler{Art::KeinSpeicher};
+    if (entziffert.pixel.isNull() || entziffert.pixel.size() != gelesen.größe)
+        return Bildfehler{Art::Unlesbar, entziffert.grund};
+    gelesen.pixel = std::move(entziffert.pixel);
+    gelesen.übersicht = std::move(entziffert.übersicht);
     return gelesen;
 }
 
-Oder<Gelesen> liesBitmap(QFile& datei, const BmpKopf& kopf, bool ganz) {
-    if (const auto fehler = prüfeGröße(kopf.größe))
+/// @p weiter for rows, @p wartend for a decoder that is waited for.
+Oder<Gelesen> liesBitmap(std::unique_ptr<QFile> datei, const BmpKopf& kopf, Umfang umfang,
+                         const Weiter& weiter, const Weiter& wartend) {
+    const int bytes = !kopf.unmittelbar || kopf.grau() ? 1 : kopf.bits == 32 ? 4 : 3;
+    if (const auto fehler = prüfeGröße(kopf.größe, bildpunkte(kopf.größe) * bytes))
         return *fehler;
-    if (datei.size() < kopf.ende())
+    if (umfang != Umfang::Größe && datei->size() < kopf.ende())
         return Bildfehler{Art::Abgeschnitten};
     if (!kopf.unmittelbar)
-        return liesAndere(datei);
+        return liesAndere(std::move(datei), "bmp", 1, umfang, wartend);
     Gelesen gelesen{kopf.größe, {}, {}};
+    if (umfang == Umfang::Größe)
+        return gelesen;
     const int teiler = std::max(1, länge(kopf.größe) / Bilddatei::Übersichtslänge);
-    QImage& bild = ganz || teiler == 1 ? gelesen.pixel : gelesen.übersicht;
-    bild = ganz || teiler == 1 ? liesBmp(datei, kopf) : liesBmpVerkleinert(datei, kopf, teiler);
+    const bool ganz = umfang == Umfang::Ganz || teiler == 1;
+    QImage& bild = ganz ? gelesen.pixel : gelesen.übersicht;
+    bild = ganz ? liesBmp(*datei, kopf, weiter) : liesBmpVerkleinert(*datei, kopf, teiler, weiter);
     if (bild.isNull())
-        return Bildfehler{datei.error() == QFileDevice::NoError ? Art::Abgeschnitten
-                                                                : Art::Unlesbar,
-                          datei.errorString()};
+        return Bildfehler{datei->error() == QFileDevice::NoError ? Art::Abgeschnitten
+                                                                 : Art::Unlesbar,
+                          datei->errorString()};
     if (gelesen.übersicht.isNull())
         gelesen.übersicht = gelesen.pixel;
     return gelesen;
 }
 
-Oder<Gelesen> lies(const QString& pfad, bool ganz) {
-    QFile datei(pfad);
-    if (auto fehler = öffneDatei(datei))
+Oder<Gelesen> lies(const QString& name, Umfang umfang, const Weiter& weiter) {
+    const Bildort ort = Bildort::aus(name);
+    auto datei = std::make_unique<QFile>(ort.datei);
+    if (auto fehler = öffneDatei(*datei))
         return *std::move(fehler);
-    const QByteArray anfang = datei.read(3);
-    if (anfang.startsWith("\xFF\xD8"))
-        return liesJpeg(datei, ganz);
-    if (anfang.startsWith("BM")) {
-        const auto kopf = liesBmpKopf(datei);
-        return kopf ? liesBitmap(datei, *kopf, ganz) : Bildfehler{Art::Unlesbar};
+    bool abgebrochen = false;
+    const Weiter merkend = [&](qint64 getan, qint64 gesamt) {
+        abgebrochen = abgebrochen || (weiter && !weiter(getan, gesamt));
+        return !abgebrochen;
+    };
+    const QByteArray format = rasterformat(*datei);
+    Oder<Gelesen> gelesen = Bildfehler{Art::Unlesbar};
+    // Only one of these formats has pages.
+    if (format.isEmpty() || (ort.seite > 1 && format != "tiff"))
+        return gelesen;
+    if (format == "jpeg") {
+        gelesen = liesJpeg(*datei, umfang, merkend);
+    } else if (format == "bmp") {
+        if (const auto kopf = liesBmpKopf(*datei))
+            gelesen = liesBitmap(std::move(datei), *kopf, umfang, merkend, weiter);
+    } else {
+        gelesen = liesAndere(std::move(datei), format, ort.seite, umfang, weiter);
     }
-    return liesAndere(datei);
+    return abgebrochen ? Bildfehler{Art::Abgebrochen} : std::move(gelesen);
 }
 
 } // namespace
 
-std::variant<Bilddatei, Bildfehler> Bilddatei::oeffnen(const QString& pfad) {
-    auto gelesen = lies(pfad, false);
+std::variant<Bilddatei, Bildfehler> Bilddatei::oeffnen(const QString& pfad, const Weiter& weiter) {
+    auto gelesen = lies(pfad, Umfang::Übersicht, weiter);
     if (auto* fehler = std::get_if<Bildfehler>(&gelesen))
         return std::move(*fehler);
     auto& teile = std::get<Gelesen>(gelesen);
@@ -254,10 +252,27 @@ std::variant<Bilddatei, Bildfehler> Bilddatei::oeffnen(const QString& pfad) {
     return datei;
 }
 
-const QImage* Bilddatei::pixel(Bildfehler* fehler) {
+std::optional<QSize> Bilddatei::liesGröße(const QString& pfad) {
+    const auto gelesen = lies(pfad, Umfang::Größe, {});
+    const auto* teile = std::get_if<Gelesen>(&gelesen);
+    return teile == nullptr ? std::nullopt : std::optional(teile->größe);
+}
+
+QList<Bildseite> Bilddatei::seiten(const QString& pfad) {
+    QFile datei(pfad);
+    if (öffneDatei(datei) || rasterformat(datei) != "tiff")
+        return {};
+    QList<Bildseite> seiten;
+    for (const TiffSeite& seite : tiffSeiten(datei))
+        if (seite.nummer == 1 || !seite.verkleinert)
+            seiten << Bildseite{seite.nummer, seite.größe};
+    return seiten.size() > 1 ? seiten : QList<Bildseite>();
+}
+
+const QImage* Bilddatei::pixel(Bildfehler* fehler, const Weiter& weiter) {
     if (!pixel_.isNull())
         return &pixel_;
-    auto gelesen = lies(pfad_, true);
+    auto gelesen = lies(pfad_, Umfang::Ganz, weiter);
     Bildfehler grund;
     if (auto* art = std::get_if<Bildfehler>(&gelesen)) {
         grund = *art;

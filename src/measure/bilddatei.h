@@ -1,9 +1,13 @@
 #pragma once
 
+#include "measure/bildarbeiter.h"
+
 #include <QImage>
+#include <QList>
 #include <QSize>
 #include <QString>
 
+#include <optional>
 #include <variant>
 
 namespace tarvel {
@@ -17,28 +21,47 @@ struct Bildfehler {
         Unlesbar,
         Abgeschnitten,
         ZuGross,
-        KeinSpeicher
+        KeinSpeicher,
+        Abgebrochen ///< the one who waited for it did not want to
     };
     Art art = Art::Unlesbar;
     /// What the system or the decoder said, or the size of a picture that is too large. A detail
     /// for a message, not a message; may be empty.
     QString grund = {};
+    /// Of a picture that is too large: as many pixels of this kind could be read.
+    qint64 höchstens = 0;
+};
+
+/// One of several pictures of a file.
+struct Bildseite {
+    int nummer = 1; ///< from 1
+    QSize größe;
 };
 
 /// One wing picture. Opening reads the header and a reduced picture, which is there at once even
 /// for a page at 1200 dpi; all pixels are read when they are first asked for.
 ///
 /// Pixels are taken as they are stored: neither an orientation noted in the file nor the
-/// resolution in its header counts. Contents decide the format, not the name.
+/// resolution in its header counts, so that the points of a wing never move on its picture.
+/// Contents decide the format, not the name; a name may end with a page, as Bildort says.
 class Bilddatei {
 public:
     /// Pictures of more pixels are refused.
-    static constexpr qint64 HöchstensBildpunkte = 400'000'000;
+    static constexpr qint64 HöchstensBildpunkte = 600'000'000;
+    /// So are those that would take more memory, everything counted that reading them needs.
+    static constexpr qint64 HöchstensBytes = qint64{2000} * 1024 * 1024;
     /// The reduced picture has at least this many pixels on its long side, as far as there are.
     static constexpr int Übersichtslänge = 1600;
 
-    /// Never throws; a fault that shows without decoding every pixel is reported here.
-    [[nodiscard]] static std::variant<Bilddatei, Bildfehler> oeffnen(const QString& pfad);
+    /// Never throws; a fault that shows without decoding every pixel is reported here. @p weiter is
+    /// asked while it lasts.
+    [[nodiscard]] static std::variant<Bilddatei, Bildfehler> oeffnen(const QString& pfad,
+                                                                     const Weiter& weiter = {});
+    /// Size of a picture that could be opened, from its header alone; nullopt for any other file,
+    /// whatever it is.
+    [[nodiscard]] static std::optional<QSize> liesGröße(const QString& pfad);
+    /// The pictures of a file that holds several, previews left out; empty for any other.
+    [[nodiscard]] static QList<Bildseite> seiten(const QString& pfad);
 
     [[nodiscard]] const QString& pfad() const { return pfad_; }
     /// Size of the whole picture in pixels.
@@ -50,7 +73,7 @@ public:
     /// about half a second for a page at 1200 dpi. Null, with @p fehler set, when they cannot be
     /// had in full; there are never part of them. The picture lives as long as this object or any
     /// copy of it.
-    [[nodiscard]] const QImage* pixel(Bildfehler* fehler);
+    [[nodiscard]] const QImage* pixel(Bildfehler* fehler, const Weiter& weiter = {});
 
 private:
     Bilddatei() = default;

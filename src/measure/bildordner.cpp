@@ -1,5 +1,7 @@
 #include "measure/bildordner.h"
 
+#include "measure/bildort.h"
+
 #include <QCollator>
 #include <QDir>
 #include <QFileInfo>
@@ -15,7 +17,7 @@ QStringList bildmuster() {
 }
 
 QString nachbarbild(const QString& pfad, int schritt) {
-    const QFileInfo datei(pfad);
+    const QFileInfo datei(Bildort::aus(pfad).datei);
     QStringList namen = datei.dir().entryList(bildmuster(), QDir::Files, QDir::Unsorted);
     QCollator ordnung{QLocale(QLocale::English)}; // the same order on every machine
     ordnung.setNumericMode(true);                 // "wing 9" before "wing 10"

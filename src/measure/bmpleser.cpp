@@ -82,7 +82,8 @@ std::optional<BmpKopf> liesBmpKopf(QIODevice& quelle) {
     return kopf;
 }
 
-QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler) {
+QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler,
+                          const Weiter& weiter) {
     const int breite = (kopf.größe.width() + teiler - 1) / teiler;
     const int höhe = (kopf.größe.height() + teiler - 1) / teiler;
     const bool grau = kopf.grau();
@@ -96,6 +97,8 @@ QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler) {
     std::vector<quint32> summe(static_cast<std::size_t>(breite) * kanäle);
     const int bytes = kopf.bits / 8;
     for (int oben = 0, y = 0; y < höhe; ++y, oben += teiler) {
+        if (!weiter(y, höhe))
+            return {};
         std::fill(summe.begin(), summe.end(), 0U);
         quint32 zeilen = 0;
         const int unten = std::min(oben + teiler, kopf.größe.height());
@@ -140,7 +143,7 @@ QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler) {
     return bild;
 }
 
-QImage liesBmp(QIODevice& quelle, const BmpKopf& kopf) {
+QImage liesBmp(QIODevice& quelle, const BmpKopf& kopf, const Weiter& weiter) {
     const bool grau = kopf.grau();
     const bool bunt = kopf.bits == 8 && !grau;
     const QImage::Format format = grau              ? QImage::Format_Grayscale8
@@ -154,7 +157,8 @@ QImage liesBmp(QIODevice& quelle, const BmpKopf& kopf) {
     for (int y = 0; y < kopf.größe.height(); ++y) {
         uchar* ziel = bild.scanLine(y);
         // Rows of both are padded to whole words, so those of equal depth fit as they are.
-        if (!liesZeile(quelle, kopf, y, bunt ? zeile.data() : ziel))
+        if (!weiter(y, kopf.größe.height()) ||
+            !liesZeile(quelle, kopf, y, bunt ? zeile.data() : ziel))
             return {};
         if (bunt) {
             for (int x = 0; x < kopf.größe.width(); ++x) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "measure/bildarbeiter.h"
+
 #include <QImage>
 #include <QList>
 #include <QSize>
@@ -37,10 +39,11 @@ struct BmpKopf {
 
 /// Reduces the picture @p teiler times (1 or more) from a sample of its rows. Null when a row
 /// could not be read. Rows are read, not mapped: a file that shrinks meanwhile gives an error.
-[[nodiscard]] QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler);
+[[nodiscard]] QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler,
+                                        const Weiter& weiter);
 
 /// Reads all pixels as Grayscale8, RGB888, BGR888 or RGB32, whichever needs least work. Null when
-/// a row or the memory is missing.
-[[nodiscard]] QImage liesBmp(QIODevice& quelle, const BmpKopf& kopf);
+/// a row or the memory is missing, or when @p weiter says so.
+[[nodiscard]] QImage liesBmp(QIODevice& quelle, const BmpKopf& kopf, const Weiter& weiter);
 
 } // namespace tarvel

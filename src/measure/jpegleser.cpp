@@ -40,6 +40,7 @@ struct Jpegleser::Zustand {
     jpeg_progress_mgr wächter{};
     std::jmp_buf ausstieg{};
     QIODevice* quelle = nullptr;
+    const Weiter* weiter = nullptr;
     Fehler fehler = Fehler::Keiner;
     std::array<char, JMSG_LENGTH_MAX> meldung{};
     std::array<JOCTET, Puffergröße> puffer{};
@@ -98,13 +99,18 @@ struct Jpegleser::Zustand {
         const auto* bild = reinterpret_cast<j_decompress_ptr>(jpeg);
         if (bild->input_scan_number > erlaubteDurchgänge(*bild))
             ERREXIT(jpeg, JERR_BAD_PROGRESSION);
+        // While the scans are collected; after that the rows themselves are counted.
+        const Zustand& z = von(jpeg);
+        if (bild->output_scanline == 0 && !(*z.weiter)(z.quelle->pos(), z.quelle->size()))
+            ERREXIT(jpeg, JERR_CANT_SUSPEND);
     }
 };
 
-Jpegleser::Jpegleser(QIODevice& quelle)
+Jpegleser::Jpegleser(QIODevice& quelle, const Weiter& weiter)
     : z_(std::make_unique<Zustand>()) {
     Zustand& z = *z_;
     z.quelle = &quelle;
+    z.weiter = &weiter;
     z.jpeg.err = jpeg_std_error(&z.melder);
     z.melder.error_exit = Zustand::steigAus;
     z.melder.emit_message = Zustand::warnung;
@@ -161,6 +167,17 @@ qint64 Jpegleser::mindestBytes() const {
     return qint64{z_->jpeg.image_width} * qint64{z_->jpeg.image_height} / (64 * 8);
 }
 
+qint64 Jpegleser::zwischenspeicher() const {
+    if (jpeg_has_multiple_scans(&z_->jpeg) == FALSE)
+        return 0;
+    qint64 blöcke = 0;
+    for (int i = 0; i < z_->jpeg.num_components; ++i) {
+        const jpeg_component_info& teil = z_->jpeg.comp_info[i];
+        blöcke += qint64{teil.width_in_blocks} * teil.height_in_blocks;
+    }
+    return blöcke * qint64{sizeof(JBLOCK)};
+}
+
 QSize Jpegleser::verkleinere(int achtel) {
     Zustand& z = *z_;
     if (setjmp(z.ausstieg) != 0)
@@ -197,6 +214,8 @@ bool Jpegleser::liesZeilen(unsigned char* ziel, qsizetype schritt) {
         zwischen = z.jpeg.mem->alloc_sarray(reinterpret_cast<j_common_ptr>(&z.jpeg), JPOOL_IMAGE,
                                             z.jpeg.output_width * 4, 1);
     while (z.jpeg.output_scanline < z.jpeg.output_height) {
+        if (!(*z.weiter)(z.jpeg.output_scanline, z.jpeg.output_height))
+            return false;
         unsigned char* zeile = ziel + qsizetype{z.jpeg.output_scanline} * schritt;
         if (druckfarben) {
             jpeg_read_scanlines(&z.jpeg, zwischen, 1);

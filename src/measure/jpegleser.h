@@ -1,5 +1,7 @@
 #pragma once
 
+#include "measure/bildarbeiter.h"
+
 #include <QByteArray>
 #include <QSize>
 
@@ -17,8 +19,9 @@ class Jpegleser {
 public:
     enum class Fehler { Keiner, Abgeschnitten, Beschädigt };
 
-    /// Reads from the current place of @p quelle, which must outlive the reader.
-    explicit Jpegleser(QIODevice& quelle);
+    /// Reads from the current place of @p quelle; asks @p weiter, which may not throw, after every
+    /// few rows. Both must outlive the reader.
+    Jpegleser(QIODevice& quelle, const Weiter& weiter);
     ~Jpegleser();
     Jpegleser(const Jpegleser&) = delete;
     Jpegleser& operator=(const Jpegleser&) = delete;
@@ -31,6 +34,8 @@ public:
     [[nodiscard]] bool grau() const;
     /// Smallest number of bytes in which a picture of this size can be coded; 0 when unknown.
     [[nodiscard]] qint64 mindestBytes() const;
+    /// Bytes that decoding takes besides the picture: of one in several scans all of them are kept.
+    [[nodiscard]] qint64 zwischenspeicher() const;
 
     /// Chooses a reduction to @p achtel eighths (1 to 8) and returns the size that results, empty
     /// after an error. Reduced pictures need only part of the inverse transform.

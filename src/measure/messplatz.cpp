@@ -1,11 +1,12 @@
 #include "measure/messplatz.h"
 
 #include "measure/bild.h"
+#include "measure/bildort.h"
+#include "measure/ladefortschritt.h"
 #include "measure/lupe.h"
 #include "measure/tasten.h"
 #include "measure/uebersicht.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -33,15 +34,6 @@ constexpr int HinweisBildWirdGeladen = 15;
 
 /// How near to a mark, in zoomed pixels, the pointer takes hold of it.
 constexpr float Griffweite = 14.0F;
-
-/// The hourglass for as long as it lives.
-class Wartezeiger {
-public:
-    Wartezeiger() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Wartezeiger() { QApplication::restoreOverrideCursor(); }
-    Wartezeiger(const Wartezeiger&) = delete;
-    Wartezeiger& operator=(const Wartezeiger&) = delete;
-};
 
 Maustaste maustaste(Qt::MouseButton taste) {
     switch (taste) {
@@ -82,6 +74,7 @@ Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messung& messung, con
     , übersicht_(new Übersicht)
     , bild_(new Bild)
     , lupe_(new Lupe) {
+    setObjectName(u"Messplatz"_s);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(seiten_);
@@ -178,14 +171,15 @@ bool Messplatz::gibPunkteAuf(Meldung frage, Meldung ja) {
     return antwort == Antwort::Ja;
 }
 
-bool Messplatz::ladeBild(const QString& pfad) {
+bool Messplatz::ladeBild(const QString& pfad, Seitenwahl seite) {
     if (!gibPunkteAuf(Meldung::AnderesBildFrage, Meldung::AnderesBildLaden)) {
         return false;
     }
-    if (!öffne(pfad)) {
+    const QString gewählt = seite == Seitenwahl::Fragen ? wähleSeite(pfad) : pfad;
+    if (gewählt.isEmpty() || !öffne(gewählt)) {
         return false;
     }
-    messung_.setzeBilddatei(pfad);
+    messung_.setzeBilddatei(gewählt);
     mitte_ = QPointF(datei_->größe().width() / 2.0, datei_->größe().height() / 2.0);
     zeigeErledigte();
     if (einFlügel()) {
@@ -196,11 +190,34 @@ bool Messplatz::ladeBild(const QString& pfad) {
     return true;
 }
 
-bool Messplatz::öffne(const QString& pfad) {
+QString Messplatz::wähleSeite(const QString& pfad) {
+    const QList<Bildseite> seiten = Bilddatei::seiten(pfad);
+    if (seiten.isEmpty()) {
+        return pfad;
+    }
+    QStringList worte;
+    for (const Bildseite& seite : seiten) {
+        worte << texte_(Meldung::BildSeite)
+                     .arg(QString::number(seite.nummer), QString::number(seite.größe.width()),
+                          QString::number(seite.größe.height()));
+    }
+    const std::optional<int> wahl =
+        dialoge_.auswahl(texte_(Text::KnopfBildLaden),
+                         texte_(Meldung::BildSeiteFrage).arg(QFileInfo(pfad).fileName()), worte, 0);
+    return wahl ? Bildort{pfad, seiten.at(*wahl).nummer}.name() : QString();
+}
+
+bool Messplatz::öffne(const QString& pfad, bool ganz) {
     hinweis(HinweisBildWirdGeladen);
-    auto ergebnis = [&pfad] {
-        const Wartezeiger warten;
-        return Bilddatei::oeffnen(pfad);
+    auto ergebnis = [&]() -> std::variant<Bilddatei, Bildfehler> {
+        Ladefortschritt laden(this, texte_, pfad, zeigeLadenNach);
+        auto offen = Bilddatei::oeffnen(pfad, laden.weiter());
+        Bildfehler fehler;
+        if (auto* datei = std::get_if<Bilddatei>(&offen);
+            datei != nullptr && ganz && datei->pixel(&fehler, laden.weiter()) == nullptr) {
+            return fehler;
+        }
+        return offen;
     }();
     if (const auto* fehler = std::get_if<Bildfehler>(&ergebnis)) {
         meldeBildfehler(*fehler, pfad);
@@ -235,6 +252,8 @@ void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
     const QString name = QDir::toNativeSeparators(pfad);
     QString text;
     switch (fehler.art) {
+    case Bildfehler::Art::Abgebrochen:
+        return;
     case Bildfehler::Art::NichtGefunden:
         text = texte_(Text::BilddateiNichtGefunden) + u'\n' +
                texte_(Meldung::DateiVerschwunden).arg(name);
@@ -255,8 +274,8 @@ void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
         text = texte_(Meldung::BildSpeicherReichtNicht).arg(name);
         break;
     case Bildfehler::Art::ZuGross: {
-        const QString megapixel = QString::number(Bilddatei::HöchstensBildpunkte / 1'000'000) +
-                                  u" 000 000 "_s + texte_(Meldung::EinheitPixel);
+        const QString megapixel = QString::number(fehler.höchstens / 1'000'000) + u" 000 000 "_s +
+                                  texte_(Meldung::EinheitPixel);
         text = texte_(Text::BildZuGroß) + u'\n' +
                texte_(Meldung::BildGrößerAlsErlaubt).arg(name, fehler.grund, megapixel);
         break;
@@ -298,8 +317,8 @@ bool Messplatz::zeigeMessen() {
         hinweis(HinweisBildWirdGeladen);
         Bildfehler fehler;
         const QImage* pixel = [&] {
-            const Wartezeiger warten;
-            return datei_->pixel(&fehler);
+            Ladefortschritt laden(this, texte_, datei_->pfad(), zeigeLadenNach);
+            return datei_->pixel(&fehler, laden.weiter());
         }();
         if (pixel == nullptr) {
             meldeBildfehler(fehler, datei_->pfad());
@@ -385,7 +404,7 @@ bool Messplatz::wiederhole(int nummer) {
         return false;
     }
     if (bilddatei() != messung->bilddatei) {
-        if (!QFileInfo::exists(messung->bilddatei)) {
+        if (!QFileInfo::exists(Bildort::aus(messung->bilddatei).datei)) {
             dialoge_.meldung(texte_(Text::Fehler),
                              texte_(Text::BilddateiNichtGefunden) + u'\n' +
                                  texte_(Meldung::BildZumWiederholenFehlt)
@@ -394,7 +413,7 @@ bool Messplatz::wiederhole(int nummer) {
                              Meldungsart::Ausruf);
             return false;
         }
-        if (!öffne(messung->bilddatei)) {
+        if (!öffne(messung->bilddatei, true)) {
             return false;
         }
     }

@@ -44,8 +44,13 @@ public:
     [[nodiscard]] Lupe& lupe() { return *lupe_; }
 
     /// Opens a picture. False, with the present one kept, when it cannot be measured (a message
-    /// was shown) or when the user did not want to give up the points of the current wing.
-    bool ladeBild(const QString& pfad);
+    /// was shown), or when the user did not want to give up the points of the current wing, chose
+    /// no page or stopped it. A file that holds several pictures is asked about unless @p pfad is
+    /// the name of one that was open.
+    enum class Seitenwahl { Fragen, Genannt };
+    bool ladeBild(const QString& pfad, Seitenwahl seite = Seitenwahl::Fragen);
+    /// Milliseconds after which loading is told about in a window, where Escape stops it.
+    int zeigeLadenNach = 700;
 
     void zeigeÜbersicht();
     /// False when there is no picture or its pixels cannot be read; a message was shown then.
@@ -77,7 +82,10 @@ private:
     void hinweis(int nummer);
     /// True when the current wing has no points, or when the user gives them up.
     bool gibPunkteAuf(Meldung frage, Meldung ja);
-    bool öffne(const QString& pfad);
+    /// With @p ganz all pixels are there when it returns.
+    bool öffne(const QString& pfad, bool ganz = false);
+    /// @p pfad, or the page of it that the user chose; empty when they chose none.
+    QString wähleSeite(const QString& pfad);
     void zeigeStandhinweis();
     void meldeBildfehler(const Bildfehler& fehler, const QString& pfad);
     void zeigeRahmen();

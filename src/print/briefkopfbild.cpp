@@ -1,5 +1,6 @@
 #include "print/briefkopfbild.h"
 
+#include "measure/bilddatei.h"
 #include "print/protokollsatz.h"
 
 #include <QBuffer>
@@ -7,6 +8,7 @@
 #include <QFileInfo>
 #include <QFont>
 #include <QFontMetricsF>
+#include <QHash>
 #include <QImageReader>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -14,6 +16,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace tarvel {
 
@@ -21,6 +26,8 @@ namespace {
 
 // A picture of this width fills the paper's width at 600 dpi; more would only cost time.
 constexpr int GrößteBreite = 5000;
+// All of these are decoded before they are reduced, while the window waits.
+constexpr qint64 HöchstensBildpunkte = 100'000'000;
 
 // Millimetres.
 constexpr double Papierrand = 5;  ///< that many printers leave white
@@ -47,6 +54,44 @@ bool bringtBildMit(const QString& verweis) {
     return leser.canRead() && !istZeichnung(leser);
 }
 
+/// Counts the elements that a drawing becomes when everything that it uses is put in its place. A
+/// few that use each other become more than can ever be drawn.
+class Verwendungen {
+public:
+    /// At the start of an element that is called @p name and uses @p verweis ("#name"); both may be
+    /// empty. False when that becomes too much, or when what it uses does not stand before it, as
+    /// nothing does that uses itself.
+    bool öffne(const QString& name, const QString& verweis) {
+        qint64 anzahl = 1;
+        if (!verweis.isEmpty()) {
+            const auto stelle = fertige_.constFind(verweis.mid(1));
+            if (stelle == fertige_.constEnd()) {
+                return false;
+            }
+            anzahl += *stelle;
+        }
+        constexpr qint64 Höchstens = 100'000;
+        verwendet_ += anzahl - 1;
+        offene_.push_back({name, anzahl});
+        return verwendet_ <= Höchstens;
+    }
+    void schließe() {
+        const auto [name, anzahl] = offene_.back();
+        offene_.pop_back();
+        if (!name.isEmpty()) {
+            fertige_[name] = anzahl;
+        }
+        if (!offene_.empty()) {
+            offene_.back().second += anzahl;
+        }
+    }
+
+private:
+    std::vector<std::pair<QString, qint64>> offene_;
+    QHash<QString, qint64> fertige_;
+    qint64 verwendet_ = 0;
+};
+
 /// The bytes of a drawing that needs nothing but itself; empty for any other.
 QByteArray leseZeichnung(const QString& datei) {
     QFile quelle(datei);
@@ -56,32 +101,44 @@ QByteArray leseZeichnung(const QString& datei) {
     }
     QByteArray bytes = quelle.readAll();
     QXmlStreamReader leser(bytes);
+    Verwendungen verwendungen;
     while (!leser.atEnd()) {
-        if (leser.readNext() != QXmlStreamReader::StartElement ||
-            leser.name() != QStringLiteral("image")) {
+        const QXmlStreamReader::TokenType art = leser.readNext();
+        if (art == QXmlStreamReader::EndElement) {
+            verwendungen.schließe();
+        }
+        if (art != QXmlStreamReader::StartElement) {
             continue;
         }
         const QXmlStreamAttributes angaben = leser.attributes();
+        const bool bild = leser.name() == QStringLiteral("image");
+        QString verweis;
         for (const QXmlStreamAttribute& angabe : angaben) {
-            if (angabe.name() == QStringLiteral("href") &&
-                !bringtBildMit(angabe.value().trimmed().toString())) {
+            if (angabe.name() != QStringLiteral("href")) {
+                continue;
+            }
+            verweis = angabe.value().trimmed().toString();
+            if (bild && !bringtBildMit(verweis)) {
                 return {};
             }
+        }
+        const bool verwendet = leser.name() == QStringLiteral("use");
+        if (!verwendungen.öffne(angaben.value(QStringLiteral("id")).toString(),
+                                verwendet ? verweis : QString())) {
+            return {};
         }
     }
     return leser.hasError() ? QByteArray() : bytes;
 }
 
 QImage leseBild(const QString& datei) {
-    if (!QFileInfo(datei).isFile()) {
+    const std::optional<QSize> gesamt = Bilddatei::liesGröße(datei);
+    if (!gesamt || qint64{gesamt->width()} * gesamt->height() > HöchstensBildpunkte) {
         return {};
     }
     QImageReader leser(datei);
     leser.setAutoTransform(true);
     leser.setDecideFormatFromContent(true);
-    if (istZeichnung(leser)) {
-        return {};
-    }
     const QSize größe = leser.size();
     if (größe.isValid() && std::max(größe.width(), größe.height()) > GrößteBreite) {
         leser.setScaledSize(größe.scaled(GrößteBreite, GrößteBreite, Qt::KeepAspectRatio));

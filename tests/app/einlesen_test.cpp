@@ -133,6 +133,20 @@ TEST_F(Einlesetest, fileThatIsNone_isNamedAndTheExaminationStays) {
     EXPECT_THAT(dialoge.fragen, IsEmpty());
 }
 
+TEST_F(Einlesetest, pictureThatIsNone_isNotAskedForItsSizeAndTheWingsAreTaken) {
+    datei("<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink'>"
+          "<image width='9' height='9' xlink:href='rec.svg'/></svg>",
+          u"rec.svg"_s);
+    QByteArray punkte = "LM=8\n400 50\n92 75\n360 56\n288 62\n286 116\n237 147\n216 143\n292 201\n";
+    const QString pfad =
+        datei(punkte + "IMAGE=rec.svg\nID=1\n" + punkte + "IMAGE=.\nID=2\n", u"bilder.tps"_s);
+    ASSERT_TRUE(hg().öffneDatei(pfad));
+    EXPECT_THAT(reihe().ciZeilen(), SizeIs(2));
+    dialoge.dateien = {ordner.filePath(u"hinaus.tps"_s)};
+    wähle(u"men_Datei_21"_s);
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+}
+
 TEST_F(Einlesetest, unreadableLines_areNamedAndTheRestIsTaken) {
     QByteArray inhalt = messdatei;
     inhalt.replace("002 2.50 18.8", "00x 2.50 18.8");

@@ -1,10 +1,13 @@
 #include "app/fenster.h"
+#include "faults/bilderproben.h"
+#include "measure/messplatz.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QListView>
 #include <QStackedWidget>
 #include <QTableView>
+#include <QTimer>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -270,6 +273,74 @@ TEST_F(Messentest, pictureThatVanishesBeforeMeasuring_leavesTheOverviewAndNoPlac
     EXPECT_FALSE(bild().isVisible());
     maus(QEvent::MouseButtonPress, {10, 10}, Qt::LeftButton);
     EXPECT_THAT(bild().marken(), IsEmpty());
+}
+
+TEST_F(Messentest, loadingStoppedByEscape_keepsThePicturePointsAndSilence) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320}, u"eins.png"_s)));
+    klickeFlügel();
+    übernimm();
+    auto& platz = kind<Messplatz>(u"Messplatz"_s);
+    platz.zeigeLadenNach = 0;
+    const auto stoppe = [] {
+        QTimer::singleShot(0, [] {
+            auto* fenster = QApplication::activeModalWidget();
+            ASSERT_NE(fenster, nullptr);
+            EXPECT_EQ(fenster->objectName(), u"Fortschritt"_s);
+            QTest::keyClick(fenster, Qt::Key_Escape);
+        });
+    };
+    for (const QString& name : {u"zwei.png"_s, u"zwei.bmp"_s, u"zwei.jpg"_s, u"zwei.tif"_s}) {
+        const QString pfad = maleBild({3600, 2400}, name);
+        stoppe();
+        EXPECT_FALSE(hg().ladeBild(pfad)) << qPrintable(name);
+        EXPECT_EQ(platz.bilddatei(), ordner.filePath(u"eins.png"_s));
+        EXPECT_EQ(bild().bild().size(), QSize(906, 320));
+    }
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+
+    const QString zwei = ordner.filePath(u"zwei.bmp"_s);
+    platz.zeigeLadenNach = 100'000;
+    ASSERT_TRUE(hg().ladeBild(zwei));
+    QFile::remove(ordner.filePath(u"eins.png"_s));
+    maleBild({3600, 2400}, u"eins.png"_s);
+    platz.zeigeLadenNach = 0;
+    QTest::mouseClick(kind<QListView>(u"Liste_CI"_s).viewport(), Qt::LeftButton, {}, {20, 8});
+    stoppe();
+    wähle(u"men_Bearbeiten_1"_s); // brings the wing back, which loads its picture
+    EXPECT_EQ(platz.bilddatei(), zwei);
+    EXPECT_TRUE(übersicht().isVisible());
+}
+
+TEST_F(Messentest, fileOfSeveralPages_isAskedAboutOnceAndItsWingsFindTheirPage) {
+    QByteArray bytes = tiff({906, 320}, 8, QByteArray(906 * 320, '\xDC'));
+    constexpr int anfang = 8;
+    constexpr int verweis = anfang + 2 + 9 * 12; // where the first page names the place of the next
+    QByteArray zweite = bytes.sliced(anfang, verweis + 4 - anfang);
+    bytes.replace(verweis, 4, klein(static_cast<quint32>(bytes.size())));
+    bytes += zweite;
+    QFile datei(ordner.filePath(u"seiten.tif"_s));
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+    datei.write(bytes);
+    datei.close();
+    const auto& platz = kind<Messplatz>(u"Messplatz"_s);
+
+    dialoge.wahl = -1;
+    EXPECT_FALSE(hg().ladeBild(datei.fileName()));
+    EXPECT_EQ(platz.bilddatei(), QString());
+    dialoge.wahl = 1;
+    ASSERT_TRUE(hg().ladeBild(datei.fileName()));
+    klickeFlügel();
+    übernimm();
+    EXPECT_EQ(reihe().messung(1)->bilddatei, datei.fileName() + u"#2"_s);
+    dialoge.wahl = 0;
+    ASSERT_TRUE(hg().ladeBild(datei.fileName()));
+    EXPECT_EQ(platz.bilddatei(), datei.fileName());
+    QTest::mouseClick(kind<QListView>(u"Liste_CI"_s).viewport(), Qt::LeftButton, {}, {20, 8});
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_EQ(platz.bilddatei(), datei.fileName() + u"#2"_s);
+    EXPECT_THAT(dialoge.auswahlen, SizeIs(3));
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
 }
 
 TEST_F(Messentest, anotherPictureWithPointsSet_asksFirst) {

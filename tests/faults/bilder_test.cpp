@@ -218,6 +218,33 @@ TEST_F(Bildertest, whatIsNoFileOrEndless_isRefusedWithoutWaiting) {
     }
 }
 
+TEST_F(Bildertest, sizeAskedForByAnotherFile_comesFromPicturesAlone) {
+    const QByteArray kopf = "<svg xmlns='http://www.w3.org/2000/svg' "
+                            "xmlns:xlink='http://www.w3.org/1999/xlink'>";
+    QByteArray verdoppelt = kopf + "<g id='g0'><rect width='1' height='1'/></g>";
+    for (int i = 1; i < 40; ++i) {
+        const QByteArray ruf = "<use xlink:href='#g" + QByteArray::number(i - 1) + "'/>";
+        verdoppelt += "<g id='g" + QByteArray::number(i) + "'>" + ruf + ruf + "</g>";
+    }
+    for (const QByteArray& bytes :
+         {kopf + "<image width='9' height='9' xlink:href='fl\xC3\xBCgel.jpg'/></svg>",
+          verdoppelt + "</svg>", QByteArray("\x1F\x8B\x08\0\0\0\0\0\0\3", 10),
+          "P5\n#" + QByteArray(1000, 'x'), png({60000, 60000}, 1, 0, QByteArray(1000, '\0'))}) {
+        schreibe(bytes);
+        EXPECT_EQ(Bilddatei::liesGröße(pfad_), std::nullopt) << bytes.left(200).toStdString();
+    }
+    QFile::remove(pfad_);
+    ASSERT_EQ(mkfifo(pfad_.toUtf8().constData(), 0600), 0);
+    for (const QString& pfad : {pfad_, ordner_.path(), u"/dev/zero"_s, ordner_.filePath(u"x"_s)}) {
+        EXPECT_EQ(Bilddatei::liesGröße(pfad), std::nullopt) << pfad.toStdString();
+    }
+    QFile::remove(pfad_);
+    for (const Bildprobe& probe : bildproben({40, 30})) {
+        schreibe(probe.bytes);
+        EXPECT_EQ(Bilddatei::liesGröße(pfad_), QSize(40, 30)) << probe.was;
+    }
+}
+
 TEST_F(Bildertest, letterheadDrawing_neverHangsOrReachesForOtherFiles) {
     pfad_ = ordner_.filePath(u"kopf.svg"_s);
     const QString fremdes = ordner_.filePath(u"fremd.png"_s);
@@ -260,6 +287,8 @@ TEST_F(Bildertest, letterheadDrawing_neverHangsOrReachesForOtherFiles) {
                  "<rect width='1e30' height='1e-30'/></svg>"},
         {"blur", kopf + "<defs><filter id='f'><feGaussianBlur stdDeviation='1e9'/></filter></defs>"
                         "<rect filter='url(#f)' width='20' height='20'/></svg>"},
+        {"doubles itself and says no size",
+         QByteArray(verdoppelt).replace(" viewBox='0 0 20 20'", "")},
         {"cut", bild("fremd.png").left(120)},
         {"pattern of pictures", kopf + QByteArray("<circle r='9'/>").repeated(tief) + "</svg>"},
     };
@@ -297,6 +326,9 @@ TEST_F(Bildertest, letterheadPicture_isShownOrLeftOut) {
     schreibe(png({60000, 60000}, 1, 0, QByteArray(1000, '\0')));
     EXPECT_FALSE(grafik().vorhanden());
     schreibe(tiff({60000, 60000}, 8, QByteArray(100, 'x')));
+    EXPECT_FALSE(grafik().vorhanden());
+    // Far more pixels than paper has, of which few bytes would be made.
+    schreibe(mitPixeln({11000, 11000}, qCompress(QByteArray(11001 * 11000, '\0')).mid(4)));
     EXPECT_FALSE(grafik().vorhanden());
     QFile::remove(pfad_);
     ASSERT_EQ(mkfifo(pfad_.toUtf8().constData(), 0600), 0);

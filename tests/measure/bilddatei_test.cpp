@@ -366,6 +366,110 @@ TEST_F(BilddateiTest, headerPromisesTooMuch_isRefusedBeforeMemoryIsTaken) {
     EXPECT_TRUE(fehler(datei(kopf)));
 }
 
+/// A file with two grey pictures of 4 × 3 and 2 × 2 pixels between which lies a preview; the
+/// first is noted as lying on its side.
+QByteArray seitenTiff() {
+    const struct {
+        int breite, höhe, vorschau, lage;
+    } seiten[] = {{4, 3, 0, 6}, {1, 1, 1, 1}, {2, 2, 0, 1}};
+    QByteArray bytes("II*\0\x08\0\0\0", 8);
+    for (int nummer = 0; nummer < 3; ++nummer) {
+        const auto& seite = seiten[nummer];
+        const int anzahl = seite.breite * seite.höhe;
+        constexpr int Einträge = 11;
+        const auto pixel = static_cast<int>(bytes.size()) + 2 + Einträge * 12 + 4;
+        const std::pair<int, int> werte[Einträge] = {{254, seite.vorschau},
+                                                     {256, seite.breite},
+                                                     {257, seite.höhe},
+                                                     {258, 8},
+                                                     {259, 1},
+                                                     {262, 1},
+                                                     {273, pixel},
+                                                     {274, seite.lage},
+                                                     {277, 1},
+                                                     {278, seite.höhe},
+                                                     {279, anzahl}};
+        bytes += QByteArray("\x0B\0", 2);
+        for (const auto& [was, wert] : werte) {
+            QByteArray eintrag(12, '\0');
+            setze<quint16>(eintrag, 0, static_cast<quint16>(was));
+            setze<quint16>(eintrag, 2, 4);
+            setze<quint32>(eintrag, 4, 1);
+            setze<quint32>(eintrag, 8, static_cast<quint32>(wert));
+            bytes += eintrag;
+        }
+        QByteArray nächste(4, '\0');
+        if (nummer < 2)
+            setze<quint32>(nächste, 0, static_cast<quint32>(pixel + anzahl));
+        bytes += nächste;
+        for (int i = 0; i < anzahl; ++i)
+            bytes += static_cast<char>(10 * (nummer + 1) + i);
+    }
+    return bytes;
+}
+
+TEST_F(BilddateiTest, pagesOfAFile_areToldAndReadByTheirNames) {
+    const QString pfad = datei(seitenTiff(), u"seiten#1.tif"_s);
+    const QList<Bildseite> seiten = Bilddatei::seiten(pfad);
+    ASSERT_EQ(seiten.size(), 2); // the preview is none
+    EXPECT_EQ(seiten[1].nummer, 3);
+    EXPECT_EQ(seiten[1].größe, QSize(2, 2));
+    const struct {
+        QString name;
+        QSize größe;
+        int ersterPixel;
+    } fälle[] = {{pfad, {4, 3}, 10}, {pfad + u"#2"_s, {1, 1}, 20}, {pfad + u"#3"_s, {2, 2}, 30}};
+    for (const auto& fall : fälle) {
+        auto offen = Bilddatei::oeffnen(fall.name);
+        ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen)) << qPrintable(fall.name);
+        auto& bild = std::get<Bilddatei>(offen);
+        EXPECT_EQ(bild.pfad(), fall.name);
+        EXPECT_EQ(bild.größe(), fall.größe);
+        EXPECT_EQ(Bilddatei::liesGröße(fall.name), fall.größe);
+        EXPECT_EQ(qGray(bild.pixel(nullptr)->pixel(0, 0)), fall.ersterPixel);
+    }
+    EXPECT_TRUE(fehler(pfad + u"#4"_s));
+    EXPECT_TRUE(fehler(pfad + u"#01"_s)); // names no page
+    EXPECT_TRUE(Bilddatei::seiten(datei(gespeichert(muster(), "tiff"))).isEmpty());
+    // A chain of pages that leads back to its beginning.
+    QByteArray kreis = seitenTiff();
+    setze<quint32>(kreis, 8 + 2 + 11 * 12, 8);
+    EXPECT_TRUE(Bilddatei::seiten(datei(kreis)).isEmpty());
+}
+
+TEST_F(BilddateiTest, notedOrientation_leavesPixelsWhereTheyAreStored) {
+    QByteArray jpeg = gespeichert(verlauf(64, 48), "jpg");
+    // Exif with one entry: to be turned by a quarter.
+    const QByteArray exif = QByteArray::fromHex("ffe10022457869660000") + QByteArray("II*\0", 4) +
+                            QByteArray::fromHex("080000000100120103000100000006000000"
+                                                "00000000");
+    jpeg.insert(2, exif);
+    auto offen = Bilddatei::oeffnen(datei(jpeg));
+    ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
+    auto& bild = std::get<Bilddatei>(offen);
+    EXPECT_EQ(bild.größe(), QSize(64, 48));
+    EXPECT_LE(größterUnterschied(*bild.pixel(nullptr), verlauf(64, 48)), 6);
+}
+
+TEST_F(BilddateiTest, stoppedAtAnyTime_givesNoPictureAndNoFault) {
+    const QImage bild = muster(1700, 40);
+    for (const char* format : {"jpg", "bmp", "png", "tiff"}) {
+        const QString pfad = datei(gespeichert(bild, format, true));
+        int fragen = 0;
+        const Weiter zähle = [&](qint64 getan, qint64 gesamt) {
+            EXPECT_LE(getan, gesamt) << format;
+            ++fragen;
+            return true;
+        };
+        ASSERT_TRUE(std::holds_alternative<Bilddatei>(Bilddatei::oeffnen(pfad, zähle))) << format;
+        ASSERT_GT(fragen, 0) << format;
+        const auto offen = Bilddatei::oeffnen(pfad, [](qint64, qint64) { return false; });
+        const auto* f = std::get_if<Bildfehler>(&offen);
+        ASSERT_NE(f, nullptr) << format;
+        EXPECT_EQ(f->art, Art::Abgebrochen) << format;
+    }
+}
+
 TEST_F(BilddateiTest, openWhatIsNoPicture_namesTheFault) {
     const struct {
         const char* was;
