@@ -72,7 +72,7 @@ private:
                                                                                  : "fortan";
         const std::string störung = std::string(ruf) + ' ' + std::to_string(nummer) + ' ' +
                                     std::to_string(fehler) + ' ' + art + ' ' +
-                                    ordner_.path().toStdString() + '/';
+                                    ordner_.path().toStdString();
         SCOPED_TRACE(arbeit + ": " + störung);
         anfang();
         const QStringList dateien = QDir(ordner_.path()).entryList(QDir::Files | QDir::Hidden);
