@@ -47,10 +47,12 @@ std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const Q
 }
 
 Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteArray& inhalt) {
-    if (ziel.isEmpty()) {
+    if (ziel.isEmpty() || ziel == u"-" || istStandardausgabe(systempfad(ziel))) {
         return umgebung.ausgabe.write(inhalt) == inhalt.size() ? Status::Gut : Status::NichtLesbar;
     }
-    const std::optional<QString> grund = schreibeDatei(ziel, inhalt);
+    const bool keineDatei = dateiart(systempfad(ziel)) == Dateiart::Sonstige;
+    const std::optional<QString> grund =
+        keineDatei ? schreibeHinein(ziel, inhalt) : schreibeDatei(ziel, inhalt);
     if (!grund) {
         return Status::Gut;
     }

@@ -41,8 +41,9 @@ void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproble
 [[nodiscard]] std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung,
                                                         const QString& datei);
 
-/// Writes @p inhalt to the file @p ziel, which is replaced only when all was written, or to the
-/// standard output when the name is empty. NichtLesbar, with a message, when that failed.
+/// Writes @p inhalt to the file @p ziel, which is replaced only when all was written; straight into
+/// a pipe or a device; to the standard output when the name is empty or "-". NichtLesbar, with a
+/// message, when that failed.
 [[nodiscard]] Status schreibe(const Batchumgebung& umgebung, const QString& ziel,
                               const QByteArray& inhalt);
 

@@ -197,7 +197,7 @@ Leser ausfuhrleser() {
                  u"tarvel-batch export --wings --out wings.csv results.tdb"_s});
     leser.option(u"wings"_s, u"A row a wing, with the indices in full precision."_s);
     leser.option(u"tps"_s, u"The measured points of all wings as TPS."_s);
-    leser.option(u"out"_s, u"File to write instead of the standard output."_s, u"file"_s);
+    leser.option(u"out"_s, u"File to write instead of the standard output (-)."_s, u"file"_s);
     return leser;
 }
 
@@ -220,7 +220,7 @@ Leser protokollleser() {
     Leser leser({u"report"_s, u"DATABASE NUMBER --pdf FILE [options]"_s,
                  u"Writes the report of an examination as PDF."_s,
                  u"tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026"_s});
-    leser.option(u"pdf"_s, u"File to write."_s, u"file"_s);
+    leser.option(u"pdf"_s, u"File to write; - for the standard output."_s, u"file"_s);
     leser.optionIni();
     return leser;
 }

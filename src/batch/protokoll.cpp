@@ -7,8 +7,6 @@
 #include "results/ergebnistabelle.h"
 #include "results/untersuchungssatz.h"
 
-#include <QDir>
-
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -51,15 +49,8 @@ Status schreibe(const GeleseneUntersuchung& gelesen, const Protokollbefehl& befe
          .protokolltexte = worte,
          .format = umgebung.format,
          .heute = umgebung.heute});
-    const QString fehler =
-        speichereProtokoll(befehl.pdf, daten, Briefkopfgrafik(aussehen.briefkopf));
-    if (!fehler.isEmpty()) {
-        melde(umgebung, befehl.pdf,
-              t(Meldung::DateiNichtGeschrieben).arg(QDir::toNativeSeparators(befehl.pdf)) + u' ' +
-                  fehler);
-        return Status::NichtLesbar;
-    }
-    return Status::Gut;
+    return schreibe(umgebung, befehl.pdf,
+                    protokollAlsPdf(daten, Briefkopfgrafik(aussehen.briefkopf)));
 }
 
 } // namespace

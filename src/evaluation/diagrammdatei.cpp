@@ -1,9 +1,10 @@
 #include "evaluation/diagrammdatei.h"
 
+#include "platform/dateiausgabe.h"
+
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <algorithm>
@@ -71,10 +72,6 @@ QImage diagrammbild(const QSizeF& größe, const Diagrammmaler& maler) {
 
 QString speichereDiagramm(const QString& pfad, Diagrammformat format, const QSizeF& größe,
                           const QString& titel, const Diagrammmaler& maler) {
-    QSaveFile datei(pfad);
-    if (!datei.open(QIODevice::WriteOnly)) {
-        return datei.errorString();
-    }
     // The writers do not tell when their target is full; they get one that never is.
     QBuffer inhalt;
     inhalt.open(QIODevice::WriteOnly);
@@ -89,10 +86,7 @@ QString speichereDiagramm(const QString& pfad, Diagrammformat format, const QSiz
         alsPdf(inhalt, größe, titel, maler);
         break;
     }
-    if (datei.write(inhalt.data()) != inhalt.data().size() || !datei.flush() || !datei.commit()) {
-        return datei.errorString();
-    }
-    return {};
+    return schreibeDatei(pfad, inhalt.data()).value_or(QString());
 }
 
 } // namespace tarvel

@@ -47,6 +47,8 @@ QString nichtGeschrieben(const Texte& texte, const QString& pfad, const QString&
         grund = nenne(Meldung::OrdnerFehlt, ordner);
     } else if (datei.isDir()) {
         grund = nenne(Meldung::DateiIstOrdner, datei);
+    } else if (datei.exists() && !datei.isFile()) {
+        grund = nenne(Meldung::DateiBesondere, datei);
     } else if (datei.exists() && !datei.isWritable()) {
         grund = nenne(Meldung::DateiSchreibgeschützt, datei);
     } else if (!ordner.isWritable()) {

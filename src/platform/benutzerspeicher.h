@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QSettings>
 #include <QString>
 
 namespace tarvel {
 
 /// The settings that belong to the person instead of the program's folder. Each has an application
 /// name, a section and a key, none of them empty and none with '/' or '\\' in it. Every read goes
-/// to the store, every write at once into it.
+/// to the store, every write at once into it; one that fails leaves the store as it was.
 class Benutzerspeicher {
 public:
     /// The person's own store: on Windows the registry place where settings of this style live, on
@@ -15,6 +14,11 @@ public:
     Benutzerspeicher();
     /// The file @p pfad in place of it; it need not exist.
     explicit Benutzerspeicher(QString pfad);
+
+    /// Whether the store is there, be it empty or unreadable.
+    [[nodiscard]] bool vorhanden() const;
+    /// Where it lies, for messages.
+    [[nodiscard]] const QString& pfad() const { return pfad_; }
 
     /// False when the value did not reach the store or a name is not valid.
     [[nodiscard]] bool SaveSetting(const QString& app, const QString& section, const QString& key,
@@ -25,7 +29,7 @@ public:
 
 private:
     QString pfad_;
-    QSettings::Format format_;
+    bool istDatei_ = true;
 };
 
 } // namespace tarvel

@@ -1,14 +1,69 @@
 #pragma once
 
+#include "platform/dateisystem.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <filesystem>
 #include <optional>
 
 namespace tarvel {
 
+/// Who may read a file that is made.
+enum class Dateirecht {
+    Bisheriges, ///< whoever could read the file in its place; the system's habit for a new one
+    NurEigner,
+};
+
+/// A file that comes into being beside the place it is meant for, where it appears only when it is
+/// complete and on the drive. Away again otherwise, and what was in the place stays. A link is
+/// followed to the file it names.
+class Rohfassung {
+public:
+    /// @p ziel the place, where a file may be.
+    explicit Rohfassung(const QString& ziel, Dateirecht recht = Dateirecht::Bisheriges);
+    ~Rohfassung();
+    Rohfassung(const Rohfassung&) = delete;
+    Rohfassung& operator=(const Rohfassung&) = delete;
+
+    /// False when it could not be made, as when the place holds what is no file.
+    [[nodiscard]] bool angelegt() const { return fehler_ == 0; }
+    /// Full paths of it and of its place.
+    [[nodiscard]] QString pfad() const;
+    [[nodiscard]] QString ziel() const;
+
+    [[nodiscard]] bool schreibe(const QByteArray& inhalt);
+    /// Puts it in its place. False when anything on the way failed.
+    [[nodiscard]] bool ersetze();
+    /// The same where there is no file yet, whatever others do meanwhile.
+    [[nodiscard]] bool benenne();
+
+    /// Whether the last step failed because there is no room on the drive.
+    [[nodiscard]] bool voll() const;
+    /// Why it failed, in the system's words.
+    [[nodiscard]] QString grund() const;
+
+private:
+    [[nodiscard]] bool gelang(int fehler);
+    [[nodiscard]] bool schließeAb();
+
+    std::filesystem::path ziel_;
+    std::filesystem::path pfad_;
+    Schreibdatei datei_;
+    bool da_ = false;
+    int fehler_ = 0;
+};
+
 /// Writes @p inhalt to the file @p pfad, which is replaced only when all was written. The reason in
 /// the system's words when that failed; nullopt when all went well.
-[[nodiscard]] std::optional<QString> schreibeDatei(const QString& pfad, const QByteArray& inhalt);
+[[nodiscard]] std::optional<QString> schreibeDatei(const QString& pfad, const QByteArray& inhalt,
+                                                   Dateirecht recht = Dateirecht::Bisheriges);
+
+/// Writes @p inhalt straight into what there is of that name: a pipe, a device.
+[[nodiscard]] std::optional<QString> schreibeHinein(const QString& pfad, const QByteArray& inhalt);
+
+/// The path as the file system takes it.
+[[nodiscard]] std::filesystem::path systempfad(const QString& pfad);
 
 } // namespace tarvel

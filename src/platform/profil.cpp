@@ -1,10 +1,10 @@
 #include "platform/profil.h"
 
 #include "platform/codepage.h"
+#include "platform/dateiausgabe.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <array>
@@ -286,14 +286,8 @@ bool Profil::sichern() {
         return false;
     if (!ungesichert_)
         return true;
-    QSaveFile datei(path_);
-    datei.setDirectWriteFallback(false);
-    // commit() alone does not notice that the drive is full while what was buffered is written.
-    const bool geschrieben = datei.open(QIODevice::WriteOnly) &&
-                             datei.write(inhalt_) == inhalt_.size() && datei.flush() &&
-                             datei.commit();
-    ungesichert_ = !geschrieben;
-    return geschrieben;
+    ungesichert_ = schreibeDatei(path_, inhalt_).has_value();
+    return !ungesichert_;
 }
 
 QByteArray alsProfilwert(QByteArrayView wert) {

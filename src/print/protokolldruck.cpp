@@ -1,5 +1,6 @@
 #include "print/protokolldruck.h"
 
+#include "platform/dateiausgabe.h"
 #include "print/protokollseite.h"
 
 #include <QBuffer>
@@ -7,7 +8,6 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -62,12 +62,8 @@ bool Druckstart(QPagedPaintDevice& gerät, const Protokolldaten& daten,
     return painter.end();
 }
 
-QString speichereProtokoll(const QString& pfad, const Protokolldaten& daten,
-                           const Briefkopfgrafik& grafik, Seitenauswahl seiten) {
-    QSaveFile datei(pfad);
-    if (!datei.open(QIODevice::WriteOnly)) {
-        return datei.errorString();
-    }
+QByteArray protokollAlsPdf(const Protokolldaten& daten, const Briefkopfgrafik& grafik,
+                           Seitenauswahl seiten) {
     // The writer does not tell when its target is full; it gets one that never is.
     QBuffer inhalt;
     inhalt.open(QIODevice::WriteOnly);
@@ -78,13 +74,16 @@ QString speichereProtokoll(const QString& pfad, const Protokolldaten& daten,
         pdf.setResolution(PdfAuflösung);
         pdf.setPageMargins({});
         if (!Druckstart(pdf, daten, grafik, seiten)) {
-            return QStringLiteral("PDF");
+            return {};
         }
     }
-    if (datei.write(inhalt.data()) != inhalt.data().size() || !datei.flush() || !datei.commit()) {
-        return datei.errorString();
-    }
-    return {};
+    return inhalt.data();
+}
+
+QString speichereProtokoll(const QString& pfad, const Protokolldaten& daten,
+                           const Briefkopfgrafik& grafik, Seitenauswahl seiten) {
+    const QByteArray pdf = protokollAlsPdf(daten, grafik, seiten);
+    return pdf.isEmpty() ? QStringLiteral("PDF") : schreibeDatei(pfad, pdf).value_or(QString());
 }
 
 QImage protokollbild(const Protokolldaten& daten, const Briefkopfgrafik& grafik, int nummer,

@@ -3,6 +3,7 @@
 #include "print/briefkopfbild.h"
 #include "print/protokolldaten.h"
 
+#include <QByteArray>
 #include <QImage>
 #include <QString>
 
@@ -25,6 +26,10 @@ struct Seitenauswahl {
 [[nodiscard]] bool Druckstart(QPagedPaintDevice& gerät, const Protokolldaten& daten,
                               const Briefkopfgrafik& grafik, Seitenauswahl seiten = {},
                               const std::function<bool(int seite)>& fortschritt = {});
+
+/// The report as the content of a PDF file; empty when there is no page of it.
+[[nodiscard]] QByteArray protokollAlsPdf(const Protokolldaten& daten, const Briefkopfgrafik& grafik,
+                                         Seitenauswahl seiten = {});
 
 /// Writes the report to the PDF file @p pfad; an existing file is replaced only when all was
 /// written. Returns the reason when that failed, else an empty text.

@@ -72,6 +72,13 @@ void Ablage::richteEin() {
         Ergebnistabelle(DatenbankPfad_).öffneProbeweise();
         brauchbar_ = true;
         if (ersterStart) {
+            if (speicher_.vorhanden()) { // it has lost the name, so this is no first start
+                umgebung_.dialoge.meldung(
+                    umgebung_.texte(Text::Ergebnisse),
+                    umgebung_.texte(Meldung::DatenbankVergessen)
+                        .arg(anzeigename(speicher_.pfad()), anzeigename(DatenbankPfad_)),
+                    Meldungsart::Ausruf);
+            }
             merkePfad(DatenbankPfad_);
         }
     } catch (const Datenbankfehler& fehler) {

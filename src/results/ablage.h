@@ -46,7 +46,8 @@ public:
     [[nodiscard]] const QString& dokumente() const { return umgebung_.dokumente; }
 
     /// Finds the results file at start-up: the one that is remembered, made anew when it is gone,
-    /// or at the very first start a new one among the user's documents.
+    /// or at the very first start a new one among the user's documents. The user is told when there
+    /// was a store that names none.
     void richteEin();
 
     /// Makes @p pfad the results file and remembers it. False, with a message, when it is none; the

@@ -1,5 +1,6 @@
 // How results files come into being: new ones and backup copies.
 
+#include "platform/dateiausgabe.h"
 #include "results/ergebnisdatei.h"
 #include "results/ergebnistabelle.h"
 
@@ -7,9 +8,7 @@
 #include <SQLiteCpp/Transaction.h>
 #include <sqlite3.h>
 
-#include <QFile>
 #include <QFileInfo>
-#include <QUuid>
 
 #include <filesystem>
 #include <system_error>
@@ -19,10 +18,6 @@ namespace tarvel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-std::filesystem::path systempfad(const QString& pfad) {
-    return pfad.toStdU16String();
-}
 
 /// Whether both names lead to one file, through links too.
 bool gleicheDatei(const QString& a, const QString& b) {
@@ -36,55 +31,16 @@ bool istBelegt(const QString& pfad) {
     return std::filesystem::exists(std::filesystem::symlink_status(systempfad(pfad), fehler));
 }
 
-/// A file that comes into being beside the place it is meant for, where it appears only when it is
-/// complete. Away again otherwise.
-class Rohfassung {
-public:
-    /// @p ziel full path of the place; @p genannt what the user calls it.
-    Rohfassung(const QString& ziel, const QString& genannt)
-        : pfad_(ziel + u'.' + QUuid::createUuid().toString(QUuid::Id128)) {
-        QFile datei(pfad_);
-        if (!datei.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            throw Datenbankfehler(Datenbankgrund::NichtAnlegbar, genannt);
-        }
-    }
-    ~Rohfassung() {
-        if (!fertig_) {
-            QFile::remove(pfad_);
-            QFile::remove(pfad_ + u"-journal"_s);
-        }
-    }
-    Rohfassung(const Rohfassung&) = delete;
-    Rohfassung& operator=(const Rohfassung&) = delete;
-
-    [[nodiscard]] const QString& pfad() const { return pfad_; }
-    /// Gives the file its name; false when the name is taken or can't be given.
-    [[nodiscard]] bool benenne(const QString& ziel) {
-        std::error_code fehler;
-        // A second name is given only where there is no file, whatever others do meanwhile.
-        std::filesystem::create_hard_link(systempfad(pfad_), systempfad(ziel), fehler);
-        if (!fehler) {
-            return true; // the first name goes with this object
-        }
-        return !istBelegt(ziel) && ersetze(ziel); // a drive that knows no second names
-    }
-    /// The same in place of a file that is there.
-    [[nodiscard]] bool ersetze(const QString& ziel) {
-        std::error_code fehler;
-        std::filesystem::rename(systempfad(pfad_), systempfad(ziel), fehler);
-        fertig_ = !fehler;
-        return fertig_;
-    }
-
-private:
-    QString pfad_;
-    bool fertig_ = false;
-};
-
+/// A results file in the making. The engine writes it without a journal, which nobody could use.
 SQLite::Database öffneRohfassung(const Rohfassung& roh) {
     SQLite::Database verbindung(roh.pfad().toStdString(), SQLite::OPEN_READWRITE);
+    verbindung.exec("PRAGMA journal_mode = MEMORY");
     verbindung.exec("PRAGMA page_size = 4096");
     return verbindung;
+}
+
+Datenbankgrund grundVon(const Rohfassung& roh) {
+    return roh.voll() ? Datenbankgrund::Voll : Datenbankgrund::NichtAnlegbar;
 }
 
 bool istHeil(SQLite::Database& verbindung) {
@@ -120,7 +76,10 @@ void NeueDatenbank(const QString& pfad) {
     if (istBelegt(absolut)) {
         throw Datenbankfehler(Datenbankgrund::SchonVorhanden, pfad);
     }
-    Rohfassung roh(absolut, pfad);
+    Rohfassung roh(absolut);
+    if (!roh.angelegt()) {
+        throw Datenbankfehler(grundVon(roh), pfad);
+    }
     try {
         SQLite::Database verbindung = öffneRohfassung(roh);
         SQLite::Transaction vorgang(verbindung);
@@ -130,9 +89,8 @@ void NeueDatenbank(const QString& pfad) {
         const Datenbankfehler übersetzt = datenbankfehler(roh.pfad(), fehler);
         throw Datenbankfehler(übersetzt.grund(), pfad, übersetzt.einzelheit());
     }
-    if (!roh.benenne(absolut)) {
-        throw Datenbankfehler(istBelegt(absolut) ? Datenbankgrund::SchonVorhanden
-                                                 : Datenbankgrund::NichtAnlegbar,
+    if (!roh.benenne()) {
+        throw Datenbankfehler(istBelegt(absolut) ? Datenbankgrund::SchonVorhanden : grundVon(roh),
                               pfad);
     }
 }
@@ -144,15 +102,18 @@ void Ergebnistabelle::sichere(const QString& ziel) const {
             throw Datenbankfehler(Datenbankgrund::GleicheDatei, ziel);
         }
         datei.prüfeAufbau();
+        Rohfassung roh(absolut);
+        if (!roh.angelegt()) {
+            throw Datenbankfehler(grundVon(roh), ziel);
+        }
         for (const QString& begleiter : {u"-journal"_s, u"-wal"_s}) {
-            if (QFileInfo::exists(absolut + begleiter)) { // it would be applied to the copy
+            if (QFileInfo::exists(roh.ziel() + begleiter)) { // it would be applied to the copy
                 throw Datenbankfehler(Datenbankgrund::Gesperrt, ziel);
             }
         }
-        Rohfassung roh(absolut, ziel);
         kopiere(datei, roh, ziel);
-        if (!roh.ersetze(absolut)) {
-            throw Datenbankfehler(Datenbankgrund::NichtAnlegbar, ziel);
+        if (!roh.ersetze()) {
+            throw Datenbankfehler(grundVon(roh), ziel);
         }
     });
 }

@@ -1,16 +1,10 @@
 #include "results/sitzung.h"
 
+#include "platform/dateiausgabe.h"
 #include "results/sitzungstext.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
 
 namespace tarvel {
 
@@ -48,16 +42,15 @@ bool gleicherFlügel(const Sitzungsstand& a, const Sitzungsstand& b) {
     return a.flügel == b.flügel && a.wiederholt == b.wiederholt && a.ansicht == b.ansicht;
 }
 
-void warteAufScheibe(const QString& pfad) {
-    QFile datei(pfad);
-    if (datei.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) {
-#ifdef Q_OS_WIN
-        (void)_commit(datei.handle());
-#else
-        (void)fsync(datei.handle());
-#endif
-    }
+/// True also for a file that has gone: nothing waits for the drive any more.
+bool warteAufScheibe(const QString& pfad) {
+    Schreibdatei datei;
+    return datei.öffne(systempfad(pfad)) != 0 ||
+           (datei.aufDieScheibe() == 0 && datei.schließe() == 0);
 }
+
+constexpr QFile::Permissions FürAndere = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                         QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
 
 } // namespace
 
@@ -90,6 +83,9 @@ std::optional<Sitzungsstand> Sitzung::lies() {
     const QFileInfo info(pfad_);
     if (!info.isFile()) {
         return std::nullopt;
+    }
+    if ((info.permissions() & FürAndere) != 0) { // an earlier version's
+        QFile::setPermissions(pfad_, info.permissions() & ~FürAndere);
     }
     QFile datei(pfad_);
     Sitzungslesung lesung;
@@ -129,6 +125,9 @@ bool Sitzung::merke(const Sitzungsstand& stand) {
         return !offen_ || lösche();
     }
     offen_ = true;
+    if (scheibeVersagt_.exchange(false)) {
+        länge_ = 0; // what the drive did not take is not to be built on
+    }
     const bool untersuchungBleibt = gemerkt_ && gleicheUntersuchung(*gemerkt_, stand);
     if (untersuchungBleibt && länge_ > 0 && gleicherFlügel(*gemerkt_, stand)) {
         return true;
@@ -148,11 +147,7 @@ bool Sitzung::merke(const Sitzungsstand& stand) {
 
 bool Sitzung::schreibeNeu(const QByteArray& block) {
     scheibe_.waitForDone(); // where an open file cannot be replaced
-    QSaveFile datei(pfad_);
-    datei.setDirectWriteFallback(false);
-    // commit() alone does not notice that the drive is full while what was buffered is written.
-    if (!datei.open(QIODevice::WriteOnly) || datei.write(block) != block.size() || !datei.flush() ||
-        !datei.commit()) {
+    if (schreibeDatei(pfad_, block, Dateirecht::NurEigner)) {
         return false;
     }
     länge_ = block.size();
@@ -160,15 +155,19 @@ bool Sitzung::schreibeNeu(const QByteArray& block) {
 }
 
 bool Sitzung::hängeAn(const QByteArray& block) {
-    QFile datei(pfad_);
-    if (!datei.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
+    Schreibdatei datei;
+    if (datei.öffne(systempfad(pfad_)) != 0) {
         länge_ = 0; // gone or locked: to be made anew
         return false;
     }
     // What a crash left of a block behind the last whole one.
-    const bool amEnde = datei.size() == länge_ || datei.resize(länge_);
-    if (!amEnde || !datei.seek(länge_) || datei.write(block) != block.size()) {
-        (void)datei.resize(länge_);
+    const bool amEnde = QFileInfo(pfad_).size() == länge_ || datei.kürze(länge_) == 0;
+    if (!amEnde || datei.schreibeAnsEnde({block.constData(), std::size_t(block.size())}) != 0) {
+        (void)datei.kürze(länge_);
+        return false;
+    }
+    if (datei.schließe() != 0) { // nobody knows how much of it is there
+        länge_ = 0;
         return false;
     }
     länge_ += block.size();
@@ -182,7 +181,9 @@ void Sitzung::bringeAufDieScheibe() {
     }
     scheibe_.start([this] {
         scheibeAngefordert_ = false;
-        warteAufScheibe(pfad_);
+        if (!warteAufScheibe(pfad_)) {
+            scheibeVersagt_ = true;
+        }
     });
 }
 

@@ -46,7 +46,8 @@ void stelleHer(Untersuchung& untersuchung, const Sitzungsstand& stand);
 /// A change is added at the end of the file, as a block with a checksum, and reaches the operating
 /// system before merke() returns, so the end of the program loses nothing. The drive follows some
 /// milliseconds later on a thread of its own, because waiting for it would be felt at every click.
-/// Nothing that stands in the file is overwritten: a cut leaves the former state whole.
+/// When the drive refuses it, the next change makes the file anew. Nothing that stands in the file
+/// is overwritten: a cut leaves the former state whole. Nobody but the person may read it.
 class Sitzung {
 public:
     /// @p pfad full path of the file; it need not exist.
@@ -84,7 +85,8 @@ private:
     bool offen_ = false; ///< the file belongs to this session, not to an earlier start
 
     std::atomic<bool> scheibeAngefordert_ = false;
-    QThreadPool scheibe_; ///< the last member: it ends before what it uses
+    std::atomic<bool> scheibeVersagt_ = false; ///< the file is to be made anew
+    QThreadPool scheibe_;                      ///< the last member: it ends before what it uses
 };
 
 } // namespace tarvel

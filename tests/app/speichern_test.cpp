@@ -242,6 +242,19 @@ TEST_F(Speicherntest, resultsFileThatIsGone_isMadeAnewAndTheUserIsTold) {
     EXPECT_TRUE(QFile::exists(pfad()));
 }
 
+TEST_F(Speicherntest, storeThatLostTheNameOfTheFile_isTold) {
+    programm.reset();
+    QFile store(ordner.filePath(u"benutzer.ini"_s));
+    ASSERT_TRUE(store.open(QIODevice::WriteOnly)); // empties it
+    store.close();
+    ASSERT_TRUE(starte());
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"steht nicht mehr"_s));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(pfad()));
+    ASSERT_TRUE(starte());
+    EXPECT_THAT(dialoge.meldungen, SizeIs(1)); // it has the name again
+}
+
 TEST_F(Speicherntest, otherFileOfThatNameAmongTheDocuments_staysAndTheNextNameIsTaken) {
     programm.reset();
     ASSERT_TRUE(QFile::remove(ordner.filePath(u"benutzer.ini"_s)));

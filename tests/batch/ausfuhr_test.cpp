@@ -2,6 +2,10 @@
 #include "results/ergebnistabelle.h"
 #include "results/untersuchungssatz.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::HasSubstr;
@@ -109,4 +113,33 @@ TEST_F(Ausfuhr, failure_leavesTheOutputAsItWas) {
     }
     EXPECT_EQ(rufe(u"export a.tdb --out nowhere/b.csv"_s).status, 1);
     EXPECT_EQ(dateien(), QStringList({u"a.tdb"_s, u"alt.csv"_s, u"kaputt.tdb"_s}));
+}
+
+TEST_F(Ausfuhr, outputThatIsNoFile_isWrittenInto) {
+    speichere(u"U1"_s, {});
+    const std::string csv = rufe(u"export a.tdb"_s).ausgabe;
+    for (const QString& ziel : {u"-"_s, u"/dev/stdout"_s, u"/dev/fd/1"_s}) {
+        const Lauf lauf = rufe(u"export a.tdb --out "_s + ziel);
+        EXPECT_EQ(lauf.status, 0) << lauf.fehler;
+        EXPECT_EQ(lauf.ausgabe, csv);
+        EXPECT_THAT(rufe(u"report a.tdb U1 --pdf "_s + ziel).ausgabe, StartsWith("%PDF-"));
+    }
+    EXPECT_EQ(rufe(u"export a.tdb --out /dev/null"_s).status, 0);
+    const Lauf voll = rufe(u"export a.tdb --out /dev/full"_s);
+    EXPECT_EQ(voll.status, 1);
+    EXPECT_THAT(voll.fehler, HasSubstr("/dev/full"));
+
+    const QByteArray rohr = QFile::encodeName(pfad(u"rohr"_s));
+    ASSERT_EQ(::mkfifo(rohr.constData(), 0600), 0);
+    const int ende = ::open(rohr.constData(), O_RDWR); // so that nobody waits for a reader
+    ASSERT_GT(::fcntl(ende, F_SETPIPE_SZ, 1 << 20), 0);
+    for (const QString& befehl : {u"export a.tdb --out rohr"_s, u"report a.tdb U1 --pdf rohr"_s}) {
+        EXPECT_EQ(rufe(befehl).status, 0);
+        QByteArray gelesen(1 << 20, '\0');
+        gelesen.truncate(::read(ende, gelesen.data(), gelesen.size()));
+        EXPECT_THAT(gelesen.toStdString(),
+                    befehl.startsWith(u"export") ? StartsWith(csv) : StartsWith("%PDF-"));
+    }
+    ::close(ende);
+    EXPECT_EQ(dateien(), QStringList(u"a.tdb"_s));
 }

@@ -82,6 +82,33 @@ TEST_F(Abbruchtest, save_leavesTheOldRowOrTheNewOne) {
     });
 }
 
+TEST_F(Abbruchtest, editInTheList_leavesTheOldRowOrTheNewOne) {
+    tabelle().speichere(fassung::satz(schritt_));
+    töteOft("ändern", [this](const Stand& stand) {
+        erwarteHeil();
+        Ergebnissatz erwartet = fassung::satz(1);
+        const auto gelesen = tabelle().lade(u"A"_s);
+        if (!gelesen) {
+            ADD_FAILURE() << "the row is gone";
+            return stand.begonnen;
+        }
+        erwarteEinesVon(gelesen->Z_NAME.toInt(), stand);
+        erwartet.Z_NAME = gelesen->Z_NAME;
+        EXPECT_TRUE(*gelesen == erwartet);
+        return gelesen->Z_NAME.toInt();
+    });
+}
+
+TEST_F(Abbruchtest, pdf_isTheOldOneOrTheNewOne) {
+    const QString pdf = ordner_.filePath(u"aus.pdf"_s);
+    schreibe(pdf, "%PDF- old %%EOF\n");
+    töteOft("pdf", [&](const Stand& stand) {
+        const QByteArray inhalt = bytes(pdf);
+        EXPECT_TRUE(inhalt.startsWith("%PDF-") && inhalt.endsWith("%%EOF\n"));
+        return stand.begonnen;
+    });
+}
+
 TEST_F(Abbruchtest, import_leavesEveryRowThatWasReadIn) {
     tabelle().speichere(fassung::eingelesen(schritt_));
     töteOft("einlesen", [this](const Stand& stand) {

@@ -49,6 +49,11 @@ inline Ergebnissatz eingelesen(int schritt) {
                    {texte, {}, {QStringLiteral("Carnica")}, false});
 }
 
+/// What is written out: long enough for several calls of the system.
+inline QByteArray ausfuhr(int schritt) {
+    return (QByteArray::number(schritt) + '\n').repeated(20'000);
+}
+
 inline constexpr int Schlüsselzahl = 40;
 inline QByteArray schlüssel(int nummer) {
     return "Schlüssel" + QByteArray::number(nummer);

@@ -136,6 +136,21 @@ TEST_F(Fremdtest, fileReplacedWhileItIsWritten_isLeftAlone) {
     EXPECT_EQ(nummern(), u"1"_s);
 }
 
+TEST_F(Fremdtest, copyOntoALink_goesToItsFileAndKeepsWhoMayReadIt) {
+    const QString ziel = ordner_.filePath(u"anderswo.tdb"_s);
+    const QString verweis = ordner_.filePath(u"kopie.tdb"_s);
+    schreibe(ziel, "an older copy");
+    QFile::setPermissions(ziel, QFile::ReadOwner | QFile::WriteOwner);
+    const auto rechte = QFileInfo(ziel).permissions();
+    ASSERT_TRUE(QFile::link(ziel, verweis));
+    tabelle().sichere(verweis);
+    EXPECT_TRUE(QFileInfo(verweis).isSymLink());
+    EXPECT_EQ(QFileInfo(ziel).permissions(), rechte);
+    EXPECT_EQ(Ergebnistabelle(ziel).anzahl(), 20);
+    schreibe(ziel + u"-journal"_s, "x"); // would be applied to the copy
+    EXPECT_EQ(grundVon([&] { tabelle().sichere(verweis); }), Datenbankgrund::Gesperrt);
+}
+
 TEST_F(Fremdtest, fullDrive_keepsEveryFileAsItWas) {
     const QString ini = ordner_.filePath(u"Index.ini"_s);
     schreibe(ini, "[Voll]\r\nx=1\r\n");

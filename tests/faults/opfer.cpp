@@ -5,9 +5,13 @@
 
 #include "faults/fassungen.h"
 #include "platform/benutzerspeicher.h"
+#include "platform/dateiausgabe.h"
 #include "platform/profil.h"
+#include "print/protokolldruck.h"
 #include "results/sitzung.h"
 #include "settings/einstellungen.h"
+
+#include <QGuiApplication>
 
 #include <sqlite3.h>
 
@@ -16,8 +20,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include <poll.h>
 #include <unistd.h>
@@ -78,6 +84,36 @@ std::map<std::string, Arbeit> arbeiten(const QString& ordner) {
          }},
         {"sichern", [=](int) { tabelle.sichere(ordner + u"/kopie.tdb"_s); }},
         {"anlegen", [=](int schritt) { NeueDatenbank(ordner + u"/%1.tdb"_s.arg(schritt)); }},
+        {"ändern",
+         [=](int schritt) {
+             Ergebnistabelle t = tabelle;
+             auto zeilen = t.zeilen(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}, 1);
+             verlange(!zeilen.empty());
+             const auto vorher = zeilen.front();
+             zeilen.front().werte[2] = QString::number(schritt);
+             t.ändere(vorher, zeilen.front());
+         }},
+        {"csv",
+         [=](int schritt) {
+             verlange(!schreibeDatei(ordner + u"/aus.csv"_s, fassung::ausfuhr(schritt)));
+         }},
+        {"pdf",
+         [=](int schritt) {
+             Protokolldaten daten;
+             daten.titel = QString::number(schritt);
+             verlange(speichereProtokoll(ordner + u"/aus.pdf"_s, daten, {}, {1, 1}).isEmpty());
+         }},
+        {"index",
+         [=](int schritt) {
+             verlange(WritePrivateProfileStringA("Probe", "x", QByteArray::number(schritt),
+                                                 ordner + u"/Index.ini"_s));
+         }},
+        {"speicher",
+         [=](int schritt) {
+             verlange(Benutzerspeicher(ordner + u"/benutzer.ini"_s)
+                          .SaveSetting(u"Index"_s, u"0ptionen"_s, u"Tabelle"_s,
+                                       QString::number(schritt)));
+         }},
         {"einstellungen", [=](int schritt) { schreibeEinstellungen(ordner, schritt); }},
         {"sitzung",
          [=](int schritt) {
@@ -99,6 +135,10 @@ std::map<std::string, Arbeit> arbeiten(const QString& ordner) {
 int main(int argc, char** argv) {
     if (argc != 5) {
         return EXIT_FAILURE;
+    }
+    std::optional<QGuiApplication> app;
+    if (argv[1] == std::string_view("pdf")) {
+        app.emplace(argc, argv); // painting needs fonts
     }
     try {
         const Arbeit arbeit = arbeiten(QString::fromUtf8(argv[2])).at(argv[1]);

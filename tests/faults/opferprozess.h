@@ -15,7 +15,9 @@ namespace tarvel {
 /// The helper program at work, with a pipe that it reports its steps through.
 class Opferprozess {
 public:
-    Opferprozess(const std::string& arbeit, const QString& ordner, int schritt, int anzahl) {
+    /// @p störung what stoerung.cpp takes; empty for none.
+    Opferprozess(const std::string& arbeit, const QString& ordner, int schritt, int anzahl,
+                 const std::string& störung = {}) {
         const std::string pfad = ordner.toStdString();
         const std::string erster = std::to_string(schritt);
         const std::string zahl = std::to_string(anzahl);
@@ -28,6 +30,11 @@ public:
         if (pid_ == 0) {
             dup2(meldung[1], STDOUT_FILENO);
             dup2(halt[0], STDIN_FILENO);
+            if (!störung.empty()) {
+                setenv("LD_PRELOAD", FAULTS_STOERUNG, 1);
+                setenv("STOERUNG", störung.c_str(), 1);
+                dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO); // it will complain
+            }
             execl(FAULTS_OPFER, FAULTS_OPFER, arbeit.c_str(), pfad.c_str(), erster.c_str(),
                   zahl.c_str(), nullptr);
             _exit(127);

@@ -215,6 +215,17 @@ TEST_F(Sitzungstest, file_isThereOnlyWhileThereIsSomethingToLose) {
     EXPECT_TRUE(dateien().isEmpty());
 }
 
+TEST_F(Sitzungstest, file_isForItsOwnerAlone) {
+    const auto allein = [this] {
+        return (QFileInfo(pfad_).permissions() & (QFile::ReadGroup | QFile::ReadOther)) == 0;
+    };
+    ASSERT_TRUE(Sitzung(pfad_).merke(probesitzung(1, 0)));
+    EXPECT_TRUE(allein());
+    QFile::setPermissions(pfad_, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+    EXPECT_TRUE(Sitzung(pfad_).lies()); // of an earlier version
+    EXPECT_TRUE(allein());
+}
+
 TEST_F(Sitzungstest, longSession_staysQuickToRead) {
     Sitzung sitzung(pfad_);
     Sitzungsstand stand = probesitzung(150, 0);
