@@ -16,17 +16,25 @@ Status exportiere(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebung) {
     try {
         const Ergebnistabelle tabelle(befehl.datenbank);
         Ausfuhr ausfuhr(befehl.art);
-        tabelle.sätze(tabelle.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),
-                      [&](const Ergebnissatz& satz) {
-                          const QStringList offen = ausfuhr.nimm(satz, satzumgebung);
-                          if (!offen.isEmpty()) {
-                              melde(umgebung, befehl.datenbank,
-                                    t(Meldung::UntersuchungTeilweise)
-                                        .arg(satz.U_NR.trimmed(), offen.join(u", "_s)));
-                          }
-                          return true;
-                      });
-        return schreibe(umgebung, befehl.ziel, ausfuhr.inhalt());
+        bool vollständig = true;
+        tabelle.sätze(
+            tabelle.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),
+            [&](const Ergebnissatz& satz) {
+                const QStringList offen = ausfuhr.nimm(satz, satzumgebung);
+                if (!offen.isEmpty()) {
+                    melde(umgebung, befehl.datenbank,
+                          t(Meldung::UntersuchungTeilweise)
+                              .arg(satz.U_NR.trimmed(), offen.join(u", "_s)));
+                }
+                return true;
+            },
+            [&](const QString& nummer) {
+                vollständig = false;
+                melde(umgebung, befehl.datenbank, t(Meldung::UntersuchungZuGroß).arg(nummer));
+            });
+        const Status geschrieben =
+            schreibe(umgebung, befehl.ziel, ausgabetext(umgebung, befehl.ziel, ausfuhr.inhalt()));
+        return vollständig ? geschrieben : Status::NichtLesbar;
     } catch (const Datenbankfehler& fehler) {
         melde(umgebung, befehl.datenbank, meldungstext(t, fehler));
         return Status::NichtLesbar;

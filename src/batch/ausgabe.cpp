@@ -20,10 +20,31 @@ Zahlenformat zahlenformat(Sprache sprache) {
                                         : Zahlenformat{.dezimal = u',', .tausender = u'.'};
 }
 
+QString sichtbar(const QString& text, bool mehrzeilig) {
+    QString ergebnis;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        const bool dreht = (u >= 0x202A && u <= 0x202E) || (u >= 0x2066 && u <= 0x2069);
+        if ((c.category() != QChar::Other_Control && !dreht) ||
+            (mehrzeilig && (c == u'\n' || c == u'\t'))) {
+            ergebnis += c;
+        } else {
+            ergebnis += (u < 0x100 ? u"\\x"_s : u"\\u"_s) +
+                        QString::number(u, 16).rightJustified(2, u'0').toUpper();
+        }
+    }
+    return ergebnis;
+}
+
+QByteArray ausgabetext(const Batchumgebung& umgebung, const QString& ziel, const QByteArray& text) {
+    const bool gezeigt = umgebung.zeigtAusgabe && (ziel.isEmpty() || ziel == u"-");
+    return gezeigt ? sichtbar(QString::fromUtf8(text), true).toUtf8() : text;
+}
+
 void melde(const Batchumgebung& umgebung, const QString& datei, const QString& grund,
            std::optional<int> zeile) {
     const QString ort = zeile ? u"%1:%2: "_s.arg(datei, QString::number(*zeile)) : datei + u": "_s;
-    umgebung.fehler.write((ort + grund + u'\n').toUtf8());
+    umgebung.fehler.write((sichtbar(ort + grund) + u'\n').toUtf8());
 }
 
 void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproblem& problem) {

@@ -22,13 +22,22 @@ struct Batchumgebung {
     const Texte& texte; ///< in the language of the call
     Zahlenformat format;
     QDate heute;
-    QIODevice& ausgabe; ///< results
-    QIODevice& fehler;  ///< messages
+    QIODevice& ausgabe;        ///< results
+    QIODevice& fehler;         ///< messages
+    bool zeigtAusgabe = false; ///< whether results go to a terminal, where somebody looks at them
 };
 
 /// The decimal separator that goes with a language. The system's own does not matter here, so that
 /// a script gives the same everywhere.
 [[nodiscard]] Zahlenformat zahlenformat(Sprache sprache);
+
+/// @p text without what a terminal carries out instead of showing it: control characters and signs
+/// that turn the direction stand there as "\\x1B"; line ends too, unless @p mehrzeilig.
+[[nodiscard]] QString sichtbar(const QString& text, bool mehrzeilig = false);
+
+/// A text of lines as it goes to @p ziel: sichtbar where that is a terminal, else as it is.
+[[nodiscard]] QByteArray ausgabetext(const Batchumgebung& umgebung, const QString& ziel,
+                                     const QByteArray& text);
 
 /// @name Messages: "FILE:LINE: reason", a line each; "FILE: reason" where no line is to blame
 /// @{

@@ -96,7 +96,8 @@ Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung) 
             melde(umgebung, probe.datei, text(mangel, umgebung.texte), mangel.zeile);
         }
     }
-    return schreibe(umgebung, {}, ausgabe(proben, befehl.format, umgebung.texte));
+    return schreibe(umgebung, {},
+                    ausgabetext(umgebung, {}, ausgabe(proben, befehl.format, umgebung.texte)));
 }
 
 } // namespace tarvel

@@ -1,5 +1,6 @@
 #include "batch/auswertungsausgabe.h"
 
+#include "batch/ausgabe.h"
 #include "evaluation/klassen.h"
 #include "measure/statistik.h"
 
@@ -245,7 +246,7 @@ QJsonObject probenobjekt(const Auswertungsprobe& probe, const Texte& texte) {
 QByteArray alsText(const std::vector<Auswertungsprobe>& proben, const Texte& texte) {
     QStringList alle;
     for (const Auswertungsprobe& probe : proben) {
-        alle << Textausgabe(probe, texte).text();
+        alle << sichtbar(Textausgabe(probe, texte).text(), true);
     }
     return alle.join(u'\n').toUtf8();
 }

@@ -22,10 +22,11 @@ bool nimm(const QString& datei, Einfuhr& einfuhr, const Batchumgebung& umgebung)
     if (bericht.nummer.isEmpty()) {
         return false;
     }
-    umgebung.ausgabe.write((datei + u": "_s +
-                            umgebung.texte(Meldung::UntersuchungGespeichert).arg(bericht.nummer) +
-                            u'\n')
-                               .toUtf8());
+    umgebung.ausgabe.write(
+        (sichtbar(datei + u": "_s +
+                  umgebung.texte(Meldung::UntersuchungGespeichert).arg(bericht.nummer)) +
+         u'\n')
+            .toUtf8());
     return true;
 }
 

@@ -1,4 +1,5 @@
 #include "batch/ausfuhr.h"
+#include "batch/ausgabe.h"
 #include "batch/auswerten.h"
 #include "batch/befehle.h"
 #include "batch/einfuhr.h"
@@ -12,10 +13,24 @@
 #include <cstdio>
 #include <exception>
 
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
 namespace {
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
+
+bool istTerminal(FILE* datei) {
+#ifdef Q_OS_WIN
+    return _isatty(_fileno(datei)) != 0;
+#else
+    return isatty(fileno(datei)) != 0;
+#endif
+}
 
 /// Carries a command out.
 class Ausführung {
@@ -58,7 +73,7 @@ int laufe(int argc, char** argv) {
     }
     const auto gelesen = leseAufruf(argumente);
     if (const auto* falsch = std::get_if<Aufruffehler>(&gelesen)) {
-        fehler.write((u"tarvel-batch: "_s + falsch->text +
+        fehler.write((u"tarvel-batch: "_s + sichtbar(falsch->text, true) +
                       u"\n'tarvel-batch --help' shows how it is used.\n"_s)
                          .toUtf8());
         return static_cast<int>(Status::FalscherAufruf);
@@ -70,7 +85,8 @@ int laufe(int argc, char** argv) {
                                  .format = zahlenformat(aufruf.sprache),
                                  .heute = SystemClock().now().date(),
                                  .ausgabe = ausgabe,
-                                 .fehler = fehler};
+                                 .fehler = fehler,
+                                 .zeigtAusgabe = istTerminal(stdout)};
     const Status status = std::visit(Ausführung(umgebung, argc, argv), aufruf.befehl);
     if (!ausgabe.flush() && status == Status::Gut) {
         melde(umgebung, u"tarvel-batch"_s, ausgabe.errorString());
@@ -85,7 +101,7 @@ int main(int argc, char** argv) {
     try {
         return laufe(argc, argv);
     } catch (const std::exception& fehler) {
-        std::fputs(fehler.what(), stderr);
+        std::fputs(qUtf8Printable(sichtbar(QString::fromUtf8(fehler.what()))), stderr);
         return static_cast<int>(Status::NichtLesbar);
     }
 }

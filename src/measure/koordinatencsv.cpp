@@ -1,4 +1,5 @@
 #include "measure/koordinatenleser.h"
+#include "platform/csv.h"
 
 #include <QStringList>
 
@@ -250,8 +251,8 @@ private:
             throw fehler(Lesegrund::Feldzahl,
                          {QString::number(werte.anzahl), QString::number(spalten.anzahl)});
         }
-        Koordinatensatz flügel{.name = werte.wert(spalten.wing).simplified(),
-                               .bilddatei = werte.wert(spalten.file).simplified(),
+        Koordinatensatz flügel{.name = ausTextzelle(werte.wert(spalten.wing)).simplified(),
+                               .bilddatei = ausTextzelle(werte.wert(spalten.file)).simplified(),
                                .zeile = zeile_};
         bool istZahl = false;
         if (const int dpi = werte.wert(spalten.dpi).toInt(&istZahl); istZahl) {

@@ -1,5 +1,7 @@
 #include "platform/system_dialoge.h"
 
+#include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -79,6 +81,21 @@ public:
     ~Fragezeiger() { QGuiApplication::restoreOverrideCursor(); }
     Q_DISABLE_COPY_MOVE(Fragezeiger)
 };
+
+/// Where the toolkit shows its own chooser, files can neither be renamed nor deleted nor moved in
+/// it. Folders can still be made, other than in one that is read-only as a whole.
+void lassDateienInRuhe(const QFileDialog& chooser) {
+    for (const char* name : {"qt_rename_action", "qt_delete_action"}) {
+        if (auto* befehl = chooser.findChild<QAction*>(QLatin1StringView(name))) {
+            befehl->setVisible(false); // and its key does nothing
+        }
+    }
+    const auto ansichten = chooser.findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* ansicht : ansichten) {
+        ansicht->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        ansicht->setDragDropMode(QAbstractItemView::NoDragDrop);
+    }
+}
 
 } // namespace
 
@@ -169,21 +186,27 @@ Antwort SystemDialoge::frage(const Frage& frage) {
 
 QString SystemDialoge::dateiOeffnen(const QString& titel, const QString& ordner,
                                     const QString& filter) {
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), titel, ordner, filter);
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), titel, ordner, filter,
+                                        nullptr, QFileDialog::ReadOnly);
 }
 
 QStringList SystemDialoge::dateienOeffnen(const QString& titel, const QString& ordner,
                                           const QString& filter) {
-    return QFileDialog::getOpenFileNames(QApplication::activeWindow(), titel, ordner, filter);
+    return QFileDialog::getOpenFileNames(QApplication::activeWindow(), titel, ordner, filter,
+                                         nullptr, QFileDialog::ReadOnly);
 }
 
 QString SystemDialoge::ordnerWaehlen(const QString& titel, const QString& ordner) {
-    return QFileDialog::getExistingDirectory(QApplication::activeWindow(), titel, ordner);
+    return QFileDialog::getExistingDirectory(QApplication::activeWindow(), titel, ordner,
+                                             QFileDialog::ShowDirsOnly | QFileDialog::ReadOnly);
 }
 
 QString SystemDialoge::dateiSpeichern(const QString& titel, const QString& vorschlag,
                                       const QString& filter) {
-    return QFileDialog::getSaveFileName(QApplication::activeWindow(), titel, vorschlag, filter);
+    QFileDialog chooser(QApplication::activeWindow(), titel, vorschlag, filter);
+    chooser.setAcceptMode(QFileDialog::AcceptSave);
+    lassDateienInRuhe(chooser);
+    return chooser.exec() == QDialog::Accepted ? chooser.selectedFiles().value(0) : QString();
 }
 
 } // namespace tarvel

@@ -88,6 +88,11 @@ QString meldungstext(const Texte& texte, const Datenbankfehler& fehler) {
         return texte(Meldung::UntersuchungFehlt).arg(fehler.einzelheit(), datei);
     case Datenbankgrund::NichtGewählt:
         return texte(Meldung::DatenbankNichtGewählt);
+    case Datenbankgrund::FremdesJournal:
+        return texte(Meldung::DatenbankFremdesJournal)
+            .arg(datei, QDir::toNativeSeparators(fehler.einzelheit()));
+    case Datenbankgrund::OhneSperren:
+        return mitDatei(Meldung::DatenbankOhneSperren);
     case Datenbankgrund::Sonstiges:
         break;
     }

@@ -25,6 +25,8 @@ enum class Datenbankgrund {
     NummerDoppelt,     ///< einzelheit: examination number that exists already
     UntersuchungFehlt, ///< einzelheit: examination number that is not in the file; may be empty
     NichtGewählt,      ///< no file is chosen
+    FremdesJournal,    ///< einzelheit: the file beside it that could reach others
+    OhneSperren,       ///< the drive keeps no locks
     Sonstiges,         ///< einzelheit: what the engine says
 };
 

@@ -189,18 +189,24 @@ std::optional<QByteArray> DB::gezeigteAlsCsv() {
     QStringList unverstanden;
     int schritt = 0;
     bool abgebrochen = false;
-    tabelle.sätze(ids, [&](const Ergebnissatz& satz) {
-        const QString stand =
-            texte(Meldung::ExportFortschritt).arg(QString::number(schritt + 1), zahl);
-        abgebrochen = !fortschritt->weiter(schritt++, stand);
-        if (const QStringList spalten =
-                ausfuhr.nimm(satz, {.texte = texte, .format = {}, .rassen = {}});
-            !spalten.isEmpty()) {
-            unverstanden << texte(Meldung::UntersuchungTeilweise)
-                                .arg(satz.U_NR.trimmed(), spalten.join(u", "_s));
-        }
-        return !abgebrochen;
-    });
+    tabelle.sätze(
+        ids,
+        [&](const Ergebnissatz& satz) {
+            const QString stand =
+                texte(Meldung::ExportFortschritt).arg(QString::number(schritt + 1), zahl);
+            abgebrochen = !fortschritt->weiter(schritt++, stand);
+            if (const QStringList spalten =
+                    ausfuhr.nimm(satz, {.texte = texte, .format = {}, .rassen = {}});
+                !spalten.isEmpty()) {
+                unverstanden << texte(Meldung::UntersuchungTeilweise)
+                                    .arg(satz.U_NR.trimmed(), spalten.join(u", "_s));
+            }
+            return !abgebrochen;
+        },
+        [&](const QString& nummer) {
+            ++schritt;
+            unverstanden << texte(Meldung::UntersuchungZuGroß).arg(nummer);
+        });
     fortschritt.reset();
     if (abgebrochen) {
         return std::nullopt;

@@ -1,12 +1,15 @@
 #include "results/ergebnisdatei.h"
 
 #include "platform/codepage.h"
+#include "results/begleitdateien.h"
 #include "results/sqlfunktionen.h"
 
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
+#include <QFile>
 #include <QFileInfo>
+#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -39,9 +42,25 @@ void nimmNurDaten(sqlite3* verbindung) {
                                 SQLITE_DBCONFIG_TRUSTED_SCHEMA}) {
         sqlite3_db_config(verbindung, erlaubnis, 0, nullptr);
     }
+    sqlite3_db_config(verbindung, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_drop_modules(verbindung, nullptr); // tables that are code, not rows
+    sqlite3_limit(verbindung, SQLITE_LIMIT_ATTACHED, 0);
     sqlite3_limit(verbindung, SQLITE_LIMIT_LENGTH, LängsterWert);
     // Damage is noticed as a page is read, before writing spreads it.
     sqlite3_exec(verbindung, "PRAGMA cell_size_check = ON", nullptr, nullptr, nullptr);
+}
+
+/// Whether the file keeps its newest rows in a log beside it, and that log holds none.
+bool istVollständigOhneLog(const QString& pfad) {
+    constexpr qsizetype schreibart = 18;
+    QFile datei(pfad);
+    return datei.open(QIODevice::ReadOnly) && datei.read(schreibart + 2).endsWith("\2\2") &&
+           QFileInfo(pfad + u"-wal"_s).size() == 0;
+}
+
+/// How the engine is told of a file that nobody changes meanwhile.
+std::string unveränderlich(const QString& pfad) {
+    return QUrl::fromLocalFile(pfad).toEncoded().toStdString() + "?immutable=1";
 }
 
 std::string gequotet(QString text) {
@@ -59,10 +78,18 @@ Datenbankgrund grundFür(int code, const QString& pfad) {
         return info.exists() ? Datenbankgrund::Voll : Datenbankgrund::Verschwunden;
     case SQLITE_IOERR_SHORT_READ:
         return Datenbankgrund::Beschädigt;
+    case SQLITE_IOERR_LOCK:
+    case SQLITE_IOERR_RDLOCK:
+    case SQLITE_IOERR_UNLOCK:
+    case SQLITE_IOERR_CHECKRESERVEDLOCK:
+    case SQLITE_IOERR_SHMLOCK:
+        return info.exists() ? Datenbankgrund::OhneSperren : Datenbankgrund::Verschwunden;
     default:
         break;
     }
     switch (code & 0xFF) {
+    case SQLITE_AUTH:
+        return Datenbankgrund::FremdesJournal;
     case SQLITE_NOTADB:
         return Datenbankgrund::Keine;
     case SQLITE_CORRUPT:
@@ -141,15 +168,26 @@ Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fe
     const int code =
         fehler.getExtendedErrorCode() > 0 ? fehler.getExtendedErrorCode() : fehler.getErrorCode();
     const Datenbankgrund grund = grundFür(code, pfad);
-    return {grund, pfad,
-            grund == Datenbankgrund::Sonstiges ? QString::fromUtf8(fehler.what()) : QString()};
+    switch (grund) {
+    case Datenbankgrund::Sonstiges:
+        return {grund, pfad, QString::fromUtf8(fehler.what())};
+    case Datenbankgrund::FremdesJournal:
+        return {grund, pfad, verweigerterBegleiter(pfad)};
+    default:
+        return {grund, pfad};
+    }
 }
 
-Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit)
+Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit,
+                             Zugriff zugriff)
     : pfad_(pfad)
     // For reading too: after a crash the reader has to undo what a writer had begun.
-    , verbindung_(geprüfterPfad(pfad).toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX,
-                  static_cast<int>(wartezeit.count())) {
+    , verbindung_(zugriff == Zugriff::Üblich ? geprüfterPfad(pfad).toStdString()
+                                             : unveränderlich(geprüfterPfad(pfad)),
+                  zugriff == Zugriff::Üblich
+                      ? SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX
+                      : SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLite::OPEN_URI,
+                  static_cast<int>(wartezeit.count()), geschützterZugang()) {
     nimmNurDaten(verbindung_.getHandle());
     registriereVALundYear(verbindung_);
 }
@@ -181,6 +219,28 @@ bool Ergebnisdatei::vielleichtAufbau(const SQLite::Exception& fehler) {
     return fehler.getErrorCode() == SQLITE_ERROR;
 }
 
+bool Ergebnisdatei::liegtFest(const QString& pfad, const SQLite::Exception& fehler) {
+    const int code = fehler.getErrorCode() & 0xFF;
+    return (code == SQLITE_CANTOPEN || code == SQLITE_READONLY) && istVollständigOhneLog(pfad);
+}
+
+const std::string& Ergebnisdatei::platz() {
+    if (platz_.empty()) {
+        QStringList belegt;
+        SQLite::Statement vorhanden(verbindung_, "PRAGMA table_xinfo(Ergebnisse)");
+        while (vorhanden.executeStep()) {
+            belegt << QString::fromStdString(vorhanden.getColumn(1).getString()).toLower();
+        }
+        for (const char* name : {"rowid", "_rowid_", "oid"}) {
+            if (!belegt.contains(QLatin1StringView(name))) {
+                return platz_ = name;
+            }
+        }
+        throw Datenbankfehler(Datenbankgrund::SpalteFehlt, pfad_, u"rowid"_s);
+    }
+    return platz_;
+}
+
 void Ergebnisdatei::vergleicheMitUmlauten() {
     registriereLIKE(verbindung_);
 }
@@ -195,8 +255,8 @@ std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
             ? likeWörtlich(nummer)
             : gequotet(ohnePlatzhalter(nummer.left(anders - nummer.begin())) + u'%') +
                   " ESCAPE '\\'";
-    SQLite::Statement kandidaten(verbindung_,
-                                 "SELECT rowid, U_NR FROM Ergebnisse WHERE U_NR LIKE " + muster);
+    SQLite::Statement kandidaten(
+        verbindung_, "SELECT " + platz() + ", U_NR FROM Ergebnisse WHERE U_NR LIKE " + muster);
     std::vector<Fundstelle> gefunden;
     while (kandidaten.executeStep()) {
         Fundstelle stelle{kandidaten.getColumn(0).getInt64(), spaltentext(kandidaten.getColumn(1))};

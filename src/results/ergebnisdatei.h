@@ -32,12 +32,21 @@ struct Fundstelle {
 /// A results file while one operation works on it: open from the first line to the last.
 class Ergebnisdatei {
 public:
+    enum class Zugriff {
+        Üblich,
+        Unveränderlich, ///< reads where no file can be made beside it, and asks for no lock
+    };
     /// Opens a file that exists. @p wartezeit how long to wait for another program that writes.
     /// Throws Datenbankfehler.
-    Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit);
+    Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit,
+                  Zugriff zugriff = Zugriff::Üblich);
 
     [[nodiscard]] SQLite::Database& verbindung() { return verbindung_; }
     [[nodiscard]] const QString& pfad() const { return pfad_; }
+
+    /// The name that the place of a row goes by in this file: a table may have a column `rowid` of
+    /// its own. Throws Datenbankfehler when it has one of each such name.
+    [[nodiscard]] const std::string& platz();
 
     /// From here on LIKE on this file knows umlauts; see registriereLIKE.
     void vergleicheMitUmlauten();
@@ -49,10 +58,14 @@ public:
     void prüfeAufbau();
     /// Whether the lack of a table or a column can be the reason why a statement failed.
     [[nodiscard]] static bool vielleichtAufbau(const SQLite::Exception& fehler);
+    /// Whether a statement failed only because the log of a file that is complete without it cannot
+    /// be made. It can be read as one that does not change.
+    [[nodiscard]] static bool liegtFest(const QString& pfad, const SQLite::Exception& fehler);
 
 private:
     QString pfad_;
     SQLite::Database verbindung_;
+    std::string platz_;
 };
 
 /// What the engine reported, in our terms.
@@ -61,8 +74,9 @@ private:
 /// Does @p arbeit on the open file; whatever the engine reports becomes a Datenbankfehler.
 template <typename Arbeit>
 auto mitErgebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit, Arbeit&& arbeit) {
-    try {
-        Ergebnisdatei datei(pfad, wartezeit);
+    using enum Ergebnisdatei::Zugriff;
+    const auto versuche = [&](Ergebnisdatei::Zugriff zugriff) {
+        Ergebnisdatei datei(pfad, wartezeit, zugriff);
         try {
             return arbeit(datei);
         } catch (const SQLite::Exception& fehler) {
@@ -71,6 +85,16 @@ auto mitErgebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit, 
             }
             throw;
         }
+    };
+    try {
+        try {
+            return versuche(Üblich);
+        } catch (const SQLite::Exception& fehler) {
+            if (!Ergebnisdatei::liegtFest(pfad, fehler)) {
+                throw;
+            }
+        }
+        return versuche(Unveränderlich);
     } catch (const SQLite::Exception& fehler) {
         throw datenbankfehler(pfad, fehler);
     }

@@ -84,12 +84,13 @@ bool trifft(Ergebnisdatei& datei, const std::string& bedingung) {
 }
 
 /// The record source with the place of each row, in an order that is the same every time.
-std::string mitId(const QString& datenquelle) {
+std::string mitId(const QString& datenquelle, const std::string& platz) {
     constexpr QStringView alles = u"SELECT * FROM Ergebnisse";
     if (!datenquelle.startsWith(alles)) {
         throw std::invalid_argument("no record source of the table");
     }
-    QString sql = u"SELECT rowid AS id, * FROM Ergebnisse"_s + datenquelle.mid(alles.size());
+    QString sql = u"SELECT "_s + QString::fromStdString(platz) + u" AS id, * FROM Ergebnisse"_s +
+                  datenquelle.mid(alles.size());
     if (sql.contains(u" ORDER BY "_s)) { // exactly as the indexes are sorted
         sql = sql.trimmed();
         if (!sql.endsWith(u"DATUM"_s)) {
@@ -115,7 +116,7 @@ std::string spaltenliste() {
 SQLite::Statement auswahl(Ergebnisdatei& datei, const std::string& spalten,
                           const QString& datenquelle, const QString& suchtext, int höchstens) {
     datei.vergleicheMitUmlauten();
-    std::string sql = "SELECT id" + spalten + " FROM (" + mitId(datenquelle) + ")";
+    std::string sql = "SELECT id" + spalten + " FROM (" + mitId(datenquelle, datei.platz()) + ")";
     if (!suchtext.isEmpty()) {
         sql += " WHERE U_NR LIKE ?1 ESCAPE '\\' OR Z_NAME LIKE ?1 ESCAPE '\\'"
                " OR B_NAME LIKE ?1 ESCAPE '\\' OR VOLK LIKE ?1 ESCAPE '\\'";
@@ -138,7 +139,8 @@ Ergebnistabelle::Zeile zeile(SQLite::Statement& anweisung) {
 
 /// The place of a row is given to another one when it has gone, or another file took its name.
 void prüfeZeile(Ergebnisdatei& datei, const Ergebnistabelle::Zeile& zeile) {
-    SQLite::Statement abfrage(datei.verbindung(), "SELECT U_NR FROM Ergebnisse WHERE rowid = ?");
+    SQLite::Statement abfrage(datei.verbindung(),
+                              "SELECT U_NR FROM Ergebnisse WHERE " + datei.platz() + " = ?");
     abfrage.bind(1, static_cast<int64_t>(zeile.id));
     const QString& nummer = zeile.werte.at(spalteNummer);
     if (!abfrage.executeStep() || text(abfrage.getColumn(0)) != nummer) {
@@ -159,8 +161,8 @@ void schreibeSpalte(Ergebnisdatei& datei, const Ergebnistabelle::Zeile& zeile, s
     const QStringView name = gezeigt.at(spalte);
     const QString& wert = zeile.werte.at(spalte);
     SQLite::Statement ändern(datei.verbindung(), "UPDATE Ergebnisse SET " +
-                                                     name.toString().toStdString() +
-                                                     " = ? WHERE rowid = ?");
+                                                     name.toString().toStdString() + " = ? WHERE " +
+                                                     datei.platz() + " = ?");
     if (name != u"DATUM" || !wert.isEmpty()) {
         binde(ändern, 1, geschrieben(wert));
     }
@@ -203,7 +205,8 @@ std::optional<QString> Ergebnistabelle::letzteNummer() const {
     return mitErgebnisdatei(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
         SQLite::Statement letzte(datei.verbindung(),
                                  "SELECT U_NR FROM Ergebnisse WHERE DATUM IS "
-                                 "(SELECT MAX(DATUM) FROM Ergebnisse) ORDER BY rowid DESC LIMIT 1");
+                                 "(SELECT MAX(DATUM) FROM Ergebnisse) ORDER BY " +
+                                     datei.platz() + " DESC LIMIT 1");
         return letzte.executeStep() ? std::optional(text(letzte.getColumn(0))) : std::nullopt;
     });
 }
@@ -314,8 +317,9 @@ std::vector<qint64> Ergebnistabelle::zeilenfolge(const QString& datenquelle,
 std::vector<Ergebnistabelle::Zeile> Ergebnistabelle::zeilen(const std::vector<qint64>& ids) const {
     return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         SQLite::Transaction lesen(datei.verbindung());
-        SQLite::Statement anweisung(datei.verbindung(), "SELECT rowid" + spaltenliste() +
-                                                            " FROM Ergebnisse WHERE rowid = ?");
+        SQLite::Statement anweisung(datei.verbindung(), "SELECT " + datei.platz() + spaltenliste() +
+                                                            " FROM Ergebnisse WHERE " +
+                                                            datei.platz() + " = ?");
         std::vector<Zeile> ergebnis;
         ergebnis.reserve(ids.size());
         for (const qint64 id : ids) {
@@ -330,7 +334,8 @@ std::vector<Ergebnistabelle::Zeile> Ergebnistabelle::zeilen(const std::vector<qi
 }
 
 void Ergebnistabelle::sätze(const std::vector<qint64>& ids,
-                            const std::function<bool(const Ergebnissatz&)>& nimm) const {
+                            const std::function<bool(const Ergebnissatz&)>& nimm,
+                            const std::function<void(const QString&)>& übergehe) const {
     constexpr std::size_t gruppe = 64;
     const std::span alle(ids);
     for (std::size_t erste = 0; erste < alle.size(); erste += gruppe) {
@@ -339,7 +344,8 @@ void Ergebnistabelle::sätze(const std::vector<qint64>& ids,
             SQLite::Transaction lesen(datei.verbindung());
             return lies(datei, teil);
         });
-        if (!std::all_of(gelesen.begin(), gelesen.end(), nimm)) {
+        std::for_each(gelesen.zuGroß.begin(), gelesen.zuGroß.end(), übergehe);
+        if (!std::all_of(gelesen.sätze.begin(), gelesen.sätze.end(), nimm)) {
             return;
         }
     }
@@ -375,7 +381,8 @@ void Ergebnistabelle::lösche(const Zeile& zeile) {
     mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
         prüfeZeile(datei, zeile);
-        SQLite::Statement löschen(datei.verbindung(), "DELETE FROM Ergebnisse WHERE rowid = ?");
+        SQLite::Statement löschen(datei.verbindung(),
+                                  "DELETE FROM Ergebnisse WHERE " + datei.platz() + " = ?");
         löschen.bind(1, static_cast<int64_t>(zeile.id));
         löschen.exec();
         vorgang.commit();

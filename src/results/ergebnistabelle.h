@@ -91,10 +91,11 @@ public:
     [[nodiscard]] std::vector<Zeile> zeilen(const std::vector<qint64>& ids) const;
 
     /// Gives the whole rows at @p ids to @p nimm one after the other, until it returns false; one
-    /// that has gone meanwhile is left out. The file is closed between small groups of rows, so
-    /// that others can write to it.
-    void sätze(const std::vector<qint64>& ids,
-               const std::function<bool(const Ergebnissatz&)>& nimm) const;
+    /// that has gone meanwhile is left out. @p übergehe gets the number of a row that is left out
+    /// because a value of it is beyond all measure. The file is closed between small groups of
+    /// rows, so that others can write to it.
+    void sätze(const std::vector<qint64>& ids, const std::function<bool(const Ergebnissatz&)>& nimm,
+               const std::function<void(const QString&)>& übergehe) const;
 
     /// Writes what differs between @p alt, a row as it was read, and @p neu, all of it or nothing.
     /// Texts are measured against their widths unless only blanks at their ends went; a number must

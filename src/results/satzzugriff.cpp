@@ -1,6 +1,7 @@
 #include "results/satzzugriff.h"
 
 #include <SQLiteCpp/Statement.h>
+#include <sqlite3.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -178,7 +179,7 @@ std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer)
         ziele.push_back(" FROM Ergebnisse WHERE " +
                         (einzige && stelle.U_NR.istUtf8
                              ? "U_NR LIKE " + likeWörtlich(stelle.U_NR.text)
-                             : "rowid = " + std::to_string(stelle.id)) +
+                             : datei.platz() + " = " + std::to_string(stelle.id)) +
                         ";");
     }
     return ziele;
@@ -191,26 +192,37 @@ Ergebnissatz lies(Ergebnisdatei& datei, const std::string& ziel) {
     });
 }
 
-std::vector<Ergebnissatz> lies(Ergebnisdatei& datei, std::span<const qint64> ids) {
+GeleseneSätze lies(Ergebnisdatei& datei, std::span<const qint64> ids) {
     std::string spalten;
     (void)baueSatz([&](const std::string& name) {
         spalten += (spalten.empty() ? "" : ", ") + name;
         return Spaltentext();
     });
-    SQLite::Statement abfrage(datei.verbindung(),
-                              "SELECT " + spalten + " FROM Ergebnisse WHERE rowid = ?");
-    std::vector<Ergebnissatz> sätze;
+    const std::string woher = " FROM Ergebnisse WHERE " + datei.platz() + " = ?";
+    SQLite::Statement abfrage(datei.verbindung(), "SELECT " + spalten + woher);
+    GeleseneSätze gelesen;
     for (const qint64 id : ids) {
         abfrage.bind(1, static_cast<std::int64_t>(id));
-        if (abfrage.executeStep()) {
-            int platz = 0;
-            sätze.push_back(baueSatz([&](const std::string& /*name*/) {
-                return spaltentext(abfrage.getColumn(platz++));
-            }));
+        try {
+            if (abfrage.executeStep()) {
+                int platz = 0;
+                gelesen.sätze.push_back(baueSatz([&](const std::string& /*name*/) {
+                    return spaltentext(abfrage.getColumn(platz++));
+                }));
+            }
+        } catch (const SQLite::Exception& fehler) {
+            if (fehler.getErrorCode() != SQLITE_TOOBIG) {
+                throw;
+            }
+            SQLite::Statement nummer(datei.verbindung(), "SELECT U_NR" + woher);
+            nummer.bind(1, static_cast<std::int64_t>(id));
+            const bool da = nummer.tryExecuteStep() == SQLITE_ROW;
+            gelesen.zuGroß << (da ? spaltentext(nummer.getColumn(0)).text.trimmed()
+                                  : u'#' + QString::number(id));
         }
-        abfrage.reset();
+        abfrage.tryReset();
     }
-    return sätze;
+    return gelesen;
 }
 
 bool stehenGleich(Ergebnissatz a, Ergebnissatz b) {

@@ -17,8 +17,12 @@ namespace tarvel {
 [[nodiscard]] std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer);
 /// The row of @p ziel, column by column.
 [[nodiscard]] Ergebnissatz lies(Ergebnisdatei& datei, const std::string& ziel);
+struct GeleseneSätze {
+    std::vector<Ergebnissatz> sätze;
+    QStringList zuGroß; ///< numbers of rows with a value beyond all measure, which is not read
+};
 /// The rows at those places of the file; one that has gone is left out.
-[[nodiscard]] std::vector<Ergebnissatz> lies(Ergebnisdatei& datei, std::span<const qint64> ids);
+[[nodiscard]] GeleseneSätze lies(Ergebnisdatei& datei, std::span<const qint64> ids);
 /// Whether both stand in the file alike: an empty text is written as a blank, and the words of
 /// caste and verdict are the same in every language, because a change of language rewrites them.
 [[nodiscard]] bool stehenGleich(Ergebnissatz a, Ergebnissatz b);

@@ -2,9 +2,13 @@
 #include "results/ergebnistabelle.h"
 #include "results/untersuchungssatz.h"
 
+#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cstdlib>
+#endif
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -101,6 +105,66 @@ TEST_F(Ausfuhr, tps_givesTheSameIndicesAgain) {
     EXPECT_THAT(lauf.ausgabe, HasSubstr("\nU1/1,3,21.006002,1,25,1.324152"));
     EXPECT_THAT(lauf.ausgabe, HasSubstr("\nU1/2,3,21.006002,,,\n"));
 }
+
+TEST_F(Ausfuhr, textThatWouldBeAFormula_isATextAndComesBack) {
+    speichere(u"=1+1"_s, u"@SUM(A1);=x y"_s);
+    speichere(u"-0.9"_s, u"'=1+1"_s);
+    const Lauf lauf = rufe(u"export a.tdb"_s);
+    EXPECT_THAT(lauf.ausgabe, HasSubstr("\n'=1+1,2025"));
+    EXPECT_THAT(lauf.ausgabe, HasSubstr(",'@SUM(A1);'=x y,"));
+    EXPECT_THAT(lauf.ausgabe, HasSubstr("\n'-0.9,2025"));
+    EXPECT_THAT(lauf.ausgabe, HasSubstr(",''=1+1,"));
+
+    const QByteArray punkte = "400,300,100,300,200,100,230,110,100,100,130,100,130,110,225,182\n";
+    schreibe(u"f.csv"_s, "wing,x1,y1,x2,y2,x3,y3,x4,y4,x5,y5,x6,y6,x7,y7,x8,y8\n'=1+1," + punkte +
+                             "''=1+1," + punkte + "a;'-b," + punkte + "it's," + punkte);
+    const std::string text = rufe(u"evaluate f.csv"_s).ausgabe;
+    for (const char* name : {"001  =1+1\n", "002  '=1+1\n", "003  a;-b\n", "004  it's\n"}) {
+        EXPECT_THAT(text, HasSubstr(name));
+    }
+    EXPECT_THAT(rufe(u"evaluate f.csv --format csv"_s).ausgabe, HasSubstr("\n'=1+1,3,"));
+}
+
+TEST_F(Ausfuhr, namesThatWouldSteerTheTerminal_areShownInstead) {
+    const QString name = u"\x1b]0;x\a\u202eb\u009b2J.Bee"_s;
+    schreibe(name, "A1\n");
+    schreibe(u"\x1b[2J.csv"_s, "wing,x1\n");
+    schreibe(u"w.csv"_s,
+             "wing,x1,y1,x2,y2,x3,y3,x4,y4,x5,y5,x6,y6,x7,y7,x8,y8\na\u009b2J,400,300,100,"
+             "300,200,100,230,110,100,100,130,100,130,110,225,182\n");
+    const QString aufrufe[] = {u"import-bee --into a.tdb "_s + name, u"export \x1b[2J.tdb"_s,
+                               u"evaluate \x1b[2J.csv"_s, u"evaluate --dpi \x1b[2J a.csv"_s,
+                               u"evaluate w.csv"_s};
+    for (const QString& aufruf : aufrufe) {
+        const Lauf lauf = rufe(aufruf);
+        const QString alles = QString::fromStdString(lauf.fehler + lauf.ausgabe);
+        EXPECT_TRUE(alles.contains(u"\\x1B"_s) || alles.contains(u"\\x9B"_s));
+        for (const QChar c : alles) {
+            EXPECT_TRUE(c == u'\n' || (c.category() != QChar::Other_Control && c != u'\u202e'));
+        }
+    }
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(Ausfuhr, tableOnATerminal_doesNotSteerIt) {
+    speichere(u"\x1b[2Jx"_s, u"A"_s);
+    EXPECT_THAT(rufe(u"export a.tdb"_s).ausgabe, HasSubstr("\n\x1b[2Jx,2025")); // as it is stored
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
+        GTEST_SKIP() << "no terminals here";
+    }
+    QProcess programm;
+    programm.setWorkingDirectory(ordner_.path());
+    programm.setStandardOutputFile(QString::fromLocal8Bit(ptsname(terminal)));
+    programm.start(QStringLiteral(TARVEL_BATCH), {u"export"_s, u"a.tdb"_s});
+    EXPECT_TRUE(programm.waitForFinished());
+    QByteArray gezeigt(4000, '\0');
+    gezeigt.resize(std::max<qsizetype>(read(terminal, gezeigt.data(), gezeigt.size()), 0));
+    close(terminal);
+    EXPECT_THAT(gezeigt.toStdString(), HasSubstr("\n\\x1B[2Jx,2025"));
+    EXPECT_FALSE(gezeigt.contains('\x1b'));
+}
+#endif
 
 TEST_F(Ausfuhr, failure_leavesTheOutputAsItWas) {
     schreibe(u"kaputt.tdb"_s, "no database");

@@ -133,6 +133,17 @@ protected:
         return abgelehnt;
     }
 
+    /// How many rows an export gets, and which it is told to do without.
+    std::string ausgeführt() const {
+        const auto ids = tabelle().zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {});
+        int anzahl = 0;
+        QString ohne;
+        tabelle().sätze(
+            ids, [&](const Ergebnissatz&) { return ++anzahl > 0; },
+            [&](const QString& nummer) { ohne += u", without "_s + nummer; });
+        return std::to_string(anzahl) + " of " + std::to_string(ids.size()) + ohne.toStdString();
+    }
+
     void erwarteMeldung(const Datenbankfehler& fehler) const {
         Texte texte{QString()};
         QStringList alle;
@@ -338,6 +349,24 @@ TEST_F(Muelltest, tablesOfAnotherMake_workOrAreRefused) {
     }
 }
 
+TEST_F(Muelltest, columnsNamedLikeThePlaceOfARow_areNotTakenForIt) {
+    fremd(u"ALTER TABLE Ergebnisse ADD COLUMN rowid TEXT DEFAULT 'x'"_s);
+    fremd(u"ALTER TABLE Ergebnisse ADD COLUMN id TEXT DEFAULT 'y'"_s);
+    EXPECT_EQ(ausgeführt(), "16 of 16");
+    auto zeile = tabelle().zeilen(u"SELECT * FROM Ergebnisse"_s, {}, 1).at(0);
+    const auto vorher = zeile;
+    zeile.werte[2] = u"anders"_s;
+    tabelle().ändere(vorher, zeile);
+    EXPECT_EQ(fremd(u"SELECT U_NR, rowid, id FROM Ergebnisse WHERE Z_NAME = 'anders'"_s),
+              zeile.werte[0] + u"|x|y"_s);
+    tabelle().lösche(zeile);
+    tabelle().speichere(satz(u"7"_s));
+    EXPECT_EQ(fremd(u"SELECT count(*) FROM Ergebnisse WHERE rowid = 'x' AND id = 'y'"_s), u"15"_s);
+    fremd(u"ALTER TABLE Ergebnisse ADD COLUMN oid"_s);
+    fremd(u"ALTER TABLE Ergebnisse ADD COLUMN _rowid_"_s);
+    EXPECT_EQ(grundVon([&] { (void)tabelle().lade(u"7"_s); }), Datenbankgrund::SpalteFehlt);
+}
+
 TEST_F(Muelltest, statementsThatAFileBringsAlong_areNotCarriedOut) {
     for (const QString& falle :
          {u"AFTER INSERT ON Ergebnisse BEGIN DELETE FROM Ergebnisse WHERE U_NR <> NEW.U_NR; END"_s,
@@ -361,6 +390,7 @@ TEST_F(Muelltest, textBeyondAllMeasure_isNotRead) {
     ASSERT_TRUE(fehler);
     erwarteMeldung(*fehler);
     EXPECT_EQ(tabelle().zeilen(u"SELECT * FROM Ergebnisse"_s, {}, 99).size(), 16U);
+    EXPECT_EQ(ausgeführt(), "15 of 16, without 7");
     tabelle().speichere(satz(u"neu"_s));
     EXPECT_EQ(fremd(u"SELECT length(CAST(CI AS BLOB)) FROM Ergebnisse WHERE U_NR = '7'"_s),
               u"70000000"_s);

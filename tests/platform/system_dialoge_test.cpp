@@ -2,9 +2,17 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileSystemModel>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -107,6 +115,71 @@ TEST(SystemDialoge, markupAndWords_areShownAsTheyAre) {
         druecke(box, Qt::Key_Escape);
     });
     dialoge.meldung(u"T"_s, u"M"_s, Meldungsart::Stopp);
+}
+
+// What can be done to the files in a chooser of the toolkit's own.
+void pruefeChooser(const QString& ordner, const std::function<void()>& oeffne, bool neuerOrdner) {
+    const QString datei = ordner + u"/Untersuchungen.tdb"_s;
+    QFile angelegt(datei);
+    ASSERT_TRUE(angelegt.open(QIODevice::WriteOnly));
+    angelegt.close();
+    QTimer::singleShot(0, qApp, [&] {
+        auto* chooser = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(chooser, nullptr);
+        auto& modell = *chooser->findChild<QFileSystemModel*>();
+        const QModelIndex wurzel = modell.index(ordner);
+        if (modell.rowCount(wurzel) == 0) {
+            QEventLoop laden;
+            QObject::connect(&modell, &QFileSystemModel::directoryLoaded, &laden,
+                             &QEventLoop::quit);
+            laden.exec();
+        }
+        for (auto* ansicht : chooser->findChildren<QAbstractItemView*>()) {
+            if (ansicht->model() == nullptr || ansicht->objectName() == u"sidebar"_s) {
+                continue;
+            }
+            EXPECT_TRUE(modell.isReadOnly() ||
+                        (ansicht->editTriggers() == QAbstractItemView::NoEditTriggers &&
+                         ansicht->dragDropMode() == QAbstractItemView::NoDragDrop));
+        }
+        auto& liste = *chooser->findChild<QListView*>(u"listView"_s);
+        liste.setCurrentIndex(liste.model()->index(0, 0, liste.rootIndex()));
+        QTimer::singleShot(0, qApp, [&] { // the menu waits for an answer
+            auto* menue = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menue, nullptr);
+            for (const QAction* befehl : menue->actions()) {
+                if (befehl->objectName() == u"qt_new_folder_action"_s) {
+                    EXPECT_EQ(befehl->isEnabled(), neuerOrdner);
+                } else if (befehl->objectName() == u"qt_rename_action"_s ||
+                           befehl->objectName() == u"qt_delete_action"_s) {
+                    EXPECT_FALSE(befehl->isEnabled() && befehl->isVisible());
+                }
+            }
+            menue->close();
+        });
+        Q_EMIT liste.customContextMenuRequested(QPoint(5, 5));
+        for (const int taste : {Qt::Key_F2, Qt::Key_Delete}) {
+            QKeyEvent ereignis(QEvent::KeyPress, taste, Qt::NoModifier);
+            QApplication::sendEvent(&liste, &ereignis);
+            EXPECT_EQ(liste.findChild<QLineEdit*>(), nullptr);
+        }
+        chooser->reject();
+    });
+    oeffne();
+    EXPECT_TRUE(QFile::exists(datei));
+}
+
+TEST(SystemDialoge, choosers_leaveTheFilesAsTheyAre) {
+    SystemDialoge dialoge;
+    const QTemporaryDir ordner;
+    const QString pfad = ordner.path();
+    pruefeChooser(
+        pfad, [&] { (void)dialoge.dateiOeffnen(u"T"_s, pfad, u"x (*.tdb)"_s); }, false);
+    pruefeChooser(
+        pfad, [&] { (void)dialoge.dateienOeffnen(u"T"_s, pfad, u"x (*.tdb)"_s); }, false);
+    pruefeChooser(
+        pfad, [&] { (void)dialoge.dateiSpeichern(u"T"_s, pfad + u"/a.tdb"_s, u"x (*.tdb)"_s); },
+        true);
 }
 
 } // namespace

@@ -50,25 +50,6 @@ protected:
     }
 };
 
-#ifdef Q_OS_UNIX
-/// Write protection binds no administrator, so the test goes on as somebody else.
-class OhneSonderrechte {
-public:
-    OhneSonderrechte() { istEingeschränkt_ = geteuid() != 0 || seteuid(65534) == 0; }
-    ~OhneSonderrechte() {
-        if (geteuid() != getuid()) {
-            (void)!seteuid(getuid());
-        }
-    }
-    OhneSonderrechte(const OhneSonderrechte&) = delete;
-    OhneSonderrechte& operator=(const OhneSonderrechte&) = delete;
-    [[nodiscard]] bool istEingeschränkt() const { return istEingeschränkt_; }
-
-private:
-    bool istEingeschränkt_;
-};
-#endif
-
 } // namespace
 
 TEST_F(Fehlertest, foreignFiles_areNamedForWhatTheyAre) {

@@ -9,11 +9,34 @@
 #include <gmock/gmock.h>
 #include <sqlite3.h>
 
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
 #include <functional>
 #include <memory>
 #include <optional>
 
 namespace tarvel {
+
+#ifdef Q_OS_UNIX
+/// Write protection binds no administrator, so the test goes on as somebody else.
+class OhneSonderrechte {
+public:
+    OhneSonderrechte() { istEingeschränkt_ = geteuid() != 0 || seteuid(65534) == 0; }
+    ~OhneSonderrechte() {
+        if (geteuid() != getuid()) {
+            (void)!seteuid(getuid());
+        }
+    }
+    OhneSonderrechte(const OhneSonderrechte&) = delete;
+    OhneSonderrechte& operator=(const OhneSonderrechte&) = delete;
+    [[nodiscard]] bool istEingeschränkt() const { return istEingeschränkt_; }
+
+private:
+    bool istEingeschränkt_;
+};
+#endif
 
 /// Tests on real results files in a folder of their own, looked at by a program that knows the
 /// engine and nothing of ours.
