@@ -50,7 +50,7 @@ bool Ladefortschritt::zeige(qint64 getan, qint64 gesamt) {
     const double anteil =
         static_cast<double>(getan) / static_cast<double>(std::max<qint64>(1, gesamt));
     return fortschritt_->weiter(
-        static_cast<int>(std::clamp(anteil, 0.0, 1.0) * (Schritte - 1)),
+        1 + static_cast<int>(std::clamp(anteil, 0.0, 1.0) * (Schritte - 2)),
         texte_(Meldung::BildLadeFortschritt).arg(QFileInfo(pfad_).fileName()));
 }
 
