@@ -54,7 +54,7 @@ Ablage::Ablage(const Ablageumgebung& umgebung, Benutzerspeicher& speicher,
 void Ablage::richteEin() {
     DatenbankPfad_ =
         speicher_.GetSetting(Anwendung.toString(), Abschnitt.toString(), Schlüssel.toString());
-    const bool ersterStart = DatenbankPfad_.isEmpty();
+    const bool ersterStart = QFileInfo(DatenbankPfad_).isRelative(); // empty, or no path of ours
     if (ersterStart) {
         QDir().mkpath(umgebung_.dokumente);
         DatenbankPfad_ = ersterPfad(umgebung_.dokumente, umgebung_.texte(Text::MeineTabelle));
