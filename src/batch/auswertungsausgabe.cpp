@@ -2,6 +2,7 @@
 
 #include "batch/ausgabe.h"
 #include "evaluation/klassen.h"
+#include "measure/indexmuster.h"
 #include "measure/statistik.h"
 
 #include <QJsonArray>
@@ -66,7 +67,7 @@ public:
     QString text() {
         const bool drohnen = probe_.vorgabe.tiere == Geschlecht::Drohnen;
         zeile(probe_.datei);
-        zeile(QString::number(probe_.reihe.nummern().size()) + u' ' +
+        zeile(QString::number(probe_.reihe.gewertete().size()) + u' ' +
               texte_(drohnen ? Text::DrohnenUntersucht : Text::ArbeiterinnenUntersucht));
         namen();
         absatz(probe_.reihe.ciTexte(wörter_));
@@ -104,9 +105,9 @@ private:
             QStringView muster, streuung;
         };
         QStringList liste;
-        for (const Größe& g : {Größe{wörter_.CI, &Chartwerte::CI, u"0.00", u"0.00"},
-                               {wörter_.HI, &Chartwerte::HI, u"0.000", u"0.000"},
-                               {wörter_.DV, &Chartwerte::DV, u"+0.0;-0.0;0.0", u"0.0"}}) {
+        for (const Größe& g : {Größe{wörter_.CI, &Chartwerte::CI, muster::CI, muster::CI},
+                               {wörter_.HI, &Chartwerte::HI, muster::HI, muster::HI},
+                               {wörter_.DV, &Chartwerte::DV, muster::DV, muster::StreuungDV}}) {
             const auto k = tarvel::kennzahlen(werte(probe_.reihe, g.wert));
             if (!k) {
                 continue;

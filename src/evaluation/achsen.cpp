@@ -1,5 +1,7 @@
 #include "evaluation/achsen.h"
 
+#include "measure/indizes.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -8,22 +10,11 @@ namespace tarvel {
 
 namespace {
 
-// Both indices are quotients of two lengths a / b; their axes are even in (a - b) / (a + b), which
-// treats a twice as long as b like b twice as long as a.
-constexpr double BreiteCI = 1.666;
-constexpr double MitteCI = 6;
-constexpr double BreiteHI = 0.666;
-constexpr double MitteHI = 25;
-
 constexpr double SchrittDV = 0.5;
 constexpr double AnfangDV = -6;
 
-double klassenlage(double index, double breite, double mitte) {
-    return (index - 1) * 50 / ((index + 1) * breite) + mitte;
-}
-
-double indexBeiKlassenlage(double lage, double breite, double mitte) {
-    const double verhältnis = (lage - mitte) * breite / 50;
+double indexBeiKlassenlage(double lage, const Klassenteilung& teilung) {
+    const double verhältnis = (lage - teilung.mitte) * teilung.breite / 50;
     return (1 + verhältnis) / (1 - verhältnis);
 }
 
@@ -112,19 +103,19 @@ Bereich erweitert(Bereich bereich, std::span<const float> werte, double schritt,
 }
 
 double klassenlageCI(double CI) {
-    return klassenlage(CI, BreiteCI, MitteCI);
+    return KlassenteilungCI.lage(CI);
 }
 
 double CIBeiKlassenlage(double lage) {
-    return indexBeiKlassenlage(lage, BreiteCI, MitteCI);
+    return indexBeiKlassenlage(lage, KlassenteilungCI);
 }
 
 double klassenlageHI(double HI) {
-    return klassenlage(HI, BreiteHI, MitteHI);
+    return KlassenteilungHI.lage(HI);
 }
 
 double HIBeiKlassenlage(double lage) {
-    return indexBeiKlassenlage(lage, BreiteHI, MitteHI);
+    return indexBeiKlassenlage(lage, KlassenteilungHI);
 }
 
 double klassenlageDV(double DV) {

@@ -28,7 +28,9 @@ std::vector<int> klassenCI(const Messreihe& reihe) {
     std::vector<int> klassen;
     klassen.reserve(reihe.ciZeilen().size());
     for (const CiZeile& zeile : reihe.ciZeilen()) {
-        klassen.push_back(klasseAusPosition(zeile.klasse));
+        if (!reihe.ausgelassen(zeile.nummer)) {
+            klassen.push_back(klasseAusPosition(zeile.klasse));
+        }
     }
     return klassen;
 }

@@ -35,7 +35,8 @@ struct Anteil {
 /// Class of a line such as "001  CI=3.07  Klasse 17.3"; the word may be that of any language.
 /// nullopt without such a word.
 [[nodiscard]] std::optional<int> klasseAusZeile(QStringView zeile);
-/// Classes of the cubital-index lines of a series, one for each wing, in the order of the list.
+/// Classes of the cubital-index lines of a series, one for each wing that counts, in the order of
+/// the list.
 [[nodiscard]] std::vector<int> klassenCI(const Messreihe& reihe);
 
 /// Wings whose class is @p von to @p bis, both included.

@@ -2,6 +2,7 @@
 
 #include "evaluation/klassen.h"
 #include "evaluation/zeichenflaeche.h"
+#include "measure/indexmuster.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,9 +29,8 @@ constexpr Bereich ÄußersterDV{-10, 10};
 constexpr Bereich ÜblicherHI{0.8, 1.3};
 constexpr Bereich ÄußersterHI{0.5, 1.5};
 
-constexpr QStringView FormatHI = u"0.000";
-constexpr QStringView FormatDV = u"+0.0;-0.0;0.0";
-constexpr QStringView FormatFlügelDV = u"+0.0#;-0.0#;0.0"; // as fine as a boundary line
+constexpr QStringView MarkeDV = u"+0.0;-0.0;0.0";      // of the axis, where 0 has no sign
+constexpr QStringView FormatFlügelDV = u"+0.0#;-0.0#"; // as fine as a boundary line
 constexpr QStringView FormatGrenzeDV = u"+0.00;-0.00;0.00";
 
 struct Layout {
@@ -129,8 +129,8 @@ private:
         z_.text({RandLinks, 19}, Qt::AlignLeft,
                 gekürzt(bild_.worte.korrelation, titel, l_.fläche.width()), titel, stil_.schrift);
         QString zahlen = u"n = %1"_s.arg(bild_.flügel.size());
-        zahlen += kennzahlen(bild_.worte.HI, bild_.HI, FormatHI, FormatHI);
-        zahlen += kennzahlen(bild_.worte.DV, bild_.DV, FormatDV, u"0.0");
+        zahlen += kennzahlen(bild_.worte.HI, bild_.HI, muster::HI, muster::HI);
+        zahlen += kennzahlen(bild_.worte.DV, bild_.DV, muster::DV, muster::StreuungDV);
         z_.text({RandLinks, 46}, Qt::AlignLeft, zahlen, normal_, stil_.schrift);
     }
 
@@ -185,7 +185,7 @@ private:
             teilung(l_.DV.wertAnfang, l_.DV.wertEnde, static_cast<int>(l_.fläche.width() / 55));
         const Teilung y =
             teilung(l_.HI.wertAnfang, l_.HI.wertEnde, static_cast<int>(l_.fläche.height() / 34));
-        const QStringView musterDV = x.nachkommastellen > 0 ? FormatDV : u"+0;-0;0";
+        const QStringView musterDV = x.nachkommastellen > 0 ? MarkeDV : u"+0;-0;0";
         const QStringView musterHI = y.nachkommastellen > 1 ? u"0.00" : u"0.0";
         for (const double marke : x.marken) {
             const double ort = l_.DV.ort(marke);
@@ -237,7 +237,7 @@ private:
             z_.textMitHof({x, l_.HI.ort(b.HI) + (b.darunter ? -13 : 13)},
                           b.darunter ? Qt::AlignRight : Qt::AlignLeft,
                           bild_.worte.grenzlinie + u' ' + bild_.worte.HI + u' ' +
-                              Format(b.HI, FormatHI, bild_.format),
+                              Format(b.HI, muster::HI, bild_.format),
                           klein_, stil_.rasse);
         }
     }
@@ -361,7 +361,7 @@ Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschle
     std::vector<float> HI;
     std::vector<float> DV;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
-        if (!getippteZahl(zeile.hi) || !getippteZahl(zeile.dv)) {
+        if (reihe.ausgelassen(zeile.nummer) || !getippteZahl(zeile.hi) || !getippteZahl(zeile.dv)) {
             continue;
         }
         HI.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::HI, zeile.hi));
@@ -392,7 +392,7 @@ std::vector<Diagrammstelle> korrelstellen(const QRectF& rahmen, const Korrelbild
     for (const Korrelpunkt& p : bild.flügel) {
         const QRectF innen(l.ort(p) - QPointF(Zeigeradius, Zeigeradius),
                            QSizeF(2 * Zeigeradius, 2 * Zeigeradius));
-        QString text = bild.worte.HI + u' ' + Format(p.HI, FormatHI, bild.format) + u", "_s +
+        QString text = bild.worte.HI + u' ' + Format(p.HI, muster::HI, bild.format) + u", "_s +
                        bild.worte.DV + u' ' + Format(p.DV, FormatFlügelDV, bild.format);
         if (!p.imBereich) {
             text += u", "_s + bild.worte.nichtImVertrauensbereich;

@@ -57,6 +57,9 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.CI.grenzlinie = linien.CI.wert();
     std::vector<float> CI;
     for (const CiZeile& zeile : reihe.ciZeilen()) {
+        if (reihe.ausgelassen(zeile.nummer)) {
+            continue;
+        }
         bild.CI.flügel.push_back({zeile.nummer, klasseAusPosition(zeile.klasse)});
         CI.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::CI, zeile.wert));
     }
@@ -66,6 +69,9 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.zweite.grenzlinie = hantel ? linien.HI.wert() : linien.DV.wert();
     std::vector<float> werte;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
+        if (reihe.ausgelassen(zeile.nummer)) {
+            continue;
+        }
         const int klasse = hantel ? klasseAusPosition(zeile.klasse)
                                   : klasseDV(getippteZahl(zeile.dv).value_or(AußerhalbDerKlassen));
         bild.zweite.flügel.push_back({zeile.nummer, klasse});

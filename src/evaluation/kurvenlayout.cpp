@@ -1,5 +1,7 @@
 #include "evaluation/kurvenlayout.h"
 
+#include "measure/indexmuster.h"
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -26,28 +28,28 @@ constexpr std::array WerteDV{0.0, 2.0, -2.0, 4.0, -4.0, 6.0, -6.0, 1.0, -1.0, 3.
 const Indexachse AchseCI{.klassen = KlassenzahlCI,
                          .lage = &klassenlageCI,
                          .werte = WerteCI,
-                         .wertformat = u"0.00",
-                         .grenzformat = u"0.00",
+                         .wertformat = muster::CI,
+                         .grenzformat = muster::CI,
                          .markenformat = u"0.0",
-                         .streuungsformat = u"0.00",
+                         .streuungsformat = muster::CI,
                          .klassennummern = true,
                          .name = &Diagrammworte::CI};
 const Indexachse AchseHI{.klassen = KlassenzahlHI,
                          .lage = &klassenlageHI,
                          .werte = WerteHI,
-                         .wertformat = u"0.000",
-                         .grenzformat = u"0.000",
+                         .wertformat = muster::HI,
+                         .grenzformat = muster::HI,
                          .markenformat = u"0.0",
-                         .streuungsformat = u"0.000",
+                         .streuungsformat = muster::HI,
                          .klassennummern = true,
                          .name = &Diagrammworte::HI};
 const Indexachse AchseDV{.klassen = KlassenzahlDV,
                          .lage = &klassenlageDV,
                          .werte = WerteDV,
-                         .wertformat = u"+0.0;-0.0;0.0",
+                         .wertformat = muster::DV,
                          .grenzformat = u"+0.00;-0.00;0.00",
                          .markenformat = u"+0;-0;0",
-                         .streuungsformat = u"0.0",
+                         .streuungsformat = muster::StreuungDV,
                          .klassennummern = false,
                          .name = &Diagrammworte::DV};
 

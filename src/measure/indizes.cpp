@@ -68,9 +68,8 @@ void berechneDV(Indizes& indizes, const Strecken& d, const Aufnahme& aufnahme) {
     indizes.DV = static_cast<float>(static_cast<double>(DV) * Bezugsauflösung / aufnahme.dpi);
 }
 
-float klassenposition(float index, double breite, double mitte, float ende) {
-    const double x = index;
-    const auto p = static_cast<float>(((x - 1.0) * 50.0) / ((x + 1.0) * breite) + mitte);
+float klassenposition(float index, const Klassenteilung& teilung, float ende) {
+    const auto p = static_cast<float>(teilung.lage(static_cast<double>(index)));
     return p > 0.0F && p < ende ? p : 0.0F;
 }
 
@@ -106,11 +105,11 @@ Indizes berechneIndizes(const Messpunkte& punkte, Messart messart, const Aufnahm
 }
 
 float klassenpositionCI(float CI) {
-    return klassenposition(CI, 1.666, 6.0, HöchsteKlasseCI);
+    return klassenposition(CI, KlassenteilungCI, HöchsteKlasseCI);
 }
 
 float klassenpositionHI(float HI) {
-    return klassenposition(HI, 0.666, 25.0, HöchsteKlasseHI);
+    return klassenposition(HI, KlassenteilungHI, HöchsteKlasseHI);
 }
 
 } // namespace tarvel

@@ -42,6 +42,19 @@ struct Indizes {
 inline constexpr float HöchsteKlasseCI = 31;
 inline constexpr float HöchsteKlasseHI = 38;
 
+/// Where an index stands on its axis. Both are quotients of two lengths a / b, and their axes are
+/// even in (a - b) / (a + b), which treats a twice as long as b like b twice as long as a.
+struct Klassenteilung {
+    double breite; ///< of a class, in fiftieths
+    double mitte;  ///< class position of the index 1
+
+    [[nodiscard]] constexpr double lage(double index) const {
+        return ((index - 1) * 50) / ((index + 1) * breite) + mitte;
+    }
+};
+inline constexpr Klassenteilung KlassenteilungCI{1.666, 6};
+inline constexpr Klassenteilung KlassenteilungHI{0.666, 25};
+
 /// Class position of a cubital index on the histogram's axis: 1 gives 6, 9 gives about 30.
 /// 0 when the position is not between 0 and 31.
 [[nodiscard]] float klassenpositionCI(float CI);

@@ -21,6 +21,11 @@ Koordinatenreihe reiheAus(const Koordinaten& koordinaten, Messart messart, const
                               .messart = messart,
                               .aufnahme = aufnahme,
                               .bilddatei = satz.bilddatei};
+        for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+            if (messung.punkte.gemessen(i)) {
+                messung.punkte.Herkunft[i] = Punktherkunft::Eingelesen;
+            }
+        }
         const Indizes indizes = berechneIndizes(messung.punkte, messart, aufnahme);
         if (lage) {
             lage(messung);

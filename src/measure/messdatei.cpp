@@ -1,5 +1,6 @@
 #include "measure/messdatei.h"
 
+#include "measure/indexmuster.h"
 #include "measure/textdatei.h"
 
 #include <algorithm>
@@ -50,7 +51,7 @@ QString klassenposition(QStringView text, float höchste, float berechnet, QStri
             return wort.toString();
         }
     }
-    return Format(berechnet, u"0.0", {.dezimal = wert.contains(u',') ? u',' : u'.'});
+    return Format(berechnet, muster::Klasse, {.dezimal = wert.contains(u',') ? u',' : u'.'});
 }
 
 /// The shift in the last places. A number with one more digit pushes its sign out of them.

@@ -18,6 +18,7 @@ constexpr qint16 letzterPunkt(Messart messart) {
 void Messpunkte::NeuerFlügel(Messart messart) {
     PunktX.fill(NichtGemessen);
     PunktY.fill(NichtGemessen);
+    Herkunft.fill(Punktherkunft::Unbekannt);
     AktuellerPunkt = static_cast<qint16>(ersterPunkt(messart) - 1);
     GewählterPunkt = 0;
 }
@@ -26,16 +27,17 @@ qint16 Messpunkte::setzeNächsten(Messart messart, float x, float y) {
     const bool weiter =
         AktuellerPunkt >= ersterPunkt(messart) - 1 && AktuellerPunkt < letzterPunkt(messart);
     const int nummer = weiter ? AktuellerPunkt + 1 : ersterPunkt(messart);
-    setze(messart, nummer, x, y);
+    setze(messart, nummer, x, y, Punktherkunft::Geklickt);
     return AktuellerPunkt;
 }
 
-bool Messpunkte::setze(Messart messart, int nummer, float x, float y) {
+bool Messpunkte::setze(Messart messart, int nummer, float x, float y, Punktherkunft herkunft) {
     if (!wähle(messart, nummer)) {
         return false;
     }
     PunktX[nummer] = x;
     PunktY[nummer] = y;
+    Herkunft[nummer] = herkunft;
     AktuellerPunkt = static_cast<qint16>(nummer);
     return true;
 }
@@ -48,6 +50,17 @@ bool Messpunkte::wähle(Messart messart, int nummer) {
     return true;
 }
 
+bool Messpunkte::ziehe(Messart messart, int nummer, float x, float y) {
+    if (!benutzt(messart, nummer) || !gemessen(nummer)) {
+        return false;
+    }
+    GewählterPunkt = static_cast<qint16>(nummer);
+    PunktX[nummer] = x;
+    PunktY[nummer] = y;
+    Herkunft[nummer] = Punktherkunft::Verschoben;
+    return true;
+}
+
 bool Messpunkte::verschiebe(float dx, float dy) {
     if (GewählterPunkt == 0 || !gemessen(GewählterPunkt)) {
         return false;
@@ -57,9 +70,7 @@ bool Messpunkte::verschiebe(float dx, float dy) {
     if (x < 0 || y < 0) {
         return false;
     }
-    PunktX[GewählterPunkt] = x;
-    PunktY[GewählterPunkt] = y;
-    return true;
+    return ziehe(Messart::AlleMessungen, GewählterPunkt, x, y);
 }
 
 bool Messpunkte::fertig(Messart messart) const {

@@ -15,6 +15,16 @@ enum class Messart : qint16 { NurCubitalindex = 0, AlleMessungen = 1, Korrelatio
     return messart != Messart::NurCubitalindex;
 }
 
+/// How a point came to its place.
+enum class Punktherkunft : quint8 {
+    Unbekannt,
+    Geklickt,
+    PerTaste,
+    Verschoben,    ///< moved after it was set, by dragging or arrow keys
+    Vorgeschlagen, ///< by the program, not touched since
+    Eingelesen     ///< from a coordinate file
+};
+
 /// The eight vein points of the wing being measured.
 ///
 /// Coordinates are pixels of the zoomed picture: origin at the picture's top left corner, y down,
@@ -26,6 +36,8 @@ struct Messpunkte {
 
     std::array<float, Anzahl + 1> PunktX;
     std::array<float, Anzahl + 1> PunktY;
+    /// Unbekannt for points that are not set.
+    std::array<Punktherkunft, Anzahl + 1> Herkunft;
     /// Number of the point set last; before the first point 0, or 4 when only 5 to 7 are measured.
     qint16 AktuellerPunkt = 0;
     /// Number of the point that the arrow keys move; 0 for none.
@@ -42,10 +54,15 @@ struct Messpunkte {
 
     /// Sets point @p nummer out of turn and selects it. False, and nothing changed, when the kind
     /// does not use that point.
-    bool setze(Messart messart, int nummer, float x, float y);
+    bool setze(Messart messart, int nummer, float x, float y,
+               Punktherkunft herkunft = Punktherkunft::Unbekannt);
 
     /// Selects a point for moving. False when the kind does not use it.
     bool wähle(Messart messart, int nummer);
+
+    /// Moves a set point of the kind to a place and selects it, as dragging its mark does. False,
+    /// and nothing changed, for other points.
+    bool ziehe(Messart messart, int nummer, float x, float y);
 
     /// Moves the selected point. False when none is selected, when it is not set yet, and at the
     /// upper and left edge of the picture.

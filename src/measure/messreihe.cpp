@@ -1,5 +1,7 @@
 #include "measure/messreihe.h"
 
+#include "measure/indexmuster.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -9,10 +11,6 @@ namespace tarvel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString nummerntext(qint16 nummer) {
-    return u"%1"_s.arg(nummer, 3, 10, QChar(u'0'));
-}
 
 template <typename Zeile>
 auto suche(std::vector<Zeile>& zeilen, qint16 nummer) {
@@ -69,6 +67,10 @@ float chartwert(float wert, const QString& zeilenwert) {
 }
 
 } // namespace
+
+QString nummerntext(int nummer) {
+    return QStringLiteral("%1").arg(nummer, 3, 10, QChar(u'0'));
+}
 
 Zeilenwörter zeilenwörter(const Texte& texte) {
     return {texte(Text::CI), texte(Text::HI), texte(Text::DV), texte(Text::Klasse)};
@@ -137,17 +139,19 @@ bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmes
     Chartwerte werte;
     if (indizes.CI) {
         werte.CI = *indizes.CI;
-        ersetzeOderHängeAn(ciZeilen_, {nummer, Format(*indizes.CI, u"0.00", format),
-                                       Format(klassenpositionCI(*indizes.CI), u"0.0", format)});
+        ersetzeOderHängeAn(ciZeilen_,
+                           {nummer, Format(*indizes.CI, muster::CI, format),
+                            Format(klassenpositionCI(*indizes.CI), muster::Klasse, format)});
     } else {
         entferne(ciZeilen_, nummer);
     }
     if (hiUndDv) {
         werte.HI = *indizes.HI;
         werte.DV = *indizes.DV;
-        ersetzeOderHängeAn(hiDvZeilen_, {nummer, Format(*indizes.HI, u"0.000", format),
-                                         Format(klassenpositionHI(*indizes.HI), u"0.0", format),
-                                         Format(*indizes.DV, u"+0.0;-0.0", format)});
+        ersetzeOderHängeAn(hiDvZeilen_,
+                           {nummer, Format(*indizes.HI, muster::HI, format),
+                            Format(klassenpositionHI(*indizes.HI), muster::Klasse, format),
+                            Format(*indizes.DV, muster::DV, format)});
     } else {
         entferne(hiDvZeilen_, nummer);
     }
@@ -159,7 +163,8 @@ bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmes
 
 void Messreihe::stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> hiDvZeilen,
                           const std::map<int, Chartwerte>& werte,
-                          std::map<int, Flügelmessung> messungen) {
+                          std::map<int, Flügelmessung> messungen,
+                          std::map<int, Flügelangaben> angaben) {
     const auto wertVon = [&werte](qint16 nummer, float Chartwerte::*größe, const QString& text) {
         const auto stelle = werte.find(nummer);
         return chartwert(stelle == werte.end() ? Chartwerte::KeinWert : stelle->second.*größe,
@@ -179,23 +184,116 @@ void Messreihe::stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> 
     }
     const std::vector<int> alle = nummern();
     messungen_ = std::move(messungen);
-    std::erase_if(messungen_, [&alle](const auto& messung) {
-        return !std::binary_search(alle.begin(), alle.end(), messung.first);
-    });
+    flügelangaben_ = std::move(angaben);
+    const auto fremd = [&alle](const auto& eintrag) {
+        return !std::binary_search(alle.begin(), alle.end(), eintrag.first);
+    };
+    std::erase_if(messungen_, fremd);
+    std::erase_if(flügelangaben_, fremd);
     geändert_ = true;
 }
 
 bool Messreihe::löscheLetzte() {
-    const qint16 letzte = letzteNummer();
-    if (letzte == 0) {
+    return löscheFlügel(letzteNummer());
+}
+
+bool Messreihe::löscheFlügel(int nummer) {
+    if (!enthält(nummer)) {
         return false;
     }
-    entferne(ciZeilen_, letzte);
-    entferne(hiDvZeilen_, letzte);
-    chartwerte_.at(letzte) = {};
-    messungen_.erase(letzte);
+    entferne(ciZeilen_, static_cast<qint16>(nummer));
+    entferne(hiDvZeilen_, static_cast<qint16>(nummer));
+    chartwerte_.at(nummer) = {};
+    messungen_.erase(nummer);
+    flügelangaben_.erase(nummer);
     geändert_ = true;
     return true;
+}
+
+bool Messreihe::lassAus(int nummer, bool aus) {
+    if (!enthält(nummer) || ausgelassen(nummer) == aus) {
+        return false;
+    }
+    flügelangaben_[nummer].ausgelassen = aus;
+    geändert_ = true;
+    return true;
+}
+
+bool Messreihe::ausgelassen(int nummer) const {
+    const auto stelle = flügelangaben_.find(nummer);
+    return stelle != flügelangaben_.end() && stelle->second.ausgelassen;
+}
+
+std::vector<int> Messreihe::gewertete() const {
+    std::vector<int> liste = nummern();
+    std::erase_if(liste, [this](int nummer) { return ausgelassen(nummer); });
+    return liste;
+}
+
+std::vector<int> Messreihe::ausgelassene() const {
+    std::vector<int> liste = nummern();
+    std::erase_if(liste, [this](int nummer) { return !ausgelassen(nummer); });
+    return liste;
+}
+
+std::optional<int> Messreihe::auflösung() const {
+    const auto letzte =
+        std::find_if(messungen_.rbegin(), messungen_.rend(),
+                     [](const auto& messung) { return messung.second.punkte.begonnen(); });
+    return letzte == messungen_.rend() ? std::nullopt : std::optional(letzte->second.aufnahme.dpi);
+}
+
+std::vector<Auflösungswechsel> Messreihe::auflösungswechsel(std::span<const int> nummern,
+                                                            int dpi) const {
+    std::vector<Auflösungswechsel> liste;
+    for (const int nummer : nummern) {
+        const Flügelmessung* m = messung(nummer);
+        if (m == nullptr || !m->punkte.begonnen() || m->aufnahme.dpi == dpi) {
+            continue;
+        }
+        const float vorher = chartwerte(nummer).DV;
+        Auflösungswechsel wechsel{nummer, m->aufnahme.dpi, vorher, vorher};
+        if (vorher != Chartwerte::KeinWert) {
+            const auto DV = [m](int auflösung) {
+                return berechneIndizes(m->punkte, m->messart, {m->aufnahme.Zoomfaktor, auflösung})
+                    .DV;
+            };
+            // A value that was not computed from these points is only seen at another scale.
+            wechsel.DVNachher =
+                DV(m->aufnahme.dpi) == vorher
+                    ? DV(dpi).value_or(vorher)
+                    : static_cast<float>(static_cast<double>(vorher) * m->aufnahme.dpi / dpi);
+        }
+        liste.push_back(wechsel);
+    }
+    return liste;
+}
+
+bool Messreihe::setzeAuflösung(std::span<const int> nummern, int dpi) {
+    Q_ASSERT(dpi > 0);
+    const std::vector<Auflösungswechsel> liste = auflösungswechsel(nummern, dpi);
+    for (const Auflösungswechsel& wechsel : liste) {
+        messungen_.at(wechsel.nummer).aufnahme.dpi = dpi;
+        if (wechsel.DVNachher == wechsel.DVVorher) {
+            continue;
+        }
+        chartwerte_.at(wechsel.nummer).DV = wechsel.DVNachher;
+        const auto zeile = suche(hiDvZeilen_, static_cast<qint16>(wechsel.nummer));
+        const QChar dezimal = zeile->dv.contains(u',') ? u',' : u'.';
+        zeile->dv = Format(wechsel.DVNachher, muster::DV, {.dezimal = dezimal});
+    }
+    geändert_ = geändert_ || !liste.empty();
+    return !liste.empty();
+}
+
+std::vector<int> Messreihe::flügelAufBild(const QString& bilddatei) const {
+    std::vector<int> liste;
+    for (const auto& [nummer, messung] : messungen_) {
+        if (messung.bilddatei == bilddatei) {
+            liste.push_back(nummer);
+        }
+    }
+    return liste;
 }
 
 void Messreihe::löscheAlle() {
@@ -204,6 +302,7 @@ void Messreihe::löscheAlle() {
     hiDvZeilen_.clear();
     std::fill(chartwerte_.begin(), chartwerte_.end(), Chartwerte{});
     messungen_.clear();
+    flügelangaben_.clear();
     geändert_ = geändert_ || !warLeer;
 }
 

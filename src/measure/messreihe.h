@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lang/texte.h"
+#include "measure/bildmarke.h"
 #include "measure/indizes.h"
 #include "platform/zahlen.h"
 
@@ -8,9 +9,15 @@
 #include <QStringList>
 
 #include <map>
+#include <optional>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace tarvel {
+
+/// "007": how the number of a wing is written.
+[[nodiscard]] QString nummerntext(int nummer);
 
 /// Cubital-index line of one wing. Value and class keep the decimal separator they were made with.
 struct CiZeile {
@@ -63,8 +70,27 @@ struct Flügelmessung {
     Messart messart = Messart::AlleMessungen;
     Aufnahme aufnahme;
     QString bilddatei; ///< full path of the picture
+    Bildkennung bild = {};
 
     bool operator==(const Flügelmessung&) const = default;
+};
+
+/// What is kept of a wing beside its lines and points.
+struct Flügelangaben {
+    /// Not part of the sample: it stays in the series and counts nowhere.
+    bool ausgelassen = false;
+    /// Fields of a stored row that this version does not know, name and text as they stand.
+    std::vector<std::pair<QString, QString>> weitere = {};
+
+    bool operator==(const Flügelangaben&) const = default;
+};
+
+/// What another resolution does to a wing.
+struct Auflösungswechsel {
+    int nummer = 0;
+    int dpiVorher = 0;
+    float DVVorher = Chartwerte::KeinWert;
+    float DVNachher = Chartwerte::KeinWert;
 };
 
 /// The measurement series of one examination: the lines of the two lists, the chart values and
@@ -106,11 +132,44 @@ public:
     /// Chart values and points count only for wings with the lines they belong to; a line without a
     /// chart value in @p werte gets the one that stands in it.
     void stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> hiDvZeilen,
-                   const std::map<int, Chartwerte>& werte, std::map<int, Flügelmessung> messungen);
+                   const std::map<int, Chartwerte>& werte, std::map<int, Flügelmessung> messungen,
+                   std::map<int, Flügelangaben> angaben = {});
 
     /// Removes the last wing with all its lines. False when the series is empty.
     bool löscheLetzte();
+    /// Removes a wing with all its lines; the others keep their numbers. False when there is none
+    /// of that number.
+    bool löscheFlügel(int nummer);
     void löscheAlle();
+
+    /// @name Wings left out of the sample
+    /// They keep number, lines and points. Whatever counts, shares, averages or judges goes by
+    /// gewertete().
+    /// @{
+    /// Leaves a wing out or takes it back. False when that changes nothing.
+    bool lassAus(int nummer, bool aus);
+    [[nodiscard]] bool ausgelassen(int nummer) const;
+    [[nodiscard]] std::vector<int> gewertete() const;
+    [[nodiscard]] std::vector<int> ausgelassene() const;
+    [[nodiscard]] const std::map<int, Flügelangaben>& flügelangaben() const {
+        return flügelangaben_;
+    }
+    /// @}
+
+    /// @name Resolution, which belongs to each wing
+    /// @{
+    /// That of the last wing with points; empty when there is none.
+    [[nodiscard]] std::optional<int> auflösung() const;
+    /// What setzeAuflösung() would change, in the order of @p nummern.
+    [[nodiscard]] std::vector<Auflösungswechsel> auflösungswechsel(std::span<const int> nummern,
+                                                                   int dpi) const;
+    /// Says that wings were scanned with @p dpi, above 0. Points stay, the discoidal shift is
+    /// computed anew and written with the separator of its line; the other indices do not depend on
+    /// it. Wings without points are passed over. False when nothing changes.
+    bool setzeAuflösung(std::span<const int> nummern, int dpi);
+    /// Wings measured on a picture file.
+    [[nodiscard]] std::vector<int> flügelAufBild(const QString& bilddatei) const;
+    /// @}
 
     /// True since the last change that was not yet stored.
     [[nodiscard]] bool geändert() const { return geändert_; }
@@ -121,6 +180,7 @@ private:
     std::vector<HiDvZeile> hiDvZeilen_;
     std::vector<Chartwerte> chartwerte_ = std::vector<Chartwerte>(HöchsteFlügelzahl + 1);
     std::map<int, Flügelmessung> messungen_;
+    std::map<int, Flügelangaben> flügelangaben_;
     bool geändert_ = false;
 };
 

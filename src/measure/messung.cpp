@@ -90,7 +90,7 @@ bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
 
 bool Messung::setzePerTaste(int nummer) {
     const Messpunkte vorher = punkte_;
-    if (!punkte_.setze(messart_, nummer, LetzteMausX_, LetzteMausY_)) {
+    if (!punkte_.setze(messart_, nummer, LetzteMausX_, LetzteMausY_, Punktherkunft::PerTaste)) {
         return false;
     }
     verlauf_.push_back(vorher);
@@ -202,9 +202,7 @@ void Messung::zieh(int nummer, float x, float y, bool neuerZug) {
     if (neuerZug) {
         merkeStand();
     }
-    punkte_.GewählterPunkt = static_cast<qint16>(nummer);
-    punkte_.PunktX[nummer] = x;
-    punkte_.PunktY[nummer] = y;
+    punkte_.ziehe(messart_, nummer, x, y);
     punkteGeändert();
 }
 

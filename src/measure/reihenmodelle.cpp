@@ -1,5 +1,7 @@
 #include "measure/reihenmodelle.h"
 
+#include "measure/indexmuster.h"
+
 #include <algorithm>
 
 namespace tarvel {
@@ -10,11 +12,52 @@ QVariant zahlenausrichtung() {
     return QVariant(Qt::AlignRight | Qt::AlignVCenter);
 }
 
-QString dreistellig(int nummer) {
-    return QStringLiteral("%1").arg(nummer, 3, 10, QChar(u'0'));
+/// What lists and table say of a wing beside its values; empty for other roles.
+QVariant flügeldaten(const Messreihe& reihe, const Texte& texte, int nummer, int role) {
+    switch (role) {
+    case zeilenrolle::Nummer:
+        return nummer;
+    case zeilenrolle::Ausgelassen:
+        return reihe.ausgelassen(nummer);
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+        return reihe.ausgelassen(nummer) ? QVariant(texte(Meldung::Ausgelassen)) : QVariant();
+    default:
+        return {};
+    }
 }
 
 } // namespace
+
+QString ausgelassen(const Messreihe& reihe, const Texte& texte) {
+    QStringList nummern;
+    for (const int nummer : reihe.ausgelassene()) {
+        nummern += nummerntext(nummer);
+    }
+    if (nummern.isEmpty()) {
+        return {};
+    }
+    const Meldung satz =
+        nummern.size() == 1 ? Meldung::EinFlügelAusgelassen : Meldung::FlügelAusgelassen;
+    return texte(satz).arg(nummern.size()).arg(nummern.join(QStringLiteral(", ")));
+}
+
+Zeilenliste::Zeilenliste(const Messreihe& reihe, const Texte& texte)
+    : reihe_(reihe)
+    , texte_(texte) {}
+
+void Zeilenliste::setze(const QStringList& zeilen, std::vector<int> nummern) {
+    nummern_ = std::move(nummern);
+    setStringList(zeilen);
+}
+
+QVariant Zeilenliste::data(const QModelIndex& index, int role) const {
+    const QVariant wert = QStringListModel::data(index, role);
+    const bool da = index.isValid() && index.row() < std::ssize(nummern_);
+    return wert.isValid() || !da
+               ? wert
+               : flügeldaten(reihe_, texte_, nummern_[static_cast<std::size_t>(index.row())], role);
+}
 
 Flügeltabelle::Flügeltabelle(const Messreihe& reihe, const Texte& texte)
     : reihe_(reihe)
@@ -24,10 +67,10 @@ void Flügeltabelle::aktualisiere() {
     beginResetModel();
     zeilen_.clear();
     for (const int nummer : reihe_.nummern()) {
-        zeilen_.push_back({dreistellig(nummer), {}, {}, {}, {}, {}});
+        zeilen_.push_back({nummerntext(nummer), {}, {}, {}, {}, {}});
     }
     auto zeile = [this](qint16 nummer) -> Zeile& {
-        const QString gesucht = dreistellig(nummer);
+        const QString gesucht = nummerntext(nummer);
         return *std::find_if(zeilen_.begin(), zeilen_.end(),
                              [&](const Zeile& z) { return z[Nummer] == gesucht; });
     };
@@ -70,7 +113,7 @@ QVariant Flügeltabelle::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return zahlenausrichtung();
     default:
-        return {};
+        return flügeldaten(reihe_, texte_, nummer(index.row()), role);
     }
 }
 
@@ -153,36 +196,45 @@ QString Kennzahlentabelle::kennzahl(int zeile, int spalte) const {
     if (!k) {
         return {};
     }
-    QStringView muster = u"0.00";
+    QStringView form = muster::CI;
     if (spalte == Flügeltabelle::HI) {
-        muster = u"0.000";
-    } else if (spalte == Flügeltabelle::DV && zeile != Standardabweichung) {
-        muster = u"+0.0;-0.0";
+        form = muster::HI;
+    } else if (spalte == Flügeltabelle::DV) {
+        form = zeile == Standardabweichung ? muster::StreuungDV : muster::DV;
     }
     switch (zeile) {
     case Anzahl:
         return QString::number(k->anzahl);
     case Mittelwert:
-        return Format(k->mittelwert, muster, format_);
+        return Format(k->mittelwert, form, format_);
     case Minimum:
-        return Format(k->minimum, muster, format_);
+        return Format(k->minimum, form, format_);
     case Maximum:
-        return Format(k->maximum, muster, format_);
+        return Format(k->maximum, form, format_);
     default:
-        return k->standardabweichung ? Format(*k->standardabweichung, muster, format_) : QString();
+        return k->standardabweichung ? Format(*k->standardabweichung, form, format_) : QString();
     }
 }
 
 Reihenmodelle::Reihenmodelle(const Messreihe& reihe, const Texte& texte, Zahlenformat format)
     : reihe_(reihe)
     , texte_(texte)
+    , ci_(reihe, texte)
+    , hiDv_(reihe, texte)
     , flügel_(reihe, texte)
     , kennzahlen_(reihe, texte, std::move(format)) {}
 
 void Reihenmodelle::aktualisiere() {
     const Zeilenwörter wörter = zeilenwörter(texte_);
-    ci_.setStringList(reihe_.ciTexte(wörter));
-    hiDv_.setStringList(reihe_.hiDvTexte(wörter));
+    const auto nummern = [](const auto& zeilen) {
+        std::vector<int> liste;
+        for (const auto& zeile : zeilen) {
+            liste.push_back(zeile.nummer);
+        }
+        return liste;
+    };
+    ci_.setze(reihe_.ciTexte(wörter), nummern(reihe_.ciZeilen()));
+    hiDv_.setze(reihe_.hiDvTexte(wörter), nummern(reihe_.hiDvZeilen()));
     flügel_.aktualisiere();
     kennzahlen_.aktualisiere();
 }

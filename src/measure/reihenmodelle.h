@@ -12,6 +12,29 @@
 
 namespace tarvel {
 
+/// What the models of the series say of a wing beside its values, so that views can mark it.
+namespace zeilenrolle {
+inline constexpr int Nummer = Qt::UserRole;          ///< wing number
+inline constexpr int Ausgelassen = Qt::UserRole + 1; ///< true when it is left out of the sample
+} // namespace zeilenrolle
+
+/// "2 wings left out: 003, 017"; empty when every wing of the series counts.
+[[nodiscard]] QString ausgelassen(const Messreihe& reihe, const Texte& texte);
+
+/// The lines of one list, each of one wing.
+class Zeilenliste : public QStringListModel {
+public:
+    Zeilenliste(const Messreihe& reihe, const Texte& texte);
+
+    void setze(const QStringList& zeilen, std::vector<int> nummern);
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    const Messreihe& reihe_;
+    const Texte& texte_;
+    std::vector<int> nummern_;
+};
+
 /// The series as a table: one row a wing with values and classes as they stand in the lists.
 class Flügeltabelle : public QAbstractTableModel {
 public:
@@ -78,8 +101,8 @@ public:
 private:
     const Messreihe& reihe_;
     const Texte& texte_;
-    QStringListModel ci_;
-    QStringListModel hiDv_;
+    Zeilenliste ci_;
+    Zeilenliste hiDv_;
     Flügeltabelle flügel_;
     Kennzahlentabelle kennzahlen_;
 };

@@ -37,7 +37,7 @@ std::optional<Kennzahlen> kennzahlen(std::span<const float> werte) {
 
 std::vector<float> werte(const Messreihe& reihe, float Chartwerte::*größe) {
     std::vector<float> liste;
-    for (const int nummer : reihe.nummern()) {
+    for (const int nummer : reihe.gewertete()) {
         liste.push_back(reihe.chartwerte(nummer).*größe);
     }
     return liste;

@@ -20,7 +20,7 @@ struct Kennzahlen {
 /// Empty when there is no value. Values that are KeinWert are left out.
 [[nodiscard]] std::optional<Kennzahlen> kennzahlen(std::span<const float> werte);
 
-/// One figure of every wing of the series, in list order, KeinWert where a wing has none.
+/// One figure of every wing that counts, in list order, KeinWert where a wing has none.
 [[nodiscard]] std::vector<float> werte(const Messreihe& reihe, float Chartwerte::*größe);
 
 } // namespace tarvel

@@ -2,6 +2,8 @@
 
 #include "evaluation/klassen.h"
 #include "evaluation/merkmale.h"
+#include "measure/indexmuster.h"
+#include "measure/reihenmodelle.h"
 #include "results/untersuchung.h"
 
 #include <algorithm>
@@ -11,11 +13,6 @@ namespace tarvel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr QStringView MusterCI = u"0.00";
-constexpr QStringView MusterHI = u"0.000";
-constexpr QStringView MusterDV = u"+0.0;-0.0;0.0";
-constexpr QStringView StreuungDV = u"0.0";
 
 class Zusammenstellung {
 public:
@@ -77,7 +74,8 @@ private:
     }
 
     void angaben() {
-        const qsizetype flügel = std::ssize(q_.untersuchung.reihe().nummern());
+        const qsizetype flügel = std::ssize(q_.untersuchung.reihe().gewertete());
+        d_.ausgelassen = ausgelassen(q_.untersuchung.reihe(), q_.texte);
         const QString bienen =
             QString::number(flügel > 0 ? flügel : static_cast<qsizetype>(merkmale_.Bienen));
         d_.untersucht = bienen + u' ' +
@@ -119,10 +117,10 @@ private:
     }
 
     void indizes() {
-        d_.indizes = {mittelwert(p_(Text::CI), d_.kurven.CI.kennzahlen, MusterCI, MusterCI)};
+        d_.indizes = {mittelwert(p_(Text::CI), d_.kurven.CI.kennzahlen, muster::CI, muster::CI)};
         if (art() == Protokollart::CubitalindexUndDV) {
-            d_.indizes.push_back(
-                mittelwert(p_(Text::DV), d_.kurven.zweite.kennzahlen, MusterDV, StreuungDV));
+            d_.indizes.push_back(mittelwert(p_(Text::DV), d_.kurven.zweite.kennzahlen, muster::DV,
+                                            muster::StreuungDV));
         }
         for (const Prüfwert& w : beurteilung_.werte) {
             const QString name = p_(Text::Klasse) + u' ' + klassenbereichtext(w.bereich);
@@ -136,8 +134,8 @@ private:
 
     void korrelation() {
         const Korrelbild& k = d_.korrel;
-        d_.korrelation = {mittelwert(p_(Text::HI), k.HI, MusterHI, MusterHI),
-                          mittelwert(p_(Text::DV), k.DV, MusterDV, StreuungDV)};
+        d_.korrelation = {mittelwert(p_(Text::HI), k.HI, muster::HI, muster::HI),
+                          mittelwert(p_(Text::DV), k.DV, muster::DV, muster::StreuungDV)};
         const auto alle = static_cast<int>(k.flügel.size());
         if (alle > 0) {
             const int innen = k.anteilImBereich();

@@ -38,8 +38,9 @@ struct Merkmalreihe {
 struct Protokolldaten {
     Protokolleinstellungen einstellungen;
     Protokolltexte texte;
-    QString titel;      ///< with the number of the examination
-    QString untersucht; ///< "25 Arbeiterinnen wurden untersucht"
+    QString titel;       ///< with the number of the examination
+    QString untersucht;  ///< "25 Arbeiterinnen wurden untersucht"
+    QString ausgelassen; ///< "2 Flügel ausgelassen: 003, 017"; empty without any
     std::vector<Protokollwert> königin;
     std::vector<Protokollwert> volk;
     std::vector<Protokollwert> indizes;     ///< means, shares of classes, secondary peak

@@ -98,6 +98,12 @@ public:
     }
 
     /// The verdict in a frame.
+    void anmerkung(const QString& text) {
+        if (!text.isEmpty()) {
+            y_ += absatz({Links, y_}, text, {Grad::Klein, false}, Breite, 2, Qt::AlignLeft);
+        }
+    }
+
     void urteil(const QString& text) {
         const double oben = y_;
         y_ += 1.4;
@@ -287,6 +293,7 @@ Block oben1(const Protokolldaten& d) {
                     : d.texte(Text::Cubitalindex),
                 d.untersucht);
     s.zellen(d.indizes);
+    s.anmerkung(d.ausgelassen);
     s.lücke(2);
     return std::move(s).block();
 }
@@ -300,6 +307,7 @@ Block oben2(const Protokolldaten& d) {
     s.lücke(Abstand);
     s.abschnitt(d.texte(Text::HantelindexUndDV), d.anteilInnerhalb);
     s.zellen(d.korrelation);
+    s.anmerkung(d.ausgelassen);
     s.lücke(2);
     return std::move(s).block();
 }

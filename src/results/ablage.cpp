@@ -286,7 +286,8 @@ std::optional<GeleseneUntersuchung> Ablage::LadenDB(const QString& nummer) {
             throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, DatenbankPfad_, nummer);
         }
         GeleseneUntersuchung gelesen = untersuchungAus(*satz, satzumgebung());
-        untersuchung_.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum);
+        untersuchung_.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
+                           gelesen.zusatz);
         gespeichert_ = *satz;
         nichtGelesen_ = gelesen.nichtGelesen;
         return gelesen;

@@ -22,10 +22,10 @@ constexpr std::array Größen{Größe{"ci", &Chartwerte::CI}, Größe{"hi", &Cha
 QByteArray kopf(Ausfuhrart art) {
     if (art == Ausfuhrart::Flügel) {
         return "examination,date,race,caste,wing,ci,ci_class,hi,hi_class,dv,file,dpi,zoom," +
-               punktspalten();
+               punktspalten() + ",left_out";
     }
     QByteArray kopf = "examination,date,year,queen,region,breeder_number,breeder,owner,colony,"
-                      "mating,race,caste,conforms,dpi,wings";
+                      "mating,race,caste,conforms,dpi,wings,wings_left_out";
     for (const Größe& g : Größen) {
         for (const char* figur : {"n", "mean", "sd", "min", "max"}) {
             kopf += QByteArray(",") + g.name + '_' + figur;
@@ -87,7 +87,8 @@ void Ausfuhr::nimmUntersuchung(const Ergebnissatz& satz, const GeleseneUntersuch
         tabelle_.text(text);
     }
     tabelle_.zelle(gelesen.auflösung ? QByteArray::number(*gelesen.auflösung) : QByteArray());
-    tabelle_.zelle(QByteArray::number(std::ssize(reihe.nummern())));
+    tabelle_.zelle(QByteArray::number(std::ssize(reihe.gewertete())));
+    tabelle_.zelle(QByteArray::number(std::ssize(reihe.ausgelassene())));
     for (const Größe& g : Größen) {
         const auto k = kennzahlen(werte(reihe, g.wert));
         tabelle_.zelle(QByteArray::number(k ? static_cast<qsizetype>(k->anzahl) : 0));
@@ -120,6 +121,7 @@ void Ausfuhr::nimmFlügel(const Ergebnissatz& satz, const GeleseneUntersuchung& 
         tabelle_.text(messung == nullptr ? QString()
                                          : QString::number(messung->aufnahme.Zoomfaktor));
         schreibePunkte(tabelle_, messung == nullptr ? Flügelmessung{} : *messung);
+        tabelle_.text(gelesen.reihe.ausgelassen(nummer) ? u"yes"_s : u"no"_s);
         tabelle_.zeilenende();
     }
 }

@@ -1,7 +1,8 @@
 #include "results/fluegelsatz.h"
 
+#include "results/satztext.h"
+
 #include <QRegularExpression>
-#include <QUrl>
 
 #include <algorithm>
 #include <cmath>
@@ -10,65 +11,18 @@
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
+using namespace satztext;
 
 namespace {
 
 // Bounds of what is taken for a measurement; a text beyond them was not written by a measuring
 // program. The longest value that is written is the largest single with two decimals.
 constexpr qsizetype LängsterWert = 45;
-constexpr int HöchsterZoomfaktor = 4;
-constexpr int HöchsteAuflösung = 100'000;
 constexpr float HöchsteKoordinate = 1'000'000;
 
 constexpr QStringView KopfCiHi = u"CI-HI";
 constexpr QStringView KopfHiDv = u"HI-DV";
 constexpr QStringView KopfPunkte = u"Punkte 1";
-constexpr QStringView KopfBeiangaben = u"Angaben 1";
-
-constexpr QStringView ModusListe = u"L";
-constexpr QStringView ModusSummen = u"A";
-
-QString nummerntext(int nummer) {
-    return Format(nummer, u"000", Zahlenformat());
-}
-
-/// Calls @p fn with every piece that @p ende closes. False when text is left behind the last one.
-template <typename Funktion>
-bool jedesStück(QStringView text, QChar ende, Funktion fn) {
-    for (qsizetype stelle = text.indexOf(ende); stelle >= 0; stelle = text.indexOf(ende)) {
-        fn(text.first(stelle));
-        text = text.sliced(stelle + 1);
-    }
-    return text.trimmed().isEmpty();
-}
-
-/// The pieces between separators. Stops behind @p höchstens, with one piece more than allowed:
-/// a text of nothing but separators must not fill the memory.
-std::vector<QStringView> teile(QStringView text, QChar trenner, std::size_t höchstens) {
-    std::vector<QStringView> stücke;
-    for (const QStringView stück : text.tokenize(trenner)) {
-        stücke.push_back(stück);
-        if (stücke.size() > höchstens) {
-            break;
-        }
-    }
-    return stücke;
-}
-
-std::optional<int> ganzeZahl(QStringView text, int von, int bis) {
-    constexpr qsizetype MeisteZiffern = 9;
-    const bool ziffern =
-        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-    if (text.isEmpty() || text.size() > MeisteZiffern || !ziffern) {
-        return std::nullopt;
-    }
-    const int zahl = text.toInt();
-    return zahl >= von && zahl <= bis ? std::optional(zahl) : std::nullopt;
-}
-
-std::optional<int> flügelnummer(QStringView text) {
-    return ganzeZahl(text, 1, Messreihe::HöchsteFlügelzahl);
-}
 
 std::optional<float> einzelwert(QStringView text) {
     const bool leerzeichen =
@@ -185,24 +139,7 @@ bool liesAuflösung(QStringView kopf, std::optional<int>& auflösung) {
     return auflösung || !(kopf.contains(u'/') || kopf.contains("dpi"_L1, Qt::CaseInsensitive));
 }
 
-// --- Grafik3 and Grafik4
-
-/// Goes through the items of a record with a version. @p fn returns whether it understood one.
-template <typename Funktion>
-bool jederEintrag(QStringView satz, QStringView kopf, Funktion fn) {
-    if (satz.trimmed().isEmpty()) {
-        return true;
-    }
-    const qsizetype ende = satz.indexOf(u';');
-    if (ende < 0 || satz.first(ende).trimmed() != kopf) {
-        return false;
-    }
-    bool verstanden = true;
-    const bool abgeschlossen = jedesStück(satz.sliced(ende + 1), u';', [&](QStringView stück) {
-        verstanden = fn(stück) && verstanden;
-    });
-    return verstanden && abgeschlossen;
-}
+// --- Grafik3
 
 QString koordinate(float wert) {
     return QString::number(static_cast<double>(wert), 'g', 9);
@@ -257,124 +194,6 @@ bool liesPunkte(QStringView stück, std::map<int, Messpunkte>& messungen) {
         }
     }
     return messungen.try_emplace(*nummer, punkte).second;
-}
-
-/// Blank and comma stay as they are: they separate nothing here and keep the record readable.
-QString kodiert(const QString& text) {
-    return QString::fromLatin1(QUrl::toPercentEncoding(text, " ,"));
-}
-
-QString dekodiert(QStringView text) {
-    return QUrl::fromPercentEncoding(text.toUtf8());
-}
-
-QString merkmalfelder(const Merkmale& merkmale) {
-    QStringList summen;
-    for (const int zahl : merkmale.Summen) {
-        summen += QString::number(zahl);
-    }
-    QStringList bienen;
-    for (const QString& zeile : merkmale.Liste) {
-        bienen += kodiert(zeile);
-    }
-    const bool liste = merkmale.Modus == Merkmalmodus::Liste;
-    return u"Modus="_s + (liste ? ModusListe : ModusSummen).toString() + u";Summen="_s +
-           summen.join(u'/') + u";Bienen="_s + bienen.join(u'/') + u';';
-}
-
-bool liesModus(QStringView wert, Merkmale& merkmale) {
-    merkmale.Modus = wert == ModusSummen ? Merkmalmodus::Summen : Merkmalmodus::Liste;
-    return wert == ModusSummen || wert == ModusListe;
-}
-
-bool liesSummen(QStringView wert, Merkmale& merkmale) {
-    constexpr int HöchsteSumme = 32767;
-    const std::vector<QStringView> felder = teile(wert, u'/', HöchsteMerkmalzahl);
-    if (felder.size() != HöchsteMerkmalzahl) {
-        return false;
-    }
-    for (int i = 0; i < HöchsteMerkmalzahl; ++i) {
-        const std::optional<int> zahl = ganzeZahl(felder[i], 0, HöchsteSumme);
-        if (!zahl) {
-            return false;
-        }
-        merkmale.Summen.at(i) = *zahl;
-    }
-    return true;
-}
-
-bool liesBienen(QStringView wert, Merkmale& merkmale) {
-    const std::vector<QStringView> zeilen = teile(wert, u'/', HöchsteBienennummer);
-    if (zeilen.size() > HöchsteBienennummer) {
-        return false;
-    }
-    for (const QStringView zeile : zeilen) {
-        if (!zeile.isEmpty()) {
-            merkmale.Liste += dekodiert(zeile);
-        }
-    }
-    return true;
-}
-
-bool liesFeld(QStringView name, QStringView wert, Beiangaben& angaben) {
-    const auto merkmale = [&angaben]() -> Merkmale& {
-        return angaben.merkmale ? *angaben.merkmale : angaben.merkmale.emplace();
-    };
-    for (const auto& [feld, text] : {std::pair{u"Jahr"_s, &Beiangaben::Jahr},
-                                     {u"LV"_s, &Beiangaben::LV},
-                                     {u"ZNr"_s, &Beiangaben::ZNr}}) {
-        if (name == feld) {
-            angaben.*text = dekodiert(wert);
-            return true;
-        }
-    }
-    if (name == u"Modus") {
-        return liesModus(wert, merkmale());
-    }
-    if (name == u"Summen") {
-        return liesSummen(wert, merkmale());
-    }
-    if (name == u"Bienen") {
-        return liesBienen(wert, merkmale());
-    }
-    return true;
-}
-
-bool gleicheAufnahme(const Flügelmessung& a, const Flügelmessung& b) {
-    return a.messart == b.messart && a.aufnahme == b.aufnahme && a.bilddatei == b.bilddatei;
-}
-
-QString aufnahmetext(const Flügelmessung& messung) {
-    return u'/' + QString::number(messung.aufnahme.Zoomfaktor) + u'/' +
-           QString::number(messung.aufnahme.dpi) + u'/' +
-           QString::number(static_cast<int>(messung.messart)) + u'/' + kodiert(messung.bilddatei);
-}
-
-std::optional<Flügelmessung> aufnahmeAus(const std::vector<QStringView>& felder) {
-    constexpr int LetzteMessart = static_cast<int>(Messart::Korrelation);
-    const std::optional<int> zoom = ganzeZahl(felder[1], 1, HöchsterZoomfaktor);
-    const std::optional<int> dpi = ganzeZahl(felder[2], 1, HöchsteAuflösung);
-    const std::optional<int> messart = ganzeZahl(felder[3], 0, LetzteMessart);
-    if (!zoom || !dpi || !messart) {
-        return std::nullopt;
-    }
-    Flügelmessung messung;
-    messung.aufnahme = {static_cast<qint16>(*zoom), *dpi};
-    messung.messart = static_cast<Messart>(*messart);
-    messung.bilddatei = dekodiert(felder[4]);
-    return messung;
-}
-
-/// @p vorige is what an item of a number alone refers to; an item that is not understood has none.
-bool liesAufnahme(QStringView stück, std::optional<Flügelmessung>& vorige,
-                  std::map<int, Flügelmessung>& aufnahmen) {
-    constexpr std::size_t Feldzahl = 5;
-    const std::vector<QStringView> felder = teile(stück, u'/', Feldzahl);
-    if (felder.size() != 1) {
-        vorige = felder.size() == Feldzahl ? aufnahmeAus(felder) : std::nullopt;
-    }
-    const std::optional<int> nummer = flügelnummer(felder[0]);
-    return nummer && vorige && aufnahmen.try_emplace(*nummer, *vorige).second;
 }
 
 } // namespace
@@ -439,36 +258,6 @@ Gelesen<std::map<int, Messpunkte>> punkteAusSatz(QStringView satz) {
     Gelesen<std::map<int, Messpunkte>> gelesen;
     gelesen.vollständig = jederEintrag(
         satz, KopfPunkte, [&](QStringView stück) { return liesPunkte(stück, gelesen.inhalt); });
-    return gelesen;
-}
-
-QString beisatz(const Beiangaben& angaben, const std::map<int, Flügelmessung>& messungen) {
-    QString satz = KopfBeiangaben.toString() + u";Jahr="_s + kodiert(angaben.Jahr) + u";LV="_s +
-                   kodiert(angaben.LV) + u";ZNr="_s + kodiert(angaben.ZNr) + u';';
-    if (angaben.merkmale) {
-        satz += merkmalfelder(*angaben.merkmale);
-    }
-    const Flügelmessung* vorige = nullptr;
-    for (const auto& [nummer, messung] : messungen) {
-        satz += nummerntext(nummer);
-        if (vorige == nullptr || !gleicheAufnahme(*vorige, messung)) {
-            satz += aufnahmetext(messung);
-        }
-        satz += u';';
-        vorige = &messung;
-    }
-    return satz;
-}
-
-Gelesen<Beisatz> beiangabenAusSatz(QStringView satz) {
-    Gelesen<Beisatz> gelesen;
-    std::optional<Flügelmessung> vorige;
-    gelesen.vollständig = jederEintrag(satz, KopfBeiangaben, [&](QStringView stück) {
-        const qsizetype gleich = stück.indexOf(u'=');
-        return gleich < 0 ? liesAufnahme(stück, vorige, gelesen.inhalt.aufnahmen)
-                          : liesFeld(stück.first(gleich), stück.sliced(gleich + 1),
-                                     gelesen.inhalt.angaben);
-    });
     return gelesen;
 }
 

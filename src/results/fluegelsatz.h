@@ -3,6 +3,7 @@
 #include "evaluation/merkmale.h"
 #include "measure/messreihe.h"
 #include "platform/zahlen.h"
+#include "results/untersuchungszusatz.h"
 
 #include <QString>
 #include <QStringView>
@@ -30,15 +31,33 @@ namespace tarvel {
 //                                    chosen for moving, the eight points in pixels of the zoomed
 //                                    picture. Numbers have a point and nine digits, which is all
 //                                    of a single; a point that is not set has empty places.
-// Grafik4 "Angaben 1;Jahr=2025;LV=07;ZNr=003;Modus=L;Summen=0/…;Bienen=001   O, k,  F/…;
-//          001/1/1200/1/C%3A%5CScans%5C1.bmp;002;003;"   (on one line)
-//                                    year, region, breeder number; body marks as they were entered
-//                                    (mode L list or A sums, counts, lines of the list), because
-//                                    the column MERKMAL does not keep all of them. Then a wing
-//                                    each: zoom, resolution, kind of examination and picture file
-//                                    that its points belong to; one with its number alone has
-//                                    those of the item before. Texts are percent-encoded.
-//                                    Fields of other names are passed over.
+// Grafik4 "Angaben 1;Jahr=2025;LV=07;ZNr=003;Modus=L;Summen=0/…;Bienen=001   O, k,  F/…;Felder;
+//          001/1/1200/1/C%3A%5CScans%5C1.bmp;001=Bild:3507x2480/Marke:…/Punkte:kkkkkkkt;002;003;
+//          003=Ausgelassen:1;"   (on one line)
+//                                    what the other columns have no place for: fields "name=text;"
+//                                    of the examination, then a wing each: zoom, resolution, kind
+//                                    of examination and picture file that its points belong to,
+//                                    and its own fields "number=name:text/name:text;". A wing with
+//                                    its number alone has zoom to picture file, Bild and Marke of
+//                                    the item before. Texts are percent-encoded. The fields:
+//
+//          Jahr LV ZNr               year, region, breeder number
+//          Modus Summen Bienen       body marks as they were entered: mode (L list, A sums),
+//                                    counts, lines; the column MERKMAL does not keep all of them
+//          Grenzen                   limits that the examination was judged by
+//          Herkunft                  file or program that it came from
+//          Felder                    stands alone, when any field follows that the first version
+//                                    of this layout did not have. It does not understand this
+//                                    item and says so, before it would store the row without them
+//     of a wing
+//          Bild                      width and height of the picture in pixels
+//          Marke                     mark of the picture's content, see inhaltsmarke()
+//          Punkte                    a letter for how each of points 1 to 8 came about: k clicked,
+//                                    t by key, v moved afterwards, p proposed, e from a file,
+//                                    - unknown or not set
+//          Ausgelassen               1: the wing is left out of the sample
+//
+//                                    Fields of other names are kept and stored again.
 //
 // Grafik3 and Grafik4 begin with the version of their layout. Another version is not read.
 
@@ -87,16 +106,24 @@ struct Beiangaben {
     /// Body marks as they stand in the record, not checked; nullopt when the record has none. Their
     /// caste is not part of it.
     std::optional<Merkmale> merkmale;
+    Untersuchungszusatz zusatz;
 };
 
 /// The column Grafik4.
 struct Beisatz {
     Beiangaben angaben;
-    std::map<int, Flügelmessung> aufnahmen; ///< without the points
+    std::map<int, Flügelmessung> aufnahmen; ///< without the points, but with their origin
+    std::map<int, Flügelangaben> flügelangaben;
 };
 
 [[nodiscard]] QString beisatz(const Beiangaben& angaben,
-                              const std::map<int, Flügelmessung>& messungen);
+                              const std::map<int, Flügelmessung>& messungen,
+                              const std::map<int, Flügelangaben>& flügelangaben = {});
 [[nodiscard]] Gelesen<Beisatz> beiangabenAusSatz(QStringView satz);
+
+/// Brings points of Grafik3 into what Grafik4 says of their wings. Wings without points go. False
+/// when one of the two knows a wing that the other does not.
+bool ergänzePunkte(std::map<int, Flügelmessung>& aufnahmen,
+                   const std::map<int, Messpunkte>& punkte);
 
 } // namespace tarvel

@@ -20,7 +20,7 @@ constexpr qint64 GrößteDatei = qint64{64} * 1024 * 1024;
 
 bool gleicheReihe(const Messreihe& a, const Messreihe& b) {
     if (a.ciZeilen() != b.ciZeilen() || a.hiDvZeilen() != b.hiDvZeilen() ||
-        a.messungen() != b.messungen()) {
+        a.messungen() != b.messungen() || a.flügelangaben() != b.flügelangaben()) {
         return false;
     }
     for (int nummer = 0; nummer <= Messreihe::HöchsteFlügelzahl; ++nummer) {
@@ -35,7 +35,7 @@ bool gleicheUntersuchung(const Sitzungsstand& a, const Sitzungsstand& b) {
     return a.angabenGeändert == b.angabenGeändert && a.messungenGeändert == b.messungenGeändert &&
            a.DatenbankPfad == b.DatenbankPfad && a.gespeicherteNummer == b.gespeicherteNummer &&
            a.angaben == b.angaben && a.merkmale == b.merkmale && a.datum == b.datum &&
-           gleicheReihe(a.reihe, b.reihe);
+           a.zusatz == b.zusatz && gleicheReihe(a.reihe, b.reihe);
 }
 
 bool gleicherFlügel(const Sitzungsstand& a, const Sitzungsstand& b) {
@@ -59,6 +59,7 @@ Sitzungsstand sitzungsstand(const Untersuchung& untersuchung) {
     stand.angaben = untersuchung.angaben();
     stand.reihe = untersuchung.reihe();
     stand.merkmale = untersuchung.merkmale();
+    stand.zusatz = untersuchung.zusatz();
     stand.datum = untersuchung.datum();
     stand.angabenGeändert = untersuchung.angabenGeändert();
     stand.messungenGeändert = untersuchung.messungenGeändert();
@@ -66,7 +67,7 @@ Sitzungsstand sitzungsstand(const Untersuchung& untersuchung) {
 }
 
 void stelleHer(Untersuchung& untersuchung, const Sitzungsstand& stand) {
-    untersuchung.lade(stand.angaben, stand.reihe, stand.merkmale, stand.datum);
+    untersuchung.lade(stand.angaben, stand.reihe, stand.merkmale, stand.datum, stand.zusatz);
     untersuchung.alsGeändertMerken(stand.angabenGeändert, stand.messungenGeändert);
 }
 

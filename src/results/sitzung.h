@@ -19,6 +19,7 @@ struct Sitzungsstand {
     Kolonieangaben angaben;
     Messreihe reihe;
     Merkmale merkmale;
+    Untersuchungszusatz zusatz = {};
     QDate datum; ///< that it is stored with; invalid for one that was never stored
     bool angabenGeändert = false;
     bool messungenGeändert = false;

@@ -44,10 +44,6 @@ void füge(QByteArray& zeilen, const char* name, const QByteArray& wert) {
     zeilen += QByteArray(name) + '=' + wert + '\n';
 }
 
-QByteArray nummerntext(int nummer) {
-    return QByteArray::number(nummer).rightJustified(3, '0');
-}
-
 QByteArray zahl(float wert) {
     return QByteArray::number(static_cast<double>(wert), 'g', 9);
 }
@@ -56,8 +52,8 @@ QByteArray zahl(float wert) {
 QByteArray ciText(const Messreihe& reihe) {
     QByteArray text;
     for (const CiZeile& z : reihe.ciZeilen()) {
-        text +=
-            '#' + nummerntext(z.nummer) + ';' + z.wert.toUtf8() + ';' + z.klasse.toUtf8() + "; ";
+        text += '#' + nummerntext(z.nummer).toLatin1() + ';' + z.wert.toUtf8() + ';' +
+                z.klasse.toUtf8() + "; ";
     }
     return text;
 }
@@ -66,7 +62,8 @@ QByteArray wertetext(const Messreihe& reihe) {
     QByteArray text;
     for (const int nummer : reihe.nummern()) {
         const Chartwerte& w = reihe.chartwerte(nummer);
-        text += nummerntext(nummer) + '/' + zahl(w.CI) + '/' + zahl(w.HI) + '/' + zahl(w.DV) + ';';
+        text += nummerntext(nummer).toLatin1() + '/' + zahl(w.CI) + '/' + zahl(w.HI) + '/' +
+                zahl(w.DV) + ';';
     }
     return text;
 }
@@ -132,7 +129,8 @@ public:
         prüfe(bei.angaben.merkmale.has_value());
         stand.merkmale = bei.angaben.merkmale.value_or(Merkmale());
         stand.merkmale.Tiere = stand.angaben.Tiere;
-        liesReihe(stand.reihe, bei.aufnahmen);
+        stand.zusatz = bei.angaben.zusatz;
+        liesReihe(stand.reihe, bei.aufnahmen, bei.flügelangaben);
     }
 
     void liesFlügel(Sitzungsstand& stand) {
@@ -170,24 +168,17 @@ private:
 
     std::map<int, Flügelmessung> messungen(const char* name,
                                            std::map<int, Flügelmessung> aufnahmen) {
-        const std::map<int, Messpunkte> punkte = inhalt(punkteAusSatz(zeichen(name)));
-        prüfe(punkte.size() == aufnahmen.size());
-        for (auto& [nummer, messung] : aufnahmen) {
-            const auto stelle = punkte.find(nummer);
-            prüfe(stelle != punkte.end());
-            if (stelle != punkte.end()) {
-                messung.punkte = stelle->second;
-            }
-        }
+        prüfe(ergänzePunkte(aufnahmen, inhalt(punkteAusSatz(zeichen(name)))));
         return aufnahmen;
     }
 
-    void liesReihe(Messreihe& reihe, const std::map<int, Flügelmessung>& aufnahmen) {
+    void liesReihe(Messreihe& reihe, const std::map<int, Flügelmessung>& aufnahmen,
+                   const std::map<int, Flügelangaben>& angaben) {
         const auto werte = werteAus(feld("Werte"));
         prüfe(werte.has_value());
         reihe.stelleHer(inhalt(ciAusSatz(zeichen("CI"))), inhalt(hiDvAusSatz(zeichen("HIDV"))),
-                        werte.value_or(std::map<int, Chartwerte>()),
-                        messungen("Punkte", aufnahmen));
+                        werte.value_or(std::map<int, Chartwerte>()), messungen("Punkte", aufnahmen),
+                        angaben);
         reihe.alsUnverändertMerken();
     }
 
@@ -245,7 +236,9 @@ QByteArray untersuchungszeilen(const Sitzungsstand& stand) {
     füge(zeilen, "Werte", wertetext(stand.reihe));
     füge(zeilen, "Punkte", punktesatz(stand.reihe.messungen()).toUtf8());
     füge(zeilen, "Angaben",
-         beisatz({{}, {}, {}, stand.merkmale}, stand.reihe.messungen()).toUtf8());
+         beisatz({{}, {}, {}, stand.merkmale, stand.zusatz}, stand.reihe.messungen(),
+                 stand.reihe.flügelangaben())
+             .toUtf8());
     return zeilen;
 }
 

@@ -3,6 +3,7 @@
 #include "evaluation/merkmale.h"
 #include "measure/messreihe.h"
 #include "results/kolonieangaben.h"
+#include "results/untersuchungszusatz.h"
 
 #include <QDate>
 
@@ -15,11 +16,12 @@ public:
     /// Puts a stored examination in place of this one; it counts as unchanged. What refers to
     /// reihe() goes on doing so.
     void lade(const Kolonieangaben& angaben, const Messreihe& reihe, const Merkmale& merkmale,
-              const QDate& datum) {
+              const QDate& datum, const Untersuchungszusatz& zusatz = {}) {
         angaben_ = angaben;
         reihe_ = reihe;
         merkmale_ = merkmale;
         datum_ = datum;
+        zusatz_ = zusatz;
         alsUnverändertMerken();
     }
     /// Begins another examination, without wings and body marks; it counts as unchanged. Whether
@@ -45,6 +47,10 @@ public:
         merkmaleGeändert_ = merkmaleGeändert_ || merkmale != merkmale_;
         merkmale_ = merkmale;
     }
+
+    /// What is stored with the examination beside its data; setting it is no change of its own.
+    [[nodiscard]] const Untersuchungszusatz& zusatz() const { return zusatz_; }
+    void setzeZusatz(const Untersuchungszusatz& zusatz) { zusatz_ = zusatz; }
 
     /// Date that the examination is stored with; invalid for one that was never stored.
     [[nodiscard]] const QDate& datum() const { return datum_; }
@@ -75,6 +81,7 @@ private:
     Messreihe reihe_;
     Merkmale merkmale_;
     QDate datum_;
+    Untersuchungszusatz zusatz_;
     bool angabenGeändert_ = false;
     bool merkmaleGeändert_ = false;
 };

@@ -114,7 +114,8 @@ public:
         gelesen_.angaben.Jahr = bei.inhalt.angaben.Jahr;
         gelesen_.angaben.LV = bei.inhalt.angaben.LV;
         gelesen_.angaben.ZNr = bei.inhalt.angaben.ZNr;
-        liesReihe(bei.inhalt.aufnahmen);
+        gelesen_.zusatz = bei.inhalt.angaben.zusatz;
+        liesReihe(bei.inhalt.aufnahmen, bei.inhalt.flügelangaben);
         liesMerkmale(bei.inhalt.angaben.merkmale);
         return std::move(gelesen_);
     }
@@ -144,7 +145,7 @@ private:
         }
     }
 
-    void liesReihe(std::map<int, Flügelmessung> messungen) {
+    void liesReihe(std::map<int, Flügelmessung> messungen, std::map<int, Flügelangaben> angaben) {
         const auto ci = ciAusSatz(satz_.CI);
         prüfe(u"CI", ci.vollständig);
         const auto hiDv = hiDvAusSatz(satz_.HI_DV);
@@ -153,9 +154,10 @@ private:
         prüfe(u"Grafik1", ciHi.vollständig);
         const auto hiUndDv = chartAusSatz(satz_.Grafik[1]);
         prüfe(u"Grafik2", hiUndDv.vollständig);
-        gelesen_.auflösung =
-            ciHi.inhalt.auflösung ? ciHi.inhalt.auflösung : hiUndDv.inhalt.auflösung;
-        ergänzePunkte(messungen);
+        // Points without a picture size, and the reverse, mean nothing.
+        const auto punkte = punkteAusSatz(satz_.Grafik[2]);
+        prüfe(u"Grafik3", punkte.vollständig);
+        (void)ergänzePunkte(messungen, punkte.inhalt);
 
         std::map<int, Chartwerte> werte;
         for (const auto& [nummer, paar] : ciHi.inhalt.werte) {
@@ -183,20 +185,15 @@ private:
             w.HI = besterWert(zeile.hi, w.HI, indizes.HI);
             w.DV = besterWert(zeile.dv, w.DV, indizes.DV);
         }
-        gelesen_.reihe.stelleHer(ci.inhalt, hiDv.inhalt, werte, std::move(messungen));
-        gelesen_.reihe.alsUnverändertMerken();
-    }
-
-    /// Points without a picture size, and the reverse, mean nothing.
-    void ergänzePunkte(std::map<int, Flügelmessung>& aufnahmen) {
-        const auto punkte = punkteAusSatz(satz_.Grafik[2]);
-        prüfe(u"Grafik3", punkte.vollständig);
-        std::erase_if(aufnahmen, [&punkte](const auto& aufnahme) {
-            return !punkte.inhalt.contains(aufnahme.first);
-        });
-        for (auto& [nummer, messung] : aufnahmen) {
-            messung.punkte = punkte.inhalt.at(nummer);
+        gelesen_.reihe.stelleHer(ci.inhalt, hiDv.inhalt, werte, std::move(messungen),
+                                 std::move(angaben));
+        // The header of a row may be that of another scan.
+        gelesen_.auflösung = gelesen_.reihe.auflösung();
+        if (!gelesen_.auflösung) {
+            gelesen_.auflösung =
+                ciHi.inhalt.auflösung ? ciHi.inhalt.auflösung : hiUndDv.inhalt.auflösung;
         }
+        gelesen_.reihe.alsUnverändertMerken();
     }
 
     /// @p genau the marks as they were entered. They count when the record says the same, so that a
@@ -285,12 +282,14 @@ Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse, int
     satz.HI_DV = hiDvSatz(reihe.hiDvZeilen());
     satz.PROZENT = prozentspalte(marken);
     satz.MERKMAL = marken.Satz;
+    const int dpi = reihe.auflösung().value_or(auflösung);
     satz.Grafik = {
-        chartsatzCiHi(reihe, auflösung, umgebung.format),
-        chartsatzHiDv(reihe, auflösung, umgebung.format),
+        chartsatzCiHi(reihe, dpi, umgebung.format),
+        chartsatzHiDv(reihe, dpi, umgebung.format),
         punktesatz(reihe.messungen()),
-        beisatz({angaben.Jahr, angaben.LV, angaben.ZNr, untersuchung.merkmale()},
-                reihe.messungen()),
+        beisatz(
+            {angaben.Jahr, angaben.LV, angaben.ZNr, untersuchung.merkmale(), untersuchung.zusatz()},
+            reihe.messungen(), reihe.flügelangaben()),
     };
     for (const Textspalte& spalte : textspalten()) {
         ersetzeLeere(satz.*spalte.wert);

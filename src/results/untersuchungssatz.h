@@ -21,9 +21,9 @@ struct Satzumgebung {
 };
 
 /// The row that keeps @p untersuchung. @p EntsprichtRasse is the judgement flag, @p auflösung the
-/// resolution of the scan in dots per inch, @p heute the date it gets when its colony data were
-/// changed or it has none yet. No text of the row is empty: a single blank stands for that. The
-/// layout of the long texts is described in fluegelsatz.h.
+/// resolution in dots per inch that the row gets when none of its wings has one, @p heute the date
+/// it gets when its colony data were changed or it has none yet. No text of the row is empty: a
+/// single blank stands for that. The layout of the long texts is described in fluegelsatz.h.
 [[nodiscard]] Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse,
                                    int auflösung, const QDate& heute, const Satzumgebung& umgebung);
 
@@ -34,7 +34,9 @@ struct GeleseneUntersuchung {
     Merkmale merkmale;
     QDate datum;
     bool EntsprichtRasse = false; ///< the stored verdict
-    std::optional<int> auflösung; ///< in dots per inch; empty when the row has none
+    /// In dots per inch: that of the last wing with points, else the row's; empty without either.
+    std::optional<int> auflösung;
+    Untersuchungszusatz zusatz;
     QStringList nichtGelesen;     ///< columns whose content was not understood, or only in part
     std::optional<QString> rasse; ///< stored name of a race that is not in the list
 };

@@ -336,7 +336,7 @@ TEST_F(Speicherntest, resolutionOfALoadedExamination_doesNotStayForANewOne) {
     züchter().setText(u"A"_s);
     wähle(u"men_Datei_2"_s);
     Ergebnissatz satz = zeile(nummer()).value();
-    satz.Grafik[0].replace(u"1200dpi"_s, u"2400dpi"_s);
+    satz.Grafik[3].replace(u"/1200/"_s, u"/2400/"_s);
     Ergebnistabelle(pfad()).speichere(satz);
     ASSERT_TRUE(starte());
     EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"2400 dpi"_s);

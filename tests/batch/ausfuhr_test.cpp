@@ -28,7 +28,7 @@ protected:
     }
 
     /// Two measured wings, the second with its cubital index alone.
-    void speichere(const QString& nummer, const QString& name) {
+    void speichere(const QString& nummer, const QString& name, int ausgelassen = 0) {
         Untersuchung u;
         Kolonieangaben angaben;
         angaben.UNr = nummer;
@@ -50,6 +50,7 @@ protected:
                                berechneIndizes(messung.punkte, messart, messung.aufnahme), messung,
                                {});
         }
+        u.reihe().lassAus(ausgelassen, true);
         Merkmale merkmale;
         ASSERT_TRUE(MerkmalÜbernehmen(merkmale, {}, false));
         u.setzeMerkmale(merkmale);
@@ -70,15 +71,16 @@ TEST_F(Ausfuhr, examinations_areRowsWithTheirFigures) {
     const QList<QByteArray> zeilen = lauf.zeilen();
     ASSERT_EQ(zeilen.size(), 4);
     EXPECT_THAT(zeilen[0].toStdString(), StartsWith("examination,date,year,queen,"));
-    EXPECT_EQ(zeilen[1], "U1,2025-06-07,2024,,,,,,,,Carnica,workers,yes,1200,2,2,3,0,3,3,1,1,,1,1,"
-                         "1,1.324153,,1.324153,1.324153,1,"
-                         "O=100% E=0% 1R=0% 2R=0%;k=100% m=0% l=0%;F=100% ff=0% f=0%");
+    EXPECT_EQ(zeilen[1],
+              "U1,2025-06-07,2024,,,,,,,,Carnica,workers,yes,1200,2,0,2,3,0,3,3,1,1,,1,1,"
+              "1,1.324153,,1.324153,1.324153,1,"
+              "O=100% E=0% 1R=0% 2R=0%;k=100% m=0% l=0%;F=100% ff=0% f=0%");
     EXPECT_EQ(zeilen[0].count(','), zeilen[1].count(','));
     EXPECT_THAT(zeilen[2].toStdString(), HasSubstr(",\"Grün, \"\"Jo\"\"\","));
 }
 
 TEST_F(Ausfuhr, wings_haveFullValuesAndTheirPicture) {
-    speichere(u"U1"_s, {});
+    speichere(u"U1"_s, {}, 2);
     const Lauf lauf = rufe(u"export --wings a.tdb"_s);
     const QList<QByteArray> zeilen = lauf.zeilen();
     ASSERT_EQ(zeilen.size(), 4);
@@ -91,6 +93,9 @@ TEST_F(Ausfuhr, wings_haveFullValuesAndTheirPicture) {
     EXPECT_THAT(zeilen[2].toStdString(),
                 StartsWith("U1,2025-06-07,Carnica,workers,2,3,21.006002,,,,"
                            "\"C:\\Völker\\a, b.png\",1200,2,"));
+    EXPECT_TRUE(zeilen[0].endsWith(",left_out"));
+    EXPECT_TRUE(zeilen[1].endsWith(",no"));
+    EXPECT_TRUE(zeilen[2].endsWith(",yes"));
     // Its points are those of the picture, so the table can be evaluated in its turn.
     schreibe(u"a.csv"_s, zeilen.join('\n'));
     EXPECT_THAT(rufe(u"evaluate a.csv --format csv"_s).ausgabe,

@@ -31,7 +31,7 @@ Ergebnissatz satzVon(QByteArrayView rest, bool drohnen, const Texte& texte) {
 
 Untersuchung untersuchung(const GeleseneUntersuchung& gelesen) {
     Untersuchung u;
-    u.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum);
+    u.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum, gelesen.zusatz);
     return u;
 }
 
@@ -51,7 +51,7 @@ QByteArray abbildOhneChartwerte(const GeleseneUntersuchung& gelesen) {
     const Messreihe& reihe = gelesen.reihe;
     std::vector<CiZeile> ci = reihe.ciZeilen();
     std::erase_if(ci, [](const CiZeile& z) { return getippteZahl(z.wert) == 0.0; });
-    stand.reihe.stelleHer(ci, reihe.hiDvZeilen(), {}, reihe.messungen());
+    stand.reihe.stelleHer(ci, reihe.hiDvZeilen(), {}, reihe.messungen(), reihe.flügelangaben());
     return untersuchungszeilen(stand);
 }
 

@@ -39,7 +39,7 @@ Messpunkte erwartete() {
                                 {284, 118}, {236, 146}, {218, 144}, {294, 198}};
     Messpunkte p(Messart::AlleMessungen);
     for (int i = 0; i < 8; ++i) {
-        p.setzeNächsten(Messart::AlleMessungen, xy[i][0], xy[i][1]);
+        p.setze(Messart::AlleMessungen, i + 1, xy[i][0], xy[i][1]);
     }
     return p;
 }

@@ -110,6 +110,112 @@ TEST(Messreihe, rebuiltFromAnyLines_isASeriesOfNumbers1To200InOrder) {
     EXPECT_EQ(reihe.messungen().size(), 1U);
 }
 
+TEST(Messreihe, anyWing_canBeDeleted_andTheOthersKeepTheirNumbers) {
+    Messreihe reihe;
+    for (qint16 i = 1; i <= 4; ++i) {
+        trageEin(reihe, i, 2.0F, 1.0F, 1.0F);
+    }
+    reihe.lassAus(2, true);
+    reihe.alsUnverändertMerken();
+    EXPECT_TRUE(reihe.löscheFlügel(2));
+    EXPECT_TRUE(reihe.geändert());
+    EXPECT_FALSE(reihe.löscheFlügel(2));
+    EXPECT_FALSE(reihe.löscheFlügel(0));
+    EXPECT_THAT(reihe.nummern(), ElementsAre(1, 3, 4));
+    EXPECT_EQ(reihe.hiDvZeilen().size(), 3U);
+    EXPECT_EQ(reihe.nächsteNummer(), 5);
+    EXPECT_TRUE(reihe.löscheFlügel(4));
+    EXPECT_EQ(reihe.nächsteNummer(), 4);
+    trageEin(reihe, 2, 2.0F); // a wing entered anew is not left out
+    EXPECT_FALSE(reihe.ausgelassen(2));
+}
+
+TEST(Messreihe, wingLeftOut_staysWithItsNumberAndCountsNowhere) {
+    Texte texte{QString()};
+    Messreihe reihe;
+    trageEin(reihe, 1, 2.0F, 1.0F, 1.0F);
+    trageEin(reihe, 2, 9.0F, 1.2F, 9.0F);
+    reihe.alsUnverändertMerken();
+    EXPECT_FALSE(reihe.lassAus(3, true)); // no such wing
+    EXPECT_FALSE(reihe.lassAus(2, false));
+    EXPECT_FALSE(reihe.geändert());
+    EXPECT_TRUE(reihe.lassAus(2, true));
+    EXPECT_TRUE(reihe.geändert());
+    EXPECT_THAT(reihe.gewertete(), ElementsAre(1));
+    EXPECT_THAT(werte(reihe, &Chartwerte::CI), ElementsAre(2.0F));
+    EXPECT_EQ(reihe.ciZeilen().size(), 2U);
+    EXPECT_EQ(reihe.nächsteNummer(), 3);
+    trageEin(reihe, 2, 3.0F, 1.2F, 9.0F); // measured again it stays left out
+    EXPECT_TRUE(reihe.ausgelassen(2));
+    EXPECT_EQ(ausgelassen(reihe, texte), u"1 Flügel ausgelassen: 002"_s);
+    reihe.lassAus(1, true);
+    texte.SpracheEinstellen(1);
+    EXPECT_EQ(ausgelassen(reihe, texte), u"2 wings left out: 001, 002"_s);
+
+    Reihenmodelle modelle(reihe, texte, {});
+    modelle.aktualisiere();
+    reihe.lassAus(1, false);
+    for (const QModelIndex& index : {modelle.ci().index(1), modelle.hiDv().index(1),
+                                     modelle.flügel().index(1, Flügeltabelle::CI)}) {
+        EXPECT_EQ(index.data(zeilenrolle::Nummer), 2);
+        EXPECT_EQ(index.data(zeilenrolle::Ausgelassen), true);
+        EXPECT_EQ(index.siblingAtRow(0).data(zeilenrolle::Ausgelassen), false);
+        EXPECT_EQ(index.data(Qt::ToolTipRole).toString(), texte(Meldung::Ausgelassen));
+        EXPECT_FALSE(index.siblingAtRow(0).data(Qt::ToolTipRole).isValid());
+    }
+    EXPECT_TRUE(reihe.lassAus(2, false));
+    EXPECT_EQ(ausgelassen(reihe, texte), QString());
+}
+
+TEST(Messreihe, resolutionOfWings_changesTheirDiscoidalShiftAlone) {
+    Messreihe reihe;
+    const auto misst = [&reihe](qint16 nummer, int dpi, const QString& bild) {
+        Flügelmessung m{.aufnahme = {2, dpi}, .bilddatei = bild};
+        constexpr int X[] = {0, 100, 900, 420, 560, 600, 700, 742, 520};
+        constexpr int Y[] = {0, 500, 430, 420, 380, 560, 610, 640, 700};
+        for (int i = 1; i <= 8; ++i) {
+            m.punkte.setze(m.messart, i, static_cast<float>(X[i] + nummer),
+                           static_cast<float>(Y[i]));
+        }
+        reihe.trageEin(nummer, berechneIndizes(m.punkte, m.messart, m.aufnahme), m, komma);
+        return m;
+    };
+    EXPECT_EQ(reihe.auflösung(), std::nullopt);
+    const Flügelmessung eins = misst(1, 2400, u"a"_s);
+    misst(2, 1200, u"a"_s);
+    misst(3, 600, u"b"_s);
+    Flügelmessung vierter; // whose points do not give its values
+    vierter.punkte.setze(vierter.messart, 1, 5, 5);
+    reihe.trageEin(4, {.CI = 2.0F, .HI = 1.0F, .DV = 1.0F, .fehler = {}}, vierter, {});
+    trageEin(reihe, 5, 2.0F, 1.0F, 1.0F); // without points
+    EXPECT_EQ(reihe.auflösung(), 1200);
+    reihe.alsUnverändertMerken();
+    const Messreihe vorher = reihe;
+    const std::vector<int> aufA = reihe.flügelAufBild(u"a"_s);
+
+    const auto wechsel = reihe.auflösungswechsel(aufA, 1200);
+    ASSERT_EQ(wechsel.size(), 1U); // the other one has it already
+    EXPECT_EQ(wechsel[0].nummer, 1);
+    EXPECT_EQ(wechsel[0].dpiVorher, 2400);
+    EXPECT_EQ(wechsel[0].DVVorher, vorher.chartwerte(1).DV);
+    EXPECT_FALSE(reihe.geändert());
+    EXPECT_TRUE(reihe.setzeAuflösung(aufA, 1200));
+    EXPECT_TRUE(reihe.geändert());
+    EXPECT_EQ(reihe.chartwerte(1).DV, wechsel[0].DVNachher);
+    EXPECT_EQ(reihe.chartwerte(1).DV, berechneIndizes(eins.punkte, eins.messart, {2, 1200}).DV);
+    EXPECT_EQ(reihe.hiDvZeilen()[0].dv, Format(reihe.chartwerte(1).DV, u"+0.0;-0.0", komma));
+    EXPECT_EQ(reihe.hiDvZeilen()[0].hi, vorher.hiDvZeilen()[0].hi);
+    EXPECT_EQ(reihe.ciZeilen(), vorher.ciZeilen());
+    EXPECT_EQ(reihe.messung(1)->punkte, eins.punkte);
+    EXPECT_EQ(reihe.messung(3)->aufnahme.dpi, 600);
+    EXPECT_FALSE(reihe.setzeAuflösung(aufA, 1200));
+
+    const std::vector<int> vier{4, 5};
+    EXPECT_TRUE(reihe.setzeAuflösung(vier, 2400));
+    EXPECT_EQ(reihe.chartwerte(4).DV, 0.5F);
+    EXPECT_EQ(reihe.hiDvZeilen()[3].dv, u"+0.5"_s);
+}
+
 TEST(Kennzahlen, knownValues_andTooFewOfThem) {
     const float werte[] = {2.0F, Chartwerte::KeinWert, 4.0F, 4.0F, 6.0F};
     const auto k = kennzahlen(werte);

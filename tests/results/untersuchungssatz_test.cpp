@@ -49,10 +49,10 @@ struct Probe {
     void trageEin(qint16 nummer, const Indizes& indizes) {
         untersuchung.reihe().trageEin(nummer, indizes, {}, format);
     }
-    void messe(int nummer, Messart messart = Messart::AlleMessungen) {
+    void messe(int nummer, Messart messart = Messart::AlleMessungen, int dpi = 1200) {
         const Flügelmessung messung{.punkte = flügelpunkte(nummer, messart),
                                     .messart = messart,
-                                    .aufnahme = {static_cast<qint16>(1 + nummer % 2), 1200},
+                                    .aufnahme = {static_cast<qint16>(1 + nummer % 2), dpi},
                                     .bilddatei =
                                         u"C:\\Völker; 50%/#1\\Flügel %1.jpg"_s.arg(nummer / 20)};
         ASSERT_TRUE(untersuchung.reihe().trageEin(
@@ -111,6 +111,21 @@ Ergebnissatz fremderSatz() {
 }
 
 } // namespace
+
+TEST(Untersuchungssatz, header_saysTheResolutionOfTheWings_notOfTheNextScan) {
+    Probe probe;
+    EXPECT_TRUE(probe.satz().Grafik[0].startsWith(u"CI-HI 1200dpi;")); // no wings: as set
+    probe.messe(1, Messart::AlleMessungen, 600);
+    probe.messe(2, Messart::AlleMessungen, 2400);
+    probe.trageEin(3, {.CI = 2.0F, .HI = {}, .DV = {}, .fehler = {}}); // without points
+    const Ergebnissatz satz = probe.satz();
+    EXPECT_TRUE(satz.Grafik[0].startsWith(u"CI-HI 2400dpi;"));
+    EXPECT_TRUE(satz.Grafik[1].startsWith(u"HI-DV 2400dpi;"));
+
+    Ergebnissatz alt = satz; // as rows were written with the box at 1200
+    alt.Grafik[0].replace(u"2400dpi"_s, u"1200dpi"_s);
+    EXPECT_EQ(untersuchungAus(alt, probe.umgebung()).auflösung, 2400);
+}
 
 TEST(Untersuchungssatz, fullExamination_comesBackWhoeverWroteAndReadsIt) {
     for (int sprache = 0; sprache < anzahlSprachen; ++sprache) {
@@ -366,6 +381,12 @@ TEST(Untersuchungssatz, damagedColumns_areNamedAndTheRestIsRead) {
              {u"Grafik3"_s, u"Punkte 1;001/8/5/1/2;"_s, {}},
              {u"Grafik4"_s, u"Angaben 1;001/9/1200/1/a.jpg;002;"_s, {}},
              {u"Grafik4"_s, u"Angaben 1;Summen=1/2;"_s, {}},
+             {u"Grafik4"_s, u"Angaben 1;001/1/1200/1/a.jpg;001=Bild:3x;"_s, {}},
+             {u"Grafik4"_s, u"Angaben 1;001/1/1200/1/a.jpg;001=Punkte:kkkkkkk?;"_s, {}},
+             {u"Grafik4"_s, u"Angaben 1;001=Bild:3x4;"_s, {}},
+             {u"Grafik4"_s, u"Angaben 1;001=Ausgelassen:1;001=Ausgelassen:1;"_s, {}},
+             {u"Grafik4"_s, u"Angaben 1;001=Ausgelassen;"_s, {}},
+             {u"Grafik4"_s, u"Angaben 1;"_s + QString(u"a=b;"_s).repeated(200), {}},
              {u"Grafik4"_s, u"Angaben 1;Bienen="_s + QString(1000, u'/') + u';', {}},
          }) {
         Ergebnissatz satz;
@@ -390,11 +411,66 @@ TEST(Untersuchungssatz, exactMarksThatNobodyCouldEnter_giveWayToTheRecord) {
     }
 }
 
-TEST(Untersuchungssatz, fieldsOfALaterVersion_arePassedOver) {
-    const auto gelesen = beiangabenAusSatz(u"Angaben 1;Jahr=2025;Wetter=sonnig;007/1/600/0/a.jpg;");
-    EXPECT_TRUE(gelesen.vollständig);
-    EXPECT_EQ(gelesen.inhalt.angaben.Jahr, u"2025"_s);
-    EXPECT_EQ(gelesen.inhalt.aufnahmen.at(7).messart, Messart::NurCubitalindex);
+TEST(Untersuchungssatz, fieldsOfALaterVersion_areKeptAndStoredAgain) {
+    Probe probe;
+    probe.messe(7);
+    probe.trageEin(9, {.CI = 2.0F, .HI = {}, .DV = {}, .fehler = {}});
+    Ergebnissatz satz = probe.satz();
+    EXPECT_FALSE(satz.Grafik[3].contains(u"Felder"_s)); // to the letter as the first version wrote
+    satz.Grafik[3].replace(u"007/"_s, u"Wetter=sonnig%3B;Felder;007/"_s);
+    satz.Grafik[3].replace(u"009/"_s, u"007=Form:1,2/Bild:30x20;009=Ausgelassen:1/Alter:3;009/"_s);
+
+    const GeleseneUntersuchung gelesen = untersuchungAus(satz, probe.umgebung());
+    EXPECT_THAT(gelesen.nichtGelesen, IsEmpty());
+    EXPECT_EQ(gelesen.reihe.messung(7)->bild.größe, QSize(30, 20));
+    EXPECT_THAT(gelesen.reihe.ausgelassene(), ElementsAre(9));
+    Probe wieder;
+    wieder.untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
+                             gelesen.zusatz);
+    const QString neu = wieder.satz().Grafik[3];
+    for (const auto& teil : {u"Wetter=sonnig%3B;"_s, u"Form:1,2"_s, u"Alter:3"_s}) {
+        EXPECT_EQ(neu.count(teil), 1) << neu.toStdString();
+    }
+    EXPECT_TRUE(wieder.untersuchung.reihe().löscheFlügel(9));
+    EXPECT_FALSE(wieder.satz().Grafik[3].contains(u"Alter"_s)); // gone with its wing
+}
+
+TEST(Untersuchungssatz, whatWingsWereMeasuredFrom_comesBackAndOlderVersionsSayThatTheyMissIt) {
+    Probe probe;
+    const auto misst = [&probe](qint16 nummer, const Bildkennung& bild, Punktherkunft herkunft) {
+        Flügelmessung m;
+        m.punkte = flügelpunkte(nummer, m.messart);
+        m.bilddatei = u"/a.jpg"_s;
+        m.bild = bild;
+        m.punkte.Herkunft[8] = herkunft;
+        probe.untersuchung.reihe().trageEin(
+            nummer, berechneIndizes(m.punkte, m.messart, m.aufnahme), m, probe.format);
+    };
+    const Bildkennung seite{{3507, 2480}, u"1a-0123456789abcdef"_s};
+    misst(1, seite, Punktherkunft::Geklickt);
+    misst(2, seite, Punktherkunft::Verschoben);
+    misst(3, {{3507, 2481}, u"1a-99"_s}, Punktherkunft::PerTaste);
+    misst(4, {}, Punktherkunft::Vorgeschlagen);
+    misst(5, {}, Punktherkunft::Unbekannt);
+    probe.trageEin(6, {.CI = 2.0F, .HI = {}, .DV = {}, .fehler = {}});
+    for (const int nummer : {2, 6}) {
+        probe.untersuchung.reihe().lassAus(nummer, true);
+    }
+    Untersuchungszusatz zusatz;
+    zusatz.Grenzen = u"CI 2=1;%"_s;
+    zusatz.Herkunft = u"Völker 5.Bee"_s;
+    probe.untersuchung.setzeZusatz(zusatz);
+    const Ergebnissatz satz = probe.satz();
+    EXPECT_TRUE(satz.Grafik[3].contains(
+        u";Felder;001/1/1200/1/%2Fa.jpg;001=Bild:3507x2480/Marke:1a-0123456789abcdef/"
+        "Punkte:-------k;002;002=Punkte:-------v/Ausgelassen:1;003/"_s))
+        << satz.Grafik[3].toStdString();
+
+    const GeleseneUntersuchung gelesen = untersuchungAus(satz, probe.umgebung());
+    EXPECT_THAT(gelesen.nichtGelesen, IsEmpty());
+    erwarteGleicheReihe(gelesen.reihe, probe.untersuchung.reihe());
+    EXPECT_EQ(gelesen.reihe.flügelangaben(), probe.untersuchung.reihe().flügelangaben());
+    EXPECT_EQ(gelesen.zusatz, zusatz);
 }
 
 TEST(Untersuchungssatz, anyGarbage_givesAnExaminationThatCanBeStoredAgain) {
