@@ -48,13 +48,13 @@ bool Messpunkte::wähle(Messart messart, int nummer) {
     return true;
 }
 
-bool Messpunkte::verschiebe(float dx, float dy) {
+bool Messpunkte::verschiebe(float dx, float dy, const Bildgrenze& grenze) {
     if (GewählterPunkt == 0 || !gemessen(GewählterPunkt)) {
         return false;
     }
     const float x = PunktX[GewählterPunkt] + dx;
     const float y = PunktY[GewählterPunkt] + dy;
-    if (x < 0 || y < 0) {
+    if (!grenze.enthält(x, y)) {
         return false;
     }
     PunktX[GewählterPunkt] = x;

@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <array>
+#include <limits>
 
 namespace tarvel {
 
@@ -14,6 +15,17 @@ enum class Messart : qint16 { NurCubitalindex = 0, AlleMessungen = 1, Korrelatio
 [[nodiscard]] constexpr bool misstAchtPunkte(Messart messart) {
     return messart != Messart::NurCubitalindex;
 }
+
+/// Size of the zoomed picture, in its pixels; as long as there is none, only its upper and left
+/// edge are known.
+struct Bildgrenze {
+    float breite = std::numeric_limits<float>::infinity();
+    float höhe = std::numeric_limits<float>::infinity();
+
+    [[nodiscard]] bool enthält(float x, float y) const {
+        return x >= 0 && y >= 0 && x < breite && y < höhe;
+    }
+};
 
 /// The eight vein points of the wing being measured.
 ///
@@ -48,8 +60,8 @@ struct Messpunkte {
     bool wähle(Messart messart, int nummer);
 
     /// Moves the selected point. False when none is selected, when it is not set yet, and at the
-    /// upper and left edge of the picture.
-    bool verschiebe(float dx, float dy);
+    /// edges of the picture.
+    bool verschiebe(float dx, float dy, const Bildgrenze& grenze);
 
     [[nodiscard]] bool gemessen(int nummer) const { return PunktX[nummer] != NichtGemessen; }
 

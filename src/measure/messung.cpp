@@ -80,7 +80,7 @@ bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
         return false;
     }
     const Messpunkte vorher = punkte_;
-    if (!punkte_.verschiebe(dx, dy)) {
+    if (!punkte_.verschiebe(dx, dy, grenze())) {
         return false;
     }
     verlauf_.push_back(vorher);
@@ -89,6 +89,10 @@ bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
 }
 
 bool Messung::setzePerTaste(int nummer) {
+    if (!grenze().enthält(LetzteMausX_, LetzteMausY_)) {
+        ZeigeHinweis(HinweisPunkteSetzen);
+        return true;
+    }
     const Messpunkte vorher = punkte_;
     if (!punkte_.setze(messart_, nummer, LetzteMausX_, LetzteMausY_)) {
         return false;
@@ -203,8 +207,11 @@ void Messung::zieh(int nummer, float x, float y, bool neuerZug) {
         merkeStand();
     }
     punkte_.GewählterPunkt = static_cast<qint16>(nummer);
-    punkte_.PunktX[nummer] = x;
-    punkte_.PunktY[nummer] = y;
+    const auto imBild = [](float wert, float länge) {
+        return std::clamp(wert, 0.0F, std::max(0.0F, länge - 1));
+    };
+    punkte_.PunktX[nummer] = imBild(x, grenze().breite);
+    punkte_.PunktY[nummer] = imBild(y, grenze().höhe);
     punkteGeändert();
 }
 
@@ -267,6 +274,14 @@ void Messung::setzeBilddatei(const QString& pfad) {
     beendeWiederholung();
     bilddatei_ = pfad;
     verwirf();
+}
+
+Bildgrenze Messung::grenze() const {
+    if (!bildgröße_.isValid()) {
+        return {};
+    }
+    const QSizeF gezoomt = QSizeF(bildgröße_) * aufnahme_.Zoomfaktor;
+    return {static_cast<float>(gezoomt.width()), static_cast<float>(gezoomt.height())};
 }
 
 qint16 Messung::nummer() const {
