@@ -3,6 +3,8 @@
 #include "app/hg.h"
 
 #include "measure/aufloesung.h"
+#include "measure/bildhoehe.h"
+#include "measure/koordinatenausgabe.h"
 #include "measure/koordinatenreihe.h"
 #include "measure/leseproblem.h"
 #include "measure/messdatei.h"
@@ -14,7 +16,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QImageReader>
 
 #include <algorithm>
 #include <array>
@@ -45,18 +46,23 @@ Dateiart dateiart(const QString& pfad) {
     return stelle == endungen.end() ? Dateiart::Bild : stelle->second;
 }
 
-/// Lays a wing onto its picture, which lies beside the file that names it; where there is none, it
-/// is turned over about its own middle, which leaves its shape right.
-void legeInsBild(Flügelmessung& messung, const QDir& ordner) {
+/// Lays a wing onto its picture, which lies beside the file that names it. Where there is none, it
+/// is turned over about its own middle, which leaves its shape right, and the picture is noted in
+/// @p ohneBild.
+void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneBild) {
     const QString bild = ordner.filePath(messung.bilddatei);
-    std::optional<float> höhe;
     if (!messung.bilddatei.isEmpty() && QFileInfo(bild).isFile()) {
-        messung.bilddatei = bild;
-        if (const QSize größe = QImageReader(bild).size(); größe.isValid()) {
-            höhe = static_cast<float>(größe.height());
+        const std::optional<float> höhe = bildhöhe(bild);
+        if (const auto gelegt = höhe ? gespiegelt(messung.punkte, *höhe) : std::nullopt) {
+            messung.bilddatei = bild;
+            messung.punkte = *gelegt;
+            return;
         }
     }
-    messung.punkte = gespiegelt(messung.punkte, höhe);
+    if (!ohneBild.contains(messung.bilddatei)) {
+        ohneBild << messung.bilddatei;
+    }
+    messung.punkte = gespiegelt(messung.punkte, eigeneHöhe(messung.punkte)).value();
 }
 
 } // namespace
@@ -213,7 +219,7 @@ bool HG::lesKoordinaten(const QString& pfad) {
     if (!inhalt) {
         return false;
     }
-    const auto gelesen = liesKoordinaten(*inhalt);
+    const auto gelesen = liesKoordinaten(*inhalt, eigeneMessart());
     if (const auto* problem = std::get_if<Leseproblem>(&gelesen)) {
         berichte(Meldung::ImportNichtsGelesen, pfad, {textMitZeile(*problem, t)});
         return false;
@@ -224,11 +230,16 @@ bool HG::lesKoordinaten(const QString& pfad) {
         return false;
     }
     Lagebestimmung lage;
+    QStringList ohneBild;
     if (koordinaten.yNachOben) {
-        lage = [ordner = QFileInfo(pfad).dir()](Flügelmessung& m) { legeInsBild(m, ordner); };
+        lage = [&, ordner = QFileInfo(pfad).dir()](Flügelmessung& m) {
+            legeInsBild(m, ordner, ohneBild);
+        };
     }
-    Koordinatenreihe eingelesen =
-        reiheAus(koordinaten, eigeneMessart(), {1, *dpi}, umgebung_.format, lage);
+    Koordinatenreihe eingelesen = reiheAus(koordinaten, {.messart = eigeneMessart(),
+                                                         .aufnahme = {1, *dpi},
+                                                         .format = umgebung_.format,
+                                                         .lage = lage});
     QStringList ohneWerte;
     for (const Flügelmangel& mangel : eingelesen.mängel) {
         ohneWerte << t(Meldung::LeseZeile)
@@ -252,6 +263,13 @@ bool HG::lesKoordinaten(const QString& pfad) {
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);
+    }
+    if (!ohneBild.isEmpty()) {
+        for (QString& bild : ohneBild) {
+            bild = t(Meldung::PunkteOhneBild)
+                       .arg(bild.isEmpty() ? t(Meldung::DateiUnbekannt) : bildname(bild));
+        }
+        umgebung_.dialoge.meldung(t(Text::Importieren), ohneBild.join(u'\n'), Meldungsart::Hinweis);
     }
     return true;
 }

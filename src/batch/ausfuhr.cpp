@@ -15,7 +15,7 @@ Status exportiere(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebung) {
         .texte = t, .format = umgebung.format, .rassen = rassenliste(Einstellungen(QString()))};
     try {
         const Ergebnistabelle tabelle(befehl.datenbank);
-        Ausfuhr ausfuhr(befehl.art);
+        Ausfuhr ausfuhr(befehl.art, umgebung.bildhöhe);
         tabelle.sätze(tabelle.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),
                       [&](const Ergebnissatz& satz) {
                           const QStringList offen = ausfuhr.nimm(satz, satzumgebung);
@@ -26,6 +26,13 @@ Status exportiere(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebung) {
                           }
                           return true;
                       });
+        for (const QString& flügel : ausfuhr.ohneBildhöhe()) {
+            melde(umgebung, befehl.datenbank, t(Meldung::BildhöheUnbekannt).arg(flügel));
+        }
+        if (!ausfuhr.ohneBildhöhe().isEmpty()) {
+            melde(umgebung, befehl.datenbank, t(Meldung::ExportOhneBildhöhe));
+            return Status::NichtLesbar;
+        }
         return schreibe(umgebung, befehl.ziel, ausfuhr.inhalt());
     } catch (const Datenbankfehler& fehler) {
         melde(umgebung, befehl.datenbank, meldungstext(t, fehler));

@@ -39,6 +39,9 @@ void meldeUnlesbar(const Batchumgebung& umgebung, const QString& datei) {
 } // namespace
 
 std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const QString& datei) {
+    if (datei == Standardstrom) {
+        return umgebung.eingabe.read(GrößteTextdatei + 1);
+    }
     std::optional<QByteArray> bytes = dateiinhalt(datei);
     if (!bytes) {
         meldeUnlesbar(umgebung, datei);
@@ -47,7 +50,7 @@ std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const Q
 }
 
 Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteArray& inhalt) {
-    if (ziel.isEmpty()) {
+    if (ziel.isEmpty() || ziel == Standardstrom) {
         return umgebung.ausgabe.write(inhalt) == inhalt.size() ? Status::Gut : Status::NichtLesbar;
     }
     const std::optional<QString> grund = schreibeDatei(ziel, inhalt);

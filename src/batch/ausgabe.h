@@ -11,6 +11,7 @@
 #include <QDate>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class QIODevice;
@@ -22,8 +23,11 @@ struct Batchumgebung {
     const Texte& texte; ///< in the language of the call
     Zahlenformat format;
     QDate heute;
+    QIODevice& eingabe; ///< what is read in place of a file "-"
     QIODevice& ausgabe; ///< results
     QIODevice& fehler;  ///< messages
+    /// Height of a picture in pixels; nullopt when it cannot be had.
+    std::function<std::optional<float>(const QString& pfad)> bildhöhe;
 };
 
 /// The decimal separator that goes with a language. The system's own does not matter here, so that
@@ -37,12 +41,16 @@ void melde(const Batchumgebung& umgebung, const QString& datei, const QString& g
 void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproblem& problem);
 /// @}
 
-/// The content of a text file; nullopt, with a message, when it cannot be read.
+/// The name that means the standard input, or output, in place of a file.
+inline constexpr QStringView Standardstrom = u"-";
+
+/// The content of a text file, or of the standard input, as far as one can be large; nullopt, with
+/// a message, when it cannot be read.
 [[nodiscard]] std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung,
                                                         const QString& datei);
 
 /// Writes @p inhalt to the file @p ziel, which is replaced only when all was written, or to the
-/// standard output when the name is empty. NichtLesbar, with a message, when that failed.
+/// standard output when the name is empty or "-". NichtLesbar, with a message, when that failed.
 [[nodiscard]] Status schreibe(const Batchumgebung& umgebung, const QString& ziel,
                               const QByteArray& inhalt);
 
