@@ -199,9 +199,7 @@ bool HG::lesMessdatei(const QString& pfad) {
         angaben.UNr = nummer;
         untersuchung_.setzeAngaben(angaben);
     }
-    if (gelesen.messart) {
-        messplatz_->wünscheMessart(*gelesen.messart);
-    }
+    messplatz_->wünscheMessart(gelesen.messart);
     zeigeUntersuchung();
     verteiler_.ausführen(befehl::Kurven);
     if (!gelesen.merkmaleVerstanden) {
