@@ -90,6 +90,14 @@ bool HG::öffneDateien(const QStringList& pfade) {
     return gelungen;
 }
 
+void HG::übernimmDateien(const QStringList& pfade) {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+    öffneDateien(pfade);
+    ZeigeEigenenHinweis(umgebung_.texte(Text::BereitsGestartet));
+}
+
 bool HG::öffneDatei(const QString& pfad) {
     switch (dateiart(pfad)) {
     case Dateiart::Ordner:
