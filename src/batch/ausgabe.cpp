@@ -40,7 +40,15 @@ void meldeUnlesbar(const Batchumgebung& umgebung, const QString& datei) {
 
 std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const QString& datei) {
     if (datei == Standardstrom) {
-        return umgebung.eingabe.read(GrößteTextdatei + 1);
+        QByteArray alles; // a pipe gives what is there just now
+        while (alles.size() <= GrößteTextdatei) {
+            const QByteArray teil = umgebung.eingabe.read(GrößteTextdatei + 1 - alles.size());
+            if (teil.isEmpty()) {
+                break;
+            }
+            alles += teil;
+        }
+        return alles;
     }
     std::optional<QByteArray> bytes = dateiinhalt(datei);
     if (!bytes) {
