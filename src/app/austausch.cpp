@@ -3,7 +3,7 @@
 #include "evaluation/rassen.h"
 #include "lang/zielwahl.h"
 #include "measure/aufloesung.h"
-#include "measure/bilddatei.h"
+#include "measure/bildhoehe.h"
 #include "platform/dateiausgabe.h"
 #include "platform/fortschritt.h"
 #include "results/ausfuhr.h"
@@ -20,11 +20,6 @@ namespace tarvel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-std::optional<float> bildhöhe(const QString& pfad) {
-    const std::optional<QSize> größe = Bilddatei::liesGröße(pfad);
-    return größe ? std::optional(static_cast<float>(größe->height())) : std::nullopt;
-}
 
 /// "alt/7.Bee – nicht gespeichert. Zeile 16: …"
 QString zeile(const QString& datei, const Einfuhrbericht& bericht, const Texte& texte) {
@@ -156,6 +151,10 @@ QString Austausch::exportiere(const Ablagestand& stand) const {
     (void)ausfuhr.nimm(satzAus(untersuchung_, stand.EntsprichtRasse, stand.auflösung,
                                umgebung_.uhr.now().date(), satz),
                        satz);
+    if (const QStringList& flügel = ausfuhr.ohneBildhöhe(); !flügel.isEmpty()) {
+        umgebung_.dialoge.bericht(titel, t(Meldung::ExportOhneBildhöhe), flügel);
+        return {};
+    }
     if (ausfuhr.inhalt().isEmpty()) {
         melde(titel, t(Meldung::ExportOhnePunkte));
         return {};

@@ -1,9 +1,10 @@
 #include "app/hauptstart.h"
 
+#include "app/dateiannahme.h"
 #include "app/hg.h"
 #include "app/start.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 namespace tarvel {
 
@@ -33,7 +34,7 @@ Programm::Programm(const QString& ordner, const Dienste& dienste)
 
 Programm::~Programm() = default;
 
-bool Programm::Hauptstart() {
+bool Programm::Hauptstart(const QStringList& dateien) {
     if (einstellungen_.zahl(Einstellung::Neu) == NieEingerichtet) {
         Start start(einstellungen_, texte_, dienste_.benutzersprache);
         dienste_.ersterLauf(start);
@@ -49,6 +50,9 @@ bool Programm::Hauptstart() {
 
     instanz_ = std::make_unique<Instanz>(ordner_);
     if (!instanz_->erste()) {
+        if (Dateiannahme::übergib(ordner_, dateien)) {
+            return false;
+        }
         dienste_.dialoge.meldung(texte_(Meldung::Programmname), texte_(Text::BereitsGestartet),
                                  Meldungsart::Stopp);
         return false;
@@ -61,6 +65,9 @@ bool Programm::Hauptstart() {
     hg_->beginne();
     QGuiApplication::restoreOverrideCursor();
     hg_->show();
+    annahme_ = std::make_unique<Dateiannahme>(
+        ordner_, [] { return QApplication::activeModalWidget() == nullptr; },
+        [this](const QStringList& übergebene) { hg_->übernimmDateien(übergebene); });
     return true;
 }
 

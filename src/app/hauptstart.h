@@ -16,6 +16,7 @@
 
 namespace tarvel {
 
+class Dateiannahme;
 class HG;
 class Start;
 
@@ -41,8 +42,8 @@ public:
     ~Programm();
 
     /// Starts the program. False when it has to end at once, because another instance is running;
-    /// the message was shown then.
-    [[nodiscard]] bool Hauptstart();
+    /// that one has taken @p dateien over then, or the message was shown.
+    [[nodiscard]] bool Hauptstart(const QStringList& dateien = {});
 
     /// The main window; null before a successful start.
     [[nodiscard]] HG* hauptfenster() const { return hg_.get(); }
@@ -64,6 +65,7 @@ private:
     Sitzung sitzung_;
     std::unique_ptr<Instanz> instanz_;
     std::unique_ptr<HG> hg_;
+    std::unique_ptr<Dateiannahme> annahme_;
 };
 
 } // namespace tarvel

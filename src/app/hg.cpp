@@ -421,9 +421,7 @@ void HG::zeigeZustand() {
     erlaube(Menue::Bearbeiten, 2, amMessplatz && mitBild);
     erlaube(Menue::Bearbeiten, 11, !reihe.leer());
     erlaube(Menue::Bearbeiten, 3, amMessplatz && messung_.rückgängigMöglich());
-    erlaube(Menue::Hilfe, 0,
-            QFileInfo::exists(umgebung_.texte.HilfeDatei()) ||
-                !hilfeseite(umgebung_.texte).isEmpty());
+    erlaube(Menue::Hilfe, 0, hilfeVorhanden(umgebung_.texte));
     erlaubeTextbefehle();
 
     // The view that is shown is the one that is checked.

@@ -61,6 +61,8 @@ public:
     bool öffneDatei(const QString& pfad);
     /// Opens several: one of each kind, but stores measurement files when there are more than one.
     bool öffneDateien(const QStringList& pfade);
+    /// Opens, in front of other windows, what a second start of the program was given.
+    void übernimmDateien(const QStringList& pfade);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

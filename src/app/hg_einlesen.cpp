@@ -3,8 +3,9 @@
 #include "app/hg.h"
 
 #include "measure/aufloesung.h"
-#include "measure/bilddatei.h"
+#include "measure/bildhoehe.h"
 #include "measure/bildort.h"
+#include "measure/koordinatenausgabe.h"
 #include "measure/koordinatenreihe.h"
 #include "measure/leseproblem.h"
 #include "measure/messdatei.h"
@@ -46,18 +47,23 @@ Dateiart dateiart(const QString& pfad) {
     return stelle == endungen.end() ? Dateiart::Bild : stelle->second;
 }
 
-/// Lays a wing onto its picture, which lies beside the file that names it; where there is none, it
-/// is turned over about its own middle, which leaves its shape right.
-void legeInsBild(Flügelmessung& messung, const QDir& ordner) {
+/// Lays a wing onto its picture, which lies beside the file that names it. Where there is none, it
+/// is turned over about its own middle, which leaves its shape right, and the picture is noted in
+/// @p ohneBild.
+void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneBild) {
     const QString bild = ordner.filePath(messung.bilddatei);
-    std::optional<float> höhe;
     if (!messung.bilddatei.isEmpty() && QFileInfo(Bildort::aus(bild).datei).isFile()) {
-        messung.bilddatei = bild;
-        if (const std::optional<QSize> größe = Bilddatei::liesGröße(bild)) {
-            höhe = static_cast<float>(größe->height());
+        const std::optional<float> höhe = bildhöhe(bild);
+        if (const auto gelegt = höhe ? gespiegelt(messung.punkte, *höhe) : std::nullopt) {
+            messung.bilddatei = bild;
+            messung.punkte = *gelegt;
+            return;
         }
     }
-    messung.punkte = gespiegelt(messung.punkte, höhe);
+    if (!ohneBild.contains(messung.bilddatei)) {
+        ohneBild << messung.bilddatei;
+    }
+    messung.punkte = gespiegelt(messung.punkte, eigeneHöhe(messung.punkte)).value();
 }
 
 } // namespace
@@ -83,6 +89,14 @@ bool HG::öffneDateien(const QStringList& pfade) {
         }
     }
     return gelungen;
+}
+
+void HG::übernimmDateien(const QStringList& pfade) {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+    öffneDateien(pfade);
+    ZeigeEigenenHinweis(umgebung_.texte(Text::BereitsGestartet));
 }
 
 bool HG::öffneDatei(const QString& pfad) {
@@ -194,9 +208,7 @@ bool HG::lesMessdatei(const QString& pfad) {
         angaben.UNr = nummer;
         untersuchung_.setzeAngaben(angaben);
     }
-    if (gelesen.messart) {
-        messplatz_->wünscheMessart(*gelesen.messart);
-    }
+    messplatz_->wünscheMessart(gelesen.messart);
     zeigeUntersuchung();
     verteiler_.ausführen(befehl::Kurven);
     if (!gelesen.merkmaleVerstanden) {
@@ -214,7 +226,7 @@ bool HG::lesKoordinaten(const QString& pfad) {
     if (!inhalt) {
         return false;
     }
-    const auto gelesen = liesKoordinaten(*inhalt);
+    const auto gelesen = liesKoordinaten(*inhalt, eigeneMessart());
     if (const auto* problem = std::get_if<Leseproblem>(&gelesen)) {
         berichte(Meldung::ImportNichtsGelesen, pfad, {textMitZeile(*problem, t)});
         return false;
@@ -225,11 +237,16 @@ bool HG::lesKoordinaten(const QString& pfad) {
         return false;
     }
     Lagebestimmung lage;
+    QStringList ohneBild;
     if (koordinaten.yNachOben) {
-        lage = [ordner = QFileInfo(pfad).dir()](Flügelmessung& m) { legeInsBild(m, ordner); };
+        lage = [&, ordner = QFileInfo(pfad).dir()](Flügelmessung& m) {
+            legeInsBild(m, ordner, ohneBild);
+        };
     }
-    Koordinatenreihe eingelesen =
-        reiheAus(koordinaten, eigeneMessart(), {1, *dpi}, umgebung_.format, lage);
+    Koordinatenreihe eingelesen = reiheAus(koordinaten, {.messart = eigeneMessart(),
+                                                         .aufnahme = {1, *dpi},
+                                                         .format = umgebung_.format,
+                                                         .lage = lage});
     QStringList ohneWerte;
     for (const Flügelmangel& mangel : eingelesen.mängel) {
         ohneWerte << t(Meldung::LeseZeile)
@@ -253,6 +270,13 @@ bool HG::lesKoordinaten(const QString& pfad) {
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);
+    }
+    if (!ohneBild.isEmpty()) {
+        for (QString& bild : ohneBild) {
+            bild = t(Meldung::PunkteOhneBild)
+                       .arg(bild.isEmpty() ? t(Meldung::DateiUnbekannt) : bildname(bild));
+        }
+        umgebung_.dialoge.meldung(t(Text::Importieren), ohneBild.join(u'\n'), Meldungsart::Hinweis);
     }
     return true;
 }

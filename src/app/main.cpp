@@ -114,7 +114,7 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
     };
     worte();
     QObject::connect(&programm.texte(), &Texte::languageChanged, &app, worte);
-    if (!programm.Hauptstart()) {
+    if (!programm.Hauptstart(zeile.nurStart ? QStringList() : zeile.dateien)) {
         return 0;
     }
     if (ende.gemalt()) {

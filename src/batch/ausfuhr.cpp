@@ -15,7 +15,7 @@ Status exportiere(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebung) {
         .texte = t, .format = umgebung.format, .rassen = rassenliste(Einstellungen(QString()))};
     try {
         const Ergebnistabelle tabelle(befehl.datenbank);
-        Ausfuhr ausfuhr(befehl.art);
+        Ausfuhr ausfuhr(befehl.art, umgebung.bildhöhe);
         bool vollständig = true;
         tabelle.sätze(
             tabelle.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),
@@ -32,6 +32,13 @@ Status exportiere(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebung) {
                 vollständig = false;
                 melde(umgebung, befehl.datenbank, t(Meldung::UntersuchungZuGroß).arg(nummer));
             });
+        for (const QString& flügel : ausfuhr.ohneBildhöhe()) {
+            melde(umgebung, befehl.datenbank, t(Meldung::BildhöheUnbekannt).arg(flügel));
+        }
+        if (!ausfuhr.ohneBildhöhe().isEmpty()) {
+            melde(umgebung, befehl.datenbank, t(Meldung::ExportOhneBildhöhe));
+            return Status::NichtLesbar;
+        }
         const Status geschrieben =
             schreibe(umgebung, befehl.ziel, ausgabetext(umgebung, befehl.ziel, ausfuhr.inhalt()));
         return vollständig ? geschrieben : Status::NichtLesbar;

@@ -60,6 +60,17 @@ void meldeUnlesbar(const Batchumgebung& umgebung, const QString& datei) {
 } // namespace
 
 std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const QString& datei) {
+    if (datei == Standardstrom) {
+        QByteArray alles; // a pipe gives what is there just now
+        while (alles.size() <= GrößteTextdatei) {
+            const QByteArray teil = umgebung.eingabe.read(GrößteTextdatei + 1 - alles.size());
+            if (teil.isEmpty()) {
+                break;
+            }
+            alles += teil;
+        }
+        return alles;
+    }
     std::optional<QByteArray> bytes = dateiinhalt(datei);
     if (!bytes) {
         meldeUnlesbar(umgebung, datei);
@@ -68,7 +79,7 @@ std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const Q
 }
 
 Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteArray& inhalt) {
-    if (ziel.isEmpty() || ziel == u"-" || istStandardausgabe(systempfad(ziel))) {
+    if (ziel.isEmpty() || ziel == Standardstrom || istStandardausgabe(systempfad(ziel))) {
         return umgebung.ausgabe.write(inhalt) == inhalt.size() ? Status::Gut : Status::NichtLesbar;
     }
     const bool keineDatei = dateiart(systempfad(ziel)) == Dateiart::Sonstige;

@@ -11,6 +11,7 @@
 #include <QDate>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class QIODevice;
@@ -22,9 +23,12 @@ struct Batchumgebung {
     const Texte& texte; ///< in the language of the call
     Zahlenformat format;
     QDate heute;
+    QIODevice& eingabe;        ///< what is read in place of a file "-"
     QIODevice& ausgabe;        ///< results
     QIODevice& fehler;         ///< messages
     bool zeigtAusgabe = false; ///< whether results go to a terminal, where somebody looks at them
+    /// Height of a picture in pixels; nullopt when it cannot be had.
+    std::function<std::optional<float>(const QString& pfad)> bildhöhe;
 };
 
 /// The decimal separator that goes with a language. The system's own does not matter here, so that
@@ -46,7 +50,11 @@ void melde(const Batchumgebung& umgebung, const QString& datei, const QString& g
 void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproblem& problem);
 /// @}
 
-/// The content of a text file; nullopt, with a message, when it cannot be read.
+/// The name that means the standard input, or output, in place of a file.
+inline constexpr QStringView Standardstrom = u"-";
+
+/// The content of a text file, or of the standard input, as far as one can be large; nullopt, with
+/// a message, when it cannot be read.
 [[nodiscard]] std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung,
                                                         const QString& datei);
 

@@ -4,6 +4,7 @@
 #include "evaluation/klassen.h"
 #include "measure/aufloesung.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarvel {
@@ -12,8 +13,10 @@ using namespace Qt::StringLiterals;
 
 Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
                           const Auswertungsvorgabe& vorgabe) {
-    Koordinatenreihe gelesen =
-        reiheAus(koordinaten, vorgabe.messart, vorgabe.aufnahme, vorgabe.format);
+    Koordinatenreihe gelesen = reiheAus(koordinaten, {.messart = vorgabe.messart,
+                                                      .aufnahme = vorgabe.aufnahme,
+                                                      .eigeneAuflösung = vorgabe.eigeneAuflösung,
+                                                      .format = vorgabe.format});
     Auswertungsprobe probe;
     probe.datei = datei;
     probe.vorgabe = vorgabe;
@@ -31,18 +34,48 @@ Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
 
 namespace {
 
+/// What the discoidal shift rests on where the file leaves it open or says otherwise.
+QStringList annahmen(const Koordinaten& koordinaten, const Auswertungsvorgabe& vorgabe,
+                     const Texte& t) {
+    QStringList sätze;
+    if (!misstAchtPunkte(vorgabe.messart)) {
+        return sätze;
+    }
+    const auto& flügel = koordinaten.flügel;
+    const bool bildpunkte = std::any_of(flügel.begin(), flügel.end(),
+                                        [](const Koordinatensatz& s) { return s.inBildpunkten; });
+    if (bildpunkte && vorgabe.aufnahme.Zoomfaktor != 1) {
+        sätze << t(Meldung::ZoomNichtVerwendet);
+    }
+    for (const Koordinatensatz& satz : flügel) {
+        const std::optional<int> eigene = auflösungAus(satz);
+        if (vorgabe.eigeneAuflösung && !eigene) {
+            sätze << t(Meldung::AuflösungAngenommen).arg(vorgabe.aufnahme.dpi);
+            break;
+        }
+        if (!vorgabe.eigeneAuflösung && eigene && *eigene != vorgabe.aufnahme.dpi) {
+            sätze << t(Meldung::AuflösungVorgegeben).arg(vorgabe.aufnahme.dpi).arg(*eigene);
+            break;
+        }
+    }
+    return sätze;
+}
+
 std::optional<Auswertungsprobe> lies(const QString& datei, const Auswertungsvorgabe& vorgabe,
                                      const Batchumgebung& umgebung) {
     const std::optional<QByteArray> bytes = lesenOderMelden(umgebung, datei);
     if (!bytes) {
         return std::nullopt;
     }
-    const auto gelesen = liesKoordinaten(*bytes);
+    const auto gelesen = liesKoordinaten(*bytes, vorgabe.messart);
     if (const auto* problem = std::get_if<Leseproblem>(&gelesen)) {
         melde(umgebung, datei, *problem);
         return std::nullopt;
     }
-    return werteAus(datei, std::get<Koordinaten>(gelesen), vorgabe);
+    const auto& koordinaten = std::get<Koordinaten>(gelesen);
+    Auswertungsprobe probe = werteAus(datei, koordinaten, vorgabe);
+    probe.annahmen = annahmen(koordinaten, vorgabe, umgebung.texte);
+    return probe;
 }
 
 QByteArray ausgabe(const std::vector<Auswertungsprobe>& proben, Ausgabeformat format,
@@ -73,6 +106,7 @@ Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung) 
         befehl.dpi.value_or(scannerauflösung(einstellungen->zahl(Einstellung::ScannMessung)));
     const Auswertungsvorgabe vorgabe{.messart = befehl.messart,
                                      .aufnahme = {befehl.zoom, dpi},
+                                     .eigeneAuflösung = !befehl.dpi,
                                      .tiere = befehl.tiere,
                                      .rasse = rasse->name,
                                      .standard = rasse->standard,
@@ -92,6 +126,9 @@ Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung) 
         return Status::NichtLesbar;
     }
     for (const Auswertungsprobe& probe : proben) {
+        for (const QString& annahme : probe.annahmen) {
+            melde(umgebung, probe.datei, annahme);
+        }
         for (const Flügelmangel& mangel : probe.mängel) {
             melde(umgebung, probe.datei, text(mangel, umgebung.texte), mangel.zeile);
         }

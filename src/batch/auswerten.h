@@ -15,7 +15,8 @@ namespace tarvel {
 /// How the wings of a file were measured, and what their sample is judged by.
 struct Auswertungsvorgabe {
     Messart messart = Messart::AlleMessungen;
-    Aufnahme aufnahme;
+    Aufnahme aufnahme;           ///< of wings that do not say theirs
+    bool eigeneAuflösung = true; ///< false: all wings have that of aufnahme
     Geschlecht tiere = Geschlecht::Arbeiterinnen;
     QString rasse;
     Rassestandard standard;
@@ -33,6 +34,7 @@ struct Auswertungsprobe {
     Messreihe reihe;
     Beurteilung beurteilung;
     std::vector<Flügelmangel> mängel;
+    QStringList annahmen; ///< what the values rest on beyond the file, a sentence each
 };
 
 [[nodiscard]] Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,

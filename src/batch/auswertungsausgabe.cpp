@@ -192,7 +192,23 @@ QJsonObject flügelobjekt(const Ausgabeflügel& flügel) {
             {u"ci_class"_s, klasse(indizes.CI, klassenpositionCI)},
             {u"hi"_s, json(indizes.HI)},
             {u"hi_class"_s, klasse(indizes.HI, klassenpositionHI)},
-            {u"dv"_s, json(indizes.DV)}};
+            {u"dv"_s, json(indizes.DV)},
+            {u"dpi"_s, m.aufnahme.dpi},
+            {u"zoom"_s, m.aufnahme.Zoomfaktor}};
+}
+
+/// What all wings of a sample have in common; nullopt when they differ.
+template <typename Größe>
+std::optional<int> gemeinsam(const Auswertungsprobe& probe, Größe größe) {
+    std::optional<int> wert;
+    for (const Ausgabeflügel& f : probe.flügel) {
+        const int eigener = größe(f.messung.aufnahme);
+        if (wert && *wert != eigener) {
+            return std::nullopt;
+        }
+        wert = eigener;
+    }
+    return wert;
 }
 
 QJsonArray klassenliste(const Messreihe& reihe) {
@@ -227,19 +243,20 @@ QJsonObject probenobjekt(const Auswertungsprobe& probe, const Texte& texte) {
         gründe.append(mangeltext(mangel, probe, texte));
     }
     const std::optional<bool> urteil = probe.beurteilung.urteil();
-    return {{u"file"_s, probe.datei},
-            {u"kind"_s, static_cast<int>(probe.vorgabe.messart)},
-            {u"dpi"_s, probe.vorgabe.aufnahme.dpi},
-            {u"zoom"_s, probe.vorgabe.aufnahme.Zoomfaktor},
-            {u"caste"_s, probe.vorgabe.tiere == Geschlecht::Drohnen ? u"drones"_s : u"workers"_s},
-            {u"race"_s, probe.vorgabe.rasse},
-            {u"wings"_s, flügel},
-            {u"classes"_s, klassenliste(probe.reihe)},
-            {u"checks"_s, prüfliste},
-            {u"secondary_peak"_s, json(probe.beurteilung.nebengipfel)},
-            {u"conforms"_s, urteil ? QJsonValue(*urteil) : QJsonValue()},
-            {u"verdict"_s, urteilstext(probe, texte)},
-            {u"reasons"_s, gründe}};
+    return {
+        {u"file"_s, probe.datei},
+        {u"kind"_s, static_cast<int>(probe.vorgabe.messart)},
+        {u"dpi"_s, json(gemeinsam(probe, [](const Aufnahme& a) { return a.dpi; }))},
+        {u"zoom"_s, json(gemeinsam(probe, [](const Aufnahme& a) { return int{a.Zoomfaktor}; }))},
+        {u"caste"_s, probe.vorgabe.tiere == Geschlecht::Drohnen ? u"drones"_s : u"workers"_s},
+        {u"race"_s, probe.vorgabe.rasse},
+        {u"wings"_s, flügel},
+        {u"classes"_s, klassenliste(probe.reihe)},
+        {u"checks"_s, prüfliste},
+        {u"secondary_peak"_s, json(probe.beurteilung.nebengipfel)},
+        {u"conforms"_s, urteil ? QJsonValue(*urteil) : QJsonValue()},
+        {u"verdict"_s, urteilstext(probe, texte)},
+        {u"reasons"_s, gründe}};
 }
 
 } // namespace

@@ -131,6 +131,9 @@ public:
         if (argumente().isEmpty()) {
             throw Aufruffehler{u"'%1' needs at least one file."_s.arg(beschreibung_.befehl)};
         }
+        if (argumente().count(u"-"_s) > 1) {
+            throw Aufruffehler{u"The standard input '-' can be read only once."_s};
+        }
         return argumente();
     }
 
@@ -147,7 +150,7 @@ bool gleicheDatei(const QString& a, const QString& b) {
 }
 
 void prüfeZiel(const QString& ziel, const QString& datenbank) {
-    if (!ziel.isEmpty() && gleicheDatei(ziel, datenbank)) {
+    if (!ziel.isEmpty() && ziel != u"-" && gleicheDatei(ziel, datenbank)) {
         throw Aufruffehler{u"The output would replace the database '%1'."_s.arg(datenbank)};
     }
 }
@@ -156,15 +159,22 @@ Leser auswertungsleser() {
     Leser leser(
         {u"evaluate"_s, u"FILE... [options]"_s,
          u"Computes cubital index, hantel index and discoidal shift of wings whose points stand\n"
-         "in CSV or TPS files, and judges each file as the sample of one colony."_s,
+         "in CSV or TPS files, and judges each file as the sample of one colony. The file '-' is\n"
+         "the standard input."_s,
          u"tarvel-batch evaluate --dpi 2400 --race Carnica points.csv"_s});
     leser.option(u"messart"_s,
                  u"Kind of examination: 0 cubital index alone, 1 all measurements (default), 2 "
                  "correlation."_s,
                  u"kind"_s);
-    leser.option(u"dpi"_s, u"Resolution of the scans (default: that of the settings, else 1200)."_s,
+    leser.option(u"dpi"_s,
+                 u"Resolution of the scans (default: what the file names, by column dpi or "
+                 "SCALE= in millimetres, else that of the settings, else 1200)."_s,
                  u"n"_s);
-    leser.option(u"zoom"_s, u"Zoom that the points were measured at, 1 (default) to 4."_s, u"n"_s);
+    leser.option(
+        u"zoom"_s,
+        u"Zoom that the points were measured at, 1 (default) to 4. Points of a file with a "
+        "column zoom are pixels of the scan."_s,
+        u"n"_s);
     leser.option(u"caste"_s, u"workers (default) or drones."_s, u"caste"_s);
     leser.optionRasse();
     leser.optionIni();

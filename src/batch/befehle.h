@@ -26,7 +26,7 @@ enum class Ausgabeformat { Text, Csv, Json };
 struct Auswertungsbefehl {
     QStringList dateien; ///< at least one
     Messart messart = Messart::AlleMessungen;
-    std::optional<int> dpi; ///< nullopt: resolution of the settings
+    std::optional<int> dpi; ///< nullopt: that of the file, else of the settings
     qint16 zoom = 1;        ///< zoom that the points were measured at, 1 to 4
     Geschlecht tiere = Geschlecht::Arbeiterinnen;
     QString rasse; ///< empty: race of the settings

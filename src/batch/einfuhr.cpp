@@ -15,7 +15,11 @@ namespace {
 
 /// Stores one file and tells what became of it. False when it is not stored.
 bool nimm(const QString& datei, Einfuhr& einfuhr, const Batchumgebung& umgebung) {
-    const Einfuhrbericht bericht = einfuhr.nimm(datei);
+    const std::optional<QByteArray> bytes = lesenOderMelden(umgebung, datei);
+    if (!bytes) {
+        return false;
+    }
+    const Einfuhrbericht bericht = einfuhr.nimmInhalt(*bytes);
     for (const Einfuhrbericht::Hinweis& hinweis : bericht.hinweise) {
         melde(umgebung, datei, hinweis.text, hinweis.zeile);
     }

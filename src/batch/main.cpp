@@ -4,6 +4,7 @@
 #include "batch/befehle.h"
 #include "batch/einfuhr.h"
 #include "batch/protokoll.h"
+#include "measure/bildhoehe.h"
 #include "platform/uhr.h"
 
 #include <QFile>
@@ -64,6 +65,8 @@ private:
 int laufe(int argc, char** argv) {
     QFile ausgabe;
     QFile fehler;
+    QFile eingabe;
+    (void)eingabe.open(stdin, QIODevice::ReadOnly); // closed for a service; few commands read it
     if (!ausgabe.open(stdout, QIODevice::WriteOnly) || !fehler.open(stderr, QIODevice::WriteOnly)) {
         return static_cast<int>(Status::NichtLesbar);
     }
@@ -84,9 +87,11 @@ int laufe(int argc, char** argv) {
     const Batchumgebung umgebung{.texte = texte,
                                  .format = zahlenformat(aufruf.sprache),
                                  .heute = SystemClock().now().date(),
+                                 .eingabe = eingabe,
                                  .ausgabe = ausgabe,
                                  .fehler = fehler,
-                                 .zeigtAusgabe = istTerminal(stdout)};
+                                 .zeigtAusgabe = istTerminal(stdout),
+                                 .bildhöhe = bildhöhe};
     const Status status = std::visit(Ausführung(umgebung, argc, argv), aufruf.befehl);
     if (!ausgabe.flush() && status == Status::Gut) {
         melde(umgebung, u"tarvel-batch"_s, ausgabe.errorString());

@@ -44,6 +44,20 @@ QString hilfeseite(const Texte& texte, const QString& seite) {
         texte.sprache().value_or(Sprache::Deutsch), seite);
 }
 
+bool hilfeVorhanden(const Texte& texte) {
+    struct Suche {
+        QString datei;
+        std::optional<Sprache> sprache;
+        bool vorhanden = false;
+    };
+    thread_local Suche letzte;
+    if (letzte.datei != texte.HilfeDatei() || letzte.sprache != texte.sprache()) {
+        letzte = {texte.HilfeDatei(), texte.sprache(),
+                  QFileInfo::exists(texte.HilfeDatei()) || !hilfeseite(texte).isEmpty()};
+    }
+    return letzte.vorhanden;
+}
+
 bool öffneHilfe(const Texte& texte, Shell& shell, const QString& seite) {
     if (shell.openDocument(texte.HilfeDatei())) {
         return true;

@@ -19,6 +19,10 @@ class Shell;
 [[nodiscard]] QString hilfeseite(const Texte& texte,
                                  const QString& seite = QStringLiteral("index"));
 
+/// Whether there is a help file or a guide in the program's language. Looked for once in each
+/// language: neither comes or goes while the program runs.
+[[nodiscard]] bool hilfeVorhanden(const Texte& texte);
+
 /// Opens the help file HilfeDatei; where there is none, or nothing that shows it, the page of the
 /// guide. False when there is neither.
 [[nodiscard]] bool öffneHilfe(const Texte& texte, Shell& shell,

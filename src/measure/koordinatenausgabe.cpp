@@ -44,21 +44,25 @@ QString bildname(const QString& pfad) {
     return pfad.sliced(ordner + 1).simplified();
 }
 
-QByteArray alsTps(std::span<const Ausgabeflügel> flügel) {
-    QByteArray tps;
+Tps alsTps(std::span<const Ausgabeflügel> flügel) {
+    Tps tps;
     for (const Ausgabeflügel& f : flügel) {
-        const Messpunkte punkte = gespiegelt(ohneZoom(f.messung), f.bildhöhe);
-        tps += "LM=8\n";
-        for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
-            tps += gesetzt(punkte, p)
-                       ? vollerWert(punkte.PunktX[p]) + ' ' + vollerWert(punkte.PunktY[p])
-                       : QByteArray("-1 -1");
-            tps += '\n';
+        const std::optional<Messpunkte> punkte =
+            f.bildhöhe ? gespiegelt(ohneZoom(f.messung), *f.bildhöhe) : std::nullopt;
+        const QString bild = bildname(f.messung.bilddatei);
+        if (!punkte) {
+            tps.ohneBildhöhe << QStringLiteral("%1 (%2)").arg(bezeichnung(f), bild);
+            continue;
         }
-        tps += "IMAGE=" + bildname(f.messung.bilddatei).toUtf8() +
-               "\nID=" + bezeichnung(f).toUtf8() +
-               "\nSCALE=" + QByteArray::number(MillimeterJeZoll / f.messung.aufnahme.dpi, 'g', 9) +
-               '\n';
+        tps.inhalt += "LM=8\n";
+        for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
+            tps.inhalt += gesetzt(*punkte, p)
+                              ? vollerWert(punkte->PunktX[p]) + ' ' + vollerWert(punkte->PunktY[p])
+                              : QByteArray("-1 -1");
+            tps.inhalt += '\n';
+        }
+        tps.inhalt += "IMAGE=" + bild.toUtf8() + "\nID=" + bezeichnung(f).toUtf8() + "\nSCALE=" +
+                      QByteArray::number(MillimeterJeZoll / f.messung.aufnahme.dpi, 'g', 9) + '\n';
     }
     return tps;
 }

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <span>
@@ -16,7 +17,7 @@ struct Ausgabeflügel {
     int nummer = 0; ///< names the wing where it has no name
     QString name;
     Flügelmessung messung;
-    std::optional<float> bildhöhe; ///< of its picture, in pixels; nullopt when not known
+    std::optional<float> bildhöhe; ///< of its picture, in pixels; only TPS needs it
 };
 
 // UTF-8 with LF; numbers in full single precision with a point. Coordinates are pixels of the
@@ -25,8 +26,14 @@ struct Ausgabeflügel {
 /// TPS as morphometrics programs read it: LM=8, "-1 -1" for a point that is not set, IMAGE=
 /// (without folder), ID=, SCALE= in millimetres a pixel.
 ///
-/// There y is counted from the lower edge of the picture; see gespiegelt.
-[[nodiscard]] QByteArray alsTps(std::span<const Ausgabeflügel> flügel);
+/// There y is counted from the lower edge of the picture, so its height must be known.
+struct Tps {
+    QByteArray inhalt;
+    /// "7 (a.png)": wings that are left out, because the height of their picture is not known or
+    /// cannot be that of the picture they were measured on.
+    QStringList ohneBildhöhe;
+};
+[[nodiscard]] Tps alsTps(std::span<const Ausgabeflügel> flügel);
 
 /// @name The points of a wing in a table: x1, y1 … x8, y8; y down from the upper edge, empty cells
 /// for a point that is not set

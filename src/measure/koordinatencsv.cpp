@@ -127,6 +127,7 @@ struct Spalten {
     int wing = -1;
     int file = -1;
     int dpi = -1;
+    int zoom = -1;
     int anzahl = 0;
     int belegte = 0;
     QString doppelt; ///< a coordinate that has two columns
@@ -157,6 +158,8 @@ private:
             file = spalte;
         } else if (titel == u"dpi" && dpi < 0) {
             dpi = spalte;
+        } else if (titel == u"zoom" && zoom < 0) {
+            zoom = spalte;
         }
         if (titel.size() != 2 || (titel[0] != u'x' && titel[0] != u'y') || titel[1] < u'1' ||
             titel[1] > u'8') {
@@ -173,8 +176,9 @@ private:
 
 class Csvleser {
 public:
-    explicit Csvleser(QStringView text)
-        : zeilen_(text) {}
+    Csvleser(QStringView text, Messart messart)
+        : zeilen_(text)
+        , messart_(messart) {}
 
     std::vector<Koordinatensatz> lies() {
         const Spalten spalten = liesKopf();
@@ -236,7 +240,9 @@ private:
 
     [[nodiscard]] Spalten geprüft(const std::optional<Spalten>& spalten) const {
         for (int k = 0; k < Spalten::Koordinatenzahl; ++k) {
-            if (!spalten || spalten->koordinaten.at(k) < 0) {
+            const bool nötig = benutzt(messart_, k / 2 + 1) ||
+                               (spalten && spalten->koordinaten.at(k ^ 1) >= 0); // half a point
+            if (nötig && (!spalten || spalten->koordinaten.at(k) < 0)) {
                 throw fehler(Lesegrund::SpalteFehlt, {Spalten::name(k)});
             }
         }
@@ -258,6 +264,7 @@ private:
         if (const int dpi = werte.wert(spalten.dpi).toInt(&istZahl); istZahl) {
             flügel.auflösung = dpi;
         }
+        flügel.inBildpunkten = !werte.wert(spalten.zoom).isEmpty();
         for (int punkt = 1; punkt <= Messpunkte::Anzahl; ++punkt) {
             const auto x = liesZelle(werte, spalten, 2 * (punkt - 1));
             const auto y = liesZelle(werte, spalten, 2 * (punkt - 1) + 1);
@@ -273,7 +280,8 @@ private:
 
     [[nodiscard]] std::optional<float> liesZelle(const Felder& werte, const Spalten& spalten,
                                                  int nummer) const {
-        const QString text = werte.wert(spalten.koordinaten.at(nummer));
+        const int spalte = spalten.koordinaten.at(nummer);
+        const QString text = spalte < 0 ? QString() : werte.wert(spalte);
         if (text.isEmpty() || istFehlwert(text)) {
             return std::nullopt;
         }
@@ -291,6 +299,7 @@ private:
     }
 
     Zeilenleser zeilen_;
+    Messart messart_;
     QChar trenner_;
     int zeile_ = 1; ///< where the record that is being read begins
     Flügelsammlung sammlung_;
@@ -298,8 +307,8 @@ private:
 
 } // namespace
 
-std::vector<Koordinatensatz> liesCsv(QStringView text) {
-    return Csvleser(text).lies();
+std::vector<Koordinatensatz> liesCsv(QStringView text, Messart messart) {
+    return Csvleser(text, messart).lies();
 }
 
 } // namespace tarvel

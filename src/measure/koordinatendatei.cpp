@@ -71,21 +71,35 @@ std::vector<Koordinatensatz> Flügelsammlung::alle() && {
     return std::move(flügel_);
 }
 
-std::variant<Koordinaten, Leseproblem> liesKoordinaten(QByteArrayView bytes) {
+std::variant<Koordinaten, Leseproblem> liesKoordinaten(QByteArrayView bytes, Messart messart) {
     const Dateitext inhalt = dateitext(bytes);
     if (inhalt.problem) {
         return *inhalt.problem;
     }
     try {
         const bool tps = istTps(inhalt.text);
-        return Koordinaten{.flügel = tps ? liesTps(inhalt.text) : liesCsv(inhalt.text),
+        return Koordinaten{.flügel = tps ? liesTps(inhalt.text) : liesCsv(inhalt.text, messart),
                            .yNachOben = tps};
     } catch (const Lesefehler& fehler) {
         return fehler.problem;
     }
 }
 
-Messpunkte gespiegelt(const Messpunkte& punkte, std::optional<float> bildhöhe) {
+std::optional<Messpunkte> gespiegelt(const Messpunkte& punkte, float bildhöhe) {
+    Messpunkte neu = punkte;
+    for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
+        if (!neu.gemessen(p)) {
+            continue;
+        }
+        neu.PunktY[p] = bildhöhe - neu.PunktY[p];
+        if (neu.PunktY[p] < 0) {
+            return std::nullopt;
+        }
+    }
+    return neu;
+}
+
+float eigeneHöhe(const Messpunkte& punkte) {
     std::optional<float> oben;
     float unten = 0;
     for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
@@ -94,14 +108,7 @@ Messpunkte gespiegelt(const Messpunkte& punkte, std::optional<float> bildhöhe) 
             unten = std::max(unten, punkte.PunktY[p]);
         }
     }
-    const float höhe = bildhöhe && *bildhöhe >= unten ? *bildhöhe : oben.value_or(0) + unten;
-    Messpunkte neu = punkte;
-    for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
-        if (neu.gemessen(p)) {
-            neu.PunktY[p] = höhe - neu.PunktY[p];
-        }
-    }
-    return neu;
+    return oben.value_or(0) + unten;
 }
 
 } // namespace tarvel

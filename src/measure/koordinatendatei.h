@@ -19,7 +19,10 @@ struct Koordinatensatz {
     Messpunkte punkte{Messart::AlleMessungen}; ///< as they stand in the file, nothing scaled
     std::optional<float> maßstab = {}; ///< SCALE=: length of a pixel, in the file's own unit
     std::optional<int> auflösung = {}; ///< column "dpi": resolution of its picture
-    int zeile = 0;                     ///< where the wing begins
+    /// Column "zoom": the points are pixels of the picture, whatever the zoom they were measured
+    /// at.
+    bool inBildpunkten = false;
+    int zeile = 0; ///< where the wing begins
 
     /// What names the wing: its name, else its picture.
     [[nodiscard]] const QString& bezeichnung() const { return name.isEmpty() ? bilddatei : name; }
@@ -43,21 +46,24 @@ struct Koordinaten {
 /// UTF-16 with a byte order mark or Windows-1252; any line ends. Nothing is half read: the first
 /// thing that cannot be understood is the result.
 ///
-/// CSV: a header with x1, y1 … x8, y8 in any order, upper or lower case; "wing" and "file" name the
-/// wing, "dpi" is its resolution, other columns are passed over. Comma, semicolon or tab; a decimal
-/// comma only with the latter two. Fields may be quoted. An empty cell or NA means that the point
-/// is not set.
+/// CSV: a header with x1, y1 … x8, y8 in any order, upper or lower case; points that @p messart
+/// does not use may be left out. "wing" and "file" name the wing, "dpi" is its resolution, other
+/// columns are passed over. Comma, semicolon or tab; a decimal comma only with the latter two.
+/// Fields may be quoted. An empty cell or NA means that the point is not set.
 ///
 /// TPS: LM=8 and eight lines "x y" a wing, decimals with point or comma; a negative number or NA
 /// means that the point is not set. IMAGE=, ID= and SCALE= (which may be empty) belong to the wing
 /// before them; comments, curves and all other keys are passed over.
 ///
 /// Two wings with the same name are an error, unless they belong to different pictures.
-[[nodiscard]] std::variant<Koordinaten, Leseproblem> liesKoordinaten(QByteArrayView bytes);
+[[nodiscard]] std::variant<Koordinaten, Leseproblem>
+liesKoordinaten(QByteArrayView bytes, Messart messart = Messart::AlleMessungen);
 
-/// @p punkte with y counted from the other horizontal edge of a picture that is @p bildhöhe high.
-/// Where that is not known, or cannot be that of the picture the points are from, the wing is
-/// turned over about its own middle: its shape is right, its place is not.
-[[nodiscard]] Messpunkte gespiegelt(const Messpunkte& punkte, std::optional<float> bildhöhe);
+/// @p punkte with y counted from the other horizontal edge of a picture that is @p bildhöhe high;
+/// nullopt when that cannot be the picture the points are from.
+[[nodiscard]] std::optional<Messpunkte> gespiegelt(const Messpunkte& punkte, float bildhöhe);
+/// The height that turns a wing over about its own middle: its shape is right then, its place is
+/// not.
+[[nodiscard]] float eigeneHöhe(const Messpunkte& punkte);
 
 } // namespace tarvel

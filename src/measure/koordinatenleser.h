@@ -41,7 +41,7 @@ private:
 };
 
 /// Throw Lesefehler.
-[[nodiscard]] std::vector<Koordinatensatz> liesCsv(QStringView text);
+[[nodiscard]] std::vector<Koordinatensatz> liesCsv(QStringView text, Messart messart);
 [[nodiscard]] std::vector<Koordinatensatz> liesTps(QStringView text);
 
 /// A line "KEY=value" of TPS.

@@ -13,26 +13,32 @@ QString text(const Flügelmangel& mangel, const Texte& texte) {
                                                                : Meldung::PunkteFallenZusammen);
 }
 
-Koordinatenreihe reiheAus(const Koordinaten& koordinaten, Messart messart, const Aufnahme& aufnahme,
-                          const Zahlenformat& format, const Lagebestimmung& lage) {
+Koordinatenreihe reiheAus(const Koordinaten& koordinaten, const Reihenvorgabe& vorgabe) {
     Koordinatenreihe ergebnis;
     for (const Koordinatensatz& satz : koordinaten.flügel) {
         Flügelmessung messung{.punkte = satz.punkte,
-                              .messart = messart,
-                              .aufnahme = aufnahme,
+                              .messart = vorgabe.messart,
+                              .aufnahme = vorgabe.aufnahme,
                               .bilddatei = satz.bilddatei};
         for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
             if (messung.punkte.gemessen(i)) {
                 messung.punkte.Herkunft[i] = Punktherkunft::Eingelesen;
             }
         }
-        const Indizes indizes = berechneIndizes(messung.punkte, messart, aufnahme);
-        if (lage) {
-            lage(messung);
+        if (satz.inBildpunkten) {
+            messung.aufnahme.Zoomfaktor = 1;
+        }
+        if (vorgabe.eigeneAuflösung) {
+            messung.aufnahme.dpi = auflösungAus(satz).value_or(vorgabe.aufnahme.dpi);
+        }
+        const Indizes indizes = berechneIndizes(messung.punkte, vorgabe.messart, messung.aufnahme);
+        if (vorgabe.lage) {
+            vorgabe.lage(messung);
         }
         const auto nummer = static_cast<qint16>(ergebnis.messungen.size() + 1);
-        (void)ergebnis.reihe.trageEin(nummer, indizes, messung, format);
-        const bool alle = indizes.CI && (!misstAchtPunkte(messart) || (indizes.HI && indizes.DV));
+        (void)ergebnis.reihe.trageEin(nummer, indizes, messung, vorgabe.format);
+        const bool alle =
+            indizes.CI && (!misstAchtPunkte(vorgabe.messart) || (indizes.HI && indizes.DV));
         if (!alle) {
             ergebnis.mängel.push_back({satz.zeile, satz.bezeichnung(), indizes.fehler});
         }
@@ -41,24 +47,26 @@ Koordinatenreihe reiheAus(const Koordinaten& koordinaten, Messart messart, const
     return ergebnis;
 }
 
-std::optional<int> auflösungAus(const Koordinaten& koordinaten) {
+std::optional<int> auflösungAus(const Koordinatensatz& satz) {
     constexpr double MillimeterJeZoll = 25.4;
     constexpr double gering = 100;
     constexpr double hoch = 10'000;
+    double wert = satz.auflösung.value_or(0);
+    if (satz.maßstab && *satz.maßstab > 0) {
+        wert = MillimeterJeZoll / double{*satz.maßstab};
+    }
+    return wert < gering || wert > hoch ? std::nullopt
+                                        : std::optional(static_cast<int>(std::lround(wert)));
+}
+
+std::optional<int> auflösungAus(const Koordinaten& koordinaten) {
     std::optional<int> dpi;
     for (const Koordinatensatz& satz : koordinaten.flügel) {
-        double wert = satz.auflösung.value_or(0);
-        if (satz.maßstab && *satz.maßstab > 0) {
-            wert = MillimeterJeZoll / double{*satz.maßstab};
-        }
-        if (wert < gering || wert > hoch) {
+        const std::optional<int> eigene = auflösungAus(satz);
+        if (!eigene || (dpi && dpi != eigene)) {
             return std::nullopt;
         }
-        const int gerundet = static_cast<int>(std::lround(wert));
-        if (dpi && *dpi != gerundet) {
-            return std::nullopt;
-        }
-        dpi = gerundet;
+        dpi = eigene;
     }
     return dpi;
 }

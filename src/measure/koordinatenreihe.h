@@ -32,13 +32,26 @@ struct Koordinatenreihe {
 /// the points as they stand in the file.
 using Lagebestimmung = std::function<void(Flügelmessung& messung)>;
 
-/// Computes the wings of @p koordinaten as points of a picture that was taken as @p aufnahme says.
-[[nodiscard]] Koordinatenreihe reiheAus(const Koordinaten& koordinaten, Messart messart,
-                                        const Aufnahme& aufnahme, const Zahlenformat& format,
-                                        const Lagebestimmung& lage = {});
+/// How the wings of a coordinate file are computed.
+struct Reihenvorgabe {
+    Messart messart = Messart::AlleMessungen;
+    /// How their pictures were taken. Points in pixels of the picture have zoom 1 in any case.
+    Aufnahme aufnahme = {};
+    /// The resolution that a wing brings along counts before that of aufnahme.
+    bool eigeneAuflösung = false;
+    Zahlenformat format = {};
+    Lagebestimmung lage = {};
+};
 
-/// Resolution in dots per inch that a file names, or that its scales stand for, read as millimetres
-/// a pixel; nullopt where wings disagree, have none, or it would not be that of a scanner.
+[[nodiscard]] Koordinatenreihe reiheAus(const Koordinaten& koordinaten,
+                                        const Reihenvorgabe& vorgabe);
+
+/// @name Resolution in dots per inch that a wing brings along, by column "dpi" or by its scale,
+/// read as millimetres a pixel; nullopt where there is none, or none of a scanner
+/// @{
+[[nodiscard]] std::optional<int> auflösungAus(const Koordinatensatz& satz);
+/// That of all wings; nullopt where they disagree.
 [[nodiscard]] std::optional<int> auflösungAus(const Koordinaten& koordinaten);
+/// @}
 
 } // namespace tarvel

@@ -21,8 +21,6 @@ Meldung meldung(Lesegrund grund) {
         return Meldung::LeseKeineMessdatei;
     case Lesegrund::AndererZeichensatz:
         return Meldung::LeseAndererZeichensatz;
-    case Lesegrund::EndmarkeFehlt:
-        return Meldung::LeseEndmarkeFehlt;
     case Lesegrund::DateiEndet:
         return Meldung::LeseDateiEndet;
     case Lesegrund::ZeileZuKurz:

@@ -14,7 +14,6 @@ enum class Lesegrund {
     ZuGroß,             ///< texts: megabytes that are taken
     KeineMessdatei,     ///< text, but not that of a measurement file
     AndererZeichensatz, ///< texts: its name; the file was read all the same
-    EndmarkeFehlt,      ///< texts: the line that is missing
     DateiEndet,         ///< before everything that belongs into it
     ZeileZuKurz,        ///< texts: the line
     KeineZahl,          ///< texts: the text that is no number, or none that can stand there

@@ -136,9 +136,9 @@ private:
                 ++endmarken_;
                 return;
             }
-            if (*zeile == endeHI) { // the end of the section after this one
-                markeGefunden_ = true;
-                break;
+            if (*zeile == endeHI) { // of the section after this one
+                endmarken_ = 2;
+                return;
             }
             if (marke == endeHI) {
                 datei_.GrößteLänge = std::max(datei_.GrößteLänge, static_cast<int>(zeile->size()));
@@ -147,8 +147,7 @@ private:
                 lies(*zeile);
             }
         }
-        beendet_ = true;
-        melde(Lesegrund::EndmarkeFehlt, {marke.toString()});
+        beendet_ = true; // without its end marker a section goes to the end of the file
     }
 
     using Vergeben = std::array<int, Messreihe::HöchsteFlügelzahl + 1>;
@@ -246,15 +245,22 @@ private:
         const auto nachNummer = [](const auto& a, const auto& b) { return a.nummer < b.nummer; };
         std::sort(datei_.ciZeilen.begin(), datei_.ciZeilen.end(), nachNummer);
         std::sort(datei_.hiDvZeilen.begin(), datei_.hiDvZeilen.end(), nachNummer);
-        datei_.istMessdatei = endmarken_ > 0 || markeGefunden_ || !datei_.ciZeilen.empty();
+        datei_.istMessdatei = endmarken_ > 0 || !datei_.ciZeilen.empty() || kopfGlaubhaft();
+    }
+
+    /// Colony data that the file was cut short behind: a kind of examination and a year.
+    [[nodiscard]] bool kopfGlaubhaft() const {
+        constexpr qsizetype jahreslänge = 4;
+        const QString jahr = datei_.Jahr.trimmed();
+        return datei_.messart && zeilen_.nummer() > 1 && jahr.size() <= jahreslänge &&
+               std::all_of(jahr.begin(), jahr.end(), [](QChar c) { return c.isDigit(); });
     }
 
     Zeilenleser zeilen_;
     Messdatei datei_;
-    int endmarken_ = 0;          ///< end markers met where they belong
-    bool markeGefunden_ = false; ///< the second end marker without the first
-    bool beendet_ = false;       ///< nothing more can be read, and that is said
-    Vergeben ciVergeben_{};      ///< line of the entry of each wing; 0 without one
+    int endmarken_ = 0;     ///< end markers that lie behind
+    bool beendet_ = false;  ///< nothing more can be read
+    Vergeben ciVergeben_{}; ///< line of the entry of each wing; 0 without one
     Vergeben hiVergeben_{};
 };
 

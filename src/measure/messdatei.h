@@ -72,8 +72,9 @@ struct Messdatei {
 };
 
 /// Reads a measurement file. Any bytes will do: what was readable is returned, what was not is
-/// named with its line. An end marker or the body marks may be missing. Text that holds neither an
-/// end marker nor one readable value is taken for another kind of file.
+/// named with its line. End markers may be missing: a section goes to the end of the file then.
+/// Text that holds neither an end marker nor one readable value, and does not begin with a kind of
+/// examination and a year, is taken for another kind of file.
 [[nodiscard]] Messdatei liesMessdatei(QByteArrayView bytes);
 
 } // namespace tarvel

@@ -225,6 +225,7 @@ bool Messplatz::öffne(const QString& pfad, bool ganz) {
         return false;
     }
     datei_ = std::get<Bilddatei>(std::move(ergebnis));
+    messung_.setzeBildgröße(datei_->größe());
     // The pixels of the former picture go before those of the new one come.
     bild_->setBild({});
     lupe_->setBild({}, 1);

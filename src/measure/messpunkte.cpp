@@ -61,13 +61,13 @@ bool Messpunkte::ziehe(Messart messart, int nummer, float x, float y) {
     return true;
 }
 
-bool Messpunkte::verschiebe(float dx, float dy) {
+bool Messpunkte::verschiebe(float dx, float dy, const Bildgrenze& grenze) {
     if (GewählterPunkt == 0 || !gemessen(GewählterPunkt)) {
         return false;
     }
     const float x = PunktX[GewählterPunkt] + dx;
     const float y = PunktY[GewählterPunkt] + dy;
-    if (x < 0 || y < 0) {
+    if (!grenze.enthält(x, y)) {
         return false;
     }
     return ziehe(Messart::AlleMessungen, GewählterPunkt, x, y);

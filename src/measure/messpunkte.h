@@ -3,6 +3,7 @@
 #include <QtGlobal>
 
 #include <array>
+#include <limits>
 
 namespace tarvel {
 
@@ -23,6 +24,17 @@ enum class Punktherkunft : quint8 {
     Verschoben,    ///< moved after it was set, by dragging or arrow keys
     Vorgeschlagen, ///< by the program, not touched since
     Eingelesen     ///< from a coordinate file
+};
+
+/// Size of the zoomed picture, in its pixels; as long as there is none, only its upper and left
+/// edge are known.
+struct Bildgrenze {
+    float breite = std::numeric_limits<float>::infinity();
+    float höhe = std::numeric_limits<float>::infinity();
+
+    [[nodiscard]] bool enthält(float x, float y) const {
+        return x >= 0 && y >= 0 && x < breite && y < höhe;
+    }
 };
 
 /// The eight vein points of the wing being measured.
@@ -65,8 +77,8 @@ struct Messpunkte {
     bool ziehe(Messart messart, int nummer, float x, float y);
 
     /// Moves the selected point. False when none is selected, when it is not set yet, and at the
-    /// upper and left edge of the picture.
-    bool verschiebe(float dx, float dy);
+    /// edges of the picture.
+    bool verschiebe(float dx, float dy, const Bildgrenze& grenze);
 
     [[nodiscard]] bool gemessen(int nummer) const { return PunktX[nummer] != NichtGemessen; }
 

@@ -128,13 +128,27 @@ std::vector<int> Messreihe::nummern() const {
     return alle;
 }
 
+std::optional<QChar> Messreihe::dezimalzeichen() const {
+    const QString wert = !ciZeilen_.empty()     ? ciZeilen_.back().wert
+                         : !hiDvZeilen_.empty() ? hiDvZeilen_.back().hi
+                                                : QString();
+    for (const QChar zeichen : {QChar(u','), QChar(u'.')}) {
+        if (wert.contains(zeichen)) {
+            return zeichen;
+        }
+    }
+    return std::nullopt;
+}
+
 bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung,
-                         const Zahlenformat& format) {
+                         const Zahlenformat& vorgabe) {
     Q_ASSERT(nummer >= 1 && nummer <= HöchsteFlügelzahl);
     const bool hiUndDv = indizes.HI && indizes.DV;
     if (!indizes.CI && !hiUndDv) {
         return false;
     }
+    Zahlenformat format = vorgabe;
+    format.dezimal = dezimalzeichen().value_or(vorgabe.dezimal);
     // A wing measured again brings all its lines anew; a line it no longer has must not survive.
     Chartwerte werte;
     if (indizes.CI) {

@@ -123,6 +123,7 @@ public:
     /// Enters the indices of a wing: new lines at the end, or in place of the lines that already
     /// carry its number. @p nummer 1 to 200. Only what was computed makes a line; the line of
     /// hantel index and discoidal shift needs both.
+    /// Numbers are written with the decimal sign that the series has, else with that of @p format.
     /// Returns false, and changes nothing, when not one index was computed.
     bool trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung,
                   const Zahlenformat& format);
@@ -176,6 +177,9 @@ public:
     void alsUnverändertMerken() { geändert_ = false; }
 
 private:
+    /// That of the lines; nullopt when there are none.
+    [[nodiscard]] std::optional<QChar> dezimalzeichen() const;
+
     std::vector<CiZeile> ciZeilen_;
     std::vector<HiDvZeile> hiDvZeilen_;
     std::vector<Chartwerte> chartwerte_ = std::vector<Chartwerte>(HöchsteFlügelzahl + 1);

@@ -80,7 +80,7 @@ bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
         return false;
     }
     const Messpunkte vorher = punkte_;
-    if (!punkte_.verschiebe(dx, dy)) {
+    if (!punkte_.verschiebe(dx, dy, grenze())) {
         return false;
     }
     verlauf_.push_back(vorher);
@@ -89,6 +89,10 @@ bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
 }
 
 bool Messung::setzePerTaste(int nummer) {
+    if (!grenze().enthält(LetzteMausX_, LetzteMausY_)) {
+        ZeigeHinweis(HinweisPunkteSetzen);
+        return true;
+    }
     const Messpunkte vorher = punkte_;
     if (!punkte_.setze(messart_, nummer, LetzteMausX_, LetzteMausY_, Punktherkunft::PerTaste)) {
         return false;
@@ -202,7 +206,10 @@ void Messung::zieh(int nummer, float x, float y, bool neuerZug) {
     if (neuerZug) {
         merkeStand();
     }
-    punkte_.ziehe(messart_, nummer, x, y);
+    const auto imBild = [](float wert, float länge) {
+        return std::clamp(wert, 0.0F, std::max(0.0F, länge - 1));
+    };
+    punkte_.ziehe(messart_, nummer, imBild(x, grenze().breite), imBild(y, grenze().höhe));
     punkteGeändert();
 }
 
@@ -265,6 +272,14 @@ void Messung::setzeBilddatei(const QString& pfad) {
     beendeWiederholung();
     bilddatei_ = pfad;
     verwirf();
+}
+
+Bildgrenze Messung::grenze() const {
+    if (!bildgröße_.isValid()) {
+        return {};
+    }
+    const QSizeF gezoomt = QSizeF(bildgröße_) * aufnahme_.Zoomfaktor;
+    return {static_cast<float>(gezoomt.width()), static_cast<float>(gezoomt.height())};
 }
 
 qint16 Messung::nummer() const {

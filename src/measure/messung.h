@@ -2,6 +2,7 @@
 
 #include "measure/messreihe.h"
 
+#include <QSize>
 #include <QString>
 
 #include <functional>
@@ -90,6 +91,8 @@ public:
     void setzeZoomfaktor(int zoomfaktor);
     void setzeBilddatei(const QString& pfad);
     void setzeAuflösung(int dpi);
+    /// Size of the picture, unzoomed: no key and no drag puts a point outside it.
+    void setzeBildgröße(QSize größe) { bildgröße_ = größe; }
 
     [[nodiscard]] const Messpunkte& punkte() const { return punkte_; }
     [[nodiscard]] Messart messart() const { return messart_; }
@@ -109,6 +112,7 @@ private:
     bool setzePerTaste(int nummer);
     void beendeWiederholung();
     void verwirf();
+    [[nodiscard]] Bildgrenze grenze() const;
 
     Messreihe& reihe_;
     Zahlenformat format_;
@@ -116,6 +120,7 @@ private:
     Messart messart_ = Messart::AlleMessungen;
     Aufnahme aufnahme_;
     QString bilddatei_;
+    QSize bildgröße_; ///< invalid as long as there is no picture
     Messpunkte punkte_{messart_};
     /// A wing that already has lines: repeated, or entered in part before a fault stopped it.
     std::optional<qint16> nummerInArbeit_;

@@ -20,14 +20,6 @@ QString eigenerOrdner() {
 #endif
 }
 
-QString ersatzdatei(const QString& ordner) {
-    const QFileInfo info(ordner);
-    const QString echter = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
-    const QByteArray kennung =
-        QCryptographicHash::hash(echter.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
-    return eigenerOrdner() + "/tarvel-"_L1 + QLatin1StringView(kennung) + ".lock"_L1;
-}
-
 QLockFile::LockError sperre(QLockFile& datei) {
     datei.setStaleLockTime(0);
     if (datei.tryLock(0))
@@ -42,11 +34,19 @@ QLockFile::LockError sperre(QLockFile& datei) {
 
 } // namespace
 
+QString Instanz::eigenerPfad(const QString& ordner, const QString& endung) {
+    const QFileInfo info(ordner);
+    const QString echter = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+    const QByteArray kennung =
+        QCryptographicHash::hash(echter.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
+    return eigenerOrdner() + "/tarvel-"_L1 + QLatin1StringView(kennung) + endung;
+}
+
 Instanz::Instanz(const QString& ordner)
     : sperre_(std::make_unique<QLockFile>(QDir(ordner).filePath(u"Index.lock"_s))) {
     QLockFile::LockError fehler = sperre(*sperre_);
     if (fehler == QLockFile::PermissionError || fehler == QLockFile::UnknownError) {
-        sperre_ = std::make_unique<QLockFile>(ersatzdatei(ordner));
+        sperre_ = std::make_unique<QLockFile>(eigenerPfad(ordner, u".lock"_s));
         fehler = sperre(*sperre_);
     }
     erste_ = fehler != QLockFile::LockFailedError;

@@ -19,6 +19,9 @@ public:
     /// written anywhere: a program that starts twice is better than one that never starts.
     [[nodiscard]] bool erste() const { return erste_; }
 
+    /// A path in the user's own folder for running programs that goes with @p ordner alone.
+    [[nodiscard]] static QString eigenerPfad(const QString& ordner, const QString& endung);
+
 private:
     std::unique_ptr<QLockFile> sperre_;
     bool erste_ = true;

@@ -2,6 +2,7 @@
 
 #include "platform/codepage.h"
 #include "platform/dateiausgabe.h"
+#include "platform/dateistand.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -12,9 +13,7 @@
 namespace tarvel {
 namespace {
 
-// A hundred times what settings take. Every value is read anew from the file, so a larger one would
-// keep the program from starting for minutes.
-constexpr qint64 groessteDatei = qint64{1} * 1024 * 1024;
+int gelesen = 0;
 
 bool istLeerzeichen(char c) {
     return c == ' ' || c == '\t' || c == '\v' || c == '\f';
@@ -135,6 +134,51 @@ private:
     qsizetype ort_ = 0;
 };
 
+// A UTF-16 file is edited in the code page, so that the same rules serve; what that lacks stands as
+// a byte without a character of its own and four digits.
+constexpr QByteArrayView Utf16Marke("\xFF\xFE");
+constexpr char Flucht = '\x81';
+constexpr qsizetype Fluchtlaenge = 5;
+
+QByteArray mitFlucht(const QString& text) {
+    QByteArray bytes;
+    for (const QChar zeichen : text) {
+        const QByteArray byte = nachCodepage1252(zeichen);
+        if (ausCodepage1252(byte) == zeichen && byte.front() != Flucht)
+            bytes += byte;
+        else
+            bytes += Flucht + QByteArray::number(zeichen.unicode(), 16).rightJustified(4, '0');
+    }
+    return bytes;
+}
+
+QByteArray ausUtf16(QByteArrayView bytes) {
+    QString text;
+    for (qsizetype i = Utf16Marke.size(); i + 1 < bytes.size(); i += 2)
+        text += QChar(static_cast<uchar>(bytes[i]), static_cast<uchar>(bytes[i + 1]));
+    return mitFlucht(text);
+}
+
+QByteArray nachUtf16(const QByteArray& inhalt) {
+    QByteArray bytes = Utf16Marke.toByteArray();
+    for (qsizetype i = 0; i < inhalt.size(); ++i) {
+        char16_t zeichen = ausCodepage1252(QByteArrayView(inhalt).sliced(i, 1)).front().unicode();
+        if (inhalt[i] == Flucht) {
+            zeichen = static_cast<char16_t>(inhalt.mid(i + 1, 4).toUShort(nullptr, 16));
+            i += Fluchtlaenge - 1;
+        }
+        bytes += static_cast<char>(zeichen & 0xFF);
+        bytes += static_cast<char>(zeichen >> 8);
+    }
+    return bytes;
+}
+
+QByteArray ohneFlucht(QByteArray text) {
+    for (qsizetype ort = text.indexOf(Flucht); ort >= 0; ort = text.indexOf(Flucht, ort))
+        text.replace(ort, Fluchtlaenge, "?");
+    return text;
+}
+
 QByteArrayView ohneAnfuehrung(QByteArrayView wert) {
     const bool umschlossen = wert.size() >= 2 && wert.front() == wert.back() &&
                              (wert.front() == '"' || wert.front() == '\'');
@@ -214,14 +258,20 @@ Profil::Profil(QString path)
     }
     unlesbar_ = true;
     QFile quelle(path_);
-    if (!datei.isFile() || datei.size() > groessteDatei || !quelle.open(QIODevice::ReadOnly))
+    if (!datei.isFile() || datei.size() > GrößteDatei || !quelle.open(QIODevice::ReadOnly))
         return;
+    ++gelesen;
     QByteArray inhalt = quelle.readAll();
-    const bool utf16 = inhalt.startsWith("\xFF\xFE") || inhalt.startsWith("\xFE\xFF");
-    if (quelle.error() != QFile::NoError || utf16)
+    utf16_ = inhalt.startsWith(Utf16Marke);
+    if (quelle.error() != QFile::NoError || inhalt.startsWith("\xFE\xFF") ||
+        (utf16_ && inhalt.size() % 2 != 0))
         return;
-    inhalt_ = std::move(inhalt);
+    inhalt_ = utf16_ ? ausUtf16(inhalt) : std::move(inhalt);
     unlesbar_ = false;
+}
+
+int Profil::lesungen() {
+    return gelesen;
 }
 
 std::optional<QByteArray> Profil::wert(QByteArrayView section, QByteArrayView key) const {
@@ -231,9 +281,13 @@ std::optional<QByteArray> Profil::wert(QByteArrayView section, QByteArrayView ke
         return std::nullopt;
     while (const auto zeile = leser.naechsteDerSektion()) {
         if (zeile->art == Zeilenart::Eintrag && gleicherName(zeile->name, gesucht))
-            return ohneAnfuehrung(zeile->wert).toByteArray();
+            return lesbar(ohneAnfuehrung(zeile->wert).toByteArray());
     }
     return std::nullopt;
+}
+
+QByteArray Profil::lesbar(const QByteArray& text) const {
+    return utf16_ ? ohneFlucht(text) : text;
 }
 
 QList<QByteArray> Profil::sektionen() const {
@@ -241,7 +295,7 @@ QList<QByteArray> Profil::sektionen() const {
     Zeilenleser leser(inhalt_);
     while (const auto zeile = leser.naechste()) {
         if (zeile->art == Zeilenart::Sektion && !zeile->name.isEmpty())
-            namen += zeile->name.toByteArray();
+            namen += lesbar(zeile->name.toByteArray());
     }
     return namen;
 }
@@ -253,7 +307,7 @@ QList<QByteArray> Profil::schluessel(QByteArrayView section) const {
         return namen;
     while (const auto zeile = leser.naechsteDerSektion()) {
         if (zeile->art == Zeilenart::Eintrag && !zeile->name.isEmpty())
-            namen += zeile->name.toByteArray();
+            namen += lesbar(zeile->name.toByteArray());
     }
     return namen;
 }
@@ -264,6 +318,8 @@ bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
     section = getrimmt(section);
     if (enthaeltEines(section, verboten) || section.contains(']'))
         return false;
+    if (utf16_ && (section.contains(Flucht) || (key && key->contains(Flucht))))
+        return false;
 
     const QByteArray vorher = inhalt_;
     if (key) {
@@ -273,7 +329,10 @@ bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
             return false;
         if (value)
             value = bisZuEinem(*value, verboten);
-        setzeEintrag(inhalt_, section, name, value);
+        const QByteArray neu = value ? value->toByteArray() : QByteArray();
+        const QByteArray geschrieben = utf16_ ? mitFlucht(ausCodepage1252(neu)) : neu;
+        setzeEintrag(inhalt_, section, name,
+                     value ? std::optional<QByteArrayView>(geschrieben) : std::nullopt);
     } else {
         entferneSektion(inhalt_, section);
     }
@@ -282,11 +341,12 @@ bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
 }
 
 bool Profil::sichern() {
-    if (unlesbar_ || path_.isEmpty() || inhalt_.size() > groessteDatei)
+    const QByteArray bytes = utf16_ ? nachUtf16(inhalt_) : inhalt_;
+    if (unlesbar_ || path_.isEmpty() || bytes.size() > GrößteDatei)
         return false;
     if (!ungesichert_)
         return true;
-    ungesichert_ = schreibeDatei(path_, inhalt_).has_value();
+    ungesichert_ = schreibeDatei(path_, bytes).has_value();
     return !ungesichert_;
 }
 
@@ -295,11 +355,32 @@ QByteArray alsProfilwert(QByteArrayView wert) {
     return verändert ? '"' + wert.toByteArray() + '"' : wert.toByteArray();
 }
 
+namespace {
+
+// One file is what a program reads its settings from.
+const Profil& gelesenesProfil(const QString& path) {
+    struct Stand {
+        QString path;
+        std::optional<Dateistand> datei;
+        Profil profil;
+    };
+    thread_local std::optional<Stand> letzter;
+    const std::optional<Dateistand> jetzt = dateistand(path);
+    if (!letzter || !jetzt || letzter->path != path || letzter->datei != jetzt) {
+        // What changes while it is read, or at once after it, is read again next time.
+        const auto merkbar = jetzt && !jetzt->frisch() ? jetzt : std::nullopt;
+        letzter = Stand{path, merkbar, Profil(path)};
+    }
+    return letzter->profil;
+}
+
+} // namespace
+
 QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
                                     std::optional<QByteArrayView> key,
                                     std::optional<QByteArrayView> vorgabe, int size,
                                     const QString& path) {
-    const Profil profil(path);
+    const Profil& profil = gelesenesProfil(path);
     if (!section)
         return namensliste(profil.sektionen(), size);
     if (!key) {
@@ -317,7 +398,7 @@ QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
 
 int GetPrivateProfileIntA(QByteArrayView section, QByteArrayView key, int vorgabe,
                           const QString& path) {
-    const auto wert = Profil(path).wert(section, key);
+    const auto wert = gelesenesProfil(path).wert(section, key);
     if (!wert)
         return vorgabe;
     QByteArrayView rest = getrimmt(*wert);

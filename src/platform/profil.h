@@ -8,8 +8,9 @@
 
 namespace tarvel {
 
-/// A profile file: "[section]" lines and "key=value" lines, in Windows code page 1252. The rules
-/// are those of the Windows private-profile functions, the same on every system:
+/// A profile file: "[section]" lines and "key=value" lines, in Windows code page 1252 or, with its
+/// mark, in UTF-16 as Windows writes it (low byte first). The rules are those of the Windows
+/// private-profile functions, the same on every system:
 /// - CR, LF and CRLF end a line; ';' begins a comment only as the first character of a line;
 /// - names match without regard to case, umlauts included; the first of equal sections wins, and
 ///   the first of equal keys in it;
@@ -20,12 +21,19 @@ namespace tarvel {
 /// reach the disk together or not at all. Names and values are bytes of the code page.
 class Profil {
 public:
+    /// The most bytes that a file may have, a hundred times what settings take.
+    static constexpr qint64 GrößteDatei = qint64{1} * 1024 * 1024;
+
     /// Reads @p path. A file that is missing counts as empty. One that cannot be read, is larger
-    /// than 16 MB, is no ordinary file or is UTF-16 text counts as empty too but is never
-    /// replaced: sichern() fails.
+    /// than GrößteDatei, is no ordinary file or is UTF-16 of another kind counts as empty too but
+    /// is never replaced: sichern() fails.
     explicit Profil(QString path);
 
-    /// The value without its quotes; empty for "key="; nullopt when section or key is missing.
+    /// How many files were read so far.
+    [[nodiscard]] static int lesungen();
+
+    /// The value without its quotes; empty for "key="; nullopt when section or key is missing. A
+    /// character beyond the code page reads as '?', but stays in the file.
     [[nodiscard]] std::optional<QByteArray> wert(QByteArrayView section, QByteArrayView key) const;
     /// Names of all sections in the order of the file, repeated ones included, empty ones not.
     [[nodiscard]] QList<QByteArray> sektionen() const;
@@ -35,7 +43,8 @@ public:
     /// Sets a value, or removes the key when @p value is missing, or the whole section (but not
     /// its comments) when @p key is missing. @p value ends at its first line end or NUL. Returns
     /// false, and changes nothing, for a name that would not come back as a name: one with a line
-    /// end or NUL, a section with ']', a key with '=', with '[' in front or with tabs around.
+    /// end or NUL, a section with ']', a key with '=', with '[' in front or with tabs around; in
+    /// UTF-16 one with byte 0x81 too.
     bool setze(QByteArrayView section, std::optional<QByteArrayView> key,
                std::optional<QByteArrayView> value);
     /// Writes the file if anything changed or it did not exist. A failure or a crash in the middle
@@ -44,8 +53,11 @@ public:
     [[nodiscard]] bool sichern();
 
 private:
+    [[nodiscard]] QByteArray lesbar(const QByteArray& text) const;
+
     QString path_;
-    QByteArray inhalt_;
+    QByteArray inhalt_; ///< of UTF-16, what the code page lacks is escaped
+    bool utf16_ = false;
     bool unlesbar_ = false;
     bool ungesichert_ = false;
 };
@@ -53,6 +65,8 @@ private:
 /// @p wert as it must stand in the file to be read back unchanged: in quotes where the reading
 /// would take off blanks or quotes around it.
 [[nodiscard]] QByteArray alsProfilwert(QByteArrayView wert);
+
+// The next two look whether the file changed since it was last read; only then they read it again.
 
 /// One value from the profile file @p path, cut to @p size - 1 bytes; when section or key is
 /// missing, @p vorgabe without its trailing blanks, cut the same way. Without @p key the names of

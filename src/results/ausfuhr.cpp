@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <utility>
 
 namespace tarvel {
@@ -75,7 +76,7 @@ QStringList Ausfuhr::nimm(const Ergebnissatz& satz, const Satzumgebung& umgebung
 }
 
 const QByteArray& Ausfuhr::inhalt() const {
-    return art_ == Ausfuhrart::Tps ? tps_ : tabelle_.csv();
+    return art_ == Ausfuhrart::Tps ? tps_.inhalt : tabelle_.csv();
 }
 
 void Ausfuhr::nimmUntersuchung(const Ergebnissatz& satz, const GeleseneUntersuchung& gelesen) {
@@ -128,13 +129,21 @@ void Ausfuhr::nimmFlügel(const Ergebnissatz& satz, const GeleseneUntersuchung& 
 
 void Ausfuhr::nimmPunkte(const Ergebnissatz& satz, const GeleseneUntersuchung& gelesen) {
     std::vector<Ausgabeflügel> flügel;
+    // Wings of a sample are on few pictures.
+    std::map<QString, std::optional<float>> höhen;
     for (const auto& [nummer, messung] : gelesen.reihe.messungen()) {
+        const auto [höhe, neu] = höhen.try_emplace(messung.bilddatei);
+        if (neu && bildhöhe_) {
+            höhe->second = bildhöhe_(messung.bilddatei);
+        }
         flügel.push_back({.nummer = nummer,
                           .name = satz.U_NR.trimmed() + u'/' + QString::number(nummer),
                           .messung = messung,
-                          .bildhöhe = bildhöhe_ ? bildhöhe_(messung.bilddatei) : std::nullopt});
+                          .bildhöhe = höhe->second});
     }
-    tps_ += alsTps(flügel);
+    const Tps tps = alsTps(flügel);
+    tps_.inhalt += tps.inhalt;
+    tps_.ohneBildhöhe += tps.ohneBildhöhe;
 }
 
 } // namespace tarvel

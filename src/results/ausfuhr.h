@@ -28,8 +28,7 @@ using Bildhöhe = std::function<std::optional<float>(const QString& pfad)>;
 /// lines. An empty cell is a value that there is none of.
 class Ausfuhr {
 public:
-    /// @p bildhöhe lays points of a TPS file into their pictures; without it each wing is turned
-    /// over about its own middle.
+    /// @p bildhöhe lays the points of a TPS file into their pictures.
     explicit Ausfuhr(Ausfuhrart art, Bildhöhe bildhöhe = {});
 
     /// Adds the examination that @p satz keeps. Returns the columns whose content was not
@@ -38,6 +37,8 @@ public:
 
     /// The file so far. Of points it is empty when there are none.
     [[nodiscard]] const QByteArray& inhalt() const;
+    /// Wings whose points have no place in TPS, each with its picture; see alsTps.
+    [[nodiscard]] const QStringList& ohneBildhöhe() const { return tps_.ohneBildhöhe; }
 
 private:
     void nimmUntersuchung(const Ergebnissatz& satz, const GeleseneUntersuchung& gelesen);
@@ -47,7 +48,7 @@ private:
     Ausfuhrart art_;
     Bildhöhe bildhöhe_;
     CsvTabelle tabelle_;
-    QByteArray tps_;
+    Tps tps_;
 };
 
 } // namespace tarvel

@@ -66,14 +66,19 @@ Einfuhr::Einfuhr(const QString& DatenbankPfad, Einfuhrumgebung umgebung)
 }
 
 Einfuhrbericht Einfuhr::nimm(const QString& pfad) {
-    const Texte& texte = umgebung_.satz.texte;
-    Einfuhrbericht bericht;
     const std::optional<QByteArray> bytes = dateiinhalt(pfad);
     if (!bytes) {
-        bericht.hinweise.push_back({1, textUnlesbar(pfad, texte)});
+        Einfuhrbericht bericht;
+        bericht.hinweise.push_back({1, textUnlesbar(pfad, umgebung_.satz.texte)});
         return bericht;
     }
-    const Messdatei gelesen = liesMessdatei(*bytes);
+    return nimmInhalt(*bytes);
+}
+
+Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes) {
+    const Texte& texte = umgebung_.satz.texte;
+    Einfuhrbericht bericht;
+    const Messdatei gelesen = liesMessdatei(bytes);
     for (const Leseproblem& problem : gelesen.probleme) {
         bericht.hinweise.push_back({problem.zeile, text(problem, texte)});
     }

@@ -45,6 +45,8 @@ public:
     Einfuhr(const QString& DatenbankPfad, Einfuhrumgebung umgebung);
 
     [[nodiscard]] Einfuhrbericht nimm(const QString& pfad);
+    /// The same for the content of a file.
+    [[nodiscard]] Einfuhrbericht nimmInhalt(QByteArrayView bytes);
 
 private:
     void speichere(const Messdatei& datei, Einfuhrbericht& bericht);

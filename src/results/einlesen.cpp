@@ -177,7 +177,7 @@ EingeleseneUntersuchung untersuchungAusMessdatei(const Messdatei& datei, int Ras
     const std::optional<Merkmale> merkmale = merkmaleAus(datei);
     eingelesen.merkmaleVerstanden = merkmale.has_value();
     u.setzeMerkmale(merkmale.value_or(keineMerkmale(tiere)));
-    eingelesen.messart = datei.korrelation() ? Messart::Korrelation : datei.messart;
+    eingelesen.messart = datei.korrelation() ? Messart::Korrelation : Messart::NurCubitalindex;
     return eingelesen;
 }
 

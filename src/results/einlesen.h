@@ -14,8 +14,8 @@ struct EingeleseneUntersuchung {
     /// file.
     Untersuchung untersuchung;
     /// Kind of examination that the file asks for: the correlation kind when it holds correlation
-    /// entries, else that of its first line, if it names one.
-    std::optional<Messart> messart;
+    /// entries, else cubital index alone.
+    Messart messart = Messart::NurCubitalindex;
     /// False when the body-mark lines could not be brought into counts; Messdatei::merkmaltext then
     /// is all there is of them.
     bool merkmaleVerstanden = true;

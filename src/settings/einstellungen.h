@@ -79,8 +79,8 @@ struct Einstellungszeile {
 /// the reading would take off, quotes and blanks around a text, is kept by a pair of quotes.
 void setze(Profil& profil, Einstellung id, const QString& wert);
 
-/// Typed access to the settings file. Every read goes to the file, every write at once into it:
-/// there is no state here that could differ from the file.
+/// Typed access to the settings file. Every read looks whether the file changed, every write goes
+/// at once into it: there is no state here that could differ from the file.
 class Einstellungen {
 public:
     /// @p IniPfad full path of Index.ini; the file need not exist.

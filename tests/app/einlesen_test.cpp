@@ -272,6 +272,29 @@ TEST_F(Einlesetest, exportedWings_comeBackTheSame) {
     EXPECT_TRUE(inhalt(u"Flügel 5 %1.csv"_s).contains("\n0012025,2025-06-15,Carnica,workers,1,"));
 }
 
+TEST_F(Einlesetest, tpsWithoutThePicture_isNotWrittenAndNotedWhenRead) {
+    missFlügel();
+    const HiDvZeile gemessen = reihe().hiDvZeilen().at(0);
+    const QString tps = ordner.filePath(u"a.tps"_s);
+    dialoge.dateien = {tps};
+    wähle(u"men_Datei_21"_s);
+    EXPECT_TRUE(inhalt(u"a.tps"_s).startsWith("LM=8\n400 270\n"));
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+
+    ASSERT_TRUE(QFile::remove(ordner.filePath(u"flügel 100%.png"_s)));
+    dialoge.dateien = {ordner.filePath(u"b.tps"_s)};
+    wähle(u"men_Datei_21"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"/1 (flügel 100%.png)"_s));
+    EXPECT_FALSE(QFile::exists(ordner.filePath(u"b.tps"_s)));
+
+    dialoge.antworten = {Antwort::Nein};
+    ASSERT_TRUE(hg().öffneDateien({tps}));
+    EXPECT_THAT(reihe().hiDvZeilen(), ElementsAre(gemessen));
+    ASSERT_THAT(dialoge.meldungen, SizeIs(2));
+    EXPECT_TRUE(dialoge.meldungen[1].contains(u"'flügel 100%.png' ist nicht da"_s));
+}
+
 TEST_F(Einlesetest, exportThatCannotBe_isToldAndWritesNothing) {
     ASSERT_TRUE(hg().öffneDatei(datei(messdatei)));
     dialoge.dateien = {ordner.filePath(u"punkte.tps"_s), ordner.filePath(u"fehlt/a.csv"_s)};

@@ -1,9 +1,15 @@
+#include "app/dateiannahme.h"
 #include "app/fenster.h"
+#include "platform/instanz.h"
+#include "platform/profil.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+
+#include <future>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -89,6 +95,74 @@ TEST_F(Starttest, secondInstance_isToldInItsLanguageAndEnds) {
     EXPECT_FALSE(zweites.Hauptstart());
     EXPECT_THAT(andere.meldungen, ElementsAre(u"Tarvel: Tarvel is already started."_s));
     EXPECT_EQ(zweites.hauptfenster(), nullptr);
+}
+
+TEST_F(Starttest, filesOfASecondStart_openInTheRunningWindow) {
+    ASSERT_TRUE(starte());
+    const QString bildpfad = maleBild({300, 200});
+    const auto zweiter = [&](const QStringList& dateien) {
+        auto ergebnis = std::async(std::launch::async, [&ordner = ordner, dateien] {
+            return Dateiannahme::übergib(ordner.path(), dateien);
+        });
+        const auto fertig = [&] {
+            return ergebnis.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+        };
+        return QTest::qWaitFor(fertig) && ergebnis.get();
+    };
+    EXPECT_TRUE(zweiter({bildpfad}));
+    const auto offen = [&] { return hinweis() == u"Tarvel ist bereits gestartet."_s; };
+    EXPECT_TRUE(QTest::qWaitFor(offen)) << qPrintable(hinweis());
+    EXPECT_TRUE(bild().isVisible());
+    EXPECT_FALSE(zweiter({u"nur ein Name.png"_s}));
+    EXPECT_FALSE(zweiter({QString(2'000'000, u'/')}));
+
+    QDialog frage(&hg()); // an answer of the user comes first
+    frage.setModal(true);
+    frage.show();
+    EXPECT_FALSE(zweiter({bildpfad}));
+    frage.close();
+    EXPECT_TRUE(zweiter({bildpfad}));
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+}
+
+TEST_F(Starttest, filesThatNobodyTakes_areToldLikeNone) {
+    const Instanz andere(ordner.path());
+    const QString adresse = Instanz::eigenerPfad(ordner.path(), u".socket"_s);
+    QLocalServer hängt;
+    for (const bool lauscht : {false, true}) {
+        ASSERT_EQ(lauscht && hängt.listen(adresse), lauscht);
+        EXPECT_FALSE(
+            Dateiannahme::übergib(ordner.path(), {u"/a.png"_s}, std::chrono::milliseconds(50)));
+    }
+    hängt.close();
+    { QFile(adresse).open(QIODevice::WriteOnly); } // of a program that crashed
+    schreibeIni("[Start]\r\nNeu=False\r\n");
+    Programm zweites(ordner.path(), {.dialoge = dialoge,
+                                     .shell = shell,
+                                     .speicher = speicher,
+                                     .uhr = uhr,
+                                     .drucker = drucker,
+                                     .format = {},
+                                     .dokumente = ordner.path(),
+                                     .benutzersprache = QLocale::German,
+                                     .ersterLauf = [](Start&) {}});
+    EXPECT_FALSE(zweites.Hauptstart({u"/a.png"_s}));
+    EXPECT_THAT(dialoge.meldungen, ElementsAre(u"Tarvel: Tarvel ist bereits gestartet."_s));
+    QFile::remove(adresse);
+}
+
+TEST_F(Starttest, settingsFile_isReadOnceUntilItChanges) {
+    schreibeIni("[Start]\r\nNeu=False\r\nSprache=0\r\n");
+    const Einstellungen einstellungen(inipfad());
+    const auto liest = [&](const auto& was) {
+        const int vorher = Profil::lesungen();
+        was();
+        return Profil::lesungen() - vorher;
+    };
+    while (liest([&] { (void)einstellungen.zahl(Einstellung::Sprache); }) > 0) {
+    }
+    EXPECT_EQ(liest([&] { ASSERT_TRUE(starteUnvorbereitet()); }), 0);
+    EXPECT_EQ(liest([&] { missFlügel(); }), 0);
 }
 
 TEST_F(Starttest, startUp_showsMeasuringWithTheLoadHintAndTheSettings) {

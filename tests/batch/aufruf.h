@@ -30,7 +30,7 @@ protected:
     QTemporaryDir ordner_;
 
     /// Calls the program in the folder; arguments are separated by blanks.
-    Lauf rufe(const QString& argumente) const {
+    Lauf rufe(const QString& argumente, const QByteArray& eingabe = {}) const {
         QProcess programm;
         programm.setWorkingDirectory(ordner_.path());
         QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
@@ -42,6 +42,8 @@ protected:
         programm.setProcessEnvironment(umgebung);
         programm.start(QStringLiteral(TARVEL_BATCH),
                        argumente.split(QChar(u' '), Qt::SkipEmptyParts));
+        programm.write(eingabe);
+        programm.closeWriteChannel();
         constexpr int einigeMinuten = 300'000;
         if (!programm.waitForFinished(einigeMinuten) ||
             programm.exitStatus() != QProcess::NormalExit) {

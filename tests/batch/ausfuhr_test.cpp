@@ -2,6 +2,8 @@
 #include "results/ergebnistabelle.h"
 #include "results/untersuchungssatz.h"
 
+#include <QImage>
+
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -14,6 +16,7 @@ using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -28,7 +31,8 @@ protected:
     }
 
     /// Two measured wings, the second with its cubital index alone.
-    void speichere(const QString& nummer, const QString& name, int ausgelassen = 0) {
+    void speichere(const QString& nummer, const QString& name, int ausgelassen = 0,
+                   const QString& bild = u"C:\\Völker\\a, b.png"_s) {
         Untersuchung u;
         Kolonieangaben angaben;
         angaben.UNr = nummer;
@@ -42,7 +46,7 @@ protected:
             Flügelmessung messung{.punkte = Messpunkte(messart),
                                   .messart = messart,
                                   .aufnahme = {2, 1200},
-                                  .bilddatei = u"C:\\Völker\\a, b.png"_s};
+                                  .bilddatei = bild};
             for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
                 messung.punkte.setze(messart, p, 2 * X.at(p), 2 * Y.at(p));
             }
@@ -98,14 +102,20 @@ TEST_F(Ausfuhr, wings_haveFullValuesAndTheirPicture) {
     EXPECT_TRUE(zeilen[2].endsWith(",yes"));
     // Its points are those of the picture, so the table can be evaluated in its turn.
     schreibe(u"a.csv"_s, zeilen.join('\n'));
-    EXPECT_THAT(rufe(u"evaluate a.csv --format csv"_s).ausgabe,
-                HasSubstr("\n1,3,21.006002,1,25,1.324152"));
+    const Lauf wieder = rufe(u"evaluate a.csv --format csv"_s);
+    EXPECT_THAT(wieder.ausgabe, HasSubstr("\n1,3,21.006002,1,25,1.324152"));
+    EXPECT_THAT(wieder.fehler, Not(HasSubstr("assumed")));
 }
 
-TEST_F(Ausfuhr, tps_givesTheSameIndicesAgain) {
-    speichere(u"U1"_s, {});
+TEST_F(Ausfuhr, tps_liesInThePictureAndGivesTheSameIndicesAgain) {
+    QImage bild(500, 400, QImage::Format_Grayscale8);
+    bild.fill(200);
+    ASSERT_TRUE(bild.save(pfad(u"b.jpg"_s)));
+    speichere(u"U1"_s, {}, 0, pfad(u"b.jpg"_s));
     EXPECT_EQ(rufe(u"export a.tdb --tps --out a.tps"_s).status, 0);
-    EXPECT_THAT(text(u"a.tps"_s), HasSubstr("ID=U1/2\n"));
+    EXPECT_THAT(text(u"a.tps"_s), StartsWith("LM=8\n400 100\n"));
+    EXPECT_THAT(text(u"a.tps"_s), HasSubstr("IMAGE=b.jpg\nID=U1/2\n"));
+    EXPECT_EQ(rufe(u"export a.tdb --tps --out -"_s).ausgabe, text(u"a.tps"_s));
     const Lauf lauf = rufe(u"evaluate a.tps --format csv"_s);
     EXPECT_THAT(lauf.ausgabe, HasSubstr("\nU1/1,3,21.006002,1,25,1.324152"));
     EXPECT_THAT(lauf.ausgabe, HasSubstr("\nU1/2,3,21.006002,,,\n"));
@@ -170,6 +180,15 @@ TEST_F(Ausfuhr, tableOnATerminal_doesNotSteerIt) {
     EXPECT_FALSE(gezeigt.contains('\x1b'));
 }
 #endif
+
+TEST_F(Ausfuhr, tpsWithoutAPicture_isRefusedAndTheWingsAreNamed) {
+    speichere(u"U1"_s, {});
+    const Lauf lauf = rufe(u"export a.tdb --tps --out a.tps"_s);
+    EXPECT_EQ(lauf.status, 1);
+    EXPECT_THAT(lauf.fehler, StartsWith("a.tdb: U1/1 (a, b.png): the height of the picture"));
+    EXPECT_EQ(lauf.fehlerzahl(), 3);
+    EXPECT_EQ(dateien(), QStringList({u"a.tdb"_s}));
+}
 
 TEST_F(Ausfuhr, failure_leavesTheOutputAsItWas) {
     schreibe(u"kaputt.tdb"_s, "no database");

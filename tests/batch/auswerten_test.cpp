@@ -52,8 +52,8 @@ const QByteArray tps = "LM=8\n400 700\n100 700\n200,0 900,0\n230 890\n100 900\n1
 TEST_F(Auswerten, csv_hasFullValuesOfEveryWing) {
     schreibe(u"a.csv"_s, kopf + "links," + drei + "\nrechts," + drei + '\n');
     schreibe(u"a.tps"_s, tps);
-    for (const QString& aufruf :
-         {u"evaluate a.csv --format csv"_s, u"evaluate a.tps --format csv --language de"_s}) {
+    for (const QString& aufruf : {u"evaluate a.csv --format csv --dpi 1200"_s,
+                                  u"evaluate a.tps --format csv --language de --dpi 1200"_s}) {
         const Lauf lauf = rufe(aufruf);
         EXPECT_EQ(lauf.status, 0);
         EXPECT_THAT(lauf.fehler, IsEmpty());
@@ -81,6 +81,57 @@ TEST_F(Auswerten, resolutionZoomAndKind_changeTheValues) {
     EXPECT_NEAR(dv(u"--ini Index.ini"_s), DV / 2, 2e-7);
     EXPECT_NEAR(dv(u"--ini Index.ini --dpi 1200"_s), DV, 2e-7);
     EXPECT_THAT(rufe(u"evaluate a.csv --messart 0 --format csv"_s).ausgabe, EndsWith(",,,\n"));
+}
+
+TEST_F(Auswerten, resolution_isThatOfEachWingOrSaidToBeAssumed) {
+    const QByteArray mitDpi = QByteArray(kopf).replace("wing", "wing,zoom,dpi");
+    schreibe(u"eigene.csv"_s, mitDpi + "1,2,2400," + drei + "\n2,2,1200," + drei + '\n');
+    schreibe(u"halb.csv"_s, mitDpi + "1,,2400," + drei + "\n2,,," + drei + '\n');
+    schreibe(u"a.tps"_s, QByteArray(tps).replace("SCALE=", "SCALE=0.0105833333"));
+    schreibe(u"pixel.tps"_s, QByteArray(tps).replace("SCALE=", "SCALE=1"));
+    struct Fall {
+        const char* aufruf;
+        std::vector<double> dv; ///< in the unit of that at 1200 dpi
+        const char* hinweis;
+    };
+    for (const Fall& fall :
+         {Fall{"eigene.csv", {0.5, 1}, ""},
+          {"eigene.csv --zoom 3", {0.5, 1}, "eigene.csv: The points of this file are pixels"},
+          {"eigene.csv --dpi 600", {2, 2}, "eigene.csv: DS was computed at 600 dpi, as asked for"},
+          {"halb.csv", {0.5, 1}, "halb.csv: DS was computed at an assumed 1200 dpi"},
+          {"a.tps", {0.5}, ""},
+          {"pixel.tps", {1}, "pixel.tps: DS was computed at an assumed 1200 dpi"},
+          {"pixel.tps --messart 0", {}, ""}}) {
+        const Lauf lauf = rufe(u"evaluate --format csv "_s + QString::fromLatin1(fall.aufruf));
+        EXPECT_EQ(lauf.status, 0);
+        EXPECT_EQ(lauf.fehlerzahl(), *fall.hinweis == '\0' ? 0 : 1) << lauf.fehler;
+        EXPECT_THAT(lauf.fehler, StartsWith(fall.hinweis)) << fall.aufruf;
+        for (std::size_t i = 0; i < fall.dv.size(); ++i) {
+            EXPECT_NEAR(zahlen(lauf.zeilen().value(static_cast<qsizetype>(i) + 1)).value(4),
+                        DV * fall.dv[i], 2e-7)
+                << fall.aufruf;
+        }
+    }
+}
+
+TEST_F(Auswerten, standardInput_isReadOnceInPlaceOfAFile) {
+    EXPECT_THAT(rufe(u"evaluate - --format csv"_s, tabelle(drei, 1)).ausgabe,
+                HasSubstr("\n1,3,21.006002,1,25,1.32415"));
+    EXPECT_THAT(rufe(u"evaluate -"_s, kopf + "1,2,3\n").fehler, StartsWith("-:2: "));
+    EXPECT_THAT(rufe(u"evaluate -"_s, QByteArray(20'000'000, ',')).fehler,
+                StartsWith("-:1: The file is larger than 16 MB"));
+    EXPECT_THAT(rufe(u"evaluate -"_s).fehler, StartsWith("-:1: "));
+    EXPECT_EQ(rufe(u"evaluate - -"_s, tabelle(drei, 1)).status, 2);
+}
+
+TEST_F(Auswerten, pointsOfTheKindAlone_areEnough) {
+    schreibe(u"a.csv"_s, "wing,x5,y5,x6,y6,x7,y7\n1,100,100,130,100,130,110\n");
+    const Lauf lauf = rufe(u"evaluate a.csv --messart 0 --format csv"_s);
+    EXPECT_EQ(lauf.ausgabe, "wing,ci,ci_class,hi,hi_class,dv\n1,3,21.006002,,,\n");
+    EXPECT_THAT(lauf.fehler, IsEmpty());
+    EXPECT_THAT(rufe(u"evaluate a.csv"_s).fehler, StartsWith("a.csv:1: "));
+    schreibe(u"a.csv"_s, "wing,x5,y5,x6,y6,x7,y7,x8\n1,100,100,130,100,130,110,5\n");
+    EXPECT_EQ(rufe(u"evaluate a.csv --messart 0"_s).status, 1); // half a point is a slip
 }
 
 TEST_F(Auswerten, text_showsTheSeriesAsTheProgramDoes) {
@@ -130,7 +181,7 @@ TEST_F(Auswerten, verdict_followsTheStandardOfTheRace) {
 TEST_F(Auswerten, missingPoints_leaveGapsAndAreNamed) {
     schreibe(u"a.csv"_s, kopf + "ganz," + drei + "\nohne8," + drei.left(drei.size() - 7) +
                              ",\nnichts,,,,,,,,,,,,,,,,\n");
-    const Lauf lauf = rufe(u"evaluate a.csv --format csv"_s);
+    const Lauf lauf = rufe(u"evaluate a.csv --format csv --dpi 1200"_s);
     EXPECT_EQ(lauf.status, 0);
     EXPECT_THAT(lauf.ausgabe, HasSubstr("\nohne8,3,21.006002,1,25,\nnichts,,,,,\n"));
     EXPECT_THAT(lauf.fehler, StartsWith("a.csv:3: "));

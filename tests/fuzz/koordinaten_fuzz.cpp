@@ -79,7 +79,7 @@ const Koordinaten* gelesen(const std::variant<Koordinaten, Leseproblem>& ergebni
 void prüfeAusgabe(const Koordinaten& koordinaten) {
     const std::vector<Ausgabeflügel> flügel = ausgabe(koordinaten);
     const auto tabelle = liesKoordinaten(alsTabelle(flügel));
-    const auto tps = liesKoordinaten(alsTps(flügel));
+    const auto tps = liesKoordinaten(alsTps(flügel).inhalt);
     const Koordinaten* ausTabelle = gelesen(tabelle, false, flügel.size());
     const Koordinaten* ausTps = gelesen(tps, true, flügel.size());
     for (std::size_t i = 0; i < flügel.size(); ++i) {
@@ -99,7 +99,7 @@ void prüfeAusgabe(const Koordinaten& koordinaten) {
 }
 
 void prüfeReihe(const Koordinaten& koordinaten) {
-    const auto reihe = reiheAus(koordinaten, Messart::AlleMessungen, {1, 1200}, {});
+    const auto reihe = reiheAus(koordinaten, {.aufnahme = {1, 1200}, .eigeneAuflösung = true});
     verlange(reihe.messungen.size() == koordinaten.flügel.size(), "all wings are entered");
     for (const int nummer : reihe.reihe.nummern()) {
         const Chartwerte& werte = reihe.reihe.chartwerte(nummer);

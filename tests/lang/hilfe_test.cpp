@@ -46,6 +46,17 @@ TEST_F(Hilfetest, page_isFoundInTheFirstFolderThatHasItInTheLanguage) {
     EXPECT_EQ(hilfeseite(folders, Sprache::Französisch, u"fehlt"_s), QString());
 }
 
+TEST_F(Hilfetest, presence_isAskedOfTheDriveOnceInEachLanguage) {
+    ASSERT_TRUE(QFile::rename(seite, ordner.filePath(u"guide/fr/index.html"_s)));
+    Texte texte(ordner.path());
+    texte.SpracheFranzösisch();
+    EXPECT_TRUE(hilfeVorhanden(texte));
+    ASSERT_TRUE(QDir(ordner.filePath(u"guide"_s)).removeRecursively());
+    EXPECT_TRUE(hilfeVorhanden(texte)); // not looked for again
+    texte.SpracheDeutsch();
+    EXPECT_FALSE(hilfeVorhanden(texte));
+}
+
 TEST_F(Hilfetest, withoutAViewerForTheHelpFile_thePageOpens) {
     Texte texte(ordner.path());
     texte.SpracheFranzösisch();

@@ -150,16 +150,8 @@ TEST(Messdatei, unreadableEntries_areNamedWithTheirLineAndTheRestIsKept) {
            2,
            1},
           {{.merkmale = "O\nf\nk\n-1\n"}, {{25, Lesegrund::KeineZahl}}, 2, 2},
-          {{.endeCI = ""},
-           {{17, Lesegrund::FlügelDoppelt},
-            {18, Lesegrund::FlügelDoppelt},
-            {19, Lesegrund::EndmarkeFehlt}},
-           2,
-           0},
-          {{.endeHI = "", .merkmale = "O 20\n"},
-           {{21, Lesegrund::ZeileZuKurz}, {21, Lesegrund::EndmarkeFehlt}},
-           2,
-           2},
+          {{.endeCI = ""}, {{17, Lesegrund::FlügelDoppelt}, {18, Lesegrund::FlügelDoppelt}}, 2, 0},
+          {{.endeHI = "", .merkmale = "O 20\n"}, {{21, Lesegrund::ZeileZuKurz}}, 2, 2},
           {{.merkmale = "O\nf\n"}, {{23, Lesegrund::DateiEndet}}, 2, 2},
           {{.merkmale = "O\nf\nk\nviele\n"}, {{25, Lesegrund::KeineZahl}}, 2, 2},
           {{.merkmale = "O\nf\nk\n40000\n"}, {{25, Lesegrund::KeineZahl}}, 2, 2}}) {
@@ -183,12 +175,35 @@ TEST(Messdatei, tooManyWings_fillTheSeriesAndNameTheRest) {
     EXPECT_EQ(d.weitereProbleme, 100);
 }
 
-TEST(Messdatei, everyPrefixOfAFile_isSurvived) {
+TEST(Messdatei, missingEndMarkers_areNoError) {
+    struct Fall {
+        Beispiel beispiel;
+        std::size_t hi;
+        bool merkmale;
+    };
+    for (const Fall& fall : {Fall{{.endeCI = "", .hi = "", .endeHI = "", .merkmale = ""}, 0, false},
+                             {{.endeCI = "", .hi = ""}, 0, true},
+                             {{.endeHI = "", .merkmale = ""}, 2, false}}) {
+        const Messdatei d = lies(fall.beispiel);
+        EXPECT_THAT(befunde(d), IsEmpty());
+        EXPECT_EQ(d.ciZeilen.size(), 2U);
+        EXPECT_EQ(d.hiDvZeilen.size(), fall.hi);
+        EXPECT_EQ(d.Bienenanzahl.has_value(), fall.merkmale);
+    }
+}
+
+TEST(Messdatei, everyPrefixOfAFile_keepsWhatItHolds) {
     const QByteArray ganz = Beispiel().bytes();
     for (qsizetype länge = 0; länge < ganz.size(); ++länge) {
-        const Messdatei d = liesMessdatei(QByteArrayView(ganz).first(länge));
+        const QByteArray teil = ganz.first(länge);
+        const Messdatei d = liesMessdatei(teil);
         EXPECT_LE(d.ciZeilen.size(), 2U);
-        EXPECT_EQ(d.probleme.empty(), d.Bienenanzahl.has_value()) << länge;
+        EXPECT_EQ(d.istMessdatei, teil.count('\n') > 1 || teil.contains("\n2")) << länge;
+        EXPECT_EQ(d.KNr == u"017", teil.contains("\n017")) << länge;
+        EXPECT_EQ(d.Volk == u"Volk 4", teil.contains("Volk 4")) << länge;
+        if (teil.count('\n') < 13) {
+            EXPECT_FALSE(d.probleme.empty()) << länge; // colony data that are missing
+        }
     }
 }
 

@@ -45,6 +45,21 @@ TEST(Messreihe, lines_followTheirLayoutInEveryLanguageAndSeparator) {
     }
 }
 
+TEST(Messreihe, newWings_takeTheDecimalSignOfTheSeries) {
+    for (const auto& [wert, neu] : {std::pair{u"3,07"_s, u"2,50"_s}, {u"3.07"_s, u"2.50"_s}}) {
+        for (const bool nurHi : {false, true}) {
+            Messreihe reihe;
+            std::vector<CiZeile> ci{{1, wert, wert}};
+            std::vector<HiDvZeile> hi{{1, wert, wert, wert}};
+            (nurHi ? ci.clear() : hi.clear());
+            reihe.stelleHer(ci, hi, {}, {});
+            trageEin(reihe, 2, 2.5F, {}, {}, wert.contains(u',') ? Zahlenformat{} : komma);
+            EXPECT_EQ(reihe.ciZeilen().back().wert, neu);
+            EXPECT_EQ(nurHi ? reihe.hiDvZeilen()[0].hi : reihe.ciZeilen()[0].wert, wert);
+        }
+    }
+}
+
 TEST(Messreihe, deletingTheLastWing_removesAllItsLinesAndItsNumberIsUsedAgain) {
     Messreihe reihe;
     trageEin(reihe, 1, 2.0F, 1.0F, 1.0F);

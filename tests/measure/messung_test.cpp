@@ -225,6 +225,30 @@ TEST_F(MessungTest, arrows_stopAtTheEdgeOfThePicture) {
     klick(10, 0.5F);
     EXPECT_FALSE(taste(taste::Auf));
     EXPECT_EQ(messung.punkte().PunktY[2], 0.5F);
+    messung.setzeZoomfaktor(2);
+    messung.setzeBildgröße({100, 50});
+    klick(199, 99);
+    EXPECT_FALSE(taste(taste::Rechts));
+    EXPECT_FALSE(taste(taste::Ab));
+    EXPECT_TRUE(taste(taste::Auf));
+    EXPECT_EQ(messung.punkte().PunktX[1], 199.0F);
+    EXPECT_EQ(messung.punkte().PunktY[1], 98.0F);
+}
+
+TEST_F(MessungTest, digitsAndDrags_putNoPointBesideThePicture) {
+    messung.setzeBildgröße({100, 50});
+    for (const auto& [x, y] : {std::pair(-0.5F, 10.F), {10.F, -1.F}, {100.F, 10.F}, {10.F, 50.F}}) {
+        messung.Bild_MouseMove(Maustaste::Links, umschaltung::Keine, x, y);
+        hinweise.clear();
+        EXPECT_TRUE(taste(taste::Eins));
+        EXPECT_FALSE(messung.punkte().begonnen()) << x << ' ' << y;
+        EXPECT_FALSE(messung.rückgängigMöglich());
+        EXPECT_THAT(hinweise, ElementsAre(4));
+    }
+    klick(10, 10);
+    messung.zieh(1, 120, -3, true);
+    EXPECT_EQ(messung.punkte().PunktX[1], 99.0F);
+    EXPECT_EQ(messung.punkte().PunktY[1], 0.0F);
 }
 
 TEST_F(MessungTest, undo_takesBackOneStepAtATime) {

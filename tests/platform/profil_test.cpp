@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -270,7 +271,7 @@ TEST_F(ProfilTest, writeNowhere_failsAndLeavesNothingBehind) {
 
 TEST_F(ProfilTest, fileThatCannotBeRead_isNeverReplaced) {
     for (const QByteArray& utf16 :
-         {QByteArray("\xFF\xFE[\0a\0]\0", 8), QByteArray("\xFE\xFF\0[\0a\0]", 8)}) {
+         {QByteArray("\xFF\xFE[\0a\0]\0\r", 9), QByteArray("\xFE\xFF\0[\0a\0]", 8)}) {
         schreibe(utf16);
         EXPECT_EQ(text("a", "k"), "DEF");
         EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "1", pfad()));
@@ -278,9 +279,55 @@ TEST_F(ProfilTest, fileThatCannotBeRead_isNeverReplaced) {
     }
 
     QFile gross(pfad());
-    ASSERT_TRUE(gross.resize(qint64{17} * 1024 * 1024));
+    ASSERT_TRUE(gross.resize(Profil::GrößteDatei + 1));
     EXPECT_FALSE(WritePrivateProfileStringA("a", "k", "1", pfad()));
-    EXPECT_EQ(gross.size(), qint64{17} * 1024 * 1024);
+    EXPECT_EQ(gross.size(), Profil::GrößteDatei + 1);
+}
+
+TEST_F(ProfilTest, utf16_isReadAndWrittenBackWithEveryCharacter) {
+    const auto datei = [](QStringView text) {
+        QStringEncoder kodierer(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+        return QByteArray(kodierer(text));
+    };
+    schreibe(datei(u"[Straße]\r\nÖrt=Łódź \x81 €\r\n; 𝄞 bleibt\r\nk=1\r\n"));
+    EXPECT_EQ(text("STRA\xDF"
+                   "E",
+                   "\xF6rt"),
+              "?\xF3"
+              "d? ? \x80");
+    EXPECT_EQ(GetPrivateProfileIntA("Stra\xDF"
+                                    "e",
+                                    "k", -1, pfad()),
+              1);
+    EXPECT_TRUE(WritePrivateProfileStringA("Stra\xDF"
+                                           "e",
+                                           "k", "\x81 \x80", pfad()));
+    EXPECT_EQ(lies(), datei(u"[Straße]\r\nÖrt=Łódź \x81 €\r\n; 𝄞 bleibt\r\nk=\x81 €\r\n"));
+    EXPECT_FALSE(WritePrivateProfileStringA("a", "k\x81", "1", pfad()));
+}
+
+TEST_F(ProfilTest, file_isReadAgainOnlyWhenItChanged) {
+    schreibe("[a]\r\nk=1\r\n");
+    const auto liest = [this] {
+        const int vorher = Profil::lesungen();
+        (void)text("a", "k");
+        return Profil::lesungen() != vorher;
+    };
+    while (liest()) { // as long as a change could leave its times as they are
+    }
+    EXPECT_FALSE(liest());
+    EXPECT_EQ(text("a", "k"), "1");
+    schreibe("[a]\r\nk=2\r\n"); // of the same size
+    EXPECT_EQ(text("a", "k"), "2");
+    schreibe("[a]\r\nk=3\r\n");
+    EXPECT_EQ(text("a", "k"), "3");
+    EXPECT_TRUE(WritePrivateProfileStringA("a", "k", "4", pfad()));
+    EXPECT_EQ(text("a", "k"), "4");
+    schreibe("[a]\r\nk=5\r\n", u"andere.ini"_s);
+    ASSERT_TRUE(QFile::remove(pfad()));
+    EXPECT_EQ(text("a", "k"), "DEF");
+    ASSERT_TRUE(QFile::rename(pfad(u"andere.ini"_s), pfad()));
+    EXPECT_EQ(text("a", "k"), "5");
 }
 
 TEST_F(ProfilTest, readOnlyFolder_keepsTheOldFile) {

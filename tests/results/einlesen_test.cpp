@@ -46,12 +46,11 @@ TEST(Einlesen, file_becomesAnExaminationThatIsNotStoredYet) {
     EXPECT_EQ(u.merkmale().Summen, (Merkmalzahlen{20, 0, 0, 0, 20, 0, 0, 20, 0, 0}));
 }
 
-TEST(Einlesen, kind_isThatOfTheFirstLineWithoutCorrelationEntries) {
+TEST(Einlesen, kind_isCubitalIndexAloneWithoutCorrelationEntries) {
     Messdatei datei = beispiel();
     datei.GrößteLänge = 4;
-    EXPECT_EQ(untersuchungAusMessdatei(datei, 0, {}).messart, Messart::AlleMessungen);
-    datei.messart.reset();
-    EXPECT_EQ(untersuchungAusMessdatei(datei, 0, {}).messart, std::nullopt);
+    datei.messart = Messart::Korrelation;
+    EXPECT_EQ(untersuchungAusMessdatei(datei, 0, {}).messart, Messart::NurCubitalindex);
 }
 
 TEST(Einlesen, bodyMarks_areCountsWhenTheyAgreeWithTheNumberOfBees) {
