@@ -121,7 +121,8 @@ TEST_F(HGTest, help_opensTheHelpFileOrNamesIt) {
     EXPECT_FALSE(kind<QAction>(u"men_Hilfe_0"_s).isEnabled()); // without the file
     QFile hilfe(ordner.filePath(u"Tarvel.chm"_s));
     ASSERT_TRUE(hilfe.open(QIODevice::WriteOnly));
-    wähle(u"men_Ansicht_0"_s);
+    wähle(u"men_Sprache_1"_s); // a language has help of its own, which is looked for
+    wähle(u"men_Sprache_0"_s);
     wähle(u"men_Hilfe_0"_s);
     EXPECT_THAT(shell.geöffnet, ElementsAre(ordner.filePath(u"Tarvel.chm"_s)));
     shell.gelingt = false;
