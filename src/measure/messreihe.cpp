@@ -10,10 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString nummerntext(qint16 nummer) {
-    return u"%1"_s.arg(nummer, 3, 10, QChar(u'0'));
-}
-
 template <typename Zeile>
 auto suche(std::vector<Zeile>& zeilen, qint16 nummer) {
     return std::find_if(zeilen.begin(), zeilen.end(),
@@ -75,12 +71,12 @@ Zeilenwörter zeilenwörter(const Texte& texte) {
 }
 
 QString zeilentext(const CiZeile& zeile, const Zeilenwörter& wörter) {
-    return nummerntext(zeile.nummer) + u"  "_s + wörter.CI + u'=' + zeile.wert + u"  "_s +
+    return dreistellig(zeile.nummer) + u"  "_s + wörter.CI + u'=' + zeile.wert + u"  "_s +
            wörter.Klasse + u' ' + zeile.klasse;
 }
 
 QString zeilentext(const HiDvZeile& zeile, const Zeilenwörter& wörter) {
-    return nummerntext(zeile.nummer) + u"  "_s + wörter.HI + u'=' + zeile.hi + u"  "_s +
+    return dreistellig(zeile.nummer) + u"  "_s + wörter.HI + u'=' + zeile.hi + u"  "_s +
            wörter.Klasse + u' ' + zeile.klasse + u"   "_s + wörter.DV + u'=' + zeile.dv;
 }
 
@@ -185,15 +181,14 @@ void Messreihe::stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> 
     geändert_ = true;
 }
 
-bool Messreihe::löscheLetzte() {
-    const qint16 letzte = letzteNummer();
-    if (letzte == 0) {
+bool Messreihe::löscheFlügel(int nummer) {
+    if (!enthält(nummer)) {
         return false;
     }
-    entferne(ciZeilen_, letzte);
-    entferne(hiDvZeilen_, letzte);
-    chartwerte_.at(letzte) = {};
-    messungen_.erase(letzte);
+    entferne(ciZeilen_, static_cast<qint16>(nummer));
+    entferne(hiDvZeilen_, static_cast<qint16>(nummer));
+    chartwerte_.at(nummer) = {};
+    messungen_.erase(nummer);
     geändert_ = true;
     return true;
 }

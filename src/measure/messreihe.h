@@ -108,13 +108,17 @@ public:
     void stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> hiDvZeilen,
                    const std::map<int, Chartwerte>& werte, std::map<int, Flügelmessung> messungen);
 
-    /// Removes the last wing with all its lines. False when the series is empty.
-    bool löscheLetzte();
+    /// Removes a wing with all its lines. False when the series does not hold it.
+    bool löscheFlügel(int nummer);
+    /// Removes the last wing. False when the series is empty.
+    bool löscheLetzte() { return löscheFlügel(letzteNummer()); }
     void löscheAlle();
 
     /// True since the last change that was not yet stored.
     [[nodiscard]] bool geändert() const { return geändert_; }
     void alsUnverändertMerken() { geändert_ = false; }
+
+    bool operator==(const Messreihe&) const = default;
 
 private:
     std::vector<CiZeile> ciZeilen_;

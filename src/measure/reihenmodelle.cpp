@@ -10,10 +10,6 @@ QVariant zahlenausrichtung() {
     return QVariant(Qt::AlignRight | Qt::AlignVCenter);
 }
 
-QString dreistellig(int nummer) {
-    return QStringLiteral("%1").arg(nummer, 3, 10, QChar(u'0'));
-}
-
 } // namespace
 
 Flügeltabelle::Flügeltabelle(const Messreihe& reihe, const Texte& texte)

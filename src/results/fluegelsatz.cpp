@@ -28,10 +28,6 @@ constexpr QStringView KopfBeiangaben = u"Angaben 1";
 constexpr QStringView ModusListe = u"L";
 constexpr QStringView ModusSummen = u"A";
 
-QString nummerntext(int nummer) {
-    return Format(nummer, u"000", Zahlenformat());
-}
-
 /// Calls @p fn with every piece that @p ende closes. False when text is left behind the last one.
 template <typename Funktion>
 bool jedesStück(QStringView text, QChar ende, Funktion fn) {
@@ -145,7 +141,7 @@ QString chartsatz(const Messreihe& reihe, QStringView kopf, float Chartwerte::*e
     for (int nummer = 1; nummer <= Messreihe::HöchsteFlügelzahl; ++nummer) {
         const Chartwerte& werte = reihe.chartwerte(nummer);
         if (werte.*erster > 0) {
-            satz += nummerntext(nummer) + u'/' + zahltext(werte.*erster, format) + u'/' +
+            satz += dreistellig(nummer) + u'/' + zahltext(werte.*erster, format) + u'/' +
                     zahltext(werte.*zweiter, format) + u';';
         }
     }
@@ -383,7 +379,7 @@ QString ciSatz(const std::vector<CiZeile>& zeilen) {
     QString satz;
     for (const CiZeile& z : zeilen) {
         if (getippteZahl(z.wert) != 0.0) {
-            satz += u'#' + nummerntext(z.nummer) + u';' + z.wert + u';' + z.klasse + u"; "_s;
+            satz += u'#' + dreistellig(z.nummer) + u';' + z.wert + u';' + z.klasse + u"; "_s;
         }
     }
     return satz;
@@ -393,7 +389,7 @@ QString hiDvSatz(const std::vector<HiDvZeile>& zeilen) {
     QString satz;
     for (const HiDvZeile& z : zeilen) {
         satz +=
-            u'#' + nummerntext(z.nummer) + u';' + z.hi + u';' + z.klasse + u';' + z.dv + u"; "_s;
+            u'#' + dreistellig(z.nummer) + u';' + z.hi + u';' + z.klasse + u';' + z.dv + u"; "_s;
     }
     return satz;
 }
@@ -430,7 +426,7 @@ Gelesen<Chartsatz> chartAusSatz(QStringView satz) {
 QString punktesatz(const std::map<int, Flügelmessung>& messungen) {
     QString satz = KopfPunkte.toString() + u';';
     for (const auto& [nummer, messung] : messungen) {
-        satz += nummerntext(nummer) + u'/' + punktetext(messung.punkte) + u';';
+        satz += dreistellig(nummer) + u'/' + punktetext(messung.punkte) + u';';
     }
     return satz;
 }
@@ -450,7 +446,7 @@ QString beisatz(const Beiangaben& angaben, const std::map<int, Flügelmessung>& 
     }
     const Flügelmessung* vorige = nullptr;
     for (const auto& [nummer, messung] : messungen) {
-        satz += nummerntext(nummer);
+        satz += dreistellig(nummer);
         if (vorige == nullptr || !gleicheAufnahme(*vorige, messung)) {
             satz += aufnahmetext(messung);
         }

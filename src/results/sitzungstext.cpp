@@ -45,7 +45,7 @@ void füge(QByteArray& zeilen, const char* name, const QByteArray& wert) {
 }
 
 QByteArray nummerntext(int nummer) {
-    return QByteArray::number(nummer).rightJustified(3, '0');
+    return dreistellig(nummer).toLatin1();
 }
 
 QByteArray zahl(float wert) {
