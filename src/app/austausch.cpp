@@ -39,15 +39,13 @@ QString zeile(const QString& datei, const Einfuhrbericht& bericht, const Texte& 
 
 } // namespace
 
-Austausch::Austausch(const Umgebung& umgebung, const Ablage& ablage,
-                     const Untersuchung& untersuchung)
+Austausch::Austausch(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz)
     : umgebung_(umgebung)
-    , ablage_(ablage)
-    , untersuchung_(untersuchung) {}
+    , arbeitsplatz_(arbeitsplatz) {}
 
 QString Austausch::ordner() const {
     const QString ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
-    return ordner.isEmpty() ? ablage_.dokumente() : ordner;
+    return ordner.isEmpty() ? arbeitsplatz_.ablage().dokumente() : ordner;
 }
 
 Satzumgebung Austausch::satzumgebung() const {
@@ -64,7 +62,7 @@ void Austausch::melde(const QString& titel, const QString& text) const {
 QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) const {
     const Texte& t = umgebung_.texte;
     const QString titel = t(Text::Importieren);
-    if (ablage_.DatenbankPfad().isEmpty()) {
+    if (arbeitsplatz_.ablage().DatenbankPfad().isEmpty()) {
         melde(titel, t(Meldung::DatenbankNichtGewählt));
         return {};
     }
@@ -77,8 +75,8 @@ QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) cons
     QStringList hinweise;
     try {
         // One that has gone meanwhile is not made anew behind the user's back.
-        Ergebnistabelle(ablage_.DatenbankPfad()).öffneProbeweise();
-        Einfuhr einfuhr(ablage_.DatenbankPfad(),
+        Ergebnistabelle(arbeitsplatz_.ablage().DatenbankPfad()).öffneProbeweise();
+        Einfuhr einfuhr(arbeitsplatz_.ablage().DatenbankPfad(),
                         {.satz = satz,
                          .heute = umgebung_.uhr.now().date(),
                          .kurzzeichen = e.text(Einstellung::Kurzzeichen),
@@ -126,10 +124,10 @@ QString Austausch::importiereOrdner(QWidget* fenster, const QString& ordner) con
     return importiere(fenster, dateien);
 }
 
-QString Austausch::exportiere(const Ablagestand& stand) const {
+QString Austausch::exportiere() const {
     const Texte& t = umgebung_.texte;
     const QString titel = t(Meldung::Exportieren);
-    QString name = untersuchung_.angaben().UNr.trimmed();
+    QString name = arbeitsplatz_.untersuchung().angaben().UNr.trimmed();
     for (QChar& zeichen : name) {
         zeichen = zeichen.isLetterOrNumber() || zeichen == u'-' ? zeichen : QChar(u'_');
     }
@@ -148,7 +146,8 @@ QString Austausch::exportiere(const Ablagestand& stand) const {
     const bool alsTps = ziel.endsWith(tps, Qt::CaseInsensitive);
     Ausfuhr ausfuhr(alsTps ? Ausfuhrart::Tps : Ausfuhrart::Flügel, bildhöhe);
     const Satzumgebung satz = satzumgebung();
-    (void)ausfuhr.nimm(satzAus(untersuchung_, stand.EntsprichtRasse, stand.auflösung,
+    const Ablagestand stand = arbeitsplatz_.ablagestand();
+    (void)ausfuhr.nimm(satzAus(arbeitsplatz_.untersuchung(), stand.EntsprichtRasse, stand.auflösung,
                                umgebung_.uhr.now().date(), satz),
                        satz);
     if (const QStringList& flügel = ausfuhr.ohneBildhöhe(); !flügel.isEmpty()) {

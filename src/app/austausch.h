@@ -1,8 +1,7 @@
 #pragma once
 
 #include "app/umgebung.h"
-#include "results/ablage.h"
-#include "results/untersuchung.h"
+#include "results/arbeitsplatz.h"
 
 #include <QString>
 #include <QStringList>
@@ -14,8 +13,8 @@ namespace tarvel {
 /// The ways between the program and the files of others that do not change the open examination.
 class Austausch {
 public:
-    /// All outlive it.
-    Austausch(const Umgebung& umgebung, const Ablage& ablage, const Untersuchung& untersuchung);
+    /// Both outlive it.
+    Austausch(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz);
 
     /// Stores measurement files in the results file, an examination each, with progress that can be
     /// stopped; what was stored before stays. Tells what was not readable and why. Returns what was
@@ -25,10 +24,8 @@ public:
     [[nodiscard]] QString importiereOrdner(QWidget* fenster, const QString& ordner) const;
 
     /// Asks for a place and writes the wings of the open examination there, as a table or as
-    /// points.
-    /// @p EntsprichtRasse and @p auflösung as it would be stored with. Returns what was done as a
-    /// sentence; empty when nothing was.
-    [[nodiscard]] QString exportiere(const Ablagestand& stand) const;
+    /// points, as it would be stored. Returns what was done as a sentence; empty when nothing was.
+    [[nodiscard]] QString exportiere() const;
 
     /// Folder that choosers start in: the user's working folder, else that of the documents.
     [[nodiscard]] QString ordner() const;
@@ -38,8 +35,7 @@ private:
     void melde(const QString& titel, const QString& text) const;
 
     const Umgebung& umgebung_;
-    const Ablage& ablage_;
-    const Untersuchung& untersuchung_;
+    const Arbeitsplatz& arbeitsplatz_;
 };
 
 } // namespace tarvel

@@ -1,18 +1,16 @@
 #include "app/auswertung.h"
 
 #include "evaluation/diagrammansicht.h"
-#include "evaluation/klassen.h"
 #include "evaluation/merkmalansicht.h"
-#include "evaluation/rassen.h"
 #include "evaluation/urteilsanzeige.h"
 
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-Auswertung::Auswertung(const Umgebung& umgebung, Untersuchung& untersuchung)
+Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
     : umgebung_(umgebung)
-    , untersuchung_(untersuchung)
+    , arbeitsplatz_(arbeitsplatz)
     , kurven_(new Diagrammansicht(Diagrammansicht::Art::Kurven, umgebung.texte, umgebung.dialoge))
     , korrel_(new Diagrammansicht(Diagrammansicht::Art::Korrel, umgebung.texte, umgebung.dialoge))
     , merkmal_(new Merkmalansicht(umgebung.texte, umgebung.dialoge))
@@ -24,52 +22,51 @@ Auswertung::Auswertung(const Umgebung& umgebung, Untersuchung& untersuchung)
             }
         };
     }
-    merkmal_->beiÄnderung([this](const Merkmale& merkmale) {
-        untersuchung_.setzeMerkmale(merkmale);
-        aktualisiere();
-        if (merkmaleGeändert) {
-            merkmaleGeändert();
-        }
-    });
+    merkmal_->beiÄnderung(
+        [&arbeitsplatz](const Merkmale& merkmale) { arbeitsplatz.setzeMerkmale(merkmale); });
 }
 
-void Auswertung::ladeStandard() {
-    standard_ = ladeRassestandard(untersuchung_.angaben().Rasse + 1, umgebung_.einstellungen);
-    merkmal_->setzeOhneHaarlänge(umgebung_.einstellungen.schalter(Einstellung::OhneHaarlänge));
-    aktualisiere();
+void Auswertung::folge(const Änderung& änderung) {
+    if (änderung.Einstellungen) {
+        merkmal_->setzeOhneHaarlänge(arbeitsplatz_.einstellungen().regeln.OhneHaarlänge);
+    }
+    const Merkmale& merkmale = arbeitsplatz_.untersuchung().merkmale();
+    if (merkmal_->merkmale() != merkmale) {
+        merkmal_->zeige(merkmale);
+    }
+    if (änderung.Urteil) {
+        aktualisiere();
+    }
+    if (änderung.Angaben) {
+        benenneBilder();
+    }
 }
 
 void Auswertung::aktualisiere() {
-    const Einstellungen& e = umgebung_.einstellungen;
-    const Geschlecht tiere = untersuchung_.angaben().Tiere;
-    const Messreihe& reihe = untersuchung_.reihe();
-    const Merkmalauswertung marken =
-        MerkmaleAuswerten(untersuchung_.merkmale(), e.schalter(Einstellung::OhneHaarlänge));
-    beurteilung_ = beurteile({.Tiere = tiere,
-                              .Klassen = klassenCI(reihe),
-                              .Merkmale = marken.Texte,
-                              .Merkmalfehler = marken.Fehler},
-                             standard_, e.schalter(Einstellung::Beurteilung));
+    const Untersuchung& untersuchung = arbeitsplatz_.untersuchung();
+    const Arbeitseinstellungen& e = arbeitsplatz_.einstellungen();
+    const Rassestandard& standard = arbeitsplatz_.standard();
+    const Beurteilung& beurteilung = arbeitsplatz_.beurteilung();
+    const Geschlecht tiere = untersuchung.angaben().Tiere;
+    const QString rasse = e.rassen.value(untersuchung.angaben().Rasse);
 
-    Kurvenbild kurven = kurvenbild(reihe, standard_, tiere, beurteilung_,
-                                   kurvenform(e.zahl(Einstellung::Kurvenform)),
-                                   zweiteKurve(e.zahl(Einstellung::ZweiteKurve)));
-    const QString rasse = rassenliste(e).value(untersuchung_.angaben().Rasse);
+    Kurvenbild kurven = kurvenbild(untersuchung.reihe(), standard, tiere, beurteilung,
+                                   kurvenform(e.Kurvenform), zweiteKurve(e.ZweiteKurve));
     kurven.rasse = rasse;
     kurven.format = umgebung_.format;
     kurven_->zeige(std::move(kurven));
-    Korrelbild korrel = korrelbild(reihe, standard_.linien, tiere);
+    Korrelbild korrel = korrelbild(untersuchung.reihe(), standard.linien, tiere);
     korrel.format = umgebung_.format;
     korrel_->zeige(std::move(korrel));
-    const QString nummer = untersuchung_.angaben().UNr.trimmed();
-    kurven_->setVorschlag(nummer.isEmpty() ? u"kurven"_s : nummer + u"-kurven"_s);
-    korrel_->setVorschlag(nummer.isEmpty() ? u"korrelation"_s : nummer + u"-korrelation"_s);
-    urteil_->zeige(beurteilung_, rasse, umgebung_.format);
+    urteil_->zeige(beurteilung, rasse, umgebung_.format);
+    benenneBilder();
 }
 
-void Auswertung::zeigeMerkmale() {
-    merkmal_->zeige(untersuchung_.merkmale());
-    aktualisiere();
+/// Names that saving a chart proposes.
+void Auswertung::benenneBilder() {
+    const QString nummer = arbeitsplatz_.untersuchung().angaben().UNr.trimmed();
+    kurven_->setVorschlag(nummer.isEmpty() ? u"kurven"_s : nummer + u"-kurven"_s);
+    korrel_->setVorschlag(nummer.isEmpty() ? u"korrelation"_s : nummer + u"-korrelation"_s);
 }
 
 void Auswertung::hebeHervor(const std::vector<int>& flügel) {

@@ -3,12 +3,15 @@
 #include "app/symbol.h"
 #include "platform/kuerzel.h"
 
+#include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
 #include <QToolButton>
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace tarvel {
 
@@ -16,242 +19,251 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString feldname(Menue menü) {
-    switch (menü) {
-    case Menue::Datei:
-        return u"men_Datei"_s;
-    case Menue::Bearbeiten:
-        return u"men_Bearbeiten"_s;
-    case Menue::Ansicht:
-        return u"men_Ansicht"_s;
-    case Menue::Zoom:
-        return u"men_Zoom"_s;
-    case Menue::Extras:
-        return u"men_Extras"_s;
-    case Menue::Betriebsart:
-        return u"men_Betriebsart"_s;
-    case Menue::Sprache:
-        return u"men_Sprache"_s;
-    case Menue::Hilfe:
-        return u"men_Hilfe"_s;
-    }
-    return {};
+using enum Menue;
+using Lage = const Befehlslage&;
+
+/// Whether a command makes sense, or is checked. The index is that of the item.
+using Regel = bool (*)(Lage lage, int index);
+
+/// Place on the tool bar: index of the button, group, and place within the group.
+struct Knopf {
+    int index;
+    int gruppe;
+    int platz;
+};
+
+/// A command. One that is never asked about is always enabled; one without an answer to "checked"
+/// cannot be.
+struct Befehl {
+    Menue menü;
+    int index;
+    Menüzeile zeile;
+    const char16_t* symbol = nullptr;
+    std::optional<Knopf> knopf = {};
+    QStringView wort = {};
+    Regel erlaubt = nullptr;
+    Regel geprüft = nullptr;
+    bool trenntDavor = false;
+};
+
+// Answers that several commands give.
+bool mitBild(Lage l, int) {
+    return l.mitBild;
+}
+bool mitFlügeln(Lage l, int) {
+    return l.mitFlügeln;
+}
+bool inTextfeld(Lage l, int) {
+    return l.inTextfeld;
+}
+bool zoom(Lage l, int index) {
+    return l.Zoomfaktor == index;
+}
+bool messart(Lage l, int index) {
+    return l.messart == index;
+}
+bool sprache(Lage l, int index) {
+    return l.sprache == index;
+}
+/// The view of a command word: checked while it is shown.
+template <const QStringView& Wort>
+bool gezeigt(Lage l, int) {
+    return l.ansicht == Wort;
 }
 
-/// A text may carry its key behind a run of blanks ("Beenden     Alt+F4"); the toolkit wants a tab
-/// there to show it in the column of the keys.
-QString mitTastenspalte(const QString& text) {
-    const qsizetype lücke = text.indexOf(u"   "_s);
-    return lücke < 0 ? text : text.left(lücke) + u'\t' + text.mid(lücke).trimmed();
+/// Menus with their captions; a menu within another names it.
+struct Menükopf {
+    Menue menü;
+    QStringView name;
+    Text text;
+    std::optional<Menue> in = {};
+};
+
+constexpr Menükopf Menüköpfe[] = {
+    {Datei, u"men_Datei", Text::MenüDatei},
+    {Bearbeiten, u"men_Bearbeiten", Text::MenüBearbeiten},
+    {Ansicht, u"men_Ansicht", Text::MenüAnsicht},
+    {Zoom, u"men_Zoom", Text::MenüZoomBeiMessen, Ansicht},
+    {Extras, u"men_Extras", Text::MenüExtras},
+    {Betriebsart, u"men_Betriebsart", Text::Betriebsart, Extras},
+    {Menue::Sprache, u"men_Sprache", Text::MenüSprache, Extras},
+    {Hilfe, u"men_Hilfe", Text::MenüHilfe},
+};
+
+/// All commands in the order of the menus. A submenu stands before the first item after its own.
+const std::vector<Befehl>& befehle() {
+    const auto strg = [](int taste) { return QKeySequence(Qt::CTRL | Qt::Key(taste)); };
+    const auto strgUmschalt = [](int taste) {
+        return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key(taste));
+    };
+    static const std::vector<Befehl> alle{
+        // clang-format off
+        {Datei, 0, {Text::MenüNeu, Meldung::TippNeueUntersuchung, {QKeySequence::New}}, u"neu", Knopf{9, 1, 1}},
+        {Datei, 1, {Text::MenüÖffnen, Meldung::TippÖffnen, {QKeySequence::Open}}, u"oeffnen", Knopf{0, 1, 2}, befehl::Öffnen},
+        {Datei, 2, {Text::MenüSpeichern, Meldung::TippSpeichern, {QKeySequence::Save}}, {}, {}, {},
+         [](Lage l, int) { return l.zuSpeichern; }},
+        {Datei, 3, {Text::Importieren, Meldung::TippImportieren, {strg(Qt::Key_I)}}},
+        {Datei, DateiOrdnerImportieren, {Meldung::ImportOrdner, Meldung::TippImportOrdner, {strgUmschalt(Qt::Key_I)}}},
+        {Datei, DateiExportieren, {Meldung::Exportieren, Meldung::TippExportieren, {strg(Qt::Key_E)}}, {}, {}, {}, mitFlügeln},
+        {Datei, 5, {Text::MenüBildLaden, Meldung::TippBildLaden, {strg(Qt::Key_L)}}, u"bild-laden", Knopf{14, 2, 1}, befehl::BildLaden, {}, {}, true},
+        {Datei, 6, {Text::MenüGrafikprogramm, Meldung::TippGrafik, {strg(Qt::Key_G)}}, u"grafik", Knopf{6, 2, 2}, befehl::Grafik, mitBild},
+        {Datei, 8, {Text::MenüProtokollDrucken, Meldung::TippDrucken, {QKeySequence::Print}}, u"drucken", Knopf{10, 4, 1}, {}, {}, {}, true},
+        {Datei, 9, {Meldung::KnopfVorschau1, Meldung::TippVorschau1, {Qt::Key_F11}}, u"vorschau-1", Knopf{16, 4, 2}, befehl::Vorschau1},
+        {Datei, 10, {Meldung::KnopfVorschau2, Meldung::TippVorschau2, {Qt::Key_F12}}, u"vorschau-2", Knopf{17, 4, 3}, befehl::Vorschau2,
+         [](Lage l, int) { return l.zweiseitig; }},
+        {Datei, 14, {Text::MenüBeenden, Meldung::TippBeenden, {QKeySequence::Quit}}, u"beenden", {}, {}, {}, {}, true},
+
+        {Bearbeiten, BearbeitenRückgängig, {Meldung::Rückgängig, Meldung::TippRückgängig, {QKeySequence::Undo}}, u"rueckgaengig", {}, {},
+         [](Lage l, int) { return l.rückgängig; }},
+        {Bearbeiten, BearbeitenWiederherstellen, {Meldung::Wiederherstellen, Meldung::TippWiederherstellen, {strgUmschalt(Qt::Key_Z)}}, {}, {}, {},
+         [](Lage l, int) { return l.wiederherstellbar; }},
+        {Bearbeiten, 2, {Text::MesspunkteLöschen, Meldung::TippNeuerFlügel, {strg(Qt::Key_Backspace)}}, u"neuer-fluegel", Knopf{3, 2, 3}, {},
+         [](Lage l, int) { return l.amMessplatz && l.mitBild; }, {}, true},
+        {Bearbeiten, 1, {Text::MessungWiederholen, Meldung::TippWiederholen, {strg(Qt::Key_R)}}, u"wiederholen", {}, {}, mitFlügeln},
+        {Bearbeiten, 5, {Text::MenüAusschneiden, Meldung::TippAusschneiden, {QKeySequence::Cut}}, u"ausschneiden", {}, {}, inTextfeld, {}, true},
+        {Bearbeiten, 6, {Text::MenüKopieren, Meldung::TippKopieren, {QKeySequence::Copy}}, u"kopieren", {}, {}, inTextfeld},
+        {Bearbeiten, 7, {Text::MenüEinfügen, Meldung::TippEinfügen, {QKeySequence::Paste}}, u"einfuegen", {}, {}, inTextfeld},
+        {Bearbeiten, 8, {Text::MenüLöschen, Meldung::TippLöschen}, {}, {}, {}, inTextfeld},
+        {Bearbeiten, 0, {Text::MenüLetzteMessungLöschen, Meldung::TippLetzteLöschen, {strg(Qt::Key_Delete)}}, u"loeschen", {}, {}, mitFlügeln, {}, true},
+        {Bearbeiten, 11, {Text::MenüAlleMessungenLöschen, Meldung::TippAlleLöschen, {strgUmschalt(Qt::Key_Delete)}}, u"loeschen-alle", {}, {}, mitFlügeln},
+
+        {Ansicht, 0, {Text::MenüAlleMessungen, Meldung::TippAlle, {Qt::Key_F2}}, u"alle", Knopf{2, 3, 1}, befehl::Alle, {}, gezeigt<befehl::Alle>},
+        {Ansicht, 11, {Text::Tabelle, Meldung::TippTabelle, {Qt::Key_F3}}, u"tabelle", Knopf{15, 3, 2}, befehl::Tabelle, {}, gezeigt<befehl::Tabelle>},
+        {Ansicht, 3, {Text::MenüKurven, Meldung::TippKurven, {Qt::Key_F4}}, u"kurven", Knopf{4, 3, 3}, befehl::Kurven, {}, gezeigt<befehl::Kurven>},
+        {Ansicht, 4, {Text::MenüKorrelation, Meldung::TippKorrel, {Qt::Key_F5}}, u"korrel", Knopf{11, 3, 4}, befehl::Korrel, {}, gezeigt<befehl::Korrel>},
+        {Ansicht, 2, {Text::KörperMerkmale, Meldung::TippMerkmale, {Qt::Key_F6}}, u"merkmal", Knopf{8, 3, 5}, befehl::Merkmal, {}, gezeigt<befehl::Merkmal>},
+        {Ansicht, 6, {Text::MenüAlleFlügel, Meldung::TippAlleFlügel, {Qt::Key_F7}}, u"uebersicht", Knopf{5, 2, 4}, {}, mitBild,
+         [](Lage l, int) { return l.amMessplatz && l.mitBild && l.inÜbersicht; }, true},
+        {Ansicht, 7, {Text::MenüMessen, Meldung::TippMessen, {Qt::Key_F8}}, u"messen", Knopf{7, 2, 5}, befehl::Messen, mitBild,
+         [](Lage l, int) { return l.amMessplatz && l.mitBild && !l.inÜbersicht; }},
+        {Ansicht, 8, {Meldung::MenüNächstesBild, Meldung::TippNächstesBild, {strg(Qt::Key_PageDown)}}, {}, {}, {}, mitBild},
+        {Ansicht, 9, {Meldung::MenüVorigesBild, Meldung::TippVorigesBild, {strg(Qt::Key_PageUp)}}, {}, {}, {}, mitBild},
+        {Zoom, 1, {u"1 : 1"_s, Meldung::TippZoom}, {}, {}, {}, {}, zoom},
+        {Zoom, 2, {u"2 : 1"_s, Meldung::TippZoom}, {}, {}, {}, {}, zoom},
+        {Zoom, 3, {u"3 : 1"_s, Meldung::TippZoom}, {}, {}, {}, {}, zoom},
+        {Zoom, 4, {u"4 : 1"_s, Meldung::TippZoom}, {}, {}, {}, {}, zoom},
+        {Ansicht, AnsichtLeisteLinks, {Meldung::MenüLeisteLinks, Meldung::TippLeisteLinks, {Qt::Key_F9}}, u"seitenleiste-links", {}, {}, {},
+         [](Lage l, int) { return l.leisteLinks; }, true},
+        {Ansicht, AnsichtLeisteRechts, {Meldung::MenüLeisteRechts, Meldung::TippLeisteRechts, {Qt::Key_F10}}, u"seitenleiste-rechts", {}, {}, {},
+         [](Lage l, int) { return l.leisteRechts; }},
+        {Ansicht, AnsichtWerkzeugtexte, {Meldung::MenüWerkzeugtexte, Meldung::TippWerkzeugtexte}, {}, {}, {}, {},
+         [](Lage l, int) { return l.werkzeugtexte; }},
+
+        {Betriebsart, 0, {Text::NurCubitalindex, Meldung::TippBetriebsart}, {}, {}, {}, {}, messart},
+        {Betriebsart, 1, {Text::AlleMessungen, Meldung::TippBetriebsart}, {}, {}, {}, {}, messart},
+        {Betriebsart, 2, {Text::KorrelationAuswahl, Meldung::TippBetriebsart}, {}, {}, {}, {}, messart},
+        {Menue::Sprache, 0, {sprachname(tarvel::Sprache::Deutsch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
+        {Menue::Sprache, 1, {sprachname(tarvel::Sprache::Englisch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
+        {Menue::Sprache, 2, {sprachname(tarvel::Sprache::Französisch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
+        {Extras, 8, {Text::ProtokollÜbersetzen, Meldung::TippÜbersetzen, {strg(Qt::Key_T)}}, {}, {}, {}, {}, {}, true},
+        {Extras, 9, {Text::Optionen, Meldung::TippOptionen, {strg(Qt::Key_Comma)}}, u"optionen"},
+
+        {Hilfe, 0, {Text::MenüInhalt, Meldung::TippInhalt, {Qt::Key_F1}}, u"hilfe", {}, {}, [](Lage l, int) { return l.mitHilfe; }},
+        {Hilfe, 4, {Text::Messpunkte, Meldung::TippMesshilfe, {Qt::SHIFT | Qt::Key_F1}}, u"messen"},
+        {Hilfe, 1, {Text::MenüInfo, Meldung::TippInfo}, u"info", Knopf{12, 5, 1}},
+        // clang-format on
+    };
+    return alle;
+}
+
+/// Menus in which exactly one item is checked.
+bool istAuswahl(Menue menü) {
+    return menü == Zoom || menü == Betriebsart || menü == Menue::Sprache;
 }
 
 } // namespace
 
-Befehlsleiste::Befehlsleiste(QMainWindow& fenster, const Texte& texte)
+Befehlsleiste::Befehlsleiste(QMainWindow& fenster, const Texte& texte, Verteiler& verteiler)
     : fenster_(fenster)
-    , texte_(texte) {
+    , texte_(texte)
+    , verteiler_(verteiler) {
     baueMenüs();
     baueWerkzeugleiste();
-    QObject::connect(&texte_, &Texte::languageChanged, &fenster_, [this] { beschrifte(); });
-    beschrifte();
-}
-
-QMenu* Befehlsleiste::neuesMenü(QMenu* darüber, Menue menü, Beschriftung text) {
-    QMenu* neu =
-        darüber == nullptr ? fenster_.menuBar()->addMenu(QString()) : darüber->addMenu(QString());
-    neu->setObjectName(feldname(menü));
-    neu->setToolTipsVisible(true);
-    menüs_[menü] = neu;
-    titel_[menü] = std::move(text);
-    return neu;
-}
-
-void Befehlsleiste::füge(Menue menü, int index, Beschriftung text, Meldung erklärung,
-                         const QString& symbolname, const QKeySequence& kürzel) {
-    QAction* neu = menüs_.at(menü)->addAction(QString());
-    neu->setObjectName(u"%1_%2"_s.arg(feldname(menü)).arg(index));
-    if (!symbolname.isEmpty()) {
-        neu->setIcon(symbol(symbolname));
-    }
-    neu->setShortcut(kürzel);
-    QObject::connect(neu, &QAction::triggered, &fenster_, [this, menü, index] {
-        if (const auto stelle = handlungen_.find(menü); stelle != handlungen_.end()) {
-            stelle->second(index);
-        }
-    });
-    einträge_.push_back({menü, index, std::move(text), erklärung, neu});
-}
-
-void Befehlsleiste::trenne(Menue menü) {
-    menüs_.at(menü)->addSeparator();
+    QObject::connect(&texte_, &Texte::languageChanged, &fenster_, [this] { beschrifteAlle(); });
+    beschrifteAlle();
 }
 
 void Befehlsleiste::baueMenüs() {
-    using enum Menue;
-
-    neuesMenü(nullptr, Datei, Text::MenüDatei);
-    füge(Datei, 0, Text::MenüNeu, Meldung::TippNeueUntersuchung, u"neu"_s, QKeySequence::New);
-    füge(Datei, 1, Text::MenüÖffnen, Meldung::TippÖffnen, u"oeffnen"_s, QKeySequence::Open);
-    füge(Datei, 2, Text::MenüSpeichern, Meldung::TippSpeichern, {}, QKeySequence::Save);
-    füge(Datei, 3, Text::Importieren, Meldung::TippImportieren, {}, Qt::CTRL | Qt::Key_I);
-    füge(Datei, DateiOrdnerImportieren, Meldung::ImportOrdner, Meldung::TippImportOrdner, {},
-         Qt::CTRL | Qt::SHIFT | Qt::Key_I);
-    füge(Datei, DateiExportieren, Meldung::Exportieren, Meldung::TippExportieren, {},
-         Qt::CTRL | Qt::Key_E);
-    trenne(Datei);
-    füge(Datei, 5, Text::MenüBildLaden, Meldung::TippBildLaden, u"bild-laden"_s,
-         Qt::CTRL | Qt::Key_L);
-    füge(Datei, 6, Text::MenüGrafikprogramm, Meldung::TippGrafik, u"grafik"_s,
-         Qt::CTRL | Qt::Key_G);
-    trenne(Datei);
-    füge(Datei, 8, Text::MenüProtokollDrucken, Meldung::TippDrucken, u"drucken"_s,
-         QKeySequence::Print);
-    füge(Datei, 9, Meldung::KnopfVorschau1, Meldung::TippVorschau1, u"vorschau-1"_s, Qt::Key_F11);
-    füge(Datei, 10, Meldung::KnopfVorschau2, Meldung::TippVorschau2, u"vorschau-2"_s, Qt::Key_F12);
-    trenne(Datei);
-    füge(Datei, 14, Text::MenüBeenden, Meldung::TippBeenden, u"beenden"_s, QKeySequence::Quit);
-
-    neuesMenü(nullptr, Bearbeiten, Text::MenüBearbeiten);
-    füge(Bearbeiten, 3, Meldung::LetztenPunktZurücknehmen, Meldung::TippRückgängig,
-         u"rueckgaengig"_s, QKeySequence::Undo);
-    füge(Bearbeiten, 2, Text::MesspunkteLöschen, Meldung::TippNeuerFlügel, u"neuer-fluegel"_s,
-         Qt::CTRL | Qt::Key_Backspace);
-    füge(Bearbeiten, 1, Text::MessungWiederholen, Meldung::TippWiederholen, u"wiederholen"_s,
-         Qt::CTRL | Qt::Key_R);
-    trenne(Bearbeiten);
-    füge(Bearbeiten, 5, Text::MenüAusschneiden, Meldung::TippAusschneiden, u"ausschneiden"_s,
-         QKeySequence::Cut);
-    füge(Bearbeiten, 6, Text::MenüKopieren, Meldung::TippKopieren, u"kopieren"_s,
-         QKeySequence::Copy);
-    füge(Bearbeiten, 7, Text::MenüEinfügen, Meldung::TippEinfügen, u"einfuegen"_s,
-         QKeySequence::Paste);
-    füge(Bearbeiten, 8, Text::MenüLöschen, Meldung::TippLöschen, {}, {});
-    trenne(Bearbeiten);
-    füge(Bearbeiten, 0, Text::MenüLetzteMessungLöschen, Meldung::TippLetzteLöschen, u"loeschen"_s,
-         Qt::CTRL | Qt::Key_Delete);
-    füge(Bearbeiten, 11, Text::MenüAlleMessungenLöschen, Meldung::TippAlleLöschen,
-         u"loeschen-alle"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_Delete);
-
-    QMenu* ansicht = neuesMenü(nullptr, Ansicht, Text::MenüAnsicht);
-    füge(Ansicht, 0, Text::MenüAlleMessungen, Meldung::TippAlle, u"alle"_s, Qt::Key_F2);
-    füge(Ansicht, 11, Text::Tabelle, Meldung::TippTabelle, u"tabelle"_s, Qt::Key_F3);
-    füge(Ansicht, 3, Text::MenüKurven, Meldung::TippKurven, u"kurven"_s, Qt::Key_F4);
-    füge(Ansicht, 4, Text::MenüKorrelation, Meldung::TippKorrel, u"korrel"_s, Qt::Key_F5);
-    füge(Ansicht, 2, Text::KörperMerkmale, Meldung::TippMerkmale, u"merkmal"_s, Qt::Key_F6);
-    trenne(Ansicht);
-    füge(Ansicht, 6, Text::MenüAlleFlügel, Meldung::TippAlleFlügel, u"uebersicht"_s, Qt::Key_F7);
-    füge(Ansicht, 7, Text::MenüMessen, Meldung::TippMessen, u"messen"_s, Qt::Key_F8);
-    füge(Ansicht, 8, Meldung::MenüNächstesBild, Meldung::TippNächstesBild, {},
-         Qt::CTRL | Qt::Key_PageDown);
-    füge(Ansicht, 9, Meldung::MenüVorigesBild, Meldung::TippVorigesBild, {},
-         Qt::CTRL | Qt::Key_PageUp);
-    neuesMenü(ansicht, Zoom, Text::MenüZoomBeiMessen);
-    for (int zoom = 1; zoom <= 4; ++zoom) {
-        füge(Zoom, zoom, u"%1 : 1"_s.arg(zoom), Meldung::TippZoom, {}, {});
-    }
-    trenne(Ansicht);
-    füge(Ansicht, AnsichtLeisteLinks, Meldung::MenüLeisteLinks, Meldung::TippLeisteLinks,
-         u"seitenleiste-links"_s, Qt::Key_F9);
-    füge(Ansicht, AnsichtLeisteRechts, Meldung::MenüLeisteRechts, Meldung::TippLeisteRechts,
-         u"seitenleiste-rechts"_s, Qt::Key_F10);
-    füge(Ansicht, AnsichtWerkzeugtexte, Meldung::MenüWerkzeugtexte, Meldung::TippWerkzeugtexte, {},
-         {});
-
-    QMenu* extras = neuesMenü(nullptr, Extras, Text::MenüExtras);
-    neuesMenü(extras, Betriebsart, Text::Betriebsart);
-    füge(Betriebsart, 0, Text::NurCubitalindex, Meldung::TippBetriebsart, {}, {});
-    füge(Betriebsart, 1, Text::AlleMessungen, Meldung::TippBetriebsart, {}, {});
-    füge(Betriebsart, 2, Text::KorrelationAuswahl, Meldung::TippBetriebsart, {}, {});
-    neuesMenü(extras, Menue::Sprache, Text::MenüSprache);
-    for (int sprache = 0; sprache < 3; ++sprache) {
-        füge(Menue::Sprache, sprache, sprachname(static_cast<tarvel::Sprache>(sprache)),
-             Meldung::TippSprache, {}, {});
-    }
-    trenne(Extras);
-    füge(Extras, 8, Text::ProtokollÜbersetzen, Meldung::TippÜbersetzen, {}, Qt::CTRL | Qt::Key_T);
-    füge(Extras, 9, Text::Optionen, Meldung::TippOptionen, u"optionen"_s, Qt::CTRL | Qt::Key_Comma);
-
-    neuesMenü(nullptr, Hilfe, Text::MenüHilfe);
-    füge(Hilfe, 0, Text::MenüInhalt, Meldung::TippInhalt, u"hilfe"_s, Qt::Key_F1);
-    füge(Hilfe, 4, Text::Messpunkte, Meldung::TippMesshilfe, u"messen"_s, Qt::SHIFT | Qt::Key_F1);
-    füge(Hilfe, 1, Text::MenüInfo, Meldung::TippInfo, u"info"_s, {});
-
-    for (const Menue menü : {Zoom, Betriebsart, Menue::Sprache}) {
-        auto* gruppe = new QActionGroup(&fenster_);
-        for (const Eintrag& eintrag : einträge_) {
-            if (eintrag.menü == menü) {
-                eintrag.aktion->setCheckable(true);
-                gruppe->addAction(eintrag.aktion);
+    std::map<Menue, QActionGroup*> gruppen;
+    const auto öffne = [&](Menue menü) {
+        if (menüs_.contains(menü)) {
+            return menüs_.at(menü);
+        }
+        const Menükopf* kopf = std::find_if(std::begin(Menüköpfe), std::end(Menüköpfe),
+                                            [menü](const Menükopf& k) { return k.menü == menü; });
+        if (kopf->in && !menüs_.contains(*kopf->in)) {
+            menüs_[*kopf->in] = fenster_.menuBar()->addMenu(QString());
+        }
+        QMenu* neu = kopf->in ? menüs_.at(*kopf->in)->addMenu(QString())
+                              : fenster_.menuBar()->addMenu(QString());
+        if (istAuswahl(menü)) {
+            gruppen[menü] = new QActionGroup(&fenster_);
+        }
+        return menüs_[menü] = neu;
+    };
+    for (const Befehl& befehl : befehle()) {
+        QMenu* menü = öffne(befehl.menü);
+        for (const Menükopf& kopf : Menüköpfe) {
+            if (menüs_.contains(kopf.menü)) {
+                benenneMenü(*menüs_.at(kopf.menü), kopf.name.toString());
             }
         }
-        gruppen_[menü] = gruppe;
+        if (befehl.trenntDavor) {
+            menü->addSeparator();
+        }
+        QAction* neu = fügeHinzu(*menü, befehl.index, befehl.zeile, [this, &befehl](int index) {
+            if (!befehl.wort.isEmpty()) {
+                verteiler_.ausführen(befehl.wort);
+            } else if (const auto stelle = handlungen_.find(befehl.menü);
+                       stelle != handlungen_.end()) {
+                stelle->second(index);
+            }
+        });
+        if (befehl.symbol != nullptr) {
+            neu->setIcon(symbol(QString::fromUtf16(befehl.symbol)));
+        }
+        neu->setCheckable(befehl.geprüft != nullptr);
+        if (gruppen.contains(befehl.menü)) {
+            gruppen.at(befehl.menü)->addAction(neu);
+        }
+        aktionen_.push_back(neu);
     }
     // A number out of range checks no language; the toolkit must not force one to be checked.
-    gruppen_.at(Menue::Sprache)
+    gruppen.at(Menue::Sprache)
         ->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
-    for (const int index :
-         {0, 2, 3, 4, 6, 7, 11, AnsichtLeisteLinks, AnsichtLeisteRechts, AnsichtWerkzeugtexte}) {
-        aktion(Ansicht, index).setCheckable(true);
-    }
 }
 
 void Befehlsleiste::baueWerkzeugleiste() {
-    struct Knopf {
-        int index;
-        Menue menü;
-        int eintrag;
-    };
-    constexpr int Trenner = -1;
-    using enum Menue;
-    // In groups: examination, picture, views, print, about.
-    const Knopf knöpfe[] = {
-        {9, Datei, 0},      {0, Datei, 1},   {Trenner, {}, 0}, {14, Datei, 5},   {6, Datei, 6},
-        {3, Bearbeiten, 2}, {5, Ansicht, 6}, {7, Ansicht, 7},  {Trenner, {}, 0}, {2, Ansicht, 0},
-        {15, Ansicht, 11},  {4, Ansicht, 3}, {11, Ansicht, 4}, {8, Ansicht, 2},  {Trenner, {}, 0},
-        {10, Datei, 8},     {16, Datei, 9},  {17, Datei, 10},  {Trenner, {}, 0}, {12, Hilfe, 1},
-    };
     leiste_ = fenster_.addToolBar(QString());
     leiste_->setObjectName(u"Toolbar"_s);
     leiste_->setMovable(false);
     leiste_->setContextMenuPolicy(Qt::PreventContextMenu);
-    for (const Knopf& knopf : knöpfe) {
-        if (knopf.index == Trenner) {
+    std::vector<std::pair<Knopf, QAction*>> knöpfe;
+    for (std::size_t i = 0; i < befehle().size(); ++i) {
+        if (const auto& knopf = befehle()[i].knopf) {
+            knöpfe.emplace_back(*knopf, aktionen_[i]);
+        }
+    }
+    std::sort(knöpfe.begin(), knöpfe.end(), [](const auto& a, const auto& b) {
+        return std::pair(a.first.gruppe, a.first.platz) < std::pair(b.first.gruppe, b.first.platz);
+    });
+    int gruppe = 1;
+    for (const auto& [knopf, befehl] : knöpfe) {
+        if (knopf.gruppe != std::exchange(gruppe, knopf.gruppe)) {
             leiste_->addSeparator();
-            continue;
         }
-        QAction& befehl = aktion(knopf.menü, knopf.eintrag);
-        leiste_->addAction(&befehl);
-        leiste_->widgetForAction(&befehl)->setObjectName(u"bef_Toolbar_%1"_s.arg(knopf.index));
+        leiste_->addAction(befehl);
+        leiste_->widgetForAction(befehl)->setObjectName(u"bef_Toolbar_%1"_s.arg(knopf.index));
     }
 }
 
-QString Befehlsleiste::wortlaut(const Beschriftung& text) const {
-    if (const auto* eintrag = std::get_if<Text>(&text)) {
-        return texte_(*eintrag);
+void Befehlsleiste::beschrifteAlle() {
+    for (std::size_t i = 0; i < befehle().size(); ++i) {
+        beschrifte(*aktionen_[i], befehle()[i].zeile, texte_);
     }
-    if (const auto* meldung = std::get_if<Meldung>(&text)) {
-        return texte_(*meldung);
-    }
-    return std::get<QString>(text);
-}
-
-void Befehlsleiste::beschrifte() {
-    for (const Eintrag& eintrag : einträge_) {
-        eintrag.aktion->setText(mitTastenspalte(wortlaut(eintrag.text)));
-    }
-    aktion(Menue::Zoom, 1).setText(u"1 : 1   "_s + texte_(Text::MenüOriginalgröße));
-    for (const auto& [menü, eintrag] : menüs_) {
-        eintrag->setTitle(wortlaut(titel_.at(menü)));
-    }
-    for (const Eintrag& eintrag : einträge_) {
-        const QString kurz = eintrag.aktion->text().section(u'\t', 0, 0);
-        eintrag.aktion->setIconText(kurz);
-        QString tipp = texte_(eintrag.erklärung);
-        if (const QKeySequence kürzel = eintrag.aktion->shortcut(); !kürzel.isEmpty()) {
-            tipp += u" ("_s + kürzel.toString(QKeySequence::NativeText) + u')';
-        }
-        eintrag.aktion->setToolTip(tipp);
-        eintrag.aktion->setStatusTip(QString());
+    aktion(Zoom, 1).setText(u"1 : 1   "_s + texte_(Text::MenüOriginalgröße));
+    for (const Menükopf& kopf : Menüköpfe) {
+        menüs_.at(kopf.menü)->setTitle(texte_(kopf.text));
     }
     vergibKürzelbuchstaben(fenster_.menuBar()->actions());
     for (const auto& [menü, eintrag] : menüs_) {
@@ -263,13 +275,49 @@ void Befehlsleiste::beiKlick(Menue menü, Handlung handlung) {
     handlungen_[menü] = std::move(handlung);
 }
 
+void Befehlsleiste::zeige(const Befehlslage& lage) {
+    for (std::size_t i = 0; i < befehle().size(); ++i) {
+        const Befehl& befehl = befehle()[i];
+        const bool bekannt = befehl.wort.isEmpty() || lage.verteiler.kennt(befehl.wort);
+        aktionen_[i]->setEnabled(bekannt &&
+                                 (befehl.erlaubt == nullptr || befehl.erlaubt(lage, befehl.index)));
+        if (befehl.geprüft != nullptr) {
+            aktionen_[i]->setChecked(befehl.geprüft(lage, befehl.index));
+        }
+    }
+}
+
+void Befehlsleiste::zeigeTextbefehle(bool imTextfeld) {
+    for (std::size_t i = 0; i < befehle().size(); ++i) {
+        if (befehle()[i].erlaubt == inTextfeld) {
+            aktionen_[i]->setEnabled(imTextfeld);
+        }
+    }
+}
+
+void Befehlsleiste::benenne(Menue menü, int index, const QString& text) {
+    QAction& gemeinte = aktion(menü, index);
+    if (gemeinte.iconText() != text) {
+        const QList<QAction*> alle = menüs_.at(menü)->actions();
+        for (QAction* aktion : alle) {
+            aktion->setText(aktion->text().remove(u'&')); // each letter is given anew
+        }
+        gemeinte.setText(text);
+        gemeinte.setIconText(text);
+        vergibKürzelbuchstaben(alle);
+    }
+}
+
 QAction& Befehlsleiste::aktion(Menue menü, int index) const {
-    const auto stelle =
-        std::find_if(einträge_.begin(), einträge_.end(), [&](const Eintrag& eintrag) {
-            return eintrag.menü == menü && eintrag.index == index;
-        });
-    Q_ASSERT(stelle != einträge_.end());
-    return *stelle->aktion;
+    const auto stelle = std::find_if(befehle().begin(), befehle().end(), [&](const Befehl& befehl) {
+        return befehl.menü == menü && befehl.index == index;
+    });
+    Q_ASSERT(stelle != befehle().end());
+    return *aktionen_.at(static_cast<std::size_t>(stelle - befehle().begin()));
+}
+
+bool Befehlsleiste::mitWerkzeugtexten() const {
+    return leiste_->toolButtonStyle() == Qt::ToolButtonTextUnderIcon;
 }
 
 void Befehlsleiste::zeigeWerkzeugtexte(bool zeigen) {

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "lang/meldungen.h"
-#include "lang/texte.h"
+#include "lang/menue.h"
+#include "measure/verteiler.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QMainWindow>
 
 #include <functional>
 #include <map>
-#include <variant>
 #include <vector>
 
 class QMenu;
@@ -24,56 +22,74 @@ enum class Menue { Datei, Bearbeiten, Ansicht, Zoom, Extras, Betriebsart, Sprach
 inline constexpr int DateiOrdnerImportieren = 20;
 inline constexpr int DateiExportieren = 21;
 
+inline constexpr int BearbeitenRückgängig = 3;
+inline constexpr int BearbeitenWiederherstellen = 4;
+
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;
 inline constexpr int AnsichtLeisteRechts = 21;
 inline constexpr int AnsichtWerkzeugtexte = 22;
 
-/// Menus and tool bar of the main window: one action per command, shown by the menu item
-/// "men_Datei_5" and, where there is one, by the tool-bar button "bef_Toolbar_14".
+/// What the commands depend on: which make sense now and which are checked.
+struct Befehlslage {
+    const Verteiler& verteiler;
+    QStringView ansicht; ///< command word of the view that is shown; empty for another one
+    bool mitBild = false;
+    bool amMessplatz = false;
+    bool inÜbersicht = false; ///< of the scan
+    bool mitFlügeln = false;
+    bool zuSpeichern = false;
+    bool rückgängig = false;
+    bool wiederherstellbar = false;
+    bool inTextfeld = false;
+    bool zweiseitig = false; ///< the report
+    bool mitHilfe = false;
+    bool leisteLinks = false;
+    bool leisteRechts = false;
+    bool werkzeugtexte = false;
+    int Zoomfaktor = 1;
+    int messart = 0;
+    int sprache = -1; ///< -1 for an unknown one
+};
+
+/// Menus and tool bar of the main window, built from one table of commands: one action per command,
+/// shown by the menu item "men_Datei_5" and, where there is one, by the button "bef_Toolbar_14".
 class Befehlsleiste {
 public:
     /// Called with the index of the item that was chosen.
     using Handlung = std::function<void(int)>;
 
-    /// Builds menus and tool bar into @p fenster. The texts follow the language of @p texte.
-    Befehlsleiste(QMainWindow& fenster, const Texte& texte);
+    /// Builds menus and tool bar into @p fenster. The texts follow the language of @p texte;
+    /// commands with a command word go to @p verteiler.
+    Befehlsleiste(QMainWindow& fenster, const Texte& texte, Verteiler& verteiler);
 
+    /// What the items of a menu do that have no command word.
     void beiKlick(Menue menü, Handlung handlung);
+    /// Enables and checks all commands.
+    void zeige(const Befehlslage& lage);
+    /// Only those that act on a text field.
+    void zeigeTextbefehle(bool inTextfeld);
+    /// Gives an item another caption until the language changes.
+    void benenne(Menue menü, int index, const QString& text);
 
     /// The action of an item that exists.
     [[nodiscard]] QAction& aktion(Menue menü, int index) const;
     [[nodiscard]] QToolBar& werkzeugleiste() const { return *leiste_; }
 
     void zeigeWerkzeugtexte(bool zeigen);
+    [[nodiscard]] bool mitWerkzeugtexten() const;
 
 private:
-    using Beschriftung = std::variant<Text, Meldung, QString>;
-
-    struct Eintrag {
-        Menue menü;
-        int index;
-        Beschriftung text;
-        Meldung erklärung;
-        QAction* aktion;
-    };
-
-    QMenu* neuesMenü(QMenu* darüber, Menue menü, Beschriftung text);
-    void füge(Menue menü, int index, Beschriftung text, Meldung erklärung,
-              const QString& symbolname, const QKeySequence& kürzel);
-    void trenne(Menue menü);
     void baueMenüs();
     void baueWerkzeugleiste();
-    void beschrifte();
-    [[nodiscard]] QString wortlaut(const Beschriftung& text) const;
+    void beschrifteAlle();
 
     QMainWindow& fenster_;
     const Texte& texte_;
+    Verteiler& verteiler_;
     std::map<Menue, QMenu*> menüs_;
-    std::map<Menue, Beschriftung> titel_;
     std::map<Menue, Handlung> handlungen_;
-    std::map<Menue, QActionGroup*> gruppen_;
-    std::vector<Eintrag> einträge_;
+    std::vector<QAction*> aktionen_; ///< in the order of the table
     QToolBar* leiste_ = nullptr;
 };
 

@@ -23,14 +23,13 @@ Programm::Programm(const QString& ordner, const Dienste& dienste)
     , texte_(ordner)
     , qtÜbersetzung_(texte_, ordner)
     , hilfetaste_(texte_, dienste.shell, dienste.dialoge)
-    , ablage_({.einstellungen = einstellungen_,
-               .texte = texte_,
-               .dialoge = dienste.dialoge,
-               .uhr = dienste.uhr,
-               .format = dienste.format,
-               .dokumente = dienste.dokumente},
-              dienste.speicher, untersuchung_)
-    , sitzung_(ordner + u"/Sitzung.journal"_s) {}
+    , arbeitsplatz_({.einstellungen = einstellungen_,
+                     .texte = texte_,
+                     .dialoge = dienste.dialoge,
+                     .uhr = dienste.uhr,
+                     .format = dienste.format,
+                     .dokumente = dienste.dokumente},
+                    einstellungen_, dienste.speicher, ordner + u"/Sitzung.journal"_s) {}
 
 Programm::~Programm() = default;
 
@@ -41,7 +40,7 @@ bool Programm::Hauptstart(const QStringList& dateien) {
     }
     texte_.SpracheEinstellen(einstellungen_.zahl(Einstellung::Sprache));
 
-    ablage_.richteEin();
+    arbeitsplatz_.richteAblageEin();
 
     if (einstellungen_.schalter(Einstellung::Übersetzen)) {
         übersetzung_ = ProtokolltexteStandard(texte_).felder;
@@ -61,7 +60,7 @@ bool Programm::Hauptstart(const QStringList& dateien) {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
                                         dienste_.uhr, dienste_.drucker, dienste_.format, ordner_},
-                               dienste_.speicher, untersuchung_, ablage_, sitzung_);
+                               dienste_.speicher, arbeitsplatz_);
     hg_->beginne();
     QGuiApplication::restoreOverrideCursor();
     hg_->show();

@@ -6,8 +6,7 @@
 #include "lang/qt_uebersetzung.h"
 #include "platform/benutzerspeicher.h"
 #include "platform/instanz.h"
-#include "results/ablage.h"
-#include "results/sitzung.h"
+#include "results/arbeitsplatz.h"
 
 #include <QLocale>
 
@@ -60,9 +59,7 @@ private:
     QtÜbersetzung qtÜbersetzung_;
     Protokollfelder übersetzung_;
     Hilfetaste hilfetaste_;
-    Untersuchung untersuchung_;
-    Ablage ablage_;
-    Sitzung sitzung_;
+    Arbeitsplatz arbeitsplatz_;
     std::unique_ptr<Instanz> instanz_;
     std::unique_ptr<HG> hg_;
     std::unique_ptr<Dateiannahme> annahme_;

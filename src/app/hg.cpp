@@ -1,15 +1,16 @@
 #include "app/hg.h"
 
+#include "app/bildwahl.h"
 #include "app/fensterlage.h"
 #include "app/hinweiszeile.h"
+#include "app/info.h"
+#include "app/optionen.h"
+#include "app/textbefehle.h"
 #include "evaluation/diagrammansicht.h"
 #include "evaluation/merkmalansicht.h"
-#include "evaluation/rassen.h"
-#include "evaluation/urteilsanzeige.h"
 #include "lang/hilfe.h"
-#include "lang/hinweise.h"
 #include "measure/aufloesung.h"
-#include "measure/lupe.h"
+#include "measure/bildordner.h"
 #include "measure/messhilfe.h"
 #include "measure/messleiste.h"
 #include "measure/messplatz.h"
@@ -22,14 +23,9 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMimeData>
-#include <QScrollArea>
 #include <QSplitter>
-#include <QStackedWidget>
-#include <QStatusBar>
 #include <QToolBar>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -39,16 +35,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int HinweisKeiner = 0;
-constexpr int HinweisWiederholen = 7;
-constexpr int HinweisKreuzZeigen = 9;
-constexpr int HinweisMerkmaleJeBiene = 10;
-constexpr int HinweisMerkmaleSummen = 11;
-constexpr int HinweisBildWirdGeladen = 15;
-constexpr int EigenerHinweis = -1;
-
-constexpr int Rand = 8;
-
 /// How the marks are entered in their mode.
 int merkmalhinweis(const Merkmale& merkmale) {
     return merkmale.Modus == Merkmalmodus::Liste ? HinweisMerkmaleJeBiene : HinweisMerkmaleSummen;
@@ -56,32 +42,49 @@ int merkmalhinweis(const Merkmale& merkmale) {
 
 } // namespace
 
-HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung,
-       Ablage& ablage, Sitzung& sitzung)
+HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Arbeitsplatz& arbeitsplatz)
     : umgebung_(umgebung)
     , speicher_(speicher)
-    , untersuchung_(untersuchung)
-    , ablage_(ablage)
-    , sitzung_(sitzung)
-    , messung_(untersuchung_.reihe(), umgebung.format)
-    , modelle_(untersuchung_.reihe(), umgebung.texte, umgebung.format)
-    , befehle_(*this, umgebung.texte)
-    , auswertung_(umgebung, untersuchung_)
-    , protokoll_(umgebung, untersuchung_, auswertung_)
-    , austausch_(umgebung_, ablage_, untersuchung_) {
+    , arbeitsplatz_(arbeitsplatz)
+    , messung_(arbeitsplatz.messung())
+    , modelle_(arbeitsplatz.reihe(), umgebung.texte, umgebung.format)
+    , befehle_(*this, umgebung.texte, verteiler_)
+    , auswertung_(umgebung, arbeitsplatz)
+    , protokoll_(umgebung, arbeitsplatz)
+    , hinweise_(umgebung, arbeitsplatz)
+    , fläche_(*this, umgebung, arbeitsplatz, modelle_, auswertung_, protokoll_.vorschau(),
+              hinweise_.zeile())
+    , dienste_{.fenster = this,
+               .verteiler = verteiler_,
+               .hinweise = hinweise_,
+               .vervollständige = [this] { fläche_.kolonie->vervollständige(); },
+               .beginneMessen =
+                   [this] {
+                       if (fläche_.messplatz->zustand() == Messplatz::Zustand::OhneBild) {
+                           messmodus(HinweisBildLaden);
+                       } else {
+                           zeigeMessplatz(true);
+                       }
+                   },
+               .ladeBild = [this](const QString& pfad) { return ladeBild(pfad); }}
+    , gang_(umgebung, arbeitsplatz, dienste_)
+    , eingang_(umgebung, arbeitsplatz, gang_, dienste_) {
     setObjectName(u"HG"_s);
     setAcceptDrops(true);
-    baueFläche();
-    baueStatuszeile();
-    verbindeMessung();
+    verbindeMessplatz();
     verbindeFelder();
     meldeAnsichtenAn();
     verbindeAuswertung();
-    connect(qApp, &QApplication::focusChanged, this, [this] { erlaubeTextbefehle(); });
+    beobachtung_ = arbeitsplatz_.beobachte([this](const Änderung& änderung) { folge(änderung); });
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        arbeitsplatz_.beendeEingabe();
+        befehle_.zeigeTextbefehle(textfeldMitFokus() != nullptr);
+    });
     connect(&umgebung_.texte, &Texte::languageChanged, this, [this] { TexteAnwenden(); });
     Form_Load();
-    const Leistenwahl leisten = stelleFensterlageHer(umgebung_.einstellungen, *this, *teiler_);
-    linkeLeiste_->setVisible(leisten.links);
+    const Leistenwahl leisten =
+        stelleFensterlageHer(umgebung_.einstellungen, *this, *fläche_.teiler);
+    fläche_.linkeLeiste->setVisible(leisten.links);
     rechteLeisteGewünscht_ = leisten.rechts;
     zeigeZustand();
 }
@@ -90,120 +93,28 @@ HG::~HG() {
     // Fields that lose the focus while they go still report to what is declared here, and the
     // toolkit tells of the last change of focus when this window is only a widget any more.
     disconnect(qApp, nullptr, this, nullptr);
+    beobachtung_.reset();
     delete messHilfe_;
     delete takeCentralWidget();
 }
 
-void HG::baueFläche() {
-    kolonie_ = new Kolonieformular(umgebung_.texte, umgebung_.format);
-    auto* links = new QScrollArea;
-    links->setObjectName(u"Leiste_Links"_s);
-    auto* angaben = new QWidget;
-    auto* untereinander = new QVBoxLayout(angaben);
-    untereinander->setContentsMargins(0, 0, 0, 0);
-    untereinander->addWidget(kolonie_);
-    untereinander->addWidget(&auswertung_.urteil());
-    untereinander->addStretch(1);
-    links->setWidget(angaben);
-    links->setWidgetResizable(true);
-    links->setFrameShape(QFrame::NoFrame);
-    links->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    links->setMinimumWidth(kolonie_->minimumSizeHint().width() + Rand);
-    linkeLeiste_ = links;
-
-    messplatz_ = new Messplatz(umgebung_.texte, umgebung_.dialoge, messung_, untersuchung_.reihe());
-    alle_ = new Reihenansicht(umgebung_.texte, modelle_, u"Liste"_s, Qt::Horizontal);
-    tabelle_ = new Tabellenansicht(umgebung_.texte, modelle_);
-    ansichten_ = new QStackedWidget;
-    ansichten_->setObjectName(u"Ansichten"_s);
-    for (QWidget* ansicht :
-         {static_cast<QWidget*>(messplatz_), static_cast<QWidget*>(alle_),
-          static_cast<QWidget*>(tabelle_), static_cast<QWidget*>(&auswertung_.kurven()),
-          static_cast<QWidget*>(&auswertung_.korrel()),
-          static_cast<QWidget*>(&auswertung_.merkmal()), &protokoll_.vorschau()}) {
-        ansichten_->addWidget(ansicht);
-    }
-
-    messplatz_->lupe().setObjectName(u"pic_Lupe"_s);
-    messleiste_ = new Messleiste(umgebung_.texte, modelle_, &messplatz_->lupe());
-    messleiste_->setObjectName(u"Leiste_Rechts"_s);
-
-    teiler_ = new QSplitter(Qt::Horizontal);
-    teiler_->setObjectName(u"Teiler"_s);
-    teiler_->setChildrenCollapsible(false);
-    for (QWidget* teil :
-         {linkeLeiste_, static_cast<QWidget*>(ansichten_), static_cast<QWidget*>(messleiste_)}) {
-        teiler_->addWidget(teil);
-    }
-    teiler_->setStretchFactor(1, 1); // the picture gets the room
-    teiler_->setSizes({220, 770, 270});
-
-    lab_H_ = new Hinweiszeile;
-    auto* fläche = new QWidget;
-    auto* layout = new QVBoxLayout(fläche);
-    layout->setContentsMargins(Rand, Rand, Rand, 0);
-    layout->addWidget(teiler_, 1);
-    layout->addWidget(lab_H_);
-    setCentralWidget(fläche);
-}
-
-void HG::baueStatuszeile() {
-    status_ = new QLabel;
-    status_->setObjectName(u"lab_Status"_s);
-    status_->setTextFormat(Qt::PlainText); // names of files are no pages
-    status_->setIndent(Rand);
-    statusBar()->addPermanentWidget(status_, 1);
-    statusBar()->setSizeGripEnabled(false);
-}
-
-void HG::verbindeMessung() {
-    messung_.setzeEmpfänger({
-        .ZeigeHinweis = [this](int nummer) { ZeigeHinweis(nummer); },
-        .punkteGeändert =
-            [this] {
-                messplatz_->zeigePunkte();
-                messleiste_->zeigePunkte(messung_.punkte(), messung_.messart());
-                zeigeZustand();
-            },
-        .flügelÜbernommen =
-            [this](qint16 nummer, const std::vector<int>& ohne) { flügelÜbernommen(nummer, ohne); },
-        .rechenfehler = [this](Rechenfehler fehler) { rechenfehler(fehler); },
-        .reiheVoll =
-            [this] {
-                umgebung_.dialoge.meldung(umgebung_.texte(Text::Fehler),
-                                          umgebung_.texte(Meldung::ReiheVoll), Meldungsart::Ausruf);
-            },
+void HG::verbindeMessplatz() {
+    fläche_.messplatz->ZeigeHinweis = [this](int nummer) { ZeigeHinweis(nummer); };
+    fläche_.messplatz->zustandGeändert = [this] { zeigeZustand(); };
+    fläche_.messplatz->bildLadenGewünscht = [this] { verteiler_.ausführen(befehl::BildLaden); };
+    fläche_.messleiste->beiPunktwahl([this](int nummer) {
+        arbeitsplatz_.opt_Fein_Click(nummer);
+        fläche_.messplatz->nimmTastatur();
     });
-    messplatz_->ZeigeHinweis = [this](int nummer) { ZeigeHinweis(nummer); };
-    messplatz_->zustandGeändert = [this] { zeigeZustand(); };
-    messplatz_->bildLadenGewünscht = [this] { verteiler_.ausführen(befehl::BildLaden); };
-    messleiste_->beiPunktwahl([this](int nummer) {
-        messung_.opt_Fein_Click(nummer);
-        messplatz_->nimmTastatur();
-    });
-    messleiste_->beiAuflösung([this](int position) {
-        messung_.setzeAuflösung(scannerauflösung(position));
-        umgebung_.einstellungen.schreibe(Einstellung::ScannMessung, position);
-        zeigeStatuszeile();
-        auflösungGemeldet_ = false;
-        warneVorGeringerAuflösung();
-        messplatz_->nimmTastatur();
-    });
+    fläche_.messleiste->beiAuflösung([this](int position) { wähleAuflösung(position); });
 }
 
 void HG::verbindeFelder() {
-    kolonie_->beiÄnderung([this](const Kolonieangaben& angaben) {
-        untersuchung_.setzeAngaben(angaben);
-        zeigeStatuszeile();
-        protokoll_.aktualisiere();
-        merkeSitzung();
-    });
-    kolonie_->beiGeschlechtswahl([this](Geschlecht tiere) { return wechsleGeschlecht(tiere); });
-    kolonie_->beiRassenwahl([this](int index) {
-        umgebung_.einstellungen.schreibe(Einstellung::GewählteRasse, index);
-        auswertung_.ladeStandard();
-        zeigeZustand();
-    });
+    fläche_.kolonie->beiÄnderung(
+        [this](const Kolonieangaben& angaben) { arbeitsplatz_.setzeAngaben(angaben); });
+    fläche_.kolonie->beiGeschlechtswahl(
+        [this](Geschlecht tiere) { return gang_.wechsleGeschlecht(tiere); });
+    fläche_.kolonie->beiRassenwahl([this](int index) { arbeitsplatz_.wähleRasse(index); });
     using Handler = void (HG::*)(int);
     for (const auto& [menü, handler] :
          {std::pair<Menue, Handler>{Menue::Datei, &HG::men_Datei_Click},
@@ -219,22 +130,30 @@ void HG::verbindeFelder() {
 }
 
 void HG::meldeAnsichtenAn() {
-    verteiler_.anmelden(befehl::Öffnen, [this] { öffnen(); });
-    verteiler_.anmelden(befehl::BildLaden, [this] { bildLaden(); });
-    verteiler_.anmelden(befehl::Grafik, [this] { grafik(); });
-    verteiler_.anmelden(befehl::Alle, [this] {
-        zeige(alle_, untersuchung_.reihe().leer() ? HinweisKeiner : HinweisWiederholen);
+    const auto wenn = [](bool etwas, int hinweis) { return etwas ? hinweis : HinweisKeiner; };
+    const Messreihe& reihe = arbeitsplatz_.reihe();
+    verteiler_.anmelden(befehl::Öffnen, [this] { gang_.öffne(); });
+    verteiler_.anmelden(befehl::BildLaden, [this] {
+        if (const QString pfad = wähleBild(umgebung_, fläche_.messplatz->bilddatei());
+            !pfad.isEmpty()) {
+            ladeBild(pfad);
+        }
     });
-    verteiler_.anmelden(befehl::Tabelle, [this] {
-        zeige(tabelle_, untersuchung_.reihe().leer() ? HinweisKeiner : HinweisWiederholen);
+    verteiler_.anmelden(befehl::Grafik, [this] {
+        öffneImGrafikprogramm(umgebung_, fläche_.messplatz->bilddatei());
+    });
+    verteiler_.anmelden(befehl::Alle, [=, this, &reihe] {
+        zeige(fläche_.alle, wenn(!reihe.leer(), HinweisWiederholen));
+    });
+    verteiler_.anmelden(befehl::Tabelle, [=, this, &reihe] {
+        zeige(fläche_.tabelle, wenn(!reihe.leer(), HinweisWiederholen));
     });
     verteiler_.anmelden(befehl::Kurven, [this] { zeige(&auswertung_.kurven(), HinweisKeiner); });
-    verteiler_.anmelden(befehl::Korrel, [this] {
-        zeige(&auswertung_.korrel(),
-              untersuchung_.reihe().hiDvZeilen().empty() ? HinweisKeiner : HinweisKreuzZeigen);
+    verteiler_.anmelden(befehl::Korrel, [=, this, &reihe] {
+        zeige(&auswertung_.korrel(), wenn(!reihe.hiDvZeilen().empty(), HinweisKreuzZeigen));
     });
     verteiler_.anmelden(befehl::Merkmal, [this] {
-        zeige(&auswertung_.merkmal(), merkmalhinweis(untersuchung_.merkmale()));
+        zeige(&auswertung_.merkmal(), merkmalhinweis(untersuchung().merkmale()));
     });
     verteiler_.anmelden(befehl::Messen, [this] { zeigeMessplatz(false); });
     for (const auto& [wort, seite] :
@@ -251,269 +170,385 @@ void HG::meldeAnsichtenAn() {
 }
 
 void HG::verbindeAuswertung() {
-    auswertung_.flügelGewählt = [this](const std::vector<int>& flügel) {
-        alle_->wähle(flügel);
-        messleiste_->reihe().wähle(flügel);
-        tabelle_->wähle(flügel);
-        auswertung_.hebeHervor(flügel);
-    };
-    auswertung_.merkmaleGeändert = [this] {
-        const int hinweis = merkmalhinweis(untersuchung_.merkmale());
-        if (hinweis != hinweisnummer_ &&
-            (hinweisnummer_ == HinweisMerkmaleJeBiene || hinweisnummer_ == HinweisMerkmaleSummen)) {
-            ZeigeHinweis(hinweis);
-        }
-        zeigeZustand();
-    };
-    alle_->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
+    auswertung_.flügelGewählt = [this](const std::vector<int>& flügel) { fläche_.wähle(flügel); };
 }
 
 void HG::Form_Load() {
-    const Einstellungen& e = umgebung_.einstellungen;
-    const QStringList rassen = rassenliste(e);
-    Kolonieangaben angaben;
-    angaben.Rasse =
-        std::clamp<int>(e.zahl(Einstellung::Rasse), 0, static_cast<int>(rassen.size()) - 1);
-    untersuchung_.setzeAngaben(angaben);
-    untersuchung_.alsUnverändertMerken();
-    kolonie_->setzeRassen(rassen);
-    kolonie_->zeige(angaben);
-
-    messung_.setzeAuflösung(scannerauflösung(e.zahl(Einstellung::ScannMessung)));
-    messung_.setzeZoomfaktor(e.zahl(Einstellung::DefaultZoomHauptfenster) + 1);
-    messung_.setzeMessart(
-        static_cast<Messart>(std::clamp<int>(e.zahl(Einstellung::Betriebsart), 0, 2)));
-    befehle_.zeigeWerkzeugtexte(e.schalter(Einstellung::FensterWerkzeugtexte));
-    befehle_.aktion(Menue::Ansicht, AnsichtWerkzeugtexte)
-        .setChecked(e.schalter(Einstellung::FensterWerkzeugtexte));
-    auswertung_.ladeStandard();
-    auswertung_.zeigeMerkmale();
-    reiheGeändert();
+    arbeitsplatz_.richteEin();
+    befehle_.zeigeWerkzeugtexte(
+        umgebung_.einstellungen.schalter(Einstellung::FensterWerkzeugtexte));
     TexteAnwenden();
 }
 
-bool HG::ladeBild(const QString& pfad, bool genannt) {
-    QWidget* vorher = ansichten_->currentWidget();
-    ansichten_->setCurrentWidget(messplatz_);
-    const bool geladen = messplatz_->ladeBild(pfad, genannt ? Messplatz::Seitenwahl::Genannt
-                                                            : Messplatz::Seitenwahl::Fragen);
-    if (!geladen) {
-        ansichten_->setCurrentWidget(vorher);
-    }
-    zeigeZustand();
-    if (geladen) {
-        warneVorGeringerAuflösung();
-    }
-    return geladen;
-}
-
-void HG::warneVorGeringerAuflösung() {
-    const int dpi = messung_.aufnahme().dpi;
-    if (dpi >= EmpfohleneAuflösung || auflösungGemeldet_) {
-        return;
-    }
-    auflösungGemeldet_ = true;
-    ZeigeEigenenHinweis(umgebung_.texte(Meldung::AuflösungZuGering).arg(dpi));
-}
-
-void HG::warneVorSchreibfehler() {
-    // While the program starts, another hint would take its place at once.
-    if (!sitzungLäuft_ || schreibfehlerGemeldet_ ||
-        !umgebung_.einstellungen.schreibenMisslungen()) {
-        return;
-    }
-    schreibfehlerGemeldet_ = true;
-    ZeigeEigenenHinweis(umgebung_.texte(Meldung::EinstellungenNichtGeschrieben)
-                            .arg(QDir::toNativeSeparators(umgebung_.einstellungen.IniPfad())));
-}
-
-void HG::zeige(QWidget* ansicht, int hinweisnummer) {
-    ansichten_->setCurrentWidget(ansicht);
-    ansicht->setFocus();
-    ZeigeHinweis(hinweisnummer);
-}
-
-void HG::zeigeMessplatz(bool übersicht) {
-    ansichten_->setCurrentWidget(messplatz_);
-    if (übersicht) {
-        messplatz_->zeigeÜbersicht();
-    } else {
-        messplatz_->zeigeMessen();
-    }
-    zeigeZustand();
-}
-
-void HG::messmodus(int hinweisnummer) {
-    ansichten_->setCurrentWidget(messplatz_);
-    ZeigeHinweis(hinweisnummer);
-    zeigeZustand();
-}
-
-void HG::ZeigeHinweis(int nummer) {
-    hinweisnummer_ = nummer;
-    lab_H_->zeige(hinweistext(umgebung_.texte, nummer, messung_.nummer()));
-    if (nummer == HinweisBildWirdGeladen) {
-        lab_H_->repaint(); // nothing is painted while a picture is read
-    }
-}
-
-void HG::ZeigeEigenenHinweis(const QString& text) {
-    hinweisnummer_ = EigenerHinweis;
-    lab_H_->zeige(text);
-}
-
-void HG::flügelÜbernommen(qint16 nummer, const std::vector<int>& ohne) {
-    reiheGeändert();
-    messleiste_->reihe().wähle({nummer});
-    messplatz_->nächsterFlügel();
-    if (!ohne.empty()) {
-        QStringList nummern;
-        for (const int punkt : ohne) {
-            nummern << QString::number(punkt);
-        }
-        const Meldung text =
-            ohne.size() == 1 ? Meldung::PunktNichtGesetzt : Meldung::PunkteNichtGesetzt;
-        ZeigeEigenenHinweis(umgebung_.texte(text).arg(nummern.join(u", "_s)));
-    }
-}
-
-void HG::rechenfehler(Rechenfehler fehler) {
-    reiheGeändert();
-    const Meldung text = fehler == Rechenfehler::DivisionDurchNull ? Meldung::PunkteFallenZusammen
-                                                                   : Meldung::WurzelNegativ;
-    umgebung_.dialoge.meldung(umgebung_.texte(Text::Fehler), umgebung_.texte(text),
-                              Meldungsart::Ausruf);
-    messplatz_->nimmTastatur();
-}
-
-void HG::reiheGeändert() {
+void HG::TexteAnwenden() {
+    befehle_.werkzeugleiste().setWindowTitle(umgebung_.texte(Meldung::NameWerkzeugleiste));
+    fläche_.linkeLeiste->setAccessibleName(umgebung_.texte(Meldung::LeisteVolksdaten));
     modelle_.aktualisiere();
+    auswertung_.merkmal().TexteAnwenden();
     auswertung_.aktualisiere();
-    messplatz_->zeigeErledigte();
+    protokoll_.aktualisiere();
+    hinweise_.TexteAnwenden();
     zeigeZustand();
+}
+
+// What the workplace tells
+
+void HG::folge(const Änderung& änderung) {
+    if (änderung.Einstellungen) {
+        fläche_.kolonie->setzeRassen(arbeitsplatz_.einstellungen().rassen);
+    }
+    if (fläche_.kolonie->angaben() != untersuchung().angaben()) {
+        fläche_.kolonie->zeige(untersuchung().angaben());
+    }
+    if (änderung.Reihe || änderung.Untersuchung) {
+        modelle_.aktualisiere();
+    }
+    auswertung_.folge(änderung);
+    if (änderung.Punkte || änderung.Aufnahme || änderung.Reihe) {
+        fläche_.messplatz->folge();
+    }
+    if (änderung.Angaben || änderung.Urteil || änderung.Ablage) {
+        protokoll_.aktualisiere();
+    }
+    const int hinweis = hinweise_.nummer();
+    if (änderung.Merkmale &&
+        (hinweis == HinweisMerkmaleJeBiene || hinweis == HinweisMerkmaleSummen) &&
+        hinweis != merkmalhinweis(untersuchung().merkmale())) {
+        ZeigeHinweis(merkmalhinweis(untersuchung().merkmale()));
+    }
+    if (änderung.übernommen) {
+        fläche_.messleiste->reihe().wähle({änderung.übernommen->nummer});
+        fläche_.messplatz->nächsterFlügel();
+    }
+    hinweise_.sage(änderung);
+    if (änderung.fehler) {
+        fläche_.messplatz->nimmTastatur();
+    }
+    zeigeZustand();
+}
+
+Befehlslage HG::befehlslage() const {
+    Befehlslage lage{.verteiler = verteiler_, .ansicht = fläche_.ansichtswort()};
+    const Texte& t = umgebung_.texte;
+    lage.mitBild = fläche_.messplatz->zustand() != Messplatz::Zustand::OhneBild;
+    lage.amMessplatz = fläche_.amMessplatz();
+    lage.inÜbersicht = fläche_.messplatz->zustand() == Messplatz::Zustand::Übersicht;
+    lage.mitFlügeln = !arbeitsplatz_.reihe().leer();
+    lage.zuSpeichern = untersuchung().geändert();
+    lage.rückgängig = arbeitsplatz_.rückgängig() != nullptr;
+    lage.wiederherstellbar = arbeitsplatz_.wiederherstellbar() != nullptr;
+    lage.inTextfeld = textfeldMitFokus() != nullptr;
+    lage.zweiseitig = protokoll_.seitenzahl() == 2;
+    lage.mitHilfe = hilfeVorhanden(t);
+    lage.leisteLinks = !fläche_.linkeLeiste->isHidden();
+    lage.leisteRechts = rechteLeisteGewünscht_;
+    lage.werkzeugtexte = befehle_.mitWerkzeugtexten();
+    lage.Zoomfaktor = messung_.aufnahme().Zoomfaktor;
+    lage.messart = static_cast<int>(messung_.messart());
+    lage.sprache = t.sprache() ? static_cast<int>(*t.sprache()) : -1;
+    return lage;
 }
 
 void HG::zeigeZustand() {
-    const Messreihe& reihe = untersuchung_.reihe();
-    const bool amMessplatz = ansichten_->currentWidget() == messplatz_;
-    const bool mitBild = messplatz_->zustand() != Messplatz::Zustand::OhneBild;
-    const auto erlaube = [this](Menue menü, int index, bool erlaubt) {
-        befehle_.aktion(menü, index).setEnabled(erlaubt);
+    const Texte& t = umgebung_.texte;
+    const Befehlslage lage = befehlslage();
+    befehle_.zeige(lage);
+    const auto name = [&t](const Schritt* schritt, Meldung ohne, Meldung mit) {
+        return schritt == nullptr ? t(ohne) : t(mit).arg(schrittname(*schritt, t));
     };
-    // Views that have registered can be shown, from everywhere.
-    const std::tuple<Menue, int, QStringView> nachWort[] = {
-        {Menue::Datei, 1, befehl::Öffnen},     {Menue::Datei, 9, befehl::Vorschau1},
-        {Menue::Datei, 10, befehl::Vorschau2}, {Menue::Ansicht, 0, befehl::Alle},
-        {Menue::Ansicht, 2, befehl::Merkmal},  {Menue::Ansicht, 3, befehl::Kurven},
-        {Menue::Ansicht, 4, befehl::Korrel},   {Menue::Ansicht, 11, befehl::Tabelle}};
-    for (const auto& [menü, index, wort] : nachWort) {
-        erlaube(menü, index, verteiler_.kennt(wort));
-    }
-    erlaube(Menue::Datei, 10, protokoll_.seitenzahl() == 2);
-    erlaube(Menue::Datei, DateiExportieren, !reihe.leer());
-    erlaube(Menue::Datei, 6, mitBild);
-    erlaube(Menue::Ansicht, 6, mitBild);
-    erlaube(Menue::Ansicht, 7, mitBild);
-    erlaube(Menue::Ansicht, 8, mitBild);
-    erlaube(Menue::Ansicht, 9, mitBild);
-    erlaube(Menue::Bearbeiten, 0, !reihe.leer());
-    erlaube(Menue::Bearbeiten, 1, !reihe.leer());
-    erlaube(Menue::Bearbeiten, 2, amMessplatz && mitBild);
-    erlaube(Menue::Bearbeiten, 11, !reihe.leer());
-    erlaube(Menue::Bearbeiten, 3, amMessplatz && messung_.rückgängigMöglich());
-    erlaube(Menue::Hilfe, 0, hilfeVorhanden(umgebung_.texte));
-    erlaubeTextbefehle();
+    befehle_.benenne(
+        Menue::Bearbeiten, BearbeitenRückgängig,
+        name(arbeitsplatz_.rückgängig(), Meldung::Rückgängig, Meldung::RückgängigSchritt));
+    befehle_.benenne(Menue::Bearbeiten, BearbeitenWiederherstellen,
+                     name(arbeitsplatz_.wiederherstellbar(), Meldung::Wiederherstellen,
+                          Meldung::WiederherstellenSchritt));
 
-    // The view that is shown is the one that is checked.
-    QStringView gezeigt;
-    const std::pair<const QWidget*, QStringView> ansichten[] = {
-        {alle_, befehl::Alle},
-        {tabelle_, befehl::Tabelle},
-        {&auswertung_.kurven(), befehl::Kurven},
-        {&auswertung_.korrel(), befehl::Korrel},
-        {&auswertung_.merkmal(), befehl::Merkmal}};
-    for (const auto& [ansicht, wort] : ansichten) {
-        if (ansichten_->currentWidget() == ansicht) {
-            gezeigt = wort;
-        }
-    }
-    for (const auto& [menü, index, wort] : nachWort) {
-        if (menü == Menue::Ansicht) {
-            befehle_.aktion(menü, index).setChecked(wort == gezeigt);
-        }
-    }
-    befehle_.aktion(Menue::Ansicht, 6)
-        .setChecked(amMessplatz && messplatz_->zustand() == Messplatz::Zustand::Übersicht);
-    befehle_.aktion(Menue::Ansicht, 7)
-        .setChecked(amMessplatz && messplatz_->zustand() == Messplatz::Zustand::Messen);
-
-    befehle_.aktion(Menue::Zoom, messung_.aufnahme().Zoomfaktor).setChecked(true);
-    befehle_.aktion(Menue::Betriebsart, static_cast<int>(messung_.messart())).setChecked(true);
-    befehle_.aktion(Menue::Ansicht, AnsichtLeisteLinks).setChecked(!linkeLeiste_->isHidden());
-    befehle_.aktion(Menue::Ansicht, AnsichtLeisteRechts).setChecked(rechteLeisteGewünscht_);
-    messleiste_->setVisible(rechteLeisteGewünscht_ && amMessplatz);
-    messleiste_->zeigeFlügel(messung_.nummer(), messung_.wiederholt());
-    messleiste_->zeigePunkte(messung_.punkte(), messung_.messart());
-    messleiste_->zeigeAuflösung(messung_.aufnahme().dpi);
+    fläche_.messleiste->setVisible(rechteLeisteGewünscht_ && lage.amMessplatz);
+    fläche_.messleiste->zeigeFlügel(messung_.nummer(), messung_.wiederholt());
+    fläche_.messleiste->zeigePunkte(messung_.punkte(), messung_.messart());
+    fläche_.messleiste->zeigeAuflösung(messung_.aufnahme().dpi);
     zeigeStatuszeile();
-    protokoll_.aktualisiere();
-    merkeSitzung();
-    warneVorSchreibfehler();
-}
-
-/// The commands of the edit menu that act on the selected text of a field.
-void HG::erlaubeTextbefehle() {
-    const bool inFeld = qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr;
-    for (int index = 5; index <= 8; ++index) {
-        befehle_.aktion(Menue::Bearbeiten, index).setEnabled(inFeld);
-    }
+    arbeitsplatz_.merkeAnsicht(lage.amMessplatz ? befehl::Messen : befehl::Alle);
+    hinweise_.warneVorSchreibfehlern();
 }
 
 void HG::zeigeStatuszeile() {
     const Texte& t = umgebung_.texte;
     QStringList teile;
-    if (!messplatz_->bilddatei().isEmpty()) {
-        const QSize größe = messplatz_->bildgröße();
+    if (!fläche_.messplatz->bilddatei().isEmpty()) {
+        const QSize größe = fläche_.messplatz->bildgröße();
         teile
-            << QFileInfo(messplatz_->bilddatei()).fileName()
+            << QFileInfo(fläche_.messplatz->bilddatei()).fileName()
             << u"%1 × %2 %3"_s.arg(größe.width()).arg(größe.height()).arg(t(Meldung::EinheitPixel));
     }
     teile << t(Meldung::NameZoom) + u' ' + QString::number(messung_.aufnahme().Zoomfaktor)
           << u"%1 %2"_s.arg(messung_.aufnahme().dpi).arg(t(Meldung::EinheitDpi))
-          << t(Meldung::FlügelNummer).arg(messung_.nummer(), 3, 10, QChar(u'0'));
-    if (const QString& pfad = ablage_.DatenbankPfad(); !pfad.isEmpty()) {
+          << t(Meldung::FlügelNummer).arg(dreistellig(messung_.nummer()));
+    if (const QString& pfad = arbeitsplatz_.ablage().DatenbankPfad(); !pfad.isEmpty()) {
         teile << t(Meldung::DatenbankStatus).arg(QFileInfo(pfad).fileName());
-        status_->setToolTip(Qt::convertFromPlainText(QDir::toNativeSeparators(pfad)));
+        fläche_.status->setToolTip(Qt::convertFromPlainText(QDir::toNativeSeparators(pfad)));
     }
-    status_->setText(teile.join(u"   ·   "_s));
+    fläche_.status->setText(teile.join(u"   ·   "_s));
 
-    const QString nummer = untersuchung_.angaben().UNr.trimmed();
+    const QString nummer = untersuchung().angaben().UNr.trimmed();
     setWindowTitle(
         (nummer.isEmpty() ? t(Meldung::Programmname) : t(Meldung::Fenstertitel).arg(nummer)) +
         u"[*]"_s);
-    setWindowModified(untersuchung_.geändert());
-    befehle_.aktion(Menue::Datei, 2).setEnabled(untersuchung_.geändert());
+    setWindowModified(untersuchung().geändert());
 }
 
-void HG::TexteAnwenden() {
-    if (const std::optional<Sprache> sprache = umgebung_.texte.sprache()) {
-        befehle_.aktion(Menue::Sprache, static_cast<int>(*sprache)).setChecked(true);
-    }
-    befehle_.werkzeugleiste().setWindowTitle(umgebung_.texte(Meldung::NameWerkzeugleiste));
-    linkeLeiste_->setAccessibleName(umgebung_.texte(Meldung::LeisteVolksdaten));
-    lab_H_->setAccessibleName(umgebung_.texte(Meldung::NameHinweiszeile));
-    modelle_.aktualisiere();
-    auswertung_.merkmal().TexteAnwenden();
-    auswertung_.aktualisiere();
-    if (hinweisnummer_ != EigenerHinweis) {
-        lab_H_->übersetze(hinweistext(umgebung_.texte, hinweisnummer_, messung_.nummer()));
+// Views
+
+void HG::zeige(QWidget* ansicht, int hinweisnummer) {
+    fläche_.zeige(ansicht);
+    ansicht->setFocus();
+    ZeigeHinweis(hinweisnummer);
+}
+
+void HG::zeigeMessplatz(bool übersicht) {
+    fläche_.zeige(fläche_.messplatz);
+    if (übersicht) {
+        fläche_.messplatz->zeigeÜbersicht();
+    } else {
+        fläche_.messplatz->zeigeMessen();
     }
     zeigeZustand();
 }
 
-void HG::leisteSichtbar(QWidget* leiste, bool sichtbar) {
-    leiste->setVisible(sichtbar);
+void HG::messmodus(int hinweisnummer) {
+    fläche_.zeige(fläche_.messplatz);
+    ZeigeHinweis(hinweisnummer);
     zeigeZustand();
+}
+
+bool HG::ladeBild(const QString& pfad) {
+    QWidget* vorher = fläche_.gezeigte();
+    fläche_.zeige(fläche_.messplatz);
+    const bool geladen = fläche_.messplatz->ladeBild(pfad);
+    if (!geladen) {
+        fläche_.zeige(vorher);
+    }
+    zeigeZustand();
+    if (geladen) {
+        hinweise_.warneVorGeringerAuflösung();
+    }
+    return geladen;
+}
+
+void HG::übernimmDateien(const QStringList& pfade) {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+    öffneDateien(pfade);
+    hinweise_.zeige(umgebung_.texte(Text::BereitsGestartet));
+}
+
+// Commands
+
+void HG::men_Datei_Click(int index) {
+    switch (index) {
+    case 0:
+        gang_.neueUntersuchung();
+        break;
+    case 2:
+        fläche_.kolonie->vervollständige();
+        gang_.speichere(Speicheranlass::Wunsch);
+        break;
+    case 3:
+        eingang_.LadenBee();
+        break;
+    case DateiOrdnerImportieren:
+        eingang_.importiereOrdner();
+        break;
+    case DateiExportieren:
+        eingang_.exportiere();
+        break;
+    case 8:
+        drucke();
+        break;
+    case 14:
+        close();
+        break;
+    default:
+        break;
+    }
+}
+
+void HG::men_Bearbeiten_Click(int index) {
+    switch (index) {
+    case 0:
+        arbeitsplatz_.löscheLetzte();
+        verteiler_.ausführen(befehl::Alle);
+        break;
+    case 1:
+        messungWiederholen();
+        break;
+    case 2:
+        arbeitsplatz_.NeuerFlügel();
+        zeigeMessplatz(false);
+        break;
+    case BearbeitenRückgängig:
+    case BearbeitenWiederherstellen:
+        geheZurück(index == BearbeitenWiederherstellen);
+        break;
+    case 11:
+        alleMessungenLöschen();
+        break;
+    default:
+        bearbeiteText(index);
+        break;
+    }
+}
+
+void HG::men_Ansicht_Click(int index) {
+    switch (index) {
+    case 6:
+        zeigeMessplatz(true);
+        break;
+    case 8:
+    case 9:
+        if (const QString nachbar =
+                nachbarbild(fläche_.messplatz->bilddatei(), index == 8 ? 1 : -1);
+            !nachbar.isEmpty()) {
+            ladeBild(nachbar);
+        }
+        break;
+    case AnsichtLeisteLinks:
+        fläche_.linkeLeiste->setVisible(fläche_.linkeLeiste->isHidden());
+        zeigeZustand();
+        break;
+    case AnsichtLeisteRechts:
+        rechteLeisteGewünscht_ = !rechteLeisteGewünscht_;
+        zeigeZustand();
+        break;
+    case AnsichtWerkzeugtexte: {
+        const bool zeigen = !befehle_.mitWerkzeugtexten();
+        befehle_.zeigeWerkzeugtexte(zeigen);
+        umgebung_.einstellungen.schreibe(Einstellung::FensterWerkzeugtexte, zeigen ? 1 : 0);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void HG::men_Zoom_Click(int index) {
+    fläche_.messplatz->wünscheZoom(index);
+    zeigeZustand();
+}
+
+void HG::men_Extras_Click(int index) {
+    if (index == 8) {
+        protokoll_.übersetze(this);
+    } else if (index == 9) {
+        optionen();
+    }
+}
+
+void HG::men_Betriebsart_Click(int index) {
+    fläche_.messplatz->wünscheMessart(static_cast<Messart>(index));
+    zeigeZustand();
+}
+
+void HG::men_Sprache_Click(int index) {
+    umgebung_.einstellungen.schreibe(Einstellung::Sprache, index);
+    umgebung_.texte.SpracheEinstellen(index);
+    // A large results file takes some seconds.
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    arbeitsplatz_.SpracheDB();
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void HG::men_Hilfe_Click(int index) {
+    switch (index) {
+    case 0:
+        zeigeHilfe(umgebung_.texte, umgebung_.shell, umgebung_.dialoge, fläche_.hilfethema());
+        break;
+    case 1:
+        Info(umgebung_.texte, this).exec();
+        break;
+    case 4:
+        zeigeMessplatz(false);
+        if (messHilfe_.isNull()) {
+            messHilfe_ = new MessHilfe(umgebung_.texte, this);
+        }
+        messHilfe_->show();
+        messHilfe_->raise();
+        messHilfe_->activateWindow();
+        break;
+    default:
+        break;
+    }
+}
+
+void HG::geheZurück(bool wiederherstellen) {
+    const std::optional<Schritt> schritt =
+        wiederherstellen ? arbeitsplatz_.stelleWiederHer() : arbeitsplatz_.macheRückgängig();
+    // Points that come back are shown; whoever undoes must see what it did.
+    if (schritt && istMessschritt(schritt->art) && messung_.punkte().begonnen()) {
+        fläche_.zeige(fläche_.messplatz);
+        fläche_.messplatz->zeigeFlügel();
+        zeigeZustand();
+    }
+}
+
+void HG::messungWiederholen() {
+    const int nummer = fläche_.gewählterFlügel();
+    QWidget* vorher = fläche_.gezeigte();
+    fläche_.zeige(fläche_.messplatz);
+    if (!fläche_.messplatz->wiederhole(nummer)) {
+        fläche_.zeige(vorher);
+    }
+    zeigeZustand();
+}
+
+void HG::alleMessungenLöschen() {
+    verteiler_.ausführen(befehl::Alle);
+    if (umgebung_.dialoge.frage({.titel = umgebung_.texte(Text::MenüAlleMessungenLöschen),
+                                 .text = umgebung_.texte(Text::FrageAlleMessungenLöschen),
+                                 .art = Meldungsart::Frage,
+                                 .verwirft = true}) == Antwort::Ja) {
+        arbeitsplatz_.löscheAlle();
+    }
+}
+
+void HG::wähleAuflösung(int position) {
+    arbeitsplatz_.setzeAuflösung(scannerauflösung(position));
+    hinweise_.sageAuflösung();
+    fläche_.messplatz->nimmTastatur();
+}
+
+void HG::drucke() {
+    fläche_.kolonie->vervollständige();
+    const QString ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
+    protokoll_.drucke(this, ordner.isEmpty() ? arbeitsplatz_.ablage().dokumente() : ordner);
+}
+
+void HG::optionen() {
+    const int vorher = arbeitsplatz_.einstellungen().auflösung;
+    Optionen dialog(umgebung_, speicher_, untersuchung().angaben().Rasse + 1, this);
+    dialog.exec();
+    // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
+    // measured changes only where the user changed it. For a missing key the dialog shows, and
+    // writes, another default than the one that is being measured with.
+    arbeitsplatz_.übernimmEinstellungen();
+    const Arbeitseinstellungen e = arbeitsplatz_.einstellungen();
+    const bool andereAuflösung = dialog.geändert(Einstellung::ScannOptionen);
+    if (andereAuflösung) {
+        arbeitsplatz_.setzeAuflösung(e.auflösung);
+    }
+    if (dialog.geändert(Einstellung::DefaultZoomOptionen)) {
+        fläche_.messplatz->wünscheZoom(e.Zoomfaktor);
+    }
+    if (dialog.geändert(Einstellung::Betriebsart)) {
+        fläche_.messplatz->wünscheMessart(e.messart);
+    }
+    zeigeZustand();
+    if (const int dpi = messung_.aufnahme().dpi; e.auflösung != vorher && e.auflösung != dpi) {
+        hinweise_.zeige(
+            umgebung_.texte(Meldung::AuflösungBeimNächstenStart).arg(dpi).arg(e.auflösung));
+    }
+    hinweise_.warneVorGeringerAuflösung(andereAuflösung);
 }
 
 void HG::dragEnterEvent(QDragEnterEvent* event) {
@@ -538,18 +573,18 @@ void HG::dropEvent(QDropEvent* event) {
 
 bool HG::Form_Unload() {
     protokoll_.stelleDruckerHer();
-    kolonie_->vervollständige();
-    return protokoll_.verlasseÜbersetzung() && verlasseUntersuchung();
+    fläche_.kolonie->vervollständige();
+    return protokoll_.verlasseÜbersetzung() && gang_.verlasse();
 }
 
 void HG::closeEvent(QCloseEvent* event) {
     // Cancelled until everything that could be lost is dealt with.
     event->ignore();
     if (Form_Unload()) {
-        merkeFensterlage(umgebung_.einstellungen, *this, *teiler_,
-                         {.links = !linkeLeiste_->isHidden(), .rechts = rechteLeisteGewünscht_});
-        sitzungLäuft_ = false;
-        sitzung_.lösche(); // what is given up here shall not come back
+        merkeFensterlage(
+            umgebung_.einstellungen, *this, *fläche_.teiler,
+            {.links = !fläche_.linkeLeiste->isHidden(), .rechts = rechteLeisteGewünscht_});
+        arbeitsplatz_.beendeSitzung();
         event->accept();
     }
 }

@@ -1,66 +1,49 @@
 #pragma once
 
-#include "app/austausch.h"
 #include "app/auswertung.h"
 #include "app/befehlsleiste.h"
+#include "app/dateieingang.h"
+#include "app/fensterflaeche.h"
+#include "app/hinweisgeber.h"
 #include "app/protokollausgabe.h"
 #include "app/umgebung.h"
-#include "measure/messung.h"
+#include "app/untersuchungsgang.h"
 #include "measure/reihenmodelle.h"
 #include "measure/verteiler.h"
 #include "platform/benutzerspeicher.h"
-#include "results/ablage.h"
-#include "results/sitzung.h"
-#include "results/untersuchung.h"
+#include "results/arbeitsplatz.h"
 
 #include <QMainWindow>
 #include <QPointer>
 
-class QLabel;
-class QSplitter;
-class QStackedWidget;
-
 namespace tarvel {
 
-class Hinweiszeile;
-class Kolonieformular;
 class MessHilfe;
-class Messleiste;
-class Messplatz;
-class Reihenansicht;
-class Tabellenansicht;
 
-/// The main window: brings the examination, the measuring and their views together. It composes;
-/// what is computed is computed elsewhere.
+/// The main window: lays out the views of the workplace, forwards what its user asks for, and
+/// shows what the workplace tells. It computes nothing and keeps nothing but what is shown.
 class HG : public QMainWindow {
 public:
-    /// Shows and changes @p untersuchung, which @p ablage files and @p sitzung
-    /// keeps for the case of a crash. All outlive the window.
-    HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung,
-       Ablage& ablage, Sitzung& sitzung);
+    /// Shows and changes @p arbeitsplatz. Everything handed over outlives the window.
+    HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Arbeitsplatz& arbeitsplatz);
     ~HG() override;
 
-    [[nodiscard]] const Untersuchung& untersuchung() const { return untersuchung_; }
-    [[nodiscard]] const Beurteilung& beurteilung() const { return auswertung_.beurteilung(); }
+    [[nodiscard]] const Untersuchung& untersuchung() const { return arbeitsplatz_.untersuchung(); }
+    [[nodiscard]] const Beurteilung& beurteilung() const { return arbeitsplatz_.beurteilung(); }
 
-    /// Shows the examination that the program starts with: one that a crash interrupted, if the
-    /// user wants to go on with it, else the latest one of the results file, or a new one where
-    /// there is none.
-    void beginne();
+    /// Shows the examination that the program starts with; see Untersuchungsgang::beginne.
+    void beginne() { gang_.beginne(); }
 
     /// Switches the window into measuring and shows a hint, 0 to 15.
     void messmodus(int hinweisnummer);
 
     /// Loads a wing picture for measuring. False, with a message shown, when it cannot be measured
-    /// or the user kept the present one. With @p genannt @p pfad names one page and no other is
-    /// asked about.
-    bool ladeBild(const QString& pfad, bool genannt = false);
+    /// or the user kept the present one.
+    bool ladeBild(const QString& pfad);
 
-    /// Opens what the program was given: a results file, a picture, a measurement or coordinate
-    /// file; measurement files of a folder are stored. False, with a message, when that failed.
-    bool öffneDatei(const QString& pfad);
-    /// Opens several: one of each kind, but stores measurement files when there are more than one.
-    bool öffneDateien(const QStringList& pfade);
+    /// Opens what the program was given; see Dateieingang.
+    bool öffneDatei(const QString& pfad) { return eingang_.öffneDatei(pfad); }
+    bool öffneDateien(const QStringList& pfade) { return eingang_.öffneDateien(pfade); }
     /// Opens, in front of other windows, what a second start of the program was given.
     void übernimmDateien(const QStringList& pfade);
 
@@ -71,9 +54,7 @@ protected:
 
 private:
     // Building, in the order in which it happens.
-    void baueFläche();
-    void baueStatuszeile();
-    void verbindeMessung();
+    void verbindeMessplatz();
     void verbindeFelder();
     void meldeAnsichtenAn();
     void verbindeAuswertung();
@@ -81,6 +62,7 @@ private:
     /// Puts the words of the program's language on everything that is not labelled by itself.
     void TexteAnwenden();
 
+    // What the menus and the tool bar do.
     void men_Datei_Click(int index);
     void men_Bearbeiten_Click(int index);
     void men_Ansicht_Click(int index);
@@ -89,103 +71,44 @@ private:
     void men_Betriebsart_Click(int index);
     void men_Sprache_Click(int index);
     void men_Hilfe_Click(int index);
-    /// Page of the guide about the view that is shown.
-    [[nodiscard]] QString hilfethema() const;
+    bool Form_Unload();
 
-    void optionen();
-    /// Asks before body marks that do not fit the other caste are cleared.
-    [[nodiscard]] bool wechsleGeschlecht(Geschlecht tiere);
-
-    [[nodiscard]] bool setzeSitzungFort();
-    void merkeSitzung();
-    /// Shows the latest examination of the results file, or begins a new one.
-    void zeigeLetzte();
-    void neueUntersuchung();
-    void beginneNeue();
-    /// The kind of examination that the user chose; a file that was read in may have brought
-    /// another.
-    [[nodiscard]] Messart eigeneMessart() const;
-    /// Asks what becomes of the open examination. False when it has to stay.
-    [[nodiscard]] bool verlasseUntersuchung();
-    /// True when nothing of the examination is left to be stored, as SpeichernDB says.
-    bool speichere(Speicheranlass anlass);
-    [[nodiscard]] Ablagestand stand() const;
-    void öffnen();
-    void LadenBee();
-    void importiereOrdner();
-    /// What follows an import into the results file. False when nothing came of it.
-    bool importiert(const QString& ergebnis);
-    void exportiere();
-    [[nodiscard]] std::optional<QByteArray> lesEin(const QString& pfad);
-    void berichte(Meldung ergebnis, const QString& pfad, const QStringList& gründe);
-    [[nodiscard]] std::optional<int> frageAuflösung(const QString& pfad,
-                                                    std::optional<int> ausDatei);
-    /// Takes the measurement file @p pfad over as a new examination. False, with a message, when it
-    /// is none.
-    bool lesMessdatei(const QString& pfad);
-    /// The same for the wings of a coordinate file.
-    bool lesKoordinaten(const QString& pfad);
-    bool ladeUntersuchung(const QString& nummer);
-    void zeigeUntersuchung();
-
-    void bildLaden();
-    void grafik();
     void drucke();
-    void zeige(QWidget* ansicht, int hinweisnummer);
-    void zeigeMessplatz(bool übersicht);
-    void ZeigeHinweis(int nummer);
-    void warneVorGeringerAuflösung();
-    void warneVorSchreibfehler();
-    void ZeigeEigenenHinweis(const QString& text);
-
-    void letzteMessungLöschen();
+    void optionen();
     void alleMessungenLöschen();
     void messungWiederholen();
-    [[nodiscard]] int gewählterFlügel() const;
-    void flügelÜbernommen(qint16 nummer, const std::vector<int>& ohne);
-    void rechenfehler(Rechenfehler fehler);
+    void geheZurück(bool wiederherstellen);
+    void wähleAuflösung(int position);
 
-    /// Lets an edit command act on the selected text of the field that has the focus.
-    void bearbeiteText(int index);
+    void zeige(QWidget* ansicht, int hinweisnummer);
+    void zeigeMessplatz(bool übersicht);
+    void ZeigeHinweis(int nummer) { hinweise_.ZeigeHinweis(nummer); }
 
-    void reiheGeändert();
+    /// Brings everything up to date that shows what a command of the workplace changed.
+    void folge(const Änderung& änderung);
     void zeigeZustand();
-    void erlaubeTextbefehle();
     void zeigeStatuszeile();
-    void leisteSichtbar(QWidget* leiste, bool sichtbar);
-    bool Form_Unload();
+    [[nodiscard]] Befehlslage befehlslage() const;
 
     Umgebung umgebung_;
     Benutzerspeicher& speicher_;
-    Untersuchung& untersuchung_;
-    Ablage& ablage_;
-    Sitzung& sitzung_;
-    bool sitzungLäuft_ = false;
-    bool sitzungsfehlerGemeldet_ = false;
-    Messung messung_;
+    Arbeitsplatz& arbeitsplatz_;
+    const Messung& messung_;
     Reihenmodelle modelle_;
     Verteiler verteiler_;
     Befehlsleiste befehle_;
     Auswertung auswertung_;
     Protokollausgabe protokoll_;
-    Austausch austausch_;
+    Hinweisgeber hinweise_;
+    Fensterfläche fläche_;
+    Fensterdienste dienste_;
+    Untersuchungsgang gang_;
+    Dateieingang eingang_;
 
-    QSplitter* teiler_ = nullptr;
-    QStackedWidget* ansichten_ = nullptr;
-    Kolonieformular* kolonie_ = nullptr;
-    QWidget* linkeLeiste_ = nullptr;
-    Messplatz* messplatz_ = nullptr;
-    Messleiste* messleiste_ = nullptr;
-    Reihenansicht* alle_ = nullptr;
-    Tabellenansicht* tabelle_ = nullptr;
-    Hinweiszeile* lab_H_ = nullptr;
-    QLabel* status_ = nullptr;
     QPointer<MessHilfe> messHilfe_;
-
-    int hinweisnummer_ = 0;
     bool rechteLeisteGewünscht_ = true;
-    bool auflösungGemeldet_ = false;
-    bool schreibfehlerGemeldet_ = false;
+
+    Arbeitsplatz::Beobachtung beobachtung_;
 };
 
 } // namespace tarvel

@@ -1,6 +1,5 @@
 #include "app/protokollausgabe.h"
 
-#include "app/auswertung.h"
 #include "lang/uebersetz.h"
 #include "print/drucken.h"
 #include "print/vorschau.h"
@@ -26,11 +25,10 @@ QString dateiname(const QString& nummer) {
 
 } // namespace
 
-Protokollausgabe::Protokollausgabe(const Umgebung& umgebung, const Untersuchung& untersuchung,
-                                   const Auswertung& auswertung)
+Protokollausgabe::Protokollausgabe(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz)
     : umgebung_(umgebung)
-    , untersuchung_(untersuchung)
-    , auswertung_(auswertung)
+    , arbeitsplatz_(arbeitsplatz)
+    , untersuchung_(arbeitsplatz.untersuchung())
     , druckerwahl_(umgebung.drucker)
     , vorschau_(new Vorschau(umgebung.texte)) {
     vorschau_->beiBlättern([this](int um) {
@@ -67,7 +65,7 @@ std::shared_ptr<const Protokollausgabe::Vorlage> Protokollausgabe::vorlage() con
     const Protokolltexte worte = probe_ ? ProtokolltexteÜbersetzt(*probe_) : texte();
     return std::make_shared<Vorlage>(
         Vorlage{.daten = protokolldaten({.untersuchung = untersuchung_,
-                                         .standard = auswertung_.standard(),
+                                         .standard = arbeitsplatz_.standard(),
                                          .einstellungen = einstellungen,
                                          .texte = umgebung_.texte,
                                          .protokolltexte = worte,

@@ -4,7 +4,7 @@
 #include "lang/protokolltexte.h"
 #include "print/druckersystem.h"
 #include "print/protokollseite.h"
-#include "results/untersuchung.h"
+#include "results/arbeitsplatz.h"
 
 #include <QDialog>
 #include <QPointer>
@@ -15,7 +15,6 @@
 
 namespace tarvel {
 
-class Auswertung;
 class Vorschau;
 
 /// The report of the open examination: its preview, the print dialog, and the editor of the user's
@@ -24,8 +23,7 @@ class Protokollausgabe {
 public:
     /// Everything handed over outlives this. The preview is made here and belongs to the window it
     /// is put into.
-    Protokollausgabe(const Umgebung& umgebung, const Untersuchung& untersuchung,
-                     const Auswertung& auswertung);
+    Protokollausgabe(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz);
     ~Protokollausgabe();
 
     /// Called when page 1 or 2 is to be seen.
@@ -65,8 +63,8 @@ private:
     void zeige(std::shared_ptr<const Vorlage> vorlage);
 
     Umgebung umgebung_;
+    const Arbeitsplatz& arbeitsplatz_;
     const Untersuchung& untersuchung_;
-    const Auswertung& auswertung_;
     Druckerwahl druckerwahl_;
     Vorschau* vorschau_;
     QPointer<QDialog> übersetz_;

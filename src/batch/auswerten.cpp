@@ -1,7 +1,6 @@
 #include "batch/auswerten.h"
 
 #include "batch/auswertungsausgabe.h"
-#include "evaluation/klassen.h"
 #include "measure/aufloesung.h"
 
 #include <algorithm>
@@ -27,8 +26,8 @@ Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
                                 std::move(gelesen.messungen[i]), std::nullopt});
     }
     probe.beurteilung =
-        beurteile({.Tiere = vorgabe.tiere, .Klassen = klassenCI(probe.reihe), .Merkmale = {}},
-                  vorgabe.standard, vorgabe.BewertungAktiv);
+        urteile(vorgabe.tiere, probe.reihe, {}, vorgabe.standard, {vorgabe.BewertungAktiv})
+            .beurteilung;
     return probe;
 }
 

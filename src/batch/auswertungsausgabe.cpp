@@ -92,7 +92,7 @@ private:
         QStringList liste;
         for (const Ausgabeflügel& f : probe_.flügel) {
             if (!f.name.isEmpty() && f.name.toInt() != f.nummer) {
-                liste << Format(f.nummer, u"000", {}) + u"  "_s + f.name;
+                liste << dreistellig(f.nummer) + u"  "_s + f.name;
             }
         }
         absatz(liste);

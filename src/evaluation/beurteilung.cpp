@@ -1,7 +1,5 @@
 #include "evaluation/beurteilung.h"
 
-#include "evaluation/merkmale.h"
-
 #include <algorithm>
 #include <iterator>
 #include <span>
@@ -123,6 +121,17 @@ Beurteilung beurteile(const Probe& probe, const Rassestandard& standard, bool Be
     beurteilung.EntsprichtRasse =
         beurteilung.mängel().empty() && !(BewertungAktiv && beurteilung.fehler);
     return beurteilung;
+}
+
+Urteil urteile(Geschlecht tiere, const Messreihe& reihe, const Merkmale& merkmale,
+               const Rassestandard& standard, const Urteilsregeln& regeln) {
+    Urteil urteil{.merkmale = MerkmaleAuswerten(merkmale, regeln.OhneHaarlänge), .beurteilung = {}};
+    urteil.beurteilung = beurteile({.Tiere = tiere,
+                                    .Klassen = klassenCI(reihe),
+                                    .Merkmale = urteil.merkmale.Texte,
+                                    .Merkmalfehler = urteil.merkmale.Fehler},
+                                   standard, regeln.BewertungAktiv);
+    return urteil;
 }
 
 Text urteilssatz(bool EntsprichtRasse) {

@@ -2,6 +2,7 @@
 
 #include "evaluation/geschlecht.h"
 #include "evaluation/klassen.h"
+#include "evaluation/merkmale.h"
 #include "evaluation/rassestandard.h"
 #include "lang/texte.h"
 
@@ -76,6 +77,25 @@ struct Beurteilung {
 /// was not measured fails no check: without wings the classes pass, without marks the marks do.
 [[nodiscard]] Beurteilung beurteile(const Probe& probe, const Rassestandard& standard,
                                     bool BewertungAktiv);
+
+/// What the settings say about judging.
+struct Urteilsregeln {
+    bool BewertungAktiv = true;
+    bool OhneHaarlänge = false; ///< workers' hair length is left out
+
+    bool operator==(const Urteilsregeln&) const = default;
+};
+
+/// The summary of the body marks and the judgement that follows from them and the wings.
+struct Urteil {
+    Merkmalauswertung merkmale;
+    Beurteilung beurteilung;
+};
+
+/// Judges wings and body marks of an examination by the standard of its race. Window, report,
+/// import and batch all judge by this.
+[[nodiscard]] Urteil urteile(Geschlecht tiere, const Messreihe& reihe, const Merkmale& merkmale,
+                             const Rassestandard& standard, const Urteilsregeln& regeln);
 
 /// Verdict of the report, which the name of the race follows.
 [[nodiscard]] Text urteilssatz(bool EntsprichtRasse);

@@ -2,6 +2,7 @@
 
 #include "lang/protokolltexte.h"
 #include "lang/texte.h"
+#include "platform/zahlen.h"
 
 #include <QFont>
 #include <QPalette>
@@ -124,7 +125,7 @@ QString flügelliste(std::span<const int> flügel, const QString& wort) {
             text += u',';
         }
         text += stelle > 0 && stelle % JeZeile == 0 ? u'\n' : u' ';
-        text += u"%1"_s.arg(nummer, 3, 10, QChar(u'0'));
+        text += dreistellig(nummer);
         ++stelle;
     }
     return text;

@@ -316,8 +316,8 @@ private:
             if (bild_.hervorgehoben.size() <= VieleNummern) {
                 const bool links = ort.x() + 60 > l_.fläche.right();
                 z_.textMitHof(ort + QPointF(links ? -14 : 14, 0),
-                              links ? Qt::AlignRight : Qt::AlignLeft,
-                              Format(p.nummer, u"000", bild_.format), fett_, stil_.gewählt);
+                              links ? Qt::AlignRight : Qt::AlignLeft, dreistellig(p.nummer), fett_,
+                              stil_.gewählt);
             }
         }
     }

@@ -41,10 +41,6 @@ bool sindDrohnen(Geschlecht tiere) {
     return tiere == Geschlecht::Drohnen;
 }
 
-QString nummerntext(int nummer) {
-    return Format(nummer, u"000", Zahlenformat());
-}
-
 int zeilennummer(QStringView zeile) {
     return ganzzahl16(Val(zeile.first(std::min<qsizetype>(3, zeile.size())))).value_or(0);
 }
@@ -77,7 +73,7 @@ bool steht(QStringView eintrag, const Merkmalcode& code, Merkmalgruppe gruppe) {
 
 QString zeile(int nummer, Geschlecht tiere, QStringView panzer, QStringView haar,
               QStringView filz) {
-    QString text = nummerntext(nummer) + u"  "_s;
+    QString text = dreistellig(nummer) + u"  "_s;
     text += panzer;
     text += haar;
     if (!sindDrohnen(tiere)) {
@@ -141,7 +137,7 @@ QString gruppentext(const Merkmalauswertung& auswertung, Merkmalgruppe gruppe) {
 QString listensatz(const QStringList& liste, Geschlecht tiere) {
     QString satz = u"L"_s;
     for (const QString& zeile : liste) {
-        satz += u'#' + nummerntext(zeilennummer(zeile)) + u';';
+        satz += u'#' + dreistellig(zeilennummer(zeile)) + u';';
         for (const Merkmalgruppe gruppe : merkmalgruppen(tiere)) {
             const QStringView code = eintrag(zeile, gruppe);
             satz += sindDrohnen(tiere) ? code.trimmed()

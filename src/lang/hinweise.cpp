@@ -1,41 +1,41 @@
 #include "lang/hinweise.h"
 
 #include "lang/texte.h"
+#include "platform/zahlen.h"
 
 namespace tarvel {
 
 QString hinweistext(const Texte& texte, int nummer, int flügel) {
     switch (nummer) {
-    case 1:
+    case HinweisBildLaden:
         return texte(Text::HinweisBildLaden);
-    case 2:
+    case HinweisRechteck:
         return texte(Text::HinweisRechteckSchieben);
-    case 3:
+    case HinweisPunkteFehlen:
         return texte(Text::HinweisPunkteFehlen);
-    case 4:
+    case HinweisPunkteSetzen:
         return texte(Text::HinweisPunkteKlicken);
-    case 5:
+    case HinweisÜbernehmen:
         return texte(Text::HinweisÜbernehmen);
-    case 6:
-        return texte(Text::HinweisRechteckAufFlügel) +
-               QString::number(flügel).rightJustified(3, u'0');
-    case 7:
+    case HinweisRechteckAufFlügel:
+        return texte(Text::HinweisRechteckAufFlügel) + dreistellig(flügel);
+    case HinweisWiederholen:
         return texte(Text::HinweisMessungWiederholen);
-    case 8:
+    case HinweisErneutSpeichern:
         return texte(Text::HinweisSpeichern);
-    case 9:
+    case HinweisKreuzZeigen:
         return texte(Text::HinweisKreuzZeigen);
-    case 10:
+    case HinweisMerkmaleJeBiene:
         return texte(Text::HinweisMerkmaleJeBiene);
-    case 11:
+    case HinweisMerkmaleSummen:
         return texte(Text::HinweisMerkmaleSummen);
-    case 12:
+    case HinweisÖffnen:
         return texte(Text::HinweisUntersuchungÖffnen);
-    case 13:
+    case HinweisDruckt:
         return texte(Text::ProtokollWirdGedruckt);
-    case 14:
+    case HinweisAngabenFehlen:
         return texte(Text::HinweisAngabenEintragen);
-    case 15:
+    case HinweisBildWirdGeladen:
         return texte(Text::BildWirdGeladen);
     default:
         return {};

@@ -1,6 +1,7 @@
 #include "measure/messleiste.h"
 
 #include "measure/aufloesung.h"
+#include "platform/zahlen.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -125,7 +126,7 @@ void Messleiste::zeigeFlügel(int nummer, bool wiederholt) {
 
 void Messleiste::zeigeFlügeltext() {
     const Meldung text = wiederholt_ ? Meldung::FlügelWirdWiederholt : Meldung::FlügelNummer;
-    lab_Fluegel_->setText(texte_(text).arg(flügel_, 3, 10, QChar(u'0')));
+    lab_Fluegel_->setText(texte_(text).arg(dreistellig(flügel_)));
 }
 
 void Messleiste::zeigeMittelwerte() {

@@ -1,6 +1,7 @@
 #include "measure/messplatz.h"
 
 #include "measure/bild.h"
+#include "measure/bildmarke.h"
 #include "measure/bildort.h"
 #include "measure/ladefortschritt.h"
 #include "measure/lupe.h"
@@ -16,21 +17,13 @@
 #include <QVBoxLayout>
 
 #include <cmath>
+#include <utility>
 
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Numbers of the hints that this place shows.
-constexpr int HinweisBildLaden = 1;
-constexpr int HinweisRechteck = 2;
-constexpr int HinweisPunkteSetzen = 4;
-constexpr int HinweisÜbernehmen = 5;
-constexpr int HinweisRechteckAufFlügel = 6;
-constexpr int HinweisErneutSpeichern = 8;
-constexpr int HinweisBildWirdGeladen = 15;
 
 /// How near to a mark, in zoomed pixels, the pointer takes hold of it.
 constexpr float Griffweite = 14.0F;
@@ -61,13 +54,13 @@ QPointF flügelmitte(const Flügelmessung& messung) {
 
 } // namespace
 
-Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messung& messung, const Messreihe& reihe,
-                     QWidget* parent)
+Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle, QWidget* parent)
     : QWidget(parent)
     , texte_(texte)
     , dialoge_(dialoge)
-    , messung_(messung)
-    , reihe_(reihe)
+    , befehle_(befehle)
+    , messung_(befehle.messung())
+    , reihe_(befehle.reihe())
     , seiten_(new QStackedWidget)
     , aufforderung_(new QLabel)
     , bef_BildLaden_(new QPushButton)
@@ -171,17 +164,36 @@ bool Messplatz::gibPunkteAuf(Meldung frage, Meldung ja) {
     return antwort == Antwort::Ja;
 }
 
+bool Messplatz::verlässtFlügel(Meldung frage, Meldung ja) {
+    if (!messung_.etwasZuVerlieren()) {
+        return true;
+    }
+    if (!messung_.wiederholt()) {
+        return gibPunkteAuf(frage, ja);
+    }
+    ja = Meldung::WiederholungAufgeben;
+    return dialoge_.frage(
+               {.titel = texte_(ja),
+                .text =
+                    texte_(Meldung::WiederholungAufgebenFrage).arg(dreistellig(messung_.nummer())),
+                .art = Meldungsart::Frage,
+                .verwirft = true,
+                .ja = texte_(ja),
+                .nein = texte_(Meldung::WeiterMessen)}) == Antwort::Ja;
+}
+
 bool Messplatz::ladeBild(const QString& pfad, Seitenwahl seite) {
-    if (!gibPunkteAuf(Meldung::AnderesBildFrage, Meldung::AnderesBildLaden)) {
+    if (!verlässtFlügel(Meldung::AnderesBildFrage, Meldung::AnderesBildLaden)) {
         return false;
     }
     const QString gewählt = seite == Seitenwahl::Fragen ? wähleSeite(pfad) : pfad;
     if (gewählt.isEmpty() || !öffne(gewählt)) {
         return false;
     }
-    messung_.setzeBilddatei(gewählt);
-    mitte_ = QPointF(datei_->größe().width() / 2.0, datei_->größe().height() / 2.0);
-    zeigeErledigte();
+    mitteDerReihe_.reset();
+    nichtZuÖffnen_.clear();
+    befehle_.setzeBild(gewählt);
+    mitte_ = QRectF(QPointF(), datei_->größe()).center();
     if (einFlügel()) {
         zeigeMessen();
     } else {
@@ -225,7 +237,8 @@ bool Messplatz::öffne(const QString& pfad, bool ganz) {
         return false;
     }
     datei_ = std::get<Bilddatei>(std::move(ergebnis));
-    messung_.setzeBildgröße(datei_->größe());
+    befehle_.zeigtBild(
+        {.größe = datei_->größe(), .marke = inhaltsmarke(Bildort::aus(pfad).datei)});
     // The pixels of the former picture go before those of the new one come.
     bild_->setBild({});
     lupe_->setBild({}, 1);
@@ -243,8 +256,7 @@ void Messplatz::zeigeStandhinweis() {
         hinweis(HinweisRechteck);
         break;
     case Zustand::Messen:
-        hinweis(messung_.punkte().fertig(messung_.messart()) ? HinweisÜbernehmen
-                                                             : HinweisPunkteSetzen);
+        hinweis(messung_.standhinweis());
         break;
     }
 }
@@ -300,6 +312,16 @@ void Messplatz::zeigeÜbersicht() {
     if (!datei_) {
         hinweis(HinweisBildLaden);
         return;
+    }
+    // The next wing that is clicked there is another one.
+    if (messung_.wiederholt()) {
+        if (!verlässtFlügel(Meldung::WiederholungAufgebenFrage, Meldung::WiederholungAufgeben)) {
+            return;
+        }
+        befehle_.gibWiederholungAuf();
+        if (!datei_) {
+            return; // the picture of the series is gone
+        }
     }
     wechsle(Zustand::Übersicht);
     zeigeRahmen();
@@ -367,20 +389,9 @@ bool Messplatz::wünscheZoom(int zoomfaktor) {
             return false;
         }
     }
-    const QPointF mitte = mitte_;
-    messung_.setzeZoomfaktor(zoom);
-    bild_->setZoomfaktor(zoom);
-    lupe_->setBild(bild_->bild(), zoom);
+    befehle_.setzeZoom(zoom);
     if (zustand_ == Zustand::Messen) {
-        bild_->zeige(mitte);
-        mitte_ = mitte;
         hinweis(HinweisPunkteSetzen);
-    }
-    zeigePunkte();
-    zeigeErledigte();
-    zeigeRahmen();
-    if (zustandGeändert) {
-        zustandGeändert();
     }
     return true;
 }
@@ -390,7 +401,7 @@ bool Messplatz::wünscheMessart(Messart messart) {
         !gibPunkteAuf(Meldung::BetriebsartFrage, Meldung::BetriebsartWechseln)) {
         return false;
     }
-    messung_.setzeMessart(messart);
+    befehle_.setzeMessart(messart);
     return true;
 }
 
@@ -401,36 +412,97 @@ bool Messplatz::wiederhole(int nummer) {
                          Meldungsart::Hinweis);
         return false;
     }
-    if (!gibPunkteAuf(Meldung::WiederholenFrage, Meldung::Wiederholen)) {
+    if (!verlässtFlügel(Meldung::WiederholenFrage, Meldung::Wiederholen)) {
         return false;
     }
     if (bilddatei() != messung->bilddatei) {
         if (!QFileInfo::exists(Bildort::aus(messung->bilddatei).datei)) {
-            dialoge_.meldung(texte_(Text::Fehler),
-                             texte_(Text::BilddateiNichtGefunden) + u'\n' +
-                                 texte_(Meldung::BildZumWiederholenFehlt)
-                                     .arg(QDir::toNativeSeparators(messung->bilddatei),
-                                          u"%1"_s.arg(nummer, 3, 10, QChar(u'0'))),
-                             Meldungsart::Ausruf);
+            dialoge_.meldung(
+                texte_(Text::Fehler),
+                texte_(Text::BilddateiNichtGefunden) + u'\n' +
+                    texte_(Meldung::BildZumWiederholenFehlt)
+                        .arg(QDir::toNativeSeparators(messung->bilddatei), dreistellig(nummer)),
+                Meldungsart::Ausruf);
             return false;
         }
         if (!öffne(messung->bilddatei, true)) {
             return false;
         }
     }
-    if (!messung_.wiederhole(nummer)) {
+    const QPointF mitte = flügelmitte(*messung);
+    if (!mitteDerReihe_) {
+        mitteDerReihe_ = mitte_;
+    }
+    if (!befehle_.wiederhole(nummer)) {
         return false;
     }
-    mitte_ = flügelmitte(*messung);
+    mitte_ = mitte;
     if (!zeigeMessen()) {
-        messung_.NeuerFlügel(); // nothing may be replaced out of sight
+        befehle_.gibWiederholungAuf(); // nothing may be replaced out of sight
         return false;
     }
     return true;
 }
 
-void Messplatz::nächsterFlügel() {
+void Messplatz::folge() {
+    folgeBild();
+    folgeZoom();
+    if (!messung_.wiederholt() && mitteDerReihe_) {
+        mitte_ = *std::exchange(mitteDerReihe_, std::nullopt);
+    }
+    zeigePunkte();
     zeigeErledigte();
+    zeigeRahmen();
+}
+
+void Messplatz::folgeBild() {
+    const QString pfad = messung_.bilddatei();
+    if (pfad == bilddatei() || (!pfad.isEmpty() && pfad == nichtZuÖffnen_)) {
+        return;
+    }
+    nichtZuÖffnen_.clear();
+    if (pfad.isEmpty() || !öffne(pfad)) {
+        nichtZuÖffnen_ = pfad;
+        datei_.reset();
+        bild_->setBild({});
+        lupe_->setBild({}, 1);
+        wechsle(Zustand::OhneBild);
+        return;
+    }
+    mitte_ = messung_.punkte().begonnen()
+                 ? flügelmitte({messung_.punkte(), messung_.messart(), messung_.aufnahme(), pfad})
+                 : QRectF(QPointF(), datei_->größe()).center();
+    if (zustand_ != Zustand::Messen) {
+        wechsle(Zustand::Übersicht);
+    } else {
+        zeigeMessen();
+    }
+}
+
+void Messplatz::folgeZoom() {
+    const int zoom = messung_.aufnahme().Zoomfaktor;
+    if (bild_->Zoomfaktor() == zoom) {
+        return;
+    }
+    const QPointF mitte = mitte_;
+    bild_->setZoomfaktor(zoom);
+    lupe_->setBild(bild_->bild(), zoom);
+    if (zustand_ == Zustand::Messen) {
+        bild_->zeige(mitte);
+    }
+    mitte_ = mitte;
+}
+
+void Messplatz::zeigeFlügel() {
+    if (zustand_ == Zustand::Messen || !messung_.punkte().begonnen()) {
+        return;
+    }
+    mitte_ = flügelmitte(
+        {messung_.punkte(), messung_.messart(), messung_.aufnahme(), messung_.bilddatei()});
+    zeigeMessen();
+}
+
+void Messplatz::nächsterFlügel() {
     if (datei_ && !einFlügel()) {
         zeigeÜbersicht();
     } else {
@@ -468,7 +540,7 @@ void Messplatz::zeigeErledigte() {
             continue;
         }
         const QPointF mitte = flügelmitte(messung);
-        const QString text = u"%1"_s.arg(nummer, 3, 10, QChar(u'0'));
+        const QString text = dreistellig(nummer);
         imScan.push_back({.position = mitte, .text = text});
         imBild.push_back({.position = mitte * zoom, .text = text});
         for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
@@ -504,16 +576,16 @@ void Messplatz::drück(const Zeigerereignis& e) {
     if (e.taste == Qt::LeftButton && e.umschalt.testFlag(Qt::ControlModifier)) {
         gezogen_ = nächsterGesetzter(e.x, e.y);
         zugBegonnen_ = false;
-        messung_.opt_Fein_Click(gezogen_);
+        befehle_.opt_Fein_Click(gezogen_);
         return;
     }
-    messung_.Bild_MouseDown(maustaste(e.taste), umschaltung::von(e.umschalt), e.x, e.y);
+    befehle_.Bild_MouseDown(maustaste(e.taste), umschaltung::von(e.umschalt), e.x, e.y);
 }
 
 void Messplatz::beweg(const Zeigerereignis& e) {
-    messung_.Bild_MouseMove(Maustaste::Links, umschaltung::von(e.umschalt), e.x, e.y);
+    befehle_.Bild_MouseMove(Maustaste::Links, umschaltung::von(e.umschalt), e.x, e.y);
     if (gezogen_ != 0 && e.tasten.testFlag(Qt::LeftButton)) {
-        messung_.zieh(gezogen_, e.x, e.y, !zugBegonnen_);
+        befehle_.zieh(gezogen_, e.x, e.y, !zugBegonnen_);
         zugBegonnen_ = true;
     }
     lupe_->setMitte(QPointF(e.x, e.y));
@@ -537,7 +609,7 @@ bool Messplatz::taste(const QKeyEvent& e) {
         hinweis(HinweisPunkteSetzen); // the key means the place of the pointer, and there is none
         return true;
     }
-    if (!messung_.Bild_KeyDown(code, umschalt)) {
+    if (!befehle_.Bild_KeyDown(code, umschalt)) {
         return false;
     }
     const Messpunkte& punkte = messung_.punkte();

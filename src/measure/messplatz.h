@@ -2,7 +2,7 @@
 
 #include "lang/texte.h"
 #include "measure/bilddatei.h"
-#include "measure/messung.h"
+#include "measure/messbefehle.h"
 #include "platform/dialoge.h"
 
 #include <QWidget>
@@ -29,7 +29,7 @@ class Messplatz : public QWidget {
 public:
     enum class Zustand { OhneBild, Übersicht, Messen };
 
-    Messplatz(const Texte& texte, Dialoge& dialoge, Messung& messung, const Messreihe& reihe,
+    Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
               QWidget* parent = nullptr);
 
     /// What the surroundings are told; members that are not set are not called.
@@ -52,6 +52,7 @@ public:
     /// Milliseconds after which loading is told about in a window, where Escape stops it.
     int zeigeLadenNach = 700;
 
+    /// Leaves a wing that is repeated, after a question when it was changed.
     void zeigeÜbersicht();
     /// False when there is no picture or its pixels cannot be read; a message was shown then.
     bool zeigeMessen();
@@ -70,9 +71,11 @@ public:
     /// After a wing was taken over: on to the next, in the overview of a scan with several wings.
     void nächsterFlügel();
 
-    /// Shows the points of the measuring as marks, and the wings of the series.
-    void zeigePunkte();
-    void zeigeErledigte();
+    /// Shows what is measured as it now stands: its picture and zoom, the points, and the wings of
+    /// the series. A picture that cannot be opened any more is told of and leaves an empty place.
+    void folge();
+    /// Goes to the points of the current wing, where they are out of sight.
+    void zeigeFlügel();
 
 private:
     QWidget* leereSeite();
@@ -82,6 +85,12 @@ private:
     void hinweis(int nummer);
     /// True when the current wing has no points, or when the user gives them up.
     bool gibPunkteAuf(Meldung frage, Meldung ja);
+    /// True when leaving the current wing loses nothing, or when the user gives it up.
+    bool verlässtFlügel(Meldung frage, Meldung ja);
+    void zeigePunkte();
+    void zeigeErledigte();
+    void folgeBild();
+    void folgeZoom();
     /// With @p ganz all pixels are there when it returns.
     bool öffne(const QString& pfad, bool ganz = false);
     /// @p pfad, or the page of it that the user chose; empty when they chose none.
@@ -99,11 +108,15 @@ private:
 
     const Texte& texte_;
     Dialoge& dialoge_;
-    Messung& messung_;
+    Messbefehle& befehle_;
+    const Messung& messung_;
     const Messreihe& reihe_;
     std::optional<Bilddatei> datei_;
     Zustand zustand_ = Zustand::OhneBild;
-    QPointF mitte_;   ///< where measuring goes on, in pixels of the picture
+    QPointF mitte_;         ///< where measuring goes on, in pixels of the picture
+    QString nichtZuÖffnen_; ///< picture of the current wing that was told of already
+    /// Where the series goes on after the wing that is repeated.
+    std::optional<QPointF> mitteDerReihe_;
     int gezogen_ = 0; ///< number of the point being dragged, 0 for none
     bool zugBegonnen_ = false;
 

@@ -68,21 +68,17 @@ float chartwert(float wert, const QString& zeilenwert) {
 
 } // namespace
 
-QString nummerntext(int nummer) {
-    return QStringLiteral("%1").arg(nummer, 3, 10, QChar(u'0'));
-}
-
 Zeilenwörter zeilenwörter(const Texte& texte) {
     return {texte(Text::CI), texte(Text::HI), texte(Text::DV), texte(Text::Klasse)};
 }
 
 QString zeilentext(const CiZeile& zeile, const Zeilenwörter& wörter) {
-    return nummerntext(zeile.nummer) + u"  "_s + wörter.CI + u'=' + zeile.wert + u"  "_s +
+    return dreistellig(zeile.nummer) + u"  "_s + wörter.CI + u'=' + zeile.wert + u"  "_s +
            wörter.Klasse + u' ' + zeile.klasse;
 }
 
 QString zeilentext(const HiDvZeile& zeile, const Zeilenwörter& wörter) {
-    return nummerntext(zeile.nummer) + u"  "_s + wörter.HI + u'=' + zeile.hi + u"  "_s +
+    return dreistellig(zeile.nummer) + u"  "_s + wörter.HI + u'=' + zeile.hi + u"  "_s +
            wörter.Klasse + u' ' + zeile.klasse + u"   "_s + wörter.DV + u'=' + zeile.dv;
 }
 
@@ -205,10 +201,6 @@ void Messreihe::stelleHer(std::vector<CiZeile> ciZeilen, std::vector<HiDvZeile> 
     std::erase_if(messungen_, fremd);
     std::erase_if(flügelangaben_, fremd);
     geändert_ = true;
-}
-
-bool Messreihe::löscheLetzte() {
-    return löscheFlügel(letzteNummer());
 }
 
 bool Messreihe::löscheFlügel(int nummer) {

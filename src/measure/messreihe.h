@@ -16,9 +16,6 @@
 
 namespace tarvel {
 
-/// "007": how the number of a wing is written.
-[[nodiscard]] QString nummerntext(int nummer);
-
 /// Cubital-index line of one wing. Value and class keep the decimal separator they were made with.
 struct CiZeile {
     qint16 nummer = 0;
@@ -136,11 +133,11 @@ public:
                    const std::map<int, Chartwerte>& werte, std::map<int, Flügelmessung> messungen,
                    std::map<int, Flügelangaben> angaben = {});
 
-    /// Removes the last wing with all its lines. False when the series is empty.
-    bool löscheLetzte();
     /// Removes a wing with all its lines; the others keep their numbers. False when there is none
     /// of that number.
     bool löscheFlügel(int nummer);
+    /// Removes the last wing. False when the series is empty.
+    bool löscheLetzte() { return löscheFlügel(letzteNummer()); }
     void löscheAlle();
 
     /// @name Wings left out of the sample
@@ -175,6 +172,8 @@ public:
     /// True since the last change that was not yet stored.
     [[nodiscard]] bool geändert() const { return geändert_; }
     void alsUnverändertMerken() { geändert_ = false; }
+
+    bool operator==(const Messreihe&) const = default;
 
 private:
     /// That of the lines; nullopt when there are none.

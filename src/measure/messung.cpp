@@ -1,15 +1,11 @@
 #include "measure/messung.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel {
 
 namespace {
-
-constexpr int HinweisPunkteFehlen = 3;
-constexpr int HinweisPunkteSetzen = 4;
-constexpr int HinweisÜbernehmen = 5;
-constexpr int HinweisErneutSpeichern = 8;
 
 /// Point number of a digit key, 0 for any other key.
 int ziffer(int keyCode) {
@@ -21,23 +17,37 @@ int ziffer(int keyCode) {
     return 0;
 }
 
+Messergebnis nichtVerstanden() {
+    Messergebnis ergebnis;
+    ergebnis.verstanden = false;
+    return ergebnis;
+}
+
+Messergebnis hinweis(Hinweisnummer nummer) {
+    Messergebnis ergebnis;
+    ergebnis.hinweis = nummer;
+    return ergebnis;
+}
+
 } // namespace
 
-Messung::Messung(Messreihe& reihe, Zahlenformat format)
+Messung::Messung(const Messreihe& reihe, Zahlenformat format)
     : reihe_(reihe)
     , format_(std::move(format)) {}
 
-void Messung::Bild_MouseDown(Maustaste taste, int /*umschalt*/, float X, float Y) {
+Messergebnis Messung::Bild_MouseDown(Maustaste taste, int /*umschalt*/, float X, float Y) {
     LetzteMausX_ = X;
     LetzteMausY_ = Y;
-    if (taste == Maustaste::Links) {
-        merkeStand();
-        punkte_.setzeNächsten(messart_, X, Y);
-        punkteGeändert();
-        Fußzeile_MessungFertig();
-    } else if (taste == Maustaste::Rechts) {
-        übernimm();
+    switch (taste) {
+    case Maustaste::Links:
+        stand_.punkte.setzeNächsten(stand_.messart, X, Y);
+        return hinweis(Fußzeile_MessungFertig());
+    case Maustaste::Rechts:
+        return übernimm();
+    case Maustaste::Mitte:
+        break;
     }
+    return nichtVerstanden();
 }
 
 void Messung::Bild_MouseMove(Maustaste /*taste*/, int /*umschalt*/, float X, float Y) {
@@ -45,16 +55,16 @@ void Messung::Bild_MouseMove(Maustaste /*taste*/, int /*umschalt*/, float X, flo
     LetzteMausY_ = Y;
 }
 
-bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
+Messergebnis Messung::Bild_KeyDown(int keyCode, int umschalt) {
     if (const int nummer = ziffer(keyCode); nummer != 0) {
         if (umschalt == umschaltung::Strg) {
             opt_Fein_Click(nummer);
-            return true;
+            return {};
         }
-        return umschalt == umschaltung::Keine && setzePerTaste(nummer);
+        return umschalt == umschaltung::Keine ? setzePerTaste(nummer) : nichtVerstanden();
     }
     if (umschalt != umschaltung::Keine) {
-        return false;
+        return nichtVerstanden();
     }
     float dx = 0;
     float dy = 0;
@@ -72,145 +82,113 @@ bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
         dy = 1;
         break;
     case taste::Eingabe:
-        übernimm();
-        return true;
-    case taste::Rücktaste:
-        return macheRückgängig();
+        return übernimm();
     default:
-        return false;
+        return nichtVerstanden();
     }
-    const Messpunkte vorher = punkte_;
-    if (!punkte_.verschiebe(dx, dy, grenze())) {
-        return false;
-    }
-    verlauf_.push_back(vorher);
-    punkteGeändert();
-    return true;
+    return stand_.punkte.verschiebe(dx, dy, grenze()) ? Messergebnis() : nichtVerstanden();
 }
 
-bool Messung::setzePerTaste(int nummer) {
+Messergebnis Messung::setzePerTaste(int nummer) {
     if (!grenze().enthält(LetzteMausX_, LetzteMausY_)) {
-        ZeigeHinweis(HinweisPunkteSetzen);
-        return true;
+        return hinweis(HinweisPunkteSetzen);
     }
-    const Messpunkte vorher = punkte_;
-    if (!punkte_.setze(messart_, nummer, LetzteMausX_, LetzteMausY_, Punktherkunft::PerTaste)) {
-        return false;
+    if (!stand_.punkte.setze(stand_.messart, nummer, LetzteMausX_, LetzteMausY_,
+                             Punktherkunft::PerTaste)) {
+        return nichtVerstanden();
     }
-    verlauf_.push_back(vorher);
-    punkteGeändert();
-    Fußzeile_MessungFertig();
-    return true;
+    return hinweis(Fußzeile_MessungFertig());
 }
 
 void Messung::opt_Fein_Click(int index) {
-    if (punkte_.wähle(messart_, index)) {
-        punkteGeändert();
-    }
+    stand_.punkte.wähle(stand_.messart, index);
 }
 
 void Messung::NeuerFlügel() {
-    // A repeated wing cannot come back by undo: it would return as a new one.
-    if (nummerInArbeit_) {
-        verlauf_.clear();
-    } else if (punkte_.begonnen()) {
-        merkeStand();
-    }
-    beendeWiederholung();
-    punkte_.NeuerFlügel(messart_);
-    punkteGeändert();
+    stand_.angefangen = 0;
+    stand_.punkte.NeuerFlügel(stand_.messart);
 }
 
-void Messung::beendeWiederholung() {
-    nummerInArbeit_.reset();
-    if (vorWiederholung_) {
-        messart_ = vorWiederholung_->messart;
-        aufnahme_.dpi = vorWiederholung_->dpi;
-        vorWiederholung_.reset();
-    }
-}
-
-void Messung::übernimm() {
-    if (!punkte_.fertig(messart_)) {
-        ZeigeHinweis(HinweisPunkteFehlen);
-        return;
-    }
-    if (nummer() > Messreihe::HöchsteFlügelzahl) {
-        if (an_.reiheVoll) {
-            an_.reiheVoll();
-        }
-        return;
-    }
-    BerechneIndizes(nummer());
-}
-
-void Messung::BerechneIndizes(qint16 nummer) {
-    const Indizes indizes = berechneIndizes(punkte_, messart_, aufnahme_);
-    // A repeated wing keeps its good values until the corrected ones are all there.
-    const bool eingetragen =
-        !(indizes.fehler && wiederholt()) &&
-        reihe_.trageEin(nummer, indizes, {punkte_, messart_, aufnahme_, bilddatei_}, format_);
-    if (indizes.fehler) {
-        if (eingetragen) {
-            nummerInArbeit_ = nummer;
-        }
-        if (an_.rechenfehler) {
-            an_.rechenfehler(*indizes.fehler);
-        }
-        return;
-    }
-    if (!eingetragen) {
-        ZeigeHinweis(HinweisPunkteFehlen);
-        return;
-    }
-    std::vector<int> ohne;
-    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
-        if (benutzt(messart_, i) && !punkte_.gemessen(i)) {
-            ohne.push_back(i);
-        }
-    }
-    beendeWiederholung();
-    punkte_.NeuerFlügel(messart_);
-    verlauf_.clear();
-    punkteGeändert();
-    if (an_.flügelÜbernommen) {
-        an_.flügelÜbernommen(nummer, std::move(ohne));
-    }
-}
-
-void Messung::Fußzeile_MessungFertig() {
-    if (punkte_.fertig(messart_)) {
-        ZeigeHinweis(wiederholt() ? HinweisErneutSpeichern : HinweisÜbernehmen);
-    }
-}
-
-bool Messung::macheRückgängig() {
-    if (verlauf_.empty()) {
+bool Messung::gibWiederholungAuf() {
+    if (!stand_.wiederholung) {
         return false;
     }
-    punkte_ = verlauf_.back();
-    verlauf_.pop_back();
-    punkteGeändert();
-    if (punkte_.fertig(messart_)) {
-        Fußzeile_MessungFertig();
-    } else {
-        ZeigeHinweis(HinweisPunkteSetzen);
-    }
+    const Messstand::Wiederholung vorher = *std::exchange(stand_.wiederholung, std::nullopt);
+    stand_.messart = vorher.messart;
+    stand_.aufnahme = vorher.aufnahme;
+    stand_.bilddatei = vorher.bilddatei;
+    NeuerFlügel();
     return true;
 }
 
-void Messung::zieh(int nummer, float x, float y, bool neuerZug) {
-    if (!benutzt(messart_, nummer) || !punkte_.gemessen(nummer)) {
-        return;
+Messergebnis Messung::übernimm() {
+    if (!stand_.punkte.fertig(stand_.messart)) {
+        return hinweis(HinweisPunkteFehlen);
     }
-    if (neuerZug) {
-        merkeStand();
+    if (nummer() > Messreihe::HöchsteFlügelzahl) {
+        Messergebnis voll;
+        voll.reiheVoll = true;
+        return voll;
     }
+    return BerechneIndizes(nummer());
+}
+
+Messergebnis Messung::BerechneIndizes(qint16 nummer) {
+    const Indizes indizes = berechneIndizes(stand_.punkte, stand_.messart, stand_.aufnahme);
+    Messergebnis ergebnis;
+    ergebnis.fehler = indizes.fehler;
+    if (indizes.fehler && wiederholt()) {
+        return ergebnis; // it keeps its good values until the corrected ones are all there
+    }
+    Messreihe neu = reihe_;
+    if (neu.trageEin(nummer, indizes,
+                     {.punkte = stand_.punkte,
+                      .messart = stand_.messart,
+                      .aufnahme = stand_.aufnahme,
+                      .bilddatei = stand_.bilddatei,
+                      .bild = bild_},
+                     format_)) {
+        ergebnis.reihe = std::move(neu);
+    }
+    if (indizes.fehler) {
+        if (ergebnis.reihe) {
+            stand_.angefangen = nummer;
+        }
+        return ergebnis;
+    }
+    if (!ergebnis.reihe) {
+        return hinweis(HinweisPunkteFehlen);
+    }
+    ergebnis.übernommen = Übernahme{nummer, {}};
+    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+        if (benutzt(stand_.messart, i) && !stand_.punkte.gemessen(i)) {
+            ergebnis.übernommen->ohne.push_back(i);
+        }
+    }
+    if (!gibWiederholungAuf()) {
+        NeuerFlügel();
+    }
+    return ergebnis;
+}
+
+Hinweisnummer Messung::Fußzeile_MessungFertig() const {
+    if (!stand_.punkte.fertig(stand_.messart)) {
+        return HinweisKeiner;
+    }
+    return wiederholt() ? HinweisErneutSpeichern : HinweisÜbernehmen;
+}
+
+Hinweisnummer Messung::standhinweis() const {
+    const Hinweisnummer fertig = Fußzeile_MessungFertig();
+    return fertig != HinweisKeiner ? fertig : HinweisPunkteSetzen;
+}
+
+bool Messung::zieh(int nummer, float x, float y) {
     const auto imBild = [](float wert, float länge) {
         return std::clamp(wert, 0.0F, std::max(0.0F, länge - 1));
     };
-    punkte_.ziehe(messart_, nummer, imBild(x, grenze().breite), imBild(y, grenze().höhe));
-    punkteGeändert();
+    return stand_.punkte.ziehe(stand_.messart, nummer, imBild(x, grenze().breite),
+                               imBild(y, grenze().höhe));
 }
 
 bool Messung::wiederhole(int nummer) {
@@ -218,89 +196,62 @@ bool Messung::wiederhole(int nummer) {
     if (messung == nullptr) {
         return false;
     }
-    beendeWiederholung();
-    vorWiederholung_ = Vorher{messart_, aufnahme_.dpi};
-    punkte_ = messung->punkte;
-    messart_ = messung->messart;
-    aufnahme_ = messung->aufnahme;
-    bilddatei_ = messung->bilddatei;
-    nummerInArbeit_ = static_cast<qint16>(nummer);
-    verlauf_.clear();
-    punkteGeändert();
-    Fußzeile_MessungFertig();
+    gibWiederholungAuf();
+    stelleHer(*messung, static_cast<qint16>(nummer));
     return true;
 }
 
 void Messung::stelleHer(const Flügelmessung& flügel, qint16 wiederholt) {
-    beendeWiederholung();
+    Messstand neu{flügel.messart, flügel.aufnahme, flügel.bilddatei, flügel.punkte, 0, {}};
     if (wiederholt != 0) {
-        vorWiederholung_ = Vorher{messart_, aufnahme_.dpi};
-        nummerInArbeit_ = wiederholt;
+        neu.wiederholung = {wiederholt, stand_.messart, stand_.aufnahme, stand_.bilddatei};
     }
-    punkte_ = flügel.punkte;
-    messart_ = flügel.messart;
-    aufnahme_ = flügel.aufnahme;
-    bilddatei_ = flügel.bilddatei;
-    verlauf_.clear();
-    punkteGeändert();
+    stand_ = std::move(neu);
+}
+
+bool Messung::etwasZuVerlieren() const {
+    if (!wiederholt()) {
+        return stand_.punkte.begonnen();
+    }
+    const Flügelmessung* alt = reihe_.messung(stand_.wiederholung->nummer);
+    return alt == nullptr || alt->messart != stand_.messart || alt->aufnahme != stand_.aufnahme ||
+           alt->punkte.PunktX != stand_.punkte.PunktX || alt->punkte.PunktY != stand_.punkte.PunktY;
 }
 
 void Messung::setzeMessart(Messart messart) {
-    beendeWiederholung();
-    messart_ = messart;
-    verwirf();
+    stand_.messart = messart;
+    NeuerFlügel();
 }
 
 void Messung::setzeZoomfaktor(int zoomfaktor) {
-    beendeWiederholung();
-    aufnahme_.Zoomfaktor = static_cast<qint16>(std::clamp(zoomfaktor, 1, 4));
-    verwirf();
-}
-
-void Messung::verwirf() {
-    verlauf_.clear();
-    punkte_.NeuerFlügel(messart_);
-    punkteGeändert();
+    stand_.aufnahme.Zoomfaktor = static_cast<qint16>(std::clamp(zoomfaktor, 1, 4));
+    NeuerFlügel();
 }
 
 void Messung::setzeAuflösung(int dpi) {
     Q_ASSERT(dpi > 0);
-    aufnahme_.dpi = dpi;
+    stand_.aufnahme.dpi = dpi;
 }
 
 void Messung::setzeBilddatei(const QString& pfad) {
-    beendeWiederholung();
-    bilddatei_ = pfad;
-    verwirf();
+    gibWiederholungAuf();
+    stand_.bilddatei = pfad;
+    NeuerFlügel();
 }
 
 Bildgrenze Messung::grenze() const {
-    if (!bildgröße_.isValid()) {
+    if (!bild_.größe.isValid()) {
         return {};
     }
-    const QSizeF gezoomt = QSizeF(bildgröße_) * aufnahme_.Zoomfaktor;
+    const QSizeF gezoomt = QSizeF(bild_.größe) * stand_.aufnahme.Zoomfaktor;
     return {static_cast<float>(gezoomt.width()), static_cast<float>(gezoomt.height())};
 }
 
 qint16 Messung::nummer() const {
-    return nummerInArbeit_ && reihe_.enthält(*nummerInArbeit_) ? *nummerInArbeit_
-                                                               : reihe_.nächsteNummer();
-}
-
-void Messung::ZeigeHinweis(int hinweisnummer) {
-    if (an_.ZeigeHinweis) {
-        an_.ZeigeHinweis(hinweisnummer);
+    if (stand_.wiederholung) {
+        return stand_.wiederholung->nummer;
     }
-}
-
-void Messung::merkeStand() {
-    verlauf_.push_back(punkte_);
-}
-
-void Messung::punkteGeändert() {
-    if (an_.punkteGeändert) {
-        an_.punkteGeändert();
-    }
+    return reihe_.enthält(stand_.angefangen) ? stand_.angefangen : reihe_.nächsteNummer();
 }
 
 } // namespace tarvel

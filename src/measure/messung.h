@@ -1,11 +1,10 @@
 #pragma once
 
+#include "lang/hinweise.h"
 #include "measure/messreihe.h"
 
-#include <QSize>
 #include <QString>
 
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -35,104 +34,119 @@ inline constexpr int Eins = 49;
 inline constexpr int ZiffernblockEins = 97;
 } // namespace taste
 
+/// The state of measuring: the wing in work and what it is measured from. Undo brings it back as a
+/// whole, so that points never meet another picture or zoom than theirs.
+struct Messstand {
+    Messart messart = Messart::AlleMessungen;
+    Aufnahme aufnahme;
+    QString bilddatei;
+    Messpunkte punkte{messart};
+    /// Number of a new wing that was entered in part before a fault stopped it; else 0.
+    qint16 angefangen = 0;
+    /// A wing of the series that is measured again, and what the series goes on with afterwards.
+    struct Wiederholung {
+        qint16 nummer;
+        Messart messart;
+        Aufnahme aufnahme;
+        QString bilddatei;
+
+        bool operator==(const Wiederholung&) const = default;
+    };
+    std::optional<Wiederholung> wiederholung;
+
+    bool operator==(const Messstand&) const = default;
+};
+
+/// A wing that was taken over.
+struct Übernahme {
+    qint16 nummer = 0;
+    std::vector<int> ohne; ///< points that were not set, so that an index is missing
+};
+
+/// What an event on the picture led to, besides changed points.
+struct Messergebnis {
+    bool verstanden = true; ///< the event meant something here
+    Hinweisnummer hinweis = HinweisKeiner;
+    std::optional<Messreihe> reihe; ///< the series with what was entered
+    std::optional<Übernahme> übernommen;
+    std::optional<Rechenfehler> fehler;
+    bool reiheVoll = false;
+};
+
 /// The measuring of wings: takes the events on the wing picture, keeps the points of the current
-/// wing, and enters a wing that is taken over into the series.
+/// wing, and says how the series looks with a wing that is taken over.
 class Messung {
 public:
-    /// What measuring tells its surroundings. Members that are not set are not called.
-    struct Empfänger {
-        std::function<void(int hinweisnummer)> ZeigeHinweis;
-        std::function<void()> punkteGeändert;
-        /// @p ohne points that were not set, so that an index is missing
-        std::function<void(qint16 nummer, std::vector<int> ohne)> flügelÜbernommen;
-        std::function<void(Rechenfehler)> rechenfehler;
-        std::function<void()> reiheVoll;
-    };
-
-    Messung(Messreihe& reihe, Zahlenformat format);
-
-    void setzeEmpfänger(Empfänger empfänger) { an_ = std::move(empfänger); }
+    /// @p reihe is only read. It outlives the measuring.
+    Messung(const Messreihe& reihe, Zahlenformat format);
 
     /// @name Events of the picture; coordinates in pixels of the zoomed picture
     /// @{
-    void Bild_MouseDown(Maustaste taste, int umschalt, float X, float Y);
+    Messergebnis Bild_MouseDown(Maustaste taste, int umschalt, float X, float Y);
     void Bild_MouseMove(Maustaste taste, int umschalt, float X, float Y);
-    /// True when the key meant something here.
-    bool Bild_KeyDown(int keyCode, int umschalt);
+    Messergebnis Bild_KeyDown(int keyCode, int umschalt);
     void opt_Fein_Click(int index);
     /// @}
 
-    /// Discards the points of the current wing.
+    /// Discards the points of the current wing. A wing that is repeated keeps its number.
     void NeuerFlügel();
 
     /// Takes the current wing over, as the right mouse button does.
-    void übernimm();
+    [[nodiscard]] Messergebnis übernimm();
 
-    /// Takes the last change of the current wing's points back. False when there is none.
-    bool macheRückgängig();
-    [[nodiscard]] bool rückgängigMöglich() const { return !verlauf_.empty(); }
-
-    /// Moves a point that is already set, as dragging its mark does. The first move of a drag
-    /// (@p neuerZug) can be taken back as a whole.
-    void zieh(int nummer, float x, float y, bool neuerZug);
+    /// Moves a point that is already set, as dragging its mark does. False when it is not.
+    bool zieh(int nummer, float x, float y);
 
     /// Brings the points of a wing of the series back for correction; taking over replaces its
-    /// lines. Kind, zoom and resolution become those it was measured with; kind and resolution
-    /// go back afterwards. False when the series holds no points of that wing.
+    /// lines. Kind, zoom, resolution and picture become those it was measured with, and go back
+    /// afterwards. Another repeat is given up. False when the series holds no points of that wing.
     bool wiederhole(int nummer);
+    /// Ends a repeat; the wing of the series stays as it was. False when there is none.
+    bool gibWiederholungAuf();
 
     /// Puts the wing that was being measured back, as it was with its picture, zoom and resolution.
     /// @p wiederholt number of the wing of the series that it replaces; 0 for a new one.
     void stelleHer(const Flügelmessung& flügel, qint16 wiederholt);
 
-    /// Changes of kind, zoom, picture and resolution. All but the last discard the current points:
-    /// these are pixels of the zoomed picture, and their number depends on the kind.
+    /// Changes of kind and zoom discard the current points: these are pixels of the zoomed picture,
+    /// and their number depends on the kind. A repeat goes on. Another picture ends it.
     void setzeMessart(Messart messart);
     void setzeZoomfaktor(int zoomfaktor);
     void setzeBilddatei(const QString& pfad);
+    /// While a wing is repeated the resolution is that of this wing alone.
     void setzeAuflösung(int dpi);
-    /// Size of the picture, unzoomed: no key and no drag puts a point outside it.
-    void setzeBildgröße(QSize größe) { bildgröße_ = größe; }
+    /// The picture that is shown. No key and no drag puts a point outside it, and a wing that is
+    /// taken over keeps what it is told by.
+    void zeigtBild(Bildkennung bild) { bild_ = std::move(bild); }
 
-    [[nodiscard]] const Messpunkte& punkte() const { return punkte_; }
-    [[nodiscard]] Messart messart() const { return messart_; }
-    [[nodiscard]] const Aufnahme& aufnahme() const { return aufnahme_; }
-    [[nodiscard]] const QString& bilddatei() const { return bilddatei_; }
+    [[nodiscard]] const Messstand& stand() const { return stand_; }
+    void setzeStand(Messstand stand) { stand_ = std::move(stand); }
+
+    [[nodiscard]] const Messpunkte& punkte() const { return stand_.punkte; }
+    [[nodiscard]] Messart messart() const { return stand_.messart; }
+    [[nodiscard]] const Aufnahme& aufnahme() const { return stand_.aufnahme; }
+    [[nodiscard]] const QString& bilddatei() const { return stand_.bilddatei; }
     /// Number that the current wing gets when it is taken over.
     [[nodiscard]] qint16 nummer() const;
     /// True while a wing of the series is measured again.
-    [[nodiscard]] bool wiederholt() const { return vorWiederholung_.has_value(); }
+    [[nodiscard]] bool wiederholt() const { return stand_.wiederholung.has_value(); }
+    /// True when leaving the current wing loses work: points of a new one, changes of a repeated.
+    [[nodiscard]] bool etwasZuVerlieren() const;
+    /// Hint that fits the points as they stand.
+    [[nodiscard]] Hinweisnummer standhinweis() const;
 
 private:
-    void BerechneIndizes(qint16 nummer);
-    void Fußzeile_MessungFertig();
-    void ZeigeHinweis(int hinweisnummer);
-    void merkeStand();
-    void punkteGeändert();
-    bool setzePerTaste(int nummer);
-    void beendeWiederholung();
-    void verwirf();
+    [[nodiscard]] Messergebnis BerechneIndizes(qint16 nummer);
+    [[nodiscard]] Hinweisnummer Fußzeile_MessungFertig() const;
+    [[nodiscard]] Messergebnis setzePerTaste(int nummer);
     [[nodiscard]] Bildgrenze grenze() const;
 
-    Messreihe& reihe_;
+    const Messreihe& reihe_;
     Zahlenformat format_;
-    Empfänger an_;
-    Messart messart_ = Messart::AlleMessungen;
-    Aufnahme aufnahme_;
-    QString bilddatei_;
-    QSize bildgröße_; ///< invalid as long as there is no picture
-    Messpunkte punkte_{messart_};
-    /// A wing that already has lines: repeated, or entered in part before a fault stopped it.
-    std::optional<qint16> nummerInArbeit_;
-    /// Kind and resolution to go on with after a wing measured with others was repeated.
-    struct Vorher {
-        Messart messart;
-        int dpi;
-    };
-    std::optional<Vorher> vorWiederholung_;
+    Messstand stand_;
+    Bildkennung bild_; ///< of the picture that is shown
     float LetzteMausX_ = 0;
     float LetzteMausY_ = 0;
-    std::vector<Messpunkte> verlauf_;
 };
 
 } // namespace tarvel

@@ -32,7 +32,7 @@ QVariant flügeldaten(const Messreihe& reihe, const Texte& texte, int nummer, in
 QString ausgelassen(const Messreihe& reihe, const Texte& texte) {
     QStringList nummern;
     for (const int nummer : reihe.ausgelassene()) {
-        nummern += nummerntext(nummer);
+        nummern += dreistellig(nummer);
     }
     if (nummern.isEmpty()) {
         return {};
@@ -67,10 +67,10 @@ void Flügeltabelle::aktualisiere() {
     beginResetModel();
     zeilen_.clear();
     for (const int nummer : reihe_.nummern()) {
-        zeilen_.push_back({nummerntext(nummer), {}, {}, {}, {}, {}});
+        zeilen_.push_back({dreistellig(nummer), {}, {}, {}, {}, {}});
     }
     auto zeile = [this](qint16 nummer) -> Zeile& {
-        const QString gesucht = nummerntext(nummer);
+        const QString gesucht = dreistellig(nummer);
         return *std::find_if(zeilen_.begin(), zeilen_.end(),
                              [&](const Zeile& z) { return z[Nummer] == gesucht; });
     };

@@ -444,4 +444,8 @@ std::optional<qint32> ganzzahl32(double wert) {
     return gerundet<qint32>(wert);
 }
 
+QString dreistellig(int nummer) {
+    return QString::number(nummer).rightJustified(3, u'0');
+}
+
 } // namespace tarvel

@@ -61,4 +61,7 @@ struct Zahlenformat {
 [[nodiscard]] std::optional<qint16> ganzzahl16(double wert);
 [[nodiscard]] std::optional<qint32> ganzzahl32(double wert);
 
+/// The number of a wing or bee as lists, marks and messages show it: at least three digits.
+[[nodiscard]] QString dreistellig(int nummer);
+
 } // namespace tarvel

@@ -1,7 +1,6 @@
 #include "print/protokolldaten.h"
 
-#include "evaluation/klassen.h"
-#include "evaluation/merkmale.h"
+#include "evaluation/beurteilung.h"
 #include "measure/indexmuster.h"
 #include "measure/reihenmodelle.h"
 #include "results/untersuchung.h"
@@ -20,13 +19,10 @@ public:
         : q_(quelle)
         , p_(quelle.protokolltexte)
         , angaben_(quelle.untersuchung.angaben())
-        , merkmale_(
-              MerkmaleAuswerten(quelle.untersuchung.merkmale(), quelle.einstellungen.OhneHaarlänge))
-        , beurteilung_(beurteile({.Tiere = angaben_.Tiere,
-                                  .Klassen = klassenCI(quelle.untersuchung.reihe()),
-                                  .Merkmale = merkmale_.Texte,
-                                  .Merkmalfehler = merkmale_.Fehler},
-                                 quelle.standard, quelle.einstellungen.BewertungAktiv)) {}
+        , urteil_(
+              urteile(angaben_.Tiere, quelle.untersuchung.reihe(), quelle.untersuchung.merkmale(),
+                      quelle.standard,
+                      {quelle.einstellungen.BewertungAktiv, quelle.einstellungen.OhneHaarlänge})) {}
 
     Protokolldaten daten() {
         d_.einstellungen = q_.einstellungen;
@@ -207,8 +203,9 @@ private:
     const Protokollquelle& q_;
     const Protokolltexte& p_;
     const Kolonieangaben& angaben_;
-    Merkmalauswertung merkmale_;
-    Beurteilung beurteilung_;
+    Urteil urteil_;
+    const Merkmalauswertung& merkmale_ = urteil_.merkmale;
+    const Beurteilung& beurteilung_ = urteil_.beurteilung;
     Protokolldaten d_;
 };
 

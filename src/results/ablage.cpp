@@ -45,11 +45,9 @@ QString ersterPfad(const QString& ordner, const QString& name) {
 
 } // namespace
 
-Ablage::Ablage(const Ablageumgebung& umgebung, Benutzerspeicher& speicher,
-               Untersuchung& untersuchung)
+Ablage::Ablage(const Ablageumgebung& umgebung, Benutzerspeicher& speicher)
     : umgebung_(umgebung)
-    , speicher_(speicher)
-    , untersuchung_(untersuchung) {}
+    , speicher_(speicher) {}
 
 void Ablage::richteEin() {
     DatenbankPfad_ =
@@ -191,12 +189,15 @@ bool Ablage::darfUnlesbaresErsetzen(const QString& nummer) const {
                 .nein = t(Meldung::NichtErsetzen)}) == Antwort::Ja;
 }
 
-bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
-    if (!untersuchung_.geändert()) {
-        return true;
+Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speicheranlass anlass,
+                                     const Ablagestand& stand) {
+    constexpr Speicherergebnis Nicht{.fertig = false, .gespeichert = {}};
+    constexpr Speicherergebnis Ohne{.fertig = true, .gespeichert = {}};
+    if (!untersuchung.geändert()) {
+        return Ohne;
     }
     const Texte& t = umgebung_.texte;
-    const Kolonieangaben& angaben = untersuchung_.angaben();
+    const Kolonieangaben& angaben = untersuchung.angaben();
     const QString& titel = t(Text::MenüSpeichern);
     if (angaben.UNr.trimmed().isEmpty()) {
         // Without a number the examination is given up, which no key may mean by accident.
@@ -204,14 +205,16 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
                    {.titel = titel,
                     .text = t(Text::UntersuchungNrFehlt) + u'\n' + t(Text::FrageNummerEintragen),
                     .art = Meldungsart::Stopp,
-                    .neinVerwirft = true}) != Antwort::Ja;
+                    .neinVerwirft = true}) == Antwort::Ja
+                   ? Nicht
+                   : Ohne;
     }
     const bool ohneKönigin = angaben.Name.trimmed().isEmpty() && angaben.KNr.trimmed().isEmpty() &&
                              angaben.Besitzer.trimmed().isEmpty();
     if (ohneKönigin &&
         frage(titel, t(Text::ZüchterUndKöniginFehlen) + u'\n' + t(Text::FrageAngabenEintragen),
               Meldungsart::Frage)) {
-        return false;
+        return Nicht;
     }
     if (anlass == Speicheranlass::Verlassen) {
         const Antwort antwort =
@@ -220,42 +223,41 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
                                      .art = Meldungsart::Frage,
                                      .mitAbbrechen = true});
         if (antwort != Antwort::Ja) {
-            return antwort == Antwort::Nein;
+            return antwort == Antwort::Nein ? Ohne : Nicht;
         }
     }
     try {
         Ergebnissatz satz =
-            satzAus(untersuchung_, stand.EntsprichtRasse, stand.auflösung, heute(), satzumgebung());
+            satzAus(untersuchung, stand.EntsprichtRasse, stand.auflösung, heute(), satzumgebung());
         satz.U_NR = satz.U_NR.trimmed();
         if (!darfUnlesbaresErsetzen(satz.U_NR)) {
-            return false;
+            return Nicht;
         }
         Ergebnistabelle tabelle(DatenbankPfad_);
         const auto erwartet = istGespeicherte(satz.U_NR) ? gespeichert_ : std::nullopt;
         if (!tabelle.ersetze(satz, erwartet)) {
             if (!darfAndereErsetzen(satz.U_NR)) {
-                return false;
+                return Nicht;
             }
             tabelle.speichere(satz);
         }
-        untersuchung_.alsGespeichertMerken(satz.DATUM);
         gespeichert_ = satz;
         nichtGelesen_.clear();
         brauchbar_ = true;
-        return true;
+        return {.fertig = true, .gespeichert = satz.DATUM};
     } catch (const Datenbankfehler& fehler) {
         umgebung_.dialoge.meldung(titel,
                                   t(Text::SpeichernNichtMöglich) + u'\n' + meldungstext(t, fehler),
                                   Meldungsart::Ausruf);
-        return false;
+        return Nicht;
     }
 }
 
-void Ablage::NeueUntersuchung() {
+Kolonieangaben Ablage::NeueUntersuchung(const Kolonieangaben& bisher) {
     const Texte& t = umgebung_.texte;
     Kolonieangaben neu;
-    neu.Rasse = untersuchung_.angaben().Rasse;
-    neu.Tiere = untersuchung_.angaben().Tiere;
+    neu.Rasse = bisher.Rasse;
+    neu.Tiere = bisher.Tiere;
     if (umgebung_.einstellungen.schalter(Einstellung::AutoNummer)) {
         try {
             const QString nummer =
@@ -274,9 +276,9 @@ void Ablage::NeueUntersuchung() {
             }
         }
     }
-    untersuchung_.beginneNeu(neu);
     gespeichert_.reset();
     nichtGelesen_.clear();
+    return neu;
 }
 
 std::optional<GeleseneUntersuchung> Ablage::LadenDB(const QString& nummer) {
@@ -286,8 +288,6 @@ std::optional<GeleseneUntersuchung> Ablage::LadenDB(const QString& nummer) {
             throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, DatenbankPfad_, nummer);
         }
         GeleseneUntersuchung gelesen = untersuchungAus(*satz, satzumgebung());
-        untersuchung_.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
-                           gelesen.zusatz);
         gespeichert_ = *satz;
         nichtGelesen_ = gelesen.nichtGelesen;
         return gelesen;

@@ -34,11 +34,17 @@ struct Ablagestand {
 /// window, when the user is asked first.
 enum class Speicheranlass { Wunsch, Verlassen };
 
+/// What became of a request to save.
+struct Speicherergebnis {
+    bool fertig = false;              ///< stored, or the user chose not to store
+    std::optional<QDate> gespeichert; ///< date that the row was stored with
+};
+
 /// The results file in use, and the way of the open examination into it and out of it. Whatever
-/// goes wrong is told to the user; the examination then stays as it is.
+/// goes wrong is told to the user.
 class Ablage {
 public:
-    Ablage(const Ablageumgebung& umgebung, Benutzerspeicher& speicher, Untersuchung& untersuchung);
+    Ablage(const Ablageumgebung& umgebung, Benutzerspeicher& speicher);
 
     /// Full path of the results file; empty when there is none.
     [[nodiscard]] const QString& DatenbankPfad() const { return DatenbankPfad_; }
@@ -69,17 +75,16 @@ public:
     /// stored here; nullopt when it is the same, gone, or cannot be read.
     [[nodiscard]] std::optional<QString> inDateiGeändert() const;
 
-    /// Saves the open examination if it was changed. True when it is stored or the user chose not
-    /// to; false when the user wants to go on with it, or when storing failed.
-    [[nodiscard]] bool SpeichernDB(Speicheranlass anlass, const Ablagestand& stand);
+    /// Saves the open examination if it was changed. Not finished when the user wants to go on with
+    /// it, or when storing failed.
+    [[nodiscard]] Speicherergebnis SpeichernDB(const Untersuchung& untersuchung,
+                                               Speicheranlass anlass, const Ablagestand& stand);
 
-    /// Begins a new examination: colony data, wings and marks are cleared, and with automatic
-    /// numbering it has its number. Race and caste stay. What was open is gone; SpeichernDB comes
-    /// before.
-    void NeueUntersuchung();
+    /// Colony data of a new examination: with automatic numbering it has its number; race and caste
+    /// are those of @p bisher. What was open counts as left; SpeichernDB comes before.
+    [[nodiscard]] Kolonieangaben NeueUntersuchung(const Kolonieangaben& bisher);
 
-    /// Fills the examination from the row of @p nummer. nullopt, with a message, when it cannot be
-    /// read.
+    /// The examination in the row of @p nummer. nullopt, with a message, when it cannot be read.
     [[nodiscard]] std::optional<GeleseneUntersuchung> LadenDB(const QString& nummer);
 
     /// Brings the stored words into the program's language.
@@ -98,7 +103,6 @@ private:
 
     Ablageumgebung umgebung_;
     Benutzerspeicher& speicher_;
-    Untersuchung& untersuchung_;
     QString DatenbankPfad_;
     /// The row of the open examination as it was loaded or stored; nullopt when it is new. Whatever
     /// else stands under its number is not ours to replace unasked.

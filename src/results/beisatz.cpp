@@ -335,14 +335,14 @@ QString beisatz(const Beiangaben& angaben, const std::map<int, Flügelmessung>& 
     QString flügel;
     const auto füge = [&](int nummer, const QString& felder) {
         if (!felder.isEmpty()) {
-            flügel += nummerntext(nummer) + u'=' + felder + u';';
+            flügel += dreistellig(nummer) + u'=' + felder + u';';
             mitNeuen = true;
         }
     };
     const Flügelmessung* vorige = nullptr;
     for (const auto& [nummer, messung] : messungen) {
         const bool ganz = vorige == nullptr || !gleicheAufnahme(*vorige, messung);
-        flügel += nummerntext(nummer) + (ganz ? aufnahmetext(messung) : QString()) + u';';
+        flügel += dreistellig(nummer) + (ganz ? aufnahmetext(messung) : QString()) + u';';
         const auto eigene = flügelangaben.find(nummer);
         füge(nummer, flügelfelder(&messung, ganz,
                                   eigene == flügelangaben.end() ? nullptr : &eigene->second));

@@ -1,7 +1,6 @@
 #include "results/einfuhr.h"
 
 #include "evaluation/beurteilung.h"
-#include "evaluation/merkmale.h"
 #include "measure/messdatei.h"
 #include "measure/textdatei.h"
 #include "results/datenbankfehler.h"
@@ -141,14 +140,9 @@ QString Einfuhr::speichere(Ergebnissatz& satz) {
 }
 
 bool Einfuhr::entspricht(const Untersuchung& untersuchung) const {
-    const Merkmalauswertung merkmale =
-        MerkmaleAuswerten(untersuchung.merkmale(), umgebung_.satz.OhneHaarlänge);
-    return beurteile({.Tiere = untersuchung.angaben().Tiere,
-                      .Klassen = klassenCI(untersuchung.reihe()),
-                      .Merkmale = merkmale.Texte,
-                      .Merkmalfehler = merkmale.Fehler},
-                     umgebung_.standard, umgebung_.BewertungAktiv)
-        .EntsprichtRasse;
+    return urteile(untersuchung.angaben().Tiere, untersuchung.reihe(), untersuchung.merkmale(),
+                   umgebung_.standard, {umgebung_.BewertungAktiv, umgebung_.satz.OhneHaarlänge})
+        .beurteilung.EntsprichtRasse;
 }
 
 } // namespace tarvel

@@ -173,7 +173,9 @@ EingeleseneUntersuchung untersuchungAusMessdatei(const Messdatei& datei, int Ras
     EingeleseneUntersuchung eingelesen;
     Untersuchung& u = eingelesen.untersuchung;
     u.setzeAngaben(angabenAus(datei, Rasse, format));
-    u.reihe().stelleHer(datei.ciZeilen, datei.hiDvZeilen, {}, {});
+    Messreihe reihe;
+    reihe.stelleHer(datei.ciZeilen, datei.hiDvZeilen, {}, {});
+    u.setzeReihe(reihe);
     const std::optional<Merkmale> merkmale = merkmaleAus(datei);
     eingelesen.merkmaleVerstanden = merkmale.has_value();
     u.setzeMerkmale(merkmale.value_or(keineMerkmale(tiere)));

@@ -16,11 +16,11 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
     using enum Ergebnismenü;
     constexpr Meldung Filtertipp = Meldung::TippFiltern;
     baue(Tabelle, u"men_Tabelle"_s, Text::Tabelle,
-         {{Text::TabelleÖffnen, Meldung::TippTabelleÖffnen, QKeySequence::Open},
-          {Text::NeueTabelle, Meldung::TippNeueTabelle, QKeySequence::New},
-          {Text::Sicherungskopie, Meldung::TippSicherungskopie, Qt::CTRL | Qt::Key_B},
-          {Text::ZeileLöschen, {}, QKeySequence::Delete},
-          {Meldung::Exportieren, Meldung::TippExportTabelle, Qt::CTRL | Qt::Key_E}},
+         {{Text::TabelleÖffnen, Meldung::TippTabelleÖffnen, {QKeySequence::Open}},
+          {Text::NeueTabelle, Meldung::TippNeueTabelle, {QKeySequence::New}},
+          {Text::Sicherungskopie, Meldung::TippSicherungskopie, {Qt::CTRL | Qt::Key_B}},
+          {Text::ZeileLöschen, {}, {QKeySequence::Delete}},
+          {Meldung::Exportieren, Meldung::TippExportTabelle, {Qt::CTRL | Qt::Key_E}}},
          false);
     baue(Ergebnis, u"men_Ergebnis"_s, Text::Ergebnis,
          {{Text::Alle, Filtertipp},
@@ -45,9 +45,9 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
           {Text::SpalteBesitzer}},
          true);
     baue(Filter, u"men_Filter"_s, Text::Filtern,
-         {{Text::Filtern, Filtertipp, Qt::CTRL | Qt::SHIFT | Qt::Key_F},
+         {{Text::Filtern, Filtertipp, {Qt::CTRL | Qt::SHIFT | Qt::Key_F}},
           {Text::Alle},
-          {Meldung::Suchen, Meldung::TippSuchen, QKeySequence::Find}},
+          {Meldung::Suchen, Meldung::TippSuchen, {QKeySequence::Find}}},
          false);
     aktion(Filter, Filtern).setCheckable(true);
     aktion(Filter, Suchen).setCheckable(true);
@@ -57,41 +57,25 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
 }
 
 void Ergebnismenüs::baue(Ergebnismenü menü, const QString& name, Text titel,
-                         const std::vector<Eintrag>& einträge, bool auswahl) {
+                         const std::vector<Menüzeile>& einträge, bool auswahl) {
     QMenu* neu = addMenu(texte_(titel));
-    neu->setObjectName(name);
-    neu->setToolTipsVisible(true);
+    benenneMenü(*neu, name);
     auto* gruppe = auswahl ? new QActionGroup(this) : nullptr;
-    for (const Eintrag& eintrag : einträge) {
+    for (const Menüzeile& eintrag : einträge) {
         const int index = static_cast<int>(aktionen_[menü].size());
-        QAction* aktion = neu->addAction(wortlaut(eintrag.text));
-        aktion->setObjectName(u"%1_%2"_s.arg(name).arg(index));
-        aktion->setShortcut(eintrag.kürzel);
-        if (eintrag.erklärung) {
-            aktion->setToolTip(texte_(*eintrag.erklärung));
-        }
+        QAction* aktion = fügeHinzu(*neu, index, eintrag, [this, menü](int gewählt) {
+            if (const auto stelle = handlungen_.find(menü); stelle != handlungen_.end()) {
+                stelle->second(gewählt);
+            }
+        });
+        beschrifte(*aktion, eintrag, texte_);
         if (gruppe != nullptr) {
             aktion->setCheckable(true);
             gruppe->addAction(aktion);
         }
-        connect(aktion, &QAction::triggered, this, [this, menü, index] {
-            if (const auto stelle = handlungen_.find(menü); stelle != handlungen_.end()) {
-                stelle->second(index);
-            }
-        });
         aktionen_[menü].push_back(aktion);
     }
     vergibKürzelbuchstaben(neu->actions());
-}
-
-QString Ergebnismenüs::wortlaut(const Beschriftung& text) const {
-    if (const auto* eintrag = std::get_if<Text>(&text)) {
-        return texte_(*eintrag);
-    }
-    if (const auto* meldung = std::get_if<Meldung>(&text)) {
-        return texte_(*meldung);
-    }
-    return std::get<QString>(text);
 }
 
 void Ergebnismenüs::beiKlick(Ergebnismenü menü, std::function<void(int)> handlung) {

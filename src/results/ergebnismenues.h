@@ -1,15 +1,12 @@
 #pragma once
 
-#include "lang/texte.h"
+#include "lang/menue.h"
 #include "results/filterwahl.h"
 
-#include <QKeySequence>
 #include <QMenuBar>
 
 #include <functional>
 #include <map>
-#include <optional>
-#include <variant>
 #include <vector>
 
 class QAction;
@@ -38,16 +35,8 @@ public:
     [[nodiscard]] QAction& aktion(Ergebnismenü menü, int index) const;
 
 private:
-    using Beschriftung = std::variant<Text, Meldung, QString>;
-    struct Eintrag {
-        Beschriftung text;
-        std::optional<Meldung> erklärung = {};
-        QKeySequence kürzel = {};
-    };
-
     void baue(Ergebnismenü menü, const QString& name, Text titel,
-              const std::vector<Eintrag>& einträge, bool auswahl);
-    [[nodiscard]] QString wortlaut(const Beschriftung& text) const;
+              const std::vector<Menüzeile>& einträge, bool auswahl);
 
     const Texte& texte_;
     std::map<Ergebnismenü, std::vector<QAction*>> aktionen_;

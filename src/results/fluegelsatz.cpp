@@ -99,7 +99,7 @@ QString chartsatz(const Messreihe& reihe, QStringView kopf, float Chartwerte::*e
     for (int nummer = 1; nummer <= Messreihe::HöchsteFlügelzahl; ++nummer) {
         const Chartwerte& werte = reihe.chartwerte(nummer);
         if (werte.*erster > 0) {
-            satz += nummerntext(nummer) + u'/' + zahltext(werte.*erster, format) + u'/' +
+            satz += dreistellig(nummer) + u'/' + zahltext(werte.*erster, format) + u'/' +
                     zahltext(werte.*zweiter, format) + u';';
         }
     }
@@ -202,7 +202,7 @@ QString ciSatz(const std::vector<CiZeile>& zeilen) {
     QString satz;
     for (const CiZeile& z : zeilen) {
         if (getippteZahl(z.wert) != 0.0) {
-            satz += u'#' + nummerntext(z.nummer) + u';' + z.wert + u';' + z.klasse + u"; "_s;
+            satz += u'#' + dreistellig(z.nummer) + u';' + z.wert + u';' + z.klasse + u"; "_s;
         }
     }
     return satz;
@@ -212,7 +212,7 @@ QString hiDvSatz(const std::vector<HiDvZeile>& zeilen) {
     QString satz;
     for (const HiDvZeile& z : zeilen) {
         satz +=
-            u'#' + nummerntext(z.nummer) + u';' + z.hi + u';' + z.klasse + u';' + z.dv + u"; "_s;
+            u'#' + dreistellig(z.nummer) + u';' + z.hi + u';' + z.klasse + u';' + z.dv + u"; "_s;
     }
     return satz;
 }
@@ -249,7 +249,7 @@ Gelesen<Chartsatz> chartAusSatz(QStringView satz) {
 QString punktesatz(const std::map<int, Flügelmessung>& messungen) {
     QString satz = KopfPunkte.toString() + u';';
     for (const auto& [nummer, messung] : messungen) {
-        satz += nummerntext(nummer) + u'/' + punktetext(messung.punkte) + u';';
+        satz += dreistellig(nummer) + u'/' + punktetext(messung.punkte) + u';';
     }
     return satz;
 }

@@ -52,7 +52,7 @@ QByteArray zahl(float wert) {
 QByteArray ciText(const Messreihe& reihe) {
     QByteArray text;
     for (const CiZeile& z : reihe.ciZeilen()) {
-        text += '#' + nummerntext(z.nummer).toLatin1() + ';' + z.wert.toUtf8() + ';' +
+        text += '#' + dreistellig(z.nummer).toLatin1() + ';' + z.wert.toUtf8() + ';' +
                 z.klasse.toUtf8() + "; ";
     }
     return text;
@@ -62,7 +62,7 @@ QByteArray wertetext(const Messreihe& reihe) {
     QByteArray text;
     for (const int nummer : reihe.nummern()) {
         const Chartwerte& w = reihe.chartwerte(nummer);
-        text += nummerntext(nummer).toLatin1() + '/' + zahl(w.CI) + '/' + zahl(w.HI) + '/' +
+        text += dreistellig(nummer).toLatin1() + '/' + zahl(w.CI) + '/' + zahl(w.HI) + '/' +
                 zahl(w.DV) + ';';
     }
     return text;

@@ -13,8 +13,7 @@ namespace tarvel {
 /// and send it changes.
 class Untersuchung {
 public:
-    /// Puts a stored examination in place of this one; it counts as unchanged. What refers to
-    /// reihe() goes on doing so.
+    /// Puts a stored examination in place of this one; it counts as unchanged.
     void lade(const Kolonieangaben& angaben, const Messreihe& reihe, const Merkmale& merkmale,
               const QDate& datum, const Untersuchungszusatz& zusatz = {}) {
         angaben_ = angaben;
@@ -39,12 +38,17 @@ public:
         angaben_ = angaben;
     }
 
-    [[nodiscard]] Messreihe& reihe() { return reihe_; }
+    /// Stays where it is, whatever series it becomes.
     [[nodiscard]] const Messreihe& reihe() const { return reihe_; }
+    void setzeReihe(const Messreihe& reihe) {
+        reihe_ = reihe;
+        reihe_.alsUnverändertMerken();
+        messungenGeändert_ = true;
+    }
 
     [[nodiscard]] const Merkmale& merkmale() const { return merkmale_; }
     void setzeMerkmale(const Merkmale& merkmale) {
-        merkmaleGeändert_ = merkmaleGeändert_ || merkmale != merkmale_;
+        messungenGeändert_ = messungenGeändert_ || merkmale != merkmale_;
         merkmale_ = merkmale;
     }
 
@@ -58,17 +62,17 @@ public:
     /// True since the colony data were last changed by the user.
     [[nodiscard]] bool angabenGeändert() const { return angabenGeändert_; }
     /// True since wings or body marks were last changed.
-    [[nodiscard]] bool messungenGeändert() const { return merkmaleGeändert_ || reihe_.geändert(); }
+    [[nodiscard]] bool messungenGeändert() const { return messungenGeändert_; }
     [[nodiscard]] bool geändert() const { return angabenGeändert_ || messungenGeändert(); }
     void alsUnverändertMerken() {
         angabenGeändert_ = false;
-        merkmaleGeändert_ = false;
+        messungenGeändert_ = false;
         reihe_.alsUnverändertMerken();
     }
-    /// To be called when an examination comes back whose changes were never stored.
+    /// To be called when an examination comes back with what was or was not stored of it.
     void alsGeändertMerken(bool angaben, bool messungen) {
         angabenGeändert_ = angaben;
-        merkmaleGeändert_ = messungen;
+        messungenGeändert_ = messungen;
     }
     /// To be called when the examination was stored with the date @p datum.
     void alsGespeichertMerken(const QDate& datum) {
@@ -83,7 +87,7 @@ private:
     QDate datum_;
     Untersuchungszusatz zusatz_;
     bool angabenGeändert_ = false;
-    bool merkmaleGeändert_ = false;
+    bool messungenGeändert_ = false;
 };
 
 } // namespace tarvel

@@ -50,9 +50,10 @@ protected:
             for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
                 messung.punkte.setze(messart, p, 2 * X.at(p), 2 * Y.at(p));
             }
-            u.reihe().trageEin(static_cast<qint16>(flügel),
-                               berechneIndizes(messung.punkte, messart, messung.aufnahme), messung,
-                               {});
+            Messreihe reihe = u.reihe();
+            reihe.trageEin(static_cast<qint16>(flügel),
+                           berechneIndizes(messung.punkte, messart, messung.aufnahme), messung, {});
+            u.setzeReihe(reihe);
         }
         u.reihe().lassAus(ausgelassen, true);
         Merkmale merkmale;

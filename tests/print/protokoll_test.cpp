@@ -202,7 +202,7 @@ TEST_F(ProtokollTest, whatWasNotMeasured_isSaid) {
     EXPECT_THAT(zeilen(daten()), Contains(u"n = 4"_s));
 
     // Without wings, the bees whose marks were taken were examined.
-    untersuchung.reihe().löscheAlle();
+    untersuchung.setzeReihe({});
     EXPECT_THAT(zeilen(daten()), Contains(u"4 Arbeiterinnen wurden untersucht"_s));
 }
 
@@ -239,7 +239,7 @@ TEST_F(ProtokollTest, ownWords_standForAllThirtySixTexts) {
     };
     miss(16);
     sammle();
-    untersuchung.reihe().löscheAlle();
+    untersuchung.setzeReihe({});
     setzeTiere(Geschlecht::Drohnen);
     miss(20);
     sammle();

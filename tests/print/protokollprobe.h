@@ -56,8 +56,9 @@ struct Protokollprobe {
             indizes.HI = 1.052F;
             indizes.DV = 0.8F;
         }
-        Messreihe& reihe = untersuchung.reihe();
+        Messreihe reihe = untersuchung.reihe();
         reihe.trageEin(reihe.nächsteNummer(), indizes, {}, {});
+        untersuchung.setzeReihe(reihe);
     }
 
     /// Bees of the first code of each group, some of them of the second.

@@ -42,7 +42,7 @@ TEST(Untersuchung, changes_areRememberedUntilStored) {
     u.setzeAngaben(angaben);
     EXPECT_TRUE(u.angabenGeändert());
     u.alsUnverändertMerken();
-    u.reihe().trageEin(1, {.CI = 2.0F, .HI = {}, .DV = {}, .fehler = {}}, {}, {});
+    u.setzeReihe({});
     EXPECT_TRUE(u.geändert());
     EXPECT_FALSE(u.angabenGeändert());
 }

@@ -47,7 +47,9 @@ struct Probe {
         return untersuchungAus(satz(), umgebung());
     }
     void trageEin(qint16 nummer, const Indizes& indizes) {
-        untersuchung.reihe().trageEin(nummer, indizes, {}, format);
+        Messreihe reihe = untersuchung.reihe();
+        reihe.trageEin(nummer, indizes, {}, format);
+        untersuchung.setzeReihe(reihe);
     }
     void messe(int nummer, Messart messart = Messart::AlleMessungen, int dpi = 1200) {
         const Flügelmessung messung{.punkte = flügelpunkte(nummer, messart),
@@ -55,9 +57,11 @@ struct Probe {
                                     .aufnahme = {static_cast<qint16>(1 + nummer % 2), dpi},
                                     .bilddatei =
                                         u"C:\\Völker; 50%/#1\\Flügel %1.jpg"_s.arg(nummer / 20)};
-        ASSERT_TRUE(untersuchung.reihe().trageEin(
-            static_cast<qint16>(nummer), berechneIndizes(messung.punkte, messart, messung.aufnahme),
-            messung, format));
+        Messreihe reihe = untersuchung.reihe();
+        ASSERT_TRUE(reihe.trageEin(static_cast<qint16>(nummer),
+                                   berechneIndizes(messung.punkte, messart, messung.aufnahme),
+                                   messung, format));
+        untersuchung.setzeReihe(reihe);
     }
     void nimm(std::initializer_list<Merkmalwahl> bienen, Geschlecht tiere = {}) {
         Merkmale merkmale;
@@ -510,7 +514,7 @@ TEST(Untersuchung, loadingAndBeginning_replaceEverythingAndCountAsUnchanged) {
     Probe probe;
     probe.messe(1);
     probe.nimm({{0, 0, 0}});
-    Messreihe& reihe = probe.untersuchung.reihe(); // as measuring keeps it
+    const Messreihe& reihe = probe.untersuchung.reihe(); // as measuring keeps it
     const GeleseneUntersuchung gelesen = probe.gelesen();
     Untersuchung& u = probe.untersuchung;
     Kolonieangaben neu;

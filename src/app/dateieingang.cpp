@@ -1,6 +1,4 @@
-// How files come into the main window: pictures, results files, and what other programs wrote.
-
-#include "app/hg.h"
+#include "app/dateieingang.h"
 
 #include "measure/aufloesung.h"
 #include "measure/bildhoehe.h"
@@ -9,10 +7,8 @@
 #include "measure/koordinatenreihe.h"
 #include "measure/leseproblem.h"
 #include "measure/messdatei.h"
-#include "measure/messplatz.h"
 #include "measure/textdatei.h"
 #include "results/einlesen.h"
-#include "results/kolonieformular.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -68,7 +64,15 @@ void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneB
 
 } // namespace
 
-bool HG::öffneDateien(const QStringList& pfade) {
+Dateieingang::Dateieingang(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz,
+                           Untersuchungsgang& gang, const Fensterdienste& dienste)
+    : umgebung_(umgebung)
+    , arbeitsplatz_(arbeitsplatz)
+    , gang_(gang)
+    , dienste_(dienste)
+    , austausch_(umgebung_, arbeitsplatz) {}
+
+bool Dateieingang::öffneDateien(const QStringList& pfade) {
     bool gelungen = true;
     for (const Dateiart art : {Dateiart::Ergebnisse, Dateiart::Ordner, Dateiart::Messdatei,
                                Dateiart::Koordinaten, Dateiart::Bild}) {
@@ -78,49 +82,36 @@ bool HG::öffneDateien(const QStringList& pfade) {
             continue;
         }
         if (art == Dateiart::Messdatei && dateien.size() > 1) {
-            gelungen = importiert(austausch_.importiere(this, dateien)) && gelungen;
+            gelungen = importiert(austausch_.importiere(dienste_.fenster, dateien)) && gelungen;
             continue;
         }
         const bool offen = öffneDatei(dateien.constFirst());
         gelungen = gelungen && offen;
         if (offen && dateien.size() > 1) {
-            ZeigeEigenenHinweis(umgebung_.texte(Meldung::NurEineGeöffnet)
-                                    .arg(QFileInfo(dateien.constFirst()).fileName()));
+            dienste_.hinweise.zeige(umgebung_.texte(Meldung::NurEineGeöffnet)
+                                        .arg(QFileInfo(dateien.constFirst()).fileName()));
         }
     }
     return gelungen;
 }
 
-void HG::übernimmDateien(const QStringList& pfade) {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    raise();
-    activateWindow();
-    öffneDateien(pfade);
-    ZeigeEigenenHinweis(umgebung_.texte(Text::BereitsGestartet));
-}
-
-bool HG::öffneDatei(const QString& pfad) {
+bool Dateieingang::öffneDatei(const QString& pfad) {
     switch (dateiart(pfad)) {
     case Dateiart::Ordner:
-        return importiert(austausch_.importiereOrdner(this, pfad));
+        return importiert(austausch_.importiereOrdner(dienste_.fenster, pfad));
     case Dateiart::Messdatei:
         return lesMessdatei(pfad);
     case Dateiart::Koordinaten:
         return lesKoordinaten(pfad);
     case Dateiart::Bild:
-        return ladeBild(pfad);
+        return dienste_.ladeBild(pfad);
     case Dateiart::Ergebnisse:
         break;
     }
-    kolonie_->vervollständige();
-    if (!verlasseUntersuchung() || !ablage_.DatenbankWählen(pfad)) {
-        return false;
-    }
-    zeigeLetzte();
-    return true;
+    return gang_.öffneDatenbank(pfad);
 }
 
-void HG::LadenBee() {
+void Dateieingang::LadenBee() {
     const Texte& t = umgebung_.texte;
     const QStringList dateien = umgebung_.dialoge.dateienOeffnen(
         t(Text::Importieren), austausch_.ordner(),
@@ -131,56 +122,56 @@ void HG::LadenBee() {
     }
 }
 
-void HG::importiereOrdner() {
+void Dateieingang::importiereOrdner() {
     const QString ordner = umgebung_.dialoge.ordnerWaehlen(umgebung_.texte(Meldung::ImportOrdner),
                                                            austausch_.ordner());
     if (!ordner.isEmpty()) {
-        importiert(austausch_.importiereOrdner(this, ordner));
+        importiert(austausch_.importiereOrdner(dienste_.fenster, ordner));
     }
 }
 
-bool HG::importiert(const QString& ergebnis) {
+bool Dateieingang::importiert(const QString& ergebnis) {
     if (ergebnis.isEmpty()) {
         return false;
     }
     // The number of an examination that was not begun yet may be taken now.
-    if (ablage_.gespeicherteNummer().isEmpty() && !untersuchung_.geändert() &&
-        !messung_.punkte().begonnen()) {
-        beginneNeue();
+    if (arbeitsplatz_.ablage().gespeicherteNummer().isEmpty() &&
+        !arbeitsplatz_.untersuchung().geändert() && !arbeitsplatz_.messung().punkte().begonnen()) {
+        arbeitsplatz_.beginneNeue();
     }
-    ZeigeEigenenHinweis(ergebnis);
+    dienste_.hinweise.zeige(ergebnis);
     return true;
 }
 
-void HG::exportiere() {
-    kolonie_->vervollständige();
-    if (const QString fertig = austausch_.exportiere(stand()); !fertig.isEmpty()) {
-        ZeigeEigenenHinweis(fertig);
+void Dateieingang::exportiere() {
+    dienste_.vervollständige();
+    if (const QString fertig = austausch_.exportiere(); !fertig.isEmpty()) {
+        dienste_.hinweise.zeige(fertig);
     }
 }
 
-void HG::berichte(Meldung ergebnis, const QString& pfad, const QStringList& gründe) {
+void Dateieingang::berichte(Meldung ergebnis, const QString& pfad,
+                            const QStringList& gründe) const {
     const Texte& t = umgebung_.texte;
     umgebung_.dialoge.bericht(t(Text::Importieren), t(ergebnis).arg(QDir::toNativeSeparators(pfad)),
                               gründe);
 }
 
-/// The bytes of a file that is read in; nullopt, with a message, when there are none.
-std::optional<QByteArray> HG::lesEin(const QString& pfad) {
+std::optional<QByteArray> Dateieingang::lesEin(const QString& pfad) {
     const Texte& t = umgebung_.texte;
-    kolonie_->vervollständige();
-    const int vorher = hinweisnummer_;
-    ZeigeEigenenHinweis(t(Meldung::ImportFortschritt).arg(1).arg(1));
+    dienste_.vervollständige();
+    const int vorher = dienste_.hinweise.nummer();
+    dienste_.hinweise.zeige(t(Meldung::ImportFortschritt).arg(1).arg(1));
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     std::optional<QByteArray> inhalt = dateiinhalt(pfad);
-    ZeigeHinweis(std::max(vorher, 0));
+    dienste_.hinweise.ZeigeHinweis(std::max<int>(vorher, HinweisKeiner));
     if (!inhalt) {
         umgebung_.dialoge.meldung(t(Text::Importieren), textUnlesbar(pfad, t), Meldungsart::Ausruf);
     }
     return inhalt;
 }
 
-bool HG::lesMessdatei(const QString& pfad) {
+bool Dateieingang::lesMessdatei(const QString& pfad) {
     const Texte& t = umgebung_.texte;
     const std::optional<QByteArray> inhalt = lesEin(pfad);
     if (!inhalt) {
@@ -195,22 +186,13 @@ bool HG::lesMessdatei(const QString& pfad) {
         berichte(Meldung::ImportNichtsGelesen, pfad, gründe);
         return false;
     }
-    if (!verlasseUntersuchung()) {
+    if (!gang_.verlasse()) {
         return false;
     }
-    // Race and resolution of a new examination, and its number where the file has none.
-    beginneNeue();
-    const QString nummer = untersuchung_.angaben().UNr;
-    const EingeleseneUntersuchung gelesen =
-        untersuchungAusMessdatei(datei, untersuchung_.angaben().Rasse, umgebung_.format);
-    untersuchung_ = gelesen.untersuchung;
-    if (Kolonieangaben angaben = untersuchung_.angaben(); angaben.UNr.trimmed().isEmpty()) {
-        angaben.UNr = nummer;
-        untersuchung_.setzeAngaben(angaben);
-    }
-    messplatz_->wünscheMessart(gelesen.messart);
-    zeigeUntersuchung();
-    verteiler_.ausführen(befehl::Kurven);
+    const EingeleseneUntersuchung gelesen = untersuchungAusMessdatei(
+        datei, arbeitsplatz_.untersuchung().angaben().Rasse, umgebung_.format);
+    arbeitsplatz_.nimmEin(gelesen.untersuchung, {}, gelesen.messart);
+    dienste_.verteiler.ausführen(befehl::Kurven);
     if (!gelesen.merkmaleVerstanden) {
         gründe << t(Meldung::ImportMerkmale).arg(zitat(datei.merkmaltext));
     }
@@ -220,13 +202,13 @@ bool HG::lesMessdatei(const QString& pfad) {
     return true;
 }
 
-bool HG::lesKoordinaten(const QString& pfad) {
+bool Dateieingang::lesKoordinaten(const QString& pfad) {
     const Texte& t = umgebung_.texte;
     const std::optional<QByteArray> inhalt = lesEin(pfad);
     if (!inhalt) {
         return false;
     }
-    const auto gelesen = liesKoordinaten(*inhalt, eigeneMessart());
+    const auto gelesen = liesKoordinaten(*inhalt, arbeitsplatz_.einstellungen().messart);
     if (const auto* problem = std::get_if<Leseproblem>(&gelesen)) {
         berichte(Meldung::ImportNichtsGelesen, pfad, {textMitZeile(*problem, t)});
         return false;
@@ -243,10 +225,11 @@ bool HG::lesKoordinaten(const QString& pfad) {
             legeInsBild(m, ordner, ohneBild);
         };
     }
-    Koordinatenreihe eingelesen = reiheAus(koordinaten, {.messart = eigeneMessart(),
-                                                         .aufnahme = {1, *dpi},
-                                                         .format = umgebung_.format,
-                                                         .lage = lage});
+    Koordinatenreihe eingelesen =
+        reiheAus(koordinaten, {.messart = arbeitsplatz_.einstellungen().messart,
+                               .aufnahme = {1, *dpi},
+                               .format = umgebung_.format,
+                               .lage = lage});
     QStringList ohneWerte;
     for (const Flügelmangel& mangel : eingelesen.mängel) {
         ohneWerte << t(Meldung::LeseZeile)
@@ -257,16 +240,19 @@ bool HG::lesKoordinaten(const QString& pfad) {
         berichte(Meldung::ImportNichtsGelesen, pfad, ohneWerte);
         return false;
     }
-    if (!verlasseUntersuchung()) {
+    if (!gang_.verlasse()) {
         return false;
     }
-    beginneNeue();
-    messung_.setzeAuflösung(*dpi);
-    untersuchung_.reihe() = std::move(eingelesen.reihe);
-    zeigeUntersuchung();
-    verteiler_.ausführen(befehl::Kurven);
-    ZeigeEigenenHinweis(
-        t(Meldung::KoordinatenEingelesen).arg(untersuchung_.reihe().nummern().size()).arg(*dpi));
+    Untersuchung neu = arbeitsplatz_.untersuchung();
+    Kolonieangaben angaben;
+    angaben.Rasse = neu.angaben().Rasse;
+    angaben.Tiere = neu.angaben().Tiere;
+    neu.beginneNeu(angaben);
+    neu.setzeReihe(eingelesen.reihe);
+    arbeitsplatz_.nimmEin(neu, *dpi);
+    dienste_.verteiler.ausführen(befehl::Kurven);
+    dienste_.hinweise.zeige(
+        t(Meldung::KoordinatenEingelesen).arg(arbeitsplatz_.reihe().nummern().size()).arg(*dpi));
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);
@@ -281,13 +267,11 @@ bool HG::lesKoordinaten(const QString& pfad) {
     return true;
 }
 
-/// The resolution that coordinates were measured at, which the discoidal shift depends on. nullopt
-/// when the user gave up.
-std::optional<int> HG::frageAuflösung(const QString& pfad, std::optional<int> ausDatei) {
+std::optional<int> Dateieingang::frageAuflösung(const QString& pfad,
+                                                std::optional<int> ausDatei) const {
     const Texte& t = umgebung_.texte;
     std::vector<int> dpi(Scannerauflösungen.begin(), Scannerauflösungen.end());
-    const int vorgabe = ausDatei.value_or(
-        scannerauflösung(umgebung_.einstellungen.zahl(Einstellung::ScannMessung)));
+    const int vorgabe = ausDatei.value_or(arbeitsplatz_.einstellungen().auflösung);
     auto stelle = std::lower_bound(dpi.begin(), dpi.end(), vorgabe);
     if (stelle == dpi.end() || *stelle != vorgabe) {
         stelle = dpi.insert(stelle, vorgabe);

@@ -1,0 +1,161 @@
+#include "app/fensterflaeche.h"
+
+#include "app/auswertung.h"
+#include "evaluation/diagrammansicht.h"
+#include "evaluation/merkmalansicht.h"
+#include "evaluation/urteilsanzeige.h"
+#include "measure/lupe.h"
+#include "measure/messleiste.h"
+#include "measure/messplatz.h"
+#include "measure/reihenansicht.h"
+#include "measure/verteiler.h"
+#include "results/kolonieformular.h"
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Rand = 8;
+
+} // namespace
+
+Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, Messbefehle& befehle,
+                             Reihenmodelle& modelle, Auswertung& auswertung, QWidget& vorschau,
+                             QWidget& hinweiszeile)
+    : teiler(new QSplitter(Qt::Horizontal))
+    , kolonie(new Kolonieformular(umgebung.texte, umgebung.format))
+    , messplatz(new Messplatz(umgebung.texte, umgebung.dialoge, befehle))
+    , messleiste(new Messleiste(umgebung.texte, modelle, &messplatz->lupe()))
+    , alle(new Reihenansicht(umgebung.texte, modelle, u"Liste"_s, Qt::Horizontal))
+    , tabelle(new Tabellenansicht(umgebung.texte, modelle))
+    , status(new QLabel)
+    , reihe_(befehle.reihe())
+    , auswertung_(auswertung)
+    , vorschau_(vorschau)
+    , ansichten_(new QStackedWidget) {
+    auto* links = new QScrollArea;
+    links->setObjectName(u"Leiste_Links"_s);
+    auto* angaben = new QWidget;
+    auto* untereinander = new QVBoxLayout(angaben);
+    untereinander->setContentsMargins(0, 0, 0, 0);
+    untereinander->addWidget(kolonie);
+    untereinander->addWidget(&auswertung.urteil());
+    untereinander->addStretch(1);
+    links->setWidget(angaben);
+    links->setWidgetResizable(true);
+    links->setFrameShape(QFrame::NoFrame);
+    links->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    links->setMinimumWidth(kolonie->minimumSizeHint().width() + Rand);
+    linkeLeiste = links;
+
+    ansichten_->setObjectName(u"Ansichten"_s);
+    for (QWidget* ansicht :
+         {static_cast<QWidget*>(messplatz), static_cast<QWidget*>(alle),
+          static_cast<QWidget*>(tabelle), static_cast<QWidget*>(&auswertung.kurven()),
+          static_cast<QWidget*>(&auswertung.korrel()), static_cast<QWidget*>(&auswertung.merkmal()),
+          &vorschau}) {
+        ansichten_->addWidget(ansicht);
+    }
+    messplatz->lupe().setObjectName(u"pic_Lupe"_s);
+    messleiste->setObjectName(u"Leiste_Rechts"_s);
+
+    teiler->setObjectName(u"Teiler"_s);
+    teiler->setChildrenCollapsible(false);
+    for (QWidget* teil :
+         {linkeLeiste, static_cast<QWidget*>(ansichten_), static_cast<QWidget*>(messleiste)}) {
+        teiler->addWidget(teil);
+    }
+    teiler->setStretchFactor(1, 1); // the picture gets the room
+    teiler->setSizes({220, 770, 270});
+
+    auto* fläche = new QWidget;
+    auto* layout = new QVBoxLayout(fläche);
+    layout->setContentsMargins(Rand, Rand, Rand, 0);
+    layout->addWidget(teiler, 1);
+    layout->addWidget(&hinweiszeile);
+    fenster.setCentralWidget(fläche);
+
+    status->setObjectName(u"lab_Status"_s);
+    status->setTextFormat(Qt::PlainText); // names of files are no pages
+    status->setIndent(Rand);
+    fenster.statusBar()->addPermanentWidget(status, 1);
+    fenster.statusBar()->setSizeGripEnabled(false);
+
+    alle->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
+}
+
+QWidget* Fensterfläche::gezeigte() const {
+    return ansichten_->currentWidget();
+}
+
+void Fensterfläche::zeige(QWidget* ansicht) {
+    ansichten_->setCurrentWidget(ansicht);
+}
+
+bool Fensterfläche::amMessplatz() const {
+    return gezeigte() == messplatz;
+}
+
+QStringView Fensterfläche::ansichtswort() const {
+    const std::pair<const QWidget*, QStringView> worte[] = {
+        {alle, befehl::Alle},
+        {tabelle, befehl::Tabelle},
+        {&auswertung_.kurven(), befehl::Kurven},
+        {&auswertung_.korrel(), befehl::Korrel},
+        {&auswertung_.merkmal(), befehl::Merkmal}};
+    const auto* const wort =
+        std::find_if(std::begin(worte), std::end(worte),
+                     [ansicht = gezeigte()](const auto& w) { return w.first == ansicht; });
+    return wort == std::end(worte) ? QStringView() : wort->second;
+}
+
+QString Fensterfläche::hilfethema() const {
+    const QWidget* ansicht = gezeigte();
+    const std::pair<const QWidget*, QString> themen[] = {{messplatz, u"messen"_s},
+                                                         {&auswertung_.kurven(), u"beurteilung"_s},
+                                                         {&auswertung_.korrel(), u"indizes"_s},
+                                                         {&auswertung_.merkmal(), u"merkmale"_s},
+                                                         {&vorschau_, u"protokoll"_s}};
+    const auto* const thema = std::find_if(std::begin(themen), std::end(themen),
+                                           [ansicht](const auto& t) { return t.first == ansicht; });
+    return thema == std::end(themen) ? u"index"_s : thema->second;
+}
+
+int Fensterfläche::gewählterFlügel() const {
+    const QWidget* ansicht = gezeigte();
+    std::vector<int> gewählt;
+    if (ansicht == tabelle) {
+        gewählt = {tabelle->gewählteNummer()};
+    } else if (const auto* diagramm = dynamic_cast<const Diagrammansicht*>(ansicht)) {
+        gewählt = diagramm->hervorgehoben();
+    } else if (const auto* liste = dynamic_cast<const Reihenansicht*>(ansicht)) {
+        gewählt = liste->gewählteNummern();
+    } else {
+        gewählt = messleiste->reihe().gewählteNummern();
+    }
+    // A chart may still point out a wing that is gone.
+    const auto nummer =
+        std::find_if(gewählt.begin(), gewählt.end(), [this](int n) { return reihe_.enthält(n); });
+    return nummer != gewählt.end() ? *nummer : reihe_.letzteNummer();
+}
+
+void Fensterfläche::wähle(const std::vector<int>& flügel) {
+    alle->wähle(flügel);
+    messleiste->reihe().wähle(flügel);
+    tabelle->wähle(flügel);
+    auswertung_.hebeHervor(flügel);
+}
+
+} // namespace tarvel

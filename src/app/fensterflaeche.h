@@ -1,0 +1,65 @@
+#pragma once
+
+#include "app/umgebung.h"
+#include "measure/messbefehle.h"
+#include "measure/reihenmodelle.h"
+
+#include <QStringView>
+
+#include <vector>
+
+class QLabel;
+class QMainWindow;
+class QSplitter;
+class QStackedWidget;
+class QWidget;
+
+namespace tarvel {
+
+class Auswertung;
+class Kolonieformular;
+class Messleiste;
+class Messplatz;
+class Reihenansicht;
+class Tabellenansicht;
+
+/// The views of the main window and how they are laid out: colony data and verdict on the left, the
+/// view in the middle, the panel of measuring on the right, hint line and status below.
+class Fensterfläche {
+public:
+    /// Builds everything into @p fenster, which owns it. @p vorschau and @p hinweiszeile, and the
+    /// views of @p auswertung, find their places in it.
+    Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, Messbefehle& befehle,
+                  Reihenmodelle& modelle, Auswertung& auswertung, QWidget& vorschau,
+                  QWidget& hinweiszeile);
+
+    [[nodiscard]] QWidget* gezeigte() const;
+    void zeige(QWidget* ansicht);
+    [[nodiscard]] bool amMessplatz() const;
+    /// Command word of the view that is shown; empty for one that shows no results.
+    [[nodiscard]] QStringView ansichtswort() const;
+    /// Page of the guide about the view that is shown.
+    [[nodiscard]] QString hilfethema() const;
+
+    /// Wing that a command about a single one means: the one chosen in the view, else the last.
+    [[nodiscard]] int gewählterFlügel() const;
+    /// Chooses wings in the lists, and points them out in the charts.
+    void wähle(const std::vector<int>& flügel);
+
+    QSplitter* teiler;
+    QWidget* linkeLeiste;
+    Kolonieformular* kolonie;
+    Messplatz* messplatz;
+    Messleiste* messleiste;
+    Reihenansicht* alle;
+    Tabellenansicht* tabelle;
+    QLabel* status;
+
+private:
+    const Messreihe& reihe_;
+    Auswertung& auswertung_;
+    QWidget& vorschau_;
+    QStackedWidget* ansichten_;
+};
+
+} // namespace tarvel

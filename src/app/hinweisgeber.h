@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/umgebung.h"
+#include "lang/hinweise.h"
+
+namespace tarvel {
+
+class Arbeitsplatz;
+struct Änderung;
+class Hinweiszeile;
+
+/// What the hint line says: hints by number, sentences of their own, and the warnings that are said
+/// only once.
+class Hinweisgeber {
+public:
+    /// The hint line is made here and belongs to the window it is put into.
+    Hinweisgeber(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz);
+
+    [[nodiscard]] Hinweiszeile& zeile() const { return *lab_H_; }
+
+    /// Shows a hint, 0 to 15.
+    void ZeigeHinweis(int nummer);
+    void zeige(const QString& satz);
+    /// Number of the hint that is shown; negative for a sentence of its own.
+    [[nodiscard]] int nummer() const { return nummer_; }
+    /// Words the hint anew in the program's language.
+    void TexteAnwenden();
+
+    /// Says what a person is to be told about a change: hints, points that are missing, and why a
+    /// wing was not taken over.
+    void sage(const Änderung& änderung);
+    /// Says whose the resolution is that was just chosen, and whether it is low.
+    void sageAuflösung();
+    /// Says once that the resolution is low; @p neu after another was chosen, which counts anew.
+    void warneVorGeringerAuflösung(bool neu = false);
+    /// Says once each that settings or journal could not be written.
+    void warneVorSchreibfehlern();
+    /// Before this nothing is said of settings: at the start another hint would take its place.
+    void beginne() { begonnen_ = true; }
+
+private:
+    Umgebung umgebung_;
+    const Arbeitsplatz& arbeitsplatz_;
+    Hinweiszeile* lab_H_;
+    int nummer_ = HinweisKeiner;
+    bool begonnen_ = false;
+    bool auflösungGemeldet_ = false;
+    bool schreibfehlerGemeldet_ = false;
+    bool sitzungsfehlerGemeldet_ = false;
+};
+
+} // namespace tarvel

@@ -1,0 +1,179 @@
+#include "app/untersuchungsgang.h"
+
+#include "results/db.h"
+
+#include <QDir>
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+Untersuchungsgang::Untersuchungsgang(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz,
+                                     const Fensterdienste& dienste)
+    : umgebung_(umgebung)
+    , arbeitsplatz_(arbeitsplatz)
+    , dienste_(dienste) {}
+
+void Untersuchungsgang::beginne() {
+    if (!setzeSitzungFort()) {
+        zeigeLetzte();
+    }
+    arbeitsplatz_.beginneSitzung();
+    dienste_.hinweise.beginne();
+    dienste_.hinweise.warneVorSchreibfehlern();
+}
+
+bool Untersuchungsgang::setzeSitzungFort() {
+    const Texte& t = umgebung_.texte;
+    const std::optional<Sitzungsstand> stand = arbeitsplatz_.liesSitzung();
+    if (const QString& beiseite = arbeitsplatz_.sitzungBeiseite(); !beiseite.isEmpty()) {
+        umgebung_.dialoge.meldung(
+            t(Text::Untersuchung),
+            t(Meldung::SitzungNichtLesbar).arg(QDir::toNativeSeparators(beiseite)),
+            Meldungsart::Ausruf);
+    }
+    if (!stand) {
+        return false;
+    }
+    if (umgebung_.dialoge.frage(
+            {.titel = t(Text::Untersuchung),
+             .text = t(Meldung::SitzungFrage)
+                         .arg(stand->angaben.UNr, QString::number(stand->reihe.nummern().size())),
+             .art = Meldungsart::Frage,
+             .neinVerwirft = true,
+             .ja = t(Meldung::SitzungWeiter),
+             .nein = t(Meldung::Verwerfen)}) != Antwort::Ja) {
+        arbeitsplatz_.verwirfSitzung();
+        return false;
+    }
+    arbeitsplatz_.setzeFort(*stand);
+    if (dienste_.verteiler.kennt(stand->ansicht)) {
+        dienste_.verteiler.ausführen(stand->ansicht);
+    }
+    dienste_.hinweise.zeige(t(Meldung::SitzungWiederDa));
+    return true;
+}
+
+void Untersuchungsgang::zeigeLetzte() {
+    const std::optional<QString> letzte = arbeitsplatz_.ablage().letzteNummer();
+    if (letzte && lade(*letzte)) {
+        return;
+    }
+    arbeitsplatz_.beginneNeue();
+    dienste_.beginneMessen();
+}
+
+bool Untersuchungsgang::verlasse() {
+    const Texte& t = umgebung_.texte;
+    if (arbeitsplatz_.messung().etwasZuVerlieren() &&
+        umgebung_.dialoge.frage({.titel = t(Text::Untersuchung),
+                                 .text = t(Meldung::PunkteVerwerfenFrage),
+                                 .art = Meldungsart::Ausruf,
+                                 .verwirft = true,
+                                 .ja = t(Meldung::Verwerfen),
+                                 .nein = t(Meldung::WeiterMessen)}) != Antwort::Ja) {
+        return false;
+    }
+    return speichere(Speicheranlass::Verlassen);
+}
+
+bool Untersuchungsgang::speichere(Speicheranlass anlass) {
+    const Untersuchung& untersuchung = arbeitsplatz_.untersuchung();
+    const bool warGeändert = untersuchung.geändert();
+    const bool fertig = arbeitsplatz_.speichere(anlass);
+    if (warGeändert && !untersuchung.geändert()) {
+        dienste_.hinweise.zeige(
+            umgebung_.texte(Meldung::UntersuchungGespeichert).arg(untersuchung.angaben().UNr));
+    }
+    return fertig;
+}
+
+void Untersuchungsgang::neueUntersuchung() {
+    dienste_.vervollständige();
+    if (!verlasse()) {
+        return;
+    }
+    arbeitsplatz_.beginneNeue();
+    dienste_.beginneMessen();
+}
+
+void Untersuchungsgang::öffne() {
+    dienste_.vervollständige();
+    if (!verlasse()) {
+        return;
+    }
+    const Ablage& ablage = arbeitsplatz_.ablage();
+    const int vorher = dienste_.hinweise.nummer();
+    dienste_.hinweise.zeige(umgebung_.texte(Text::HinweisUntersuchungÖffnen));
+    DB db({.texte = umgebung_.texte,
+           .dialoge = umgebung_.dialoge,
+           .DatenbankPfad = ablage.DatenbankPfad(),
+           .dokumente = ablage.dokumente(),
+           .DatenbankWählen =
+               [this](const QString& pfad) { return arbeitsplatz_.DatenbankWählen(pfad); },
+           .LadenDB = [this](const QString& nummer) { return lade(nummer); }},
+          dienste_.fenster);
+    if (db.exec() != QDialog::Accepted) {
+        dienste_.hinweise.ZeigeHinweis(std::max<int>(vorher, HinweisKeiner));
+        if (const auto nummer = ablage.inDateiGeändert();
+            nummer && !arbeitsplatz_.untersuchung().geändert()) {
+            lade(*nummer); // edited in the browser
+        }
+    }
+}
+
+bool Untersuchungsgang::öffneDatenbank(const QString& pfad) {
+    dienste_.vervollständige();
+    if (!verlasse() || !arbeitsplatz_.DatenbankWählen(pfad)) {
+        return false;
+    }
+    zeigeLetzte();
+    return true;
+}
+
+bool Untersuchungsgang::lade(const QString& nummer) {
+    const std::optional<GeleseneUntersuchung> gelesen = arbeitsplatz_.lade(nummer);
+    if (!gelesen) {
+        return false;
+    }
+    dienste_.verteiler.ausführen(befehl::Kurven);
+    dienste_.verteiler.ausführen(befehl::Alle);
+    const Texte& t = umgebung_.texte;
+    if (const std::optional<bool> urteil = arbeitsplatz_.beurteilung().urteil();
+        urteil && *urteil != gelesen->EntsprichtRasse) {
+        const auto wort = [&t](bool ja) { return t(urteilswort(ja)); };
+        dienste_.hinweise.zeige(
+            t(Meldung::UrteilAnders).arg(wort(gelesen->EntsprichtRasse), wort(*urteil)));
+    }
+    if (gelesen->rasse) {
+        dienste_.hinweise.zeige(
+            t(Meldung::RasseNichtInListe)
+                .arg(*gelesen->rasse,
+                     arbeitsplatz_.einstellungen().rassen.value(gelesen->angaben.Rasse)));
+    }
+    if (!gelesen->nichtGelesen.isEmpty()) {
+        umgebung_.dialoge.meldung(
+            t(Text::Untersuchung),
+            t(Meldung::UntersuchungNichtLesbar).arg(nummer, gelesen->nichtGelesen.join(u", "_s)),
+            Meldungsart::Ausruf);
+    }
+    return true;
+}
+
+bool Untersuchungsgang::wechsleGeschlecht(Geschlecht tiere) {
+    const Texte& t = umgebung_.texte;
+    if (arbeitsplatz_.untersuchung().merkmale().etwasEingetragen() &&
+        umgebung_.dialoge.frage({.titel = t(Text::KörperMerkmale),
+                                 .text = t(Text::UmschaltenWarnung1) + t(Text::UmschaltenWarnung2) +
+                                         u'\n' + t(Text::UmschaltenFrage),
+                                 .art = Meldungsart::Frage,
+                                 .verwirft = true}) != Antwort::Ja) {
+        return false;
+    }
+    arbeitsplatz_.wähleTiere(tiere);
+    return true;
+}
+
+} // namespace tarvel

@@ -1,0 +1,611 @@
+#include "results/arbeitsplatz.h"
+
+#include "evaluation/rassen.h"
+#include "measure/aufloesung.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvel {
+
+namespace {
+
+bool gleicherOrt(const Messpunkte& a, const Messpunkte& b) {
+    return a.PunktX == b.PunktX && a.PunktY == b.PunktY && a.AktuellerPunkt == b.AktuellerPunkt;
+}
+
+bool gleicheAufnahme(const Messstand& a, const Messstand& b) {
+    return a.messart == b.messart && a.aufnahme == b.aufnahme && a.bilddatei == b.bilddatei &&
+           a.angefangen == b.angefangen && a.wiederholung == b.wiederholung;
+}
+
+/// Place of the only sum in which two sets of marks differ, from 1; 0 when more than that differs.
+int getippteSumme(const Merkmale& alt, const Merkmale& neu) {
+    int stelle = 0;
+    Merkmale probe = alt;
+    for (std::size_t i = 0; i < probe.Summen.size(); ++i) {
+        if (alt.Summen.at(i) != neu.Summen.at(i)) {
+            stelle = stelle == 0 ? static_cast<int>(i) + 1 : -1;
+            probe.Summen.at(i) = neu.Summen.at(i);
+        }
+    }
+    return stelle > 0 && probe == neu ? stelle : 0;
+}
+
+} // namespace
+
+bool Änderung::etwas() const {
+    return Punkte || Aufnahme || Reihe || Merkmale || Angaben || Urteil || Ablage ||
+           Einstellungen || Untersuchung || Schritte || hinweis != HinweisKeiner || übernommen ||
+           fehler || reiheVoll;
+}
+
+Arbeitsplatz::Arbeitsplatz(const Ablageumgebung& umgebung, Einstellungen& einstellungen,
+                           Benutzerspeicher& speicher, const QString& journal)
+    : ini_(einstellungen)
+    , ablage_(umgebung, speicher)
+    , sitzung_(journal)
+    , messung_(untersuchung_.reihe(), umgebung.format) {
+    jetzt_ = stand();
+    journal_ = beobachte([this](const Änderung&) { sichere(); });
+}
+
+Arbeitsplatz::Beobachtung Arbeitsplatz::beobachte(Beobachter beobachter) {
+    auto neue = std::make_shared<Beobachter>(std::move(beobachter));
+    beobachter_.push_back(neue);
+    return neue;
+}
+
+Ablagestand Arbeitsplatz::ablagestand() const {
+    // A wing of the series that is corrected meanwhile may have another resolution.
+    const auto& wiederholung = messung_.stand().wiederholung;
+    return {.EntsprichtRasse = beurteilung_.EntsprichtRasse,
+            .auflösung = wiederholung ? wiederholung->aufnahme.dpi : messung_.aufnahme().dpi};
+}
+
+Arbeitsplatz::Stand Arbeitsplatz::stand() const {
+    const Untersuchung& u = untersuchung_;
+    const bool gleiche = jetzt_.reihe && *jetzt_.reihe == u.reihe();
+    return {.angaben = u.angaben(),
+            .reihe = gleiche ? jetzt_.reihe : std::make_shared<const Messreihe>(u.reihe()),
+            .merkmale = u.merkmale(),
+            .messung = messung_.stand(),
+            .angabenGeändert = u.angabenGeändert(),
+            .messungenGeändert = u.messungenGeändert()};
+}
+
+/// Every change goes through here. @p befehl returns the step that it was, if it can be undone;
+/// commands within a command belong to the outer one.
+template <typename Befehl>
+void Arbeitsplatz::führeAus(Befehl&& befehl) {
+    ++tiefe_;
+    const std::optional<Schritt> schritt = befehl();
+    if (--tiefe_ == 0) {
+        schließeAb(schritt);
+    }
+}
+
+void Arbeitsplatz::schließeAb(const std::optional<Schritt>& schritt) {
+    const Stand vorher = std::exchange(jetzt_, stand());
+    Änderung& ä = änderung_;
+    ä.Punkte = ä.Punkte || vorher.messung.punkte != jetzt_.messung.punkte;
+    ä.Aufnahme = ä.Aufnahme || !gleicheAufnahme(vorher.messung, jetzt_.messung);
+    ä.Reihe = ä.Reihe || vorher.reihe != jetzt_.reihe;
+    ä.Merkmale = ä.Merkmale || vorher.merkmale != jetzt_.merkmale;
+    ä.Angaben = ä.Angaben || vorher.angaben != jetzt_.angaben;
+    ä.Ablage = ä.Ablage || vorher.angabenGeändert != jetzt_.angabenGeändert ||
+               vorher.messungenGeändert != jetzt_.messungenGeändert;
+    const bool neuerStandard = ä.Einstellungen || standardRasse_ != jetzt_.angaben.Rasse;
+    if (neuerStandard) {
+        standardRasse_ = jetzt_.angaben.Rasse;
+        standard_ = ladeRassestandard(standardRasse_ + 1, ini_);
+    }
+    if (neuerStandard || ä.Reihe || ä.Merkmale || ä.Untersuchung ||
+        vorher.angaben.Tiere != jetzt_.angaben.Tiere) {
+        beurteilung_ = urteile(jetzt_.angaben.Tiere, untersuchung_.reihe(), jetzt_.merkmale,
+                               standard_, einstellungen_.regeln)
+                           .beurteilung;
+        ä.Urteil = true;
+    }
+    const bool offen = std::exchange(bleibtOffen_, false);
+    if (schritt) {
+        legeAb(*schritt, vorher, offen);
+    }
+    schrittOffen_ = offen && (schritt || schrittOffen_);
+    if (const Änderung fertig = std::exchange(änderung_, {}); fertig.etwas()) {
+        melde(fertig);
+    }
+}
+
+void Arbeitsplatz::legeAb(const Schritt& schritt, const Stand& vorher, bool offen) {
+    const bool weiter =
+        offen && schrittOffen_ && !zurück_.empty() && zurück_.back().schritt == schritt;
+    if (!weiter) {
+        zurück_.push_back({schritt, vorher, vorher.messung != jetzt_.messung});
+        änderung_.Schritte = true;
+    }
+    änderung_.Schritte = änderung_.Schritte || !vor_.empty();
+    vor_.clear();
+}
+
+void Arbeitsplatz::melde(const Änderung& änderung) {
+    ausstehend_.push_back(änderung);
+    if (meldet_) {
+        return; // a command of an observer; all see one notice after the other
+    }
+    meldet_ = true;
+    while (!ausstehend_.empty()) {
+        const Änderung nächste = std::move(ausstehend_.front());
+        ausstehend_.pop_front();
+        const auto alle = beobachter_;
+        for (const std::weak_ptr<Beobachter>& beobachter : alle) {
+            if (const Beobachtung lebender = beobachter.lock()) {
+                (*lebender)(nächste);
+            }
+        }
+    }
+    meldet_ = false;
+    std::erase_if(beobachter_, [](const auto& b) { return b.expired(); });
+}
+
+// Measuring
+
+bool Arbeitsplatz::messe(const std::function<Messergebnis()>& tun) {
+    bool verstanden = false;
+    führeAus([&]() -> std::optional<Schritt> {
+        const Messpunkte vorher = messung_.punkte();
+        Messergebnis ergebnis = tun();
+        verstanden = ergebnis.verstanden;
+        änderung_.hinweis = ergebnis.hinweis;
+        änderung_.fehler = ergebnis.fehler;
+        änderung_.reiheVoll = ergebnis.reiheVoll;
+        änderung_.übernommen = ergebnis.übernommen;
+        if (ergebnis.reihe) {
+            untersuchung_.setzeReihe(*ergebnis.reihe);
+            return Schritt{Schrittart::Übernehmen,
+                           ergebnis.übernommen ? ergebnis.übernommen->nummer : messung_.nummer()};
+        }
+        const Messpunkte& jetzt = messung_.punkte();
+        return gleicherOrt(vorher, jetzt)
+                   ? std::nullopt
+                   : std::optional(Schritt{Schrittart::Punkt, jetzt.GewählterPunkt});
+    });
+    return verstanden;
+}
+
+void Arbeitsplatz::Bild_MouseDown(Maustaste taste, int umschalt, float X, float Y) {
+    messe([&] { return messung_.Bild_MouseDown(taste, umschalt, X, Y); });
+}
+
+void Arbeitsplatz::Bild_MouseMove(Maustaste taste, int umschalt, float X, float Y) {
+    messung_.Bild_MouseMove(taste, umschalt, X, Y); // nothing that anybody sees
+}
+
+bool Arbeitsplatz::Bild_KeyDown(int keyCode, int umschalt) {
+    if (keyCode == taste::Rücktaste && umschalt == umschaltung::Keine) {
+        const Schritt* letzter = rückgängig();
+        const bool punktschritt = letzter != nullptr && (letzter->art == Schrittart::Punkt ||
+                                                         letzter->art == Schrittart::PunkteLöschen);
+        return punktschritt && macheRückgängig();
+    }
+    return messe([&] { return messung_.Bild_KeyDown(keyCode, umschalt); });
+}
+
+void Arbeitsplatz::opt_Fein_Click(int index) {
+    führeAus([&]() -> std::optional<Schritt> {
+        messung_.opt_Fein_Click(index);
+        return std::nullopt;
+    });
+}
+
+void Arbeitsplatz::zieh(int nummer, float x, float y, bool neuerZug) {
+    schrittOffen_ = schrittOffen_ && !neuerZug;
+    bleibtOffen_ = true;
+    messe([&] {
+        Messergebnis ergebnis;
+        ergebnis.verstanden = messung_.zieh(nummer, x, y);
+        return ergebnis;
+    });
+}
+
+void Arbeitsplatz::NeuerFlügel() {
+    führeAus([&]() -> std::optional<Schritt> {
+        const bool begonnen = messung_.punkte().begonnen();
+        messung_.NeuerFlügel();
+        return begonnen ? std::optional(Schritt{Schrittart::PunkteLöschen}) : std::nullopt;
+    });
+}
+
+void Arbeitsplatz::setzeBild(const QString& pfad) {
+    führeAus([&]() -> std::optional<Schritt> {
+        const bool verloren = messung_.wiederholt() || messung_.punkte().begonnen();
+        messung_.setzeBilddatei(pfad);
+        return verloren ? std::optional(Schritt{Schrittart::Bild}) : std::nullopt;
+    });
+}
+
+void Arbeitsplatz::setzeZoom(int zoomfaktor) {
+    führeAus([&]() -> std::optional<Schritt> {
+        const bool verloren = messung_.punkte().begonnen();
+        messung_.setzeZoomfaktor(zoomfaktor);
+        return verloren ? std::optional(Schritt{Schrittart::Zoom}) : std::nullopt;
+    });
+}
+
+void Arbeitsplatz::setzeMessart(Messart messart) {
+    führeAus([&]() -> std::optional<Schritt> {
+        const bool andere = messart != messung_.messart();
+        messung_.setzeMessart(messart);
+        merkeWahl(Schrittart::Messart);
+        return andere ? std::optional(Schritt{Schrittart::Messart}) : std::nullopt;
+    });
+}
+
+void Arbeitsplatz::setzeAuflösung(int dpi) {
+    führeAus([&]() -> std::optional<Schritt> {
+        const bool andere = dpi != messung_.aufnahme().dpi;
+        messung_.setzeAuflösung(dpi);
+        merkeWahl(Schrittart::Auflösung);
+        return andere ? std::optional(Schritt{Schrittart::Auflösung}) : std::nullopt;
+    });
+}
+
+/// Keeps the kind, or the resolution, of the series for the next start.
+void Arbeitsplatz::merkeWahl(Schrittart art) {
+    if (messung_.wiederholt()) {
+        return;
+    }
+    if (art == Schrittart::Messart) {
+        einstellungen_.messart = messung_.messart();
+        ini_.schreibe(Einstellung::Betriebsart, static_cast<int>(einstellungen_.messart));
+    } else if (art == Schrittart::Auflösung) {
+        einstellungen_.auflösung = messung_.aufnahme().dpi;
+        if (const int position = scannerposition(einstellungen_.auflösung); position >= 0) {
+            ini_.schreibe(Einstellung::ScannMessung, position);
+        }
+    }
+}
+
+bool Arbeitsplatz::wiederhole(int nummer) {
+    bool gelungen = false;
+    führeAus([&]() -> std::optional<Schritt> {
+        gelungen = messung_.wiederhole(nummer);
+        if (!gelungen) {
+            return std::nullopt;
+        }
+        änderung_.hinweis = messung_.standhinweis();
+        return Schritt{Schrittart::Wiederholen, nummer};
+    });
+    return gelungen;
+}
+
+void Arbeitsplatz::gibWiederholungAuf() {
+    führeAus([&]() -> std::optional<Schritt> {
+        const int nummer = messung_.nummer();
+        return messung_.gibWiederholungAuf()
+                   ? std::optional(Schritt{Schrittart::WiederholungAufgeben, nummer})
+                   : std::nullopt;
+    });
+}
+
+// Series, marks and colony data
+
+bool Arbeitsplatz::löscheFlügel(int nummer) {
+    Messreihe neu = reihe();
+    if (!neu.löscheFlügel(nummer)) {
+        return false;
+    }
+    führeAus([&]() -> std::optional<Schritt> {
+        if (messung_.wiederholt() && messung_.nummer() == nummer) {
+            messung_.gibWiederholungAuf();
+        }
+        untersuchung_.setzeReihe(neu);
+        return Schritt{Schrittart::FlügelLöschen, nummer};
+    });
+    return true;
+}
+
+void Arbeitsplatz::löscheAlle() {
+    if (reihe().leer()) {
+        return;
+    }
+    führeAus([&]() -> std::optional<Schritt> {
+        messung_.gibWiederholungAuf();
+        Messreihe neu = reihe();
+        neu.löscheAlle();
+        untersuchung_.setzeReihe(neu);
+        return Schritt{Schrittart::AlleLöschen};
+    });
+}
+
+void Arbeitsplatz::setzeMerkmale(const Merkmale& merkmale) {
+    const Merkmale& bisher = untersuchung_.merkmale();
+    if (merkmale == bisher) {
+        return;
+    }
+    führeAus([&]() -> std::optional<Schritt> {
+        const int summe = getippteSumme(bisher, merkmale);
+        bleibtOffen_ = summe != 0;
+        untersuchung_.setzeMerkmale(merkmale);
+        return Schritt{Schrittart::Merkmale, summe};
+    });
+}
+
+void Arbeitsplatz::setzeAngaben(const Kolonieangaben& angaben) {
+    const Kolonieangaben& bisher = untersuchung_.angaben();
+    if (angaben == bisher) {
+        return;
+    }
+    führeAus([&]() -> std::optional<Schritt> {
+        Schritt schritt{Schrittart::Rasse};
+        if (QString Kolonieangaben::*feld = geändertesFeld(bisher, angaben)) {
+            schritt = {Schrittart::Feld, 0, feld};
+            bleibtOffen_ = true;
+        }
+        untersuchung_.setzeAngaben(angaben);
+        return schritt;
+    });
+}
+
+void Arbeitsplatz::beendeEingabe() {
+    if (!std::exchange(schrittOffen_, false) || zurück_.empty()) {
+        return;
+    }
+    const Stand& vorher = zurück_.back().vorher;
+    if (vorher.angaben == jetzt_.angaben && vorher.merkmale == jetzt_.merkmale &&
+        vorher.reihe == jetzt_.reihe && !zurück_.back().mitMessung) {
+        führeAus([&]() -> std::optional<Schritt> {
+            zurück_.pop_back(); // typed and taken away again
+            änderung_.Schritte = true;
+            return std::nullopt;
+        });
+    }
+}
+
+void Arbeitsplatz::wähleRasse(int index) {
+    ini_.schreibe(Einstellung::GewählteRasse, index);
+    Kolonieangaben angaben = untersuchung_.angaben();
+    angaben.Rasse = index;
+    angaben.Rassenname.clear();
+    setzeAngaben(angaben);
+}
+
+void Arbeitsplatz::wähleTiere(Geschlecht tiere) {
+    führeAus([&]() -> std::optional<Schritt> {
+        Kolonieangaben angaben = untersuchung_.angaben();
+        angaben.Tiere = tiere;
+        untersuchung_.setzeAngaben(angaben);
+        Merkmale merkmale = untersuchung_.merkmale();
+        setzeTiere(merkmale, tiere);
+        untersuchung_.setzeMerkmale(merkmale);
+        return Schritt{Schrittart::Tiere};
+    });
+}
+
+// Undo
+
+const Schritt* Arbeitsplatz::rückgängig() const {
+    return zurück_.empty() ? nullptr : &zurück_.back().schritt;
+}
+
+const Schritt* Arbeitsplatz::wiederherstellbar() const {
+    return vor_.empty() ? nullptr : &vor_.back().schritt;
+}
+
+std::optional<Schritt> Arbeitsplatz::macheRückgängig() {
+    return geheZurück(zurück_, vor_);
+}
+
+std::optional<Schritt> Arbeitsplatz::stelleWiederHer() {
+    return geheZurück(vor_, zurück_);
+}
+
+std::optional<Schritt> Arbeitsplatz::geheZurück(std::vector<Rückschritt>& von,
+                                                std::vector<Rückschritt>& nach) {
+    if (von.empty()) {
+        return std::nullopt;
+    }
+    const Rückschritt ziel = std::move(von.back());
+    von.pop_back();
+    führeAus([&]() -> std::optional<Schritt> {
+        nach.push_back({ziel.schritt, jetzt_, ziel.mitMessung});
+        untersuchung_.lade(ziel.vorher.angaben, *ziel.vorher.reihe, ziel.vorher.merkmale,
+                           untersuchung_.datum(), untersuchung_.zusatz());
+        untersuchung_.alsGeändertMerken(ziel.vorher.angabenGeändert, ziel.vorher.messungenGeändert);
+        // Picture and zoom may have changed since without a step; what is being measured goes back
+        // only where the step was one of measuring, and then with the picture it belongs to.
+        if (ziel.mitMessung) {
+            messung_.setzeStand(ziel.vorher.messung);
+            merkeWahl(ziel.schritt.art);
+            änderung_.hinweis = messung_.standhinweis();
+        }
+        änderung_.Schritte = true;
+        return std::nullopt;
+    });
+    return ziel.schritt;
+}
+
+void Arbeitsplatz::vergissSchritte() {
+    zurück_.clear();
+    vor_.clear();
+    änderung_.Schritte = true;
+}
+
+/// After storing: which of the states that undo leads to differ from the stored one.
+void Arbeitsplatz::bewerteGespeichertes() {
+    const Untersuchung& u = untersuchung_;
+    for (std::vector<Rückschritt>* schritte : {&zurück_, &vor_}) {
+        for (Rückschritt& r : *schritte) {
+            r.vorher.angabenGeändert = r.vorher.angaben != u.angaben();
+            r.vorher.messungenGeändert =
+                r.vorher.merkmale != u.merkmale() || *r.vorher.reihe != u.reihe();
+        }
+    }
+}
+
+// Examination and results file
+
+void Arbeitsplatz::richteAblageEin() {
+    ablage_.richteEin();
+}
+
+void Arbeitsplatz::richteEin() {
+    führeAus([&]() -> std::optional<Schritt> {
+        übernimmEinstellungen();
+        Kolonieangaben angaben;
+        angaben.Rasse = einstellungen_.Rasse;
+        untersuchung_.setzeAngaben(angaben);
+        untersuchung_.alsUnverändertMerken();
+        messung_.setzeZoomfaktor(einstellungen_.Zoomfaktor);
+        richteMessungEin(einstellungen_.auflösung, einstellungen_.messart);
+        return std::nullopt;
+    });
+}
+
+bool Arbeitsplatz::DatenbankWählen(const QString& pfad) {
+    const bool gewählt = ablage_.DatenbankWählen(pfad);
+    führeAus([&]() -> std::optional<Schritt> {
+        änderung_.Ablage = true;
+        return std::nullopt;
+    });
+    return gewählt;
+}
+
+void Arbeitsplatz::SpracheDB() {
+    ablage_.SpracheDB();
+}
+
+/// The measuring at the beginning of another examination; picture and zoom stay.
+void Arbeitsplatz::richteMessungEin(std::optional<int> auflösung, std::optional<Messart> messart) {
+    messung_.gibWiederholungAuf();
+    messung_.setzeMessart(messart.value_or(messung_.messart()));
+    messung_.setzeAuflösung(auflösung.value_or(messung_.aufnahme().dpi));
+    vergissSchritte();
+    änderung_.Untersuchung = true;
+}
+
+void Arbeitsplatz::beginneNeue() {
+    const Kolonieangaben neu = ablage_.NeueUntersuchung(untersuchung_.angaben());
+    führeAus([&]() -> std::optional<Schritt> {
+        untersuchung_.beginneNeu(neu);
+        // A loaded examination brings the resolution it was measured with; a new one has the
+        // user's.
+        richteMessungEin(einstellungen_.auflösung, einstellungen_.messart);
+        return std::nullopt;
+    });
+}
+
+std::optional<GeleseneUntersuchung> Arbeitsplatz::lade(const QString& nummer) {
+    std::optional<GeleseneUntersuchung> gelesen = ablage_.LadenDB(nummer);
+    if (gelesen) {
+        führeAus([&]() -> std::optional<Schritt> {
+            untersuchung_.lade(gelesen->angaben, gelesen->reihe, gelesen->merkmale, gelesen->datum,
+                               gelesen->zusatz);
+            richteMessungEin(gelesen->auflösung, {});
+            return std::nullopt;
+        });
+    }
+    return gelesen;
+}
+
+void Arbeitsplatz::nimmEin(const Untersuchung& untersuchung, std::optional<int> auflösung,
+                           std::optional<Messart> messart) {
+    const Kolonieangaben neu = ablage_.NeueUntersuchung(untersuchung_.angaben());
+    führeAus([&]() -> std::optional<Schritt> {
+        Kolonieangaben angaben = untersuchung.angaben();
+        if (angaben.UNr.trimmed().isEmpty()) {
+            angaben.UNr = neu.UNr;
+        }
+        untersuchung_.lade(angaben, untersuchung.reihe(), untersuchung.merkmale(),
+                           untersuchung.datum(), untersuchung.zusatz());
+        untersuchung_.alsGeändertMerken(untersuchung.angabenGeändert(),
+                                        untersuchung.messungenGeändert());
+        richteMessungEin(auflösung.value_or(einstellungen_.auflösung),
+                         messart.value_or(einstellungen_.messart));
+        return std::nullopt;
+    });
+}
+
+bool Arbeitsplatz::speichere(Speicheranlass anlass) {
+    // Asks questions, so nothing of the state may be in the middle of a change.
+    const Speicherergebnis ergebnis = ablage_.SpeichernDB(untersuchung_, anlass, ablagestand());
+    if (ergebnis.gespeichert) {
+        führeAus([&]() -> std::optional<Schritt> {
+            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert);
+            bewerteGespeichertes();
+            änderung_.Ablage = true;
+            return std::nullopt;
+        });
+    }
+    return ergebnis.fertig;
+}
+
+void Arbeitsplatz::übernimmEinstellungen() {
+    führeAus([&]() -> std::optional<Schritt> {
+        const QStringList rassen = rassenliste(ini_);
+        einstellungen_ = {.regeln = {.BewertungAktiv = ini_.schalter(Einstellung::Beurteilung),
+                                     .OhneHaarlänge = ini_.schalter(Einstellung::OhneHaarlänge)},
+                          .Kurvenform = ini_.zahl(Einstellung::Kurvenform),
+                          .ZweiteKurve = ini_.zahl(Einstellung::ZweiteKurve),
+                          .rassen = rassen,
+                          .Rasse = std::clamp<int>(ini_.zahl(Einstellung::Rasse), 0,
+                                                   static_cast<int>(rassen.size()) - 1),
+                          .messart = static_cast<Messart>(
+                              std::clamp<int>(ini_.zahl(Einstellung::Betriebsart), 0, 2)),
+                          .auflösung = scannerauflösung(ini_.zahl(Einstellung::ScannMessung)),
+                          .Zoomfaktor = ini_.zahl(Einstellung::DefaultZoomHauptfenster) + 1};
+        änderung_.Einstellungen = true;
+        return std::nullopt;
+    });
+}
+
+// Journal
+
+void Arbeitsplatz::setzeFort(const Sitzungsstand& stand) {
+    führeAus([&]() -> std::optional<Schritt> {
+        stelleHer(untersuchung_, stand);
+        ablage_.nimmAlsGespeichert(
+            stand.DatenbankPfad == ablage_.DatenbankPfad() ? stand.gespeicherteNummer : QString());
+        richteMessungEin({}, {});
+        // After a repeat the series goes on with the picture that is there.
+        messung_.setzeBilddatei(stand.flügel.bilddatei);
+        messung_.setzeZoomfaktor(stand.flügel.aufnahme.Zoomfaktor);
+        messung_.stelleHer(stand.flügel, stand.wiederholt);
+        return std::nullopt;
+    });
+}
+
+void Arbeitsplatz::beginneSitzung() {
+    sitzungLäuft_ = true;
+    sichere();
+}
+
+void Arbeitsplatz::beendeSitzung() {
+    sitzungLäuft_ = false;
+    sitzung_.lösche(); // what is given up here shall not come back
+}
+
+void Arbeitsplatz::merkeAnsicht(QStringView ansicht) {
+    if (ansicht_ != ansicht) {
+        ansicht_ = ansicht.toString();
+        sichere();
+    }
+}
+
+void Arbeitsplatz::sichere() {
+    if (!sitzungLäuft_) {
+        return;
+    }
+    Sitzungsstand stand = sitzungsstand(untersuchung_);
+    stand.DatenbankPfad = ablage_.DatenbankPfad();
+    stand.gespeicherteNummer = ablage_.gespeicherteNummer();
+    stand.flügel = {.punkte = messung_.punkte(),
+                    .messart = messung_.messart(),
+                    .aufnahme = messung_.aufnahme(),
+                    .bilddatei = messung_.bilddatei()};
+    stand.wiederholt = messung_.wiederholt() ? messung_.nummer() : qint16{0};
+    stand.ansicht = ansicht_;
+    gesichert_ = sitzung_.merke(stand);
+}
+
+} // namespace tarvel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "lang/texte.h"
+#include "results/kolonieangaben.h"
+
+#include <QString>
+
+namespace tarvel {
+
+/// What a step that can be undone did.
+enum class Schrittart {
+    Punkt,         ///< a point was set or moved
+    PunkteLöschen, ///< the points of the current wing were discarded
+    Übernehmen,
+    FlügelLöschen,
+    AlleLöschen,
+    Wiederholen,
+    WiederholungAufgeben,
+    Bild, ///< another picture, which discarded points
+    Zoom, ///< another zoom, which discarded points
+    Messart,
+    Auflösung,
+    Feld, ///< a text of the colony data
+    Rasse,
+    Tiere,
+    Merkmale
+};
+
+struct Schritt {
+    Schrittart art = Schrittart::Punkt;
+    int nummer = 0;                          ///< of the point or wing
+    QString Kolonieangaben::*feld = nullptr; ///< of Schrittart::Feld
+
+    bool operator==(const Schritt&) const = default;
+};
+
+/// True when the step changed what is being measured.
+[[nodiscard]] constexpr bool istMessschritt(Schrittart art) {
+    return art < Schrittart::Feld && art != Schrittart::FlügelLöschen &&
+           art != Schrittart::AlleLöschen;
+}
+
+/// What the menu calls the step: "Punkt 5".
+[[nodiscard]] QString schrittname(const Schritt& schritt, const Texte& texte);
+
+/// The first text in which two colony data differ; null for none.
+[[nodiscard]] QString Kolonieangaben::*geändertesFeld(const Kolonieangaben& a,
+                                                      const Kolonieangaben& b);
+
+} // namespace tarvel
