@@ -25,7 +25,6 @@ namespace {
 
 /// How near to a mark, in zoomed pixels, the pointer takes hold of it.
 constexpr float Griffweite = 14.0F;
-
 /// The hourglass for as long as it lives.
 class Wartezeiger {
 public:
@@ -177,14 +176,13 @@ bool Messplatz::verlässtFlügel(Meldung frage, Meldung ja) {
     if (!messung_.wiederholt()) {
         return gibPunkteAuf(frage, ja);
     }
-    ja = Meldung::WiederholungAufgeben;
     return dialoge_.frage(
-               {.titel = texte_(ja),
+               {.titel = texte_(Meldung::WiederholungAufgeben),
                 .text =
                     texte_(Meldung::WiederholungAufgebenFrage).arg(dreistellig(messung_.nummer())),
                 .art = Meldungsart::Frage,
                 .verwirft = true,
-                .ja = texte_(ja),
+                .ja = texte_(Meldung::WiederholungAufgeben),
                 .nein = texte_(Meldung::WeiterMessen)}) == Antwort::Ja;
 }
 
@@ -292,14 +290,13 @@ void Messplatz::zeigeÜbersicht() {
         return;
     }
     // The next wing that is clicked there is another one.
-    if (messung_.wiederholt()) {
-        if (!verlässtFlügel(Meldung::WiederholungAufgebenFrage, Meldung::WiederholungAufgeben)) {
-            return;
-        }
-        befehle_.gibWiederholungAuf();
-        if (!datei_) {
-            return; // the picture of the series is gone
-        }
+    if (messung_.wiederholt() &&
+        !verlässtFlügel(Meldung::WiederholungAufgebenFrage, Meldung::WiederholungAufgeben)) {
+        return;
+    }
+    befehle_.gibWiederholungAuf();
+    if (!datei_) {
+        return; // the picture of the series is gone
     }
     wechsle(Zustand::Übersicht);
     zeigeRahmen();
