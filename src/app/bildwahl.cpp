@@ -1,6 +1,7 @@
 #include "app/bildwahl.h"
 
 #include "measure/bildordner.h"
+#include "measure/bildort.h"
 
 #include <QDir>
 #include <QFileInfo>

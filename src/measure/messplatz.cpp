@@ -171,22 +171,21 @@ bool Messplatz::verlässtFlügel(Meldung frage, Meldung ja) {
     if (!messung_.wiederholt()) {
         return gibPunkteAuf(frage, ja);
     }
-    ja = Meldung::WiederholungAufgeben;
     return dialoge_.frage(
-               {.titel = texte_(ja),
+               {.titel = texte_(Meldung::WiederholungAufgeben),
                 .text =
                     texte_(Meldung::WiederholungAufgebenFrage).arg(dreistellig(messung_.nummer())),
                 .art = Meldungsart::Frage,
                 .verwirft = true,
-                .ja = texte_(ja),
+                .ja = texte_(Meldung::WiederholungAufgeben),
                 .nein = texte_(Meldung::WeiterMessen)}) == Antwort::Ja;
 }
 
-bool Messplatz::ladeBild(const QString& pfad, Seitenwahl seite) {
+bool Messplatz::ladeBild(const QString& pfad) {
     if (!verlässtFlügel(Meldung::AnderesBildFrage, Meldung::AnderesBildLaden)) {
         return false;
     }
-    const QString gewählt = seite == Seitenwahl::Fragen ? wähleSeite(pfad) : pfad;
+    const QString gewählt = wähleSeite(pfad);
     if (gewählt.isEmpty() || !öffne(gewählt)) {
         return false;
     }
@@ -314,14 +313,13 @@ void Messplatz::zeigeÜbersicht() {
         return;
     }
     // The next wing that is clicked there is another one.
-    if (messung_.wiederholt()) {
-        if (!verlässtFlügel(Meldung::WiederholungAufgebenFrage, Meldung::WiederholungAufgeben)) {
-            return;
-        }
-        befehle_.gibWiederholungAuf();
-        if (!datei_) {
-            return; // the picture of the series is gone
-        }
+    if (messung_.wiederholt() &&
+        !verlässtFlügel(Meldung::WiederholungAufgebenFrage, Meldung::WiederholungAufgeben)) {
+        return;
+    }
+    befehle_.gibWiederholungAuf();
+    if (!datei_) {
+        return; // the picture of the series is gone
     }
     wechsle(Zustand::Übersicht);
     zeigeRahmen();

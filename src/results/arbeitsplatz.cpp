@@ -4,6 +4,7 @@
 #include "measure/aufloesung.h"
 
 #include <algorithm>
+#include <type_traits>
 #include <utility>
 
 namespace tarvel {
@@ -79,7 +80,12 @@ Arbeitsplatz::Stand Arbeitsplatz::stand() const {
 template <typename Befehl>
 void Arbeitsplatz::führeAus(Befehl&& befehl) {
     ++tiefe_;
-    const std::optional<Schritt> schritt = befehl();
+    std::optional<Schritt> schritt;
+    if constexpr (std::is_void_v<decltype(befehl())>) {
+        befehl();
+    } else {
+        schritt = befehl();
+    }
     if (--tiefe_ == 0) {
         schließeAb(schritt);
     }
@@ -192,10 +198,7 @@ bool Arbeitsplatz::Bild_KeyDown(int keyCode, int umschalt) {
 }
 
 void Arbeitsplatz::opt_Fein_Click(int index) {
-    führeAus([&]() -> std::optional<Schritt> {
-        messung_.opt_Fein_Click(index);
-        return std::nullopt;
-    });
+    führeAus([&] { messung_.opt_Fein_Click(index); });
 }
 
 void Arbeitsplatz::zieh(int nummer, float x, float y, bool neuerZug) {
@@ -354,10 +357,9 @@ void Arbeitsplatz::beendeEingabe() {
     const Stand& vorher = zurück_.back().vorher;
     if (vorher.angaben == jetzt_.angaben && vorher.merkmale == jetzt_.merkmale &&
         vorher.reihe == jetzt_.reihe && !zurück_.back().mitMessung) {
-        führeAus([&]() -> std::optional<Schritt> {
+        führeAus([&] {
             zurück_.pop_back(); // typed and taken away again
             änderung_.Schritte = true;
-            return std::nullopt;
         });
     }
 }
@@ -407,7 +409,7 @@ std::optional<Schritt> Arbeitsplatz::geheZurück(std::vector<Rückschritt>& von,
     }
     const Rückschritt ziel = std::move(von.back());
     von.pop_back();
-    führeAus([&]() -> std::optional<Schritt> {
+    führeAus([&] {
         nach.push_back({ziel.schritt, jetzt_, ziel.mitMessung});
         untersuchung_.lade(ziel.vorher.angaben, *ziel.vorher.reihe, ziel.vorher.merkmale,
                            untersuchung_.datum(), untersuchung_.zusatz());
@@ -420,7 +422,6 @@ std::optional<Schritt> Arbeitsplatz::geheZurück(std::vector<Rückschritt>& von,
             änderung_.hinweis = messung_.standhinweis();
         }
         änderung_.Schritte = true;
-        return std::nullopt;
     });
     return ziel.schritt;
 }
@@ -450,7 +451,7 @@ void Arbeitsplatz::richteAblageEin() {
 }
 
 void Arbeitsplatz::richteEin() {
-    führeAus([&]() -> std::optional<Schritt> {
+    führeAus([&] {
         übernimmEinstellungen();
         Kolonieangaben angaben;
         angaben.Rasse = einstellungen_.Rasse;
@@ -458,21 +459,13 @@ void Arbeitsplatz::richteEin() {
         untersuchung_.alsUnverändertMerken();
         messung_.setzeZoomfaktor(einstellungen_.Zoomfaktor);
         richteMessungEin(einstellungen_.auflösung, einstellungen_.messart);
-        return std::nullopt;
     });
 }
 
 bool Arbeitsplatz::DatenbankWählen(const QString& pfad) {
     const bool gewählt = ablage_.DatenbankWählen(pfad);
-    führeAus([&]() -> std::optional<Schritt> {
-        änderung_.Ablage = true;
-        return std::nullopt;
-    });
+    führeAus([&] { änderung_.Ablage = true; });
     return gewählt;
-}
-
-void Arbeitsplatz::SpracheDB() {
-    ablage_.SpracheDB();
 }
 
 /// The measuring at the beginning of another examination; picture and zoom stay.
@@ -486,23 +479,21 @@ void Arbeitsplatz::richteMessungEin(std::optional<int> auflösung, std::optional
 
 void Arbeitsplatz::beginneNeue() {
     const Kolonieangaben neu = ablage_.NeueUntersuchung(untersuchung_.angaben());
-    führeAus([&]() -> std::optional<Schritt> {
+    führeAus([&] {
         untersuchung_.beginneNeu(neu);
         // A loaded examination brings the resolution it was measured with; a new one has the
         // user's.
         richteMessungEin(einstellungen_.auflösung, einstellungen_.messart);
-        return std::nullopt;
     });
 }
 
 std::optional<GeleseneUntersuchung> Arbeitsplatz::lade(const QString& nummer) {
     std::optional<GeleseneUntersuchung> gelesen = ablage_.LadenDB(nummer);
     if (gelesen) {
-        führeAus([&]() -> std::optional<Schritt> {
+        führeAus([&] {
             untersuchung_.lade(gelesen->angaben, gelesen->reihe, gelesen->merkmale, gelesen->datum,
                                gelesen->zusatz);
             richteMessungEin(gelesen->auflösung, {});
-            return std::nullopt;
         });
     }
     return gelesen;
@@ -511,7 +502,7 @@ std::optional<GeleseneUntersuchung> Arbeitsplatz::lade(const QString& nummer) {
 void Arbeitsplatz::nimmEin(const Untersuchung& untersuchung, std::optional<int> auflösung,
                            std::optional<Messart> messart) {
     const Kolonieangaben neu = ablage_.NeueUntersuchung(untersuchung_.angaben());
-    führeAus([&]() -> std::optional<Schritt> {
+    führeAus([&] {
         Kolonieangaben angaben = untersuchung.angaben();
         if (angaben.UNr.trimmed().isEmpty()) {
             angaben.UNr = neu.UNr;
@@ -522,7 +513,6 @@ void Arbeitsplatz::nimmEin(const Untersuchung& untersuchung, std::optional<int> 
                                         untersuchung.messungenGeändert());
         richteMessungEin(auflösung.value_or(einstellungen_.auflösung),
                          messart.value_or(einstellungen_.messart));
-        return std::nullopt;
     });
 }
 
@@ -530,18 +520,17 @@ bool Arbeitsplatz::speichere(Speicheranlass anlass) {
     // Asks questions, so nothing of the state may be in the middle of a change.
     const Speicherergebnis ergebnis = ablage_.SpeichernDB(untersuchung_, anlass, ablagestand());
     if (ergebnis.gespeichert) {
-        führeAus([&]() -> std::optional<Schritt> {
+        führeAus([&] {
             untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert);
             bewerteGespeichertes();
             änderung_.Ablage = true;
-            return std::nullopt;
         });
     }
     return ergebnis.fertig;
 }
 
 void Arbeitsplatz::übernimmEinstellungen() {
-    führeAus([&]() -> std::optional<Schritt> {
+    führeAus([&] {
         const QStringList rassen = rassenliste(ini_);
         einstellungen_ = {.regeln = {.BewertungAktiv = ini_.schalter(Einstellung::Beurteilung),
                                      .OhneHaarlänge = ini_.schalter(Einstellung::OhneHaarlänge)},
@@ -555,14 +544,13 @@ void Arbeitsplatz::übernimmEinstellungen() {
                           .auflösung = scannerauflösung(ini_.zahl(Einstellung::ScannMessung)),
                           .Zoomfaktor = ini_.zahl(Einstellung::DefaultZoomHauptfenster) + 1};
         änderung_.Einstellungen = true;
-        return std::nullopt;
     });
 }
 
 // Journal
 
 void Arbeitsplatz::setzeFort(const Sitzungsstand& stand) {
-    führeAus([&]() -> std::optional<Schritt> {
+    führeAus([&] {
         stelleHer(untersuchung_, stand);
         ablage_.nimmAlsGespeichert(
             stand.DatenbankPfad == ablage_.DatenbankPfad() ? stand.gespeicherteNummer : QString());
@@ -571,7 +559,6 @@ void Arbeitsplatz::setzeFort(const Sitzungsstand& stand) {
         messung_.setzeBilddatei(stand.flügel.bilddatei);
         messung_.setzeZoomfaktor(stand.flügel.aufnahme.Zoomfaktor);
         messung_.stelleHer(stand.flügel, stand.wiederholt);
-        return std::nullopt;
     });
 }
 

@@ -129,7 +129,7 @@ public:
     /// Reads the settings and begins with the race, kind, zoom and resolution that they name.
     void richteEin();
     bool DatenbankWählen(const QString& pfad);
-    void SpracheDB();
+    void SpracheDB() { ablage_.SpracheDB(); }
     void beginneNeue();
     /// The stored examination of that number. nullopt, with a message, when it cannot be read.
     std::optional<GeleseneUntersuchung> lade(const QString& nummer);

@@ -366,7 +366,7 @@ TEST(Vertrauensfrage, otherPrograms_areStartedFromTwoPlacesOnly) {
         }
     }
     stellen.sort();
-    EXPECT_THAT(stellen, ElementsAre(u"app/hg_befehle.cpp"_s, u"lang/hilfe.cpp"_s,
+    EXPECT_THAT(stellen, ElementsAre(u"app/bildwahl.cpp"_s, u"lang/hilfe.cpp"_s,
                                      u"platform/shell.cpp"_s, u"platform/shell.h"_s,
                                      u"platform/system_shell.cpp"_s, u"platform/system_shell.h"_s));
 }
