@@ -47,8 +47,7 @@ public:
     /// was shown), or when the user did not want to give up the points of the current wing, chose
     /// no page or stopped it. A file that holds several pictures is asked about unless @p pfad is
     /// the name of one that was open.
-    enum class Seitenwahl { Fragen, Genannt };
-    bool ladeBild(const QString& pfad, Seitenwahl seite = Seitenwahl::Fragen);
+    bool ladeBild(const QString& pfad);
     /// Milliseconds after which loading is told about in a window, where Escape stops it.
     int zeigeLadenNach = 700;
 
