@@ -45,6 +45,17 @@ QString mitTastenspalte(const QString& text) {
     return lücke < 0 ? text : text.left(lücke) + u'\t' + text.mid(lücke).trimmed();
 }
 
+/// A caption in two lines of about the same width, so that all of them fit beside each other.
+QString umbrochen(const QString& text) {
+    qsizetype beste = -1;
+    for (qsizetype i = text.indexOf(u' '); i >= 0; i = text.indexOf(u' ', i + 1)) {
+        if (beste < 0 || std::max(i, text.size() - i) < std::max(beste, text.size() - beste)) {
+            beste = i;
+        }
+    }
+    return beste < 0 ? text : text.left(beste) + u'\n' + text.mid(beste + 1);
+}
+
 } // namespace
 
 Befehlsleiste::Befehlsleiste(QMainWindow& fenster, const Texte& texte)
@@ -91,6 +102,8 @@ void Befehlsleiste::baueMenüs() {
 
     neuesMenü(nullptr, Datei, Text::MenüDatei);
     füge(Datei, 0, Text::MenüNeu, Meldung::TippNeueUntersuchung, u"neu"_s, QKeySequence::New);
+    füge(Datei, DateiNächstesVolk, Meldung::MenüNächstesVolk, Meldung::TippNächstesVolk, {},
+         Qt::CTRL | Qt::SHIFT | Qt::Key_N);
     füge(Datei, 1, Text::MenüÖffnen, Meldung::TippÖffnen, u"oeffnen"_s, QKeySequence::Open);
     füge(Datei, 2, Text::MenüSpeichern, Meldung::TippSpeichern, {}, QKeySequence::Save);
     füge(Datei, 3, Text::Importieren, Meldung::TippImportieren, {}, Qt::CTRL | Qt::Key_I);
@@ -154,6 +167,8 @@ void Befehlsleiste::baueMenüs() {
          u"seitenleiste-links"_s, Qt::Key_F9);
     füge(Ansicht, AnsichtLeisteRechts, Meldung::MenüLeisteRechts, Meldung::TippLeisteRechts,
          u"seitenleiste-rechts"_s, Qt::Key_F10);
+    füge(Ansicht, AnsichtLupeAmZeiger, Meldung::MenüLupeAmZeiger, Meldung::TippLupeAmZeiger, {},
+         {});
     füge(Ansicht, AnsichtWerkzeugtexte, Meldung::MenüWerkzeugtexte, Meldung::TippWerkzeugtexte, {},
          {});
 
@@ -189,8 +204,8 @@ void Befehlsleiste::baueMenüs() {
     // A number out of range checks no language; the toolkit must not force one to be checked.
     gruppen_.at(Menue::Sprache)
         ->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
-    for (const int index :
-         {0, 2, 3, 4, 6, 7, 11, AnsichtLeisteLinks, AnsichtLeisteRechts, AnsichtWerkzeugtexte}) {
+    for (const int index : {0, 2, 3, 4, 6, 7, 11, AnsichtLeisteLinks, AnsichtLeisteRechts,
+                            AnsichtLupeAmZeiger, AnsichtWerkzeugtexte}) {
         aktion(Ansicht, index).setCheckable(true);
     }
 }
@@ -245,7 +260,7 @@ void Befehlsleiste::beschrifte() {
     }
     for (const Eintrag& eintrag : einträge_) {
         const QString kurz = eintrag.aktion->text().section(u'\t', 0, 0);
-        eintrag.aktion->setIconText(kurz);
+        eintrag.aktion->setIconText(umbrochen(kurz));
         QString tipp = texte_(eintrag.erklärung);
         if (const QKeySequence kürzel = eintrag.aktion->shortcut(); !kürzel.isEmpty()) {
             tipp += u" ("_s + kürzel.toString(QKeySequence::NativeText) + u')';

@@ -23,11 +23,14 @@ enum class Menue { Datei, Bearbeiten, Ansicht, Zoom, Extras, Betriebsart, Sprach
 /// Items of the file menu for what other programs read and write.
 inline constexpr int DateiOrdnerImportieren = 20;
 inline constexpr int DateiExportieren = 21;
+/// Begins an examination with the persons of the open one.
+inline constexpr int DateiNächstesVolk = 22;
 
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;
 inline constexpr int AnsichtLeisteRechts = 21;
 inline constexpr int AnsichtWerkzeugtexte = 22;
+inline constexpr int AnsichtLupeAmZeiger = 23;
 
 /// Menus and tool bar of the main window: one action per command, shown by the menu item
 /// "men_Datei_5" and, where there is one, by the tool-bar button "bef_Toolbar_14".

@@ -58,6 +58,7 @@ bool Programm::Hauptstart() {
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
                                         dienste_.uhr, dienste_.drucker, dienste_.format, ordner_},
                                dienste_.speicher, untersuchung_, ablage_, sitzung_);
+    eingabefilter_.setzeFenster(hg_.get());
     hg_->beginne();
     QGuiApplication::restoreOverrideCursor();
     hg_->show();

@@ -44,8 +44,6 @@ constexpr int HinweisWiederholen = 7;
 constexpr int HinweisKreuzZeigen = 9;
 constexpr int HinweisMerkmaleJeBiene = 10;
 constexpr int HinweisMerkmaleSummen = 11;
-constexpr int HinweisBildWirdGeladen = 15;
-constexpr int EigenerHinweis = -1;
 
 constexpr int Rand = 8;
 
@@ -138,7 +136,7 @@ void HG::baueFläche() {
     teiler_->setStretchFactor(1, 1); // the picture gets the room
     teiler_->setSizes({220, 770, 270});
 
-    lab_H_ = new Hinweiszeile;
+    lab_H_ = new Hinweiszeile(umgebung_.texte);
     auto* fläche = new QWidget;
     auto* layout = new QVBoxLayout(fläche);
     layout->setContentsMargins(Rand, Rand, Rand, 0);
@@ -162,7 +160,8 @@ void HG::verbindeMessung() {
         .punkteGeändert =
             [this] {
                 messplatz_->zeigePunkte();
-                messleiste_->zeigePunkte(messung_.punkte(), messung_.messart());
+                messleiste_->zeigePunkte(messung_.punkte(), messung_.messart(),
+                                         messung_.aufnahme());
                 zeigeZustand();
             },
         .flügelÜbernommen =
@@ -174,7 +173,7 @@ void HG::verbindeMessung() {
                                           umgebung_.texte(Meldung::ReiheVoll), Meldungsart::Ausruf);
             },
     });
-    messplatz_->ZeigeHinweis = [this](int nummer) { ZeigeHinweis(nummer); };
+    messplatz_->ZeigeHinweis = [this](const Hinweis& h) { ZeigeEigenenHinweis(h); };
     messplatz_->zustandGeändert = [this] { zeigeZustand(); };
     messplatz_->bildLadenGewünscht = [this] { verteiler_.ausführen(befehl::BildLaden); };
     messleiste_->beiPunktwahl([this](int nummer) {
@@ -184,7 +183,7 @@ void HG::verbindeMessung() {
     messleiste_->beiAuflösung([this](int position) {
         messung_.setzeAuflösung(scannerauflösung(position));
         umgebung_.einstellungen.schreibe(Einstellung::ScannMessung, position);
-        zeigeStatuszeile();
+        zeigeZustand();
         auflösungGemeldet_ = false;
         warneVorGeringerAuflösung();
         messplatz_->nimmTastatur();
@@ -198,6 +197,8 @@ void HG::verbindeFelder() {
         protokoll_.aktualisiere();
         merkeSitzung();
     });
+    kolonie_->beiVorschlägen(
+        [this](QString Kolonieangaben::*wert) { return ablage_.bekannte(wert); });
     kolonie_->beiGeschlechtswahl([this](Geschlecht tiere) { return wechsleGeschlecht(tiere); });
     kolonie_->beiRassenwahl([this](int index) {
         umgebung_.einstellungen.schreibe(Einstellung::GewählteRasse, index);
@@ -258,10 +259,11 @@ void HG::verbindeAuswertung() {
         auswertung_.hebeHervor(flügel);
     };
     auswertung_.merkmaleGeändert = [this] {
-        const int hinweis = merkmalhinweis(untersuchung_.merkmale());
-        if (hinweis != hinweisnummer_ &&
-            (hinweisnummer_ == HinweisMerkmaleJeBiene || hinweisnummer_ == HinweisMerkmaleSummen)) {
-            ZeigeHinweis(hinweis);
+        const Hinweis neu = merkmalhinweis(untersuchung_.merkmale());
+        const Hinweis& gezeigt = lab_H_->hinweis();
+        if (gezeigt != neu && (gezeigt == Hinweis(HinweisMerkmaleJeBiene) ||
+                               gezeigt == Hinweis(HinweisMerkmaleSummen))) {
+            ZeigeEigenenHinweis(neu);
         }
         zeigeZustand();
     };
@@ -286,6 +288,10 @@ void HG::Form_Load() {
     befehle_.zeigeWerkzeugtexte(e.schalter(Einstellung::FensterWerkzeugtexte));
     befehle_.aktion(Menue::Ansicht, AnsichtWerkzeugtexte)
         .setChecked(e.schalter(Einstellung::FensterWerkzeugtexte));
+    const bool lupeAmZeiger = e.schalter(Einstellung::FensterLupeAmZeiger);
+    messplatz_->setzeLupeAmZeiger(lupeAmZeiger);
+    befehle_.aktion(Menue::Ansicht, AnsichtLupeAmZeiger).setChecked(lupeAmZeiger);
+    messleiste_->setzeZiel(e.zahl(Einstellung::Zielzahl));
     auswertung_.ladeStandard();
     auswertung_.zeigeMerkmale();
     reiheGeändert();
@@ -312,7 +318,7 @@ void HG::warneVorGeringerAuflösung() {
         return;
     }
     auflösungGemeldet_ = true;
-    ZeigeEigenenHinweis(umgebung_.texte(Meldung::AuflösungZuGering).arg(dpi));
+    ZeigeEigenenHinweis({Meldung::AuflösungZuGering, {QString::number(dpi)}});
 }
 
 void HG::warneVorSchreibfehler() {
@@ -322,8 +328,8 @@ void HG::warneVorSchreibfehler() {
         return;
     }
     schreibfehlerGemeldet_ = true;
-    ZeigeEigenenHinweis(umgebung_.texte(Meldung::EinstellungenNichtGeschrieben)
-                            .arg(QDir::toNativeSeparators(umgebung_.einstellungen.IniPfad())));
+    ZeigeEigenenHinweis({Meldung::EinstellungenNichtGeschrieben,
+                         {QDir::toNativeSeparators(umgebung_.einstellungen.IniPfad())}});
 }
 
 void HG::zeige(QWidget* ansicht, int hinweisnummer) {
@@ -349,16 +355,12 @@ void HG::messmodus(int hinweisnummer) {
 }
 
 void HG::ZeigeHinweis(int nummer) {
-    hinweisnummer_ = nummer;
-    lab_H_->zeige(hinweistext(umgebung_.texte, nummer, messung_.nummer()));
-    if (nummer == HinweisBildWirdGeladen) {
-        lab_H_->repaint(); // nothing is painted while a picture is read
-    }
+    constexpr int HinweisRechteckAufFlügel = 6;
+    ZeigeEigenenHinweis({nummer, nummer == HinweisRechteckAufFlügel ? messung_.nummer() : 0});
 }
 
-void HG::ZeigeEigenenHinweis(const QString& text) {
-    hinweisnummer_ = EigenerHinweis;
-    lab_H_->zeige(text);
+void HG::ZeigeEigenenHinweis(const Hinweis& hinweis) {
+    lab_H_->zeige(hinweis);
 }
 
 void HG::flügelÜbernommen(qint16 nummer, const std::vector<int>& ohne) {
@@ -372,7 +374,7 @@ void HG::flügelÜbernommen(qint16 nummer, const std::vector<int>& ohne) {
         }
         const Meldung text =
             ohne.size() == 1 ? Meldung::PunktNichtGesetzt : Meldung::PunkteNichtGesetzt;
-        ZeigeEigenenHinweis(umgebung_.texte(text).arg(nummern.join(u", "_s)));
+        ZeigeEigenenHinweis({text, {nummern.join(u", "_s)}});
     }
 }
 
@@ -454,7 +456,7 @@ void HG::zeigeZustand() {
     befehle_.aktion(Menue::Ansicht, AnsichtLeisteRechts).setChecked(rechteLeisteGewünscht_);
     messleiste_->setVisible(rechteLeisteGewünscht_ && amMessplatz);
     messleiste_->zeigeFlügel(messung_.nummer(), messung_.wiederholt());
-    messleiste_->zeigePunkte(messung_.punkte(), messung_.messart());
+    messleiste_->zeigePunkte(messung_.punkte(), messung_.messart(), messung_.aufnahme());
     messleiste_->zeigeAuflösung(messung_.aufnahme().dpi);
     zeigeStatuszeile();
     protokoll_.aktualisiere();
@@ -464,7 +466,7 @@ void HG::zeigeZustand() {
 
 /// The commands of the edit menu that act on the selected text of a field.
 void HG::erlaubeTextbefehle() {
-    const bool inFeld = qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr;
+    const bool inFeld = textfeldMitFokus() != nullptr;
     for (int index = 5; index <= 8; ++index) {
         befehle_.aktion(Menue::Bearbeiten, index).setEnabled(inFeld);
     }
@@ -506,9 +508,6 @@ void HG::TexteAnwenden() {
     modelle_.aktualisiere();
     auswertung_.merkmal().TexteAnwenden();
     auswertung_.aktualisiere();
-    if (hinweisnummer_ != EigenerHinweis) {
-        lab_H_->übersetze(hinweistext(umgebung_.texte, hinweisnummer_, messung_.nummer()));
-    }
     zeigeZustand();
 }
 

@@ -5,6 +5,7 @@
 #include "app/befehlsleiste.h"
 #include "app/protokollausgabe.h"
 #include "app/umgebung.h"
+#include "lang/hinweise.h"
 #include "measure/messung.h"
 #include "measure/reihenmodelle.h"
 #include "measure/verteiler.h"
@@ -16,7 +17,9 @@
 #include <QMainWindow>
 #include <QPointer>
 
+class QKeyEvent;
 class QLabel;
+class QLineEdit;
 class QSplitter;
 class QStackedWidget;
 
@@ -61,6 +64,9 @@ public:
     /// Opens several: one of each kind, but stores measurement files when there are more than one.
     bool öffneDateien(const QStringList& pfade);
 
+    /// Gives a digit that went to @p ziel to the picture. False when it means nothing there.
+    bool gibZifferAnsBild(QKeyEvent& taste, const QWidget& ziel);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -97,7 +103,9 @@ private:
     void merkeSitzung();
     /// Shows the latest examination of the results file, or begins a new one.
     void zeigeLetzte();
-    void neueUntersuchung();
+    /// False when the open examination has to stay.
+    bool neueUntersuchung();
+    void nächstesVolk();
     void beginneNeue();
     /// The kind of examination that the user chose; a file that was read in may have brought
     /// another.
@@ -133,7 +141,7 @@ private:
     void ZeigeHinweis(int nummer);
     void warneVorGeringerAuflösung();
     void warneVorSchreibfehler();
-    void ZeigeEigenenHinweis(const QString& text);
+    void ZeigeEigenenHinweis(const Hinweis& hinweis);
 
     void letzteMessungLöschen();
     void alleMessungenLöschen();
@@ -144,6 +152,8 @@ private:
 
     /// Lets an edit command act on the selected text of the field that has the focus.
     void bearbeiteText(int index);
+    /// The line that text is being typed into, that of an editable list too; null without one.
+    [[nodiscard]] static QLineEdit* textfeldMitFokus();
 
     void reiheGeändert();
     void zeigeZustand();
@@ -179,7 +189,6 @@ private:
     QLabel* status_ = nullptr;
     QPointer<MessHilfe> messHilfe_;
 
-    int hinweisnummer_ = 0;
     bool rechteLeisteGewünscht_ = true;
     bool auflösungGemeldet_ = false;
     bool schreibfehlerGemeldet_ = false;

@@ -17,6 +17,7 @@
 #include "results/kolonieformular.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -45,6 +46,9 @@ void HG::men_Datei_Click(int index) {
         break;
     case DateiOrdnerImportieren:
         importiereOrdner();
+        break;
+    case DateiNächstesVolk:
+        nächstesVolk();
         break;
     case DateiExportieren:
         exportiere();
@@ -134,6 +138,12 @@ void HG::men_Ansicht_Click(int index) {
         rechteLeisteGewünscht_ = !rechteLeisteGewünscht_;
         zeigeZustand();
         break;
+    case AnsichtLupeAmZeiger: {
+        const bool amZeiger = befehle_.aktion(Menue::Ansicht, index).isChecked();
+        messplatz_->setzeLupeAmZeiger(amZeiger);
+        umgebung_.einstellungen.schreibe(Einstellung::FensterLupeAmZeiger, amZeiger ? 1 : 0);
+        break;
+    }
     case AnsichtWerkzeugtexte: {
         const bool zeigen = befehle_.aktion(Menue::Ansicht, AnsichtWerkzeugtexte).isChecked();
         befehle_.zeigeWerkzeugtexte(zeigen);
@@ -177,13 +187,14 @@ void HG::optionen() {
     if (dialog.geändert(Einstellung::Betriebsart)) {
         messplatz_->wünscheMessart(eigeneMessart());
     }
+    messleiste_->setzeZiel(e.zahl(Einstellung::Zielzahl));
     kolonie_->setzeRassen(rassenliste(e));
     auswertung_.ladeStandard();
     auswertung_.zeigeMerkmale();
     zeigeZustand();
     if (const int dpi = messung_.aufnahme().dpi; auflösung() != vorher && auflösung() != dpi) {
-        ZeigeEigenenHinweis(
-            umgebung_.texte(Meldung::AuflösungBeimNächstenStart).arg(dpi).arg(auflösung()));
+        ZeigeEigenenHinweis({Meldung::AuflösungBeimNächstenStart,
+                             {QString::number(dpi), QString::number(auflösung())}});
     }
     warneVorGeringerAuflösung();
 }
@@ -265,8 +276,16 @@ void HG::men_Hilfe_Click(int index) {
     }
 }
 
+QLineEdit* HG::textfeldMitFokus() {
+    QWidget* fokus = QApplication::focusWidget();
+    if (auto* liste = qobject_cast<QComboBox*>(fokus)) {
+        return liste->lineEdit();
+    }
+    return qobject_cast<QLineEdit*>(fokus);
+}
+
 void HG::bearbeiteText(int index) {
-    auto* feld = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QLineEdit* feld = textfeldMitFokus();
     if (feld == nullptr) {
         return;
     }
@@ -281,11 +300,17 @@ void HG::bearbeiteText(int index) {
         feld->paste();
         break;
     case 8:
-        feld->del();
+        if (feld->hasSelectedText()) {
+            feld->del();
+        }
         break;
     default:
         break;
     }
+}
+
+bool HG::gibZifferAnsBild(QKeyEvent& taste, const QWidget& ziel) {
+    return !messplatz_->isAncestorOf(&ziel) && messplatz_->nimmZiffer(taste);
 }
 
 void HG::bildLaden() {

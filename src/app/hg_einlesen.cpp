@@ -2,6 +2,7 @@
 
 #include "app/hg.h"
 
+#include "app/hinweiszeile.h"
 #include "measure/aufloesung.h"
 #include "measure/koordinatenreihe.h"
 #include "measure/leseproblem.h"
@@ -77,8 +78,8 @@ bool HG::öffneDateien(const QStringList& pfade) {
         const bool offen = öffneDatei(dateien.constFirst());
         gelungen = gelungen && offen;
         if (offen && dateien.size() > 1) {
-            ZeigeEigenenHinweis(umgebung_.texte(Meldung::NurEineGeöffnet)
-                                    .arg(QFileInfo(dateien.constFirst()).fileName()));
+            ZeigeEigenenHinweis(
+                {Meldung::NurEineGeöffnet, {QFileInfo(dateien.constFirst()).fileName()}});
         }
     }
     return gelungen;
@@ -154,11 +155,11 @@ void HG::berichte(Meldung ergebnis, const QString& pfad, const QStringList& grü
 std::optional<QByteArray> HG::lesEin(const QString& pfad) {
     const Texte& t = umgebung_.texte;
     kolonie_->vervollständige();
-    const int vorher = hinweisnummer_;
-    ZeigeEigenenHinweis(t(Meldung::ImportFortschritt).arg(1).arg(1));
+    const Hinweis vorher = lab_H_->hinweis();
+    ZeigeEigenenHinweis({Meldung::ImportFortschritt, {u"1"_s, u"1"_s}});
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     std::optional<QByteArray> inhalt = dateiinhalt(pfad);
-    ZeigeHinweis(std::max(vorher, 0));
+    ZeigeEigenenHinweis(vorher);
     if (!inhalt) {
         umgebung_.dialoge.meldung(t(Text::Importieren), textUnlesbar(pfad, t), Meldungsart::Ausruf);
     }
@@ -248,7 +249,8 @@ bool HG::lesKoordinaten(const QString& pfad) {
     zeigeUntersuchung();
     verteiler_.ausführen(befehl::Kurven);
     ZeigeEigenenHinweis(
-        t(Meldung::KoordinatenEingelesen).arg(untersuchung_.reihe().nummern().size()).arg(*dpi));
+        {Meldung::KoordinatenEingelesen,
+         {QString::number(untersuchung_.reihe().nummern().size()), QString::number(*dpi)}});
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);

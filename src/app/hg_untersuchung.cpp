@@ -21,7 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int HinweisKeiner = 0;
 constexpr int HinweisBildLaden = 1;
 
 } // namespace
@@ -70,7 +69,7 @@ bool HG::setzeSitzungFort() {
     if (verteiler_.kennt(stand->ansicht)) {
         verteiler_.ausführen(stand->ansicht);
     }
-    ZeigeEigenenHinweis(t(Meldung::SitzungWiederDa));
+    ZeigeEigenenHinweis(Meldung::SitzungWiederDa);
     return true;
 }
 
@@ -90,8 +89,8 @@ void HG::merkeSitzung() {
     stand.ansicht = (amMessplatz ? befehl::Messen : befehl::Alle).toString();
     if (!sitzung_.merke(stand) && !sitzungsfehlerGemeldet_) {
         sitzungsfehlerGemeldet_ = true;
-        ZeigeEigenenHinweis(umgebung_.texte(Meldung::SitzungNichtGesichert)
-                                .arg(QDir::toNativeSeparators(umgebung_.ordner)));
+        ZeigeEigenenHinweis(
+            {Meldung::SitzungNichtGesichert, {QDir::toNativeSeparators(umgebung_.ordner)}});
     }
 }
 
@@ -141,17 +140,16 @@ bool HG::speichere(Speicheranlass anlass) {
     const bool warGeändert = untersuchung_.geändert();
     const bool fertig = ablage_.SpeichernDB(anlass, stand());
     if (warGeändert && !untersuchung_.geändert()) {
-        ZeigeEigenenHinweis(
-            umgebung_.texte(Meldung::UntersuchungGespeichert).arg(untersuchung_.angaben().UNr));
+        ZeigeEigenenHinweis({Meldung::UntersuchungGespeichert, {untersuchung_.angaben().UNr}});
     }
     zeigeZustand();
     return fertig;
 }
 
-void HG::neueUntersuchung() {
+bool HG::neueUntersuchung() {
     kolonie_->vervollständige();
     if (!verlasseUntersuchung()) {
-        return;
+        return false;
     }
     beginneNeue();
     if (messplatz_->zustand() == Messplatz::Zustand::OhneBild) {
@@ -159,6 +157,19 @@ void HG::neueUntersuchung() {
     } else {
         zeigeMessplatz(true);
     }
+    return true;
+}
+
+void HG::nächstesVolk() {
+    kolonie_->vervollständige();
+    const Kolonieangaben vorige = untersuchung_.angaben();
+    if (!neueUntersuchung()) {
+        return;
+    }
+    untersuchung_.setzeAngaben(fürNächstesVolk(untersuchung_.angaben(), vorige));
+    untersuchung_.alsUnverändertMerken(); // nothing was typed or measured yet
+    kolonie_->zeige(untersuchung_.angaben());
+    zeigeZustand();
 }
 
 void HG::öffnen() {
@@ -166,8 +177,8 @@ void HG::öffnen() {
     if (!verlasseUntersuchung()) {
         return;
     }
-    const int vorher = hinweisnummer_;
-    ZeigeEigenenHinweis(umgebung_.texte(Text::HinweisUntersuchungÖffnen));
+    const Hinweis vorher = lab_H_->hinweis();
+    ZeigeEigenenHinweis(Text::HinweisUntersuchungÖffnen);
     DB db({.texte = umgebung_.texte,
            .dialoge = umgebung_.dialoge,
            .DatenbankPfad = ablage_.DatenbankPfad(),
@@ -176,7 +187,7 @@ void HG::öffnen() {
            .LadenDB = [this](const QString& nummer) { return ladeUntersuchung(nummer); }},
           this);
     if (db.exec() != QDialog::Accepted) {
-        ZeigeHinweis(std::max(vorher, HinweisKeiner));
+        ZeigeEigenenHinweis(vorher);
         zeigeStatuszeile();
         if (const auto nummer = ablage_.inDateiGeändert(); nummer && !untersuchung_.geändert()) {
             ladeUntersuchung(*nummer); // edited in the browser
@@ -198,14 +209,13 @@ bool HG::ladeUntersuchung(const QString& nummer) {
     const Texte& t = umgebung_.texte;
     if (const std::optional<bool> urteil = auswertung_.beurteilung().urteil();
         urteil && *urteil != gelesen->EntsprichtRasse) {
-        const auto wort = [&t](bool ja) { return t(urteilswort(ja)); };
         ZeigeEigenenHinweis(
-            t(Meldung::UrteilAnders).arg(wort(gelesen->EntsprichtRasse), wort(*urteil)));
+            {Meldung::UrteilAnders, {urteilswort(gelesen->EntsprichtRasse), urteilswort(*urteil)}});
     }
     if (gelesen->rasse) {
         const QStringList rassen = rassenliste(umgebung_.einstellungen);
-        ZeigeEigenenHinweis(t(Meldung::RasseNichtInListe)
-                                .arg(*gelesen->rasse, rassen.value(gelesen->angaben.Rasse)));
+        ZeigeEigenenHinweis(
+            {Meldung::RasseNichtInListe, {*gelesen->rasse, rassen.value(gelesen->angaben.Rasse)}});
     }
     if (!gelesen->nichtGelesen.isEmpty()) {
         umgebung_.dialoge.meldung(

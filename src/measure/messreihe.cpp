@@ -126,10 +126,18 @@ std::vector<int> Messreihe::nummern() const {
     return alle;
 }
 
+Indextexte indextexte(const Indizes& indizes, const Zahlenformat& format) {
+    const auto text = [&format](const std::optional<float>& wert, QStringView muster) {
+        return wert ? Format(*wert, muster, format) : QString();
+    };
+    return {text(indizes.CI, u"0.00"), text(indizes.HI, u"0.000"), text(indizes.DV, u"+0.0;-0.0")};
+}
+
 bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung,
                          const Zahlenformat& format) {
     Q_ASSERT(nummer >= 1 && nummer <= HöchsteFlügelzahl);
     const bool hiUndDv = indizes.HI && indizes.DV;
+    const Indextexte texte = indextexte(indizes, format);
     if (!indizes.CI && !hiUndDv) {
         return false;
     }
@@ -137,17 +145,17 @@ bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmes
     Chartwerte werte;
     if (indizes.CI) {
         werte.CI = *indizes.CI;
-        ersetzeOderHängeAn(ciZeilen_, {nummer, Format(*indizes.CI, u"0.00", format),
-                                       Format(klassenpositionCI(*indizes.CI), u"0.0", format)});
+        ersetzeOderHängeAn(
+            ciZeilen_, {nummer, texte.CI, Format(klassenpositionCI(*indizes.CI), u"0.0", format)});
     } else {
         entferne(ciZeilen_, nummer);
     }
     if (hiUndDv) {
         werte.HI = *indizes.HI;
         werte.DV = *indizes.DV;
-        ersetzeOderHängeAn(hiDvZeilen_, {nummer, Format(*indizes.HI, u"0.000", format),
-                                         Format(klassenpositionHI(*indizes.HI), u"0.0", format),
-                                         Format(*indizes.DV, u"+0.0;-0.0", format)});
+        ersetzeOderHängeAn(
+            hiDvZeilen_,
+            {nummer, texte.HI, Format(klassenpositionHI(*indizes.HI), u"0.0", format), texte.DV});
     } else {
         entferne(hiDvZeilen_, nummer);
     }

@@ -72,7 +72,7 @@ bool Messung::Bild_KeyDown(int keyCode, int umschalt) {
         dy = 1;
         break;
     case taste::Eingabe:
-        übernimm();
+        übernimmFertige();
         return true;
     case taste::Rücktaste:
         return macheRückgängig();
@@ -127,10 +127,22 @@ void Messung::beendeWiederholung() {
 }
 
 void Messung::übernimm() {
-    if (!punkte_.fertig(messart_)) {
+    if (punkte_.fertig(messart_)) {
+        trageEin();
+    } else {
         ZeigeHinweis(HinweisPunkteFehlen);
-        return;
     }
+}
+
+void Messung::übernimmFertige() {
+    if (punkte_.vollständig(messart_)) {
+        trageEin();
+    } else {
+        übernimm();
+    }
+}
+
+void Messung::trageEin() {
     if (nummer() > Messreihe::HöchsteFlügelzahl) {
         if (an_.reiheVoll) {
             an_.reiheVoll();

@@ -64,8 +64,11 @@ public:
     /// Discards the points of the current wing.
     void NeuerFlügel();
 
-    /// Takes the current wing over, as the right mouse button does.
+    /// Takes the current wing over, as the right mouse button does: the last point of the kind must
+    /// be the one set last.
     void übernimm();
+    /// The same whenever all points are set, as Enter does.
+    void übernimmFertige();
 
     /// Takes the last change of the current wing's points back. False when there is none.
     bool macheRückgängig();
@@ -101,6 +104,7 @@ public:
     [[nodiscard]] bool wiederholt() const { return vorWiederholung_.has_value(); }
 
 private:
+    void trageEin();
     void BerechneIndizes(qint16 nummer);
     void Fußzeile_MessungFertig();
     void ZeigeHinweis(int hinweisnummer);

@@ -244,6 +244,15 @@ bool Ablage::SpeichernDB(Speicheranlass anlass, const Ablagestand& stand) {
     }
 }
 
+QStringList Ablage::bekannte(QString Kolonieangaben::*wert) const {
+    constexpr int Höchstens = 500;
+    try {
+        return Ergebnistabelle(DatenbankPfad_).bekannte(textspalte(wert), Höchstens);
+    } catch (const Datenbankfehler&) {
+        return {}; // choosing is a convenience; whoever saves is told
+    }
+}
+
 void Ablage::NeueUntersuchung() {
     const Texte& t = umgebung_.texte;
     Kolonieangaben neu;

@@ -24,6 +24,10 @@ struct Satzumgebung {
 /// resolution of the scan in dots per inch, @p heute the date it gets when its colony data were
 /// changed or it has none yet. No text of the row is empty: a single blank stands for that. The
 /// layout of the long texts is described in fluegelsatz.h.
+/// The column that a text of the colony data is stored in. The number of the breeder, the region
+/// and the year of the queen share one with her number.
+[[nodiscard]] QString Ergebnissatz::*textspalte(QString Kolonieangaben::*wert);
+
 [[nodiscard]] Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse,
                                    int auflösung, const QDate& heute, const Satzumgebung& umgebung);
 
