@@ -152,9 +152,10 @@ void Messleiste::zeigePunkte(const Messpunkte& punkte, Messart messart, const Au
 void Messleiste::zeigeNächsten() {
     const int nächster = punkte_.vollständig(messart_) ? 0 : punkte_.nächster(messart_);
     skizze_->zeige(punkte_, messart_, nächster);
-    const QString text =
-        nächster == 0 ? texte_(Meldung::AllePunkteGesetzt)
-                      : texte_(Meldung::NächsterPunkt).arg(texte_(messpunktbeschreibung(nächster)));
+    QString punkt = texte_(messpunktbeschreibung(nächster));
+    punkt.replace(u"  "_s, u", "_s); // number and place stand in columns elsewhere
+    const QString text = nächster == 0 ? texte_(Meldung::AllePunkteGesetzt)
+                                       : texte_(Meldung::NächsterPunkt).arg(punkt);
     lab_Naechster_->setText(text);
     skizze_->setAccessibleName(text);
 }

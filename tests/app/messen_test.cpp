@@ -343,13 +343,13 @@ TEST_F(Messentest, modeSwitch_changesPointsAndIsRemembered) {
 TEST_F(Messentest, panel_namesTheNextPointAndShowsValuesAndProgress) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
     const auto text = [this](const QString& name) { return kind<QLabel>(name).text(); };
-    EXPECT_TRUE(text(u"lab_Nächster"_s).startsWith(u"Als Nächstes Punkt 1 "_s));
+    EXPECT_TRUE(text(u"lab_Nächster"_s).startsWith(u"Als Nächstes Punkt 1, "_s));
     EXPECT_EQ(text(u"lab_Werte"_s), u"CI=–  HI=–  DV=–"_s);
     EXPECT_EQ(text(u"lab_Fortschritt"_s), u"0 von 50"_s);
     for (std::size_t i = 0; i < 7; ++i) {
         klick(flügel[i]);
     }
-    EXPECT_TRUE(text(u"lab_Nächster"_s).startsWith(u"Als Nächstes Punkt 8 "_s));
+    EXPECT_TRUE(text(u"lab_Nächster"_s).startsWith(u"Als Nächstes Punkt 8, "_s));
     EXPECT_EQ(text(u"lab_Werte"_s), u"CI=2.71  HI=1.038  DV=–"_s);
     EXPECT_FALSE(kind<QLabel>(u"lab_Werte"_s).isEnabled());
     klick(flügel[7]);
