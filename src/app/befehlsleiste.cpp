@@ -99,6 +99,7 @@ const std::vector<Befehl>& befehle() {
     static const std::vector<Befehl> alle{
         // clang-format off
         {Datei, 0, {Text::MenüNeu, Meldung::TippNeueUntersuchung, {QKeySequence::New}}, u"neu", Knopf{9, 1, 1}},
+        {Datei, DateiNächstesVolk, {Meldung::MenüNächstesVolk, Meldung::TippNächstesVolk, {strgUmschalt(Qt::Key_N)}}},
         {Datei, 1, {Text::MenüÖffnen, Meldung::TippÖffnen, {QKeySequence::Open}}, u"oeffnen", Knopf{0, 1, 2}, befehl::Öffnen},
         {Datei, 2, {Text::MenüSpeichern, Meldung::TippSpeichern, {QKeySequence::Save}}, {}, {}, {},
          [](Lage l, int) { return l.zuSpeichern; }},
@@ -146,6 +147,8 @@ const std::vector<Befehl>& befehle() {
          [](Lage l, int) { return l.leisteLinks; }, true},
         {Ansicht, AnsichtLeisteRechts, {Meldung::MenüLeisteRechts, Meldung::TippLeisteRechts, {Qt::Key_F10}}, u"seitenleiste-rechts", {}, {}, {},
          [](Lage l, int) { return l.leisteRechts; }},
+        {Ansicht, AnsichtLupeAmZeiger, {Meldung::MenüLupeAmZeiger, Meldung::TippLupeAmZeiger}, {}, {}, {}, {},
+         [](Lage l, int) { return l.lupeAmZeiger; }},
         {Ansicht, AnsichtWerkzeugtexte, {Meldung::MenüWerkzeugtexte, Meldung::TippWerkzeugtexte}, {}, {}, {}, {},
          [](Lage l, int) { return l.werkzeugtexte; }},
 

@@ -21,6 +21,8 @@ enum class Menue { Datei, Bearbeiten, Ansicht, Zoom, Extras, Betriebsart, Sprach
 /// Items of the file menu for what other programs read and write.
 inline constexpr int DateiOrdnerImportieren = 20;
 inline constexpr int DateiExportieren = 21;
+/// Begins an examination with the persons of the open one.
+inline constexpr int DateiNächstesVolk = 22;
 
 inline constexpr int BearbeitenRückgängig = 3;
 inline constexpr int BearbeitenWiederherstellen = 4;
@@ -29,6 +31,7 @@ inline constexpr int BearbeitenWiederherstellen = 4;
 inline constexpr int AnsichtLeisteLinks = 20;
 inline constexpr int AnsichtLeisteRechts = 21;
 inline constexpr int AnsichtWerkzeugtexte = 22;
+inline constexpr int AnsichtLupeAmZeiger = 23;
 
 /// What the commands depend on: which make sense now and which are checked.
 struct Befehlslage {
@@ -46,6 +49,7 @@ struct Befehlslage {
     bool mitHilfe = false;
     bool leisteLinks = false;
     bool leisteRechts = false;
+    bool lupeAmZeiger = false;
     bool werkzeugtexte = false;
     int Zoomfaktor = 1;
     int messart = 0;

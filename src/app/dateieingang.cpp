@@ -88,8 +88,8 @@ bool Dateieingang::öffneDateien(const QStringList& pfade) {
         const bool offen = öffneDatei(dateien.constFirst());
         gelungen = gelungen && offen;
         if (offen && dateien.size() > 1) {
-            dienste_.hinweise.zeige(umgebung_.texte(Meldung::NurEineGeöffnet)
-                                        .arg(QFileInfo(dateien.constFirst()).fileName()));
+            dienste_.hinweise.zeige(
+                {Meldung::NurEineGeöffnet, {QFileInfo(dateien.constFirst()).fileName()}});
         }
     }
     return gelungen;
@@ -160,11 +160,11 @@ void Dateieingang::berichte(Meldung ergebnis, const QString& pfad,
 std::optional<QByteArray> Dateieingang::lesEin(const QString& pfad) {
     const Texte& t = umgebung_.texte;
     dienste_.vervollständige();
-    const int vorher = dienste_.hinweise.nummer();
-    dienste_.hinweise.zeige(t(Meldung::ImportFortschritt).arg(1).arg(1));
+    const Hinweis vorher = dienste_.hinweise.gezeigter();
+    dienste_.hinweise.zeige({Meldung::ImportFortschritt, {u"1"_s, u"1"_s}});
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     std::optional<QByteArray> inhalt = dateiinhalt(pfad);
-    dienste_.hinweise.ZeigeHinweis(std::max<int>(vorher, HinweisKeiner));
+    dienste_.hinweise.zeige(vorher);
     if (!inhalt) {
         umgebung_.dialoge.meldung(t(Text::Importieren), textUnlesbar(pfad, t), Meldungsart::Ausruf);
     }
@@ -252,7 +252,8 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
     arbeitsplatz_.nimmEin(neu, *dpi);
     dienste_.verteiler.ausführen(befehl::Kurven);
     dienste_.hinweise.zeige(
-        t(Meldung::KoordinatenEingelesen).arg(arbeitsplatz_.reihe().nummern().size()).arg(*dpi));
+        {Meldung::KoordinatenEingelesen,
+         {QString::number(arbeitsplatz_.reihe().nummern().size()), QString::number(*dpi)}});
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);

@@ -61,6 +61,7 @@ bool Programm::Hauptstart(const QStringList& dateien) {
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
                                         dienste_.uhr, dienste_.drucker, dienste_.format, ordner_},
                                dienste_.speicher, arbeitsplatz_);
+    eingabefilter_.setzeFenster(hg_.get());
     hg_->beginne();
     QGuiApplication::restoreOverrideCursor();
     hg_->show();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/eingabefilter.h"
 #include "app/hilfetaste.h"
 #include "app/umgebung.h"
 #include "lang/protokolltexte.h"
@@ -59,6 +60,7 @@ private:
     QtÜbersetzung qtÜbersetzung_;
     Protokollfelder übersetzung_;
     Hilfetaste hilfetaste_;
+    Eingabefilter eingabefilter_;
     Arbeitsplatz arbeitsplatz_;
     std::unique_ptr<Instanz> instanz_;
     std::unique_ptr<HG> hg_;

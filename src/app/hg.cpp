@@ -99,7 +99,7 @@ HG::~HG() {
 }
 
 void HG::verbindeMessplatz() {
-    fläche_.messplatz->ZeigeHinweis = [this](int nummer) { ZeigeHinweis(nummer); };
+    fläche_.messplatz->ZeigeHinweis = [this](const Hinweis& h) { hinweise_.zeige(h); };
     fläche_.messplatz->zustandGeändert = [this] { zeigeZustand(); };
     fläche_.messplatz->bildLadenGewünscht = [this] { verteiler_.ausführen(befehl::BildLaden); };
     fläche_.messleiste->beiPunktwahl([this](int nummer) {
@@ -112,6 +112,8 @@ void HG::verbindeMessplatz() {
 void HG::verbindeFelder() {
     fläche_.kolonie->beiÄnderung(
         [this](const Kolonieangaben& angaben) { arbeitsplatz_.setzeAngaben(angaben); });
+    fläche_.kolonie->beiVorschlägen(
+        [this](QString Kolonieangaben::*wert) { return arbeitsplatz_.ablage().bekannte(wert); });
     fläche_.kolonie->beiGeschlechtswahl(
         [this](Geschlecht tiere) { return gang_.wechsleGeschlecht(tiere); });
     fläche_.kolonie->beiRassenwahl([this](int index) { arbeitsplatz_.wähleRasse(index); });
@@ -177,6 +179,9 @@ void HG::Form_Load() {
     arbeitsplatz_.richteEin();
     befehle_.zeigeWerkzeugtexte(
         umgebung_.einstellungen.schalter(Einstellung::FensterWerkzeugtexte));
+    fläche_.messplatz->setzeLupeAmZeiger(
+        umgebung_.einstellungen.schalter(Einstellung::FensterLupeAmZeiger));
+    fläche_.messleiste->setzeZiel(umgebung_.einstellungen.zahl(Einstellung::Zielzahl));
     TexteAnwenden();
 }
 
@@ -210,11 +215,11 @@ void HG::folge(const Änderung& änderung) {
     if (änderung.Angaben || änderung.Urteil || änderung.Ablage) {
         protokoll_.aktualisiere();
     }
-    const int hinweis = hinweise_.nummer();
-    if (änderung.Merkmale &&
-        (hinweis == HinweisMerkmaleJeBiene || hinweis == HinweisMerkmaleSummen) &&
-        hinweis != merkmalhinweis(untersuchung().merkmale())) {
-        ZeigeHinweis(merkmalhinweis(untersuchung().merkmale()));
+    const Hinweis& hinweis = hinweise_.gezeigter();
+    if (const int neu = merkmalhinweis(untersuchung().merkmale());
+        änderung.Merkmale && hinweis != Hinweis(neu) &&
+        (hinweis == Hinweis(HinweisMerkmaleJeBiene) || hinweis == Hinweis(HinweisMerkmaleSummen))) {
+        ZeigeHinweis(neu);
     }
     if (änderung.übernommen) {
         fläche_.messleiste->reihe().wähle({änderung.übernommen->nummer});
@@ -242,6 +247,7 @@ Befehlslage HG::befehlslage() const {
     lage.mitHilfe = hilfeVorhanden(t);
     lage.leisteLinks = !fläche_.linkeLeiste->isHidden();
     lage.leisteRechts = rechteLeisteGewünscht_;
+    lage.lupeAmZeiger = fläche_.messplatz->lupeAmZeiger();
     lage.werkzeugtexte = befehle_.mitWerkzeugtexten();
     lage.Zoomfaktor = messung_.aufnahme().Zoomfaktor;
     lage.messart = static_cast<int>(messung_.messart());
@@ -265,7 +271,7 @@ void HG::zeigeZustand() {
 
     fläche_.messleiste->setVisible(rechteLeisteGewünscht_ && lage.amMessplatz);
     fläche_.messleiste->zeigeFlügel(messung_.nummer(), messung_.wiederholt());
-    fläche_.messleiste->zeigePunkte(messung_.punkte(), messung_.messart());
+    fläche_.messleiste->zeigePunkte(messung_.punkte(), messung_.messart(), messung_.aufnahme());
     fläche_.messleiste->zeigeAuflösung(messung_.aufnahme().dpi);
     zeigeStatuszeile();
     arbeitsplatz_.merkeAnsicht(lage.amMessplatz ? befehl::Messen : befehl::Alle);
@@ -340,7 +346,7 @@ void HG::übernimmDateien(const QStringList& pfade) {
     raise();
     activateWindow();
     öffneDateien(pfade);
-    hinweise_.zeige(umgebung_.texte(Text::BereitsGestartet));
+    hinweise_.zeige(Text::BereitsGestartet);
 }
 
 // Commands
@@ -349,6 +355,9 @@ void HG::men_Datei_Click(int index) {
     switch (index) {
     case 0:
         gang_.neueUntersuchung();
+        break;
+    case DateiNächstesVolk:
+        gang_.neueUntersuchung(Personen::Dieselben);
         break;
     case 2:
         fläche_.kolonie->vervollständige();
@@ -421,6 +430,13 @@ void HG::men_Ansicht_Click(int index) {
         rechteLeisteGewünscht_ = !rechteLeisteGewünscht_;
         zeigeZustand();
         break;
+    case AnsichtLupeAmZeiger: {
+        const bool amZeiger = !fläche_.messplatz->lupeAmZeiger();
+        fläche_.messplatz->setzeLupeAmZeiger(amZeiger);
+        umgebung_.einstellungen.schreibe(Einstellung::FensterLupeAmZeiger, amZeiger ? 1 : 0);
+        zeigeZustand();
+        break;
+    }
     case AnsichtWerkzeugtexte: {
         const bool zeigen = !befehle_.mitWerkzeugtexten();
         befehle_.zeigeWerkzeugtexte(zeigen);
@@ -545,10 +561,14 @@ void HG::optionen() {
     }
     zeigeZustand();
     if (const int dpi = messung_.aufnahme().dpi; e.auflösung != vorher && e.auflösung != dpi) {
-        hinweise_.zeige(
-            umgebung_.texte(Meldung::AuflösungBeimNächstenStart).arg(dpi).arg(e.auflösung));
+        hinweise_.zeige({Meldung::AuflösungBeimNächstenStart,
+                         {QString::number(dpi), QString::number(e.auflösung)}});
     }
     hinweise_.warneVorGeringerAuflösung(andereAuflösung);
+}
+
+bool HG::gibZifferAnsBild(QKeyEvent& taste, const QWidget& ziel) {
+    return !fläche_.messplatz->isAncestorOf(&ziel) && fläche_.messplatz->nimmZiffer(taste);
 }
 
 void HG::dragEnterEvent(QDragEnterEvent* event) {

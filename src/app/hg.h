@@ -46,6 +46,8 @@ public:
     bool öffneDateien(const QStringList& pfade) { return eingang_.öffneDateien(pfade); }
     /// Opens, in front of other windows, what a second start of the program was given.
     void übernimmDateien(const QStringList& pfade);
+    /// Gives a digit that went to @p ziel to the picture. False when it means nothing there.
+    bool gibZifferAnsBild(QKeyEvent& taste, const QWidget& ziel);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

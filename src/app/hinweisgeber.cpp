@@ -12,54 +12,44 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int EigenerHinweis = -1;
-
-} // namespace
-
 Hinweisgeber::Hinweisgeber(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz)
     : umgebung_(umgebung)
     , arbeitsplatz_(arbeitsplatz)
-    , lab_H_(new Hinweiszeile) {}
+    , lab_H_(new Hinweiszeile(umgebung.texte)) {}
 
 void Hinweisgeber::ZeigeHinweis(int nummer) {
-    nummer_ = nummer;
-    lab_H_->zeige(hinweistext(umgebung_.texte, nummer, arbeitsplatz_.messung().nummer()));
-    if (nummer == HinweisBildWirdGeladen) {
-        lab_H_->repaint(); // nothing is painted while a picture is read
-    }
+    const bool mitFlügel = nummer == HinweisRechteckAufFlügel;
+    zeige({nummer, mitFlügel ? arbeitsplatz_.messung().nummer() : 0});
 }
 
-void Hinweisgeber::zeige(const QString& satz) {
-    nummer_ = EigenerHinweis;
-    lab_H_->zeige(satz);
+void Hinweisgeber::zeige(const Hinweis& hinweis) {
+    lab_H_->zeige(hinweis);
+}
+
+const Hinweis& Hinweisgeber::gezeigter() const {
+    return lab_H_->hinweis();
 }
 
 void Hinweisgeber::TexteAnwenden() {
     lab_H_->setAccessibleName(umgebung_.texte(Meldung::NameHinweiszeile));
-    if (nummer_ != EigenerHinweis) {
-        lab_H_->übersetze(hinweistext(umgebung_.texte, nummer_, arbeitsplatz_.messung().nummer()));
-    }
 }
 
 void Hinweisgeber::warneVorGeringerAuflösung(bool neu) {
     auflösungGemeldet_ = auflösungGemeldet_ && !neu;
     const int dpi = arbeitsplatz_.messung().aufnahme().dpi;
     if (dpi < EmpfohleneAuflösung && !std::exchange(auflösungGemeldet_, true)) {
-        zeige(umgebung_.texte(Meldung::AuflösungZuGering).arg(dpi));
+        zeige({Meldung::AuflösungZuGering, {QString::number(dpi)}});
     }
 }
 
 void Hinweisgeber::warneVorSchreibfehlern() {
-    const Texte& t = umgebung_.texte;
     if (!arbeitsplatz_.gesichert() && !std::exchange(sitzungsfehlerGemeldet_, true)) {
-        zeige(t(Meldung::SitzungNichtGesichert).arg(QDir::toNativeSeparators(umgebung_.ordner)));
+        zeige({Meldung::SitzungNichtGesichert, {QDir::toNativeSeparators(umgebung_.ordner)}});
     }
     if (begonnen_ && umgebung_.einstellungen.schreibenMisslungen() &&
         !std::exchange(schreibfehlerGemeldet_, true)) {
-        zeige(t(Meldung::EinstellungenNichtGeschrieben)
-                  .arg(QDir::toNativeSeparators(umgebung_.einstellungen.IniPfad())));
+        zeige({Meldung::EinstellungenNichtGeschrieben,
+               {QDir::toNativeSeparators(umgebung_.einstellungen.IniPfad())}});
     }
 }
 
@@ -73,8 +63,8 @@ void Hinweisgeber::sage(const Änderung& änderung) {
         for (const int punkt : änderung.übernommen->ohne) {
             ohne << QString::number(punkt);
         }
-        zeige(t(ohne.size() == 1 ? Meldung::PunktNichtGesetzt : Meldung::PunkteNichtGesetzt)
-                  .arg(ohne.join(u", "_s)));
+        zeige({ohne.size() == 1 ? Meldung::PunktNichtGesetzt : Meldung::PunkteNichtGesetzt,
+               {ohne.join(u", "_s)}});
     }
     if (änderung.fehler) {
         umgebung_.dialoge.meldung(t(Text::Fehler),
@@ -91,10 +81,9 @@ void Hinweisgeber::sage(const Änderung& änderung) {
 void Hinweisgeber::sageAuflösung() {
     const Messung& messung = arbeitsplatz_.messung();
     if (const auto& wiederholung = messung.stand().wiederholung) {
-        zeige(umgebung_.texte(Meldung::AuflösungDesFlügels)
-                  .arg(messung.aufnahme().dpi)
-                  .arg(dreistellig(wiederholung->nummer))
-                  .arg(wiederholung->aufnahme.dpi));
+        zeige({Meldung::AuflösungDesFlügels,
+               {QString::number(messung.aufnahme().dpi), dreistellig(wiederholung->nummer),
+                QString::number(wiederholung->aufnahme.dpi)}});
     } else {
         warneVorGeringerAuflösung(true);
     }

@@ -20,10 +20,9 @@ public:
 
     /// Shows a hint, 0 to 15.
     void ZeigeHinweis(int nummer);
-    void zeige(const QString& satz);
-    /// Number of the hint that is shown; negative for a sentence of its own.
-    [[nodiscard]] int nummer() const { return nummer_; }
-    /// Words the hint anew in the program's language.
+    void zeige(const Hinweis& hinweis);
+    /// The hint that is shown.
+    [[nodiscard]] const Hinweis& gezeigter() const;
     void TexteAnwenden();
 
     /// Says what a person is to be told about a change: hints, points that are missing, and why a
@@ -42,7 +41,6 @@ private:
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     Hinweiszeile* lab_H_;
-    int nummer_ = HinweisKeiner;
     bool begonnen_ = false;
     bool auflösungGemeldet_ = false;
     bool schreibfehlerGemeldet_ = false;

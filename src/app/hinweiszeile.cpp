@@ -11,8 +11,9 @@ constexpr int Blinkzahl = 4;
 
 } // namespace
 
-Hinweiszeile::Hinweiszeile(QWidget* parent)
+Hinweiszeile::Hinweiszeile(const Texte& texte, QWidget* parent)
     : QLabel(parent)
+    , texte_(texte)
     , Timer1_(this) {
     setObjectName(u"lab_H"_s);
     setWordWrap(true);
@@ -24,21 +25,24 @@ Hinweiszeile::Hinweiszeile(QWidget* parent)
     Timer1_.setObjectName(u"Timer1"_s);
     Timer1_.setInterval(Blinkabstand);
     connect(&Timer1_, &QTimer::timeout, this, [this] { Timer1_Timer(); });
+    connect(&texte_, &Texte::languageChanged, this,
+            [this] { setText(hinweistext(texte_, hinweis_)); });
 }
 
-void Hinweiszeile::zeige(const QString& hinweis) {
-    setText(hinweis);
+void Hinweiszeile::zeige(const Hinweis& hinweis) {
+    hinweis_ = hinweis;
+    setText(hinweistext(texte_, hinweis));
     setVisible(true);
     blinkzähler_ = 0;
-    if (hinweis.isEmpty()) {
+    if (text().isEmpty()) {
         Timer1_.stop();
     } else {
         Timer1_.start();
     }
-}
-
-void Hinweiszeile::übersetze(const QString& hinweis) {
-    setText(hinweis);
+    if (const int* nummer = std::get_if<int>(&hinweis_.was);
+        nummer != nullptr && *nummer == HinweisBildWirdGeladen) {
+        repaint(); // nothing is painted while a picture is read
+    }
 }
 
 void Hinweiszeile::Timer1_Timer() {

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 namespace tarvel {
@@ -39,6 +40,13 @@ QGroupBox* gruppeUntersuchung(const Seitenbau& bau, QCheckBox* nummer, QLineEdit
     kurzzeichen->setMaxLength(LängeKurzzeichen);
     kurzzeichen->setMaximumWidth(kurzzeichen->fontMetrics().horizontalAdvance(u"MMMMMM"_s));
     formular->addRow(bau.worte.label(Text::Kurzzeichen, kurzzeichen), kurzzeichen);
+    auto* ziel = new QSpinBox;
+    ziel->setObjectName(u"txt_Zielzahl"_s);
+    constexpr int HöchsteFlügelzahl = 200; // a series holds no more
+    ziel->setRange(1, HöchsteFlügelzahl);
+    bau.worte.nimm([ziel, &worte = bau.worte] { ziel->setToolTip(worte(Meldung::TippZielzahl)); });
+    formular->addRow(bau.worte.label(Meldung::Zielzahl, ziel), ziel);
+    bau.eigene.zahl(Einstellung::Zielzahl, ziel);
     return gruppe;
 }
 

@@ -1,12 +1,17 @@
 #include "app/textbefehle.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 
 namespace tarvel {
 
 QLineEdit* textfeldMitFokus() {
-    return qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QWidget* fokus = QApplication::focusWidget();
+    if (auto* liste = qobject_cast<QComboBox*>(fokus)) {
+        return liste->lineEdit();
+    }
+    return qobject_cast<QLineEdit*>(fokus);
 }
 
 void bearbeiteText(int index) {
@@ -25,7 +30,9 @@ void bearbeiteText(int index) {
         feld->paste();
         break;
     case 8:
-        feld->del();
+        if (feld->hasSelectedText()) {
+            feld->del();
+        }
         break;
     default:
         break;

@@ -52,7 +52,7 @@ bool Untersuchungsgang::setzeSitzungFort() {
     if (dienste_.verteiler.kennt(stand->ansicht)) {
         dienste_.verteiler.ausführen(stand->ansicht);
     }
-    dienste_.hinweise.zeige(t(Meldung::SitzungWiederDa));
+    dienste_.hinweise.zeige(Meldung::SitzungWiederDa);
     return true;
 }
 
@@ -84,18 +84,17 @@ bool Untersuchungsgang::speichere(Speicheranlass anlass) {
     const bool warGeändert = untersuchung.geändert();
     const bool fertig = arbeitsplatz_.speichere(anlass);
     if (warGeändert && !untersuchung.geändert()) {
-        dienste_.hinweise.zeige(
-            umgebung_.texte(Meldung::UntersuchungGespeichert).arg(untersuchung.angaben().UNr));
+        dienste_.hinweise.zeige({Meldung::UntersuchungGespeichert, {untersuchung.angaben().UNr}});
     }
     return fertig;
 }
 
-void Untersuchungsgang::neueUntersuchung() {
+void Untersuchungsgang::neueUntersuchung(Personen personen) {
     dienste_.vervollständige();
     if (!verlasse()) {
         return;
     }
-    arbeitsplatz_.beginneNeue();
+    arbeitsplatz_.beginneNeue(personen);
     dienste_.beginneMessen();
 }
 
@@ -105,8 +104,8 @@ void Untersuchungsgang::öffne() {
         return;
     }
     const Ablage& ablage = arbeitsplatz_.ablage();
-    const int vorher = dienste_.hinweise.nummer();
-    dienste_.hinweise.zeige(umgebung_.texte(Text::HinweisUntersuchungÖffnen));
+    const Hinweis vorher = dienste_.hinweise.gezeigter();
+    dienste_.hinweise.zeige(Text::HinweisUntersuchungÖffnen);
     DB db({.texte = umgebung_.texte,
            .dialoge = umgebung_.dialoge,
            .DatenbankPfad = ablage.DatenbankPfad(),
@@ -116,7 +115,7 @@ void Untersuchungsgang::öffne() {
            .LadenDB = [this](const QString& nummer) { return lade(nummer); }},
           dienste_.fenster);
     if (db.exec() != QDialog::Accepted) {
-        dienste_.hinweise.ZeigeHinweis(std::max<int>(vorher, HinweisKeiner));
+        dienste_.hinweise.zeige(vorher);
         if (const auto nummer = ablage.inDateiGeändert();
             nummer && !arbeitsplatz_.untersuchung().geändert()) {
             lade(*nummer); // edited in the browser
@@ -143,15 +142,13 @@ bool Untersuchungsgang::lade(const QString& nummer) {
     const Texte& t = umgebung_.texte;
     if (const std::optional<bool> urteil = arbeitsplatz_.beurteilung().urteil();
         urteil && *urteil != gelesen->EntsprichtRasse) {
-        const auto wort = [&t](bool ja) { return t(urteilswort(ja)); };
         dienste_.hinweise.zeige(
-            t(Meldung::UrteilAnders).arg(wort(gelesen->EntsprichtRasse), wort(*urteil)));
+            {Meldung::UrteilAnders, {urteilswort(gelesen->EntsprichtRasse), urteilswort(*urteil)}});
     }
     if (gelesen->rasse) {
-        dienste_.hinweise.zeige(
-            t(Meldung::RasseNichtInListe)
-                .arg(*gelesen->rasse,
-                     arbeitsplatz_.einstellungen().rassen.value(gelesen->angaben.Rasse)));
+        dienste_.hinweise.zeige({Meldung::RasseNichtInListe,
+                                 {*gelesen->rasse, arbeitsplatz_.einstellungen().rassen.value(
+                                                       gelesen->angaben.Rasse)}});
     }
     if (!gelesen->nichtGelesen.isEmpty()) {
         umgebung_.dialoge.meldung(

@@ -35,7 +35,7 @@ public:
     /// user wants to go on with it, else the latest one of the results file, or a new one where
     /// there is none.
     void beginne();
-    void neueUntersuchung();
+    void neueUntersuchung(Personen personen = Personen::Neue);
     /// Lets the user choose one in the browser.
     void öffne();
     /// Makes another results file the one in use. False when the user stays, or it is none.

@@ -1,9 +1,39 @@
 #include "lang/hinweise.h"
 
-#include "lang/texte.h"
 #include "platform/zahlen.h"
 
+#include <QStringList>
+
 namespace tarvel {
+
+namespace {
+
+QString wort(const Texte& texte, const Hinweis::Argument& argument) {
+    if (const auto* text = std::get_if<Text>(&argument)) {
+        return texte(*text);
+    }
+    if (const auto* meldung = std::get_if<Meldung>(&argument)) {
+        return texte(*meldung);
+    }
+    return std::get<QString>(argument);
+}
+
+/// All at once, for an argument may contain what looks like a place of the next one.
+QString eingesetzt(const QString& muster, const QStringList& worte) {
+    QString ergebnis;
+    for (qsizetype i = 0; i < muster.size(); ++i) {
+        const int stelle = muster.at(i) == u'%' ? muster.mid(i + 1, 1).toInt() : 0;
+        if (stelle >= 1 && stelle <= worte.size()) {
+            ergebnis += worte.at(stelle - 1);
+            ++i;
+        } else {
+            ergebnis += muster.at(i);
+        }
+    }
+    return ergebnis;
+}
+
+} // namespace
 
 QString hinweistext(const Texte& texte, int nummer, int flügel) {
     switch (nummer) {
@@ -40,6 +70,23 @@ QString hinweistext(const Texte& texte, int nummer, int flügel) {
     default:
         return {};
     }
+}
+
+QString hinweistext(const Texte& texte, const Hinweis& hinweis) {
+    if (const int* nummer = std::get_if<int>(&hinweis.was)) {
+        return hinweistext(texte, *nummer, hinweis.flügel);
+    }
+    if (const auto* text = std::get_if<Text>(&hinweis.was)) {
+        return texte(*text);
+    }
+    if (const auto* meldung = std::get_if<Meldung>(&hinweis.was)) {
+        QStringList worte;
+        for (const Hinweis::Argument& argument : hinweis.argumente) {
+            worte << wort(texte, argument);
+        }
+        return eingesetzt(texte(*meldung), worte);
+    }
+    return std::get<QString>(hinweis.was);
 }
 
 } // namespace tarvel

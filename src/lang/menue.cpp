@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenu>
 
+#include <algorithm>
 #include <type_traits>
 
 namespace tarvel {
@@ -16,6 +17,17 @@ namespace {
 QString mitTastenspalte(const QString& text) {
     const qsizetype lücke = text.indexOf(u"   "_s);
     return lücke < 0 ? text : text.left(lücke) + u'\t' + text.mid(lücke).trimmed();
+}
+
+/// A caption in two lines of about the same width, so that all of them fit beside each other.
+QString umbrochen(const QString& text) {
+    qsizetype beste = -1;
+    for (qsizetype i = text.indexOf(u' '); i >= 0; i = text.indexOf(u' ', i + 1)) {
+        if (beste < 0 || std::max(i, text.size() - i) < std::max(beste, text.size() - beste)) {
+            beste = i;
+        }
+    }
+    return beste < 0 ? text : text.left(beste) + u'\n' + text.mid(beste + 1);
 }
 
 } // namespace
@@ -49,8 +61,9 @@ QAction* fügeHinzu(QMenu& menü, int index, const Menüzeile& zeile,
 
 void beschrifte(QAction& aktion, const Menüzeile& zeile, const Texte& texte) {
     aktion.setText(mitTastenspalte(wortlaut(zeile.text, texte)));
-    aktion.setIconText(aktion.text().section(u'\t', 0, 0));
-    QString tipp = zeile.tipp ? texte(*zeile.tipp) : aktion.iconText();
+    const QString kurz = aktion.text().section(u'\t', 0, 0);
+    aktion.setIconText(umbrochen(kurz));
+    QString tipp = zeile.tipp ? texte(*zeile.tipp) : kurz;
     if (const QKeySequence kürzel = aktion.shortcut(); !kürzel.isEmpty()) {
         tipp += u" ("_s + kürzel.toString(QKeySequence::NativeText) + u')';
     }

@@ -94,8 +94,11 @@ void Bild::setErledigte(std::vector<Marke> erledigte) {
 }
 
 void Bild::zeige(QPointF pixelPosition) {
-    const QPointF halb(viewport()->width() / 2.0, viewport()->height() / 2.0);
-    setStand((pixelPosition * zoom_ - halb).toPoint());
+    zeige(pixelPosition, QPointF(viewport()->width() / 2.0, viewport()->height() / 2.0));
+}
+
+void Bild::zeige(QPointF pixelPosition, QPointF imFenster) {
+    setStand((pixelPosition * zoom_ - imFenster).toPoint());
 }
 
 void Bild::macheSichtbar(QPointF position) {
@@ -227,6 +230,7 @@ bool Bild::viewportEvent(QEvent* event) {
 void Bild::mousePressEvent(QMouseEvent* event) {
     event->accept();
     zeiger_ = event->position();
+    hierGedrückt_ = true;
     if (event->button() == Qt::MiddleButton) {
         schieben_ = Schieben{event->position(), stand()};
         viewport()->setCursor(Qt::ClosedHandCursor);
@@ -238,9 +242,18 @@ void Bild::mousePressEvent(QMouseEvent* event) {
         gedrückt(ereignis(*event));
 }
 
-// The second of two quick clicks is a click like any other.
+// The second of two quick clicks is a click like any other, unless the first one was meant for what
+// stood here before.
 void Bild::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event);
+    if (hierGedrückt_) {
+        mousePressEvent(event);
+    }
+    event->accept();
+}
+
+void Bild::hideEvent(QHideEvent* event) {
+    QAbstractScrollArea::hideEvent(event);
+    hierGedrückt_ = false;
 }
 
 void Bild::mouseMoveEvent(QMouseEvent* event) {
@@ -269,7 +282,7 @@ void Bild::wheelEvent(QWheelEvent* event) {
         const int rasten = radrest_ / RasteDesRades;
         radrest_ -= rasten * RasteDesRades;
         if (rasten != 0 && zoomGewünscht)
-            zoomGewünscht(rasten > 0 ? 1 : -1);
+            zoomGewünscht(rasten > 0 ? 1 : -1, event->position());
         return;
     }
     QPoint weg = event->pixelDelta();

@@ -48,7 +48,8 @@ public:
     std::function<bool(QKeyEvent*)> tasteGedrückt;
     /// The next larger (+1) or smaller (-1) zoom is wanted. The zoom does not change by itself,
     /// for points may be set already.
-    std::function<void(int)> zoomGewünscht;
+    /// The place is that of the pointer in the viewport.
+    std::function<void(int richtung, QPointF imFenster)> zoomGewünscht;
     /// Another part of the picture is shown.
     std::function<void()> ausschnittGeändert;
 
@@ -71,6 +72,8 @@ public:
     /// Brings a place of the picture (unzoomed pixels) to the middle of the view as far as the
     /// picture's edges allow.
     void zeige(QPointF pixelPosition);
+    /// Brings it as near to a place of the viewport instead.
+    void zeige(QPointF pixelPosition, QPointF imFenster);
     /// Scrolls as little as needed to show a place (zoomed pixels) with some room around it.
     void macheSichtbar(QPointF position);
     /// The part of the picture that is seen, in unzoomed pixels.
@@ -91,6 +94,7 @@ protected:
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -129,6 +133,8 @@ private:
     /// Way scrolled so far while both bars are being moved.
     std::optional<QPoint> gesammelt_;
     int radrest_ = 0;
+    /// The last press of a button was over this view.
+    bool hierGedrückt_ = false;
 };
 
 } // namespace tarvel

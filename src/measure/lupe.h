@@ -24,7 +24,7 @@ public:
     void setMarken(std::vector<Marke> marken);
 
     [[nodiscard]] QSize sizeHint() const override { return {220, 220}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 120}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 60}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -2,14 +2,18 @@
 
 #include "measure/aufloesung.h"
 #include "platform/zahlen.h"
+#include "measure/fluegelskizze.h"
 
 #include <QComboBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace tarvel {
 
@@ -21,6 +25,10 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     , modelle_(modelle)
     , fra_Fein_(new QGroupBox)
     , lab_Fluegel_(new QLabel)
+    , lab_Fortschritt_(new QLabel)
+    , skizze_(new Flügelskizze)
+    , lab_Naechster_(new QLabel)
+    , lab_Werte_(new QLabel)
     , lab_dpi_(new QLabel)
     , cbo_dpi_(new QComboBox)
     , reihe_(new Reihenansicht(texte, modelle, u"Leiste"_s, Qt::Vertical))
@@ -31,7 +39,22 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     QFont groß = lab_Fluegel_->font();
     groß.setBold(true);
     lab_Fluegel_->setFont(groß);
-    layout->addWidget(lab_Fluegel_);
+    lab_Fortschritt_->setObjectName(u"lab_Fortschritt"_s);
+    lab_Fortschritt_->setAlignment(Qt::AlignRight);
+    auto* kopf = new QHBoxLayout;
+    kopf->addWidget(lab_Fluegel_);
+    kopf->addWidget(lab_Fortschritt_, 1);
+    layout->addLayout(kopf);
+    layout->addWidget(skizze_);
+    lab_Naechster_->setObjectName(u"lab_Nächster"_s);
+    lab_Naechster_->setWordWrap(true);
+    // Two lines for most descriptions: what lies below must not jump from point to point.
+    lab_Naechster_->setMinimumHeight(2 * lab_Naechster_->fontMetrics().lineSpacing());
+    lab_Naechster_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    layout->addWidget(lab_Naechster_);
+    lab_Werte_->setObjectName(u"lab_Werte"_s);
+    lab_Werte_->setEnabled(false); // greyed: nothing of it is in the series yet
+    layout->addWidget(lab_Werte_);
     layout->addWidget(lupe);
     layout->addWidget(feineinstellung());
 
@@ -96,11 +119,24 @@ void Messleiste::beschrifte() {
         opt_Fein_.at(static_cast<std::size_t>(nummer))
             ->setToolTip(texte_(messpunktbeschreibung(nummer)));
     }
+    lab_Werte_->setToolTip(texte_(Meldung::TippWerteVorab));
     zeigeFlügeltext();
+    zeigeNächsten();
+    zeigeWerte();
     zeigeMittelwerte();
 }
 
-void Messleiste::zeigePunkte(const Messpunkte& punkte, Messart messart) {
+void Messleiste::setzeZiel(int flügelzahl) {
+    ziel_ = std::max(1, flügelzahl);
+    zeigeMittelwerte();
+}
+
+void Messleiste::zeigePunkte(const Messpunkte& punkte, Messart messart, const Aufnahme& aufnahme) {
+    punkte_ = punkte;
+    messart_ = messart;
+    aufnahme_ = aufnahme;
+    zeigeNächsten();
+    zeigeWerte();
     for (int nummer = 1; nummer <= Messpunkte::Anzahl; ++nummer) {
         QRadioButton* knopf = opt_Fein_.at(static_cast<std::size_t>(nummer));
         knopf->setEnabled(benutzt(messart, nummer));
@@ -112,6 +148,30 @@ void Messleiste::zeigePunkte(const Messpunkte& punkte, Messart messart) {
         knopf->setChecked(punkte.GewählterPunkt == nummer);
         knopf->setAutoExclusive(true);
     }
+}
+
+void Messleiste::zeigeNächsten() {
+    const int nächster = punkte_.vollständig(messart_) ? 0 : punkte_.nächster(messart_);
+    skizze_->zeige(punkte_, messart_, nächster);
+    QString punkt = texte_(messpunktbeschreibung(nächster));
+    punkt.replace(u"  "_s, u", "_s); // number and place stand in columns elsewhere
+    const QString text = nächster == 0 ? texte_(Meldung::AllePunkteGesetzt)
+                                       : texte_(Meldung::NächsterPunkt).arg(punkt);
+    lab_Naechster_->setText(text);
+    skizze_->setAccessibleName(text);
+}
+
+void Messleiste::zeigeWerte() {
+    const Indextexte werte =
+        indextexte(berechneIndizes(punkte_, messart_, aufnahme_), modelle_.format());
+    QStringList teile;
+    for (const auto& [name, wert] :
+         {std::pair{Text::CI, werte.CI}, {Text::HI, werte.HI}, {Text::DV, werte.DV}}) {
+        if (misstAchtPunkte(messart_) || name == Text::CI) {
+            teile << texte_(name) + u'=' + (wert.isEmpty() ? u"–"_s : wert);
+        }
+    }
+    lab_Werte_->setText(teile.join(u"  "_s));
 }
 
 void Messleiste::zeigeAuflösung(int dpi) {
@@ -143,6 +203,7 @@ void Messleiste::zeigeMittelwerte() {
         }
     }
     const QString anzahl = kennzahl(Kennzahlentabelle::Anzahl, Flügeltabelle::CI);
+    lab_Fortschritt_->setText(texte_(Meldung::Fortschritt).arg(modelle_.flügelzahl()).arg(ziel_));
     lab_Statistik_->setText(teile.isEmpty() ? texte_(Meldung::NochKeineMessung)
                                             : texte_(Text::Mittelwert) + u" ("_s + anzahl +
                                                   u"):\n"_s + teile.join(u"  "_s));

@@ -16,8 +16,10 @@ class QRadioButton;
 
 namespace tarvel {
 
-/// The panel beside the wing picture: magnifier, micro-adjustment, resolution of the scan, the
-/// series so far and its mean values.
+class Flügelskizze;
+
+/// The panel beside the wing picture: which point comes next, magnifier, micro-adjustment,
+/// resolution of the scan, the series so far and its mean values.
 class Messleiste : public QWidget {
 public:
     /// @p lupe becomes a part of the panel.
@@ -29,8 +31,11 @@ public:
     /// Called with the position in the list of resolutions that the user picked.
     void beiAuflösung(std::function<void(int)> wahl) { cbo_dpi_Click_ = std::move(wahl); }
 
-    /// Shows which point is selected, which are set and which the kind of examination uses.
-    void zeigePunkte(const Messpunkte& punkte, Messart messart);
+    /// Shows which point comes next, which is selected, which are set and which the kind of
+    /// examination uses, and the values of what is set.
+    void zeigePunkte(const Messpunkte& punkte, Messart messart, const Aufnahme& aufnahme);
+    /// How many wings the examination shall have, at least 1.
+    void setzeZiel(int flügelzahl);
     void zeigeAuflösung(int dpi);
     void zeigeFlügel(int nummer, bool wiederholt);
 
@@ -40,6 +45,8 @@ private:
     QWidget* feineinstellung();
     void beschrifte();
     void zeigeFlügeltext();
+    void zeigeNächsten();
+    void zeigeWerte();
     void zeigeMittelwerte();
 
     const Texte& texte_;
@@ -49,12 +56,20 @@ private:
     std::array<QRadioButton*, Messpunkte::Anzahl + 1> opt_Fein_{};
     QGroupBox* fra_Fein_;
     QLabel* lab_Fluegel_;
+    QLabel* lab_Fortschritt_;
+    Flügelskizze* skizze_;
+    QLabel* lab_Naechster_;
+    QLabel* lab_Werte_;
     QLabel* lab_dpi_;
     QComboBox* cbo_dpi_;
     Reihenansicht* reihe_;
     QLabel* lab_Statistik_;
     int flügel_ = 1;
     bool wiederholt_ = false;
+    int ziel_ = 50;
+    Messpunkte punkte_{Messart::AlleMessungen};
+    Messart messart_ = Messart::AlleMessungen;
+    Aufnahme aufnahme_;
 };
 
 } // namespace tarvel

@@ -3,6 +3,7 @@
 #include "measure/bild.h"
 #include "measure/bildmarke.h"
 #include "measure/bildort.h"
+#include "measure/fluegelort.h"
 #include "measure/ladefortschritt.h"
 #include "measure/lupe.h"
 #include "measure/tasten.h"
@@ -39,19 +40,6 @@ Maustaste maustaste(Qt::MouseButton taste) {
     }
 }
 
-/// Middle of the set points of a wing, in pixels of the unzoomed picture.
-QPointF flügelmitte(const Flügelmessung& messung) {
-    QPointF summe;
-    int anzahl = 0;
-    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
-        if (messung.punkte.gemessen(i)) {
-            summe += QPointF(messung.punkte.PunktX[i], messung.punkte.PunktY[i]);
-            ++anzahl;
-        }
-    }
-    return anzahl == 0 ? QPointF() : summe / (anzahl * messung.aufnahme.Zoomfaktor);
-}
-
 } // namespace
 
 Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle, QWidget* parent)
@@ -66,7 +54,8 @@ Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
     , bef_BildLaden_(new QPushButton)
     , übersicht_(new Übersicht)
     , bild_(new Bild)
-    , lupe_(new Lupe) {
+    , lupe_(new Lupe)
+    , zeigerlupe_(new Lupe(bild_)) {
     setObjectName(u"Messplatz"_s);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -74,6 +63,12 @@ Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
     seiten_->addWidget(leereSeite());
     seiten_->addWidget(übersicht_);
     seiten_->addWidget(bild_);
+    zeigerlupe_->setObjectName(u"pic_Zeigerlupe"_s);
+    zeigerlupe_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    constexpr int Lupengröße = 180;
+    zeigerlupe_->resize(Lupengröße, Lupengröße);
+    zeigerlupe_->hide();
+    bild_->viewport()->installEventFilter(this);
     verbindeBild();
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
     beschrifte();
@@ -102,16 +97,23 @@ QWidget* Messplatz::leereSeite() {
 }
 
 void Messplatz::verbindeBild() {
-    übersicht_->gewählt = [this](QPointF mitte) {
-        mitte_ = mitte;
+    übersicht_->gewählt = [this](const Übersicht::Wahl& wahl) {
+        if (!wahl.neu && korrigiereAn(wahl.ort)) {
+            return;
+        }
+        mitte_ = wahl.mitte;
         zeigeMessen();
+    };
+    übersicht_->erklärung = [this](QPointF ort) {
+        const std::optional<int> nummer = gemessenerAn(ort);
+        return nummer ? texte_(Meldung::TippGemessenerFlügel).arg(dreistellig(*nummer)) : QString();
     };
     bild_->gedrückt = [this](const Zeigerereignis& e) { drück(e); };
     bild_->bewegt = [this](const Zeigerereignis& e) { beweg(e); };
     bild_->losgelassen = [this](const Zeigerereignis&) { gezogen_ = 0; };
     bild_->tasteGedrückt = [this](QKeyEvent* e) { return taste(*e); };
-    bild_->zoomGewünscht = [this](int schritt) {
-        wünscheZoom(messung_.aufnahme().Zoomfaktor + schritt);
+    bild_->zoomGewünscht = [this](int schritt, QPointF imFenster) {
+        wünscheZoom(messung_.aufnahme().Zoomfaktor + schritt, imFenster);
     };
     bild_->ausschnittGeändert = [this] {
         if (zustand_ == Zustand::Messen) {
@@ -121,12 +123,52 @@ void Messplatz::verbindeBild() {
     };
 }
 
+void Messplatz::setzeLupeAmZeiger(bool amZeiger) {
+    lupeAmZeiger_ = amZeiger;
+    lupe_->setVisible(!amZeiger);
+    zeigerlupe_->hide(); // until the pointer moves over the picture
+}
+
+void Messplatz::setzeLupenbild(const QImage& bild, int zoom) {
+    for (Lupe* lupe : {lupe_, zeigerlupe_}) {
+        lupe->setBild(bild, zoom);
+    }
+}
+
+void Messplatz::zeigeInLupe(QPointF ort) {
+    for (Lupe* lupe : {lupe_, zeigerlupe_}) {
+        lupe->setMitte(ort);
+    }
+    if (!lupeAmZeiger_ || zustand_ != Zustand::Messen) {
+        return;
+    }
+    // Beside the place, on the side where there is room: never over what is being looked at.
+    constexpr int Abstand = 28;
+    const QRect feld = bild_->viewport()->geometry();
+    const QPoint hier = bild_->zuFenster(ort).toPoint() + feld.topLeft();
+    const auto neben = [](int stelle, int länge, int ende) {
+        return stelle + Abstand + länge <= ende ? stelle + Abstand : stelle - Abstand - länge;
+    };
+    zeigerlupe_->move(neben(hier.x(), zeigerlupe_->width(), feld.right()),
+                      neben(hier.y(), zeigerlupe_->height(), feld.bottom()));
+    zeigerlupe_->setVisible(bild_->zeigerHier());
+}
+
+bool Messplatz::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == bild_->viewport() && event->type() == QEvent::Leave) {
+        zeigerlupe_->hide();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void Messplatz::beschrifte() {
     aufforderung_->setText(texte_(Text::HinweisBildLaden));
     bef_BildLaden_->setText(texte_(Text::KnopfBildLaden));
     übersicht_->setAccessibleName(texte_(Meldung::NameÜbersicht));
     bild_->setAccessibleName(texte_(Meldung::NameFlügelbild));
-    lupe_->setAccessibleName(texte_(Meldung::Lupe));
+    for (Lupe* lupe : {lupe_, zeigerlupe_}) {
+        lupe->setAccessibleName(texte_(Meldung::Lupe));
+    }
 }
 
 QString Messplatz::bilddatei() const {
@@ -137,9 +179,53 @@ QSize Messplatz::bildgröße() const {
     return datei_ ? datei_->größe() : QSize();
 }
 
-void Messplatz::hinweis(int nummer) {
+void Messplatz::hinweis(const Hinweis& hinweis) {
     if (ZeigeHinweis) {
-        ZeigeHinweis(nummer);
+        ZeigeHinweis(hinweis);
+    }
+}
+
+std::optional<int> Messplatz::gemessenerAn(QPointF ort) const {
+    std::optional<int> nummer = flügelAn(reihe_, bilddatei(), ort);
+    // The one that is being repeated lies on the picture with its points already.
+    return messung_.wiederholt() && nummer == messung_.nummer() ? std::nullopt : nummer;
+}
+
+bool Messplatz::korrigiereAn(QPointF ort) {
+    const std::optional<int> nummer = gemessenerAn(ort);
+    if (!nummer) {
+        return false;
+    }
+    if (wiederhole(*nummer)) {
+        hinweis({Meldung::FlügelZumKorrigieren, {dreistellig(*nummer)}});
+    }
+    return true;
+}
+
+Flügelmessung Messplatz::aktueller() const {
+    return {.punkte = messung_.punkte(),
+            .messart = messung_.messart(),
+            .aufnahme = messung_.aufnahme(),
+            .bilddatei = messung_.bilddatei()};
+}
+
+bool Messplatz::darfÜbernehmen() {
+    const std::optional<int> anderer = liegtAufFlügel(reihe_, aktueller(), messung_.nummer());
+    return !anderer ||
+           dialoge_.frage(
+               {.titel = texte_(Meldung::FlügelNummer).arg(dreistellig(messung_.nummer())),
+                .text = texte_(Meldung::FlügelSchonGemessenFrage)
+                            .arg(dreistellig(*anderer), dreistellig(messung_.nummer())),
+                .art = Meldungsart::Frage,
+                .ja = texte_(Meldung::TrotzdemÜbernehmen),
+                .nein = texte_(Meldung::NichtÜbernehmen)}) == Antwort::Ja;
+}
+
+void Messplatz::sagWieÜbernommenWird() {
+    const Messart messart = messung_.messart();
+    const Messpunkte& punkte = messung_.punkte();
+    if (punkte.vollständig(messart) && !punkte.fertig(messart)) {
+        hinweis({Meldung::ÜbernehmenPerTaste, {QString::number(letzterPunkt(messart))}});
     }
 }
 
@@ -236,11 +322,10 @@ bool Messplatz::öffne(const QString& pfad, bool ganz) {
         return false;
     }
     datei_ = std::get<Bilddatei>(std::move(ergebnis));
-    befehle_.zeigtBild(
-        {.größe = datei_->größe(), .marke = inhaltsmarke(Bildort::aus(pfad).datei)});
+    befehle_.zeigtBild({.größe = datei_->größe(), .marke = inhaltsmarke(Bildort::aus(pfad).datei)});
     // The pixels of the former picture go before those of the new one come.
     bild_->setBild({});
-    lupe_->setBild({}, 1);
+    setzeLupenbild({}, 1);
     übersicht_->setBild(datei_->übersicht(), datei_->größe());
     return true;
 }
@@ -325,7 +410,8 @@ void Messplatz::zeigeÜbersicht() {
     zeigeRahmen();
     übersicht_->setMitte(mitte_);
     übersicht_->setFocus();
-    hinweis(reihe_.leer() ? HinweisRechteck : HinweisRechteckAufFlügel);
+    hinweis(reihe_.leer() ? Hinweis(HinweisRechteck)
+                          : Hinweis(HinweisRechteckAufFlügel, messung_.nummer()));
 }
 
 bool Messplatz::zeigeMessen() {
@@ -351,13 +437,13 @@ bool Messplatz::zeigeMessen() {
         bild_->setBild(*pixel);
     }
     bild_->setZoomfaktor(messung_.aufnahme().Zoomfaktor);
-    lupe_->setBild(bild_->bild(), messung_.aufnahme().Zoomfaktor);
+    setzeLupenbild(bild_->bild(), messung_.aufnahme().Zoomfaktor);
     wechsle(Zustand::Messen);
     zeigePunkte();
     zeigeErledigte();
     bild_->zeige(mitte);
     mitte_ = mitte;
-    lupe_->setMitte(mitte * messung_.aufnahme().Zoomfaktor);
+    zeigeInLupe(mitte * messung_.aufnahme().Zoomfaktor);
     bild_->sucheZeiger();
     nimmTastatur();
     hinweis(messung_.wiederholt() ? HinweisErneutSpeichern : HinweisPunkteSetzen);
@@ -372,7 +458,28 @@ void Messplatz::nimmTastatur() {
     }
 }
 
+bool Messplatz::nimmZiffer(const QKeyEvent& ereignis) {
+    if (zustand_ != Zustand::Messen || !isVisible() || tastencode(ereignis) < taste::Eins) {
+        return false;
+    }
+    nimmTastatur();
+    return taste(ereignis);
+}
+
 bool Messplatz::wünscheZoom(int zoomfaktor) {
+    const QPointF mitte = mitte_;
+    if (!ändereZoom(zoomfaktor, mitte, QRectF(bild_->viewport()->rect()).center())) {
+        return false;
+    }
+    mitte_ = mitte; // also where the picture's edge kept it from the middle
+    return true;
+}
+
+bool Messplatz::wünscheZoom(int zoomfaktor, QPointF imFenster) {
+    return ändereZoom(zoomfaktor, bild_->zuBild(imFenster) / bild_->Zoomfaktor(), imFenster);
+}
+
+bool Messplatz::ändereZoom(int zoomfaktor, QPointF fest, QPointF imFenster) {
     const int zoom = std::clamp(zoomfaktor, Bild::KleinsterZoom, Bild::GrößterZoom);
     if (zoom == messung_.aufnahme().Zoomfaktor) {
         return false;
@@ -389,6 +496,7 @@ bool Messplatz::wünscheZoom(int zoomfaktor) {
     }
     befehle_.setzeZoom(zoom);
     if (zustand_ == Zustand::Messen) {
+        bild_->zeige(fest, imFenster);
         hinweis(HinweisPunkteSetzen);
     }
     return true;
@@ -427,7 +535,7 @@ bool Messplatz::wiederhole(int nummer) {
             return false;
         }
     }
-    const QPointF mitte = flügelmitte(*messung);
+    const QPointF mitte = flügelmitte(*messung).value_or(mitte_);
     if (!mitteDerReihe_) {
         mitteDerReihe_ = mitte_;
     }
@@ -463,13 +571,11 @@ void Messplatz::folgeBild() {
         nichtZuÖffnen_ = pfad;
         datei_.reset();
         bild_->setBild({});
-        lupe_->setBild({}, 1);
+        setzeLupenbild({}, 1);
         wechsle(Zustand::OhneBild);
         return;
     }
-    mitte_ = messung_.punkte().begonnen()
-                 ? flügelmitte({messung_.punkte(), messung_.messart(), messung_.aufnahme(), pfad})
-                 : QRectF(QPointF(), datei_->größe()).center();
+    mitte_ = flügelmitte(aktueller()).value_or(QRectF(QPointF(), datei_->größe()).center());
     if (zustand_ != Zustand::Messen) {
         wechsle(Zustand::Übersicht);
     } else {
@@ -484,7 +590,7 @@ void Messplatz::folgeZoom() {
     }
     const QPointF mitte = mitte_;
     bild_->setZoomfaktor(zoom);
-    lupe_->setBild(bild_->bild(), zoom);
+    setzeLupenbild(bild_->bild(), zoom);
     if (zustand_ == Zustand::Messen) {
         bild_->zeige(mitte);
     }
@@ -495,8 +601,7 @@ void Messplatz::zeigeFlügel() {
     if (zustand_ == Zustand::Messen || !messung_.punkte().begonnen()) {
         return;
     }
-    mitte_ = flügelmitte(
-        {messung_.punkte(), messung_.messart(), messung_.aufnahme(), messung_.bilddatei()});
+    mitte_ = flügelmitte(aktueller()).value_or(mitte_);
     zeigeMessen();
 }
 
@@ -524,7 +629,9 @@ void Messplatz::zeigePunkte() {
                               .aktiv = punkte.AktuellerPunkt == i});
         }
     }
-    lupe_->setMarken(marken);
+    for (Lupe* lupe : {lupe_, zeigerlupe_}) {
+        lupe->setMarken(marken);
+    }
     bild_->setMarken(std::move(marken));
 }
 
@@ -537,7 +644,7 @@ void Messplatz::zeigeErledigte() {
             (messung_.wiederholt() && nummer == messung_.nummer())) {
             continue;
         }
-        const QPointF mitte = flügelmitte(messung);
+        const QPointF mitte = flügelmitte(messung).value_or(QPointF());
         const QString text = dreistellig(nummer);
         imScan.push_back({.position = mitte, .text = text});
         imBild.push_back({.position = mitte * zoom, .text = text});
@@ -577,7 +684,12 @@ void Messplatz::drück(const Zeigerereignis& e) {
         befehle_.opt_Fein_Click(gezogen_);
         return;
     }
+    if (e.taste == Qt::RightButton && messung_.punkte().fertig(messung_.messart()) &&
+        !darfÜbernehmen()) {
+        return;
+    }
     befehle_.Bild_MouseDown(maustaste(e.taste), umschaltung::von(e.umschalt), e.x, e.y);
+    sagWieÜbernommenWird();
 }
 
 void Messplatz::beweg(const Zeigerereignis& e) {
@@ -586,7 +698,7 @@ void Messplatz::beweg(const Zeigerereignis& e) {
         befehle_.zieh(gezogen_, e.x, e.y, !zugBegonnen_);
         zugBegonnen_ = true;
     }
-    lupe_->setMitte(QPointF(e.x, e.y));
+    zeigeInLupe(QPointF(e.x, e.y));
 }
 
 bool Messplatz::taste(const QKeyEvent& e) {
@@ -607,15 +719,24 @@ bool Messplatz::taste(const QKeyEvent& e) {
         hinweis(HinweisPunkteSetzen); // the key means the place of the pointer, and there is none
         return true;
     }
+    const Messpunkte vorher = messung_.punkte();
+    if (code == taste::Eingabe && umschalt == umschaltung::Keine &&
+        (vorher.vollständig(messung_.messart()) || vorher.fertig(messung_.messart())) &&
+        !darfÜbernehmen()) {
+        return true;
+    }
     if (!befehle_.Bild_KeyDown(code, umschalt)) {
         return false;
+    }
+    if (messung_.punkte() != vorher) {
+        sagWieÜbernommenWird();
     }
     const Messpunkte& punkte = messung_.punkte();
     if (punkte.GewählterPunkt != 0 && punkte.gemessen(punkte.GewählterPunkt)) {
         const QPointF ort(punkte.PunktX[punkte.GewählterPunkt],
                           punkte.PunktY[punkte.GewählterPunkt]);
         bild_->macheSichtbar(ort);
-        lupe_->setMitte(ort);
+        zeigeInLupe(ort);
     }
     return true;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lang/texte.h"
+#include "lang/hinweise.h"
 #include "measure/bilddatei.h"
 #include "measure/messbefehle.h"
 #include "platform/dialoge.h"
@@ -33,7 +33,7 @@ public:
               QWidget* parent = nullptr);
 
     /// What the surroundings are told; members that are not set are not called.
-    std::function<void(int hinweisnummer)> ZeigeHinweis;
+    std::function<void(const Hinweis&)> ZeigeHinweis;
     std::function<void()> zustandGeändert;
     std::function<void()> bildLadenGewünscht;
 
@@ -42,6 +42,9 @@ public:
     [[nodiscard]] QString bilddatei() const;
     [[nodiscard]] QSize bildgröße() const;
     [[nodiscard]] Lupe& lupe() { return *lupe_; }
+    /// Shows the magnifier beside the pointer instead of where it was put.
+    void setzeLupeAmZeiger(bool amZeiger);
+    [[nodiscard]] bool lupeAmZeiger() const { return lupeAmZeiger_; }
 
     /// Opens a picture. False, with the present one kept, when it cannot be measured (a message
     /// was shown), or when the user did not want to give up the points of the current wing, chose
@@ -58,9 +61,14 @@ public:
     /// Gives the keyboard to the picture.
     void nimmTastatur();
 
+    /// A digit key pressed anywhere else in the window. True when it went to the picture.
+    bool nimmZiffer(const QKeyEvent& ereignis);
+
     /// Changes zoom or kind of examination, after a question when the current wing has points.
     /// True when the change was made.
     bool wünscheZoom(int zoomfaktor);
+    /// The same by the wheel: what is below the pointer stays there.
+    bool wünscheZoom(int zoomfaktor, QPointF imFenster);
     bool wünscheMessart(Messart messart);
 
     /// Brings a wing of the series back onto its picture for correction. False, with a message
@@ -76,12 +84,26 @@ public:
     /// Goes to the points of the current wing, where they are out of sight.
     void zeigeFlügel();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QWidget* leereSeite();
+    void setzeLupenbild(const QImage& bild, int zoom);
+    /// Puts a place of the zoomed picture into the middle of the magnifiers.
+    void zeigeInLupe(QPointF ort);
     void verbindeBild();
     void beschrifte();
     void wechsle(Zustand zustand);
-    void hinweis(int nummer);
+    void hinweis(const Hinweis& hinweis);
+    /// Opens a wing that lies at @p ort for correction. False where there is none.
+    bool korrigiereAn(QPointF ort);
+    [[nodiscard]] std::optional<int> gemessenerAn(QPointF ort) const;
+    /// The wing being measured.
+    [[nodiscard]] Flügelmessung aktueller() const;
+    /// Asks before points that lie on another wing would be taken over.
+    [[nodiscard]] bool darfÜbernehmen();
+    /// What is to be done where all points are set and the right button still refuses.
+    void sagWieÜbernommenWird();
     /// True when the current wing has no points, or when the user gives them up.
     bool gibPunkteAuf(Meldung frage, Meldung ja);
     /// True when leaving the current wing loses nothing, or when the user gives it up.
@@ -103,6 +125,7 @@ private:
     void drück(const Zeigerereignis& ereignis);
     void beweg(const Zeigerereignis& ereignis);
     bool taste(const QKeyEvent& ereignis);
+    bool ändereZoom(int zoomfaktor, QPointF fest, QPointF imFenster);
     [[nodiscard]] int nächsterGesetzter(float x, float y) const;
 
     const Texte& texte_;
@@ -125,6 +148,8 @@ private:
     Übersicht* übersicht_;
     Bild* bild_;
     Lupe* lupe_;
+    Lupe* zeigerlupe_; ///< lies over the picture
+    bool lupeAmZeiger_ = false;
 };
 
 } // namespace tarvel

@@ -4,17 +4,6 @@
 
 namespace tarvel {
 
-namespace {
-
-constexpr qint16 ersterPunkt(Messart messart) {
-    return misstAchtPunkte(messart) ? 1 : 5;
-}
-constexpr qint16 letzterPunkt(Messart messart) {
-    return misstAchtPunkte(messart) ? 8 : 7;
-}
-
-} // namespace
-
 void Messpunkte::NeuerFlügel(Messart messart) {
     PunktX.fill(NichtGemessen);
     PunktY.fill(NichtGemessen);
@@ -24,11 +13,14 @@ void Messpunkte::NeuerFlügel(Messart messart) {
 }
 
 qint16 Messpunkte::setzeNächsten(Messart messart, float x, float y) {
+    setze(messart, nächster(messart), x, y, Punktherkunft::Geklickt);
+    return AktuellerPunkt;
+}
+
+qint16 Messpunkte::nächster(Messart messart) const {
     const bool weiter =
         AktuellerPunkt >= ersterPunkt(messart) - 1 && AktuellerPunkt < letzterPunkt(messart);
-    const int nummer = weiter ? AktuellerPunkt + 1 : ersterPunkt(messart);
-    setze(messart, nummer, x, y, Punktherkunft::Geklickt);
-    return AktuellerPunkt;
+    return weiter ? static_cast<qint16>(AktuellerPunkt + 1) : ersterPunkt(messart);
 }
 
 bool Messpunkte::setze(Messart messart, int nummer, float x, float y, Punktherkunft herkunft) {
@@ -75,6 +67,15 @@ bool Messpunkte::verschiebe(float dx, float dy, const Bildgrenze& grenze) {
 
 bool Messpunkte::fertig(Messart messart) const {
     return AktuellerPunkt == letzterPunkt(messart);
+}
+
+bool Messpunkte::vollständig(Messart messart) const {
+    for (int i = ersterPunkt(messart); i <= letzterPunkt(messart); ++i) {
+        if (!gemessen(i)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool Messpunkte::begonnen() const {

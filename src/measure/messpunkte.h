@@ -85,11 +85,25 @@ struct Messpunkte {
     /// True when the last point of the kind was the last one set: the wing can be taken over.
     [[nodiscard]] bool fertig(Messart messart) const;
 
+    /// True when every point of the kind is set, in whatever order.
+    [[nodiscard]] bool vollständig(Messart messart) const;
+
+    /// Number of the point that the next click sets.
+    [[nodiscard]] qint16 nächster(Messart messart) const;
+
     /// True when at least one point is set.
     [[nodiscard]] bool begonnen() const;
 
     bool operator==(const Messpunkte&) const = default;
 };
+
+/// The points that begin and end the cycle of a kind.
+[[nodiscard]] constexpr qint16 ersterPunkt(Messart messart) {
+    return misstAchtPunkte(messart) ? 1 : 5;
+}
+[[nodiscard]] constexpr qint16 letzterPunkt(Messart messart) {
+    return misstAchtPunkte(messart) ? 8 : 7;
+}
 
 /// True when an examination of kind @p messart uses point @p nummer.
 [[nodiscard]] constexpr bool benutzt(Messart messart, int nummer) {

@@ -136,6 +136,14 @@ std::optional<QChar> Messreihe::dezimalzeichen() const {
     return std::nullopt;
 }
 
+Indextexte indextexte(const Indizes& indizes, const Zahlenformat& format) {
+    const auto text = [&format](const std::optional<float>& wert, QStringView form) {
+        return wert ? Format(*wert, form, format) : QString();
+    };
+    return {text(indizes.CI, muster::CI), text(indizes.HI, muster::HI),
+            text(indizes.DV, muster::DV)};
+}
+
 bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung,
                          const Zahlenformat& vorgabe) {
     Q_ASSERT(nummer >= 1 && nummer <= HöchsteFlügelzahl);
@@ -145,13 +153,14 @@ bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmes
     }
     Zahlenformat format = vorgabe;
     format.dezimal = dezimalzeichen().value_or(vorgabe.dezimal);
+    const Indextexte texte = indextexte(indizes, format);
     // A wing measured again brings all its lines anew; a line it no longer has must not survive.
     Chartwerte werte;
     if (indizes.CI) {
         werte.CI = *indizes.CI;
-        ersetzeOderHängeAn(ciZeilen_,
-                           {nummer, Format(*indizes.CI, muster::CI, format),
-                            Format(klassenpositionCI(*indizes.CI), muster::Klasse, format)});
+        ersetzeOderHängeAn(
+            ciZeilen_,
+            {nummer, texte.CI, Format(klassenpositionCI(*indizes.CI), muster::Klasse, format)});
     } else {
         entferne(ciZeilen_, nummer);
     }
@@ -159,9 +168,9 @@ bool Messreihe::trageEin(qint16 nummer, const Indizes& indizes, const Flügelmes
         werte.HI = *indizes.HI;
         werte.DV = *indizes.DV;
         ersetzeOderHängeAn(hiDvZeilen_,
-                           {nummer, Format(*indizes.HI, muster::HI, format),
+                           {nummer, texte.HI,
                             Format(klassenpositionHI(*indizes.HI), muster::Klasse, format),
-                            Format(*indizes.DV, muster::DV, format)});
+                            texte.DV});
     } else {
         entferne(hiDvZeilen_, nummer);
     }

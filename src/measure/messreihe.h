@@ -50,6 +50,15 @@ struct Zeilenwörter {
 /// "001  HI=0.993  Klasse 24.7   DV=+0.4"
 [[nodiscard]] QString zeilentext(const HiDvZeile& zeile, const Zeilenwörter& wörter);
 
+/// The indices of a wing as the lists write them; empty where there is none.
+struct Indextexte {
+    QString CI; ///< "0.00"
+    QString HI; ///< "0.000"
+    QString DV; ///< "+0.0;-0.0"
+};
+
+[[nodiscard]] Indextexte indextexte(const Indizes& indizes, const Zahlenformat& format);
+
 /// Chart values of one wing in full precision; KeinWert where there is none.
 struct Chartwerte {
     static constexpr float KeinWert = -1000.0F;

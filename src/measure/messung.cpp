@@ -82,7 +82,7 @@ Messergebnis Messung::Bild_KeyDown(int keyCode, int umschalt) {
         dy = 1;
         break;
     case taste::Eingabe:
-        return übernimm();
+        return übernimmFertige();
     default:
         return nichtVerstanden();
     }
@@ -122,9 +122,14 @@ bool Messung::gibWiederholungAuf() {
 }
 
 Messergebnis Messung::übernimm() {
-    if (!stand_.punkte.fertig(stand_.messart)) {
-        return hinweis(HinweisPunkteFehlen);
-    }
+    return stand_.punkte.fertig(stand_.messart) ? trageEin() : hinweis(HinweisPunkteFehlen);
+}
+
+Messergebnis Messung::übernimmFertige() {
+    return stand_.punkte.vollständig(stand_.messart) ? trageEin() : übernimm();
+}
+
+Messergebnis Messung::trageEin() {
     if (nummer() > Messreihe::HöchsteFlügelzahl) {
         Messergebnis voll;
         voll.reiheVoll = true;

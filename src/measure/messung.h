@@ -91,8 +91,11 @@ public:
     /// Discards the points of the current wing. A wing that is repeated keeps its number.
     void NeuerFlügel();
 
-    /// Takes the current wing over, as the right mouse button does.
+    /// Takes the current wing over, as the right mouse button does: the last point of the kind must
+    /// be the one set last.
     [[nodiscard]] Messergebnis übernimm();
+    /// The same whenever all points are set, as Enter does.
+    [[nodiscard]] Messergebnis übernimmFertige();
 
     /// Moves a point that is already set, as dragging its mark does. False when it is not.
     bool zieh(int nummer, float x, float y);
@@ -136,6 +139,7 @@ public:
     [[nodiscard]] Hinweisnummer standhinweis() const;
 
 private:
+    [[nodiscard]] Messergebnis trageEin();
     [[nodiscard]] Messergebnis BerechneIndizes(qint16 nummer);
     [[nodiscard]] Hinweisnummer Fußzeile_MessungFertig() const;
     [[nodiscard]] Messergebnis setzePerTaste(int nummer);

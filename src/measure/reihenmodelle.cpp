@@ -219,10 +219,11 @@ QString Kennzahlentabelle::kennzahl(int zeile, int spalte) const {
 Reihenmodelle::Reihenmodelle(const Messreihe& reihe, const Texte& texte, Zahlenformat format)
     : reihe_(reihe)
     , texte_(texte)
+    , format_(std::move(format))
     , ci_(reihe, texte)
     , hiDv_(reihe, texte)
     , flügel_(reihe, texte)
-    , kennzahlen_(reihe, texte, std::move(format)) {}
+    , kennzahlen_(reihe, texte, format_) {}
 
 void Reihenmodelle::aktualisiere() {
     const Zeilenwörter wörter = zeilenwörter(texte_);

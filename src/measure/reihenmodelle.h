@@ -96,11 +96,14 @@ public:
     [[nodiscard]] QStringListModel& ci() { return ci_; }
     [[nodiscard]] QStringListModel& hiDv() { return hiDv_; }
     [[nodiscard]] Flügeltabelle& flügel() { return flügel_; }
+    [[nodiscard]] const Zahlenformat& format() const { return format_; }
+    [[nodiscard]] int flügelzahl() const { return static_cast<int>(reihe_.nummern().size()); }
     [[nodiscard]] Kennzahlentabelle& kennzahlen() { return kennzahlen_; }
 
 private:
     const Messreihe& reihe_;
     const Texte& texte_;
+    Zahlenformat format_;
     Zeilenliste ci_;
     Zeilenliste hiDv_;
     Flügeltabelle flügel_;

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -83,6 +84,17 @@ QPointF Übersicht::zuFenster(QPointF imBild) const {
             feld.top() + imBild.y() * feld.height() / größe_.height()};
 }
 
+bool Übersicht::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto& hilfe = static_cast<const QHelpEvent&>(*event);
+        QToolTip::showText(
+            hilfe.globalPos(),
+            erklärung && !bild_.isNull() ? erklärung(zuBild(hilfe.pos())) : QString(), this);
+        return true;
+    }
+    return QWidget::event(event);
+}
+
 void Übersicht::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.fillRect(event->rect(), palette().brush(QPalette::Mid));
@@ -125,8 +137,9 @@ void Übersicht::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !vorDemZiehen_)
         return;
     vorDemZiehen_.reset();
-    setMitte(zuBild(event->position()));
-    wähle();
+    const QPointF ort = zuBild(event->position());
+    setMitte(ort);
+    wähle(ort, event->modifiers());
 }
 
 void Übersicht::keyPressEvent(QKeyEvent* event) {
@@ -147,7 +160,7 @@ void Übersicht::keyPressEvent(QKeyEvent* event) {
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        wähle();
+        wähle(mitte_, event->modifiers());
         break;
     case Qt::Key_Escape:
         if (vorDemZiehen_) {
@@ -184,9 +197,9 @@ QRectF Übersicht::rahmenfeld() const {
     return feld & QRectF(bildfeld());
 }
 
-void Übersicht::wähle() {
+void Übersicht::wähle(QPointF ort, Qt::KeyboardModifiers umschalt) {
     if (gewählt && !bild_.isNull())
-        gewählt(mitte_);
+        gewählt({mitte_, ort, umschalt.testFlag(Qt::ControlModifier)});
 }
 
 } // namespace tarvel

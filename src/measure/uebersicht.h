@@ -13,13 +13,23 @@ namespace tarvel {
 
 /// The whole scan, fitted into the view, and on it a frame of the size that the measuring view
 /// shows. The frame is dragged onto a wing and let go, or moved with the arrow keys (a quarter of
-/// itself, with Shift a whole one) and confirmed with Enter. Escape takes a drag back.
+/// itself, with Shift a whole one) and confirmed with Enter. Escape takes a drag back. Ctrl with
+/// button or Enter asks for a new wing.
 class Übersicht : public QWidget {
 public:
     explicit Übersicht(QWidget* parent = nullptr);
 
-    /// The frame was put onto a wing; its centre in pixels of the scan.
-    std::function<void(QPointF)> gewählt;
+    /// Where the frame was put, in pixels of the scan.
+    struct Wahl {
+        QPointF mitte; ///< of the frame
+        QPointF ort;   ///< that was pointed at; at the edge of the scan not the middle
+        /// With Ctrl: a new wing is meant, whatever is there already.
+        bool neu = false;
+    };
+    /// The frame was put onto a wing.
+    std::function<void(const Wahl&)> gewählt;
+    /// What is said about a place that the pointer rests on; nothing when empty.
+    std::function<QString(QPointF)> erklärung;
 
     /// Shows @p bild, a reduced picture of a scan of @p größe pixels. A null image shows nothing.
     void setBild(const QImage& bild, QSize größe);
@@ -39,6 +49,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {120, 120}; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -51,7 +62,7 @@ protected:
 private:
     [[nodiscard]] QRect bildfeld() const;
     [[nodiscard]] QRectF rahmenfeld() const;
-    void wähle();
+    void wähle(QPointF ort, Qt::KeyboardModifiers umschalt);
 
     QImage bild_;
     QSize größe_;

@@ -253,6 +253,15 @@ Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speichera
     }
 }
 
+QStringList Ablage::bekannte(QString Kolonieangaben::*wert) const {
+    constexpr int Höchstens = 500;
+    try {
+        return Ergebnistabelle(DatenbankPfad_).bekannte(textspalte(wert), Höchstens);
+    } catch (const Datenbankfehler&) {
+        return {}; // choosing is a convenience; whoever saves is told
+    }
+}
+
 Kolonieangaben Ablage::NeueUntersuchung(const Kolonieangaben& bisher) {
     const Texte& t = umgebung_.texte;
     Kolonieangaben neu;

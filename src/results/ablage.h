@@ -64,6 +64,10 @@ public:
     /// message, when the file cannot be read.
     [[nodiscard]] std::optional<QString> letzteNummer() const;
 
+    /// What the results file knows for a field of the colony data, to choose from; empty when it
+    /// cannot be read.
+    [[nodiscard]] QStringList bekannte(QString Kolonieangaben::*wert) const;
+
     /// Number that the open examination is stored under; empty for a new one.
     [[nodiscard]] QString gespeicherteNummer() const {
         return gespeichert_ ? gespeichert_->U_NR : QString();

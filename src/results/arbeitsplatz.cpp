@@ -477,10 +477,12 @@ void Arbeitsplatz::richteMessungEin(std::optional<int> auflösung, std::optional
     änderung_.Untersuchung = true;
 }
 
-void Arbeitsplatz::beginneNeue() {
-    const Kolonieangaben neu = ablage_.NeueUntersuchung(untersuchung_.angaben());
+void Arbeitsplatz::beginneNeue(Personen personen) {
+    const Kolonieangaben vorige = untersuchung_.angaben();
+    const Kolonieangaben neu = ablage_.NeueUntersuchung(vorige);
     führeAus([&] {
-        untersuchung_.beginneNeu(neu);
+        untersuchung_.beginneNeu(personen == Personen::Dieselben ? fürNächstesVolk(neu, vorige)
+                                                                 : neu);
         // A loaded examination brings the resolution it was measured with; a new one has the
         // user's.
         richteMessungEin(einstellungen_.auflösung, einstellungen_.messart);

@@ -27,6 +27,10 @@ struct Arbeitseinstellungen {
     bool operator==(const Arbeitseinstellungen&) const = default;
 };
 
+/// Whose colony the next examination is about: of people still to be named, or, for the next
+/// colony of a visit, breeder, owner and mating of the open one.
+enum class Personen { Neue, Dieselben };
+
 /// What a command changed. It is found by comparing the state before with that after, so no command
 /// can forget to say so.
 struct Änderung {
@@ -130,7 +134,7 @@ public:
     void richteEin();
     bool DatenbankWählen(const QString& pfad);
     void SpracheDB() { ablage_.SpracheDB(); }
-    void beginneNeue();
+    void beginneNeue(Personen personen = Personen::Neue);
     /// The stored examination of that number. nullopt, with a message, when it cannot be read.
     std::optional<GeleseneUntersuchung> lade(const QString& nummer);
     /// Makes an examination that was read in the open one, with a number if it has none.

@@ -201,6 +201,29 @@ int Ergebnistabelle::anzahl() const {
     });
 }
 
+QStringList Ergebnistabelle::bekannte(QString Ergebnissatz::*spalte, int höchstens) const {
+    const auto spalten = textspalten();
+    const auto stelle = std::find_if(spalten.begin(), spalten.end(),
+                                     [spalte](const Textspalte& s) { return s.wert == spalte; });
+    Q_ASSERT(stelle != spalten.end());
+    QStringList texte = mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        const std::string name = stelle->name.toString().toStdString();
+        SQLite::Statement abfrage(
+            datei.verbindung(),
+            "SELECT TRIM(" + name +
+                ") AS wort FROM Ergebnisse WHERE wort <> '' "
+                "GROUP BY wort COLLATE NOCASE ORDER BY COUNT(*) DESC, wort LIMIT " +
+                std::to_string(höchstens));
+        QStringList gefunden;
+        while (abfrage.executeStep()) {
+            gefunden << text(abfrage.getColumn(0));
+        }
+        return gefunden;
+    });
+    texte.sort(Qt::CaseInsensitive);
+    return texte;
+}
+
 std::optional<QString> Ergebnistabelle::letzteNummer() const {
     return mitErgebnisdatei(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
         SQLite::Statement letzte(datei.verbindung(),

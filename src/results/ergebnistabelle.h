@@ -5,6 +5,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <array>
@@ -58,6 +59,10 @@ public:
                                const std::optional<Ergebnissatz>& erwartet);
     /// The row of that number, of several spellings the exact one; nullopt when there is none.
     [[nodiscard]] std::optional<Ergebnissatz> lade(const QString& nummer) const;
+
+    /// The texts that stand in a column, without blanks around them and each once, whatever its
+    /// case; of more than @p höchstens the most frequent. In the order of the alphabet.
+    [[nodiscard]] QStringList bekannte(QString Ergebnissatz::*spalte, int höchstens) const;
 
     /// Converts the stored words of caste and verdict to @p sprache; does not write when there is
     /// nothing to convert.

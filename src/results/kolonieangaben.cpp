@@ -12,6 +12,14 @@ QString alsNummer(const QString& text, QStringView muster, const Zahlenformat& f
 
 } // namespace
 
+Kolonieangaben fürNächstesVolk(Kolonieangaben neu, const Kolonieangaben& vorige) {
+    for (const auto wert :
+         {&Kolonieangaben::Name, &Kolonieangaben::Besitzer, &Kolonieangaben::Begattung}) {
+        neu.*wert = (vorige.*wert).trimmed();
+    }
+    return neu;
+}
+
 QString jahrErgänzt(const QString& text) {
     constexpr int LetztesJahrhundertAb = 90;
     if (text.size() != 2) {

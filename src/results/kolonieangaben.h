@@ -28,6 +28,9 @@ struct Kolonieangaben {
     bool operator==(const Kolonieangaben&) const = default;
 };
 
+/// @p neu, the data of a new examination, with breeder, owner and mating of the one before.
+[[nodiscard]] Kolonieangaben fürNächstesVolk(Kolonieangaben neu, const Kolonieangaben& vorige);
+
 /// Completes a year of exactly two characters: above 90 with "19", else with "20". Other texts
 /// come back unchanged. The cut-over is the breeding books' own: "91" is 1991, "90" is 2090.
 [[nodiscard]] QString jahrErgänzt(const QString& text);

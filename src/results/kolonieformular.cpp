@@ -3,11 +3,15 @@
 #include "lang/meldungen.h"
 
 #include <QComboBox>
+#include <QCompleter>
+#include <QEvent>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
+
+#include <algorithm>
 
 namespace tarvel {
 
@@ -116,6 +120,12 @@ QComboBox* Kolonieformular::namensfeld(const QString& name, QString Kolonieangab
     feld->setInsertPolicy(QComboBox::NoInsert);
     feld->setMinimumContentsLength(12);
     feld->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    // The box would put a known name in place of a typed one that differs in case only.
+    disconnect(feld->lineEdit(), &QLineEdit::editingFinished, feld, nullptr);
+    disconnect(feld->lineEdit(), &QLineEdit::returnPressed, feld, nullptr);
+    feld->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    feld->completer()->setFilterMode(Qt::MatchContains);
+    feld->installEventFilter(this);
     nimmAuf(feld, feld->lineEdit(), wert, {});
     return feld;
 }
@@ -170,10 +180,47 @@ void Kolonieformular::zeige(const Kolonieangaben& angaben) {
     angaben_ = angaben;
     for (const Feld& feld : felder_) {
         const QSignalBlocker still(feld.zeile);
-        feld.zeile->setText(angaben.*feld.wert);
+        const QString& text = angaben.*feld.wert;
+        // The results file has a blank where nothing was typed; a name must not be typed behind it.
+        feld.zeile->setText(text.trimmed().isEmpty() ? QString() : text);
+    }
+    ungefüllte_.clear();
+    for (const Feld& feld : felder_) {
+        if (auto* liste = qobject_cast<QComboBox*>(feld.eingabe)) {
+            ungefüllte_.emplace_back(liste, feld.wert);
+        }
     }
     cbo_Rasse_->setCurrentIndex(angaben.Rasse);
     cbo_Geschlecht_->setCurrentIndex(static_cast<int>(angaben.Tiere));
+}
+
+bool Kolonieformular::eventFilter(QObject* watched, QEvent* event) {
+    // Before the field itself sees what opens its list or begins a word.
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::MouseButtonPress) {
+        if (auto* liste = qobject_cast<QComboBox*>(watched)) {
+            fülleListe(*liste);
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Kolonieformular::fülleListe(QComboBox& liste) {
+    const auto stelle = std::find_if(ungefüllte_.begin(), ungefüllte_.end(),
+                                     [&liste](const auto& u) { return u.first == &liste; });
+    if (stelle == ungefüllte_.end() || !vorschläge_) {
+        return;
+    }
+    const QStringList bekannte = vorschläge_(stelle->second);
+    ungefüllte_.erase(stelle);
+    const QSignalBlocker stilleListe(&liste);
+    const QSignalBlocker stilleZeile(liste.lineEdit());
+    const QString text = liste.currentText();
+    const int ort = liste.lineEdit()->cursorPosition();
+    liste.clear();
+    liste.addItems(bekannte);
+    liste.setCurrentIndex(static_cast<int>(bekannte.indexOf(text)));
+    liste.setEditText(text);
+    liste.lineEdit()->setCursorPosition(ort);
 }
 
 void Kolonieformular::normalisiere(const Feld& feld) {

@@ -32,6 +32,11 @@ public:
     void beiRassenwahl(Rassenwahl wahl) { rassenwahl_ = std::move(wahl); }
     void beiGeschlechtswahl(Geschlechtswahl wahl) { geschlechtswahl_ = std::move(wahl); }
 
+    /// Gives what is known for a field of names. Asked when such a field gets the keyboard or its
+    /// list is opened, once until the next examination is shown.
+    using Vorschläge = std::function<QStringList(QString Kolonieangaben::*)>;
+    void beiVorschlägen(Vorschläge vorschläge) { vorschläge_ = std::move(vorschläge); }
+
     void setzeRassen(const QStringList& namen);
     /// Shows @p angaben without reporting a change.
     void zeige(const Kolonieangaben& angaben);
@@ -40,6 +45,9 @@ public:
     /// Brings the year, and the field that the keyboard is in, into the usual form, as leaving them
     /// does. Stored texts of the other fields stay as they are.
     void vervollständige();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     /// One field of text: where it is typed and which text of the data it is.
@@ -60,6 +68,7 @@ private:
     void beschrifte();
     void normalisiere(const Feld& feld);
     void melde();
+    void fülleListe(QComboBox& liste);
 
     const Texte& texte_;
     Zahlenformat format_;
@@ -67,6 +76,8 @@ private:
     Änderung änderung_;
     Rassenwahl rassenwahl_;
     Geschlechtswahl geschlechtswahl_;
+    Vorschläge vorschläge_;
+    std::vector<std::pair<QComboBox*, QString Kolonieangaben::*>> ungefüllte_;
     std::vector<Feld> felder_;
     std::vector<std::pair<QLabel*, Text>> beschriftungen_;
     QComboBox* cbo_Rasse_;

@@ -259,6 +259,12 @@ private:
 
 } // namespace
 
+QString Ergebnissatz::*textspalte(QString Kolonieangaben::*wert) {
+    const auto stelle = std::find_if(Textfelder.begin(), Textfelder.end(),
+                                     [wert](const Textfeld& f) { return f.wert == wert; });
+    return stelle == Textfelder.end() ? &Ergebnissatz::ZB_NR : stelle->spalte;
+}
+
 Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse, int auflösung,
                      const QDate& heute, const Satzumgebung& umgebung) {
     const Kolonieangaben& angaben = untersuchung.angaben();

@@ -20,6 +20,10 @@ struct Satzumgebung {
     bool OhneHaarlänge = false;
 };
 
+/// The column that a text of the colony data is stored in. The number of the breeder, the region
+/// and the year of the queen share one with her number.
+[[nodiscard]] QString Ergebnissatz::*textspalte(QString Kolonieangaben::*wert);
+
 /// The row that keeps @p untersuchung. @p EntsprichtRasse is the judgement flag, @p auflösung the
 /// resolution in dots per inch that the row gets when none of its wings has one, @p heute the date
 /// it gets when its colony data were changed or it has none yet. No text of the row is empty: a

@@ -70,6 +70,9 @@ constexpr std::array tabelle{
     Einstellungszeile{E::FensterHG, u"Fenster", u"HG", Text, 0, u"", 2048},
     Einstellungszeile{E::FensterLeisten, u"Fenster", u"Leisten", Text, 0, u"", 2048},
     Einstellungszeile{E::FensterWerkzeugtexte, u"Fenster", u"Werkzeugtexte", Zahl, 0, u"", 0},
+    Einstellungszeile{E::FensterLupeAmZeiger, u"Fenster", u"Lupe am Zeiger", Zahl, 0, u"", 0},
+    // How many wings an examination shall have; only for showing how far it is.
+    Einstellungszeile{E::Zielzahl, u"Allgemeines", u"Zielzahl", Zahl, 50, u"", 0},
 };
 
 constexpr bool inReihenfolge() {

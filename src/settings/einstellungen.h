@@ -56,6 +56,8 @@ enum class Einstellung {
     FensterHG,
     FensterLeisten,
     FensterWerkzeugtexte,
+    FensterLupeAmZeiger,
+    Zielzahl,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

@@ -49,7 +49,7 @@ TEST_F(Starttest, firstRun_writesLanguageAndDataInOrderAndNeverShowsAgain) {
                                 "[Briefkopf]\r\nName=Zo\xEB Gro\xDF\r\nStra\xDF"
                                 "e=Weg 1\r\nOrt=\r\nIkone=1\r\n"
                                 "[Allgemeines]\r\nKurzzeichen=ZGX\r\n"));
-    EXPECT_EQ(kind<QAction>(u"men_Datei_5"_s).iconText(), u"Charger une image"_s);
+    EXPECT_EQ(kind<QAction>(u"men_Datei_5"_s).iconText(), u"Charger\nune image"_s);
     ASSERT_TRUE(starteUnvorbereitet());
     EXPECT_EQ(läufe, 1);
 }

@@ -142,9 +142,22 @@ TEST_F(HGTest, editMenu_actsOnTheFieldWithTheFocus) {
     EXPECT_EQ(volk.text(), QString());
     wähle(u"men_Bearbeiten_7"_s);
     EXPECT_EQ(volk.text(), u"Volk 12"_s);
-    volk.selectAll();
+    volk.setCursorPosition(2);
     wähle(u"men_Bearbeiten_8"_s);
-    EXPECT_EQ(volk.text(), QString());
+    EXPECT_EQ(volk.text(), u"Volk 12"_s) << "nothing is selected";
+    // An editable list is a field as well.
+    auto& züchter = kind<QComboBox>(u"cbo_Name"_s);
+    züchter.setFocus();
+    for (const int index : {5, 6, 7, 8}) {
+        EXPECT_TRUE(kind<QAction>(u"men_Bearbeiten_%1"_s.arg(index)).isEnabled());
+    }
+    wähle(u"men_Bearbeiten_7"_s);
+    EXPECT_EQ(züchter.currentText(), u"Volk 12"_s);
+    züchter.lineEdit()->selectAll();
+    wähle(u"men_Bearbeiten_8"_s);
+    EXPECT_EQ(züchter.currentText(), QString());
+    kind<QComboBox>(u"cbo_Rasse"_s).setFocus();
+    EXPECT_FALSE(kind<QAction>(u"men_Bearbeiten_5"_s).isEnabled());
 }
 
 TEST_F(HGTest, pictureFilter_namesTheKindsOfFiles) {
@@ -192,7 +205,7 @@ TEST_F(HGTest, settingsFileThatCannotBeWritten_isSaidOnceInTheHintLineAndTheProg
     ASSERT_TRUE(QFile::remove(inipfad()));
     ASSERT_TRUE(QDir(ordner.path()).mkdir(u"Index.ini"_s)); // a folder in the file's place
     wähle(u"men_Sprache_1"_s);
-    EXPECT_EQ(kind<QAction>(u"men_Datei_5"_s).iconText(), u"Load picture"_s);
+    EXPECT_EQ(kind<QAction>(u"men_Datei_5"_s).iconText(), u"Load\npicture"_s);
     EXPECT_TRUE(hinweis().contains(u"could not be written"_s)) << qPrintable(hinweis());
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
 }

@@ -73,6 +73,7 @@ TEST_F(Messentest, wholeWingByMouse_entersItsLines) {
 
 TEST_F(Messentest, sameWingAtEveryZoom_givesTheSameLines) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    dialoge.antworten = {Antwort::Ja, Antwort::Ja}; // the same wing again is asked about
     for (int zoom = 2; zoom <= 4; ++zoom) {
         wähle(u"men_Zoom_%1"_s.arg(zoom));
         wähle(u"men_Ansicht_7"_s);
@@ -358,6 +359,7 @@ TEST_F(Messentest, anotherPictureWithPointsSet_asksFirst) {
 
 TEST_F(Messentest, deleting_removesTheLastOrAfterAQuestionAll) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    dialoge.antworten = {Antwort::Ja, Antwort::Ja};
     for (int i = 0; i < 3; ++i) {
         klickeFlügel();
         übernimm();
@@ -407,4 +409,108 @@ TEST_F(Messentest, modeSwitch_changesPointsAndIsRemembered) {
     übernimm();
     EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
     EXPECT_THAT(zeilen(u"Liste_HI_DV"_s), IsEmpty());
+}
+
+TEST_F(Messentest, panel_namesTheNextPointAndShowsValuesAndProgress) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    const auto text = [this](const QString& name) { return kind<QLabel>(name).text(); };
+    EXPECT_TRUE(text(u"lab_Nächster"_s).startsWith(u"Als Nächstes Punkt 1, "_s));
+    EXPECT_EQ(text(u"lab_Werte"_s), u"CI=–  HI=–  DV=–"_s);
+    EXPECT_EQ(text(u"lab_Fortschritt"_s), u"0 von 50"_s);
+    for (std::size_t i = 0; i < 7; ++i) {
+        klick(flügel[i]);
+    }
+    EXPECT_TRUE(text(u"lab_Nächster"_s).startsWith(u"Als Nächstes Punkt 8, "_s));
+    EXPECT_EQ(text(u"lab_Werte"_s), u"CI=2.71  HI=1.038  DV=–"_s);
+    EXPECT_FALSE(kind<QLabel>(u"lab_Werte"_s).isEnabled());
+    klick(flügel[7]);
+    EXPECT_EQ(text(u"lab_Nächster"_s), u"Alle Punkte sind gesetzt."_s);
+    EXPECT_EQ(text(u"lab_Werte"_s), u"CI=2.71  HI=1.038  DV=+0.9"_s);
+    wähleAuflösung(u"1200 dpi"_s);
+    EXPECT_NE(text(u"lab_Werte"_s), u"CI=2.71  HI=1.038  DV=+0.9"_s);
+    übernimm();
+    EXPECT_EQ(text(u"lab_Werte"_s), u"CI=–  HI=–  DV=–"_s);
+    EXPECT_EQ(text(u"lab_Fortschritt"_s), u"1 von 50"_s);
+}
+
+TEST_F(Messentest, pointSetOnceMore_hintSaysHowTheWingIsTakenOver) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    klickeFlügel();
+    maus(QEvent::MouseMove, {286, 116}, Qt::NoButton);
+    QTest::keyClick(&bild(), Qt::Key_6);
+    const QString wie = u"Alle Punkte sind gesetzt: Übernehmen Sie die Messung mit der "
+                        "Eingabetaste. Für die rechte Maustaste setzen Sie zuerst Punkt 8 noch "
+                        "einmal."_s;
+    EXPECT_EQ(hinweis(), wie);
+    übernimm();
+    EXPECT_EQ(hinweis(), wie);
+    EXPECT_TRUE(reihe().leer());
+    wähle(u"men_Sprache_1"_s);
+    EXPECT_TRUE(hinweis().startsWith(u"All points are set"_s));
+    wähle(u"men_Sprache_0"_s);
+    // The advice of the message is followed, and leads to the end.
+    maus(QEvent::MouseMove, {237, 147}, Qt::NoButton);
+    QTest::keyClick(&bild(), Qt::Key_7);
+    QTest::keyClick(&bild(), Qt::Key_6);
+    QTest::keyClick(&bild(), Qt::Key_Return);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1)); // 6 and 7 coincide
+    maus(QEvent::MouseMove, {216, 143}, Qt::NoButton);
+    QTest::keyClick(&bild(), Qt::Key_7);
+    QTest::keyClick(&bild(), Qt::Key_Return);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+}
+
+TEST_F(Messentest, measuredWingInTheOverview_opensForCorrectionAndWithCtrlAsANewOne) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({3000, 2400})));
+    const auto klickeInÜbersicht = [this](QPointF ort, Qt::KeyboardModifiers umschalt = {}) {
+        wähle(u"men_Ansicht_6"_s);
+        QTest::mouseClick(&übersicht(), Qt::LeftButton, umschalt,
+                          übersicht().zuFenster(ort).toPoint());
+    };
+    klickeInÜbersicht({1950, 1500});
+    klickeFlügel({1700, 1400});
+    klick({2000, 1500}, Qt::RightButton);
+    ASSERT_TRUE(übersicht().isVisible());
+    klickeInÜbersicht({1960, 1520});
+    EXPECT_THAT(bild().marken(), SizeIs(8));
+    EXPECT_TRUE(hinweis().startsWith(u"Flügel 001 ist zum Korrigieren geöffnet."_s));
+    klick({2000, 1500}, Qt::RightButton);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+    // Beside it, and with Ctrl upon it, a new one begins.
+    klickeInÜbersicht({1000, 700});
+    EXPECT_THAT(bild().marken(), IsEmpty());
+    klickeInÜbersicht({1960, 1520}, Qt::ControlModifier);
+    EXPECT_THAT(bild().marken(), IsEmpty());
+    klickeFlügel({1702, 1399});
+    klick({2000, 1500}, Qt::RightButton);
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(
+        dialoge.fragen[0].text.startsWith(u"Die Punkte liegen auf denen von Flügel 001."_s));
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), SizeIs(1));
+    EXPECT_THAT(bild().marken(), SizeIs(8));
+    dialoge.antworten = {Antwort::Ja};
+    QTest::keyClick(&bild(), Qt::Key_Return);
+    EXPECT_THAT(zeilen(u"Liste_CI"_s), SizeIs(2));
+}
+
+TEST_F(Messentest, magnifierAtThePointer_followsItAndStaysOutOfTheWay) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    auto& imFeld = kind<QWidget>(u"pic_Lupe"_s);
+    auto& amZeiger = kind<QWidget>(u"pic_Zeigerlupe"_s);
+    EXPECT_TRUE(imFeld.isVisible());
+    wähle(u"men_Ansicht_23"_s);
+    EXPECT_TRUE(ini().contains("Lupe am Zeiger=1"));
+    EXPECT_FALSE(imFeld.isVisible());
+    for (const QPointF& ort : {QPointF(10, 10), QPointF(900, 310), QPointF(450, 160)}) {
+        maus(QEvent::MouseMove, ort, Qt::NoButton);
+        EXPECT_TRUE(amZeiger.isVisible());
+        const QPoint zeiger =
+            bild().zuFenster(ort).toPoint() + bild().viewport()->geometry().topLeft();
+        EXPECT_FALSE(amZeiger.geometry().adjusted(-20, -20, 20, 20).contains(zeiger));
+    }
+    QEvent weg(QEvent::Leave);
+    QApplication::sendEvent(bild().viewport(), &weg);
+    EXPECT_FALSE(amZeiger.isVisible());
+    wähle(u"men_Ansicht_23"_s);
+    EXPECT_TRUE(imFeld.isVisible());
 }

@@ -389,3 +389,71 @@ TEST_F(Speicherntest, partsThatWereNotUnderstood_areNotStoredAwayWithoutAQuestio
     EXPECT_EQ(zeile(u"X1"_s)->MERKMAL, u"Lunbekannt"_s);
     EXPECT_EQ(zeile(u"X1"_s)->Z_NAME, u"A"_s);
 }
+
+TEST_F(Speicherntest, nameFields_offerWhatTheResultsFileKnows) {
+    for (const auto& [nummer, name] : {std::pair{u"001AB2025"_s, u"Zoë Ängström"_s},
+                                       {u"002AB2025"_s, u" "_s},
+                                       {u"003AB2025"_s, u"Meyer "_s},
+                                       {u"004AB2025"_s, u"Meyer"_s}}) {
+        Ergebnissatz satz;
+        satz.U_NR = nummer;
+        satz.Z_NAME = name;
+        satz.VATER = u"Insel"_s;
+        Ergebnistabelle(pfad()).speichere(satz);
+    }
+    auto& namen = kind<QComboBox>(u"cbo_Name"_s);
+    EXPECT_EQ(namen.count(), 0) << "the file is not asked before anybody wants to know";
+    const auto einträge = [](const QComboBox& liste) {
+        QStringList texte;
+        for (int i = 0; i < liste.count(); ++i) {
+            texte << liste.itemText(i);
+        }
+        return texte;
+    };
+    züchter().setFocus();
+    EXPECT_THAT(einträge(namen), ElementsAre(u"Meyer"_s, u"Zoë Ängström"_s));
+    kind<QComboBox>(u"cbo_Begattung"_s).setFocus();
+    EXPECT_THAT(einträge(kind<QComboBox>(u"cbo_Begattung"_s)), ElementsAre(u"Insel"_s));
+    EXPECT_FALSE(hg().untersuchung().geändert()) << "by looking at it";
+    // What is typed stays as it is typed.
+    namen.setFocus();
+    QTest::keyClicks(&namen, u"meyer"_s);
+    QTest::keyClick(&namen, Qt::Key_Escape);
+    feld(u"txt_Volk"_s).setFocus();
+    EXPECT_EQ(hg().untersuchung().angaben().Name, u"meyer"_s);
+}
+
+TEST_F(Speicherntest, nameFilledIntoALoadedBlankField_hasNoBlankInFront) {
+    feld(u"txt_Volk"_s).setText(u"12"_s);
+    dialoge.antworten = {Antwort::Nein};
+    wähle(u"men_Datei_2"_s);
+    const QString gespeichert = nummer();
+    ASSERT_EQ(zeile(gespeichert)->Z_NAME, u" "_s);
+    ASSERT_TRUE(starte());
+    auto& namen = kind<QComboBox>(u"cbo_Name"_s);
+    EXPECT_FALSE(hg().untersuchung().geändert());
+    namen.setFocus();
+    QTest::keyClicks(&namen, u"Maria"_s);
+    dialoge.antworten = {Antwort::Nein};
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(gespeichert)->Z_NAME, u"Maria"_s);
+}
+
+TEST_F(Speicherntest, nextColony_hasThePersonsOfTheOneBefore) {
+    züchter().setText(u"Meyer"_s);
+    kind<QComboBox>(u"cbo_Besitzer"_s).setEditText(u"Kaya"_s);
+    kind<QComboBox>(u"cbo_Begattung"_s).setEditText(u"Insel"_s);
+    feld(u"txt_Volk"_s).setText(u"12"_s);
+    const QString vorige = nummer();
+    dialoge.antworten = {Antwort::Abbrechen};
+    wähle(u"men_Datei_22"_s);
+    EXPECT_EQ(nummer(), vorige) << "the open one had to stay";
+    dialoge.antworten = {Antwort::Ja};
+    wähle(u"men_Datei_22"_s);
+    EXPECT_NE(nummer(), vorige);
+    const Kolonieangaben& neu = hg().untersuchung().angaben();
+    EXPECT_EQ(QStringList({neu.Name, neu.Besitzer, neu.Begattung, neu.Volk}),
+              QStringList({u"Meyer"_s, u"Kaya"_s, u"Insel"_s, QString()}));
+    EXPECT_EQ(züchter().text(), u"Meyer"_s);
+    EXPECT_FALSE(hg().untersuchung().geändert());
+}

@@ -47,5 +47,18 @@ TEST(Hinweise, wingHint_endsWithThreeDigits) {
     EXPECT_TRUE(hinweistext(texte, 6, 200).endsWith(u"l'aile 200"_s));
 }
 
+TEST(Hinweise, messageWithArguments_isWordedInTheLanguageOfTheMoment) {
+    Texte texte(u"/p"_s);
+    const Hinweis zahl(Meldung::AuflösungZuGering, {u"600"_s});
+    const Hinweis wort(Meldung::UrteilAnders, {Text::Ja, u"100 %2"_s});
+    EXPECT_TRUE(hinweistext(texte, zahl).startsWith(u"Mit 600 dpi"_s));
+    texte.SpracheEnglisch();
+    EXPECT_TRUE(hinweistext(texte, zahl).startsWith(u"At 600 dpi"_s));
+    EXPECT_TRUE(hinweistext(texte, wort).contains(texte(Text::Ja)));
+    EXPECT_TRUE(hinweistext(texte, wort).contains(u"100 %2"_s)) << "an argument is no pattern";
+    EXPECT_EQ(hinweistext(texte, Hinweis(6, 7)), hinweistext(texte, 6, 7));
+    EXPECT_EQ(hinweistext(texte, Hinweis(u"schon fertig"_s)), u"schon fertig"_s);
+}
+
 } // namespace
 } // namespace tarvel

@@ -206,7 +206,10 @@ TEST_F(BildTest, scrolledByDragAndWheel_showsWhatAFreshPaintWouldShow) {
 TEST_F(BildTest, controlAndWheel_asksForZoomAndKeepsIt) {
     bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     std::vector<int> wünsche;
-    bild_.zoomGewünscht = [&](int richtung) { wünsche.push_back(richtung); };
+    bild_.zoomGewünscht = [&](int richtung, QPointF ort) {
+        wünsche.push_back(richtung);
+        EXPECT_EQ(ort, QPointF(50, 50));
+    };
     dreheRad({0, 120}, Qt::ControlModifier);
     dreheRad({0, -60}, Qt::ControlModifier);
     dreheRad({0, -60}, Qt::ControlModifier);

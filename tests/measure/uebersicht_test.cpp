@@ -17,7 +17,10 @@ protected:
         bild.fill(Qt::white);
         übersicht_.setBild(bild, {4000, 2000});
         übersicht_.setRahmen({800, 400});
-        übersicht_.gewählt = [this](QPointF mitte) { gewählt_.push_back(mitte); };
+        übersicht_.gewählt = [this](const Übersicht::Wahl& wahl) {
+            gewählt_.push_back(wahl.mitte);
+            letzte_ = wahl;
+        };
         übersicht_.show();
     }
 
@@ -25,6 +28,7 @@ protected:
 
     Übersicht übersicht_;
     std::vector<QPointF> gewählt_;
+    Übersicht::Wahl letzte_;
 };
 
 TEST_F(ÜbersichtTest, frameDraggedAndLetGo_choosesItsCentre) {
@@ -50,6 +54,8 @@ TEST_F(ÜbersichtTest, clickNearOrBesideTheEdge_keepsTheFrameInside) {
         gewählt_.clear();
         QTest::mouseClick(&übersicht_, Qt::LeftButton, Qt::NoModifier, fall.klick);
         EXPECT_THAT(gewählt_, testing::ElementsAre(fall.mitte));
+        EXPECT_EQ(letzte_.ort, übersicht_.zuBild(fall.klick)); // at the edge not the middle
+        EXPECT_FALSE(letzte_.neu);
     }
     übersicht_.setRahmen({9000, 9000});
     EXPECT_EQ(übersicht_.mitte(), QPointF(2000, 1000));
@@ -74,6 +80,9 @@ TEST_F(ÜbersichtTest, keys_moveTheFrameAndEnterChooses) {
     EXPECT_TRUE(gewählt_.empty());
     QTest::keyClick(&übersicht_, Qt::Key_Return);
     EXPECT_THAT(gewählt_, testing::ElementsAre(QPointF(1400, 700)));
+    EXPECT_FALSE(letzte_.neu);
+    QTest::keyClick(&übersicht_, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(letzte_.neu);
 }
 
 TEST_F(ÜbersichtTest, escapeWhileDragging_takesTheFrameBack) {

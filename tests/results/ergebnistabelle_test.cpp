@@ -287,3 +287,18 @@ TEST_F(Tabellentest, indexes_areAddedToAFileThatHasNone) {
     tabelle().öffneProbeweise();
     EXPECT_EQ(bytes(pfad_), vorher);
 }
+
+TEST_F(Tabellentest, knownTexts_areEachGivenOnceAndTheMostFrequentOfTooMany) {
+    int nummer = 100;
+    for (const QString& name :
+         {u"Zoë"_s, u"Meyer"_s, u" Meyer "_s, u" "_s, u""_s, u"MEYER"_s, u"Anna"_s, u"Zoë"_s}) {
+        Ergebnissatz s = satz(u"%1AB2025"_s.arg(nummer++));
+        s.Z_NAME = name;
+        tabelle().speichere(s);
+    }
+    EXPECT_EQ(tabelle().bekannte(&Ergebnissatz::Z_NAME, 500).size(), 3);
+    const QStringList häufigste = tabelle().bekannte(&Ergebnissatz::Z_NAME, 2);
+    ASSERT_EQ(häufigste.size(), 2);
+    EXPECT_EQ(häufigste.front().toLower(), u"meyer"_s);
+    EXPECT_EQ(häufigste.back(), u"Zoë"_s);
+}
