@@ -236,8 +236,7 @@ bool Messplatz::öffne(const QString& pfad, bool ganz) {
         return false;
     }
     datei_ = std::get<Bilddatei>(std::move(ergebnis));
-    befehle_.zeigtBild(
-        {.größe = datei_->größe(), .marke = inhaltsmarke(Bildort::aus(pfad).datei)});
+    befehle_.zeigtBild({.größe = datei_->größe(), .marke = inhaltsmarke(Bildort::aus(pfad).datei)});
     // The pixels of the former picture go before those of the new one come.
     bild_->setBild({});
     lupe_->setBild({}, 1);
