@@ -104,7 +104,7 @@ TEST_F(Fenstermuell, settingsOfAnyKind_areKeptToTheLastByte) {
         dialoge.meldungen.clear();
         ASSERT_TRUE(starteUnvorbereitet());
         wähle(u"men_Sprache_1"_s);
-        EXPECT_EQ(kind<QAction>(u"men_Datei_5"_s).iconText(), u"Load picture"_s);
+        EXPECT_EQ(kind<QAction>(u"men_Datei_5"_s).iconText(), u"Load\npicture"_s);
         if (ini() == inhalt) {
             EXPECT_TRUE(hinweis().contains(u"Index.ini"_s)) << qPrintable(hinweis());
         } else {
