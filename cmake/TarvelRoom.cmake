@@ -17,6 +17,8 @@ else()
     -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 endif()
 if(TARVEL_SANITIZE)
+  # The assertions of the toolkit and of the standard library, which other builds leave out.
+  target_compile_definitions(tarvel_flags INTERFACE QT_FORCE_ASSERTS _GLIBCXX_ASSERTIONS)
   target_compile_options(tarvel_flags INTERFACE -fsanitize=${TARVEL_SANITIZE}
     -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(tarvel_flags INTERFACE -fsanitize=${TARVEL_SANITIZE})

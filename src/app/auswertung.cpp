@@ -13,7 +13,6 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
     , arbeitsplatz_(arbeitsplatz)
     , kurven_(new Diagrammansicht(Diagrammansicht::Art::Kurven, umgebung.texte, umgebung.dialoge))
     , korrel_(new Diagrammansicht(Diagrammansicht::Art::Korrel, umgebung.texte, umgebung.dialoge))
-    , merkmal_(new Merkmalansicht(umgebung.texte, umgebung.dialoge))
     , urteil_(new Urteilsanzeige(umgebung.texte)) {
     for (Diagrammansicht* ansicht : {kurven_, korrel_}) {
         ansicht->beiWahl = [this](const std::vector<int>& flügel) {
@@ -22,16 +21,25 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
             }
         };
     }
-    merkmal_->beiÄnderung(
-        [&arbeitsplatz](const Merkmale& merkmale) { arbeitsplatz.setzeMerkmale(merkmale); });
+}
+
+Merkmalansicht& Auswertung::merkmal() {
+    if (merkmal_ == nullptr) {
+        merkmal_ = new Merkmalansicht(umgebung_.texte, umgebung_.dialoge);
+        merkmal_->setzeOhneHaarlänge(arbeitsplatz_.einstellungen().regeln.OhneHaarlänge);
+        merkmal_->zeige(arbeitsplatz_.untersuchung().merkmale());
+        merkmal_->beiÄnderung(
+            [this](const Merkmale& merkmale) { arbeitsplatz_.setzeMerkmale(merkmale); });
+    }
+    return *merkmal_;
 }
 
 void Auswertung::folge(const Änderung& änderung) {
-    if (änderung.Einstellungen) {
+    if (merkmal_ != nullptr && änderung.Einstellungen) {
         merkmal_->setzeOhneHaarlänge(arbeitsplatz_.einstellungen().regeln.OhneHaarlänge);
     }
     const Merkmale& merkmale = arbeitsplatz_.untersuchung().merkmale();
-    if (merkmal_->merkmale() != merkmale) {
+    if (merkmal_ != nullptr && merkmal_->merkmale() != merkmale) {
         merkmal_->zeige(merkmale);
     }
     if (änderung.Urteil) {

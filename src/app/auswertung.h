@@ -23,7 +23,8 @@ public:
 
     [[nodiscard]] Diagrammansicht& kurven() const { return *kurven_; }
     [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
-    [[nodiscard]] Merkmalansicht& merkmal() const { return *merkmal_; }
+    /// Made when it is asked for the first time: its many fields would hold up the start.
+    [[nodiscard]] Merkmalansicht& merkmal();
     [[nodiscard]] Urteilsanzeige& urteil() { return *urteil_; }
 
     /// To be called with every notice of the workplace.
@@ -37,10 +38,10 @@ private:
     void benenneBilder();
 
     Umgebung umgebung_;
-    const Arbeitsplatz& arbeitsplatz_;
+    Arbeitsplatz& arbeitsplatz_;
     Diagrammansicht* kurven_;
     Diagrammansicht* korrel_;
-    Merkmalansicht* merkmal_;
+    Merkmalansicht* merkmal_ = nullptr;
     Urteilsanzeige* urteil_;
 };
 

@@ -38,10 +38,10 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     , kolonie(new Kolonieformular(umgebung.texte, umgebung.format))
     , messplatz(new Messplatz(umgebung.texte, umgebung.dialoge, befehle))
     , messleiste(new Messleiste(umgebung.texte, modelle, &messplatz->lupe()))
-    , alle(new Reihenansicht(umgebung.texte, modelle, u"Liste"_s, Qt::Horizontal))
-    , tabelle(new Tabellenansicht(umgebung.texte, modelle))
     , status(new QLabel)
+    , umgebung_(umgebung)
     , reihe_(befehle.reihe())
+    , modelle_(modelle)
     , auswertung_(auswertung)
     , vorschau_(vorschau)
     , ansichten_(new QStackedWidget) {
@@ -62,10 +62,8 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
 
     ansichten_->setObjectName(u"Ansichten"_s);
     for (QWidget* ansicht :
-         {static_cast<QWidget*>(messplatz), static_cast<QWidget*>(alle),
-          static_cast<QWidget*>(tabelle), static_cast<QWidget*>(&auswertung.kurven()),
-          static_cast<QWidget*>(&auswertung.korrel()), static_cast<QWidget*>(&auswertung.merkmal()),
-          &vorschau}) {
+         {static_cast<QWidget*>(messplatz), static_cast<QWidget*>(&auswertung.kurven()),
+          static_cast<QWidget*>(&auswertung.korrel()), &vorschau}) {
         ansichten_->addWidget(ansicht);
     }
     messplatz->lupe().setObjectName(u"pic_Lupe"_s);
@@ -92,8 +90,37 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     status->setIndent(Rand);
     fenster.statusBar()->addPermanentWidget(status, 1);
     fenster.statusBar()->setSizeGripEnabled(false);
+}
 
-    alle->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
+Reihenansicht& Fensterfläche::alle() {
+    if (alle_ == nullptr) {
+        alle_ = new Reihenansicht(umgebung_.texte, modelle_, u"Liste"_s, Qt::Horizontal);
+        alle_->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
+        ansichten_->addWidget(alle_);
+    }
+    return *alle_;
+}
+
+Tabellenansicht& Fensterfläche::tabelle() {
+    if (tabelle_ == nullptr) {
+        tabelle_ = new Tabellenansicht(umgebung_.texte, modelle_);
+        ansichten_->addWidget(tabelle_);
+    }
+    return *tabelle_;
+}
+
+Merkmalansicht& Fensterfläche::merkmal() {
+    if (merkmal_ == nullptr) {
+        merkmal_ = &auswertung_.merkmal();
+        ansichten_->addWidget(merkmal_);
+    }
+    return *merkmal_;
+}
+
+void Fensterfläche::baueRest() {
+    (void)alle();
+    (void)tabelle();
+    (void)merkmal();
 }
 
 QWidget* Fensterfläche::gezeigte() const {
@@ -109,12 +136,11 @@ bool Fensterfläche::amMessplatz() const {
 }
 
 QStringView Fensterfläche::ansichtswort() const {
-    const std::pair<const QWidget*, QStringView> worte[] = {
-        {alle, befehl::Alle},
-        {tabelle, befehl::Tabelle},
-        {&auswertung_.kurven(), befehl::Kurven},
-        {&auswertung_.korrel(), befehl::Korrel},
-        {&auswertung_.merkmal(), befehl::Merkmal}};
+    const std::pair<const QWidget*, QStringView> worte[] = {{alle_, befehl::Alle},
+                                                            {tabelle_, befehl::Tabelle},
+                                                            {&auswertung_.kurven(), befehl::Kurven},
+                                                            {&auswertung_.korrel(), befehl::Korrel},
+                                                            {merkmal_, befehl::Merkmal}};
     const auto* const wort =
         std::find_if(std::begin(worte), std::end(worte),
                      [ansicht = gezeigte()](const auto& w) { return w.first == ansicht; });
@@ -126,7 +152,7 @@ QString Fensterfläche::hilfethema() const {
     const std::pair<const QWidget*, QString> themen[] = {{messplatz, u"messen"_s},
                                                          {&auswertung_.kurven(), u"beurteilung"_s},
                                                          {&auswertung_.korrel(), u"indizes"_s},
-                                                         {&auswertung_.merkmal(), u"merkmale"_s},
+                                                         {merkmal_, u"merkmale"_s},
                                                          {&vorschau_, u"protokoll"_s}};
     const auto* const thema = std::find_if(std::begin(themen), std::end(themen),
                                            [ansicht](const auto& t) { return t.first == ansicht; });
@@ -136,8 +162,8 @@ QString Fensterfläche::hilfethema() const {
 int Fensterfläche::gewählterFlügel() const {
     const QWidget* ansicht = gezeigte();
     std::vector<int> gewählt;
-    if (ansicht == tabelle) {
-        gewählt = {tabelle->gewählteNummer()};
+    if (ansicht == tabelle_) {
+        gewählt = {tabelle_->gewählteNummer()};
     } else if (const auto* diagramm = dynamic_cast<const Diagrammansicht*>(ansicht)) {
         gewählt = diagramm->hervorgehoben();
     } else if (const auto* liste = dynamic_cast<const Reihenansicht*>(ansicht)) {
@@ -152,9 +178,13 @@ int Fensterfläche::gewählterFlügel() const {
 }
 
 void Fensterfläche::wähle(const std::vector<int>& flügel) {
-    alle->wähle(flügel);
     messleiste->reihe().wähle(flügel);
-    tabelle->wähle(flügel);
+    if (alle_ != nullptr) {
+        alle_->wähle(flügel);
+    }
+    if (tabelle_ != nullptr) {
+        tabelle_->wähle(flügel);
+    }
     auswertung_.hebeHervor(flügel);
 }
 

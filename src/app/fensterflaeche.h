@@ -18,6 +18,7 @@ namespace tarvel {
 
 class Auswertung;
 class Kolonieformular;
+class Merkmalansicht;
 class Messleiste;
 class Messplatz;
 class Reihenansicht;
@@ -51,15 +52,25 @@ public:
     Kolonieformular* kolonie;
     Messplatz* messplatz;
     Messleiste* messleiste;
-    Reihenansicht* alle;
-    Tabellenansicht* tabelle;
     QLabel* status;
 
+    /// Views that are made when they are asked for the first time, or by baueRest().
+    [[nodiscard]] Reihenansicht& alle();
+    [[nodiscard]] Tabellenansicht& tabelle();
+    [[nodiscard]] Merkmalansicht& merkmal();
+    /// Makes what was not asked for yet.
+    void baueRest();
+
 private:
+    Umgebung umgebung_;
     const Messreihe& reihe_;
+    Reihenmodelle& modelle_;
     Auswertung& auswertung_;
     QWidget& vorschau_;
     QStackedWidget* ansichten_;
+    Reihenansicht* alle_ = nullptr;
+    Tabellenansicht* tabelle_ = nullptr;
+    Merkmalansicht* merkmal_ = nullptr;
 };
 
 } // namespace tarvel

@@ -25,9 +25,11 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QSplitter>
+#include <QTimer>
 #include <QToolBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel {
 
@@ -145,17 +147,17 @@ void HG::meldeAnsichtenAn() {
         öffneImGrafikprogramm(umgebung_, fläche_.messplatz->bilddatei());
     });
     verteiler_.anmelden(befehl::Alle, [=, this, &reihe] {
-        zeige(fläche_.alle, wenn(!reihe.leer(), HinweisWiederholen));
+        zeige(&fläche_.alle(), wenn(!reihe.leer(), HinweisWiederholen));
     });
     verteiler_.anmelden(befehl::Tabelle, [=, this, &reihe] {
-        zeige(fläche_.tabelle, wenn(!reihe.leer(), HinweisWiederholen));
+        zeige(&fläche_.tabelle(), wenn(!reihe.leer(), HinweisWiederholen));
     });
     verteiler_.anmelden(befehl::Kurven, [this] { zeige(&auswertung_.kurven(), HinweisKeiner); });
     verteiler_.anmelden(befehl::Korrel, [=, this, &reihe] {
         zeige(&auswertung_.korrel(), wenn(!reihe.hiDvZeilen().empty(), HinweisKreuzZeigen));
     });
     verteiler_.anmelden(befehl::Merkmal, [this] {
-        zeige(&auswertung_.merkmal(), merkmalhinweis(untersuchung().merkmale()));
+        zeige(&fläche_.merkmal(), merkmalhinweis(untersuchung().merkmale()));
     });
     verteiler_.anmelden(befehl::Messen, [this] { zeigeMessplatz(false); });
     for (const auto& [wort, seite] :
@@ -189,7 +191,6 @@ void HG::TexteAnwenden() {
     befehle_.werkzeugleiste().setWindowTitle(umgebung_.texte(Meldung::NameWerkzeugleiste));
     fläche_.linkeLeiste->setAccessibleName(umgebung_.texte(Meldung::LeisteVolksdaten));
     modelle_.aktualisiere();
-    auswertung_.merkmal().TexteAnwenden();
     auswertung_.aktualisiere();
     protokoll_.aktualisiere();
     hinweise_.TexteAnwenden();
@@ -569,6 +570,20 @@ void HG::optionen() {
 
 bool HG::gibZifferAnsBild(QKeyEvent& taste, const QWidget& ziel) {
     return !fläche_.messplatz->isAncestorOf(&ziel) && fläche_.messplatz->nimmZiffer(taste);
+}
+
+void HG::paintEvent(QPaintEvent* event) {
+    QMainWindow::paintEvent(event);
+    if (!std::exchange(restAngefordert_, true)) {
+        // Not in the round of events that brings the picture to the screen.
+        QTimer::singleShot(0, this,
+                           [this] { QTimer::singleShot(0, this, [this] { beendeStart(); }); });
+    }
+}
+
+void HG::beendeStart() {
+    fläche_.baueRest();
+    protokoll_.merkeDrucker();
 }
 
 void HG::dragEnterEvent(QDragEnterEvent* event) {

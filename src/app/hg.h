@@ -28,6 +28,10 @@ public:
     HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Arbeitsplatz& arbeitsplatz);
     ~HG() override;
 
+    /// Does what is left of the start once the window is seen: makes the views that nobody saw yet
+    /// and asks for the default printer. The window does so itself after its first paint.
+    void beendeStart();
+
     [[nodiscard]] const Untersuchung& untersuchung() const { return arbeitsplatz_.untersuchung(); }
     [[nodiscard]] const Beurteilung& beurteilung() const { return arbeitsplatz_.beurteilung(); }
 
@@ -50,6 +54,7 @@ public:
     bool gibZifferAnsBild(QKeyEvent& taste, const QWidget& ziel);
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -109,6 +114,7 @@ private:
 
     QPointer<MessHilfe> messHilfe_;
     bool rechteLeisteGewünscht_ = true;
+    bool restAngefordert_ = false; ///< the window was painted once
 
     Arbeitsplatz::Beobachtung beobachtung_;
 };

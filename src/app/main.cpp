@@ -42,7 +42,9 @@ public:
                 if (QWidget* modal = QApplication::activeModalWidget()) {
                     modal->close();
                 }
-                QCoreApplication::quit();
+                // Without closing the window, which would ask and write what a person's closing
+                // does.
+                QCoreApplication::exit();
             });
         }
         return false;

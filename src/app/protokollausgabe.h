@@ -49,6 +49,7 @@ public:
     [[nodiscard]] bool verlasseÜbersetzung();
 
     /// Brings back the default printer of the start.
+    void merkeDrucker() { druckerwahl_.merkeVorher(); }
     void stelleDruckerHer() { druckerwahl_.stelleHer(); }
 
 private:

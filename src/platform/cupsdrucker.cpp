@@ -1,6 +1,7 @@
 #include "platform/cupsdrucker.h"
 
 #include <QFile>
+#include <QLibrary>
 
 #include <algorithm>
 #include <memory>
@@ -11,12 +12,49 @@
 namespace tarvel {
 namespace {
 
+/// The calls of the printing system. It brings twenty libraries along, which would take a sixth of
+/// the start, so it is loaded when somebody asks for a printer.
+struct Cups {
+    QLibrary bibliothek{QStringLiteral("cups"), 2};
+    bool da = true;
+
+    template <typename Aufruf>
+    Aufruf hole(const char* name) {
+        const auto gefunden = reinterpret_cast<Aufruf>(bibliothek.resolve(name));
+        da = da && gefunden != nullptr;
+        return gefunden;
+    }
+#define TARVEL_CUPS(aufruf) decltype(&::aufruf) aufruf = hole<decltype(&::aufruf)>(#aufruf)
+    TARVEL_CUPS(cupsGetDests2);
+    TARVEL_CUPS(cupsFreeDests);
+    TARVEL_CUPS(cupsSetDests2);
+    TARVEL_CUPS(cupsGetNamedDest);
+    TARVEL_CUPS(cupsAddOption);
+    TARVEL_CUPS(cupsFreeOptions);
+    TARVEL_CUPS(cupsDoRequest);
+    TARVEL_CUPS(cupsPrintFile2);
+    TARVEL_CUPS(ippNewRequest);
+    TARVEL_CUPS(ippDelete);
+    TARVEL_CUPS(ippFindAttribute);
+    TARVEL_CUPS(ippGetString);
+#undef TARVEL_CUPS
+};
+
+const Cups& cups() {
+    static const Cups einmal;
+    return einmal;
+}
+
 /// All printers the server tells of.
 class Ziele {
 public:
     Ziele()
-        : anzahl_(cupsGetDests2(CUPS_HTTP_DEFAULT, &ziele_)) {}
-    ~Ziele() { cupsFreeDests(anzahl_, ziele_); }
+        : anzahl_(cups().da ? cups().cupsGetDests2(CUPS_HTTP_DEFAULT, &ziele_) : 0) {}
+    ~Ziele() {
+        if (ziele_ != nullptr) {
+            cups().cupsFreeDests(anzahl_, ziele_);
+        }
+    }
     Ziele(const Ziele&) = delete;
     Ziele& operator=(const Ziele&) = delete;
 
@@ -37,7 +75,7 @@ public:
     }
 
     [[nodiscard]] bool speichere() const {
-        return cupsSetDests2(CUPS_HTTP_DEFAULT, anzahl_, ziele_) == 0;
+        return cups().da && cups().cupsSetDests2(CUPS_HTTP_DEFAULT, anzahl_, ziele_) == 0;
     }
 
 private:
@@ -53,12 +91,12 @@ public:
             setze(option.name, option.value);
         }
     }
-    ~Optionen() { cupsFreeOptions(anzahl_, optionen_); }
+    ~Optionen() { cups().cupsFreeOptions(anzahl_, optionen_); }
     Optionen(const Optionen&) = delete;
     Optionen& operator=(const Optionen&) = delete;
 
     void setze(const char* name, const char* wert) {
-        anzahl_ = cupsAddOption(name, wert, anzahl_, &optionen_);
+        anzahl_ = cups().cupsAddOption(name, wert, anzahl_, &optionen_);
     }
     [[nodiscard]] int anzahl() const { return anzahl_; }
     [[nodiscard]] cups_option_t* optionen() const { return optionen_; }
@@ -70,10 +108,11 @@ private:
 
 /// The default of the server, whatever the person chose.
 QString serverstandard() {
-    const std::unique_ptr<ipp_t, decltype(&ippDelete)> antwort(
-        cupsDoRequest(CUPS_HTTP_DEFAULT, ippNewRequest(IPP_OP_CUPS_GET_DEFAULT), "/"), &ippDelete);
-    ipp_attribute_t* name = ippFindAttribute(antwort.get(), "printer-name", IPP_TAG_NAME);
-    return name == nullptr ? QString() : QString::fromUtf8(ippGetString(name, 0, nullptr));
+    const std::unique_ptr<ipp_t, decltype(&::ippDelete)> antwort(
+        cups().cupsDoRequest(CUPS_HTTP_DEFAULT, cups().ippNewRequest(IPP_OP_CUPS_GET_DEFAULT), "/"),
+        cups().ippDelete);
+    ipp_attribute_t* name = cups().ippFindAttribute(antwort.get(), "printer-name", IPP_TAG_NAME);
+    return name == nullptr ? QString() : QString::fromUtf8(cups().ippGetString(name, 0, nullptr));
 }
 
 } // namespace
@@ -88,9 +127,12 @@ QStringList cupsDrucker() {
 }
 
 QString cupsStandarddrucker() {
+    if (!cups().da) {
+        return {};
+    }
     const std::unique_ptr<cups_dest_t, void (*)(cups_dest_t*)> ziel(
-        cupsGetNamedDest(CUPS_HTTP_DEFAULT, nullptr, nullptr),
-        [](cups_dest_t* eines) { cupsFreeDests(1, eines); });
+        cups().cupsGetNamedDest(CUPS_HTTP_DEFAULT, nullptr, nullptr),
+        [](cups_dest_t* eines) { cups().cupsFreeDests(1, eines); });
     return ziel ? Ziele::name(*ziel) : QString();
 }
 
@@ -119,8 +161,9 @@ bool sendeAnCups(const QString& drucker, const QString& datei, const QString& ti
     Optionen optionen(*ziel);
     optionen.setze("copies", QByteArray::number(std::max(exemplare, 1)).constData());
     optionen.setze("media", "A4");
-    return cupsPrintFile2(CUPS_HTTP_DEFAULT, ziel->name, QFile::encodeName(datei).constData(),
-                          titel.toUtf8().constData(), optionen.anzahl(), optionen.optionen()) != 0;
+    return cups().cupsPrintFile2(CUPS_HTTP_DEFAULT, ziel->name,
+                                 QFile::encodeName(datei).constData(), titel.toUtf8().constData(),
+                                 optionen.anzahl(), optionen.optionen()) != 0;
 }
 
 } // namespace tarvel

@@ -109,12 +109,14 @@ bool Rohfassung::schließeAb() {
     return gelang(datei_.aufDieScheibe()) && gelang(datei_.schließe());
 }
 
+bool Rohfassung::nimmPlatz() {
+    const bool genommen = gelang(ersetzeDatei(pfad_, ziel_));
+    da_ = da_ && !genommen;
+    return genommen;
+}
+
 bool Rohfassung::ersetze() {
-    if (!schließeAb() || !gelang(ersetzeDatei(pfad_, ziel_))) {
-        return false;
-    }
-    da_ = false;
-    return gelang(namenAufDieScheibe(ziel_.parent_path()));
+    return schließeAb() && nimmPlatz() && gelang(namenAufDieScheibe(ziel_.parent_path()));
 }
 
 bool Rohfassung::benenne() {

@@ -36,6 +36,10 @@ public:
     [[nodiscard]] bool schreibe(const QByteArray& inhalt);
     /// Puts it in its place. False when anything on the way failed.
     [[nodiscard]] bool ersetze();
+    /// The two halves of it: brings what was written onto the drive, which takes its time; then
+    /// takes the place, in one step. The drive has the name only after namenAufDieScheibe().
+    [[nodiscard]] bool schließeAb();
+    [[nodiscard]] bool nimmPlatz();
     /// The same where there is no file yet, whatever others do meanwhile.
     [[nodiscard]] bool benenne();
 
@@ -46,7 +50,6 @@ public:
 
 private:
     [[nodiscard]] bool gelang(int fehler);
-    [[nodiscard]] bool schließeAb();
 
     std::filesystem::path ziel_;
     std::filesystem::path pfad_;

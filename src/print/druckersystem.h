@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 class QPagedPaintDevice;
 
@@ -41,10 +42,18 @@ public:
 class Druckerwahl {
 public:
     explicit Druckerwahl(Druckersystem& system)
-        : system_(system)
-        , vorher_(system.standard()) {}
+        : system_(system) {}
+
+    /// Asks for the printer of the start. The answer takes its time, so a window that is not there
+    /// yet should not wait for it.
+    void merkeVorher() {
+        if (!vorher_) {
+            vorher_ = system_.standard();
+        }
+    }
 
     bool wähle(const QString& drucker) {
+        merkeVorher();
         const bool gesetzt = system_.setzeStandard(drucker);
         verändert_ = verändert_ || gesetzt;
         return gesetzt;
@@ -53,14 +62,14 @@ public:
     /// Makes the printer of the start the default again. Does nothing when none was chosen since,
     /// so that a default somebody else has set meanwhile stays.
     void stelleHer() {
-        if (verändert_ && (system_.standard() == vorher_ || system_.setzeStandard(vorher_))) {
+        if (verändert_ && (system_.standard() == *vorher_ || system_.setzeStandard(*vorher_))) {
             verändert_ = false;
         }
     }
 
 private:
     Druckersystem& system_;
-    QString vorher_;
+    std::optional<QString> vorher_;
     bool verändert_ = false;
 };
 

@@ -1,10 +1,13 @@
 #include "results/sitzung.h"
 
 #include "platform/dateiausgabe.h"
+#include "platform/dateisystem.h"
 #include "results/sitzungstext.h"
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <utility>
 
 namespace tarvel {
 
@@ -12,9 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// From here on the file is made anew, so that it stays quick to read. About as much as measuring
-/// and taking over forty wings adds.
-constexpr qint64 Neuanfang = qint64{2} * 1024 * 1024;
 /// No file of ours; it is not even read.
 constexpr qint64 GrößteDatei = qint64{64} * 1024 * 1024;
 
@@ -42,11 +42,16 @@ bool gleicherFlügel(const Sitzungsstand& a, const Sitzungsstand& b) {
     return a.flügel == b.flügel && a.wiederholt == b.wiederholt && a.ansicht == b.ansicht;
 }
 
+std::string_view alsText(const QByteArray& bytes) {
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
 /// True also for a file that has gone: nothing waits for the drive any more.
-bool warteAufScheibe(const QString& pfad) {
+bool warteAufScheibe(const QString& pfad, bool auchName) {
     Schreibdatei datei;
-    return datei.öffne(systempfad(pfad)) != 0 ||
-           (datei.aufDieScheibe() == 0 && datei.schließe() == 0);
+    const std::filesystem::path ort = systempfad(pfad);
+    return datei.öffne(ort) != 0 || (datei.aufDieScheibe() == 0 && datei.schließe() == 0 &&
+                                     (!auchName || namenAufDieScheibe(ort.parent_path()) == 0));
 }
 
 constexpr QFile::Permissions FürAndere = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
@@ -75,6 +80,8 @@ Sitzung::Sitzung(QString pfad)
     : pfad_(std::move(pfad)) {
     scheibe_.setMaxThreadCount(1);
 }
+
+Sitzung::~Sitzung() = default;
 
 std::optional<Sitzungsstand> Sitzung::lies() {
     gelesen_ = true;
@@ -133,16 +140,65 @@ bool Sitzung::merke(const Sitzungsstand& stand) {
     if (untersuchungBleibt && länge_ > 0 && gleicherFlügel(*gemerkt_, stand)) {
         return true;
     }
-    const bool anhängen = länge_ > 0 && länge_ < Neuanfang && QFileInfo(pfad_).size() >= länge_;
+    übernimmNeufassung();
+    const bool anhängen = länge_ > 0 && QFileInfo(pfad_).size() >= länge_;
     QByteArray zeilen;
     if (!anhängen || !untersuchungBleibt) {
         zeilen = untersuchungszeilen(stand);
     }
     const QByteArray block = sitzungsblock(zeilen + flügelzeilen(stand));
-    if (!(anhängen ? hängeAn(block) : schreibeNeu(block))) {
+    if (!(anhängen ? hängeAn(block) : legeAn(block) || schreibeNeu(block))) {
         return false; // the file keeps what it kept
     }
     gemerkt_ = stand;
+    if (länge_ >= Neuanfang && !neufassung_) {
+        beginneNeufassung(sitzungsblock(untersuchungszeilen(stand) + flügelzeilen(stand)));
+    }
+    return true;
+}
+
+void Sitzung::beginneNeufassung(const QByteArray& block) {
+    neufassung_ = std::make_shared<Neufassung>();
+    seitdem_.clear();
+    scheibe_.start([neu = neufassung_, pfad = pfad_, block] {
+        neu->datei = std::make_unique<Rohfassung>(pfad, Dateirecht::NurEigner);
+        neu->länge = block.size();
+        neu->gelungen =
+            neu->datei->angelegt() && neu->datei->schreibe(block) && neu->datei->schließeAb();
+        neu->fertig = true;
+    });
+}
+
+/// Puts the short file, with what came since, in the place of the long one, unless the drive is
+/// busy with that. When it does not work out the next change begins another.
+void Sitzung::übernimmNeufassung() {
+    if (!neufassung_ || !neufassung_->fertig || scheibe_.activeThreadCount() > 0) {
+        return;
+    }
+    const std::shared_ptr<Neufassung> neu = std::exchange(neufassung_, nullptr);
+    Schreibdatei datei;
+    if (neu->gelungen && datei.öffne(systempfad(neu->datei->pfad())) == 0 &&
+        datei.schreibeAnsEnde(alsText(seitdem_)) == 0 && datei.schließe() == 0 &&
+        neu->datei->nimmPlatz()) {
+        länge_ = neu->länge + seitdem_.size();
+        nameNeu_ = true;
+    }
+}
+
+/// Makes the file where there is none. What is not there needs no care, so the drive may follow.
+bool Sitzung::legeAn(const QByteArray& block) {
+    Schreibdatei datei;
+    if (datei.legeAn(systempfad(pfad_), true) != 0) {
+        return false;
+    }
+    if (datei.schreibe(alsText(block)) != 0 || datei.schließe() != 0) {
+        QFile::remove(pfad_);
+        return false;
+    }
+    länge_ = block.size();
+    nameNeu_ = true;
+    neufassung_.reset();
+    bringeAufDieScheibe();
     return true;
 }
 
@@ -152,6 +208,7 @@ bool Sitzung::schreibeNeu(const QByteArray& block) {
         return false;
     }
     länge_ = block.size();
+    neufassung_.reset();
     return true;
 }
 
@@ -163,7 +220,7 @@ bool Sitzung::hängeAn(const QByteArray& block) {
     }
     // What a crash left of a block behind the last whole one.
     const bool amEnde = QFileInfo(pfad_).size() == länge_ || datei.kürze(länge_) == 0;
-    if (!amEnde || datei.schreibeAnsEnde({block.constData(), std::size_t(block.size())}) != 0) {
+    if (!amEnde || datei.schreibeAnsEnde(alsText(block)) != 0) {
         (void)datei.kürze(länge_);
         return false;
     }
@@ -172,6 +229,9 @@ bool Sitzung::hängeAn(const QByteArray& block) {
         return false;
     }
     länge_ += block.size();
+    if (neufassung_) {
+        seitdem_ += block;
+    }
     bringeAufDieScheibe();
     return true;
 }
@@ -180,9 +240,9 @@ void Sitzung::bringeAufDieScheibe() {
     if (scheibeAngefordert_.exchange(true)) {
         return; // the one that is waiting has yet to begin
     }
-    scheibe_.start([this] {
+    scheibe_.start([this, auchName = std::exchange(nameNeu_, false)] {
         scheibeAngefordert_ = false;
-        if (!warteAufScheibe(pfad_)) {
+        if (!warteAufScheibe(pfad_, auchName)) {
             scheibeVersagt_ = true;
         }
     });
@@ -194,6 +254,7 @@ bool Sitzung::lösche() {
     offen_ = false;
     länge_ = 0;
     gemerkt_.reset();
+    neufassung_.reset();
     return !QFileInfo::exists(pfad_) || QFile::remove(pfad_);
 }
 

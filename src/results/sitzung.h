@@ -8,9 +8,12 @@
 #include <QThreadPool>
 
 #include <atomic>
+#include <memory>
 #include <optional>
 
 namespace tarvel {
+
+class Rohfassung;
 
 /// All that is open in the main window and would be gone after a crash.
 struct Sitzungsstand {
@@ -47,12 +50,17 @@ void stelleHer(Untersuchung& untersuchung, const Sitzungsstand& stand);
 /// A change is added at the end of the file, as a block with a checksum, and reaches the operating
 /// system before merke() returns, so the end of the program loses nothing. The drive follows some
 /// milliseconds later on a thread of its own, because waiting for it would be felt at every click.
-/// When the drive refuses it, the next change makes the file anew. Nothing that stands in the file
-/// is overwritten: a cut leaves the former state whole. Nobody but the person may read it.
+/// That thread also writes the short file that takes the place of one that has grown; merke() adds
+/// what came since and puts it there. When the drive refuses it, the next change makes
+/// the file anew. Nothing that stands in the file is overwritten: a cut leaves the former state
+/// whole. Nobody but the person may read it.
 class Sitzung {
 public:
     /// @p pfad full path of the file; it need not exist.
     explicit Sitzung(QString pfad);
+    ~Sitzung();
+    Sitzung(const Sitzung&) = delete;
+    Sitzung& operator=(const Sitzung&) = delete;
 
     /// The session that the file keeps; nullopt when there is none. To be called before merke().
     /// A file that is damaged or of another version is put aside, see beiseite(); what can be
@@ -69,11 +77,26 @@ public:
     /// Removes the file. False when it is still there.
     bool lösche();
 
+    /// From this size on the file is made anew, so that it stays quick to read. In bytes, about as
+    /// much as measuring and taking over forty wings adds.
+    static constexpr qint64 Neuanfang = qint64{2} * 1024 * 1024;
+
 private:
+    /// A short file that the thread writes while the long one goes on.
+    struct Neufassung {
+        std::unique_ptr<Rohfassung> datei;
+        qint64 länge = 0;
+        bool gelungen = false;
+        std::atomic<bool> fertig = false; ///< set last, by the thread
+    };
+
     bool legeBeiseite();
     [[nodiscard]] bool schreibeNeu(const QByteArray& block);
+    [[nodiscard]] bool legeAn(const QByteArray& block);
     [[nodiscard]] bool hängeAn(const QByteArray& block);
     void bringeAufDieScheibe();
+    void beginneNeufassung(const QByteArray& block);
+    void übernimmNeufassung();
 
     QString pfad_;
     QString beiseite_;
@@ -82,8 +105,10 @@ private:
     qint64 länge_ = 0;
     /// What the file keeps, when this object wrote or read it.
     std::optional<Sitzungsstand> gemerkt_;
-    QByteArray gemerkterFlügel_;
-    bool offen_ = false; ///< the file belongs to this session, not to an earlier start
+    std::shared_ptr<Neufassung> neufassung_;
+    bool nameNeu_ = false; ///< the drive has yet to hear that neufassung_ took the place
+    QByteArray seitdem_;   ///< what was added to the file since neufassung_ began
+    bool offen_ = false;   ///< the file belongs to this session, not to an earlier start
 
     std::atomic<bool> scheibeAngefordert_ = false;
     std::atomic<bool> scheibeVersagt_ = false; ///< the file is to be made anew

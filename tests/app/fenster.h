@@ -67,6 +67,7 @@ struct Fenstertest : testing::Test {
         if (!programm->Hauptstart()) {
             return false;
         }
+        hg().beendeStart(); // no test waits for what comes after the first paint
         hg().activateWindow();
         return QTest::qWaitForWindowActive(&hg());
     }

@@ -6,12 +6,15 @@
 #include "results/sitzungstext.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <functional>
 #include <random>
 
@@ -379,6 +382,47 @@ TEST_F(Sitzungstest, fileThatGoesMeanwhile_isMadeAnewAsAWhole) {
     schreibe("short");
     EXPECT_TRUE(sitzung.merke(probesitzung(2, 3)));
     EXPECT_EQ(gelesen(), abbild(probesitzung(2, 3)));
+}
+
+/// The longest examination, clicked on until the file was made anew beside the clicks.
+TEST_F(Sitzungstest, grownFile_isMadeAnewWithoutHoldingUpAClick) {
+    constexpr int Höchstens = 50000;
+    Sitzung sitzung(pfad_);
+    Sitzungsstand stand = probesitzung(200, 1);
+    ASSERT_TRUE(sitzung.merke(stand));
+    const qint64 ganz = QFileInfo(pfad_).size();
+    stand.flügel.punkte.PunktX[1] += 1;
+    ASSERT_TRUE(sitzung.merke(stand));
+    RecordProperty("bytes of an examination", static_cast<int>(ganz));
+    RecordProperty("bytes of a click", static_cast<int>(QFileInfo(pfad_).size() - ganz));
+    qint64 schlechteste = 0;
+    bool gewachsen = false;
+    bool neu = false;
+    for (int i = 0; i < Höchstens && !neu; ++i) {
+        stand.flügel.punkte.PunktX[1] += 0.25F;
+        if (!gewachsen) {
+            stand.angaben.Volk = QString::number(i); // all of it is written
+        }
+        QElapsedTimer uhr;
+        uhr.start();
+        ASSERT_TRUE(sitzung.merke(stand));
+        schlechteste = std::max(schlechteste, uhr.nsecsElapsed() / 1000);
+        const qint64 größe = QFileInfo(pfad_).size();
+        neu = gewachsen && größe < Sitzung::Neuanfang;
+        gewachsen = gewachsen || größe >= Sitzung::Neuanfang;
+        if (größe >= Sitzung::Neuanfang || neu) {
+            ASSERT_EQ(gelesen(), abbild(stand));
+        }
+    }
+    EXPECT_TRUE(neu);
+    RecordProperty("longest call in microseconds", static_cast<int>(schlechteste));
+    std::printf("journal: %lld bytes an examination, longest call %lld us\n",
+                static_cast<long long>(ganz), static_cast<long long>(schlechteste));
+    stand.wiederholt = 5;
+    EXPECT_TRUE(sitzung.merke(stand));
+    EXPECT_EQ(gelesen(), abbild(stand));
+    EXPECT_TRUE(sitzung.lösche());
+    EXPECT_TRUE(dateien().isEmpty());
 }
 
 TEST_F(Sitzungstest, nowhereToWrite_isSaidAndTriedAgain) {
