@@ -66,7 +66,8 @@ public:
     /// False when it could not be written; the next call tries again.
     bool merke(const Sitzungsstand& stand);
 
-    /// Removes the file. False when it is still there.
+    /// Removes the file, or empties it where its name has to stay. False when it is still there;
+    /// merke() tries again then.
     bool lösche();
 
 private:
