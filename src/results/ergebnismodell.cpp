@@ -34,9 +34,18 @@ bool istZiffernfolge(const QString& text) {
            std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
+/// What a cell shows of a text: other programs store texts that take a minute to paint.
+QString kurz(const QString& text) {
+    constexpr qsizetype sichtbar = 1000;
+    return text.size() > sichtbar ? text.first(sichtbar) + u'…' : text;
+}
+
 /// A number with a short sign is a text; "012E2025" must not be taken for a power of ten.
 QString dreistellig(const QString& nummer) {
-    return istZiffernfolge(nummer) ? Format(nummer, u"000", Zahlenformat{}) : nummer;
+    constexpr qsizetype genau = 15; // digits that a number keeps
+    return istZiffernfolge(nummer) && nummer.size() <= genau
+               ? Format(nummer, u"000", Zahlenformat{})
+               : nummer;
 }
 
 } // namespace
@@ -171,12 +180,12 @@ int Ergebnismodell::columnCount(const QModelIndex& parent) const {
 
 QString Ergebnismodell::anzeige(const QString& wert, Ergebnisspalte spalte) const {
     if (spalte == Ergebnisspalte::Nummer) {
-        return dreistellig(wert);
+        return kurz(dreistellig(wert));
     }
     if (spalte == Ergebnisspalte::Datum) {
         return kurzesDatum(texte_, QDate::fromString(wert, Qt::ISODate));
     }
-    return wert;
+    return kurz(wert);
 }
 
 QVariant Ergebnismodell::data(const QModelIndex& index, int role) const {

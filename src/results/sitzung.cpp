@@ -54,6 +54,11 @@ bool warteAufScheibe(const QString& pfad, bool auchName) {
                                      (!auchName || namenAufDieScheibe(ort.parent_path()) == 0));
 }
 
+bool leere(const QString& pfad) {
+    Schreibdatei datei;
+    return datei.öffne(systempfad(pfad)) == 0 && datei.kürze(0) == 0 && datei.schließe() == 0;
+}
+
 constexpr QFile::Permissions FürAndere = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
 
@@ -251,11 +256,12 @@ void Sitzung::bringeAufDieScheibe() {
 bool Sitzung::lösche() {
     scheibe_.waitForDone();
     gelesen_ = true;
-    offen_ = false;
     länge_ = 0;
     gemerkt_.reset();
     neufassung_.reset();
-    return !QFileInfo::exists(pfad_) || QFile::remove(pfad_);
+    // Where the name has to stay the file holds nothing from now on.
+    offen_ = QFileInfo::exists(pfad_) && !QFile::remove(pfad_) && !leere(pfad_);
+    return !offen_;
 }
 
 } // namespace tarvel

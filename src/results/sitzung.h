@@ -74,7 +74,8 @@ public:
     /// False when it could not be written; the next call tries again.
     bool merke(const Sitzungsstand& stand);
 
-    /// Removes the file. False when it is still there.
+    /// Removes the file, or empties it where its name has to stay. False when it is still there;
+    /// merke() tries again then.
     bool lösche();
 
     /// From this size on the file is made anew, so that it stays quick to read. In bytes, about as

@@ -113,9 +113,14 @@ TEST_F(Ergebnismodelltest, ShowsNumbersWithThreeDigitsAndDatesInShort) {
     EXPECT_EQ(text(0, Ergebnisspalte::Datum, Qt::EditRole), u"15.06.2025"_s);
     texte.SpracheEnglisch();
     EXPECT_EQ(text(0, Ergebnisspalte::Datum), u"15/06/25"_s);
-    fremd(u"UPDATE Ergebnisse SET DATUM=NULL"_s);
+    // What only another program can have stored is not rounded, nor painted without an end.
+    fremd(u"UPDATE Ergebnisse SET DATUM=NULL, U_NR='12345678901234567890', "
+          u"Z_NAME=hex(zeroblob(600))"_s);
     zeige();
     EXPECT_EQ(text(0, Ergebnisspalte::Datum), QString());
+    EXPECT_EQ(text(0, Ergebnisspalte::Nummer), u"12345678901234567890"_s);
+    EXPECT_EQ(text(0, Ergebnisspalte::Züchter), QString(1000, u'0') + u'…');
+    EXPECT_EQ(text(0, Ergebnisspalte::Züchter, Qt::EditRole).size(), 1200);
 }
 
 TEST_F(Ergebnismodelltest, WritesWhatWasTypedAndTheTrimmedRow) {

@@ -2,6 +2,7 @@
 
 #include "results/sitzung.h"
 
+#include "results/ergebnisdateien.h"
 #include "results/sitzungsprobe.h"
 #include "results/sitzungstext.h"
 
@@ -228,6 +229,25 @@ TEST_F(Sitzungstest, file_isForItsOwnerAlone) {
     EXPECT_TRUE(Sitzung(pfad_).lies()); // of an earlier version
     EXPECT_TRUE(allein());
 }
+
+#ifdef Q_OS_UNIX
+TEST_F(Sitzungstest, givenUpInAFolderThatKeepsItsNames_doesNotComeBack) {
+    Sitzung sitzung(pfad_);
+    ASSERT_TRUE(sitzung.merke(probesitzung(2, 3)));
+    QFile::setPermissions(pfad_, QFileDevice::Permissions(0x6666));
+    QFile::setPermissions(ordner_.path(), QFileDevice::Permissions(0x5555));
+    {
+        const OhneSonderrechte somebody;
+        if (!somebody.istEingeschränkt()) {
+            GTEST_SKIP() << "write protection cannot be tried with these rights";
+        }
+        EXPECT_TRUE(sitzung.lösche());
+        EXPECT_EQ(gelesen(), u"nichts"_s);
+    }
+    QFile::setPermissions(ordner_.path(), QFileDevice::Permissions(0x7777));
+    EXPECT_EQ(dateien(), QStringList(u"Sitzung.journal"_s)); // empty, and not put aside
+}
+#endif
 
 TEST_F(Sitzungstest, longSession_staysQuickToRead) {
     Sitzung sitzung(pfad_);
