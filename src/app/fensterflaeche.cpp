@@ -11,6 +11,7 @@
 #include "measure/verteiler.h"
 #include "results/kolonieformular.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QMainWindow>
 #include <QScrollArea>
@@ -133,22 +134,40 @@ QString Fensterfläche::hilfethema() const {
     return thema == std::end(themen) ? u"index"_s : thema->second;
 }
 
-int Fensterfläche::gewählterFlügel() const {
+std::vector<int> Fensterfläche::gewählteFlügel() const {
     const QWidget* ansicht = gezeigte();
     std::vector<int> gewählt;
     if (ansicht == tabelle) {
-        gewählt = {tabelle->gewählteNummer()};
+        gewählt = tabelle->gewählteNummern();
     } else if (const auto* diagramm = dynamic_cast<const Diagrammansicht*>(ansicht)) {
         gewählt = diagramm->hervorgehoben();
-    } else if (const auto* liste = dynamic_cast<const Reihenansicht*>(ansicht)) {
-        gewählt = liste->gewählteNummern();
-    } else {
-        gewählt = messleiste->reihe().gewählteNummern();
+    } else if (ansicht == alle) {
+        gewählt = alle->gewählteNummern();
+    } else if (amMessplatz()) {
+        const int nummer = messplatz->flügelAmZeiger();
+        gewählt = nummer > 0 ? std::vector{nummer} : messleiste->reihe().gewählteNummern();
     }
     // A chart may still point out a wing that is gone.
-    const auto nummer =
-        std::find_if(gewählt.begin(), gewählt.end(), [this](int n) { return reihe_.enthält(n); });
-    return nummer != gewählt.end() ? *nummer : reihe_.letzteNummer();
+    std::erase_if(gewählt, [this](int nummer) { return !reihe_.enthält(nummer); });
+    return gewählt;
+}
+
+int Fensterfläche::gewählterFlügel() const {
+    const std::vector<int> gewählt = gewählteFlügel();
+    return gewählt.empty() ? reihe_.letzteNummer() : gewählt.front();
+}
+
+void Fensterfläche::setzeFlügelbefehle(const QList<QAction*>& befehle) {
+    alle->setzeBefehle(befehle);
+    messleiste->reihe().setzeBefehle(befehle);
+    tabelle->setzeBefehle(befehle);
+    messplatz->setzeBefehle(befehle);
+    for (Diagrammansicht* diagramm : {&auswertung_.kurven(), &auswertung_.korrel()}) {
+        auto* strich = new QAction(diagramm);
+        strich->setSeparator(true);
+        diagramm->addAction(strich);
+        diagramm->addActions(befehle);
+    }
 }
 
 void Fensterfläche::wähle(const std::vector<int>& flügel) {
