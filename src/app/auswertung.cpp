@@ -82,4 +82,9 @@ void Auswertung::hebeHervor(const std::vector<int>& flügel) {
     korrel_->hebeHervor(flügel);
 }
 
+void Auswertung::zeigeZweifel(const Zweifelsfälle& zweifel) {
+    kurven_->zeigeZweifel(zweifel);
+    korrel_->zeigeZweifel(zweifel);
+}
+
 } // namespace tarvel

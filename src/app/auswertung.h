@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/umgebung.h"
+#include "measure/reihenmodelle.h"
 #include "results/arbeitsplatz.h"
 
 #include <functional>
@@ -33,6 +34,8 @@ public:
     void aktualisiere();
     /// Points out wings in both charts.
     void hebeHervor(const std::vector<int>& flügel);
+    /// Marks wings in doubt in both charts.
+    void zeigeZweifel(const Zweifelsfälle& zweifel);
 
 private:
     void benenneBilder();

@@ -26,6 +26,9 @@ inline constexpr int DateiNächstesVolk = 22;
 
 inline constexpr int BearbeitenRückgängig = 3;
 inline constexpr int BearbeitenWiederherstellen = 4;
+/// The wings chosen in the shown view.
+inline constexpr int BearbeitenAuslassen = 12;
+inline constexpr int BearbeitenFlügelLöschen = 13;
 
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;

@@ -11,6 +11,7 @@
 #include "measure/verteiler.h"
 #include "results/kolonieformular.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QMainWindow>
 #include <QScrollArea>
@@ -96,6 +97,7 @@ Reihenansicht& Fensterfläche::alle() {
     if (alle_ == nullptr) {
         alle_ = new Reihenansicht(umgebung_.texte, modelle_, u"Liste"_s, Qt::Horizontal);
         alle_->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
+        alle_->setzeBefehle(flügelbefehle_);
         ansichten_->addWidget(alle_);
     }
     return *alle_;
@@ -104,6 +106,7 @@ Reihenansicht& Fensterfläche::alle() {
 Tabellenansicht& Fensterfläche::tabelle() {
     if (tabelle_ == nullptr) {
         tabelle_ = new Tabellenansicht(umgebung_.texte, modelle_);
+        tabelle_->setzeBefehle(flügelbefehle_);
         ansichten_->addWidget(tabelle_);
     }
     return *tabelle_;
@@ -159,22 +162,46 @@ QString Fensterfläche::hilfethema() const {
     return thema == std::end(themen) ? u"index"_s : thema->second;
 }
 
-int Fensterfläche::gewählterFlügel() const {
+std::vector<int> Fensterfläche::gewählteFlügel() const {
     const QWidget* ansicht = gezeigte();
     std::vector<int> gewählt;
     if (ansicht == tabelle_) {
-        gewählt = {tabelle_->gewählteNummer()};
+        gewählt = tabelle_->gewählteNummern();
     } else if (const auto* diagramm = dynamic_cast<const Diagrammansicht*>(ansicht)) {
         gewählt = diagramm->hervorgehoben();
-    } else if (const auto* liste = dynamic_cast<const Reihenansicht*>(ansicht)) {
-        gewählt = liste->gewählteNummern();
-    } else {
-        gewählt = messleiste->reihe().gewählteNummern();
+    } else if (ansicht == alle_) {
+        gewählt = alle_->gewählteNummern();
+    } else if (amMessplatz()) {
+        const int nummer = messplatz->flügelAmZeiger();
+        gewählt = nummer > 0 ? std::vector{nummer} : messleiste->reihe().gewählteNummern();
     }
     // A chart may still point out a wing that is gone.
-    const auto nummer =
-        std::find_if(gewählt.begin(), gewählt.end(), [this](int n) { return reihe_.enthält(n); });
-    return nummer != gewählt.end() ? *nummer : reihe_.letzteNummer();
+    std::erase_if(gewählt, [this](int nummer) { return !reihe_.enthält(nummer); });
+    return gewählt;
+}
+
+int Fensterfläche::gewählterFlügel() const {
+    const std::vector<int> gewählt = gewählteFlügel();
+    return gewählt.empty() ? reihe_.letzteNummer() : gewählt.front();
+}
+
+void Fensterfläche::setzeFlügelbefehle(const QList<QAction*>& befehle) {
+    flügelbefehle_ = befehle;
+    for (Reihenansicht* liste : {alle_, &messleiste->reihe()}) {
+        if (liste != nullptr) {
+            liste->setzeBefehle(befehle);
+        }
+    }
+    if (tabelle_ != nullptr) {
+        tabelle_->setzeBefehle(befehle);
+    }
+    messplatz->setzeBefehle(befehle);
+    for (Diagrammansicht* diagramm : {&auswertung_.kurven(), &auswertung_.korrel()}) {
+        auto* strich = new QAction(diagramm);
+        strich->setSeparator(true);
+        diagramm->addAction(strich);
+        diagramm->addActions(befehle);
+    }
 }
 
 void Fensterfläche::wähle(const std::vector<int>& flügel) {

@@ -4,10 +4,12 @@
 #include "measure/messbefehle.h"
 #include "measure/reihenmodelle.h"
 
+#include <QList>
 #include <QStringView>
 
 #include <vector>
 
+class QAction;
 class QLabel;
 class QMainWindow;
 class QSplitter;
@@ -42,8 +44,13 @@ public:
     /// Page of the guide about the view that is shown.
     [[nodiscard]] QString hilfethema() const;
 
+    /// Wings of the series that are chosen in the view that is shown, ascending. In the overview
+    /// the one below the pointer goes before those chosen in the panel.
+    [[nodiscard]] std::vector<int> gewählteFlügel() const;
     /// Wing that a command about a single one means: the one chosen in the view, else the last.
     [[nodiscard]] int gewählterFlügel() const;
+    /// What the context menus of lists, table, charts and overview offer for wings.
+    void setzeFlügelbefehle(const QList<QAction*>& befehle);
     /// Chooses wings in the lists, and points them out in the charts.
     void wähle(const std::vector<int>& flügel);
 
@@ -68,6 +75,7 @@ private:
     Auswertung& auswertung_;
     QWidget& vorschau_;
     QStackedWidget* ansichten_;
+    QList<QAction*> flügelbefehle_;
     Reihenansicht* alle_ = nullptr;
     Tabellenansicht* tabelle_ = nullptr;
     Merkmalansicht* merkmal_ = nullptr;

@@ -56,6 +56,7 @@ HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Arbeitsplatz& arbei
     , hinweise_(umgebung, arbeitsplatz)
     , fläche_(*this, umgebung, arbeitsplatz, modelle_, auswertung_, protokoll_.vorschau(),
               hinweise_.zeile())
+    , flügelbefehle_(umgebung_, arbeitsplatz, modelle_, fläche_, auswertung_, hinweise_, befehle_)
     , dienste_{.fenster = this,
                .verteiler = verteiler_,
                .hinweise = hinweise_,
@@ -190,7 +191,7 @@ void HG::Form_Load() {
 void HG::TexteAnwenden() {
     befehle_.werkzeugleiste().setWindowTitle(umgebung_.texte(Meldung::NameWerkzeugleiste));
     fläche_.linkeLeiste->setAccessibleName(umgebung_.texte(Meldung::LeisteVolksdaten));
-    modelle_.aktualisiere();
+    flügelbefehle_.aktualisiere();
     auswertung_.aktualisiere();
     protokoll_.aktualisiere();
     hinweise_.TexteAnwenden();
@@ -207,7 +208,7 @@ void HG::folge(const Änderung& änderung) {
         fläche_.kolonie->zeige(untersuchung().angaben());
     }
     if (änderung.Reihe || änderung.Untersuchung) {
-        modelle_.aktualisiere();
+        flügelbefehle_.aktualisiere();
     }
     auswertung_.folge(änderung);
     if (änderung.Punkte || änderung.Aufnahme || änderung.Reihe) {
@@ -400,6 +401,12 @@ void HG::men_Bearbeiten_Click(int index) {
     case BearbeitenRückgängig:
     case BearbeitenWiederherstellen:
         geheZurück(index == BearbeitenWiederherstellen);
+        break;
+    case BearbeitenAuslassen:
+        flügelbefehle_.lassAusOderNimmAuf();
+        break;
+    case BearbeitenFlügelLöschen:
+        flügelbefehle_.lösche();
         break;
     case 11:
         alleMessungenLöschen();

@@ -4,6 +4,7 @@
 #include "app/befehlsleiste.h"
 #include "app/dateieingang.h"
 #include "app/fensterflaeche.h"
+#include "app/fluegelbefehle.h"
 #include "app/hinweisgeber.h"
 #include "app/protokollausgabe.h"
 #include "app/umgebung.h"
@@ -108,6 +109,7 @@ private:
     Protokollausgabe protokoll_;
     Hinweisgeber hinweise_;
     Fensterfläche fläche_;
+    Flügelbefehle flügelbefehle_;
     Fensterdienste dienste_;
     Untersuchungsgang gang_;
     Dateieingang eingang_;

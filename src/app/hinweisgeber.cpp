@@ -2,6 +2,7 @@
 
 #include "app/hinweiszeile.h"
 #include "measure/aufloesung.h"
+#include "measure/fluegelprobe.h"
 #include "results/arbeitsplatz.h"
 
 #include <QDir>
@@ -66,6 +67,9 @@ void Hinweisgeber::sage(const Änderung& änderung) {
         zeige({ohne.size() == 1 ? Meldung::PunktNichtGesetzt : Meldung::PunkteNichtGesetzt,
                {ohne.join(u", "_s)}});
     }
+    if (änderung.übernommen) {
+        sageZweifel(änderung.übernommen->nummer);
+    }
     if (änderung.fehler) {
         umgebung_.dialoge.meldung(t(Text::Fehler),
                                   t(*änderung.fehler == Rechenfehler::DivisionDurchNull
@@ -75,6 +79,38 @@ void Hinweisgeber::sage(const Änderung& änderung) {
     }
     if (änderung.reiheVoll) {
         umgebung_.dialoge.meldung(t(Text::Fehler), t(Meldung::ReiheVoll), Meldungsart::Ausruf);
+    }
+}
+
+void Hinweisgeber::sageZweifel(int flügel) {
+    const Messreihe& reihe = arbeitsplatz_.reihe();
+    const Flügelmessung* const messung = reihe.messung(flügel);
+    if (messung == nullptr) {
+        return;
+    }
+    std::vector<Hinweis> sätze;
+    if (const std::vector<Flügelzweifel> zweifel = flügelzweifel(*messung); !zweifel.empty()) {
+        sätze.push_back({Meldung::FlügelFraglich, {dreistellig(flügel)}});
+        for (const Flügelzweifel& einer : zweifel) {
+            sätze.push_back(hinweis(einer));
+        }
+        sätze.push_back(Meldung::TasteLässtAus);
+    }
+    // The first wing of a picture says whether its resolution can be right.
+    const std::optional<double> länge = längeRadialzelle(messung->punkte, messung->aufnahme);
+    if (sätze.empty() && länge && reihe.flügelAufBild(messung->bilddatei).size() == 1 &&
+        (*länge < KürzesteRadialzelle || *länge > LängsteRadialzelle)) {
+        sätze.push_back(
+            {Meldung::RadialzelleUnmöglich,
+             {QString::number(messung->aufnahme.dpi), Format(*länge, u"0.0", umgebung_.format)}});
+        const std::optional<int> passende = passendeAuflösung(messung->punkte, messung->aufnahme);
+        sätze.push_back(passende ? Hinweis(Meldung::AuflösungPasst, {QString::number(*passende)})
+                                 : Hinweis(Meldung::AuflösungPrüfen));
+    }
+    if (!sätze.empty()) {
+        Hinweis alles = sätze.front();
+        alles.weitere.assign(sätze.begin() + 1, sätze.end());
+        zeige(alles);
     }
 }
 

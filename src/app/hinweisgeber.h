@@ -38,6 +38,9 @@ public:
     void beginne() { begonnen_ = true; }
 
 private:
+    /// Says why the wing that was taken over can hardly be right, and what can be done about it.
+    void sageZweifel(int flügel);
+
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     Hinweiszeile* lab_H_;

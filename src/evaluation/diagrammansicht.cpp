@@ -2,6 +2,7 @@
 
 #include "lang/texte.h"
 #include "lang/zielwahl.h"
+#include "measure/marken.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -138,6 +139,7 @@ bool Diagrammansicht::event(QEvent* event) {
 void Diagrammansicht::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     male(painter, rect(), bild_, bildschirmstil());
+    maleZweifelsmarken(painter);
     if (!hasFocus()) {
         return;
     }
@@ -149,6 +151,31 @@ void Diagrammansicht::paintEvent(QPaintEvent* /*event*/) {
         painter.setPen(QPen(palette().color(QPalette::Text), 2, Qt::DotLine));
         painter.drawRoundedRect(
             stellen_[static_cast<std::size_t>(stelle_)].fläche.adjusted(-2, -2, 2, 2), 3, 3);
+    }
+}
+
+void Diagrammansicht::zeigeZweifel(Zweifelsfälle zweifel) {
+    zweifel_ = std::move(zweifel);
+    update();
+}
+
+void Diagrammansicht::maleZweifelsmarken(QPainter& painter) {
+    if (zweifel_.empty()) {
+        return;
+    }
+    const double kante = fontMetrics().height();
+    for (const Diagrammstelle& stelle : stellen()) {
+        Zweifelsgrad grad = Zweifelsgrad::Keiner;
+        for (const int nummer : stelle.flügel) {
+            grad = std::max(grad, zweifelsgrad(zweifel_, nummer));
+        }
+        // Beside a cross, and on the top of a bar.
+        const bool kreuz = std::holds_alternative<Korrelbild>(bild_);
+        const QPointF ort = kreuz ? stelle.fläche.topRight()
+                                  : QPointF(stelle.fläche.center().x(), stelle.fläche.top());
+        QRectF feld(ort - QPointF(kante / 2, kante), QSizeF(kante, kante));
+        feld.moveTop(std::max(feld.top(), 0.0));
+        maleZweifel(painter, feld, grad);
     }
 }
 
@@ -165,11 +192,19 @@ void Diagrammansicht::changeEvent(QEvent* event) {
 }
 
 void Diagrammansicht::mousePressEvent(QMouseEvent* event) {
+    const std::vector<int> flügel = flügelAn(event->position(), stellen());
+    if (event->button() == Qt::RightButton) {
+        // As in the lists: wings that are chosen already stay so together.
+        if (!std::includes(hervorgehoben().begin(), hervorgehoben().end(), flügel.begin(),
+                           flügel.end())) {
+            wähle(flügel);
+        }
+        return;
+    }
     if (event->button() != Qt::LeftButton) {
         QWidget::mousePressEvent(event);
         return;
     }
-    const std::vector<int> flügel = flügelAn(event->position(), stellen());
     if (flügel.empty()) {
         if (!hervorgehoben().empty()) {
             wähle({});
@@ -273,7 +308,13 @@ QString Diagrammansicht::titel() const {
 }
 
 QString Diagrammansicht::beschreibung(const Diagrammstelle& stelle) const {
-    return flügelliste(stelle.flügel, worte().flügel) + u'\n' + stelle.beschreibung;
+    QString text = flügelliste(stelle.flügel, worte().flügel) + u'\n' + stelle.beschreibung;
+    for (const int nummer : stelle.flügel) {
+        if (const QString grund = zweifelstext(zweifel_, nummer, texte_); !grund.isEmpty()) {
+            text += u'\n' + dreistellig(nummer) + u": "_s + grund;
+        }
+    }
+    return text;
 }
 
 QString Diagrammansicht::tippAn(QPointF ort) {

@@ -3,6 +3,7 @@
 #include "evaluation/diagrammdatei.h"
 #include "evaluation/korrel.h"
 #include "evaluation/kurven.h"
+#include "measure/reihenmodelle.h"
 #include "platform/dialoge.h"
 
 #include <QWidget>
@@ -13,12 +14,14 @@
 #include <vector>
 
 class QAction;
+class QPainter;
 
 namespace tarvel {
 
 /// A view with one chart: "Kurven" or "Korrel". Pointing at a bar or cross names its wings, a click
 /// chooses them, a click beside them chooses none. By keyboard: arrow keys, Home and End go from
-/// bar to bar or wing to wing, Enter and blank choose, the menu key opens the context menu.
+/// bar to bar or wing to wing, Enter and blank choose, the menu key opens the context menu. The
+/// right button chooses the wings below it, for what the context menu offers besides.
 class Diagrammansicht : public QWidget {
 public:
     enum class Art { Kurven, Korrel };
@@ -36,6 +39,9 @@ public:
     /// Points out wings, such as those selected in the lists.
     void hebeHervor(std::vector<int> flügel);
     [[nodiscard]] const std::vector<int>& hervorgehoben() const;
+
+    /// Marks wings in doubt on the screen, and tells why in the tool tip.
+    void zeigeZweifel(Zweifelsfälle zweifel);
 
     /// Path and base name, without extension, that saving proposes.
     void setVorschlag(const QString& vorschlag) { vorschlag_ = vorschlag; }
@@ -72,6 +78,7 @@ private:
     [[nodiscard]] Diagrammstil bildschirmstil() const;
     [[nodiscard]] const Diagrammworte& worte() const;
     [[nodiscard]] QString titel() const;
+    void maleZweifelsmarken(QPainter& painter);
     [[nodiscard]] QString beschreibung(const Diagrammstelle& stelle) const;
     [[nodiscard]] QString tippAn(QPointF ort);
     void geheZu(int stelle);
@@ -83,6 +90,7 @@ private:
     std::variant<Kurvenbild, Korrelbild> bild_;
     std::vector<Diagrammstelle> stellen_;
     bool stellenAktuell_ = false;
+    Zweifelsfälle zweifel_;
     int stelle_ = -1; ///< where the keyboard is; -1 before it was used
     QString vorschlag_;
     std::array<QAction*, 4> befehle_{};

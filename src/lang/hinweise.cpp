@@ -72,7 +72,9 @@ QString hinweistext(const Texte& texte, int nummer, int flügel) {
     }
 }
 
-QString hinweistext(const Texte& texte, const Hinweis& hinweis) {
+namespace {
+
+QString ersterSatz(const Texte& texte, const Hinweis& hinweis) {
     if (const int* nummer = std::get_if<int>(&hinweis.was)) {
         return hinweistext(texte, *nummer, hinweis.flügel);
     }
@@ -87,6 +89,16 @@ QString hinweistext(const Texte& texte, const Hinweis& hinweis) {
         return eingesetzt(texte(*meldung), worte);
     }
     return std::get<QString>(hinweis.was);
+}
+
+} // namespace
+
+QString hinweistext(const Texte& texte, const Hinweis& hinweis) {
+    QString text = ersterSatz(texte, hinweis);
+    for (const Hinweis& weiterer : hinweis.weitere) {
+        text += u' ' + hinweistext(texte, weiterer);
+    }
+    return text;
 }
 
 } // namespace tarvel

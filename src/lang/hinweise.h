@@ -56,6 +56,7 @@ struct Hinweis {
     std::variant<int, Text, Meldung, QString> was;
     std::vector<Argument> argumente;
     int flügel = 0;
+    std::vector<Hinweis> weitere = {}; ///< sentences that follow
 
     bool operator==(const Hinweis&) const = default;
 };

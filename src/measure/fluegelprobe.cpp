@@ -312,24 +312,28 @@ std::map<int, std::vector<Flügelzweifel>> flügelzweifel(const Messreihe& reihe
     return alle;
 }
 
-QString text(const Flügelzweifel& zweifel, const Texte& texte) {
+Hinweis hinweis(const Flügelzweifel& zweifel) {
     using enum Flügelzweifel::Art;
     const QString punkte = aufzählung(zweifel.punkte);
     switch (zweifel.art) {
     case Vertauscht:
-        return texte(Meldung::PunkteVertauscht).arg(punkte);
+        return {Meldung::PunkteVertauscht, {punkte}};
     case Lage:
-        return texte(Meldung::PunkteFalscheLage).arg(punkte);
+        return {Meldung::PunkteFalscheLage, {punkte}};
     case Verhältnis:
-        return texte(Meldung::PunkteUnverhältnismäßig).arg(punkte);
+        return {Meldung::PunkteUnverhältnismäßig, {punkte}};
     case CIAußerhalb:
-        return texte(Meldung::IndexOhneKlasse).arg(texte(Text::CI));
+        return {Meldung::IndexOhneKlasse, {Text::CI}};
     case HIAußerhalb:
-        return texte(Meldung::IndexOhneKlasse).arg(texte(Text::HI));
+        return {Meldung::IndexOhneKlasse, {Text::HI}};
     case AbseitsDerProbe:
         break;
     }
-    return texte(Meldung::FlügelAbseits);
+    return Meldung::FlügelAbseits;
+}
+
+QString text(const Flügelzweifel& zweifel, const Texte& texte) {
+    return hinweistext(texte, hinweis(zweifel));
 }
 
 } // namespace tarvel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lang/hinweise.h"
 #include "lang/texte.h"
 #include "measure/messreihe.h"
 
@@ -56,6 +57,7 @@ struct Flügelzweifel {
 [[nodiscard]] std::map<int, std::vector<Flügelzweifel>> flügelzweifel(const Messreihe& reihe);
 
 /// "Points 3 and 4 seem to be swapped."
+[[nodiscard]] Hinweis hinweis(const Flügelzweifel& zweifel);
 [[nodiscard]] QString text(const Flügelzweifel& zweifel, const Texte& texte);
 
 } // namespace tarvel

@@ -97,16 +97,46 @@ void maleErledigte(QPainter& painter, const QFont& schrift, const Marke& marke, 
     painter.setOpacity(0.6);
     if (marke.text.isEmpty()) {
         painter.setPen(QPen(Hell, 1.5));
-        painter.setBrush(Kern);
+        painter.setBrush(marke.ausgelassen ? QBrush(Qt::NoBrush) : QBrush(Kern));
         painter.drawEllipse(ort, 3, 3);
     } else {
         QRectF feld = textfeld(schrift, marke.text, ort);
         feld.moveCenter(ort);
-        maleSchild(painter, feld, Kern);
+        maleSchild(painter, feld, marke.ausgelassen ? Hell : Kern);
         painter.setOpacity(1.0);
-        painter.setPen(Hell);
-        painter.setFont(schrift);
+        QFont nummern = schrift;
+        nummern.setStrikeOut(marke.ausgelassen);
+        painter.setPen(marke.ausgelassen ? Kern : Hell);
+        painter.setFont(nummern);
         painter.drawText(feld, Qt::AlignCenter, marke.text);
+    }
+    painter.restore();
+}
+
+void maleZweifel(QPainter& painter, const QRectF& feld, Zweifelsgrad grad) {
+    if (grad == Zweifelsgrad::Keiner)
+        return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double rand = feld.width() / 10;
+    const QRectF f = feld.adjusted(rand, rand, -rand, -rand);
+    const QPointF oben(f.center().x(), f.top());
+    const bool fraglich = grad == Zweifelsgrad::Fraglich;
+    QPolygonF umriss{oben, f.bottomRight(), f.bottomLeft()};
+    if (!fraglich)
+        umriss = {oben,
+                  {f.right(), f.center().y()},
+                  {f.center().x(), f.bottom()},
+                  {f.left(), f.center().y()}};
+    painter.setPen(QPen(fraglich ? Kern : Auswahl, fraglich ? 1 : 2, Qt::SolidLine, Qt::RoundCap,
+                        Qt::RoundJoin));
+    painter.setBrush(fraglich ? Auswahl : Hell);
+    painter.drawPolygon(umriss);
+    if (fraglich) {
+        const double h = f.height();
+        painter.setPen(QPen(Hell, h / 7, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(oben + QPointF(0, h * 0.38), oben + QPointF(0, h * 0.65));
+        painter.drawPoint(oben + QPointF(0, h * 0.85));
     }
     painter.restore();
 }

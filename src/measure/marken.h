@@ -1,5 +1,7 @@
 #pragma once
 
+#include "measure/reihenmodelle.h"
+
 #include <QPointF>
 #include <QRectF>
 #include <QString>
@@ -19,6 +21,8 @@ struct Marke {
     bool gewählt = false;
     /// The point that was set last: its number is underlined.
     bool aktiv = false;
+    /// A measured wing that is left out of the sample: its number is struck out on a light plate.
+    bool ausgelassen = false;
 
     bool operator==(const Marke&) const = default;
 };
@@ -31,6 +35,10 @@ void maleMarke(QPainter& painter, const QFont& schrift, const Marke& marke, QPoi
 /// Paints the mark of a wing that is already measured: its number on a pale plate, or a small dot
 /// where there is no text.
 void maleErledigte(QPainter& painter, const QFont& schrift, const Marke& marke, QPointF ort);
+
+/// Marks a wing in doubt: filled triangle with an exclamation mark for one that can hardly be
+/// measured right, hollow diamond for one far from the others. @p feld is a square.
+void maleZweifel(QPainter& painter, const QRectF& feld, Zweifelsgrad grad);
 
 /// Rectangle around @p ort outside of which neither of the two paints.
 [[nodiscard]] QRectF markenRahmen(const QFont& schrift, const Marke& marke, QPointF ort);

@@ -1,8 +1,8 @@
 #include "measure/messleiste.h"
 
 #include "measure/aufloesung.h"
-#include "platform/zahlen.h"
 #include "measure/fluegelskizze.h"
+#include "platform/zahlen.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -203,7 +203,12 @@ void Messleiste::zeigeMittelwerte() {
         }
     }
     const QString anzahl = kennzahl(Kennzahlentabelle::Anzahl, Flügeltabelle::CI);
-    lab_Fortschritt_->setText(texte_(Meldung::Fortschritt).arg(modelle_.flügelzahl()).arg(ziel_));
+    const QString fortschritt =
+        texte_(modelle_.ausgelassene() > 0 ? Meldung::FortschrittAusgelassen : Meldung::Fortschritt)
+            .arg(modelle_.flügelzahl())
+            .arg(ziel_);
+    lab_Fortschritt_->setText(modelle_.ausgelassene() > 0 ? fortschritt.arg(modelle_.ausgelassene())
+                                                          : fortschritt);
     lab_Statistik_->setText(teile.isEmpty() ? texte_(Meldung::NochKeineMessung)
                                             : texte_(Text::Mittelwert) + u" ("_s + anzahl +
                                                   u"):\n"_s + teile.join(u"  "_s));

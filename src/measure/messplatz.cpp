@@ -106,7 +106,18 @@ void Messplatz::verbindeBild() {
     };
     übersicht_->erklärung = [this](QPointF ort) {
         const std::optional<int> nummer = gemessenerAn(ort);
-        return nummer ? texte_(Meldung::TippGemessenerFlügel).arg(dreistellig(*nummer)) : QString();
+        if (!nummer) {
+            return QString();
+        }
+        const QString auskunft = flügelauskunft ? flügelauskunft(*nummer) : QString();
+        return texte_(Meldung::TippGemessenerFlügel).arg(dreistellig(*nummer)) +
+               (auskunft.isEmpty() ? QString() : u'\n' + auskunft);
+    };
+    übersicht_->gezeigt = [this](QPointF ort) {
+        if (beiWahl) {
+            const std::optional<int> nummer = gemessenerAn(ort);
+            beiWahl(nummer ? std::vector{*nummer} : std::vector<int>());
+        }
     };
     bild_->gedrückt = [this](const Zeigerereignis& e) { drück(e); };
     bild_->bewegt = [this](const Zeigerereignis& e) { beweg(e); };
@@ -189,6 +200,16 @@ std::optional<int> Messplatz::gemessenerAn(QPointF ort) const {
     std::optional<int> nummer = flügelAn(reihe_, bilddatei(), ort);
     // The one that is being repeated lies on the picture with its points already.
     return messung_.wiederholt() && nummer == messung_.nummer() ? std::nullopt : nummer;
+}
+
+int Messplatz::flügelAmZeiger() const {
+    const std::optional<QPointF> ort =
+        zustand_ == Zustand::Übersicht ? übersicht_->zeiger() : std::nullopt;
+    return ort ? gemessenerAn(*ort).value_or(0) : 0;
+}
+
+void Messplatz::setzeBefehle(const QList<QAction*>& befehle) {
+    übersicht_->addActions(befehle);
 }
 
 bool Messplatz::korrigiereAn(QPointF ort) {
@@ -646,13 +667,15 @@ void Messplatz::zeigeErledigte() {
         }
         const QPointF mitte = flügelmitte(messung).value_or(QPointF());
         const QString text = dreistellig(nummer);
-        imScan.push_back({.position = mitte, .text = text});
-        imBild.push_back({.position = mitte * zoom, .text = text});
+        const bool aus = reihe_.ausgelassen(nummer);
+        imScan.push_back({.position = mitte, .text = text, .ausgelassen = aus});
+        imBild.push_back({.position = mitte * zoom, .text = text, .ausgelassen = aus});
         for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
             if (messung.punkte.gemessen(i)) {
                 imBild.push_back(
                     {.position = QPointF(messung.punkte.PunktX[i], messung.punkte.PunktY[i]) *
-                                 zoom / messung.aufnahme.Zoomfaktor});
+                                 zoom / messung.aufnahme.Zoomfaktor,
+                     .ausgelassen = aus});
             }
         }
     }

@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 
+class QAction;
 class QKeyEvent;
 class QLabel;
 class QPushButton;
@@ -36,6 +37,10 @@ public:
     std::function<void(const Hinweis&)> ZeigeHinweis;
     std::function<void()> zustandGeändert;
     std::function<void()> bildLadenGewünscht;
+    /// Wings that were pointed at with the right button in the overview; none beside them.
+    std::function<void(const std::vector<int>&)> beiWahl;
+    /// What is said of a wing beside its number; empty for nothing.
+    std::function<QString(int)> flügelauskunft;
 
     [[nodiscard]] Zustand zustand() const { return zustand_; }
     /// The picture that is shown; empty without one.
@@ -58,6 +63,10 @@ public:
     void zeigeÜbersicht();
     /// False when there is no picture or its pixels cannot be read; a message was shown then.
     bool zeigeMessen();
+    /// The measured wing below the pointer in the overview; 0 for none.
+    [[nodiscard]] int flügelAmZeiger() const;
+    /// What the context menu of the overview offers.
+    void setzeBefehle(const QList<QAction*>& befehle);
     /// Gives the keyboard to the picture.
     void nimmTastatur();
 

@@ -1,5 +1,7 @@
 #include "measure/reihenansicht.h"
 
+#include "measure/fluegelzeile.h"
+
 #include <QBoxLayout>
 #include <QFontDatabase>
 #include <QHeaderView>
@@ -34,6 +36,8 @@ QListView* neueListe(QAbstractItemModel& modell, const QString& name) {
     auto* liste = new QListView;
     liste->setObjectName(name);
     liste->setModel(&modell);
+    liste->setItemDelegate(new Flügelzeile(liste));
+    liste->setContextMenuPolicy(Qt::ActionsContextMenu);
     liste->setSelectionMode(QAbstractItemView::ExtendedSelection);
     liste->setEditTriggers(QAbstractItemView::NoEditTriggers);
     liste->setUniformItemSizes(true);
@@ -52,6 +56,7 @@ QListView* neueListe(QAbstractItemModel& modell, const QString& name) {
 void gibBreite(QListView& liste) {
     constexpr QStringView Längste = u"200  IH=1.064  Classe 27.3   DD=+0.4 ";
     liste.setMinimumWidth(liste.fontMetrics().horizontalAdvance(Längste.toString()) +
+                          Flügelzeile::markenbreite(liste.fontMetrics().height()) +
                           liste.verticalScrollBar()->sizeHint().width() + 2 * liste.frameWidth());
 }
 
@@ -115,6 +120,11 @@ void Reihenansicht::übertrage(const QListView& von, QListView& nach) {
     }
 }
 
+void Reihenansicht::setzeBefehle(const QList<QAction*>& befehle) {
+    ci_->addActions(befehle);
+    hiDv_->addActions(befehle);
+}
+
 std::vector<int> Reihenansicht::gewählteNummern() const {
     std::set<int> alle = nummern(*ci_);
     alle.merge(nummern(*hiDv_));
@@ -145,6 +155,8 @@ Tabellenansicht::Tabellenansicht(const Texte& texte, Reihenmodelle& modelle, QWi
     layout->setSpacing(4);
     flügel_->setObjectName(u"Tabelle_Flügel"_s);
     flügel_->setModel(&modelle_.flügel());
+    flügel_->setItemDelegate(new Flügelzeile(flügel_));
+    flügel_->setContextMenuPolicy(Qt::ActionsContextMenu);
     flügel_->setSelectionBehavior(QAbstractItemView::SelectRows);
     flügel_->setAlternatingRowColors(true);
     kennzahlen_->setObjectName(u"Tabelle_Kennzahlen"_s);
@@ -197,8 +209,17 @@ void Tabellenansicht::wähle(const std::vector<int>& gewählt) {
     }
 }
 
-int Tabellenansicht::gewählteNummer() const {
-    return modelle_.flügel().nummer(flügel_->currentIndex().row());
+std::vector<int> Tabellenansicht::gewählteNummern() const {
+    std::set<int> nummern;
+    const QModelIndexList zeilen = flügel_->selectionModel()->selectedIndexes();
+    for (const QModelIndex& index : zeilen) {
+        nummern.insert(modelle_.flügel().nummer(index.row()));
+    }
+    return {nummern.begin(), nummern.end()};
+}
+
+void Tabellenansicht::setzeBefehle(const QList<QAction*>& befehle) {
+    flügel_->addActions(befehle);
 }
 
 } // namespace tarvel

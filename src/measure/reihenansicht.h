@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+class QAction;
 class QLabel;
 class QListView;
 class QTableView;
@@ -25,6 +26,8 @@ public:
     /// Wing numbers of the selected lines, ascending.
     [[nodiscard]] std::vector<int> gewählteNummern() const;
     void wähle(const std::vector<int>& nummern);
+    /// What the context menu of the lists offers.
+    void setzeBefehle(const QList<QAction*>& befehle);
     /// Called with the selected wings after each change of the selection.
     void beiWahl(std::function<void(const std::vector<int>&)> wahl) { beiWahl_ = std::move(wahl); }
 
@@ -46,8 +49,10 @@ class Tabellenansicht : public QWidget {
 public:
     Tabellenansicht(const Texte& texte, Reihenmodelle& modelle, QWidget* parent = nullptr);
 
-    /// Wing number of the current row, 0 for none.
-    [[nodiscard]] int gewählteNummer() const;
+    /// Wing numbers of the selected rows, ascending.
+    [[nodiscard]] std::vector<int> gewählteNummern() const;
+    /// What the context menu of the wings offers.
+    void setzeBefehle(const QList<QAction*>& befehle);
     /// Selects the rows of these wings and makes the first of them the current one.
     void wähle(const std::vector<int>& nummern);
 

@@ -13,21 +13,55 @@ QVariant zahlenausrichtung() {
 }
 
 /// What lists and table say of a wing beside its values; empty for other roles.
-QVariant flügeldaten(const Messreihe& reihe, const Texte& texte, int nummer, int role) {
+QVariant flügeldaten(const Messreihe& reihe, const Zweifelsfälle& zweifel, const Texte& texte,
+                     int nummer, int role) {
     switch (role) {
     case zeilenrolle::Nummer:
         return nummer;
     case zeilenrolle::Ausgelassen:
         return reihe.ausgelassen(nummer);
+    case zeilenrolle::Zweifel:
+        return static_cast<int>(zweifelsgrad(zweifel, nummer));
     case Qt::ToolTipRole:
-    case Qt::AccessibleDescriptionRole:
-        return reihe.ausgelassen(nummer) ? QVariant(texte(Meldung::Ausgelassen)) : QVariant();
+    case Qt::AccessibleDescriptionRole: {
+        const QString tipp = flügeltipp(reihe, zweifel, nummer, texte);
+        return tipp.isEmpty() ? QVariant() : QVariant(tipp);
+    }
     default:
         return {};
     }
 }
 
 } // namespace
+
+Zweifelsgrad zweifelsgrad(const Zweifelsfälle& fälle, int nummer) {
+    const auto fall = fälle.find(nummer);
+    if (fall == fälle.end() || fall->second.empty()) {
+        return Zweifelsgrad::Keiner;
+    }
+    return fall->second.front().art == Flügelzweifel::Art::AbseitsDerProbe ? Zweifelsgrad::Abseits
+                                                                           : Zweifelsgrad::Fraglich;
+}
+
+QString zweifelstext(const Zweifelsfälle& fälle, int nummer, const Texte& texte) {
+    QStringList gründe;
+    if (const auto fall = fälle.find(nummer); fall != fälle.end()) {
+        for (const Flügelzweifel& zweifel : fall->second) {
+            gründe += text(zweifel, texte);
+        }
+    }
+    return gründe.join(u'\n');
+}
+
+QString flügeltipp(const Messreihe& reihe, const Zweifelsfälle& fälle, int nummer,
+                   const Texte& texte) {
+    QStringList zeilen(zweifelstext(fälle, nummer, texte));
+    if (reihe.ausgelassen(nummer)) {
+        zeilen.prepend(texte(Meldung::Ausgelassen));
+    }
+    zeilen.removeAll(QString());
+    return zeilen.join(u'\n');
+}
 
 QString ausgelassen(const Messreihe& reihe, const Texte& texte) {
     QStringList nummern;
@@ -42,8 +76,9 @@ QString ausgelassen(const Messreihe& reihe, const Texte& texte) {
     return texte(satz).arg(nummern.size()).arg(nummern.join(QStringLiteral(", ")));
 }
 
-Zeilenliste::Zeilenliste(const Messreihe& reihe, const Texte& texte)
+Zeilenliste::Zeilenliste(const Messreihe& reihe, const Zweifelsfälle& zweifel, const Texte& texte)
     : reihe_(reihe)
+    , zweifel_(zweifel)
     , texte_(texte) {}
 
 void Zeilenliste::setze(const QStringList& zeilen, std::vector<int> nummern) {
@@ -56,11 +91,14 @@ QVariant Zeilenliste::data(const QModelIndex& index, int role) const {
     const bool da = index.isValid() && index.row() < std::ssize(nummern_);
     return wert.isValid() || !da
                ? wert
-               : flügeldaten(reihe_, texte_, nummern_[static_cast<std::size_t>(index.row())], role);
+               : flügeldaten(reihe_, zweifel_, texte_,
+                             nummern_[static_cast<std::size_t>(index.row())], role);
 }
 
-Flügeltabelle::Flügeltabelle(const Messreihe& reihe, const Texte& texte)
+Flügeltabelle::Flügeltabelle(const Messreihe& reihe, const Zweifelsfälle& zweifel,
+                             const Texte& texte)
     : reihe_(reihe)
+    , zweifel_(zweifel)
     , texte_(texte) {}
 
 void Flügeltabelle::aktualisiere() {
@@ -113,7 +151,7 @@ QVariant Flügeltabelle::data(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
         return zahlenausrichtung();
     default:
-        return flügeldaten(reihe_, texte_, nummer(index.row()), role);
+        return flügeldaten(reihe_, zweifel_, texte_, nummer(index.row()), role);
     }
 }
 
@@ -220,12 +258,13 @@ Reihenmodelle::Reihenmodelle(const Messreihe& reihe, const Texte& texte, Zahlenf
     : reihe_(reihe)
     , texte_(texte)
     , format_(std::move(format))
-    , ci_(reihe, texte)
-    , hiDv_(reihe, texte)
-    , flügel_(reihe, texte)
+    , ci_(reihe, zweifel_, texte)
+    , hiDv_(reihe, zweifel_, texte)
+    , flügel_(reihe, zweifel_, texte)
     , kennzahlen_(reihe, texte, format_) {}
 
 void Reihenmodelle::aktualisiere() {
+    zweifel_ = flügelzweifel(reihe_);
     const Zeilenwörter wörter = zeilenwörter(texte_);
     const auto nummern = [](const auto& zeilen) {
         std::vector<int> liste;

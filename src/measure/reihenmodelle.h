@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lang/texte.h"
+#include "measure/fluegelprobe.h"
 #include "measure/messreihe.h"
 #include "measure/statistik.h"
 
@@ -16,7 +17,24 @@ namespace tarvel {
 namespace zeilenrolle {
 inline constexpr int Nummer = Qt::UserRole;          ///< wing number
 inline constexpr int Ausgelassen = Qt::UserRole + 1; ///< true when it is left out of the sample
+inline constexpr int Zweifel = Qt::UserRole + 2;     ///< Zweifelsgrad as int
 } // namespace zeilenrolle
+
+/// How a wing in doubt is marked.
+enum class Zweifelsgrad {
+    Keiner,
+    Abseits, ///< can be measured right, but lies far from the others
+    Fraglich ///< can hardly be measured right
+};
+/// The wings in doubt with their reasons, as flügelzweifel() gives them.
+using Zweifelsfälle = std::map<int, std::vector<Flügelzweifel>>;
+
+[[nodiscard]] Zweifelsgrad zweifelsgrad(const Zweifelsfälle& fälle, int nummer);
+/// The reasons, one a line; empty for a wing that is not in doubt.
+[[nodiscard]] QString zweifelstext(const Zweifelsfälle& fälle, int nummer, const Texte& texte);
+/// What a tool tip says of a wing beside its values: that it is left out, and the doubts.
+[[nodiscard]] QString flügeltipp(const Messreihe& reihe, const Zweifelsfälle& fälle, int nummer,
+                                 const Texte& texte);
 
 /// "2 wings left out: 003, 017"; empty when every wing of the series counts.
 [[nodiscard]] QString ausgelassen(const Messreihe& reihe, const Texte& texte);
@@ -24,13 +42,14 @@ inline constexpr int Ausgelassen = Qt::UserRole + 1; ///< true when it is left o
 /// The lines of one list, each of one wing.
 class Zeilenliste : public QStringListModel {
 public:
-    Zeilenliste(const Messreihe& reihe, const Texte& texte);
+    Zeilenliste(const Messreihe& reihe, const Zweifelsfälle& zweifel, const Texte& texte);
 
     void setze(const QStringList& zeilen, std::vector<int> nummern);
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
 private:
     const Messreihe& reihe_;
+    const Zweifelsfälle& zweifel_;
     const Texte& texte_;
     std::vector<int> nummern_;
 };
@@ -40,7 +59,7 @@ class Flügeltabelle : public QAbstractTableModel {
 public:
     enum Spalte { Nummer, CI, KlasseCI, HI, KlasseHI, DV, Spaltenzahl };
 
-    Flügeltabelle(const Messreihe& reihe, const Texte& texte);
+    Flügeltabelle(const Messreihe& reihe, const Zweifelsfälle& zweifel, const Texte& texte);
 
     /// Takes over the present state of the series.
     void aktualisiere();
@@ -58,6 +77,7 @@ private:
     using Zeile = std::array<QString, Spaltenzahl>;
 
     const Messreihe& reihe_;
+    const Zweifelsfälle& zweifel_;
     const Texte& texte_;
     std::vector<Zeile> zeilen_;
 };
@@ -97,13 +117,19 @@ public:
     [[nodiscard]] QStringListModel& hiDv() { return hiDv_; }
     [[nodiscard]] Flügeltabelle& flügel() { return flügel_; }
     [[nodiscard]] const Zahlenformat& format() const { return format_; }
-    [[nodiscard]] int flügelzahl() const { return static_cast<int>(reihe_.nummern().size()); }
+    /// Wings that count, and those that are left out.
+    [[nodiscard]] int flügelzahl() const { return static_cast<int>(reihe_.gewertete().size()); }
+    [[nodiscard]] int ausgelassene() const {
+        return static_cast<int>(reihe_.ausgelassene().size());
+    }
+    [[nodiscard]] const Zweifelsfälle& zweifel() const { return zweifel_; }
     [[nodiscard]] Kennzahlentabelle& kennzahlen() { return kennzahlen_; }
 
 private:
     const Messreihe& reihe_;
     const Texte& texte_;
     Zahlenformat format_;
+    Zweifelsfälle zweifel_;
     Zeilenliste ci_;
     Zeilenliste hiDv_;
     Flügeltabelle flügel_;

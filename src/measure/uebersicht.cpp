@@ -36,11 +36,14 @@ double eingegrenzt(double mitte, double rahmen, double ganz) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
+    setMouseTracking(true);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void Übersicht::setBild(const QImage& bild, QSize größe) {
     bild_ = bild.convertToFormat(QImage::Format_RGB32);
     größe_ = größe;
+    zeiger_.reset();
     angepasst_ = {};
     erledigte_.clear();
     vorDemZiehen_.reset();
@@ -116,6 +119,11 @@ void Übersicht::paintEvent(QPaintEvent* event) {
 }
 
 void Übersicht::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton && !vorDemZiehen_ && gezeigt && !bild_.isNull()) {
+        zeiger_.reset(); // it goes to the menu
+        gezeigt(zuBild(event->position()));
+        return;
+    }
     if (event->button() != Qt::LeftButton || bild_.isNull()) {
         event->ignore();
         return;
@@ -129,8 +137,13 @@ void Übersicht::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void Übersicht::mouseMoveEvent(QMouseEvent* event) {
+    zeiger_ = zuBild(event->position());
     if (vorDemZiehen_)
         setMitte(zuBild(event->position()));
+}
+
+void Übersicht::leaveEvent(QEvent*) {
+    zeiger_.reset();
 }
 
 void Übersicht::mouseReleaseEvent(QMouseEvent* event) {

@@ -28,6 +28,8 @@ public:
     };
     /// The frame was put onto a wing.
     std::function<void(const Wahl&)> gewählt;
+    /// The right button was pressed there; what the context menu offers is the widget's actions.
+    std::function<void(QPointF)> gezeigt;
     /// What is said about a place that the pointer rests on; nothing when empty.
     std::function<QString(QPointF)> erklärung;
 
@@ -40,6 +42,10 @@ public:
     [[nodiscard]] QPointF mitte() const { return mitte_; }
     /// Wings already measured: places in pixels of the scan with their numbers.
     void setErledigte(std::vector<Marke> erledigte);
+
+    /// Where the pointer rests, in pixels of the scan; empty while it is elsewhere, such as in a
+    /// menu.
+    [[nodiscard]] std::optional<QPointF> zeiger() const { return zeiger_; }
 
     /// From a place in the widget to pixels of the scan, and back.
     [[nodiscard]] QPointF zuBild(QPointF imFenster) const;
@@ -55,6 +61,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -71,6 +78,7 @@ private:
     std::vector<Marke> erledigte_;
     /// Where the frame was before the drag that is going on.
     std::optional<QPointF> vorDemZiehen_;
+    std::optional<QPointF> zeiger_;
     /// The picture in the size it is shown in, scaled once.
     QImage angepasst_;
 };

@@ -20,19 +20,6 @@ bool gleicheAufnahme(const Messstand& a, const Messstand& b) {
            a.angefangen == b.angefangen && a.wiederholung == b.wiederholung;
 }
 
-/// Place of the only sum in which two sets of marks differ, from 1; 0 when more than that differs.
-int getippteSumme(const Merkmale& alt, const Merkmale& neu) {
-    int stelle = 0;
-    Merkmale probe = alt;
-    for (std::size_t i = 0; i < probe.Summen.size(); ++i) {
-        if (alt.Summen.at(i) != neu.Summen.at(i)) {
-            stelle = stelle == 0 ? static_cast<int>(i) + 1 : -1;
-            probe.Summen.at(i) = neu.Summen.at(i);
-        }
-    }
-    return stelle > 0 && probe == neu ? stelle : 0;
-}
-
 } // namespace
 
 bool Änderung::etwas() const {
@@ -293,32 +280,43 @@ void Arbeitsplatz::gibWiederholungAuf() {
 
 // Series, marks and colony data
 
-bool Arbeitsplatz::löscheFlügel(int nummer) {
-    Messreihe neu = reihe();
-    if (!neu.löscheFlügel(nummer)) {
-        return false;
-    }
+void Arbeitsplatz::ändereReihe(const Messreihe& neu, const Schritt& schritt) {
     führeAus([&]() -> std::optional<Schritt> {
-        if (messung_.wiederholt() && messung_.nummer() == nummer) {
+        if (messung_.wiederholt() && !neu.enthält(messung_.nummer())) {
             messung_.gibWiederholungAuf();
         }
         untersuchung_.setzeReihe(neu);
-        return Schritt{Schrittart::FlügelLöschen, nummer};
+        return schritt;
     });
-    return true;
+}
+
+bool Arbeitsplatz::löscheFlügel(const std::vector<int>& nummern) {
+    Messreihe neu = reihe();
+    const auto anzahl = std::count_if(nummern.begin(), nummern.end(),
+                                      [&](int nummer) { return neu.löscheFlügel(nummer); });
+    if (anzahl > 0) {
+        ändereReihe(neu, {Schrittart::FlügelLöschen, nummern.size() == 1 ? nummern.front() : 0});
+    }
+    return anzahl > 0;
+}
+
+bool Arbeitsplatz::lassAus(const std::vector<int>& nummern, bool aus) {
+    Messreihe neu = reihe();
+    const auto anzahl = std::count_if(nummern.begin(), nummern.end(),
+                                      [&](int nummer) { return neu.lassAus(nummer, aus); });
+    if (anzahl > 0) {
+        ändereReihe(neu, {aus ? Schrittart::Auslassen : Schrittart::Wiederaufnehmen,
+                          nummern.size() == 1 ? nummern.front() : 0});
+    }
+    return anzahl > 0;
 }
 
 void Arbeitsplatz::löscheAlle() {
-    if (reihe().leer()) {
-        return;
-    }
-    führeAus([&]() -> std::optional<Schritt> {
-        messung_.gibWiederholungAuf();
+    if (!reihe().leer()) {
         Messreihe neu = reihe();
         neu.löscheAlle();
-        untersuchung_.setzeReihe(neu);
-        return Schritt{Schrittart::AlleLöschen};
-    });
+        ändereReihe(neu, {Schrittart::AlleLöschen});
+    }
 }
 
 void Arbeitsplatz::setzeMerkmale(const Merkmale& merkmale) {

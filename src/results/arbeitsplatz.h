@@ -102,8 +102,11 @@ public:
 
     /// @name Series, marks and colony data
     /// @{
-    /// False when the series does not hold the wing. A repeat of it ends.
-    bool löscheFlügel(int nummer);
+    /// False when the series holds none of the wings. A repeat of one of them ends.
+    bool löscheFlügel(const std::vector<int>& nummern);
+    bool löscheFlügel(int nummer) { return löscheFlügel(std::vector{nummer}); }
+    /// Leaves wings out of the sample or takes them back. False when that changes nothing.
+    bool lassAus(const std::vector<int>& nummern, bool aus);
     bool löscheLetzte() { return löscheFlügel(reihe().letzteNummer()); }
     void löscheAlle();
     void setzeMerkmale(const Merkmale& merkmale);
@@ -186,6 +189,8 @@ private:
     void legeAb(const Schritt& schritt, const Stand& vorher, bool offen);
     std::optional<Schritt> geheZurück(std::vector<Rückschritt>& von,
                                       std::vector<Rückschritt>& nach);
+    /// Puts a series that one command made in place of the present one.
+    void ändereReihe(const Messreihe& neu, const Schritt& schritt);
     void vergissSchritte();
     void bewerteGespeichertes();
     [[nodiscard]] Stand stand() const;

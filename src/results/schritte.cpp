@@ -45,8 +45,23 @@ QString Kolonieangaben::*geändertesFeld(const Kolonieangaben& a, const Koloniea
     return stelle == felder().end() ? nullptr : stelle->wert;
 }
 
+int getippteSumme(const Merkmale& alt, const Merkmale& neu) {
+    int stelle = 0;
+    Merkmale probe = alt;
+    for (std::size_t i = 0; i < probe.Summen.size(); ++i) {
+        if (alt.Summen.at(i) != neu.Summen.at(i)) {
+            stelle = stelle == 0 ? static_cast<int>(i) + 1 : -1;
+            probe.Summen.at(i) = neu.Summen.at(i);
+        }
+    }
+    return stelle > 0 && probe == neu ? stelle : 0;
+}
+
 QString schrittname(const Schritt& schritt, const Texte& t) {
     const auto flügel = [&](Meldung text) { return t(text).arg(dreistellig(schritt.nummer)); };
+    const auto einOderMehr = [&](Meldung einer, Meldung mehrere) {
+        return schritt.nummer == 0 ? t(mehrere) : flügel(einer);
+    };
     switch (schritt.art) {
     case Schrittart::Punkt:
         return t(Meldung::SchrittPunkt).arg(schritt.nummer);
@@ -55,7 +70,7 @@ QString schrittname(const Schritt& schritt, const Texte& t) {
     case Schrittart::Übernehmen:
         return flügel(Meldung::SchrittÜbernehmen);
     case Schrittart::FlügelLöschen:
-        return flügel(Meldung::SchrittFlügelLöschen);
+        return einOderMehr(Meldung::SchrittFlügelLöschen, Meldung::SchrittMehrereLöschen);
     case Schrittart::AlleLöschen:
         return t(Text::MenüAlleMessungenLöschen);
     case Schrittart::Wiederholen:
@@ -78,6 +93,10 @@ QString schrittname(const Schritt& schritt, const Texte& t) {
         return t(Text::SpalteGeschlecht);
     case Schrittart::Merkmale:
         return t(Text::KörperMerkmale);
+    case Schrittart::Auslassen:
+        return einOderMehr(Meldung::SchrittAuslassen, Meldung::SchrittMehrereAuslassen);
+    case Schrittart::Wiederaufnehmen:
+        return einOderMehr(Meldung::SchrittWiederaufnehmen, Meldung::SchrittMehrereWiederaufnehmen);
     }
     return {};
 }

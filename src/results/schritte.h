@@ -1,5 +1,6 @@
 #pragma once
 
+#include "evaluation/merkmale.h"
 #include "lang/texte.h"
 #include "results/kolonieangaben.h"
 
@@ -23,12 +24,14 @@ enum class Schrittart {
     Feld, ///< a text of the colony data
     Rasse,
     Tiere,
-    Merkmale
+    Merkmale,
+    Auslassen,
+    Wiederaufnehmen
 };
 
 struct Schritt {
     Schrittart art = Schrittart::Punkt;
-    int nummer = 0;                          ///< of the point or wing
+    int nummer = 0;                          ///< of the point or wing; 0 for several wings
     QString Kolonieangaben::*feld = nullptr; ///< of Schrittart::Feld
 
     bool operator==(const Schritt&) const = default;
@@ -46,5 +49,8 @@ struct Schritt {
 /// The first text in which two colony data differ; null for none.
 [[nodiscard]] QString Kolonieangaben::*geändertesFeld(const Kolonieangaben& a,
                                                       const Kolonieangaben& b);
+
+/// Place of the only sum in which two sets of marks differ, from 1; 0 when more than that differs.
+[[nodiscard]] int getippteSumme(const Merkmale& alt, const Merkmale& neu);
 
 } // namespace tarvel

@@ -207,6 +207,11 @@ TEST_F(Arbeitsplatztest, undo_namesItsStep) {
         {[&] { miss(); }, u"Flügel 001 übernehmen"_s},
         {[&] { platz.wiederhole(1); }, u"Flügel 001 wiederholen"_s},
         {[&] { platz.gibWiederholungAuf(); }, u"Wiederholung von Flügel 001 aufgeben"_s},
+        {[&] { platz.lassAus({1}, true); }, u"Flügel 001 auslassen"_s},
+        {[&] {
+             platz.lassAus({1, 9}, false);
+         },
+         u"Mehrere Flügel wieder aufnehmen"_s},
         {[&] { platz.löscheFlügel(1); }, u"Flügel 001 löschen"_s},
         {[&] { tippe(&Kolonieangaben::Volk, u"9"_s); }, texte(Text::Volk)},
         {[&] { platz.wähleRasse(1); }, texte(Text::Rasse)},

@@ -1,0 +1,81 @@
+#include "app/fluegelbefehle.h"
+
+#include "app/auswertung.h"
+#include "app/befehlsleiste.h"
+#include "app/fensterflaeche.h"
+#include "app/hinweisgeber.h"
+#include "measure/messplatz.h"
+#include "results/arbeitsplatz.h"
+
+#include <algorithm>
+
+namespace tarvel {
+
+Flügelbefehle::Flügelbefehle(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz,
+                             Reihenmodelle& modelle, Fensterfläche& fläche, Auswertung& auswertung,
+                             Hinweisgeber& hinweise, const Befehlsleiste& befehle)
+    : umgebung_(umgebung)
+    , arbeitsplatz_(arbeitsplatz)
+    , modelle_(modelle)
+    , fläche_(fläche)
+    , auswertung_(auswertung)
+    , hinweise_(hinweise) {
+    QList<QAction*> flügelbefehle;
+    for (const int index : {1, BearbeitenAuslassen, BearbeitenFlügelLöschen}) {
+        flügelbefehle += &befehle.aktion(Menue::Bearbeiten, index);
+    }
+    fläche_.setzeFlügelbefehle(flügelbefehle);
+    fläche_.messplatz->beiWahl = [this](const std::vector<int>& flügel) { fläche_.wähle(flügel); };
+    fläche_.messplatz->flügelauskunft = [this](int nummer) {
+        return flügeltipp(arbeitsplatz_.reihe(), modelle_.zweifel(), nummer, umgebung_.texte);
+    };
+}
+
+std::vector<int> Flügelbefehle::gewählte() const {
+    std::vector<int> flügel = fläche_.gewählteFlügel();
+    if (flügel.empty()) {
+        hinweise_.zeige(Meldung::ErstFlügelWählen);
+    }
+    return flügel;
+}
+
+void Flügelbefehle::lassAusOderNimmAuf() {
+    const std::vector<int> flügel = gewählte();
+    if (flügel.empty()) {
+        return;
+    }
+    const bool aus = std::any_of(flügel.begin(), flügel.end(), [this](int nummer) {
+        return !arbeitsplatz_.reihe().ausgelassen(nummer);
+    });
+    arbeitsplatz_.lassAus(flügel, aus);
+    fläche_.wähle(flügel); // the key that takes them back means the same wings
+    QStringList nummern;
+    for (const int nummer : arbeitsplatz_.reihe().ausgelassene()) {
+        nummern += dreistellig(nummer);
+    }
+    if (nummern.isEmpty()) {
+        hinweise_.zeige(Meldung::AlleFlügelZählen);
+    } else {
+        hinweise_.zeige(
+            {nummern.size() == 1 ? Meldung::EinFlügelAusgelassen : Meldung::FlügelAusgelassen,
+             {QString::number(nummern.size()), nummern.join(QStringLiteral(", "))}});
+    }
+}
+
+void Flügelbefehle::lösche() {
+    if (const std::vector<int> flügel = gewählte(); !flügel.empty()) {
+        arbeitsplatz_.löscheFlügel(flügel);
+        hinweise_.zeige(flügel.size() == 1
+                            ? Hinweis(Meldung::FlügelGelöscht, {dreistellig(flügel.front())})
+                            : Hinweis(Meldung::MehrereGelöscht, {QString::number(flügel.size())}));
+    }
+}
+
+void Flügelbefehle::aktualisiere() {
+    const std::vector<int> flügel = fläche_.gewählteFlügel();
+    modelle_.aktualisiere();
+    fläche_.wähle(flügel);
+    auswertung_.zeigeZweifel(modelle_.zweifel());
+}
+
+} // namespace tarvel

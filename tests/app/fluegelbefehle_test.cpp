@@ -1,0 +1,151 @@
+// Leaving wings out, taking them back and deleting them, and wings in doubt, in the real window.
+
+#include "app/fenster.h"
+#include "evaluation/diagrammansicht.h"
+#include "measure/reihenmodelle.h"
+
+#include <QListView>
+#include <QTableView>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+struct Flügeltest : Fenstertest {
+    /// Another wing beside the first.
+    void missDaneben(QPointF drei = {360, 56}, QPointF vier = {288, 62}) const {
+        for (const QPointF& punkt : {QPointF{400, 50},
+                                     {92, 75},
+                                     drei,
+                                     vier,
+                                     {286, 116},
+                                     {237, 147},
+                                     {216, 143},
+                                     {292, 201}}) {
+            klick(punkt + QPointF(300, 60));
+        }
+        klick({500, 250}, Qt::RightButton);
+    }
+    void missZwei() {
+        missFlügel();
+        missDaneben();
+    }
+    void drücke(Qt::Key taste, Qt::KeyboardModifiers umschalt) const {
+        QTest::keyClick(QApplication::focusWidget(), taste, umschalt);
+    }
+    QModelIndex zeile(int nummer) const {
+        return kind<QListView>(u"Liste_CI"_s).model()->index(nummer - 1, 0);
+    }
+    void wähleInListe(int nummer) const {
+        auto& liste = kind<QListView>(u"Liste_CI"_s);
+        QTest::mouseClick(liste.viewport(), Qt::LeftButton, {},
+                          liste.visualRect(zeile(nummer)).center());
+    }
+};
+
+} // namespace
+
+TEST_F(Flügeltest, key_leavesTheChosenWingOutAndTakesItBack) {
+    ASSERT_TRUE(starte());
+    missZwei();
+    // Just taken over: it is the chosen one.
+    drücke(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_THAT(reihe().ausgelassene(), ElementsAre(2));
+    EXPECT_EQ(kind<QLabel>(u"lab_Fortschritt"_s).text(), u"1 von 50, 1 ausgelassen"_s);
+    EXPECT_EQ(hinweis(), u"1 Flügel ausgelassen: 002"_s);
+    drücke(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_THAT(reihe().ausgelassene(), IsEmpty());
+
+    wähle(u"men_Ansicht_0"_s);
+    wähleInListe(1);
+    for (const std::vector<int>& erwartet : {std::vector{1}, {}, {1}}) {
+        drücke(Qt::Key_D, Qt::ControlModifier);
+        EXPECT_EQ(reihe().ausgelassene(), erwartet);
+    }
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_THAT(reihe().ausgelassene(), IsEmpty());
+    EXPECT_EQ(kind<QAction>(u"men_Bearbeiten_4"_s).iconText(),
+              u"Wiederherstellen: Flügel 001 auslassen"_s);
+}
+
+TEST_F(Flügeltest, deletingAWing_keepsTheOtherNumbersAndIsUndone) {
+    ASSERT_TRUE(starte());
+    missZwei();
+    wähle(u"men_Ansicht_11"_s);
+    auto& tabelle = kind<QTableView>(u"Tabelle_Flügel"_s);
+    tabelle.clearSelection();
+    wähle(u"men_Bearbeiten_13"_s);
+    EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
+    EXPECT_THAT(hinweis().toStdString(), HasSubstr("Wählen Sie zuerst einen Flügel"));
+    QTest::mouseClick(tabelle.viewport(), Qt::LeftButton, {},
+                      tabelle.visualRect(tabelle.model()->index(0, 1)).center());
+    drücke(Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_THAT(reihe().nummern(), ElementsAre(2));
+    EXPECT_EQ(reihe().nächsteNummer(), 3);
+    wähle(u"men_Bearbeiten_0"_s); // Ctrl+Delete can be undone, too
+    EXPECT_TRUE(reihe().leer());
+    wähle(u"men_Bearbeiten_3"_s);
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
+}
+
+TEST_F(Flügeltest, rightButton_choosesTheWingBelowItInChartAndOverview) {
+    ASSERT_TRUE(starte());
+    missFlügel();
+    wähle(u"men_Ansicht_4"_s);
+    auto& korrel = kind<Diagrammansicht>(u"pic_Korrel"_s);
+    const QPoint kreuz = korrel.stellen().at(0).fläche.center().toPoint();
+    QTest::mouseClick(&korrel, Qt::RightButton, {}, kreuz);
+    EXPECT_THAT(korrel.hervorgehoben(), ElementsAre(1));
+    EXPECT_TRUE(korrel.actions().contains(&kind<QAction>(u"men_Bearbeiten_12"_s)));
+    wähle(u"men_Bearbeiten_12"_s);
+    EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
+    EXPECT_THAT(korrel.stellen(), IsEmpty());
+
+    wähle(u"men_Ansicht_6"_s);
+    const auto rechts = [&](QPointF ort) {
+        QTest::mouseClick(&übersicht(), Qt::RightButton, {}, übersicht().zuFenster(ort).toPoint());
+    };
+    rechts({880, 300});
+    wähle(u"men_Bearbeiten_12"_s);
+    EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1)); // none was meant
+    rechts({270, 110});
+    wähle(u"men_Bearbeiten_12"_s);
+    EXPECT_THAT(reihe().ausgelassene(), IsEmpty());
+    rechts({880, 300});
+    QTest::mouseMove(&übersicht(), übersicht().zuFenster({272, 112}).toPoint());
+    drücke(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
+}
+
+TEST_F(Flügeltest, wingThatCanHardlyBeRight_isTakenOverMarkedAndToldOfInEveryLanguage) {
+    ASSERT_TRUE(starte());
+    missFlügel();
+    EXPECT_EQ(zeile(1).data(zeilenrolle::Zweifel), static_cast<int>(Zweifelsgrad::Keiner));
+    missDaneben({288, 62}, {360, 56}); // points 3 and 4 swapped
+    ASSERT_THAT(reihe().nummern(), ElementsAre(1, 2));
+    const std::string gesagt = hinweis().toStdString();
+    EXPECT_THAT(gesagt, HasSubstr("Flügel 002 ist übernommen, aber fraglich."));
+    EXPECT_THAT(gesagt, HasSubstr("Die Punkte 3, 4 sind wohl vertauscht."));
+    EXPECT_THAT(gesagt, HasSubstr("Strg+D"));
+    EXPECT_EQ(zeile(2).data(zeilenrolle::Zweifel), static_cast<int>(Zweifelsgrad::Fraglich));
+    EXPECT_THAT(zeile(2).data(Qt::ToolTipRole).toString().toStdString(), HasSubstr("3, 4"));
+    wähle(u"men_Sprache_1"_s);
+    EXPECT_THAT(hinweis().toStdString(), HasSubstr("Points 3, 4 seem to be swapped. Ctrl+D"));
+}
+
+TEST_F(Flügeltest, firstWingOfAPicture_tellsWhichResolutionItWouldFit) {
+    ASSERT_TRUE(starte({.dezimal = u','}));
+    missFlügel(); // 309 pixels from point 1 to 2, at 1200 dpi
+    EXPECT_THAT(hinweis().toStdString(), AllOf(HasSubstr("Bei 1200 dpi"), HasSubstr("6,5 mm"),
+                                               HasSubstr("Dazu würden 2400 dpi passen.")));
+    missDaneben();
+    ASSERT_THAT(reihe().nummern(), ElementsAre(1, 2));
+    EXPECT_THAT(hinweis().toStdString(), Not(HasSubstr("2400"))); // said once a picture
+}
