@@ -590,6 +590,8 @@ void HG::paintEvent(QPaintEvent* event) {
 
 void HG::beendeStart() {
     fläche_.baueRest();
+    // Settled at once: nothing moves under the pointer of somebody who is already clicking.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     protokoll_.merkeDrucker();
 }
 
