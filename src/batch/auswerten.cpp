@@ -22,8 +22,12 @@ Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
     probe.reihe = std::move(gelesen.reihe);
     probe.mängel = std::move(gelesen.mängel);
     for (std::size_t i = 0; i < koordinaten.flügel.size(); ++i) {
-        probe.flügel.push_back({static_cast<int>(i) + 1, koordinaten.flügel[i].bezeichnung(),
-                                std::move(gelesen.messungen[i]), std::nullopt});
+        const Koordinatensatz& satz = koordinaten.flügel[i];
+        probe.flügel.push_back({.nummer = static_cast<int>(i) + 1,
+                                .name = satz.bezeichnung(),
+                                .messung = std::move(gelesen.messungen[i]),
+                                .bildhöhe = {},
+                                .ausgelassen = satz.ausgelassen});
     }
     probe.beurteilung =
         urteile(vorgabe.tiere, probe.reihe, {}, vorgabe.standard, {vorgabe.BewertungAktiv})

@@ -3,6 +3,7 @@
 #include "batch/ausgabe.h"
 #include "evaluation/klassen.h"
 #include "measure/indexmuster.h"
+#include "measure/reihenmodelle.h"
 #include "measure/statistik.h"
 
 #include <QJsonArray>
@@ -72,6 +73,9 @@ public:
         namen();
         absatz(probe_.reihe.ciTexte(wörter_));
         absatz(probe_.reihe.hiDvTexte(wörter_));
+        if (const QString satz = ausgelassen(probe_.reihe, texte_); !satz.isEmpty()) {
+            absatz({satz});
+        }
         kennzahlen();
         klassen();
         beurteilung();
@@ -194,7 +198,8 @@ QJsonObject flügelobjekt(const Ausgabeflügel& flügel) {
             {u"hi_class"_s, klasse(indizes.HI, klassenpositionHI)},
             {u"dv"_s, json(indizes.DV)},
             {u"dpi"_s, m.aufnahme.dpi},
-            {u"zoom"_s, m.aufnahme.Zoomfaktor}};
+            {u"zoom"_s, m.aufnahme.Zoomfaktor},
+            {u"left_out"_s, flügel.ausgelassen}};
 }
 
 /// What all wings of a sample have in common; nullopt when they differ.

@@ -15,8 +15,7 @@ namespace tarvel {
 /// program.
 [[nodiscard]] QByteArray alsText(const std::vector<Auswertungsprobe>& proben, const Texte& texte);
 
-/// "wing,ci,ci_class,hi,hi_class,dv": all wings under one header. With several files a wing is
-/// named "FILE:WING".
+/// alsIndextabelle() of all wings under one header. With several files a wing is named "FILE:WING".
 [[nodiscard]] QByteArray alsCsv(const std::vector<Auswertungsprobe>& proben);
 
 /// {"samples": [{"file": …, "wings": […], "checks": […], "conforms": …, "reasons": […]}]}. What

@@ -86,7 +86,7 @@ void schreibePunkte(CsvTabelle& tabelle, const Flügelmessung& messung) {
 }
 
 QByteArray alsIndextabelle(std::span<const Ausgabeflügel> flügel) {
-    CsvTabelle tabelle("wing,ci,ci_class,hi,hi_class,dv");
+    CsvTabelle tabelle("wing,ci,ci_class,hi,hi_class,dv,left_out");
     for (const Ausgabeflügel& f : flügel) {
         const Indizes indizes =
             berechneIndizes(f.messung.punkte, f.messung.messart, f.messung.aufnahme);
@@ -99,6 +99,7 @@ QByteArray alsIndextabelle(std::span<const Ausgabeflügel> flügel) {
         tabelle.zelle(zahl(indizes.HI));
         tabelle.zelle(klasse(indizes.HI, klassenpositionHI));
         tabelle.zelle(zahl(indizes.DV));
+        tabelle.zelle(f.ausgelassen ? "yes" : "no");
         tabelle.zeilenende();
     }
     return tabelle.csv();

@@ -18,6 +18,7 @@ struct Ausgabeflügel {
     QString name;
     Flügelmessung messung;
     std::optional<float> bildhöhe; ///< of its picture, in pixels; only TPS needs it
+    bool ausgelassen = false;      ///< not part of the sample
 };
 
 // UTF-8 with LF; numbers in full single precision with a point. Coordinates are pixels of the
@@ -46,8 +47,8 @@ void schreibePunkte(CsvTabelle& tabelle, const Flügelmessung& messung);
 /// path may come from another system.
 [[nodiscard]] QString bildname(const QString& pfad);
 
-/// Indices as a table: wing, ci, ci_class, hi, hi_class, dv; empty cells for an index that cannot
-/// be computed.
+/// Indices as a table: wing, ci, ci_class, hi, hi_class, dv, left_out (yes or no); empty cells for
+/// an index that cannot be computed.
 [[nodiscard]] QByteArray alsIndextabelle(std::span<const Ausgabeflügel> flügel);
 
 } // namespace tarvel

@@ -128,6 +128,7 @@ struct Spalten {
     int file = -1;
     int dpi = -1;
     int zoom = -1;
+    int ausgelassen = -1;
     int anzahl = 0;
     int belegte = 0;
     QString doppelt; ///< a coordinate that has two columns
@@ -160,6 +161,8 @@ private:
             dpi = spalte;
         } else if (titel == u"zoom" && zoom < 0) {
             zoom = spalte;
+        } else if (titel == u"left_out" && ausgelassen < 0) {
+            ausgelassen = spalte;
         }
         if (titel.size() != 2 || (titel[0] != u'x' && titel[0] != u'y') || titel[1] < u'1' ||
             titel[1] > u'8') {
@@ -265,6 +268,7 @@ private:
             flügel.auflösung = dpi;
         }
         flügel.inBildpunkten = !werte.wert(spalten.zoom).isEmpty();
+        flügel.ausgelassen = liesAusgelassen(werte.wert(spalten.ausgelassen));
         for (int punkt = 1; punkt <= Messpunkte::Anzahl; ++punkt) {
             const auto x = liesZelle(werte, spalten, 2 * (punkt - 1));
             const auto y = liesZelle(werte, spalten, 2 * (punkt - 1) + 1);
@@ -276,6 +280,14 @@ private:
             }
         }
         return flügel;
+    }
+
+    [[nodiscard]] bool liesAusgelassen(const QString& text) const {
+        const bool ja = text.compare(u"yes"_s, Qt::CaseInsensitive) == 0;
+        if (!ja && !text.isEmpty() && text.compare(u"no"_s, Qt::CaseInsensitive) != 0) {
+            throw fehler(Lesegrund::Unerwartet, {zitat(text)});
+        }
+        return ja;
     }
 
     [[nodiscard]] std::optional<float> liesZelle(const Felder& werte, const Spalten& spalten,

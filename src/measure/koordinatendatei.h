@@ -22,7 +22,8 @@ struct Koordinatensatz {
     /// Column "zoom": the points are pixels of the picture, whatever the zoom they were measured
     /// at.
     bool inBildpunkten = false;
-    int zeile = 0; ///< where the wing begins
+    bool ausgelassen = false; ///< column "left_out": the wing is not part of the sample
+    int zeile = 0;            ///< where the wing begins
 
     /// What names the wing: its name, else its picture.
     [[nodiscard]] const QString& bezeichnung() const { return name.isEmpty() ? bilddatei : name; }
@@ -47,9 +48,10 @@ struct Koordinaten {
 /// thing that cannot be understood is the result.
 ///
 /// CSV: a header with x1, y1 … x8, y8 in any order, upper or lower case; points that @p messart
-/// does not use may be left out. "wing" and "file" name the wing, "dpi" is its resolution, other
-/// columns are passed over. Comma, semicolon or tab; a decimal comma only with the latter two.
-/// Fields may be quoted. An empty cell or NA means that the point is not set.
+/// does not use may be left out. "wing" and "file" name the wing, "dpi" is its resolution,
+/// "left_out" says yes or no; other columns are passed over. Comma, semicolon or tab; a decimal
+/// comma only with the latter two. Fields may be quoted. An empty cell or NA means that the point
+/// is not set.
 ///
 /// TPS: LM=8 and eight lines "x y" a wing, decimals with point or comma; a negative number or NA
 /// means that the point is not set. IMAGE=, ID= and SCALE= (which may be empty) belong to the wing

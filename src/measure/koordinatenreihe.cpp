@@ -36,7 +36,9 @@ Koordinatenreihe reiheAus(const Koordinaten& koordinaten, const Reihenvorgabe& v
             vorgabe.lage(messung);
         }
         const auto nummer = static_cast<qint16>(ergebnis.messungen.size() + 1);
-        (void)ergebnis.reihe.trageEin(nummer, indizes, messung, vorgabe.format);
+        if (ergebnis.reihe.trageEin(nummer, indizes, messung, vorgabe.format)) {
+            ergebnis.reihe.lassAus(nummer, satz.ausgelassen);
+        }
         const bool alle =
             indizes.CI && (!misstAchtPunkte(vorgabe.messart) || (indizes.HI && indizes.DV));
         if (!alle) {

@@ -21,7 +21,8 @@ struct Flügelmangel {
 
 /// The wings of a coordinate file as a series.
 struct Koordinatenreihe {
-    /// Numbered from 1 in the order of the file; those without an index are left out.
+    /// Numbered from 1 in the order of the file, without those that have no index. Those that the
+    /// file leaves out are left out of it.
     Messreihe reihe;
     /// All wings of the file, as they were entered.
     std::vector<Flügelmessung> messungen;

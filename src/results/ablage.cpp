@@ -70,14 +70,12 @@ void Ablage::richteEin() {
         Ergebnistabelle(DatenbankPfad_).öffneProbeweise();
         brauchbar_ = true;
         if (ersterStart) {
+            QString vergessen;
             if (speicher_.vorhanden()) { // it has lost the name, so this is no first start
-                umgebung_.dialoge.meldung(
-                    umgebung_.texte(Text::Ergebnisse),
-                    umgebung_.texte(Meldung::DatenbankVergessen)
-                        .arg(anzeigename(speicher_.pfad()), anzeigename(DatenbankPfad_)),
-                    Meldungsart::Ausruf);
+                vergessen = umgebung_.texte(Meldung::DatenbankVergessen)
+                                .arg(anzeigename(speicher_.pfad()), anzeigename(DatenbankPfad_));
             }
-            merkePfad(DatenbankPfad_);
+            merkePfad(DatenbankPfad_, vergessen);
         }
     } catch (const Datenbankfehler& fehler) {
         // The path stays: the drive it lies on may only be missing now.
@@ -85,14 +83,16 @@ void Ablage::richteEin() {
     }
 }
 
-void Ablage::merkePfad(const QString& pfad) {
+void Ablage::merkePfad(const QString& pfad, const QString& vorweg) {
     DatenbankPfad_ = pfad;
+    QString text = vorweg;
     if (!speicher_.SaveSetting(Anwendung.toString(), Abschnitt.toString(), Schlüssel.toString(),
                                pfad)) {
-        umgebung_.dialoge.meldung(
-            umgebung_.texte(Text::Ergebnisse),
-            umgebung_.texte(Meldung::DatenbankNichtGemerkt).arg(anzeigename(pfad)),
-            Meldungsart::Ausruf);
+        text += (text.isEmpty() ? QString() : u"\n"_s) +
+                umgebung_.texte(Meldung::DatenbankNichtGemerkt).arg(anzeigename(pfad));
+    }
+    if (!text.isEmpty()) {
+        umgebung_.dialoge.meldung(umgebung_.texte(Text::Ergebnisse), text, Meldungsart::Ausruf);
     }
 }
 

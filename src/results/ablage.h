@@ -103,7 +103,8 @@ private:
     [[nodiscard]] bool darfUnlesbaresErsetzen(const QString& nummer) const;
     [[nodiscard]] bool darfAndereErsetzen(const QString& nummer) const;
     [[nodiscard]] bool istGespeicherte(const QString& nummer) const;
-    void merkePfad(const QString& pfad);
+    /// Tells @p vorweg, and that the store did not take the path, in one message.
+    void merkePfad(const QString& pfad, const QString& vorweg = {});
 
     Ablageumgebung umgebung_;
     Benutzerspeicher& speicher_;

@@ -131,15 +131,21 @@ void Ausfuhr::nimmPunkte(const Ergebnissatz& satz, const GeleseneUntersuchung& g
     std::vector<Ausgabeflügel> flügel;
     // Wings of a sample are on few pictures.
     std::map<QString, std::optional<float>> höhen;
-    for (const auto& [nummer, messung] : gelesen.reihe.messungen()) {
-        const auto [höhe, neu] = höhen.try_emplace(messung.bilddatei);
+    const auto höheDerDatei = [&](const QString& pfad) {
+        const auto [höhe, neu] = höhen.try_emplace(pfad);
         if (neu && bildhöhe_) {
-            höhe->second = bildhöhe_(messung.bilddatei);
+            höhe->second = bildhöhe_(pfad);
         }
+        return höhe->second;
+    };
+    for (const auto& [nummer, messung] : gelesen.reihe.messungen()) {
+        const QSize größe = messung.bild.größe;
         flügel.push_back({.nummer = nummer,
                           .name = satz.U_NR.trimmed() + u'/' + QString::number(nummer),
                           .messung = messung,
-                          .bildhöhe = höhe->second});
+                          .bildhöhe = größe.isValid()
+                                          ? std::optional(static_cast<float>(größe.height()))
+                                          : höheDerDatei(messung.bilddatei)});
     }
     const Tps tps = alsTps(flügel);
     tps_.inhalt += tps.inhalt;

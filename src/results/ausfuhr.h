@@ -28,7 +28,7 @@ using Bildhöhe = std::function<std::optional<float>(const QString& pfad)>;
 /// lines. An empty cell is a value that there is none of.
 class Ausfuhr {
 public:
-    /// @p bildhöhe lays the points of a TPS file into their pictures.
+    /// @p bildhöhe lays the points of a TPS file into pictures whose size is not stored.
     explicit Ausfuhr(Ausfuhrart art, Bildhöhe bildhöhe = {});
 
     /// Adds the examination that @p satz keeps. Returns the columns whose content was not

@@ -142,9 +142,12 @@ TEST_F(Einlesetest, pictureThatIsNone_isNotAskedForItsSizeAndTheWingsAreTaken) {
         datei(punkte + "IMAGE=rec.svg\nID=1\n" + punkte + "IMAGE=.\nID=2\n", u"bilder.tps"_s);
     ASSERT_TRUE(hg().öffneDatei(pfad));
     EXPECT_THAT(reihe().ciZeilen(), SizeIs(2));
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1)); // they lie in no picture
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"rec.svg"_s));
     dialoge.dateien = {ordner.filePath(u"hinaus.tps"_s)};
     wähle(u"men_Datei_21"_s);
-    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    EXPECT_THAT(dialoge.meldungen, SizeIs(2));
+    EXPECT_FALSE(QFile::exists(ordner.filePath(u"hinaus.tps"_s)));
 }
 
 TEST_F(Einlesetest, unreadableLines_areNamedAndTheRestIsTaken) {
@@ -272,7 +275,7 @@ TEST_F(Einlesetest, exportedWings_comeBackTheSame) {
     EXPECT_TRUE(inhalt(u"Flügel 5 %1.csv"_s).contains("\n0012025,2025-06-15,Carnica,workers,1,"));
 }
 
-TEST_F(Einlesetest, tpsWithoutThePicture_isNotWrittenAndNotedWhenRead) {
+TEST_F(Einlesetest, tpsWithoutThePicture_isWrittenOnlyOfWingsThatKeepItsSizeAndNotedWhenRead) {
     missFlügel();
     const HiDvZeile gemessen = reihe().hiDvZeilen().at(0);
     const QString tps = ordner.filePath(u"a.tps"_s);
@@ -284,15 +287,19 @@ TEST_F(Einlesetest, tpsWithoutThePicture_isNotWrittenAndNotedWhenRead) {
     ASSERT_TRUE(QFile::remove(ordner.filePath(u"flügel 100%.png"_s)));
     dialoge.dateien = {ordner.filePath(u"b.tps"_s)};
     wähle(u"men_Datei_21"_s);
-    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"/1 (flügel 100%.png)"_s));
-    EXPECT_FALSE(QFile::exists(ordner.filePath(u"b.tps"_s)));
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    EXPECT_EQ(inhalt(u"b.tps"_s), inhalt(u"a.tps"_s));
 
     dialoge.antworten = {Antwort::Nein};
     ASSERT_TRUE(hg().öffneDateien({tps}));
     EXPECT_THAT(reihe().hiDvZeilen(), ElementsAre(gemessen));
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"'flügel 100%.png' ist nicht da"_s));
+    dialoge.dateien = {ordner.filePath(u"c.tps"_s)};
+    wähle(u"men_Datei_21"_s);
     ASSERT_THAT(dialoge.meldungen, SizeIs(2));
-    EXPECT_TRUE(dialoge.meldungen[1].contains(u"'flügel 100%.png' ist nicht da"_s));
+    EXPECT_TRUE(dialoge.meldungen[1].contains(u"/1 (flügel 100%.png)"_s));
+    EXPECT_FALSE(QFile::exists(ordner.filePath(u"c.tps"_s)));
 }
 
 TEST_F(Einlesetest, exportThatCannotBe_isToldAndWritesNothing) {

@@ -14,6 +14,7 @@
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -32,7 +33,7 @@ protected:
 
     /// Two measured wings, the second with its cubital index alone.
     void speichere(const QString& nummer, const QString& name, int ausgelassen = 0,
-                   const QString& bild = u"C:\\Völker\\a, b.png"_s) {
+                   const QString& bild = u"C:\\Völker\\a, b.png"_s, QSize größe = {}) {
         Untersuchung u;
         Kolonieangaben angaben;
         angaben.UNr = nummer;
@@ -41,21 +42,22 @@ protected:
         u.setzeAngaben(angaben);
         constexpr std::array X{0.F, 400.F, 100.F, 200.F, 230.F, 100.F, 130.F, 130.F, 225.F};
         constexpr std::array Y{0.F, 300.F, 300.F, 100.F, 110.F, 100.F, 100.F, 110.F, 182.F};
+        Messreihe reihe;
         for (const int flügel : {1, 2}) {
             const Messart messart = flügel == 1 ? Messart::AlleMessungen : Messart::NurCubitalindex;
             Flügelmessung messung{.punkte = Messpunkte(messart),
                                   .messart = messart,
                                   .aufnahme = {2, 1200},
-                                  .bilddatei = bild};
+                                  .bilddatei = bild,
+                                  .bild = {.größe = größe, .marke = {}}};
             for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
                 messung.punkte.setze(messart, p, 2 * X.at(p), 2 * Y.at(p));
             }
-            Messreihe reihe = u.reihe();
             reihe.trageEin(static_cast<qint16>(flügel),
                            berechneIndizes(messung.punkte, messart, messung.aufnahme), messung, {});
-            u.setzeReihe(reihe);
         }
-        u.reihe().lassAus(ausgelassen, true);
+        reihe.lassAus(ausgelassen, true);
+        u.setzeReihe(reihe);
         Merkmale merkmale;
         ASSERT_TRUE(MerkmalÜbernehmen(merkmale, {}, false));
         u.setzeMerkmale(merkmale);
@@ -106,6 +108,12 @@ TEST_F(Ausfuhr, wings_haveFullValuesAndTheirPicture) {
     const Lauf wieder = rufe(u"evaluate a.csv --format csv"_s);
     EXPECT_THAT(wieder.ausgabe, HasSubstr("\n1,3,21.006002,1,25,1.324152"));
     EXPECT_THAT(wieder.fehler, Not(HasSubstr("assumed")));
+    EXPECT_THAT(wieder.ausgabe, EndsWith("\n2,3,21.006002,,,,yes\n"));
+    const std::string text = rufe(u"evaluate a.csv"_s).ausgabe;
+    EXPECT_THAT(text, HasSubstr("\n002  CI=3.00  Class 21.0\n"));
+    EXPECT_THAT(text, HasSubstr("\n1 wing left out: 002\n"));
+    EXPECT_THAT(text, HasSubstr("(3.00 … 3.00)  n = 1\n"));
+    EXPECT_THAT(text, HasSubstr("\n   21    1  *\n"));
 }
 
 TEST_F(Ausfuhr, tps_liesInThePictureAndGivesTheSameIndicesAgain) {
@@ -119,7 +127,12 @@ TEST_F(Ausfuhr, tps_liesInThePictureAndGivesTheSameIndicesAgain) {
     EXPECT_EQ(rufe(u"export a.tdb --tps --out -"_s).ausgabe, text(u"a.tps"_s));
     const Lauf lauf = rufe(u"evaluate a.tps --format csv"_s);
     EXPECT_THAT(lauf.ausgabe, HasSubstr("\nU1/1,3,21.006002,1,25,1.324152"));
-    EXPECT_THAT(lauf.ausgabe, HasSubstr("\nU1/2,3,21.006002,,,\n"));
+    EXPECT_THAT(lauf.ausgabe, HasSubstr("\nU1/2,3,21.006002,,,,no\n"));
+    // What the wings keep of their picture counts, wherever that is now.
+    for (const QString& datei : {u"gone.jpg"_s, pfad(u"b.jpg"_s)}) {
+        speichere(u"U1"_s, {}, 0, datei, {500, 600});
+        EXPECT_THAT(rufe(u"export a.tdb --tps"_s).ausgabe, StartsWith("LM=8\n400 300\n"));
+    }
 }
 
 TEST_F(Ausfuhr, textThatWouldBeAFormula_isATextAndComesBack) {

@@ -58,9 +58,9 @@ TEST_F(Auswerten, csv_hasFullValuesOfEveryWing) {
         EXPECT_EQ(lauf.status, 0);
         EXPECT_THAT(lauf.fehler, IsEmpty());
         const QList<QByteArray> zeilen = lauf.zeilen();
-        EXPECT_EQ(zeilen[0], "wing,ci,ci_class,hi,hi_class,dv");
+        EXPECT_EQ(zeilen[0], "wing,ci,ci_class,hi,hi_class,dv,left_out");
         const QList<double> werte = zahlen(zeilen[1]);
-        ASSERT_EQ(werte.size(), 5);
+        ASSERT_EQ(werte.size(), 6);
         EXPECT_EQ(werte[0], 3);
         EXPECT_NEAR(werte[1], 2 * 50 / (4 * 1.666) + 6, 2e-6);
         EXPECT_EQ(werte[2], 1);
@@ -80,7 +80,7 @@ TEST_F(Auswerten, resolutionZoomAndKind_changeTheValues) {
     schreibe(u"Index.ini"_s, "[Allgemeines]\nScann=3\n");
     EXPECT_NEAR(dv(u"--ini Index.ini"_s), DV / 2, 2e-7);
     EXPECT_NEAR(dv(u"--ini Index.ini --dpi 1200"_s), DV, 2e-7);
-    EXPECT_THAT(rufe(u"evaluate a.csv --messart 0 --format csv"_s).ausgabe, EndsWith(",,,\n"));
+    EXPECT_THAT(rufe(u"evaluate a.csv --messart 0 --format csv"_s).ausgabe, EndsWith(",,,no\n"));
 }
 
 TEST_F(Auswerten, resolution_isThatOfEachWingOrSaidToBeAssumed) {
@@ -127,7 +127,7 @@ TEST_F(Auswerten, standardInput_isReadOnceInPlaceOfAFile) {
 TEST_F(Auswerten, pointsOfTheKindAlone_areEnough) {
     schreibe(u"a.csv"_s, "wing,x5,y5,x6,y6,x7,y7\n1,100,100,130,100,130,110\n");
     const Lauf lauf = rufe(u"evaluate a.csv --messart 0 --format csv"_s);
-    EXPECT_EQ(lauf.ausgabe, "wing,ci,ci_class,hi,hi_class,dv\n1,3,21.006002,,,\n");
+    EXPECT_EQ(lauf.ausgabe, "wing,ci,ci_class,hi,hi_class,dv,left_out\n1,3,21.006002,,,,no\n");
     EXPECT_THAT(lauf.fehler, IsEmpty());
     EXPECT_THAT(rufe(u"evaluate a.csv"_s).fehler, StartsWith("a.csv:1: "));
     schreibe(u"a.csv"_s, "wing,x5,y5,x6,y6,x7,y7,x8\n1,100,100,130,100,130,110,5\n");
@@ -183,7 +183,7 @@ TEST_F(Auswerten, missingPoints_leaveGapsAndAreNamed) {
                              ",\nnichts,,,,,,,,,,,,,,,,\n");
     const Lauf lauf = rufe(u"evaluate a.csv --format csv --dpi 1200"_s);
     EXPECT_EQ(lauf.status, 0);
-    EXPECT_THAT(lauf.ausgabe, HasSubstr("\nohne8,3,21.006002,1,25,\nnichts,,,,,\n"));
+    EXPECT_THAT(lauf.ausgabe, HasSubstr("\nohne8,3,21.006002,1,25,,no\nnichts,,,,,,no\n"));
     EXPECT_THAT(lauf.fehler, StartsWith("a.csv:3: "));
     EXPECT_THAT(lauf.fehler, HasSubstr("\na.csv:4: "));
     // A wing without indices keeps its number.
@@ -217,6 +217,8 @@ TEST_F(Auswerten, badInput_isNamedWithItsLineAndNothingIsPrinted) {
           {"zahl.csv", kopf + "1," + drei + "\n2,abc" + drei.mid(3) + '\n', "zahl.csv:3: "},
           {"halb.csv", kopf + "1,," + drei.mid(4) + '\n', "halb.csv:2: "},
           {"doppelt.csv", kopf + "7," + drei + "\n007," + drei + '\n', "doppelt.csv:3: "},
+          {"aus.csv", QByteArray(kopf).replace("wing", "wing,left_out") + "1,1," + drei + '\n',
+           "aus.csv:2: "},
           {"viele.csv", tabelle(drei, 201), "viele.csv:202: "},
           {"sieben.tps", "LM=7\n1 2\n", "sieben.tps:1: "}}) {
         const QString name = QString::fromLatin1(fall.name);

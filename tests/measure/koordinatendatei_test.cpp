@@ -316,7 +316,7 @@ TEST(Koordinatenausgabe, indexTable_hasFullPrecisionAndEmptyCells) {
     Messpunkte weit = p;
     weit.setze(Messart::AlleMessungen, 6, 9.9F, 0);
     const Ausgabeflügel flügel[] = {ausgabe(1, u"a,b"_s, p), ausgabe(2, {}, weit)};
-    EXPECT_EQ(alsIndextabelle(flügel).toStdString(), "wing,ci,ci_class,hi,hi_class,dv\n"
-                                                     "\"a,b\",2.3333333,18.0048,,,\n"
-                                                     "2,98.99962,0,,,\n");
+    EXPECT_EQ(alsIndextabelle(flügel).toStdString(), "wing,ci,ci_class,hi,hi_class,dv,left_out\n"
+                                                     "\"a,b\",2.3333333,18.0048,,,,no\n"
+                                                     "2,98.99962,0,,,,no\n");
 }

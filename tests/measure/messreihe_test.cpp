@@ -228,7 +228,7 @@ TEST(Messreihe, resolutionOfWings_changesTheirDiscoidalShiftAlone) {
     const std::vector<int> vier{4, 5};
     EXPECT_TRUE(reihe.setzeAuflösung(vier, 2400));
     EXPECT_EQ(reihe.chartwerte(4).DV, 0.5F);
-    EXPECT_EQ(reihe.hiDvZeilen()[3].dv, u"+0.5"_s);
+    EXPECT_EQ(reihe.hiDvZeilen()[3].dv, u"+0,5"_s); // the sign of the series
 }
 
 TEST(Kennzahlen, knownValues_andTooFewOfThem) {

@@ -110,8 +110,7 @@ TEST_F(ProtokollTest, firstPage_holdsWhatABreederAsksFor) {
 TEST_F(ProtokollTest, discoidalShiftOfZero_hasItsSignAsInTheTable) {
     for (const float DV : {0.5F, -0.5F}) {
         const Indizes indizes{.CI = 2.5F, .HI = 1.0F, .DV = DV, .fehler = {}};
-        Messreihe& reihe = untersuchung.reihe();
-        reihe.trageEin(reihe.nächsteNummer(), indizes, {}, {});
+        ändere([&](Messreihe& reihe) { reihe.trageEin(reihe.nächsteNummer(), indizes, {}, {}); });
     }
     EXPECT_THAT(zeilen(daten(), 2), IsSupersetOf({u"+0,0 ± 0,7"_s}));
 }
@@ -121,11 +120,14 @@ TEST_F(ProtokollTest, wingsLeftOut_areNamedAndCountNowhere) {
     const Protokolldaten ohne = daten();
     for (const qint16 nummer : {qint16{26}, qint16{27}}) {
         const Indizes fremd{.CI = 1.1F, .HI = 1.3F, .DV = -5, .fehler = {}};
-        untersuchung.reihe().trageEin(nummer, fremd, {}, {});
+        ändere([&](Messreihe& reihe) { reihe.trageEin(nummer, fremd, {}, {}); });
     }
     EXPECT_NE(zeilen(daten()), zeilen(ohne));
-    untersuchung.reihe().lassAus(26, true);
-    untersuchung.reihe().lassAus(27, true);
+    const auto lassAus = [this](int nummer) {
+        ändere([nummer](Messreihe& reihe) { reihe.lassAus(nummer, true); });
+    };
+    lassAus(26);
+    lassAus(27);
     for (const int seite : {1, 2}) {
         QStringList gesagt = zeilen(daten(), seite);
         EXPECT_EQ(gesagt.removeAll(u"2 Flügel ausgelassen: 026, 027"_s), 1);
@@ -134,8 +136,8 @@ TEST_F(ProtokollTest, wingsLeftOut_areNamedAndCountNowhere) {
     EXPECT_EQ(daten().kurven.CI.flügel.size(), 25U);
     EXPECT_EQ(daten().kurven.zweite.flügel.size(), ohne.kurven.zweite.flügel.size());
     EXPECT_EQ(daten().korrel.flügel.size(), 25U);
-    for (qint16 i = 1; i <= 24; ++i) { // as many as there can be still leave a page
-        untersuchung.reihe().lassAus(i, true);
+    for (int i = 1; i <= 24; ++i) { // as many as there can be still leave a page
+        lassAus(i);
     }
     EXPECT_THAT(fehler(protokollseite(daten(), Briefkopfgrafik(), 1)), testing::IsEmpty());
 }

@@ -6,6 +6,7 @@
 
 #include <QDate>
 
+#include <functional>
 #include <vector>
 
 namespace tarvel {
@@ -48,6 +49,12 @@ struct Protokollprobe {
         untersuchung.setzeMerkmale(m);
     }
 
+    void ändere(const std::function<void(Messreihe&)>& tu) {
+        Messreihe reihe = untersuchung.reihe();
+        tu(reihe);
+        untersuchung.setzeReihe(reihe);
+    }
+
     /// A wing in the middle of a class of the cubital index, with or without the other indices.
     void miss(int klasse, bool alles = true) {
         Indizes indizes;
@@ -56,9 +63,7 @@ struct Protokollprobe {
             indizes.HI = 1.052F;
             indizes.DV = 0.8F;
         }
-        Messreihe reihe = untersuchung.reihe();
-        reihe.trageEin(reihe.nächsteNummer(), indizes, {}, {});
-        untersuchung.setzeReihe(reihe);
+        ändere([&](Messreihe& reihe) { reihe.trageEin(reihe.nächsteNummer(), indizes, {}, {}); });
     }
 
     /// Bees of the first code of each group, some of them of the second.

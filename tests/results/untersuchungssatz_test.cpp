@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <random>
 
 using namespace tarvel;
@@ -46,10 +47,16 @@ struct Probe {
     [[nodiscard]] GeleseneUntersuchung gelesen() const {
         return untersuchungAus(satz(), umgebung());
     }
-    void trageEin(qint16 nummer, const Indizes& indizes) {
+    void ändere(const std::function<void(Messreihe&)>& tu) {
         Messreihe reihe = untersuchung.reihe();
-        reihe.trageEin(nummer, indizes, {}, format);
+        tu(reihe);
         untersuchung.setzeReihe(reihe);
+    }
+    void trageEin(qint16 nummer, const Indizes& indizes, const Flügelmessung& messung = {}) {
+        ändere([&](Messreihe& reihe) { reihe.trageEin(nummer, indizes, messung, format); });
+    }
+    void lassAus(int nummer) {
+        ändere([&](Messreihe& reihe) { reihe.lassAus(nummer, true); });
     }
     void messe(int nummer, Messart messart = Messart::AlleMessungen, int dpi = 1200) {
         const Flügelmessung messung{.punkte = flügelpunkte(nummer, messart),
@@ -57,11 +64,8 @@ struct Probe {
                                     .aufnahme = {static_cast<qint16>(1 + nummer % 2), dpi},
                                     .bilddatei =
                                         u"C:\\Völker; 50%/#1\\Flügel %1.jpg"_s.arg(nummer / 20)};
-        Messreihe reihe = untersuchung.reihe();
-        ASSERT_TRUE(reihe.trageEin(static_cast<qint16>(nummer),
-                                   berechneIndizes(messung.punkte, messart, messung.aufnahme),
-                                   messung, format));
-        untersuchung.setzeReihe(reihe);
+        trageEin(static_cast<qint16>(nummer),
+                 berechneIndizes(messung.punkte, messart, messung.aufnahme), messung);
     }
     void nimm(std::initializer_list<Merkmalwahl> bienen, Geschlecht tiere = {}) {
         Merkmale merkmale;
@@ -435,7 +439,7 @@ TEST(Untersuchungssatz, fieldsOfALaterVersion_areKeptAndStoredAgain) {
     for (const auto& teil : {u"Wetter=sonnig%3B;"_s, u"Form:1,2"_s, u"Alter:3"_s}) {
         EXPECT_EQ(neu.count(teil), 1) << neu.toStdString();
     }
-    EXPECT_TRUE(wieder.untersuchung.reihe().löscheFlügel(9));
+    wieder.ändere([](Messreihe& reihe) { reihe.löscheFlügel(9); });
     EXPECT_FALSE(wieder.satz().Grafik[3].contains(u"Alter"_s)); // gone with its wing
 }
 
@@ -447,8 +451,7 @@ TEST(Untersuchungssatz, whatWingsWereMeasuredFrom_comesBackAndOlderVersionsSayTh
         m.bilddatei = u"/a.jpg"_s;
         m.bild = bild;
         m.punkte.Herkunft[8] = herkunft;
-        probe.untersuchung.reihe().trageEin(
-            nummer, berechneIndizes(m.punkte, m.messart, m.aufnahme), m, probe.format);
+        probe.trageEin(nummer, berechneIndizes(m.punkte, m.messart, m.aufnahme), m);
     };
     const Bildkennung seite{{3507, 2480}, u"1a-0123456789abcdef"_s};
     misst(1, seite, Punktherkunft::Geklickt);
@@ -458,7 +461,7 @@ TEST(Untersuchungssatz, whatWingsWereMeasuredFrom_comesBackAndOlderVersionsSayTh
     misst(5, {}, Punktherkunft::Unbekannt);
     probe.trageEin(6, {.CI = 2.0F, .HI = {}, .DV = {}, .fehler = {}});
     for (const int nummer : {2, 6}) {
-        probe.untersuchung.reihe().lassAus(nummer, true);
+        probe.lassAus(nummer);
     }
     Untersuchungszusatz zusatz;
     zusatz.Grenzen = u"CI 2=1;%"_s;
