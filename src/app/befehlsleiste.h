@@ -26,6 +26,8 @@ inline constexpr int DateiNächstesVolk = 22;
 
 inline constexpr int BearbeitenRückgängig = 3;
 inline constexpr int BearbeitenWiederherstellen = 4;
+/// Corrects the resolution of the wings of a picture.
+inline constexpr int BearbeitenAuflösung = 20;
 
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;

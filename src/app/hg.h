@@ -2,6 +2,7 @@
 
 #include "app/auswertung.h"
 #include "app/befehlsleiste.h"
+#include "app/bildgang.h"
 #include "app/dateieingang.h"
 #include "app/fensterflaeche.h"
 #include "app/hinweisgeber.h"
@@ -80,7 +81,6 @@ private:
     void alleMessungenLöschen();
     void messungWiederholen();
     void geheZurück(bool wiederherstellen);
-    void wähleAuflösung(int position);
 
     void zeige(QWidget* ansicht, int hinweisnummer);
     void zeigeMessplatz(bool übersicht);
@@ -103,6 +103,7 @@ private:
     Protokollausgabe protokoll_;
     Hinweisgeber hinweise_;
     Fensterfläche fläche_;
+    Bildgang bilder_;
     Fensterdienste dienste_;
     Untersuchungsgang gang_;
     Dateieingang eingang_;

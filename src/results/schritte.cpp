@@ -78,6 +78,8 @@ QString schrittname(const Schritt& schritt, const Texte& t) {
         return t(Text::SpalteGeschlecht);
     case Schrittart::Merkmale:
         return t(Text::KörperMerkmale);
+    case Schrittart::Flügelauflösung:
+        return t(Meldung::FlügelauflösungTitel);
     }
     return {};
 }

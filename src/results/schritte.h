@@ -23,7 +23,8 @@ enum class Schrittart {
     Feld, ///< a text of the colony data
     Rasse,
     Tiere,
-    Merkmale
+    Merkmale,
+    Flügelauflösung ///< that of wings of the series
 };
 
 struct Schritt {
