@@ -122,6 +122,7 @@ const std::vector<Befehl>& befehle() {
          [](Lage l, int) { return l.amMessplatz && l.mitBild; }, {}, true},
         {Bearbeiten, 1, {Text::MessungWiederholen, Meldung::TippWiederholen, {strg(Qt::Key_R)}}, u"wiederholen", {}, {}, mitFlügeln},
         {Bearbeiten, BearbeitenAuslassen, {Meldung::MenüAuslassen, Meldung::TippAuslassen, {strg(Qt::Key_D)}}, {}, {}, {}, mitFlügeln},
+        {Bearbeiten, BearbeitenAuflösung, {Meldung::MenüFlügelauflösung, Meldung::TippFlügelauflösung}, {}, {}, {}, mitFlügeln},
         {Bearbeiten, 5, {Text::MenüAusschneiden, Meldung::TippAusschneiden, {QKeySequence::Cut}}, u"ausschneiden", {}, {}, inTextfeld, {}, true},
         {Bearbeiten, 6, {Text::MenüKopieren, Meldung::TippKopieren, {QKeySequence::Copy}}, u"kopieren", {}, {}, inTextfeld},
         {Bearbeiten, 7, {Text::MenüEinfügen, Meldung::TippEinfügen, {QKeySequence::Paste}}, u"einfuegen", {}, {}, inTextfeld},

@@ -29,6 +29,8 @@ inline constexpr int BearbeitenWiederherstellen = 4;
 /// The wings chosen in the shown view.
 inline constexpr int BearbeitenAuslassen = 12;
 inline constexpr int BearbeitenFlügelLöschen = 13;
+/// Corrects the resolution of the wings of a picture.
+inline constexpr int BearbeitenAuflösung = 20;
 
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;

@@ -48,7 +48,11 @@ Dateiart dateiart(const QString& pfad) {
 /// @p ohneBild.
 void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneBild) {
     const QString bild = ordner.filePath(messung.bilddatei);
-    if (!messung.bilddatei.isEmpty() && QFileInfo(Bildort::aus(bild).datei).isFile()) {
+    // Whoever wrote the file may name any computer; the user chose only that of the file itself.
+    const QString rechner = netzrechner(bild);
+    const bool darfFragen = rechner.isEmpty() || rechner == netzrechner(ordner.path());
+    if (!messung.bilddatei.isEmpty() && darfFragen &&
+        QFileInfo(Bildort::aus(bild).datei).isFile()) {
         const std::optional<float> höhe = bildhöhe(bild);
         if (const auto gelegt = höhe ? gespiegelt(messung.punkte, *höhe) : std::nullopt) {
             messung.bilddatei = bild;

@@ -57,6 +57,7 @@ HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Arbeitsplatz& arbei
     , fläche_(*this, umgebung, arbeitsplatz, modelle_, auswertung_, protokoll_.vorschau(),
               hinweise_.zeile())
     , flügelbefehle_(umgebung_, arbeitsplatz, modelle_, fläche_, auswertung_, hinweise_, befehle_)
+    , bilder_(umgebung, arbeitsplatz, fläche_, hinweise_, *this)
     , dienste_{.fenster = this,
                .verteiler = verteiler_,
                .hinweise = hinweise_,
@@ -109,7 +110,7 @@ void HG::verbindeMessplatz() {
         arbeitsplatz_.opt_Fein_Click(nummer);
         fläche_.messplatz->nimmTastatur();
     });
-    fläche_.messleiste->beiAuflösung([this](int position) { wähleAuflösung(position); });
+    fläche_.messleiste->beiAuflösung([this](int dpi) { bilder_.wähleAuflösung(dpi); });
 }
 
 void HG::verbindeFelder() {
@@ -227,6 +228,7 @@ void HG::folge(const Änderung& änderung) {
         fläche_.messleiste->reihe().wähle({änderung.übernommen->nummer});
         fläche_.messplatz->nächsterFlügel();
     }
+    bilder_.folge(änderung);
     hinweise_.sage(änderung);
     if (änderung.fehler) {
         fläche_.messplatz->nimmTastatur();
@@ -274,7 +276,7 @@ void HG::zeigeZustand() {
     fläche_.messleiste->setVisible(rechteLeisteGewünscht_ && lage.amMessplatz);
     fläche_.messleiste->zeigeFlügel(messung_.nummer(), messung_.wiederholt());
     fläche_.messleiste->zeigePunkte(messung_.punkte(), messung_.messart(), messung_.aufnahme());
-    fläche_.messleiste->zeigeAuflösung(messung_.aufnahme().dpi);
+    bilder_.zeige();
     zeigeStatuszeile();
     arbeitsplatz_.merkeAnsicht(lage.amMessplatz ? befehl::Messen : befehl::Alle);
     hinweise_.warneVorSchreibfehlern();
@@ -332,14 +334,11 @@ void HG::messmodus(int hinweisnummer) {
 bool HG::ladeBild(const QString& pfad) {
     QWidget* vorher = fläche_.gezeigte();
     fläche_.zeige(fläche_.messplatz);
-    const bool geladen = fläche_.messplatz->ladeBild(pfad);
+    const bool geladen = bilder_.lade(pfad);
     if (!geladen) {
         fläche_.zeige(vorher);
     }
     zeigeZustand();
-    if (geladen) {
-        hinweise_.warneVorGeringerAuflösung();
-    }
     return geladen;
 }
 
@@ -407,6 +406,9 @@ void HG::men_Bearbeiten_Click(int index) {
         break;
     case BearbeitenFlügelLöschen:
         flügelbefehle_.lösche();
+        break;
+    case BearbeitenAuflösung:
+        bilder_.berichtigeAuflösung();
         break;
     case 11:
         alleMessungenLöschen();
@@ -536,12 +538,6 @@ void HG::alleMessungenLöschen() {
     }
 }
 
-void HG::wähleAuflösung(int position) {
-    arbeitsplatz_.setzeAuflösung(scannerauflösung(position));
-    hinweise_.sageAuflösung();
-    fläche_.messplatz->nimmTastatur();
-}
-
 void HG::drucke() {
     fläche_.kolonie->vervollständige();
     const QString ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
@@ -549,15 +545,18 @@ void HG::drucke() {
 }
 
 void HG::optionen() {
-    const int vorher = arbeitsplatz_.einstellungen().auflösung;
+    const auto gespeicherteAuflösung = [this] {
+        return scannerauflösung(umgebung_.einstellungen.zahl(Einstellung::ScannMessung));
+    };
+    const int vorher = gespeicherteAuflösung();
     Optionen dialog(umgebung_, speicher_, untersuchung().angaben().Rasse + 1, this);
     dialog.exec();
     // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
     // measured changes only where the user changed it. For a missing key the dialog shows, and
     // writes, another default than the one that is being measured with.
-    arbeitsplatz_.übernimmEinstellungen();
-    const Arbeitseinstellungen e = arbeitsplatz_.einstellungen();
     const bool andereAuflösung = dialog.geändert(Einstellung::ScannOptionen);
+    arbeitsplatz_.übernimmEinstellungen(andereAuflösung);
+    const Arbeitseinstellungen e = arbeitsplatz_.einstellungen();
     if (andereAuflösung) {
         arbeitsplatz_.setzeAuflösung(e.auflösung);
     }
@@ -568,9 +567,9 @@ void HG::optionen() {
         fläche_.messplatz->wünscheMessart(e.messart);
     }
     zeigeZustand();
-    if (const int dpi = messung_.aufnahme().dpi; e.auflösung != vorher && e.auflösung != dpi) {
+    if (const int neue = gespeicherteAuflösung(); !andereAuflösung && neue != vorher) {
         hinweise_.zeige({Meldung::AuflösungBeimNächstenStart,
-                         {QString::number(dpi), QString::number(e.auflösung)}});
+                         {QString::number(messung_.aufnahme().dpi), QString::number(neue)}});
     }
     hinweise_.warneVorGeringerAuflösung(andereAuflösung);
 }
@@ -628,6 +627,7 @@ void HG::closeEvent(QCloseEvent* event) {
         merkeFensterlage(
             umgebung_.einstellungen, *this, *fläche_.teiler,
             {.links = !fläche_.linkeLeiste->isHidden(), .rechts = rechteLeisteGewünscht_});
+        bilder_.merke();
         arbeitsplatz_.beendeSitzung();
         event->accept();
     }

@@ -2,6 +2,7 @@
 
 #include "app/auswertung.h"
 #include "app/befehlsleiste.h"
+#include "app/bildgang.h"
 #include "app/dateieingang.h"
 #include "app/fensterflaeche.h"
 #include "app/fluegelbefehle.h"
@@ -86,7 +87,6 @@ private:
     void alleMessungenLöschen();
     void messungWiederholen();
     void geheZurück(bool wiederherstellen);
-    void wähleAuflösung(int position);
 
     void zeige(QWidget* ansicht, int hinweisnummer);
     void zeigeMessplatz(bool übersicht);
@@ -110,6 +110,7 @@ private:
     Hinweisgeber hinweise_;
     Fensterfläche fläche_;
     Flügelbefehle flügelbefehle_;
+    Bildgang bilder_;
     Fensterdienste dienste_;
     Untersuchungsgang gang_;
     Dateieingang eingang_;

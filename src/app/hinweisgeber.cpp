@@ -120,8 +120,17 @@ void Hinweisgeber::sageAuflösung() {
         zeige({Meldung::AuflösungDesFlügels,
                {QString::number(messung.aufnahme().dpi), dreistellig(wiederholung->nummer),
                 QString::number(wiederholung->aufnahme.dpi)}});
-    } else {
-        warneVorGeringerAuflösung(true);
+        return;
+    }
+    warneVorGeringerAuflösung(true);
+    const int dpi = messung.aufnahme().dpi;
+    const Messreihe& reihe = arbeitsplatz_.reihe();
+    int andere = 0;
+    for (const int nummer : reihe.flügelAufBild(messung.bilddatei(), messung.bild())) {
+        andere += reihe.messung(nummer)->aufnahme.dpi == dpi ? 0 : 1;
+    }
+    if (andere > 0) {
+        zeige({Meldung::AuflösungNurNeue, {QString::number(dpi), QString::number(andere)}});
     }
 }
 

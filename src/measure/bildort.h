@@ -16,4 +16,8 @@ struct Bildort {
     [[nodiscard]] static Bildort aus(const QString& name);
 };
 
+/// The computer that a path names, as in "\\server\scans\1.jpg"; empty for a path of this one.
+/// Merely asking whether such a file exists tells that computer who asks.
+[[nodiscard]] QString netzrechner(const QString& pfad);
+
 } // namespace tarvel

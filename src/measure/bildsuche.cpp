@@ -1,5 +1,7 @@
 #include "measure/bildsuche.h"
 
+#include "measure/bildort.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -64,19 +66,41 @@ std::vector<GesuchtesBild> gesuchteBilder(const Messreihe& reihe) {
     return bilder;
 }
 
+GesuchtesBild gesuchtesBild(const Messreihe& reihe, const Flügelmessung& flügel) {
+    for (const GesuchtesBild& bild : gesuchteBilder(reihe)) {
+        if (bild.pfad == flügel.bilddatei && bild.kennung == flügel.bild) {
+            return bild;
+        }
+    }
+    return {.pfad = flügel.bilddatei, .kennung = flügel.bild};
+}
+
 void Bildsuche::setzeErgebnisdatei(const QString& pfad) {
     nebenErgebnissen_ = pfad.isEmpty() ? QString() : QFileInfo(pfad).absolutePath();
+    vertraue(pfad);
+}
+
+void Bildsuche::vertraue(const QString& pfad) {
+    if (const QString rechner = netzrechner(pfad); !rechner.isEmpty()) {
+        rechner_.insert(rechner);
+    }
+}
+
+bool Bildsuche::darfFragen(const QString& pfad) const {
+    const QString rechner = netzrechner(pfad);
+    return rechner.isEmpty() || rechner_.contains(rechner);
 }
 
 void Bildsuche::zeigeOrdner(const GesuchtesBild& bild, const QString& ordner) {
     gezeigt_.insert_or_assign(geteilt(bild.pfad).ordner, ordner);
+    vertraue(ordner);
 }
 
 Bildfund Bildsuche::suche(const GesuchtesBild& bild) {
     Bildfund fund;
     const QStringList stellen = orte(bild);
     for (const QString& pfad : stellen) {
-        if (!QFileInfo(pfad).isFile()) {
+        if (!QFileInfo(Bildort::aus(pfad).datei).isFile()) {
             continue;
         }
         if (ist(pfad, bild)) {
@@ -96,7 +120,7 @@ QStringList Bildsuche::orte(const GesuchtesBild& bild) const {
     if (teile.name.isEmpty()) {
         return liste;
     }
-    if (QFileInfo(bild.pfad).isAbsolute()) {
+    if (darfFragen(bild.pfad) && QFileInfo(bild.pfad).isAbsolute()) {
         liste += bild.pfad;
     }
     QStringList ordner;
@@ -124,9 +148,21 @@ bool Bildsuche::ist(const QString& pfad, const GesuchtesBild& bild) const {
         return false;
     }
     if (!bild.kennung.marke.isEmpty()) {
-        return inhaltsmarke(pfad) == bild.kennung.marke;
+        return inhaltsmarke(Bildort::aus(pfad).datei) == bild.kennung.marke;
     }
     return größe.width() >= bild.mindestens.width() && größe.height() >= bild.mindestens.height();
+}
+
+bool Bildsuche::gehörtZu(const GesuchtesBild& bild, const QString& pfad,
+                         const Bildkennung& kennung) const {
+    if (!darfFragen(bild.pfad) || bild.pfad == pfad) {
+        return false;
+    }
+    if (!bild.kennung.marke.isEmpty()) {
+        return bild.kennung == kennung && Bildort::aus(bild.pfad).seite == Bildort::aus(pfad).seite;
+    }
+    return geteilt(bild.pfad).name == geteilt(pfad).name &&
+           !QFileInfo::exists(Bildort::aus(bild.pfad).datei) && ist(pfad, bild);
 }
 
 } // namespace tarvel

@@ -52,12 +52,13 @@ std::optional<QPointF> flügelmitte(const Flügelmessung& flügel) {
     return orte.empty() ? std::nullopt : std::optional(mitte(orte));
 }
 
-std::optional<int> flügelAn(const Messreihe& reihe, const QString& bilddatei, QPointF ort) {
+std::optional<int> flügelAn(const Messreihe& reihe, const QString& bilddatei, QPointF ort,
+                            const Bildkennung& bild) {
     std::optional<int> nächster;
     double kleinster = std::numeric_limits<double>::max();
     for (const auto& [nummer, flügel] : reihe.messungen()) {
         const std::vector<QPointF> orte = gesetzte(flügel);
-        if (flügel.bilddatei != bilddatei || orte.empty()) {
+        if (!liegtAuf(flügel, bilddatei, bild) || orte.empty()) {
             continue;
         }
         QRectF feld(orte.front(), QSizeF(0, 0));
@@ -79,7 +80,7 @@ std::optional<int> flügelAn(const Messreihe& reihe, const QString& bilddatei, Q
 
 std::optional<int> liegtAufFlügel(const Messreihe& reihe, const Flügelmessung& flügel, int eigene) {
     for (const auto& [nummer, andere] : reihe.messungen()) {
-        if (nummer == eigene || andere.bilddatei != flügel.bilddatei) {
+        if (nummer == eigene || !liegtAuf(andere, flügel.bilddatei, flügel.bild)) {
             continue;
         }
         std::vector<QPointF> hier;

@@ -11,10 +11,11 @@ namespace tarvel {
 /// Middle of the set points of a wing in pixels of its unzoomed picture; nullopt without points.
 [[nodiscard]] std::optional<QPointF> flügelmitte(const Flügelmessung& flügel);
 
-/// Number of the wing of @p reihe that was measured on @p bilddatei around @p ort, unzoomed pixels.
-/// Of several the one whose middle is nearest; nullopt where there is none.
+/// Number of the wing of @p reihe that was measured on the picture @p bilddatei, told by @p bild,
+/// around @p ort, unzoomed pixels. Of several the one whose middle is nearest; nullopt where there
+/// is none.
 [[nodiscard]] std::optional<int> flügelAn(const Messreihe& reihe, const QString& bilddatei,
-                                          QPointF ort);
+                                          QPointF ort, const Bildkennung& bild = {});
 
 /// Number of the wing of @p reihe, other than @p eigene, that the points of @p flügel lie on: the
 /// same picture, and the points that both have less than half a wing apart. Different wings never

@@ -10,6 +10,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -31,6 +32,7 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     , lab_Werte_(new QLabel)
     , lab_dpi_(new QLabel)
     , cbo_dpi_(new QComboBox)
+    , bef_Bildauflösung_(new QPushButton)
     , reihe_(new Reihenansicht(texte, modelle, u"Leiste"_s, Qt::Vertical))
     , lab_Statistik_(new QLabel) {
     auto* layout = new QVBoxLayout(this);
@@ -60,14 +62,16 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
 
     cbo_dpi_->setObjectName(u"cbo_dpi"_s);
     for (const int dpi : Scannerauflösungen) {
-        cbo_dpi_->addItem(QString());
-        cbo_dpi_->setItemData(cbo_dpi_->count() - 1, dpi);
+        cbo_dpi_->addItem(QString(), dpi);
     }
+    bef_Bildauflösung_->setObjectName(u"bef_Bildauflösung"_s);
+    bef_Bildauflösung_->hide();
     lab_dpi_->setBuddy(cbo_dpi_);
     auto* auflösung = new QVBoxLayout;
     auflösung->setSpacing(2);
     auflösung->addWidget(lab_dpi_);
     auflösung->addWidget(cbo_dpi_);
+    auflösung->addWidget(bef_Bildauflösung_);
     layout->addLayout(auflösung);
     layout->addWidget(reihe_, 1);
     lab_Statistik_->setObjectName(u"lab_Statistik"_s);
@@ -78,7 +82,12 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
 
     connect(cbo_dpi_, &QComboBox::activated, this, [this](int index) {
         if (cbo_dpi_Click_) {
-            cbo_dpi_Click_(index);
+            cbo_dpi_Click_(cbo_dpi_->itemData(index).toInt());
+        }
+    });
+    connect(bef_Bildauflösung_, &QPushButton::clicked, this, [this] {
+        if (cbo_dpi_Click_ && bildauflösung_) {
+            cbo_dpi_Click_(*bildauflösung_);
         }
     });
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
@@ -111,10 +120,8 @@ void Messleiste::beschrifte() {
     lab_dpi_->setText(texte_(Text::AuflösungDesScanners));
     cbo_dpi_->setAccessibleName(texte_(Text::AuflösungDesScanners));
     cbo_dpi_->setToolTip(texte_(Meldung::TippAuflösung));
-    for (int i = 0; i < cbo_dpi_->count(); ++i) {
-        cbo_dpi_->setItemText(i, cbo_dpi_->itemData(i).toString() + u' ' +
-                                     texte_(Meldung::EinheitDpi));
-    }
+    bef_Bildauflösung_->setToolTip(texte_(Meldung::TippBildauflösung));
+    zeigeAuflösung(cbo_dpi_->currentData().toInt(), bildauflösung_);
     for (int nummer = 1; nummer <= Messpunkte::Anzahl; ++nummer) {
         opt_Fein_.at(static_cast<std::size_t>(nummer))
             ->setToolTip(texte_(messpunktbeschreibung(nummer)));
@@ -174,8 +181,29 @@ void Messleiste::zeigeWerte() {
     lab_Werte_->setText(teile.join(u"  "_s));
 }
 
-void Messleiste::zeigeAuflösung(int dpi) {
-    cbo_dpi_->setCurrentIndex(scannerposition(dpi));
+void Messleiste::zeigeAuflösung(int dpi, std::optional<int> bild) {
+    bildauflösung_ = bild;
+    // Behind those that the settings name by their position; others belong to a picture only.
+    const auto gebraucht = [&](int wert) {
+        return scannerposition(wert) >= 0 || wert == dpi || wert == bild;
+    };
+    for (int i = cbo_dpi_->count() - 1; i >= 0; --i) {
+        if (!gebraucht(cbo_dpi_->itemData(i).toInt())) {
+            cbo_dpi_->removeItem(i);
+        }
+    }
+    for (const int wert : {dpi, bild.value_or(0)}) {
+        if (wert > 0 && cbo_dpi_->findData(wert) < 0) {
+            cbo_dpi_->addItem(QString(), wert);
+        }
+    }
+    for (int i = 0; i < cbo_dpi_->count(); ++i) {
+        cbo_dpi_->setItemText(i, cbo_dpi_->itemData(i).toString() + u' ' +
+                                     texte_(Meldung::EinheitDpi));
+    }
+    cbo_dpi_->setCurrentIndex(cbo_dpi_->findData(dpi));
+    bef_Bildauflösung_->setVisible(bild && *bild != dpi);
+    bef_Bildauflösung_->setText(texte_(Meldung::BildauflösungÜbernehmen).arg(bild.value_or(0)));
 }
 
 void Messleiste::zeigeFlügel(int nummer, bool wiederholt) {

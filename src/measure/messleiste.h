@@ -8,10 +8,12 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 class QComboBox;
 class QGroupBox;
 class QLabel;
+class QPushButton;
 class QRadioButton;
 
 namespace tarvel {
@@ -28,7 +30,7 @@ public:
 
     /// Called with the number of the point whose button was clicked.
     void beiPunktwahl(std::function<void(int)> wahl) { opt_Fein_Click_ = std::move(wahl); }
-    /// Called with the position in the list of resolutions that the user picked.
+    /// Called with the resolution that the user picked, in the box or as that of the picture.
     void beiAuflösung(std::function<void(int)> wahl) { cbo_dpi_Click_ = std::move(wahl); }
 
     /// Shows which point comes next, which is selected, which are set and which the kind of
@@ -36,7 +38,9 @@ public:
     void zeigePunkte(const Messpunkte& punkte, Messart messart, const Aufnahme& aufnahme);
     /// How many wings the examination shall have, at least 1.
     void setzeZiel(int flügelzahl);
-    void zeigeAuflösung(int dpi);
+    /// @p bild the resolution that the picture itself says, which is offered when it differs. What
+    /// is not in the list of the box joins it.
+    void zeigeAuflösung(int dpi, std::optional<int> bild);
     void zeigeFlügel(int nummer, bool wiederholt);
 
     [[nodiscard]] Reihenansicht& reihe() { return *reihe_; }
@@ -62,6 +66,8 @@ private:
     QLabel* lab_Werte_;
     QLabel* lab_dpi_;
     QComboBox* cbo_dpi_;
+    QPushButton* bef_Bildauflösung_;
+    std::optional<int> bildauflösung_;
     Reihenansicht* reihe_;
     QLabel* lab_Statistik_;
     int flügel_ = 1;

@@ -1,15 +1,15 @@
 #include "measure/messplatz.h"
 
 #include "measure/bild.h"
+#include "measure/bildaufloesung.h"
 #include "measure/bildmarke.h"
 #include "measure/bildort.h"
+#include "measure/bildzugang.h"
 #include "measure/fluegelort.h"
-#include "measure/ladefortschritt.h"
 #include "measure/lupe.h"
 #include "measure/tasten.h"
 #include "measure/uebersicht.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
@@ -17,6 +17,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -49,6 +50,7 @@ Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
     , befehle_(befehle)
     , messung_(befehle.messung())
     , reihe_(befehle.reihe())
+    , zugang_(std::make_unique<Bildzugang>(texte, dialoge, *this))
     , seiten_(new QStackedWidget)
     , aufforderung_(new QLabel)
     , bef_BildLaden_(new QPushButton)
@@ -72,6 +74,12 @@ Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
     verbindeBild();
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
     beschrifte();
+}
+
+Messplatz::~Messplatz() = default;
+
+Bildzugang& Messplatz::zugang() {
+    return *zugang_;
 }
 
 QWidget* Messplatz::leereSeite() {
@@ -197,7 +205,7 @@ void Messplatz::hinweis(const Hinweis& hinweis) {
 }
 
 std::optional<int> Messplatz::gemessenerAn(QPointF ort) const {
-    std::optional<int> nummer = flügelAn(reihe_, bilddatei(), ort);
+    std::optional<int> nummer = flügelAn(reihe_, bilddatei(), ort, messung_.bild());
     // The one that is being repeated lies on the picture with its points already.
     return messung_.wiederholt() && nummer == messung_.nummer() ? std::nullopt : nummer;
 }
@@ -227,7 +235,8 @@ Flügelmessung Messplatz::aktueller() const {
     return {.punkte = messung_.punkte(),
             .messart = messung_.messart(),
             .aufnahme = messung_.aufnahme(),
-            .bilddatei = messung_.bilddatei()};
+            .bilddatei = messung_.bilddatei(),
+            .bild = messung_.bild()};
 }
 
 bool Messplatz::darfÜbernehmen() {
@@ -292,7 +301,8 @@ bool Messplatz::ladeBild(const QString& pfad) {
     if (!verlässtFlügel(Meldung::AnderesBildFrage, Meldung::AnderesBildLaden)) {
         return false;
     }
-    const QString gewählt = wähleSeite(pfad);
+    const QString gewählt = zugang_->wähleSeite(pfad);
+    zugang_->suche().vertraue(gewählt);
     if (gewählt.isEmpty() || !öffne(gewählt)) {
         return false;
     }
@@ -308,47 +318,34 @@ bool Messplatz::ladeBild(const QString& pfad) {
     return true;
 }
 
-QString Messplatz::wähleSeite(const QString& pfad) {
-    const QList<Bildseite> seiten = Bilddatei::seiten(pfad);
-    if (seiten.isEmpty()) {
-        return pfad;
-    }
-    QStringList worte;
-    for (const Bildseite& seite : seiten) {
-        worte << texte_(Meldung::BildSeite)
-                     .arg(QString::number(seite.nummer), QString::number(seite.größe.width()),
-                          QString::number(seite.größe.height()));
-    }
-    const std::optional<int> wahl =
-        dialoge_.auswahl(texte_(Text::KnopfBildLaden),
-                         texte_(Meldung::BildSeiteFrage).arg(QFileInfo(pfad).fileName()), worte, 0);
-    return wahl ? Bildort{pfad, seiten.at(*wahl).nummer}.name() : QString();
-}
-
 bool Messplatz::öffne(const QString& pfad, bool ganz) {
     hinweis(HinweisBildWirdGeladen);
-    auto ergebnis = [&]() -> std::variant<Bilddatei, Bildfehler> {
-        Ladefortschritt laden(this, texte_, pfad, zeigeLadenNach);
-        auto offen = Bilddatei::oeffnen(pfad, laden.weiter());
-        Bildfehler fehler;
-        if (auto* datei = std::get_if<Bilddatei>(&offen);
-            datei != nullptr && ganz && datei->pixel(&fehler, laden.weiter()) == nullptr) {
-            return fehler;
-        }
-        return offen;
-    }();
-    if (const auto* fehler = std::get_if<Bildfehler>(&ergebnis)) {
-        meldeBildfehler(*fehler, pfad);
+    std::optional<Bilddatei> datei = zugang_->öffne(pfad, ganz);
+    if (!datei) {
         zeigeStandhinweis();
         return false;
     }
-    datei_ = std::get<Bilddatei>(std::move(ergebnis));
-    befehle_.zeigtBild({.größe = datei_->größe(), .marke = inhaltsmarke(Bildort::aus(pfad).datei)});
+    nimm(std::move(*datei));
+    return true;
+}
+
+void Messplatz::nimm(Bilddatei datei) {
+    datei_ = std::move(datei);
+    const QString& pfad = datei_->pfad();
+    const QString name = Bildort::aus(pfad).datei;
+    bildauflösung_ = tarvel::bildauflösung(name);
+    befehle_.zeigtBild({.größe = datei_->größe(), .marke = inhaltsmarke(name)});
+    wechseltBild_ = true; // what is measured comes to it only afterwards
+    for (const GesuchtesBild& bild : gesuchteBilder(reihe_)) {
+        if (zugang_->suche().gehörtZu(bild, pfad, messung_.bild())) {
+            befehle_.verlegeBild(bild, pfad, true); // measured where the picture was before
+        }
+    }
+    wechseltBild_ = false;
     // The pixels of the former picture go before those of the new one come.
     bild_->setBild({});
     setzeLupenbild({}, 1);
     übersicht_->setBild(datei_->übersicht(), datei_->größe());
-    return true;
 }
 
 /// The hint that fits what is shown, after something else had the hint line.
@@ -364,45 +361,6 @@ void Messplatz::zeigeStandhinweis() {
         hinweis(messung_.standhinweis());
         break;
     }
-}
-
-void Messplatz::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
-    const QString name = QDir::toNativeSeparators(pfad);
-    QString text;
-    switch (fehler.art) {
-    case Bildfehler::Art::Abgebrochen:
-        return;
-    case Bildfehler::Art::NichtGefunden:
-        text = texte_(Text::BilddateiNichtGefunden) + u'\n' +
-               texte_(Meldung::DateiVerschwunden).arg(name);
-        break;
-    case Bildfehler::Art::KeinRecht:
-        text = texte_(Meldung::DateiKeineRechte).arg(name);
-        break;
-    case Bildfehler::Art::Leer:
-        text = texte_(Meldung::BildLeer).arg(name);
-        break;
-    case Bildfehler::Art::Unlesbar:
-        text = texte_(Meldung::BildKeinBild).arg(name);
-        break;
-    case Bildfehler::Art::Abgeschnitten:
-        text = texte_(Meldung::BildAbgeschnitten).arg(name);
-        break;
-    case Bildfehler::Art::KeinSpeicher:
-        text = texte_(Meldung::BildSpeicherReichtNicht).arg(name);
-        break;
-    case Bildfehler::Art::ZuGross: {
-        const QString megapixel = QString::number(fehler.höchstens / 1'000'000) + u" 000 000 "_s +
-                                  texte_(Meldung::EinheitPixel);
-        text = texte_(Text::BildZuGroß) + u'\n' +
-               texte_(Meldung::BildGrößerAlsErlaubt).arg(name, fehler.grund, megapixel);
-        break;
-    }
-    }
-    if (!fehler.grund.isEmpty() && fehler.art != Bildfehler::Art::ZuGross) {
-        text += u"\n\n("_s + fehler.grund + u')';
-    }
-    dialoge_.meldung(texte_(Text::Fehler), text, Meldungsart::Ausruf);
 }
 
 bool Messplatz::einFlügel() const {
@@ -443,13 +401,8 @@ bool Messplatz::zeigeMessen() {
     const QPointF mitte = mitte_;
     if (bild_->bild().isNull()) {
         hinweis(HinweisBildWirdGeladen);
-        Bildfehler fehler;
-        const QImage* pixel = [&] {
-            Ladefortschritt laden(this, texte_, datei_->pfad(), zeigeLadenNach);
-            return datei_->pixel(&fehler, laden.weiter());
-        }();
+        const QImage* pixel = zugang_->pixel(*datei_);
         if (pixel == nullptr) {
-            meldeBildfehler(fehler, datei_->pfad());
             // Never a measuring view without a picture: points set there would mean nothing.
             wechsle(Zustand::Übersicht);
             zeigeStandhinweis();
@@ -542,19 +495,20 @@ bool Messplatz::wiederhole(int nummer) {
     if (!verlässtFlügel(Meldung::WiederholenFrage, Meldung::Wiederholen)) {
         return false;
     }
-    if (bilddatei() != messung->bilddatei) {
-        if (!QFileInfo::exists(Bildort::aus(messung->bilddatei).datei)) {
-            dialoge_.meldung(
-                texte_(Text::Fehler),
-                texte_(Text::BilddateiNichtGefunden) + u'\n' +
-                    texte_(Meldung::BildZumWiederholenFehlt)
-                        .arg(QDir::toNativeSeparators(messung->bilddatei), dreistellig(nummer)),
-                Meldungsart::Ausruf);
+    if (!liegtAuf(*messung, bilddatei(), messung_.bild())) {
+        const GesuchtesBild gesucht = gesuchtesBild(reihe_, *messung);
+        const QString pfad = zugang_->finde(gesucht);
+        if (pfad.isEmpty()) {
             return false;
         }
-        if (!öffne(messung->bilddatei, true)) {
+        if (pfad != gesucht.pfad) {
+            // A picture of that name which is shown here is another one.
+            befehle_.verlegeBild(gesucht, pfad, gesucht.pfad != bilddatei());
+        }
+        if (pfad != bilddatei() && !öffne(pfad, true)) {
             return false;
         }
+        messung = reihe_.messung(nummer);
     }
     const QPointF mitte = flügelmitte(*messung).value_or(mitte_);
     if (!mitteDerReihe_) {
@@ -584,12 +538,12 @@ void Messplatz::folge() {
 
 void Messplatz::folgeBild() {
     const QString pfad = messung_.bilddatei();
-    if (pfad == bilddatei() || (!pfad.isEmpty() && pfad == nichtZuÖffnen_)) {
+    if (wechseltBild_ || pfad == bilddatei() || (!pfad.isEmpty() && pfad == nichtZuÖffnen_)) {
         return;
     }
     nichtZuÖffnen_.clear();
-    if (pfad.isEmpty() || !öffne(pfad)) {
-        nichtZuÖffnen_ = pfad;
+    if (pfad.isEmpty() || !öffneWieder(pfad)) {
+        nichtZuÖffnen_ = messung_.bilddatei();
         datei_.reset();
         bild_->setBild({});
         setzeLupenbild({}, 1);
@@ -602,6 +556,63 @@ void Messplatz::folgeBild() {
     } else {
         zeigeMessen();
     }
+}
+
+bool Messplatz::öffneWieder(const QString& pfad) {
+    if (QFileInfo(Bildort::aus(pfad).datei).isFile()) {
+        return öffne(pfad);
+    }
+    const auto& messungen = reihe_.messungen();
+    const auto flügel = std::find_if(messungen.begin(), messungen.end(),
+                                     [&](const auto& m) { return m.second.bilddatei == pfad; });
+    const GesuchtesBild gesucht = flügel == messungen.end()
+                                      ? GesuchtesBild{.pfad = pfad, .kennung = {}}
+                                      : gesuchtesBild(reihe_, flügel->second);
+    const QString jetzt = zugang_->finde(gesucht);
+    if (jetzt.isEmpty()) {
+        return false;
+    }
+    befehle_.verlegeBild(gesucht, jetzt, true);
+    return öffne(jetzt);
+}
+
+bool Messplatz::bringeZurück(const QString& pfad) {
+    if (datei_ || !messung_.bilddatei().isEmpty() || messung_.punkte().begonnen()) {
+        return false;
+    }
+    QStringList orte;
+    if (!pfad.isEmpty()) {
+        zugang_->suche().vertraue(pfad);
+        orte += pfad;
+    }
+    if (const auto& messungen = reihe_.messungen();
+        !messungen.empty() && !messungen.rbegin()->second.bilddatei.isEmpty()) {
+        const GesuchtesBild gesucht = gesuchtesBild(reihe_, messungen.rbegin()->second);
+        if (const Bildfund fund = zugang_->suche().suche(gesucht);
+            fund.art == Bildfund::Art::Gefunden) {
+            if (fund.pfad != gesucht.pfad) {
+                befehle_.verlegeBild(gesucht, fund.pfad, true);
+            }
+            orte += fund.pfad;
+        }
+    }
+    for (const QString& ort : std::as_const(orte)) {
+        std::optional<Bilddatei> datei = zugang_->öffneStill(ort);
+        if (!datei) {
+            continue;
+        }
+        nimm(std::move(*datei));
+        mitte_ = QRectF(QPointF(), datei_->größe()).center();
+        befehle_.setzeBild(ort);
+        wechsle(Zustand::Übersicht);
+        zeigeRahmen();
+        übersicht_->setMitte(mitte_);
+        if (isVisible()) {
+            zeigeStandhinweis();
+        }
+        return true;
+    }
+    return false;
 }
 
 void Messplatz::folgeZoom() {
@@ -661,7 +672,7 @@ void Messplatz::zeigeErledigte() {
     std::vector<Marke> imBild;
     const int zoom = messung_.aufnahme().Zoomfaktor;
     for (const auto& [nummer, messung] : reihe_.messungen()) {
-        if (messung.bilddatei != bilddatei() ||
+        if (!liegtAuf(messung, bilddatei(), messung_.bild()) ||
             (messung_.wiederholt() && nummer == messung_.nummer())) {
             continue;
         }

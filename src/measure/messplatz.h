@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QAction;
@@ -19,6 +20,7 @@ class QStackedWidget;
 namespace tarvel {
 
 class Bild;
+class Bildzugang;
 class Lupe;
 class Übersicht;
 struct Zeigerereignis;
@@ -32,6 +34,7 @@ public:
 
     Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
               QWidget* parent = nullptr);
+    ~Messplatz() override;
 
     /// What the surroundings are told; members that are not set are not called.
     std::function<void(const Hinweis&)> ZeigeHinweis;
@@ -56,8 +59,16 @@ public:
     /// no page or stopped it. A file that holds several pictures is asked about unless @p pfad is
     /// the name of one that was open.
     bool ladeBild(const QString& pfad);
-    /// Milliseconds after which loading is told about in a window, where Escape stops it.
-    int zeigeLadenNach = 700;
+    /// Brings the picture back that was worked with last: @p pfad, or that of the last wing of the
+    /// series wherever it is now. False, with nothing said, when there is a picture already or none
+    /// can be found.
+    bool bringeZurück(const QString& pfad);
+    /// The ways to the picture files.
+    [[nodiscard]] Bildzugang& zugang();
+    /// What the file of the picture says, when it can be true; see tarvel::bildauflösung().
+    [[nodiscard]] std::optional<int> bildauflösung() const {
+        return datei_ ? bildauflösung_ : std::nullopt;
+    }
 
     /// Leaves a wing that is repeated, after a question when it was changed.
     void zeigeÜbersicht();
@@ -123,10 +134,11 @@ private:
     void folgeZoom();
     /// With @p ganz all pixels are there when it returns.
     bool öffne(const QString& pfad, bool ganz = false);
-    /// @p pfad, or the page of it that the user chose; empty when they chose none.
-    QString wähleSeite(const QString& pfad);
+    /// The same for a picture that was open before and may have been moved.
+    bool öffneWieder(const QString& pfad);
+    /// From now on @p datei is what is shown.
+    void nimm(Bilddatei datei);
     void zeigeStandhinweis();
-    void meldeBildfehler(const Bildfehler& fehler, const QString& pfad);
     void zeigeRahmen();
     /// True when the picture is hardly larger than the view, as that of a single wing is.
     [[nodiscard]] bool einFlügel() const;
@@ -142,7 +154,10 @@ private:
     Messbefehle& befehle_;
     const Messung& messung_;
     const Messreihe& reihe_;
+    std::unique_ptr<Bildzugang> zugang_;
     std::optional<Bilddatei> datei_;
+    std::optional<int> bildauflösung_;
+    bool wechseltBild_ = false;
     Zustand zustand_ = Zustand::OhneBild;
     QPointF mitte_;         ///< where measuring goes on, in pixels of the picture
     QString nichtZuÖffnen_; ///< picture of the current wing that was told of already

@@ -68,6 +68,12 @@ float chartwert(float wert, const QString& zeilenwert) {
 
 } // namespace
 
+bool liegtAuf(const Flügelmessung& flügel, const QString& bilddatei, const Bildkennung& bild) {
+    const bool andere =
+        !flügel.bild.marke.isEmpty() && !bild.marke.isEmpty() && flügel.bild != bild;
+    return flügel.bilddatei == bilddatei && !andere;
+}
+
 Zeilenwörter zeilenwörter(const Texte& texte) {
     return {texte(Text::CI), texte(Text::HI), texte(Text::DV), texte(Text::Klasse)};
 }
@@ -301,14 +307,26 @@ bool Messreihe::setzeAuflösung(std::span<const int> nummern, int dpi) {
     return !liste.empty();
 }
 
-std::vector<int> Messreihe::flügelAufBild(const QString& bilddatei) const {
+std::vector<int> Messreihe::flügelAufBild(const QString& bilddatei, const Bildkennung& bild) const {
     std::vector<int> liste;
     for (const auto& [nummer, messung] : messungen_) {
-        if (messung.bilddatei == bilddatei) {
+        if (liegtAuf(messung, bilddatei, bild)) {
             liste.push_back(nummer);
         }
     }
     return liste;
+}
+
+bool Messreihe::verlegeBild(const QString& bilddatei, const Bildkennung& bild,
+                            const QString& jetzt) {
+    bool verlegt = false;
+    for (auto& [nummer, messung] : messungen_) {
+        if (messung.bilddatei == bilddatei && messung.bild == bild && bilddatei != jetzt) {
+            messung.bilddatei = jetzt;
+            verlegt = true;
+        }
+    }
+    return verlegt;
 }
 
 void Messreihe::löscheAlle() {

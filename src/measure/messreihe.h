@@ -81,6 +81,11 @@ struct Flügelmessung {
     bool operator==(const Flügelmessung&) const = default;
 };
 
+/// True when a wing was measured on the picture @p bilddatei. Where both contents are known they
+/// have to be the same: a later scan may have taken the name.
+[[nodiscard]] bool liegtAuf(const Flügelmessung& flügel, const QString& bilddatei,
+                            const Bildkennung& bild = {});
+
 /// What is kept of a wing beside its lines and points.
 struct Flügelangaben {
     /// Not part of the sample: it stays in the series and counts nowhere.
@@ -174,8 +179,12 @@ public:
     /// computed anew and written with the separator of its line; the other indices do not depend on
     /// it. Wings without points are passed over. False when nothing changes.
     bool setzeAuflösung(std::span<const int> nummern, int dpi);
-    /// Wings measured on a picture file.
-    [[nodiscard]] std::vector<int> flügelAufBild(const QString& bilddatei) const;
+    /// Wings measured on a picture, as liegtAuf() says.
+    [[nodiscard]] std::vector<int> flügelAufBild(const QString& bilddatei,
+                                                 const Bildkennung& bild = {}) const;
+    /// Notes where the picture of wings is now. That is no change of what was measured.
+    /// False when there are none of it.
+    bool verlegeBild(const QString& bilddatei, const Bildkennung& bild, const QString& jetzt);
     /// @}
 
     /// True since the last change that was not yet stored.

@@ -121,6 +121,7 @@ public:
     /// The picture that is shown. No key and no drag puts a point outside it, and a wing that is
     /// taken over keeps what it is told by.
     void zeigtBild(Bildkennung bild) { bild_ = std::move(bild); }
+    [[nodiscard]] const Bildkennung& bild() const { return bild_; }
 
     [[nodiscard]] const Messstand& stand() const { return stand_; }
     void setzeStand(Messstand stand) { stand_ = std::move(stand); }

@@ -4,7 +4,6 @@
 #include "measure/aufloesung.h"
 
 #include <algorithm>
-#include <type_traits>
 #include <utility>
 
 namespace tarvel {
@@ -60,22 +59,6 @@ Arbeitsplatz::Stand Arbeitsplatz::stand() const {
             .messung = messung_.stand(),
             .angabenGeändert = u.angabenGeändert(),
             .messungenGeändert = u.messungenGeändert()};
-}
-
-/// Every change goes through here. @p befehl returns the step that it was, if it can be undone;
-/// commands within a command belong to the outer one.
-template <typename Befehl>
-void Arbeitsplatz::führeAus(Befehl&& befehl) {
-    ++tiefe_;
-    std::optional<Schritt> schritt;
-    if constexpr (std::is_void_v<decltype(befehl())>) {
-        befehl();
-    } else {
-        schritt = befehl();
-    }
-    if (--tiefe_ == 0) {
-        schließeAb(schritt);
-    }
 }
 
 void Arbeitsplatz::schließeAb(const std::optional<Schritt>& schritt) {
@@ -206,14 +189,6 @@ void Arbeitsplatz::NeuerFlügel() {
     });
 }
 
-void Arbeitsplatz::setzeBild(const QString& pfad) {
-    führeAus([&]() -> std::optional<Schritt> {
-        const bool verloren = messung_.wiederholt() || messung_.punkte().begonnen();
-        messung_.setzeBilddatei(pfad);
-        return verloren ? std::optional(Schritt{Schrittart::Bild}) : std::nullopt;
-    });
-}
-
 void Arbeitsplatz::setzeZoom(int zoomfaktor) {
     führeAus([&]() -> std::optional<Schritt> {
         const bool verloren = messung_.punkte().begonnen();
@@ -229,31 +204,6 @@ void Arbeitsplatz::setzeMessart(Messart messart) {
         merkeWahl(Schrittart::Messart);
         return andere ? std::optional(Schritt{Schrittart::Messart}) : std::nullopt;
     });
-}
-
-void Arbeitsplatz::setzeAuflösung(int dpi) {
-    führeAus([&]() -> std::optional<Schritt> {
-        const bool andere = dpi != messung_.aufnahme().dpi;
-        messung_.setzeAuflösung(dpi);
-        merkeWahl(Schrittart::Auflösung);
-        return andere ? std::optional(Schritt{Schrittart::Auflösung}) : std::nullopt;
-    });
-}
-
-/// Keeps the kind, or the resolution, of the series for the next start.
-void Arbeitsplatz::merkeWahl(Schrittart art) {
-    if (messung_.wiederholt()) {
-        return;
-    }
-    if (art == Schrittart::Messart) {
-        einstellungen_.messart = messung_.messart();
-        ini_.schreibe(Einstellung::Betriebsart, static_cast<int>(einstellungen_.messart));
-    } else if (art == Schrittart::Auflösung) {
-        einstellungen_.auflösung = messung_.aufnahme().dpi;
-        if (const int position = scannerposition(einstellungen_.auflösung); position >= 0) {
-            ini_.schreibe(Einstellung::ScannMessung, position);
-        }
-    }
 }
 
 bool Arbeitsplatz::wiederhole(int nummer) {
@@ -482,8 +432,11 @@ void Arbeitsplatz::beginneNeue(Personen personen) {
         untersuchung_.beginneNeu(personen == Personen::Dieselben ? fürNächstesVolk(neu, vorige)
                                                                  : neu);
         // A loaded examination brings the resolution it was measured with; a new one has the
-        // user's.
-        richteMessungEin(einstellungen_.auflösung, einstellungen_.messart);
+        // user's: the one chosen for the picture that is open, else the usual one.
+        const auto gewählt = bildauflösungen_.find(messung_.bilddatei());
+        richteMessungEin(gewählt == bildauflösungen_.end() ? einstellungen_.auflösung
+                                                           : gewählt->second,
+                         einstellungen_.messart);
     });
 }
 
@@ -529,20 +482,23 @@ bool Arbeitsplatz::speichere(Speicheranlass anlass) {
     return ergebnis.fertig;
 }
 
-void Arbeitsplatz::übernimmEinstellungen() {
+void Arbeitsplatz::übernimmEinstellungen(bool auflösung) {
     führeAus([&] {
+        const int bisher = einstellungen_.auflösung;
         const QStringList rassen = rassenliste(ini_);
-        einstellungen_ = {.regeln = {.BewertungAktiv = ini_.schalter(Einstellung::Beurteilung),
-                                     .OhneHaarlänge = ini_.schalter(Einstellung::OhneHaarlänge)},
-                          .Kurvenform = ini_.zahl(Einstellung::Kurvenform),
-                          .ZweiteKurve = ini_.zahl(Einstellung::ZweiteKurve),
-                          .rassen = rassen,
-                          .Rasse = std::clamp<int>(ini_.zahl(Einstellung::Rasse), 0,
-                                                   static_cast<int>(rassen.size()) - 1),
-                          .messart = static_cast<Messart>(
-                              std::clamp<int>(ini_.zahl(Einstellung::Betriebsart), 0, 2)),
-                          .auflösung = scannerauflösung(ini_.zahl(Einstellung::ScannMessung)),
-                          .Zoomfaktor = ini_.zahl(Einstellung::DefaultZoomHauptfenster) + 1};
+        einstellungen_ = {
+            .regeln = {.BewertungAktiv = ini_.schalter(Einstellung::Beurteilung),
+                       .OhneHaarlänge = ini_.schalter(Einstellung::OhneHaarlänge)},
+            .Kurvenform = ini_.zahl(Einstellung::Kurvenform),
+            .ZweiteKurve = ini_.zahl(Einstellung::ZweiteKurve),
+            .rassen = rassen,
+            .Rasse = std::clamp<int>(ini_.zahl(Einstellung::Rasse), 0,
+                                     static_cast<int>(rassen.size()) - 1),
+            .messart =
+                static_cast<Messart>(std::clamp<int>(ini_.zahl(Einstellung::Betriebsart), 0, 2)),
+            .auflösung =
+                auflösung ? scannerauflösung(ini_.zahl(Einstellung::ScannMessung)) : bisher,
+            .Zoomfaktor = ini_.zahl(Einstellung::DefaultZoomHauptfenster) + 1};
         änderung_.Einstellungen = true;
     });
 }

@@ -8,7 +8,10 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
+#include <span>
+#include <type_traits>
 #include <vector>
 
 namespace tarvel {
@@ -91,10 +94,12 @@ public:
     void NeuerFlügel();
     void setzeBild(const QString& pfad) override;
     void zeigtBild(const Bildkennung& bild) override { messung_.zeigtBild(bild); }
+    void verlegeBild(const GesuchtesBild& bild, const QString& jetzt, bool messung) override;
     void setzeZoom(int zoomfaktor) override;
     /// Kind and resolution that the user chose are remembered in the settings; those chosen while
     /// a wing is repeated are this wing's alone.
     void setzeMessart(Messart messart) override;
+    /// A resolution that is not in the list of the box belongs to the picture alone.
     void setzeAuflösung(int dpi);
     bool wiederhole(int nummer) override;
     void gibWiederholungAuf() override;
@@ -109,6 +114,9 @@ public:
     bool lassAus(const std::vector<int>& nummern, bool aus);
     bool löscheLetzte() { return löscheFlügel(reihe().letzteNummer()); }
     void löscheAlle();
+    /// Says that wings, and the picture that is shown if they lie on it, were scanned with @p dpi;
+    /// see Messreihe::setzeAuflösung. False when that changes no wing.
+    bool setzeAuflösung(std::span<const int> nummern, int dpi);
     void setzeMerkmale(const Merkmale& merkmale);
     /// Typing on in the same field belongs to one step, until beendeEingabe() or another command.
     void setzeAngaben(const Kolonieangaben& angaben);
@@ -146,7 +154,8 @@ public:
                  std::optional<Messart> messart = {});
     /// True when nothing is left to be stored, as Ablage::SpeichernDB says.
     bool speichere(Speicheranlass anlass);
-    void übernimmEinstellungen();
+    /// Without @p auflösung that of the next examination stays as the user chose it last.
+    void übernimmEinstellungen(bool auflösung = true);
     /// @}
 
     /// @name Journal
@@ -181,6 +190,8 @@ private:
         bool mitMessung = false; ///< the step changed what is being measured
     };
 
+    /// Every change goes through here. @p befehl returns the step that it was, if it can be undone;
+    /// commands within a command belong to the outer one.
     template <typename Befehl>
     void führeAus(Befehl&& befehl);
     bool messe(const std::function<Messergebnis()>& tun);
@@ -196,6 +207,8 @@ private:
     [[nodiscard]] Stand stand() const;
     void sichere();
     void merkeWahl(Schrittart art);
+    /// What is known of the picture that is shown.
+    [[nodiscard]] std::optional<int> bildauflösung() const;
     void richteMessungEin(std::optional<int> auflösung, std::optional<Messart> messart);
 
     Einstellungen& ini_;
@@ -206,6 +219,7 @@ private:
     Arbeitseinstellungen einstellungen_;
     Rassestandard standard_;
     int standardRasse_ = -1;
+    std::map<QString, int> bildauflösungen_; ///< that the user chose, by picture
     Beurteilung beurteilung_;
 
     Stand jetzt_; ///< as the last command left it
@@ -226,5 +240,19 @@ private:
     bool gesichert_ = true;
     QString ansicht_;
 };
+
+template <typename Befehl>
+void Arbeitsplatz::führeAus(Befehl&& befehl) {
+    ++tiefe_;
+    std::optional<Schritt> schritt;
+    if constexpr (std::is_void_v<decltype(befehl())>) {
+        befehl();
+    } else {
+        schritt = befehl();
+    }
+    if (--tiefe_ == 0) {
+        schließeAb(schritt);
+    }
+}
 
 } // namespace tarvel

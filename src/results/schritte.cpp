@@ -97,6 +97,8 @@ QString schrittname(const Schritt& schritt, const Texte& t) {
         return einOderMehr(Meldung::SchrittAuslassen, Meldung::SchrittMehrereAuslassen);
     case Schrittart::Wiederaufnehmen:
         return einOderMehr(Meldung::SchrittWiederaufnehmen, Meldung::SchrittMehrereWiederaufnehmen);
+    case Schrittart::Flügelauflösung:
+        return t(Meldung::FlügelauflösungTitel);
     }
     return {};
 }

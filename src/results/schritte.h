@@ -26,7 +26,8 @@ enum class Schrittart {
     Tiere,
     Merkmale,
     Auslassen,
-    Wiederaufnehmen
+    Wiederaufnehmen,
+    Flügelauflösung ///< that of wings of the series
 };
 
 struct Schritt {

@@ -73,6 +73,8 @@ constexpr std::array tabelle{
     Einstellungszeile{E::FensterLupeAmZeiger, u"Fenster", u"Lupe am Zeiger", Zahl, 0, u"", 0},
     // How many wings an examination shall have; only for showing how far it is.
     Einstellungszeile{E::Zielzahl, u"Allgemeines", u"Zielzahl", Zahl, 50, u"", 0},
+    // The picture that was open when the window was closed.
+    Einstellungszeile{E::LetztesBild, u"Fenster", u"Bild", Text, 0, u"", 2048},
 };
 
 constexpr bool inReihenfolge() {

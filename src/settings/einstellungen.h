@@ -58,6 +58,7 @@ enum class Einstellung {
     FensterWerkzeugtexte,
     FensterLupeAmZeiger,
     Zielzahl,
+    LetztesBild,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

@@ -1,5 +1,6 @@
 #include "app/fenster.h"
 #include "faults/bilderproben.h"
+#include "measure/bildzugang.h"
 #include "measure/messplatz.h"
 
 #include <QAbstractButton>
@@ -224,8 +225,8 @@ TEST_F(Messentest, repeatedWing_comesBackOntoItsPictureAndReplacesItsLines) {
     ASSERT_TRUE(hg().ladeBild(maleBild({700, 300}, u"zwei.png"_s)));
     QFile::remove(eins);
     wähle(u"men_Bearbeiten_1"_s);
-    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"Die Bilddatei wurde nicht gefunden."_s));
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(dialoge.fragen[0].text.contains(u"eins.png' wurde nicht gefunden"_s));
     EXPECT_EQ(bild().bild().size(), QSize(700, 300));
 }
 
@@ -281,7 +282,7 @@ TEST_F(Messentest, loadingStoppedByEscape_keepsThePicturePointsAndSilence) {
     klickeFlügel();
     übernimm();
     auto& platz = kind<Messplatz>(u"Messplatz"_s);
-    platz.zeigeLadenNach = 0;
+    platz.zugang().zeigeLadenNach = 0;
     const auto stoppe = [] {
         QTimer::singleShot(0, [] {
             auto* fenster = QApplication::activeModalWidget();
@@ -301,14 +302,13 @@ TEST_F(Messentest, loadingStoppedByEscape_keepsThePicturePointsAndSilence) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 
     const QString zwei = ordner.filePath(u"zwei.bmp"_s);
-    platz.zeigeLadenNach = 100'000;
+    platz.zugang().zeigeLadenNach = 100'000;
     ASSERT_TRUE(hg().ladeBild(zwei));
-    QFile::remove(ordner.filePath(u"eins.png"_s));
-    maleBild({3600, 2400}, u"eins.png"_s);
-    platz.zeigeLadenNach = 0;
+    maleBild({3600, 2400}, u"eins.png"_s); // the name now belongs to another picture
     QTest::mouseClick(kind<QListView>(u"Liste_CI"_s).viewport(), Qt::LeftButton, {}, {20, 8});
-    stoppe();
-    wähle(u"men_Bearbeiten_1"_s); // brings the wing back, which loads its picture
+    wähle(u"men_Bearbeiten_1"_s);
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(dialoge.fragen[0].text.contains(u"ein anderes Bild als das gemessene"_s));
     EXPECT_EQ(platz.bilddatei(), zwei);
     EXPECT_TRUE(übersicht().isVisible());
 }

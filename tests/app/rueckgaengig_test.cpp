@@ -208,8 +208,8 @@ TEST_F(Korrekturtest, undoWithoutItsPicture_saysSoAndLeavesNoPlaceForPoints) {
     ASSERT_TRUE(hg().ladeBild(zwei));
     ASSERT_TRUE(QFile::remove(eins));
     zurück();
-    ASSERT_THAT(dialoge.meldungen, SizeIs(1));
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"eins.png"_s));
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(dialoge.fragen[0].text.contains(u"eins.png"_s));
     EXPECT_FALSE(bild().isVisible());
     EXPECT_TRUE(reihe().leer());
     vor();

@@ -1,4 +1,5 @@
 #include "measure/bildaufloesung.h"
+#include "measure/bildort.h"
 #include "measure/bildsuche.h"
 
 #include <QBuffer>
@@ -98,6 +99,25 @@ TEST_F(BildsucheTest, pictureOfTheSameName_isTakenOnlyWhenItIsTheSame) {
     keins.close();
     EXPECT_EQ(suche.suche(bild).art, Art::AndererInhalt);
     EXPECT_EQ(suche.suche({}).art, Art::Fehlt);
+}
+
+TEST_F(BildsucheTest, otherComputer_isAskedOnlyWhenTheUserChoseItsFiles) {
+    for (const auto& [pfad, rechner] : {std::pair{uR"(\\Host\s\1.bmp)"_s, u"host"_s},
+                                        {u"//host/s/1.bmp"_s, u"host"_s},
+                                        {uR"(\/host/s)"_s, u"host"_s},
+                                        {uR"(\\?\UNC\host\s)"_s, u"host"_s},
+                                        {uR"(\\?\C:\s)"_s, QString()},
+                                        {uR"(C:\s\1.bmp)"_s, QString()},
+                                        {u"/s/1.bmp"_s, QString()}}) {
+        EXPECT_EQ(netzrechner(pfad), rechner) << pfad.toStdString();
+    }
+    // Here such a path is one of this computer, so only not looking keeps it from being found.
+    GesuchtesBild bild = gemessen(male(u"1.bmp"_s, 10));
+    bild.pfad = u'/' + bild.pfad;
+    EXPECT_EQ(suche.suche(bild).art, Art::Fehlt);
+    EXPECT_FALSE(suche.gehörtZu(bild, in(u"1.bmp"_s), bild.kennung));
+    suche.vertraue(bild.pfad);
+    EXPECT_EQ(suche.suche(bild).art, Art::Gefunden);
 }
 
 TEST_F(BildsucheTest, picturesOfASeries_areEachAskedForOnceWithAllTheirPoints) {

@@ -1,0 +1,129 @@
+// Pictures in the real window: their resolution, and finding them again after they were moved.
+
+#include "app/fenster.h"
+#include "measure/bildsuche.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QDir>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTimer>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::HasSubstr;
+
+namespace {
+
+struct Bildertest : Fenstertest {
+    QString status() const { return kind<QLabel>(u"lab_Status"_s).text(); }
+    QPushButton& angebot() const { return kind<QPushButton>(u"bef_Bildauflösung"_s); }
+    int dpi(int nummer = 1) const { return reihe().messung(nummer)->aufnahme.dpi; }
+    QString maleMitAuflösung(int dpi, const QString& name) const {
+        QImage bild(906, 320, QImage::Format_Grayscale8);
+        bild.fill(210);
+        bild.setDotsPerMeterX(qRound(dpi / 0.0254));
+        bild.setDotsPerMeterY(qRound(dpi / 0.0254));
+        EXPECT_TRUE(bild.save(ordner.filePath(name)));
+        return ordner.filePath(name);
+    }
+    /// A stored examination with one wing, on a picture that then goes into another folder.
+    QString missUndVerlege() {
+        EXPECT_TRUE(starte());
+        missFlügel();
+        wähle(u"men_Datei_2"_s);
+        EXPECT_FALSE(hg().untersuchung().geändert());
+        EXPECT_TRUE(hg().close());
+        EXPECT_TRUE(QDir(ordner.path()).mkpath(u"archiv/2025"_s));
+        const QString neu = ordner.filePath(u"archiv/2025/flügel 100%.png"_s);
+        EXPECT_TRUE(QFile::rename(ordner.filePath(u"flügel 100%.png"_s), neu));
+        EXPECT_TRUE(starte());
+        hg().resize(1280, 800);
+        QTest::qWait(0);
+        EXPECT_EQ(reihe().nummern().size(), 1U);
+        return neu;
+    }
+};
+
+} // namespace
+
+TEST_F(Bildertest, resolutionOfThePicture_isOffered_andNeverWrittenAsAPosition) {
+    ASSERT_TRUE(starte());
+    hg().resize(1280, 800);
+    const QByteArray vorher = ini();
+    ASSERT_TRUE(hg().ladeBild(maleMitAuflösung(72, u"72.png"_s)));
+    EXPECT_TRUE(angebot().isHidden());
+    ASSERT_TRUE(hg().ladeBild(maleMitAuflösung(1600, u"1600.png"_s)));
+    EXPECT_THAT(hinweis().toStdString(), HasSubstr("1600 dpi"));
+    ASSERT_TRUE(angebot().isVisible());
+    QTest::mouseClick(&angebot(), Qt::LeftButton);
+    EXPECT_TRUE(angebot().isHidden());
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"1600 dpi"_s);
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).findData(2400), 3);
+    klickeFlügel();
+    EXPECT_EQ(dpi(), 1600);
+    EXPECT_EQ(ini(), vorher);
+    dialoge.antworten = {Antwort::Nein}; // not saved
+    wähle(u"men_Datei_0"_s);
+    EXPECT_THAT(status().toStdString(), HasSubstr("1600 dpi")); // the same picture is open
+}
+
+TEST_F(Bildertest, resolutionOfMeasuredWings_isCorrectedAfterShowingTheChange_inOneStep) {
+    ASSERT_TRUE(starte());
+    missFlügel();
+    const int vorher = dpi();
+    const float DV = reihe().chartwerte(1).DV;
+    for (const bool ja : {false, true}) {
+        QTimer::singleShot(0, [this, ja] {
+            auto& fenster = *qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            auto& bef_OK = tarvel::kind<QPushButton>(fenster, u"bef_OK"_s);
+            EXPECT_FALSE(bef_OK.isEnabled()); // nothing would change
+            auto& wahl = tarvel::kind<QComboBox>(fenster, u"cbo_Auflösung"_s);
+            wahl.setCurrentIndex(wahl.findData(2400));
+            auto& tabelle = tarvel::kind<QTableWidget>(fenster, u"tab_Wechsel"_s);
+            EXPECT_NE(tabelle.item(0, 2)->text(), tabelle.item(0, 3)->text());
+            EXPECT_TRUE(bef_OK.isEnabled());
+            QTest::mouseClick(ja ? &bef_OK
+                                 : &tarvel::kind<QPushButton>(fenster, u"bef_Abbrechen"_s),
+                              Qt::LeftButton);
+        });
+        wähle(u"men_Bearbeiten_20"_s);
+        EXPECT_EQ(dpi(), ja ? 2400 : vorher);
+        EXPECT_EQ(reihe().chartwerte(1).DV == DV, !ja);
+    }
+    EXPECT_THAT(status().toStdString(), HasSubstr("2400 dpi"));
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_EQ(dpi(), vorher);
+    EXPECT_EQ(reihe().chartwerte(1).DV, DV);
+}
+
+TEST_F(Bildertest, movedPicture_isAskedFor_andServesWithoutChangingTheExamination) {
+    const QString neu = missUndVerlege();
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_THAT(dialoge.fragen.back().text.toStdString(), HasSubstr("Wo liegt es jetzt?"));
+    EXPECT_FALSE(bild().isVisible());
+    dialoge.antworten = {Antwort::Ja};
+    dialoge.dateien = {maleBild({906, 320}, u"anderes.bmp"_s)};
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_THAT(dialoge.meldungen.back().toStdString(), HasSubstr("ist ein anderes Bild"));
+    dialoge.antworten = {Antwort::Ja};
+    dialoge.dateien = {neu};
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_TRUE(bild().isVisible());
+    EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
+    EXPECT_FALSE(hg().untersuchung().geändert());
+}
+
+TEST_F(Bildertest, pictureLoadedByHandElsewhere_showsItsWings_andComesBackAtTheNextStart) {
+    const QString neu = missUndVerlege();
+    ASSERT_TRUE(hg().ladeBild(neu));
+    EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
+    EXPECT_FALSE(hg().untersuchung().geändert());
+    EXPECT_FALSE(kind<QAction>(u"men_Bearbeiten_3"_s).isEnabled()); // no step
+    ASSERT_TRUE(hg().close());
+    ASSERT_TRUE(starte());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return status().contains(u"flügel 100%.png"_s); }));
+    EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
+    EXPECT_THAT(dialoge.meldungen, testing::IsEmpty());
+}
