@@ -72,7 +72,9 @@ TEST_F(Korrekturtest, repeatedWing_keepsItsNumberWhateverChangesUntilItIsTakenOv
     klickeAlle();
     rechts();
     klickeAlle({5, 0});
+    dialoge.antworten = {Antwort::Ja}; // although it lies on the first one
     rechts();
+    dialoge.fragen.clear();
     wiederholeErsten();
     ASSERT_EQ(flügel(), Wiederholt);
     wähle(u"men_Bearbeiten_2"_s); // clears the points
