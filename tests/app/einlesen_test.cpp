@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <sys/stat.h>
+
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
@@ -129,6 +131,15 @@ TEST_F(Einlesetest, fileThatIsNone_isNamedAndTheExaminationStays) {
     }
     EXPECT_FALSE(hg().öffneDatei(ordner.filePath(u"fehlt.bee"_s)));
     EXPECT_FALSE(hg().öffneDatei(ordner.filePath(u"fehlt.tps"_s)));
+    // Nobody writes into these pipes, and nobody will.
+    const QStringList rohre{ordner.filePath(u"rohr.Bee"_s), ordner.filePath(u"rohr.csv"_s)};
+    for (const QString& rohr : rohre) {
+        ASSERT_EQ(::mkfifo(QFile::encodeName(rohr).constData(), 0600), 0);
+        EXPECT_FALSE(hg().öffneDatei(rohr));
+        EXPECT_TRUE(dialoge.meldungen.last().endsWith(u"zu einem Programm, keine Datei."_s));
+    }
+    hg().öffneDateien({rohre[0], rohre[0]}); // as several are imported
+    EXPECT_TRUE(dialoge.meldungen.last().contains(rohre[0]));
     EXPECT_EQ(text(u"txt_Volk"_s), u"9"_s);
     EXPECT_THAT(dialoge.fragen, IsEmpty());
 }
