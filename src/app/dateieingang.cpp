@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace tarvel {
 
@@ -218,7 +219,15 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
         return false;
     }
     const auto& koordinaten = std::get<Koordinaten>(gelesen);
-    const std::optional<int> dpi = frageAuflösung(pfad, auflösungAus(koordinaten));
+    const auto ohneAuflösung =
+        std::count_if(koordinaten.flügel.begin(), koordinaten.flügel.end(),
+                      [](const Koordinatensatz& satz) { return !auflösungAus(satz).has_value(); });
+    const bool alleOhne = ohneAuflösung == std::ssize(koordinaten.flügel);
+    const bool verschieden = !alleOhne && !auflösungAus(koordinaten);
+    std::optional<int> dpi = arbeitsplatz_.einstellungen().auflösung;
+    if (ohneAuflösung > 0 || !verschieden) {
+        dpi = frageAuflösung(pfad, koordinaten, verschieden ? ohneAuflösung : 0);
+    }
     if (!dpi) {
         return false;
     }
@@ -232,6 +241,7 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
     Koordinatenreihe eingelesen =
         reiheAus(koordinaten, {.messart = arbeitsplatz_.einstellungen().messart,
                                .aufnahme = {1, *dpi},
+                               .eigeneAuflösung = verschieden,
                                .format = umgebung_.format,
                                .lage = lage});
     QStringList ohneWerte;
@@ -253,11 +263,19 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
     angaben.Tiere = neu.angaben().Tiere;
     neu.beginneNeu(angaben);
     neu.setzeReihe(eingelesen.reihe);
-    arbeitsplatz_.nimmEin(neu, *dpi);
+    std::set<int> gerechnet;
+    const std::vector<int> nummern = neu.reihe().nummern();
+    for (const int nummer : nummern) {
+        gerechnet.insert(neu.reihe().messung(nummer)->aufnahme.dpi);
+    }
+    arbeitsplatz_.nimmEin(neu, neu.reihe().messung(nummern.back())->aufnahme.dpi);
     dienste_.verteiler.ausführen(befehl::Kurven);
+    QStringList worte;
+    for (const int wert : gerechnet) {
+        worte << QString::number(wert);
+    }
     dienste_.hinweise.zeige(
-        {Meldung::KoordinatenEingelesen,
-         {QString::number(arbeitsplatz_.reihe().nummern().size()), QString::number(*dpi)}});
+        {Meldung::KoordinatenEingelesen, {QString::number(nummern.size()), worte.join(u", "_s)}});
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);
@@ -272,9 +290,16 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
     return true;
 }
 
-std::optional<int> Dateieingang::frageAuflösung(const QString& pfad,
-                                                std::optional<int> ausDatei) const {
+std::optional<int> Dateieingang::frageAuflösung(const QString& pfad, const Koordinaten& koordinaten,
+                                                std::ptrdiff_t ohne) const {
     const Texte& t = umgebung_.texte;
+    const QString name = QFileInfo(pfad).fileName();
+    const std::optional<int> ausDatei = auflösungAus(koordinaten);
+    QString frage = ohne > 0 ? t(Meldung::AuflösungFrageOhne).arg(name, QString::number(ohne))
+                             : t(Meldung::AuflösungFrage).arg(name);
+    if (ausDatei && koordinaten.flügel.front().maßstab) {
+        frage += u'\n' + t(Meldung::AuflösungAusMaßstab).arg(*ausDatei);
+    }
     std::vector<int> dpi(Scannerauflösungen.begin(), Scannerauflösungen.end());
     const int vorgabe = ausDatei.value_or(arbeitsplatz_.einstellungen().auflösung);
     auto stelle = std::lower_bound(dpi.begin(), dpi.end(), vorgabe);
@@ -286,8 +311,7 @@ std::optional<int> Dateieingang::frageAuflösung(const QString& pfad,
         worte << QString::number(wert) + u' ' + t(Meldung::EinheitDpi);
     }
     const std::optional<int> wahl = umgebung_.dialoge.auswahl(
-        t(Text::Importieren), t(Meldung::AuflösungFrage).arg(QFileInfo(pfad).fileName()), worte,
-        static_cast<int>(stelle - dpi.begin()));
+        t(Text::Importieren), frage, worte, static_cast<int>(stelle - dpi.begin()));
     return wahl ? std::optional(dpi.at(static_cast<std::size_t>(*wahl))) : std::nullopt;
 }
 

@@ -11,6 +11,8 @@
 
 namespace tarvel {
 
+struct Koordinaten;
+
 /// How files come into the window: pictures, results files, and what other programs wrote.
 class Dateieingang {
 public:
@@ -35,10 +37,10 @@ private:
     /// The bytes of a file that is read in; nullopt, with a message, when there are none.
     [[nodiscard]] std::optional<QByteArray> lesEin(const QString& pfad);
     void berichte(Meldung ergebnis, const QString& pfad, const QStringList& gründe) const;
-    /// The resolution that coordinates were measured at, which the discoidal shift depends on.
-    /// nullopt when the user gave up.
-    [[nodiscard]] std::optional<int> frageAuflösung(const QString& pfad,
-                                                    std::optional<int> ausDatei) const;
+    /// The resolution that coordinates were measured at, which the discoidal shift depends on: of
+    /// the @p ohne wings that bring none along, or of all for 0. nullopt when the user gave up.
+    [[nodiscard]] std::optional<int>
+    frageAuflösung(const QString& pfad, const Koordinaten& koordinaten, std::ptrdiff_t ohne) const;
     /// Takes the measurement file @p pfad over as a new examination. False, with a message, when it
     /// is none.
     bool lesMessdatei(const QString& pfad);

@@ -71,7 +71,7 @@ std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const Q
         }
         return alles;
     }
-    std::optional<QByteArray> bytes = dateiinhalt(datei);
+    std::optional<QByteArray> bytes = strominhalt(datei);
     if (!bytes) {
         meldeUnlesbar(umgebung, datei);
     }

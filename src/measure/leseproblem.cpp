@@ -71,9 +71,10 @@ QString textMitZeile(const Leseproblem& problem, const Texte& texte) {
 
 QString textUnlesbar(const QString& pfad, const Texte& texte) {
     const QFileInfo datei(pfad);
-    const Meldung grund = datei.isDir()    ? Meldung::DateiIstOrdner
-                          : datei.exists() ? Meldung::DateiKeineRechte
-                                           : Meldung::DateiVerschwunden;
+    const Meldung grund = datei.isDir()                       ? Meldung::DateiIstOrdner
+                          : datei.exists() && !datei.isFile() ? Meldung::DateiBesondere
+                          : datei.exists()                    ? Meldung::DateiKeineRechte
+                                                              : Meldung::DateiVerschwunden;
     return texte(grund).arg(QDir::toNativeSeparators(pfad));
 }
 

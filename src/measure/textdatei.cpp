@@ -3,6 +3,7 @@
 #include "platform/codepage.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -52,6 +53,10 @@ Dateitext dekodiert(QByteArrayView bytes) {
 } // namespace
 
 std::optional<QByteArray> dateiinhalt(const QString& pfad) {
+    return QFileInfo(pfad).isFile() ? strominhalt(pfad) : std::nullopt;
+}
+
+std::optional<QByteArray> strominhalt(const QString& pfad) {
     QFile datei(pfad);
     if (!datei.open(QIODevice::ReadOnly)) {
         return std::nullopt;

@@ -13,9 +13,14 @@ namespace tarvel {
 /// The most bytes that a text file with measurements may have. Two hundred wings need a thousandth.
 inline constexpr qsizetype GrößteTextdatei = qsizetype{16} * 1024 * 1024;
 
-/// The content of a file, but no more than is needed to see that it is too large. nullopt when the
-/// file cannot be read.
+/// @name Content of a file, but no more than is needed to see that it is too large; nullopt when it
+/// cannot be read
+/// @{
+/// Of a regular file alone: nothing waits for what a pipe may bring.
 [[nodiscard]] std::optional<QByteArray> dateiinhalt(const QString& pfad);
+/// Of a pipe or a device too.
+[[nodiscard]] std::optional<QByteArray> strominhalt(const QString& pfad);
+/// @}
 
 /// The text of a file.
 struct Dateitext {

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <sys/stat.h>
+
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
@@ -129,8 +131,43 @@ TEST_F(Einlesetest, fileThatIsNone_isNamedAndTheExaminationStays) {
     }
     EXPECT_FALSE(hg().öffneDatei(ordner.filePath(u"fehlt.bee"_s)));
     EXPECT_FALSE(hg().öffneDatei(ordner.filePath(u"fehlt.tps"_s)));
+    // Nobody writes into these pipes, and nobody will.
+    const QStringList rohre{ordner.filePath(u"rohr.Bee"_s), ordner.filePath(u"rohr.csv"_s)};
+    for (const QString& rohr : rohre) {
+        ASSERT_EQ(::mkfifo(QFile::encodeName(rohr).constData(), 0600), 0);
+        EXPECT_FALSE(hg().öffneDatei(rohr));
+        EXPECT_TRUE(dialoge.meldungen.last().endsWith(u"zu einem Programm, keine Datei."_s));
+    }
+    hg().öffneDateien({rohre[0], rohre[0]}); // as several are imported
+    EXPECT_TRUE(dialoge.meldungen.last().contains(rohre[0]));
     EXPECT_EQ(text(u"txt_Volk"_s), u"9"_s);
     EXPECT_THAT(dialoge.fragen, IsEmpty());
+}
+
+TEST_F(Einlesetest, wingsOfSeveralResolutions_keepTheirOwnAndTheOthersAreAskedFor) {
+    const QByteArray kopf = "dpi," + csvKopf;
+    const QString beide =
+        datei(kopf + "1200," + flügelzeile("a", 0) + "2400," + flügelzeile("b", 0), u"beide.csv"_s);
+    ASSERT_TRUE(hg().öffneDatei(beide));
+    EXPECT_THAT(dialoge.auswahlen, IsEmpty()); // the file says it all
+    EXPECT_EQ(reihe().messung(1)->aufnahme.dpi, 1200);
+    EXPECT_EQ(reihe().messung(2)->aufnahme.dpi, 2400);
+    EXPECT_TRUE(hinweis().contains(u"1200, 2400 dpi"_s)) << qPrintable(hinweis());
+
+    dialoge.antworten = {Antwort::Nein};
+    dialoge.wahl = 3;
+    const QString eine =
+        datei(kopf + "600," + flügelzeile("a", 0) + "," + flügelzeile("b", 0), u"eine.csv"_s);
+    ASSERT_TRUE(hg().öffneDatei(eine));
+    ASSERT_THAT(dialoge.auswahlen, SizeIs(1));
+    EXPECT_TRUE(dialoge.auswahlen[0].startsWith(u"Flügel in 'eine.csv' ohne Auflösung: 1."_s));
+    EXPECT_EQ(reihe().messung(1)->aufnahme.dpi, 600);
+    EXPECT_EQ(reihe().messung(2)->aufnahme.dpi, 2400);
+
+    dialoge.antworten = {Antwort::Nein};
+    QByteArray tps = "LM=8\n400 50\n92 75\n360 56\n288 62\n286 116\n237 147\n216 143\n292 201\n";
+    ASSERT_TRUE(hg().öffneDatei(datei(tps + "ID=1\nSCALE=0.02117\n", u"maß.tps"_s)));
+    EXPECT_TRUE(dialoge.auswahlen.last().contains(u"Millimeter je Bildpunkt"_s));
 }
 
 TEST_F(Einlesetest, pictureThatIsNone_isNotAskedForItsSizeAndTheWingsAreTaken) {
