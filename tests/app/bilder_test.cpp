@@ -75,7 +75,7 @@ TEST_F(Bildertest, resolutionOfMeasuredWings_isCorrectedAfterShowingTheChange_in
     const int vorher = dpi();
     const float DV = reihe().chartwerte(1).DV;
     for (const bool ja : {false, true}) {
-        QTimer::singleShot(0, [this, ja] {
+        QTimer::singleShot(0, [ja] {
             auto& fenster = *qobject_cast<QDialog*>(QApplication::activeModalWidget());
             auto& bef_OK = tarvel::kind<QPushButton>(fenster, u"bef_OK"_s);
             EXPECT_FALSE(bef_OK.isEnabled()); // nothing would change

@@ -168,7 +168,8 @@ TEST(Flügelprobe, wingFarFromItsSample_isFoundFromEightWingsOn) {
     EXPECT_THAT(ausreißer(reihe), ElementsAre(1));
     misst(2.8F, 1.02F, -4.0F); // an even sample has some play: 1.02 is near enough to 1.00
     EXPECT_THAT(ausreißer(reihe), ElementsAre(1, 9));
-    EXPECT_EQ(flügelzweifel(reihe).at(9), std::vector{Flügelzweifel{Art::AbseitsDerProbe, {}}});
+    const Flügelzweifel abseits{Art::AbseitsDerProbe, {}};
+    EXPECT_EQ(flügelzweifel(reihe).at(9), std::vector{abseits});
     reihe.lassAus(1, true);
     EXPECT_THAT(ausreißer(reihe), ElementsAre(9));
     reihe.lassAus(9, true);
