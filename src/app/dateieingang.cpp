@@ -46,7 +46,7 @@ Dateiart dateiart(const QString& pfad) {
 
 /// Lays a wing onto its picture, which lies beside the file that names it. Where there is none, it
 /// is turned over about its own middle, which leaves its shape right, and the picture is noted in
-/// @p ohneBild; the wing names it no longer, because its points would lie in the wrong place on it.
+/// @p ohneBild.
 void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneBild) {
     const QString bild = ordner.filePath(messung.bilddatei);
     // Whoever wrote the file may name any computer; the user chose only that of the file itself.
@@ -64,7 +64,6 @@ void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneB
     if (!ohneBild.contains(messung.bilddatei)) {
         ohneBild << messung.bilddatei;
     }
-    messung.bilddatei.clear();
     messung.punkte = gespiegelt(messung.punkte, eigeneHöhe(messung.punkte)).value();
 }
 

@@ -154,10 +154,11 @@ bool Bildquelle::seek(qint64 stelle) {
 }
 
 qint64 Bildquelle::readData(char* ziel, qint64 anzahl) {
+    // An end, never an error: a decoder for TIFF takes -1 for a number of bytes.
     if (halt_ || rest_ <= 0)
-        return -1;
-    const qint64 gelesen = datei_.read(ziel, std::min(anzahl, rest_));
-    rest_ -= std::max<qint64>(0, gelesen);
+        return 0;
+    const qint64 gelesen = std::max<qint64>(0, datei_.read(ziel, std::min(anzahl, rest_)));
+    rest_ -= gelesen;
     stelle_ = datei_.pos();
     return gelesen;
 }
