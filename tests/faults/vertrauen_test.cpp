@@ -267,7 +267,7 @@ TEST_F(Vertrauen, awkwardNames_workForEveryFile) {
         NeueDatenbank(in(u".tdb"_s));
         EXPECT_TRUE(hg().öffneDatei(in(u".tdb"_s)));
         missFlügel();
-        EXPECT_TRUE(hg().ladeBild(maleBild({906, 320}, name + u".png"_s)));
+        EXPECT_TRUE(hg().ladeBild(maleBild({900, 320}, name + u".png"_s)));
         EXPECT_THAT(verfälscht(), IsEmpty());
         EXPECT_TRUE(gezeigt(kind<QLabel>(u"lab_Status"_s).toolTip()).contains(name.simplified()) ||
                     name != name.simplified());
@@ -290,8 +290,8 @@ TEST_F(Vertrauen, awkwardNames_workForEveryFile) {
         EXPECT_TRUE(dialoge.meldungen[0].contains(in(u".Bee"_s)));
 
         // The wing's picture is gone: its name comes out of the file with the results.
-        ASSERT_TRUE(starte());
         QFile::remove(ordner.filePath(u"flügel 100%.png"_s));
+        ASSERT_TRUE(starte());
         wähle(u"men_Bearbeiten_1"_s);
         ASSERT_FALSE(dialoge.fragen.empty()); // where it is now
         EXPECT_TRUE(dialoge.fragen.back().text.contains(u"flügel 100%.png"_s));
@@ -323,7 +323,7 @@ TEST_F(Vertrauen, pictureNamedInADatabase_isReadAndNeverStarted) {
     programm->einstellungen().schreibe(Einstellung::Grafikprogramm, u"/usr/bin/malen"_s);
     ASSERT_TRUE(starte());
     erwarteNichtsGestartet();
-    wähle(u"men_Bearbeiten_1"_s);           // asks for the picture of the wing
+    wähle(u"men_Bearbeiten_1"_s);         // asks for the picture of the wing
     ASSERT_FALSE(dialoge.fragen.empty()); // what lies there is not the picture
     EXPECT_TRUE(dialoge.fragen.back().text.contains(QFileInfo(skript).fileName()));
     erwarteNichtsGestartet();
