@@ -249,17 +249,6 @@ TEST_F(Sitzungstest, givenUpInAFolderThatKeepsItsNames_doesNotComeBack) {
 }
 #endif
 
-TEST_F(Sitzungstest, longSession_staysQuickToRead) {
-    Sitzung sitzung(pfad_);
-    Sitzungsstand stand = probesitzung(150, 0);
-    for (int i = 0; i < 150; ++i) {
-        stand.angaben.Volk = QString::number(i);
-        ASSERT_TRUE(sitzung.merke(stand));
-    }
-    EXPECT_LT(bytes().size(), 3'000'000);
-    EXPECT_EQ(gelesen(), abbild(stand));
-}
-
 TEST_F(Sitzungstest, fileCutOffAtAnyByte_isOneOfTheStates) {
     QList<QByteArray> dateistände{{}};
     QStringList stände{u"nichts"_s};
