@@ -130,7 +130,7 @@ QByteArray rasterformat(QIODevice& quelle) {
     for (const auto& [zeichen, format] : Anfänge) {
         if (!anfang.startsWith(zeichen))
             continue;
-        const QByteArray name = format;
+        QByteArray name = format;
         if (name == "webp")
             return anfang.mid(8) == "WEBP" ? name : QByteArray();
         if (name != "pnm")

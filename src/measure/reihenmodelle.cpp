@@ -268,6 +268,7 @@ void Reihenmodelle::aktualisiere() {
     const Zeilenwörter wörter = zeilenwörter(texte_);
     const auto nummern = [](const auto& zeilen) {
         std::vector<int> liste;
+        liste.reserve(zeilen.size());
         for (const auto& zeile : zeilen) {
             liste.push_back(zeile.nummer);
         }

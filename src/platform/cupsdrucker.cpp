@@ -24,6 +24,7 @@ struct Cups {
         da = da && gefunden != nullptr;
         return gefunden;
     }
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a declared name takes no parentheses
 #define TARVEL_CUPS(aufruf) decltype(&::aufruf) aufruf = hole<decltype(&::aufruf)>(#aufruf)
     TARVEL_CUPS(cupsGetDests2);
     TARVEL_CUPS(cupsFreeDests);
