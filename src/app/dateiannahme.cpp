@@ -29,7 +29,7 @@ constexpr qsizetype GrößteSendung = qsizetype{1} * 1024 * 1024;
 constexpr std::chrono::seconds Höchstdauer{10};
 
 QString adresse(const QString& ordner) {
-    const QString pfad = Instanz::eigenerPfad(ordner, u".socket"_s);
+    QString pfad = Instanz::eigenerPfad(ordner, u".socket"_s);
 #ifdef Q_OS_WIN
     return QFileInfo(pfad).fileName();
 #else

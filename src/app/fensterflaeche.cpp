@@ -165,11 +165,11 @@ QString Fensterfläche::hilfethema() const {
 std::vector<int> Fensterfläche::gewählteFlügel() const {
     const QWidget* ansicht = gezeigte();
     std::vector<int> gewählt;
-    if (ansicht == tabelle_) {
+    if (tabelle_ != nullptr && ansicht == tabelle_) {
         gewählt = tabelle_->gewählteNummern();
     } else if (const auto* diagramm = dynamic_cast<const Diagrammansicht*>(ansicht)) {
         gewählt = diagramm->hervorgehoben();
-    } else if (ansicht == alle_) {
+    } else if (alle_ != nullptr && ansicht == alle_) {
         gewählt = alle_->gewählteNummern();
     } else if (amMessplatz()) {
         const int nummer = messplatz->flügelAmZeiger();
