@@ -101,7 +101,7 @@ QString Bildzugang::finde(const GesuchtesBild& bild) {
         return {};
     }
     suche_.vertraue(gewählt);
-    const QString pfad = Bildort{gewählt, Bildort::aus(bild.pfad).seite}.name();
+    QString pfad = Bildort{gewählt, Bildort::aus(bild.pfad).seite}.name();
     if (!suche_.ist(pfad, bild)) {
         dialoge_.meldung(
             titel, texte_(Meldung::BildIstEinAnderes).arg(QDir::toNativeSeparators(gewählt), name),
