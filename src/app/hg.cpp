@@ -5,6 +5,7 @@
 #include "app/hinweiszeile.h"
 #include "app/info.h"
 #include "app/optionen.h"
+#include "app/programmsymbol.h"
 #include "app/textbefehle.h"
 #include "evaluation/diagrammansicht.h"
 #include "evaluation/merkmalansicht.h"
@@ -588,6 +589,7 @@ void HG::paintEvent(QPaintEvent* event) {
 }
 
 void HG::beendeStart() {
+    zeigeProgrammsymbol();
     fläche_.baueRest();
     // Settled at once: nothing moves under the pointer of somebody who is already clicking.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
