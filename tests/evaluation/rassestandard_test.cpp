@@ -32,7 +32,7 @@ struct RassestandardTest : testing::Test {
         SpeichernKarte5Arbeiterinnen(standard, rasse, ini);
         SpeichernKarte5Drohnen(standard, rasse, ini);
         const bool linien = SpeichernKarte5Linien(standard, rasse, ini, speicher);
-        return ini.sichern() && linien;
+        return ini.sichere() && linien;
     }
 
     QTemporaryDir ordner;
@@ -181,7 +181,7 @@ TEST_F(RassestandardTest, unwritableUserStore_isReportedAndTheFileIsSavedAllTheS
     speicher = Benutzerspeicher(ordner.path());
     Profil ini(pfad);
     EXPECT_FALSE(SpeichernKarte5Linien(anderer(), 1, ini, speicher));
-    ASSERT_TRUE(ini.sichern());
+    ASSERT_TRUE(ini.sichere());
     Rassestandard standard;
     LadenGrenzlinien(standard, 1, einstellungen);
     EXPECT_EQ(standard.linien, anderer().linien);
