@@ -1,7 +1,9 @@
 #include "results/ergebnisdatei.h"
 
 #include "platform/codepage.h"
+#include "platform/dateiausgabe.h"
 #include "results/begleitdateien.h"
+#include "results/dateizugang.h"
 #include "results/sqlfunktionen.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -58,6 +60,12 @@ bool istVollständigOhneLog(const QString& pfad) {
            QFileInfo(pfad + u"-wal"_s).size() == 0;
 }
 
+/// The way to files, on which nothing has failed yet.
+const char* neuerZugang() {
+    vergissSystemfehler();
+    return geschützterZugang();
+}
+
 /// How the engine is told of a file that nobody changes meanwhile.
 std::string unveränderlich(const QString& pfad) {
     return QUrl::fromLocalFile(pfad).toEncoded().toStdString() + "?immutable=1";
@@ -67,15 +75,12 @@ std::string gequotet(QString text) {
     return (u'\'' + text.replace(u'\'', u"''"_s) + u'\'').toStdString();
 }
 
-Datenbankgrund grundFür(int code, const QString& pfad) {
+/// @p art of the system's error that the engine met.
+Datenbankgrund grundFür(int code, Fehlerart art, const QString& pfad) {
     const QFileInfo info(pfad);
     switch (code) { // what the general code alone does not tell
     case SQLITE_READONLY_DBMOVED:
         return Datenbankgrund::Verschwunden;
-    case SQLITE_IOERR_WRITE:
-    case SQLITE_IOERR_FSYNC:
-    case SQLITE_IOERR_TRUNCATE:
-        return info.exists() ? Datenbankgrund::Voll : Datenbankgrund::Verschwunden;
     case SQLITE_IOERR_SHORT_READ:
         return Datenbankgrund::Beschädigt;
     case SQLITE_IOERR_LOCK:
@@ -106,9 +111,17 @@ Datenbankgrund grundFür(int code, const QString& pfad) {
         if (!info.exists()) {
             return Datenbankgrund::Verschwunden;
         }
+        if (art == Fehlerart::Voll || art == Fehlerart::Laufwerk) {
+            return art == Fehlerart::Voll ? Datenbankgrund::Voll : Datenbankgrund::Laufwerk;
+        }
         return info.isReadable() ? Datenbankgrund::Schreibgeschützt : Datenbankgrund::Sonstiges;
     case SQLITE_IOERR:
-        return info.exists() ? Datenbankgrund::Sonstiges : Datenbankgrund::Verschwunden;
+        if (!info.exists()) {
+            return Datenbankgrund::Verschwunden;
+        }
+        return art == Fehlerart::Voll     ? Datenbankgrund::Voll
+               : art == Fehlerart::Keiner ? Datenbankgrund::Sonstiges
+                                          : Datenbankgrund::Laufwerk;
     default:
         return Datenbankgrund::Sonstiges;
     }
@@ -167,10 +180,13 @@ Spaltentext spaltentext(const SQLite::Column& wert) {
 Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fehler) {
     const int code =
         fehler.getExtendedErrorCode() > 0 ? fehler.getExtendedErrorCode() : fehler.getErrorCode();
-    const Datenbankgrund grund = grundFür(code, pfad);
+    const Datenbankgrund grund =
+        grundFür(code, fehlerart({systemfehler(), std::system_category()}), pfad);
     switch (grund) {
     case Datenbankgrund::Sonstiges:
         return {grund, pfad, QString::fromUtf8(fehler.what())};
+    case Datenbankgrund::Laufwerk:
+        return {grund, pfad, qt_error_string(systemfehler())};
     case Datenbankgrund::FremdesJournal:
         return {grund, pfad, verweigerterBegleiter(pfad)};
     default:
@@ -187,7 +203,7 @@ Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wart
                   zugriff == Zugriff::Üblich
                       ? SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX
                       : SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLite::OPEN_URI,
-                  static_cast<int>(wartezeit.count()), geschützterZugang()) {
+                  static_cast<int>(wartezeit.count()), neuerZugang()) {
     nimmNurDaten(verbindung_.getHandle());
     registriereVALundYear(verbindung_);
 }

@@ -68,7 +68,7 @@ private:
     std::string platz_;
 };
 
-/// What the engine reported, in our terms.
+/// What the engine reported, in our terms, with what the system said since the file was opened.
 [[nodiscard]] Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fehler);
 
 /// Does @p arbeit on the open file; whatever the engine reports becomes a Datenbankfehler.
