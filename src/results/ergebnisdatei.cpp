@@ -22,6 +22,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Longer values are none of an examination, and their texts would fill the memory.
+constexpr qsizetype LängsterWert = qsizetype{64} * 1024 * 1024;
+constexpr qsizetype GezeigterAnfang = 2000;
+
 QString geprüfterPfad(const QString& pfad) {
     if (pfad.isEmpty()) {
         throw Datenbankfehler(Datenbankgrund::NichtGewählt, pfad);
@@ -37,9 +41,8 @@ QString geprüfterPfad(const QString& pfad) {
 }
 
 /// What a file brings along besides its rows is nothing that we carry out: statements that come
-/// with every change, a query in place of the table, values that fill the memory.
+/// with every change, a query in place of the table.
 void nimmNurDaten(sqlite3* verbindung) {
-    constexpr int LängsterWert = 64 * 1024 * 1024;
     for (const int erlaubnis : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
                                 SQLITE_DBCONFIG_TRUSTED_SCHEMA}) {
         sqlite3_db_config(verbindung, erlaubnis, 0, nullptr);
@@ -47,7 +50,6 @@ void nimmNurDaten(sqlite3* verbindung) {
     sqlite3_db_config(verbindung, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_drop_modules(verbindung, nullptr); // tables that are code, not rows
     sqlite3_limit(verbindung, SQLITE_LIMIT_ATTACHED, 0);
-    sqlite3_limit(verbindung, SQLITE_LIMIT_LENGTH, LängsterWert);
     // Damage is noticed as a page is read, before writing spreads it.
     sqlite3_exec(verbindung, "PRAGMA cell_size_check = ON", nullptr, nullptr, nullptr);
 }
@@ -166,7 +168,11 @@ constexpr Index indizes[] = {
 
 Spaltentext spaltentext(const SQLite::Column& wert) {
     const char* anfang = wert.getText();
-    const QByteArrayView bytes(anfang, wert.getBytes());
+    const qsizetype anzahl = wert.getBytes();
+    if (anzahl > LängsterWert) {
+        return {QString::fromUtf8(anfang, GezeigterAnfang), true, false, true};
+    }
+    const QByteArrayView bytes(anfang, anzahl);
     QString utf8 = QString::fromUtf8(bytes);
     if (bytes.isValidUtf8()) {
         return {utf8};
@@ -262,10 +268,10 @@ void Ergebnisdatei::vergleicheMitUmlauten() {
 }
 
 std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
-    const auto anders =
-        std::find_if(nummer.begin(), nummer.end(), [](QChar c) { return c.unicode() >= 0x80; });
-    // The engine compares only ASCII letters without regard to case. Those in front keep the index
-    // in use; the rest is compared here.
+    const auto anders = std::find_if(nummer.begin(), nummer.end(),
+                                     [](QChar c) { return c.unicode() >= 0x80 || c.isNull(); });
+    // The engine compares only ASCII letters without regard to case, and nothing behind a zero.
+    // Those in front keep the index in use; the rest is compared here.
     const std::string muster =
         anders == nummer.end()
             ? likeWörtlich(nummer)
@@ -274,11 +280,16 @@ std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
     SQLite::Statement kandidaten(
         verbindung_, "SELECT " + platz() + ", U_NR FROM Ergebnisse WHERE U_NR LIKE " + muster);
     std::vector<Fundstelle> gefunden;
+    int anzahl = 0;
     while (kandidaten.executeStep()) {
+        ++anzahl;
         Fundstelle stelle{kandidaten.getColumn(0).getInt64(), spaltentext(kandidaten.getColumn(1))};
         if (stelle.U_NR.text.compare(nummer, Qt::CaseInsensitive) == 0) {
             gefunden.push_back(std::move(stelle));
         }
+    }
+    if (gefunden.size() == 1) {
+        gefunden.front().allein = anzahl == 1 && anders == nummer.end();
     }
     return gefunden;
 }
