@@ -5,6 +5,8 @@
 #include <QImage>
 
 #ifdef Q_OS_UNIX
+#include <array>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -187,8 +189,11 @@ TEST_F(Ausfuhr, tableOnATerminal_doesNotSteerIt) {
     programm.setStandardOutputFile(QString::fromLocal8Bit(ptsname(terminal)));
     programm.start(QStringLiteral(TARVEL_BATCH), {u"export"_s, u"a.tdb"_s});
     EXPECT_TRUE(programm.waitForFinished());
-    QByteArray gezeigt(4000, '\0');
-    gezeigt.resize(std::max<qsizetype>(read(terminal, gezeigt.data(), gezeigt.size()), 0));
+    QByteArray gezeigt;
+    std::array<char, 4000> teil{};
+    for (ssize_t n = 0; (n = read(terminal, teil.data(), teil.size())) > 0;) { // line by line
+        gezeigt.append(teil.data(), n);
+    }
     close(terminal);
     EXPECT_THAT(gezeigt.toStdString(), HasSubstr("\n\\x1B[2Jx,2025"));
     EXPECT_FALSE(gezeigt.contains('\x1b'));
