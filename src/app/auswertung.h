@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/umgebung.h"
+#include "evaluation/diagrammdatei.h"
 #include "measure/reihenmodelle.h"
 #include "results/arbeitsplatz.h"
 
@@ -38,6 +39,7 @@ public:
     void zeigeZweifel(const Zweifelsfälle& zweifel);
 
 private:
+    [[nodiscard]] Bildunterschrift unterschrift() const;
     void benenneBilder();
 
     Umgebung umgebung_;

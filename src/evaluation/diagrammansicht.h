@@ -56,6 +56,8 @@ public:
 
     /// Called with the chosen wings, ascending; with none when the choice was taken back.
     std::function<void(const std::vector<int>& flügel)> beiWahl;
+    /// Asked what stands below the chart in a file or copy; nothing does while this is empty.
+    std::function<Bildunterschrift()> unterschrift;
 
     [[nodiscard]] QSize sizeHint() const override { return {900, 640}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {480, 320}; }
