@@ -312,7 +312,19 @@ private:
         const QRectF säule = f.säule(klasse);
         const double abstand = bild_.form == Kurvenform::Linie ? 12 : 9;
         z_.textMitHof({säule.center().x(), säule.top() - abstand}, Qt::AlignHCenter, zahl,
-                      verkleinert(klein_, zahl, säule.width() - 1), stil_.schrift);
+                      verkleinert(klein_, zahl, zahlbreite(f, klasse)), stil_.schrift);
+    }
+
+    /// A number may reach over its neighbours where they and their numbers stay below it.
+    [[nodiscard]] static double zahlbreite(const Feld& f, int klasse) {
+        constexpr double Zahlenhöhe = 18;
+        const QRectF säule = f.säule(klasse);
+        const auto niedrig = [&](int andere) {
+            return andere < 1 || andere > f.achse->klassen || f.bienen(andere) == 0 ||
+                   f.säule(andere).top() > säule.top() + Zahlenhöhe;
+        };
+        return niedrig(klasse - 1) && niedrig(klasse + 1) ? säule.width() * 1.6
+                                                          : säule.width() - 0.5;
     }
 
     void fahnen(const Feld& f) {
