@@ -149,6 +149,22 @@ TEST(PaintKurven, secondaryPeak_isMarkedAboveItsClass) {
     }
 }
 
+TEST(PaintKurven, secondCurve_isTintedOnTheSideOfTheRace) {
+    Messreihe reihe;
+    misst(reihe, {.CI = 2.5F, .HI = 1, .DV = 0.3F});
+    for (const bool darunter : {false, true}) {
+        Kurvenbild bild = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Discoidalverschiebung);
+        bild.darunter = darunter;
+        const Klassenfeld feld = *kurvenanordnung(Rahmen, bild, prüfstil()).zweite;
+        const auto getönt = [&, picture = gemalt(bild)](double DV) {
+            const QPointF ort(feld.lage.ort(klassenlageDV(DV)), feld.anzahl.ort(0.5));
+            return farbe(picture, ort) == prüfstil().bereich;
+        };
+        EXPECT_EQ(getönt(-2.2), darunter);
+        EXPECT_EQ(getönt(2.2), !darunter);
+    }
+}
+
 TEST(PaintKurven, endlessRaceName_leavesTheFieldItsPlace) {
     Kurvenbild bild = bildVon(ciReihe({18}));
     const QRectF kurz = kurvenanordnung(Rahmen, bild, prüfstil()).CI.fläche;
