@@ -13,6 +13,8 @@ namespace {
 
 using M = Kurvenmaße;
 
+constexpr double Keilbreite = 16; ///< of a wedge and the air beside it
+
 /// The places of a smooth line through the bees of the classes. Its slopes are limited so that it
 /// neither swings below zero nor above its places.
 QPainterPath glatteLinie(const Feld& f) {
@@ -172,27 +174,39 @@ private:
                 }
                 textanfang = x->bis + 8;
             }
-            beschrifte(b, x, textanfang, mitte);
+            // Classes beyond the axis have no strip, only a wedge at its end.
+            const bool dahinter = b.klassen.bis > KlassenzahlCI && b.klassen.von <= b.klassen.bis;
+            const bool davor = !x && !dahinter && b.klassen.von <= b.klassen.bis;
+            if (dahinter) {
+                z_.keil({l_.CI.fläche.right(), mitte}, {1, 0}, stil_.rasse);
+            } else if (davor) {
+                z_.keil({M::RandLinks, mitte}, {-1, 0}, stil_.rasse);
+                textanfang += Keilbreite;
+            }
+            const double rechts = l_.CI.fläche.right() - (dahinter ? Keilbreite : 0);
+            beschrifte(b, x, {x || !dahinter ? textanfang : rechts, rechts}, mitte);
             oben += M::Bereichshöhe;
         }
     }
 
-    void beschrifte(const Bereichsangabe& b, const std::optional<Bereich>& x, double anfang,
+    /// Writes a range's text from the beginning of @p platz, or before its strip, or at the end.
+    void beschrifte(const Bereichsangabe& b, const std::optional<Bereich>& x, Bereich platz,
                     double mitte) {
         const bool verfehlt = bild_.beurteilt && b.verfehlt;
         const QFont& schrift = verfehlt ? fett_ : normal_;
         const bool zeichen = bild_.beurteilt && !bild_.CI.flügel.empty();
         const double zugabe = zeichen ? 24 : 0;
-        const double rechts = l_.CI.fläche.right();
-        const QString text = eingepasst(rechts - M::RandLinks - zugabe - 8, schrift,
+        const QString text = eingepasst(platz.bis - M::RandLinks - zugabe - 24, schrift,
                                         [&](double breite) { return bereichstext(b, breite); });
         const double breite = textbreite(text, schrift) + zugabe;
         const QColor& farbe = verfehlt ? stil_.verfehlt : stil_.schrift;
-        if (anfang + breite > rechts && x) {
+        const double spätestens = platz.bis - breite;
+        double anfang = std::min(platz.von, spätestens);
+        if (platz.von > spätestens && x) {
             // Left of its strip, or else upon it where both of its ends stay to be seen.
             anfang = x->von - 8 - breite;
             if (anfang < M::RandLinks) {
-                anfang = std::clamp((x->von + x->bis - breite) / 2, M::RandLinks, rechts - breite);
+                anfang = std::clamp((x->von + x->bis - breite) / 2, M::RandLinks, spätestens);
             }
         }
         z_.schild({anfang, mitte}, Qt::AlignLeft, text, schrift, farbe, zugabe);
