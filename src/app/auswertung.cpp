@@ -83,8 +83,8 @@ Bildunterschrift Auswertung::unterschrift() const {
                      ? arbeitsplatz_.einstellungen().rassen.value(angaben.Rasse)
                      : angaben.Rassenname,
         .tiere = texte(angaben.Tiere == Geschlecht::Drohnen ? Text::Drohnen : Text::Arbeiterinnen),
-        .datum = datumstext(Datumsform::ÄnderungLang, umgebung_.uhr.now().date(), untersuchung.datum(),
-                            texte.sprache().value_or(Sprache::Deutsch)),
+        .datum = datumstext(Datumsform::ÄnderungLang, umgebung_.uhr.now().date(),
+                            untersuchung.datum(), texte.sprache().value_or(Sprache::Deutsch)),
         .ausgelassen = ausgelassen(untersuchung.reihe(), texte)};
 }
 
