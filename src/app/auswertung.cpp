@@ -21,7 +21,7 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
                 flügelGewählt(flügel);
             }
         };
-        ansicht->unterschrift = [this] { return unterschrift(); };
+        ansicht->setUnterschrift([this] { return unterschrift(); });
     }
 }
 

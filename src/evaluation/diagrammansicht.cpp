@@ -103,7 +103,7 @@ const std::vector<Diagrammstelle>& Diagrammansicht::stellen() {
 }
 
 bool Diagrammansicht::speichere(const QString& pfad, Diagrammformat format) {
-    QStringList namen{unterschrift ? unterschrift().untersuchung : QString(), titel()};
+    QStringList namen{unterschrift_ ? unterschrift_().untersuchung : QString(), titel()};
     namen.removeAll(QString());
     const QString grund =
         speichereDiagramm(pfad, format, size(), namen.join(u" – "_s), druckmaler());
@@ -305,7 +305,7 @@ Diagrammmaler Diagrammansicht::druckmaler() const {
         [bild, stil](QPainter& painter, const QRectF& rahmen) {
             male(painter, rahmen, bild, stil);
         },
-        unterschrift ? unterschrift() : Bildunterschrift(), stil);
+        unterschrift_ ? unterschrift_() : Bildunterschrift(), stil);
 }
 
 Diagrammstil Diagrammansicht::bildschirmstil() const {

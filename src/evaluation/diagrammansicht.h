@@ -10,6 +10,7 @@
 
 #include <array>
 #include <functional>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -56,8 +57,11 @@ public:
 
     /// Called with the chosen wings, ascending; with none when the choice was taken back.
     std::function<void(const std::vector<int>& flügel)> beiWahl;
-    /// Asked what stands below the chart in a file or copy; nothing does while this is empty.
-    std::function<Bildunterschrift()> unterschrift;
+
+    /// @p frage is asked what stands below the chart in a file or copy; without it nothing does.
+    void setUnterschrift(std::function<Bildunterschrift()> frage) {
+        unterschrift_ = std::move(frage);
+    }
 
     [[nodiscard]] QSize sizeHint() const override { return {900, 640}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {480, 320}; }
@@ -95,6 +99,7 @@ private:
     Zweifelsfälle zweifel_;
     int stelle_ = -1; ///< where the keyboard is; -1 before it was used
     QString vorschlag_;
+    std::function<Bildunterschrift()> unterschrift_;
     std::array<QAction*, 4> befehle_{};
 };
 

@@ -159,10 +159,10 @@ TEST_F(DiagrammansichtTest, saveCommands_writeTheirFormatAndAddItsExtension) {
 }
 
 TEST_F(DiagrammansichtTest, savedChart_saysWhatItShows) {
-    ansicht.unterschrift = [] {
+    ansicht.setUnterschrift([] {
         return Bildunterschrift{u"Untersuchung Nr. 001AB2026"_s, u"Carnica"_s, u"Drohnen"_s,
                                 u"5. März 2026"_s, u"2 Flügel ausgelassen: 003, 004"_s};
-    };
+    });
     dialoge.dateien << ordner.filePath(u"a.svg"_s) << ordner.filePath(u"b.svg"_s)
                     << ordner.filePath(u"a.png"_s);
     löseAus(1);
