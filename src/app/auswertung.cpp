@@ -3,6 +3,7 @@
 #include "evaluation/diagrammansicht.h"
 #include "evaluation/merkmalansicht.h"
 #include "evaluation/urteilsanzeige.h"
+#include "print/protokolleinstellungen.h"
 
 namespace tarvel {
 
@@ -20,6 +21,7 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
                 beiWahl_(flügel);
             }
         });
+        ansicht->setzeUnterschrift([this] { return unterschrift(); });
     }
 }
 
@@ -68,6 +70,22 @@ void Auswertung::aktualisiere() {
     korrel_->zeige(std::move(korrel));
     urteil_->zeige(beurteilung, rasse, umgebung_.format);
     benenneBilder();
+}
+
+Bildunterschrift Auswertung::unterschrift() const {
+    const Texte& texte = umgebung_.texte;
+    const Untersuchung& untersuchung = arbeitsplatz_.untersuchung();
+    const Kolonieangaben& angaben = untersuchung.angaben();
+    const QString nummer = angaben.UNr.trimmed();
+    return {
+        .untersuchung = nummer.isEmpty() ? QString() : texte(Text::UntersuchungNr) + u' ' + nummer,
+        .rasse = angaben.Rassenname.isEmpty()
+                     ? arbeitsplatz_.einstellungen().rassen.value(angaben.Rasse)
+                     : angaben.Rassenname,
+        .tiere = texte(angaben.Tiere == Geschlecht::Drohnen ? Text::Drohnen : Text::Arbeiterinnen),
+        .datum = datumstext(Datumsform::ÄnderungLang, umgebung_.uhr.now().date(),
+                            untersuchung.datum(), texte.sprache().value_or(Sprache::Deutsch)),
+        .ausgelassen = ausgelassen(untersuchung.reihe(), texte)};
 }
 
 /// Names that saving a chart proposes.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/umgebung.h"
+#include "evaluation/diagrammdatei.h"
 #include "measure/reihenmodelle.h"
 #include "results/arbeitsplatz.h"
 
@@ -39,6 +40,7 @@ public:
     void zeigeZweifel(const Zweifelsfälle& zweifel);
 
 private:
+    [[nodiscard]] Bildunterschrift unterschrift() const;
     void benenneBilder();
 
     std::function<void(const std::vector<int>&)> beiWahl_;
