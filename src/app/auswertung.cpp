@@ -1,8 +1,11 @@
 #include "app/auswertung.h"
 
 #include "evaluation/diagrammansicht.h"
+#include "evaluation/kriterien.h"
 #include "evaluation/merkmalansicht.h"
 #include "evaluation/urteilsanzeige.h"
+
+#include <algorithm>
 
 namespace tarvel {
 
@@ -14,6 +17,8 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
     , kurven_(new Diagrammansicht(Diagrammansicht::Art::Kurven, umgebung.texte, umgebung.dialoge))
     , korrel_(new Diagrammansicht(Diagrammansicht::Art::Korrel, umgebung.texte, umgebung.dialoge))
     , urteil_(new Urteilsanzeige(umgebung.texte)) {
+    urteil_->mangelGewählt = [this](const Prüfwert& mangel) { zeigeVerursacher(mangel); };
+    urteil_->neuBeurteilen = [this] { arbeitsplatz_.beurteileNeu(); };
     for (Diagrammansicht* ansicht : {kurven_, korrel_}) {
         ansicht->beiWahl = [this](const std::vector<int>& flügel) {
             if (flügelGewählt) {
@@ -66,8 +71,26 @@ void Auswertung::aktualisiere() {
     Korrelbild korrel = korrelbild(untersuchung.reihe(), standard.linien, tiere);
     korrel.format = umgebung_.format;
     korrel_->zeige(std::move(korrel));
-    urteil_->zeige(beurteilung, rasse, umgebung_.format);
+    const QString& fremde = untersuchung.angaben().Rassenname;
+    urteil_->zeige(beurteilung, fremde.isEmpty() ? rasse : fremde, umgebung_.format,
+                   arbeitsplatz_.gespeichertesUrteil());
     benenneBilder();
+}
+
+void Auswertung::zeigeVerursacher(const Prüfwert& mangel) {
+    const auto liste = kriterien(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil());
+    const auto k = std::find_if(liste.begin(), liste.end(),
+                                [&](const Kriterium& eines) { return eines.prüfwert == mangel; });
+    if (k == liste.end()) {
+        return;
+    }
+    if (mangel.art == Prüfung::Merkmal) {
+        if (merkmaleGewählt) {
+            merkmaleGewählt(k->bienen);
+        }
+    } else if (flügelGewählt) {
+        flügelGewählt(k->flügel);
+    }
 }
 
 /// Names that saving a chart proposes.

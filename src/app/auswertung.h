@@ -21,6 +21,8 @@ public:
 
     /// Called with the wings that were chosen in a chart.
     std::function<void(const std::vector<int>&)> flügelGewählt;
+    /// Called with places in the list of body marks, those of the bees behind a reason.
+    std::function<void(const std::vector<int>&)> merkmaleGewählt;
 
     [[nodiscard]] Diagrammansicht& kurven() const { return *kurven_; }
     [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
@@ -39,6 +41,7 @@ public:
 
 private:
     void benenneBilder();
+    void zeigeVerursacher(const Prüfwert& mangel);
 
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;

@@ -178,6 +178,10 @@ void HG::meldeAnsichtenAn() {
 
 void HG::verbindeAuswertung() {
     auswertung_.flügelGewählt = [this](const std::vector<int>& flügel) { fläche_.wähle(flügel); };
+    auswertung_.merkmaleGewählt = [this](const std::vector<int>& bienen) {
+        verteiler_.ausführen(befehl::Merkmal);
+        fläche_.merkmal().wähle(bienen);
+    };
 }
 
 void HG::Form_Load() {

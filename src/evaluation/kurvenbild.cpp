@@ -13,7 +13,7 @@ constexpr double AußerhalbDerKlassen = -1000;
 std::vector<Bereichsangabe> bereichsangaben(const Beurteilung& beurteilung) {
     std::vector<Bereichsangabe> bereiche;
     for (const Prüfwert& wert : beurteilung.werte) {
-        if (wert.art == Prüfung::Merkmal) {
+        if (wert.art == Prüfung::Merkmal || wert.art == Prüfung::Mittelwert) {
             continue;
         }
         Bereichsangabe b;
@@ -49,7 +49,7 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.form = form;
     bild.art = zweite;
     bild.rassemittel =
-        (drohnen ? standard.drohnen.Mittelwert : standard.arbeiterinnen.Mittelwert).wert();
+        (drohnen ? standard.drohnen.mittel : standard.arbeiterinnen.mittel).Mittelwert.wert();
     bild.beurteilt = beurteilung.BewertungAktiv;
     bild.nebengipfel = beurteilung.nebengipfel;
     bild.bereiche = bereichsangaben(beurteilung);

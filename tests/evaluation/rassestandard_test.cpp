@@ -214,8 +214,8 @@ TEST_F(RassestandardTest, valuesOfAForeignHand_areReadSafely) {
     EXPECT_EQ(standard.arbeiterinnen.Klasse[0], u"03-04"_s);
     EXPECT_EQ(standard.arbeiterinnen.Klasse[1], u"01-15"_s);
     EXPECT_EQ(standard.arbeiterinnen.Klasse[2], u"00-00"_s);
-    EXPECT_EQ(standard.arbeiterinnen.Mittelwert.gespeichert, 0);
-    EXPECT_EQ(standard.arbeiterinnen.CIMittel, 1);
+    EXPECT_EQ(standard.arbeiterinnen.mittel.Mittelwert.gespeichert, 0);
+    EXPECT_EQ(standard.arbeiterinnen.mittel.CIMittel, 1);
     EXPECT_FALSE(standard.linien.nachKruber());
     EXPECT_EQ(standard.linien.DVRichtung, 0);
 }

@@ -85,7 +85,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr√
                                 {u"Carnica"_s, u"Mellifera"_s, u"Ligustica"_s, u"Vierte"_s},
                                 wahl.contains('h')};
     const auto speichere = [&umgebung](const GeleseneUntersuchung& gelesen) {
-        return satzAus(untersuchung(gelesen), gelesen.EntsprichtRasse,
+        return satzAus(untersuchung(gelesen), gelesen.urteil,
                        gelesen.aufl√∂sung.value_or(1200), QDate(2025, 6, 1), umgebung);
     };
 

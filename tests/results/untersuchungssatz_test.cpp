@@ -41,8 +41,8 @@ struct Probe {
     Untersuchung untersuchung;
 
     [[nodiscard]] Satzumgebung umgebung() const { return {texte, format, rassen, OhneHaarlänge}; }
-    [[nodiscard]] Ergebnissatz satz(bool EntsprichtRasse = true) const {
-        return satzAus(untersuchung, EntsprichtRasse, 1200, heute, umgebung());
+    [[nodiscard]] Ergebnissatz satz(std::optional<bool> urteil = true) const {
+        return satzAus(untersuchung, urteil, 1200, heute, umgebung());
     }
     [[nodiscard]] GeleseneUntersuchung gelesen() const {
         return untersuchungAus(satz(), umgebung());
@@ -160,7 +160,7 @@ TEST(Untersuchungssatz, fullExamination_comesBackWhoeverWroteAndReadsIt) {
             EXPECT_FALSE(gelesen.reihe.geändert());
             EXPECT_EQ(gelesen.datum, heute);
             EXPECT_EQ(gelesen.auflösung, 1200);
-            EXPECT_TRUE(gelesen.EntsprichtRasse);
+            EXPECT_EQ(gelesen.urteil, true);
             EXPECT_EQ(gelesen.rasse, std::nullopt);
 
             // Stored again by the first program, the row is the same to the letter.
@@ -325,13 +325,43 @@ TEST(Untersuchungssatz, raceOutsideTheList_isTheFourthAndKeepsItsName) {
     EXPECT_EQ(probe.satz().RASSE, u"Buckfast"_s);
 }
 
+TEST(Untersuchungssatz, examinationThatWasNotJudged_comesBackAsSuch) {
+    Probe probe;
+    Indizes indizes;
+    indizes.CI = 2.3F;
+    probe.trageEin(1, indizes);
+    Ergebnissatz satz = probe.satz(std::nullopt);
+    EXPECT_EQ(satz.ERGEBNIS, u"Nein"_s);
+    GeleseneUntersuchung gelesen = untersuchungAus(satz, probe.umgebung());
+    EXPECT_EQ(gelesen.urteil, std::nullopt);
+    EXPECT_EQ(gelesen.zusatz.Urteil, Ablageurteil::Unbeurteilt);
+    EXPECT_EQ(untersuchungAus(probe.satz(false), probe.umgebung()).urteil, false);
+
+    satz.ERGEBNIS = u"Oui"_s; // another program judged it since
+    EXPECT_EQ(untersuchungAus(satz, probe.umgebung()).urteil, true);
+
+    Ergebnissatz leerer = Probe().satz(true); // as former versions stored it
+    leerer.Grafik[3].clear();
+    EXPECT_EQ(untersuchungAus(leerer, probe.umgebung()).urteil, std::nullopt);
+
+    // The journal keeps what a verdict is worth, too.
+    for (const auto urteil : {Ablageurteil::Keines, Ablageurteil::Ja, Ablageurteil::Nein}) {
+        Beiangaben angaben;
+        angaben.zusatz.Urteil = urteil;
+        angaben.zusatz.merkmaleUnlesbar = true;
+        const Gelesen<Beisatz> bei = beiangabenAusSatz(beisatz(angaben, {}));
+        EXPECT_TRUE(bei.vollständig);
+        EXPECT_EQ(bei.inhalt.angaben.zusatz, angaben.zusatz);
+    }
+}
+
 TEST(Untersuchungssatz, rowOfAnotherProgram_isReadAsFarAsItGoes) {
     const Probe probe;
     const GeleseneUntersuchung gelesen = untersuchungAus(fremderSatz(), probe.umgebung());
     EXPECT_THAT(gelesen.nichtGelesen, IsEmpty());
     EXPECT_EQ(gelesen.angaben.Tiere, Geschlecht::Arbeiterinnen);
     EXPECT_EQ(gelesen.angaben.Rasse, 0);
-    EXPECT_TRUE(gelesen.EntsprichtRasse);
+    EXPECT_EQ(gelesen.urteil, true);
     EXPECT_EQ(gelesen.auflösung, 600);
     EXPECT_THAT(gelesen.reihe.nummern(), ElementsAre(1, 3, 4));
     EXPECT_THAT(klassenCI(gelesen.reihe), ElementsAre(12, 21));
