@@ -17,14 +17,14 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
     , kurven_(new Diagrammansicht(Diagrammansicht::Art::Kurven, umgebung.texte, umgebung.dialoge))
     , korrel_(new Diagrammansicht(Diagrammansicht::Art::Korrel, umgebung.texte, umgebung.dialoge))
     , urteil_(new Urteilsanzeige(umgebung.texte)) {
-    urteil_->mangelGewählt = [this](const Prüfwert& mangel) { zeigeVerursacher(mangel); };
-    urteil_->neuBeurteilen = [this] { arbeitsplatz_.beurteileNeu(); };
+    urteil_->beiMangelwahl([this](const Prüfwert& mangel) { zeigeVerursacher(mangel); });
+    urteil_->beiNeubeurteilung([this] { arbeitsplatz_.beurteileNeu(); });
     for (Diagrammansicht* ansicht : {kurven_, korrel_}) {
-        ansicht->beiWahl = [this](const std::vector<int>& flügel) {
-            if (flügelGewählt) {
-                flügelGewählt(flügel);
+        ansicht->beiWahl([this](const std::vector<int>& flügel) {
+            if (beiWahl_) {
+                beiWahl_(flügel);
             }
-        };
+        });
     }
 }
 
@@ -85,19 +85,19 @@ void Auswertung::zeigeVerursacher(const Prüfwert& mangel) {
         return;
     }
     if (mangel.art == Prüfung::Merkmal) {
-        if (merkmaleGewählt) {
-            merkmaleGewählt(k->bienen);
+        if (beiMerkmalwahl_) {
+            beiMerkmalwahl_(k->bienen);
         }
-    } else if (flügelGewählt) {
-        flügelGewählt(k->flügel);
+    } else if (beiWahl_) {
+        beiWahl_(k->flügel);
     }
 }
 
 /// Names that saving a chart proposes.
 void Auswertung::benenneBilder() {
     const QString nummer = arbeitsplatz_.untersuchung().angaben().UNr.trimmed();
-    kurven_->setVorschlag(nummer.isEmpty() ? u"kurven"_s : nummer + u"-kurven"_s);
-    korrel_->setVorschlag(nummer.isEmpty() ? u"korrelation"_s : nummer + u"-korrelation"_s);
+    kurven_->setzeVorschlag(nummer.isEmpty() ? u"kurven"_s : nummer + u"-kurven"_s);
+    korrel_->setzeVorschlag(nummer.isEmpty() ? u"korrelation"_s : nummer + u"-korrelation"_s);
 }
 
 void Auswertung::hebeHervor(const std::vector<int>& flügel) {

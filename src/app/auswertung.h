@@ -5,6 +5,7 @@
 #include "results/arbeitsplatz.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace tarvel {
@@ -20,9 +21,11 @@ public:
     Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz);
 
     /// Called with the wings that were chosen in a chart.
-    std::function<void(const std::vector<int>&)> flügelGewählt;
+    void beiWahl(std::function<void(const std::vector<int>&)> wahl) { beiWahl_ = std::move(wahl); }
     /// Called with places in the list of body marks, those of the bees behind a reason.
-    std::function<void(const std::vector<int>&)> merkmaleGewählt;
+    void beiMerkmalwahl(std::function<void(const std::vector<int>&)> wahl) {
+        beiMerkmalwahl_ = std::move(wahl);
+    }
 
     [[nodiscard]] Diagrammansicht& kurven() const { return *kurven_; }
     [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
@@ -43,6 +46,8 @@ private:
     void benenneBilder();
     void zeigeVerursacher(const Prüfwert& mangel);
 
+    std::function<void(const std::vector<int>&)> beiWahl_;
+    std::function<void(const std::vector<int>&)> beiMerkmalwahl_;
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;
     Diagrammansicht* kurven_;

@@ -31,10 +31,9 @@ Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
     }
     Merkmale keine;
     keine.Tiere = vorgabe.tiere;
-    probe.beurteilung =
-        urteile({.tiere = vorgabe.tiere, .reihe = probe.reihe, .merkmale = keine},
-                vorgabe.standard, vorgabe.regeln)
-            .beurteilung;
+    probe.beurteilung = urteile({.tiere = vorgabe.tiere, .reihe = probe.reihe, .merkmale = keine},
+                                vorgabe.standard, vorgabe.regeln)
+                            .beurteilung;
     return probe;
 }
 
@@ -69,7 +68,7 @@ QStringList annahmen(const Koordinaten& koordinaten, const Auswertungsvorgabe& v
 
 std::optional<Auswertungsprobe> lies(const QString& datei, const Auswertungsvorgabe& vorgabe,
                                      const Batchumgebung& umgebung) {
-    const std::optional<QByteArray> bytes = lesenOderMelden(umgebung, datei);
+    const std::optional<QByteArray> bytes = liesOderMelde(umgebung, datei);
     if (!bytes) {
         return std::nullopt;
     }

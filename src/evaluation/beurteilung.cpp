@@ -72,10 +72,11 @@ void prüfeMittelwert(Beurteilung& beurteilung, const Probe& probe, const Rasses
                   .mittel = probe.MittelwertCI,
                   .höchstens = grenze.unter()};
     if (wert.mittel) {
-        // Wings are measured in single precision, so the limit is met in it, too.
-        const auto gemessen = static_cast<float>(*wert.mittel);
-        const auto erlaubt = static_cast<float>(wert.erlaubt);
-        wert.fett = wert.höchstens ? erlaubt < gemessen : gemessen < erlaubt;
+        // Indices are singles, so a mean that equals the limit may differ from it this far.
+        constexpr double Rechenfehler = 1e-6;
+        const double zuviel =
+            wert.höchstens ? *wert.mittel - wert.erlaubt : wert.erlaubt - *wert.mittel;
+        wert.fett = zuviel > Rechenfehler;
     }
     beurteilung.werte.push_back(wert);
 }

@@ -91,14 +91,14 @@ void Urteilsanzeige::beschrifte() {
 
 void Urteilsanzeige::folge(const QString& ziel) const {
     if (ziel == ZielNeu) {
-        if (neuBeurteilen) {
-            neuBeurteilen();
+        if (beiNeubeurteilung_) {
+            beiNeubeurteilung_();
         }
         return;
     }
     const std::vector<Prüfwert> mängel = beurteilung_.mängel();
-    if (const std::size_t i = ziel.toUInt(); i < mängel.size() && mangelGewählt) {
-        mangelGewählt(mängel[i]);
+    if (const std::size_t i = ziel.toUInt(); i < mängel.size() && beiMangelwahl_) {
+        beiMangelwahl_(mängel[i]);
     }
 }
 

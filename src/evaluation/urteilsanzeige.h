@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <utility>
 
 class QLabel;
 
@@ -22,15 +23,19 @@ public:
                std::optional<bool> gespeichertes = {});
 
     /// Called with the reason whose bees the user wants to see.
-    std::function<void(const Prüfwert&)> mangelGewählt;
+    void beiMangelwahl(std::function<void(const Prüfwert&)> wahl) {
+        beiMangelwahl_ = std::move(wahl);
+    }
     /// Called when the stored verdict is to give way to the present one.
-    std::function<void()> neuBeurteilen;
+    void beiNeubeurteilung(std::function<void()> tun) { beiNeubeurteilung_ = std::move(tun); }
 
 private:
     void beschrifte();
     void folge(const QString& ziel) const;
 
     const Texte& texte_;
+    std::function<void(const Prüfwert&)> beiMangelwahl_;
+    std::function<void()> beiNeubeurteilung_;
     Beurteilung beurteilung_;
     std::optional<bool> gespeichertes_;
     QString rasse_;
