@@ -5,6 +5,7 @@
 #include "app/befehlsleiste.h"
 #include "app/fensterflaeche.h"
 #include "app/hinweisgeber.h"
+#include "evaluation/merkmalansicht.h"
 #include "measure/messplatz.h"
 #include "results/arbeitsplatz.h"
 
