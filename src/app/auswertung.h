@@ -23,6 +23,10 @@ public:
 
     /// Called with the wings that were chosen in a chart.
     void beiWahl(std::function<void(const std::vector<int>&)> wahl) { beiWahl_ = std::move(wahl); }
+    /// Called with places in the list of body marks, those of the bees behind a reason.
+    void beiMerkmalwahl(std::function<void(const std::vector<int>&)> wahl) {
+        beiMerkmalwahl_ = std::move(wahl);
+    }
 
     [[nodiscard]] Diagrammansicht& kurven() const { return *kurven_; }
     [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
@@ -42,8 +46,10 @@ public:
 private:
     [[nodiscard]] Bildunterschrift unterschrift() const;
     void benenneBilder();
+    void zeigeVerursacher(const Prüfwert& mangel);
 
     std::function<void(const std::vector<int>&)> beiWahl_;
+    std::function<void(const std::vector<int>&)> beiMerkmalwahl_;
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;
     Diagrammansicht* kurven_;

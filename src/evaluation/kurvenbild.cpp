@@ -16,7 +16,7 @@ double aufHundertstel(double wert) {
 std::vector<Bereichsangabe> bereichsangaben(const Beurteilung& beurteilung) {
     std::vector<Bereichsangabe> bereiche;
     for (const Prüfwert& wert : beurteilung.werte) {
-        if (wert.art == Prüfung::Merkmal) {
+        if (wert.art == Prüfung::Merkmal || wert.art == Prüfung::Mittelwert) {
             continue;
         }
         Bereichsangabe b;
@@ -52,7 +52,7 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.form = form;
     bild.art = zweite;
     bild.rassemittel =
-        (drohnen ? standard.drohnen.Mittelwert : standard.arbeiterinnen.Mittelwert).wert();
+        (drohnen ? standard.drohnen.mittel : standard.arbeiterinnen.mittel).Mittelwert.wert();
     bild.beurteilt = beurteilung.BewertungAktiv;
     bild.nebengipfel = beurteilung.nebengipfel;
     bild.bereiche = bereichsangaben(beurteilung);

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QTableView>
+#include <QTextDocumentFragment>
 #include <QTimer>
 
 using namespace tarvel;
@@ -37,7 +38,12 @@ struct Auswertungstest : Fenstertest {
         }
         klick({500, 250}, Qt::RightButton);
     }
-    QString text(const QString& label) const { return kind<QLabel>(label).text(); }
+    QString text(const QString& label) const {
+        const auto& gezeigt = kind<QLabel>(label);
+        return gezeigt.textFormat() == Qt::RichText
+                   ? QTextDocumentFragment::fromHtml(gezeigt.text()).toPlainText()
+                   : gezeigt.text();
+    }
     void drücke(const QString& knopf) const { kind<QAbstractButton>(knopf).click(); }
     void tippe(const QString& feld, const QString& eingabe) const {
         auto& zeile = kind<QLineEdit>(feld);

@@ -241,10 +241,10 @@ TEST(Diagrammtexte, ofAnyChart_neverMeetEachOtherOrBars) {
             diagramme[art] += gefunden.isEmpty() ? 0 : 1;
         };
         const Diagrammmaler alsKurven = [&](QPainter& p, const QRectF& r) {
-            paintKurven(p, r, kurven, stil);
+            maleKurven(p, r, kurven, stil);
         };
         const Diagrammmaler alsKorrel = [&](QPainter& p, const QRectF& r) {
-            paintKorrel(p, r, korrel, stil);
+            maleKorrel(p, r, korrel, stil);
         };
         const Bildunterschrift unterschrift{
             u"Untersuchung Nr. 001AB2026"_s, kurven.rasse, u"Arbeiterinnen"_s, u"5. März 2026"_s,

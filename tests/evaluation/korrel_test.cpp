@@ -210,7 +210,7 @@ TEST(PaintKorrel, limits_areNamedAlsoBeyondTheAxes) {
             g.Arbeit.DV.gespeichert = f.DV;
             Mitschreiber ziel(Größe);
             QPainter painter(&ziel);
-            paintKorrel(painter, Rahmen, bildVon({{1, 1}}, g), prüfstil());
+            maleKorrel(painter, Rahmen, bildVon({{1, 1}}, g), prüfstil());
             QStringList texte;
             for (const auto& t : ziel.mitschrift.texte)
                 texte << t.text;
