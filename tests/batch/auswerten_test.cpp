@@ -144,10 +144,12 @@ TEST_F(Auswerten, text_showsTheSeriesAsTheProgramDoes) {
     EXPECT_THAT(englisch.ausgabe, HasSubstr("\nClass 01-15  0 %  ≤ 2 %\n"));
     EXPECT_THAT(englisch.ausgabe, EndsWith("\nClass 16-17  Secondary peak: –\n"
                                            "The characteristics are in accordance with the race "
-                                           "Carnica\n"));
+                                           "Carnica\n2 of 50 wings, body marks missing: "
+                                           "preliminary\n"));
     const Lauf deutsch = rufe(u"evaluate a.csv --language de"_s);
     EXPECT_THAT(deutsch.ausgabe, HasSubstr("\n002  CI=3,00  Klasse 21,0\n"));
-    EXPECT_THAT(deutsch.ausgabe, EndsWith("\nEntspricht den Merkmalen der Rasse Carnica\n"));
+    EXPECT_THAT(deutsch.ausgabe, EndsWith("\nEntspricht den Merkmalen der Rasse Carnica\n"
+                                          "2 von 50 Flügeln, Körpermerkmale fehlen: vorläufig\n"));
 }
 
 TEST_F(Auswerten, verdict_followsTheStandardOfTheRace) {
