@@ -35,6 +35,14 @@ void male(QPainter& painter, const QRectF& rahmen, const std::variant<Kurvenbild
     }
 }
 
+QString probe(const Kurvenbild& bild) {
+    return flügelzahl(bild.CI.flügel.size(), bild.CI.ausgelassen, bild.worte);
+}
+
+QString probe(const Korrelbild& bild) {
+    return flügelzahl(bild.flügel.size(), bild.ausgelassen, bild.worte);
+}
+
 } // namespace
 
 Diagrammansicht::Diagrammansicht(Art art, const Texte& texte, Dialoge& dialoge, QWidget* parent)
@@ -169,12 +177,13 @@ void Diagrammansicht::maleZweifelsmarken(QPainter& painter) {
         for (const int nummer : stelle.flügel) {
             grad = std::max(grad, zweifelsgrad(zweifel_, nummer));
         }
-        // Beside a cross, and on the top of a bar.
+        // Beside a cross, and at the foot of a bar, whose top carries its number.
         const bool kreuz = std::holds_alternative<Korrelbild>(bild_);
         const QPointF ort = kreuz ? stelle.fläche.topRight()
-                                  : QPointF(stelle.fläche.center().x(), stelle.fläche.top());
+                                  : QPointF(stelle.fläche.center().x(), stelle.fläche.bottom());
         QRectF feld(ort - QPointF(kante / 2, kante), QSizeF(kante, kante));
         feld.moveTop(std::max(feld.top(), 0.0));
+        feld.moveRight(std::min(feld.right(), width() - 1.0));
         maleZweifel(painter, feld, grad);
     }
 }
@@ -269,7 +278,8 @@ void Diagrammansicht::focusOutEvent(QFocusEvent* event) {
 void Diagrammansicht::beschrifte() {
     std::visit([this](auto& bild) { bild.worte = Diagrammworte::bildschirm(texte_); }, bild_);
     setAccessibleName(titel());
-    setAccessibleDescription(texte_(Text::HinweisKreuzZeigen));
+    setAccessibleDescription(std::visit([](const auto& bild) { return probe(bild); }, bild_) +
+                             u'\n' + texte_(Text::HinweisKreuzZeigen));
     for (std::size_t i = 0; i < Formate.size(); ++i) {
         befehle_.at(i)->setText(texte_(Meldung::DiagrammSpeichern).arg(formatname(Formate.at(i))) +
                                 u" …"_s);

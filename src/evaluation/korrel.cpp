@@ -128,10 +128,12 @@ private:
         const QFont titel = diagrammschrift(stil_, Schriftgrad::Titel, true);
         z_.text({RandLinks, 19}, Qt::AlignLeft,
                 gekürzt(bild_.worte.korrelation, titel, l_.fläche.width()), titel, stil_.schrift);
-        QString zahlen = u"n = %1"_s.arg(bild_.flügel.size());
+        QString zahlen = flügelzahl(bild_.flügel.size(), bild_.ausgelassen, bild_.worte);
         zahlen += kennzahlen(bild_.worte.HI, bild_.HI, muster::HI, muster::HI);
         zahlen += kennzahlen(bild_.worte.DV, bild_.DV, muster::DV, muster::StreuungDV);
-        z_.text({RandLinks, 46}, Qt::AlignLeft, zahlen, normal_, stil_.schrift);
+        z_.text({RandLinks, 46}, Qt::AlignLeft,
+                gekürzt(zahlen, normal_, l_.maß.größe.width() - RandLinks - 8), normal_,
+                stil_.schrift);
     }
 
     /// "     Mittelwert HI = 1.052 (s = 0.041)"
@@ -361,7 +363,11 @@ Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschle
     std::vector<float> HI;
     std::vector<float> DV;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
-        if (reihe.ausgelassen(zeile.nummer) || !getippteZahl(zeile.hi) || !getippteZahl(zeile.dv)) {
+        if (!getippteZahl(zeile.hi) || !getippteZahl(zeile.dv)) {
+            continue;
+        }
+        if (reihe.ausgelassen(zeile.nummer)) {
+            ++bild.ausgelassen;
             continue;
         }
         HI.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::HI, zeile.hi));

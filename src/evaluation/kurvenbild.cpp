@@ -58,6 +58,7 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     std::vector<float> CI;
     for (const CiZeile& zeile : reihe.ciZeilen()) {
         if (reihe.ausgelassen(zeile.nummer)) {
+            ++bild.CI.ausgelassen;
             continue;
         }
         bild.CI.flügel.push_back({zeile.nummer, klasseAusPosition(zeile.klasse)});
@@ -70,6 +71,7 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     std::vector<float> werte;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
         if (reihe.ausgelassen(zeile.nummer)) {
+            ++bild.zweite.ausgelassen;
             continue;
         }
         const int klasse = hantel ? klasseAusPosition(zeile.klasse)

@@ -41,17 +41,18 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     QFont groß = lab_Fluegel_->font();
     groß.setBold(true);
     lab_Fluegel_->setFont(groß);
+    lab_Fluegel_->setWordWrap(true); // a repeat must not widen the panel, and so move the picture
     lab_Fortschritt_->setObjectName(u"lab_Fortschritt"_s);
     lab_Fortschritt_->setAlignment(Qt::AlignRight);
     auto* kopf = new QHBoxLayout;
-    kopf->addWidget(lab_Fluegel_);
-    kopf->addWidget(lab_Fortschritt_, 1);
+    kopf->addWidget(lab_Fluegel_, 1);
+    kopf->addWidget(lab_Fortschritt_);
     layout->addLayout(kopf);
     layout->addWidget(skizze_);
     lab_Naechster_->setObjectName(u"lab_Nächster"_s);
     lab_Naechster_->setWordWrap(true);
-    // Two lines for most descriptions: what lies below must not jump from point to point.
-    lab_Naechster_->setMinimumHeight(2 * lab_Naechster_->fontMetrics().lineSpacing());
+    // Three lines for the longest description: what lies below must not jump from point to point.
+    lab_Naechster_->setMinimumHeight(3 * lab_Naechster_->fontMetrics().lineSpacing());
     lab_Naechster_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     layout->addWidget(lab_Naechster_);
     lab_Werte_->setObjectName(u"lab_Werte"_s);
@@ -230,7 +231,10 @@ void Messleiste::zeigeMittelwerte() {
             teile << texte_(name) + u'=' + mittel;
         }
     }
-    const QString anzahl = kennzahl(Kennzahlentabelle::Anzahl, Flügeltabelle::CI);
+    QString anzahl = kennzahl(Kennzahlentabelle::Anzahl, Flügeltabelle::CI);
+    if (modelle_.ausgelassene() > 0) {
+        anzahl += u", "_s + texte_(Meldung::AnzahlAusgelassen).arg(modelle_.ausgelassene());
+    }
     const QString fortschritt =
         texte_(modelle_.ausgelassene() > 0 ? Meldung::FortschrittAusgelassen : Meldung::Fortschritt)
             .arg(modelle_.flügelzahl())

@@ -78,6 +78,10 @@ TEST(Kurvenbild, series_givesClassesOfTheListsAndFigures) {
     // The list says "-0.0", which is no negative shift.
     EXPECT_THAT(dv.zweite.flügel, ElementsAre(Flügelklasse{1, 13}, Flügelklasse{3, 14}));
     EXPECT_NEAR(dv.zweite.kennzahlen->mittelwert, 0.23, 1e-6);
+    reihe.lassAus(2, true);
+    const Kurvenbild weniger = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
+    EXPECT_EQ(weniger.CI.ausgelassen, 1);
+    EXPECT_EQ(weniger.zweite.ausgelassen, 0);
 }
 
 TEST(Kurvenbild, caste_decidesRangesMeanAndLine) {
