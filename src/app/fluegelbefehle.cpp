@@ -29,6 +29,9 @@ Flügelbefehle::Flügelbefehle(const Umgebung& umgebung, Arbeitsplatz& arbeitspl
     fläche_.messplatz->flügelauskunft = [this](int nummer) {
         return flügeltipp(arbeitsplatz_.reihe(), modelle_.zweifel(), nummer, umgebung_.texte);
     };
+    fläche_.messplatz->zweifelsgrad = [this](int nummer) {
+        return tarvel::zweifelsgrad(modelle_.zweifel(), nummer);
+    };
 }
 
 std::vector<int> Flügelbefehle::gewählte() const {

@@ -307,7 +307,7 @@ bool Messplatz::ladeBild(const QString& pfad) {
         return false;
     }
     mitteDerReihe_.reset();
-    nichtZuÖffnen_.clear();
+    nichtZuÖffnen_ = {};
     befehle_.setzeBild(gewählt);
     mitte_ = QRectF(QPointF(), datei_->größe()).center();
     if (einFlügel()) {
@@ -338,7 +338,8 @@ void Messplatz::nimm(Bilddatei datei) {
     wechseltBild_ = true; // what is measured comes to it only afterwards
     for (const GesuchtesBild& bild : gesuchteBilder(reihe_)) {
         if (zugang_->suche().gehörtZu(bild, pfad, messung_.bild())) {
-            befehle_.verlegeBild(bild, pfad, true); // measured where the picture was before
+            // measured where the picture was before
+            befehle_.verlegeBild(bild, pfad, datei_->größe(), true);
         }
     }
     wechseltBild_ = false;
@@ -501,10 +502,9 @@ bool Messplatz::wiederhole(int nummer) {
         if (pfad.isEmpty()) {
             return false;
         }
-        if (pfad != gesucht.pfad) {
-            // A picture of that name which is shown here is another one.
-            befehle_.verlegeBild(gesucht, pfad, gesucht.pfad != bilddatei());
-        }
+        // A picture of that name which is shown here is another one.
+        befehle_.verlegeBild(gesucht, pfad, zugang_->suche().größe(pfad),
+                             gesucht.pfad != bilddatei());
         if (pfad != bilddatei() && !öffne(pfad, true)) {
             return false;
         }
@@ -522,6 +522,9 @@ bool Messplatz::wiederhole(int nummer) {
         befehle_.gibWiederholungAuf(); // nothing may be replaced out of sight
         return false;
     }
+    if (beiWahl) {
+        beiWahl({nummer}); // keys that mean chosen wings mean this one
+    }
     return true;
 }
 
@@ -538,12 +541,15 @@ void Messplatz::folge() {
 
 void Messplatz::folgeBild() {
     const QString pfad = messung_.bilddatei();
-    if (wechseltBild_ || pfad == bilddatei() || (!pfad.isEmpty() && pfad == nichtZuÖffnen_)) {
+    const GesuchtesBild gesucht{.pfad = pfad, .kennung = messung_.stand().bild};
+    const bool gezeigt = pfad == bilddatei() && verträglich(messung_.stand().bild, messung_.bild());
+    if (wechseltBild_ || gezeigt || (!pfad.isEmpty() && gesucht == nichtZuÖffnen_)) {
         return;
     }
-    nichtZuÖffnen_.clear();
+    nichtZuÖffnen_ = {};
     if (pfad.isEmpty() || !öffneWieder(pfad)) {
-        nichtZuÖffnen_ = messung_.bilddatei();
+        // By now it may be known to be elsewhere.
+        nichtZuÖffnen_ = {.pfad = messung_.bilddatei(), .kennung = messung_.stand().bild};
         datei_.reset();
         bild_->setBild({});
         setzeLupenbild({}, 1);
@@ -559,20 +565,24 @@ void Messplatz::folgeBild() {
 }
 
 bool Messplatz::öffneWieder(const QString& pfad) {
-    if (QFileInfo(Bildort::aus(pfad).datei).isFile()) {
+    const Bildkennung kennung = messung_.stand().bild;
+    const QString datei = Bildort::aus(pfad).datei;
+    if (QFileInfo(datei).isFile() &&
+        (kennung.marke.isEmpty() || inhaltsmarke(datei) == kennung.marke)) {
         return öffne(pfad);
     }
     const auto& messungen = reihe_.messungen();
-    const auto flügel = std::find_if(messungen.begin(), messungen.end(),
-                                     [&](const auto& m) { return m.second.bilddatei == pfad; });
+    const auto flügel = std::find_if(messungen.begin(), messungen.end(), [&](const auto& m) {
+        return m.second.bilddatei == pfad && verträglich(m.second.bild, kennung);
+    });
     const GesuchtesBild gesucht = flügel == messungen.end()
-                                      ? GesuchtesBild{.pfad = pfad, .kennung = {}}
+                                      ? GesuchtesBild{.pfad = pfad, .kennung = kennung}
                                       : gesuchtesBild(reihe_, flügel->second);
     const QString jetzt = zugang_->finde(gesucht);
     if (jetzt.isEmpty()) {
         return false;
     }
-    befehle_.verlegeBild(gesucht, jetzt, true);
+    befehle_.verlegeBild(gesucht, jetzt, zugang_->suche().größe(jetzt), true);
     return öffne(jetzt);
 }
 
@@ -590,9 +600,7 @@ bool Messplatz::bringeZurück(const QString& pfad) {
         const GesuchtesBild gesucht = gesuchtesBild(reihe_, messungen.rbegin()->second);
         if (const Bildfund fund = zugang_->suche().suche(gesucht);
             fund.art == Bildfund::Art::Gefunden) {
-            if (fund.pfad != gesucht.pfad) {
-                befehle_.verlegeBild(gesucht, fund.pfad, true);
-            }
+            befehle_.verlegeBild(gesucht, fund.pfad, zugang_->suche().größe(fund.pfad), true);
             orte += fund.pfad;
         }
     }
@@ -679,7 +687,10 @@ void Messplatz::zeigeErledigte() {
         const QPointF mitte = flügelmitte(messung).value_or(QPointF());
         const QString text = dreistellig(nummer);
         const bool aus = reihe_.ausgelassen(nummer);
-        imScan.push_back({.position = mitte, .text = text, .ausgelassen = aus});
+        imScan.push_back({.position = mitte,
+                          .text = text,
+                          .ausgelassen = aus,
+                          .zweifel = zweifelsgrad ? zweifelsgrad(nummer) : Zweifelsgrad::Keiner});
         imBild.push_back({.position = mitte * zoom, .text = text, .ausgelassen = aus});
         for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
             if (messung.punkte.gemessen(i)) {

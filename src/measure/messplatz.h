@@ -3,6 +3,7 @@
 #include "lang/hinweise.h"
 #include "measure/bilddatei.h"
 #include "measure/messbefehle.h"
+#include "measure/reihenmodelle.h"
 #include "platform/dialoge.h"
 
 #include <QWidget>
@@ -44,6 +45,8 @@ public:
     std::function<void(const std::vector<int>&)> beiWahl;
     /// What is said of a wing beside its number; empty for nothing.
     std::function<QString(int)> flügelauskunft;
+    /// How a measured wing is marked in the overview.
+    std::function<Zweifelsgrad(int)> zweifelsgrad;
 
     [[nodiscard]] Zustand zustand() const { return zustand_; }
     /// The picture that is shown; empty without one.
@@ -159,8 +162,8 @@ private:
     std::optional<int> bildauflösung_;
     bool wechseltBild_ = false;
     Zustand zustand_ = Zustand::OhneBild;
-    QPointF mitte_;         ///< where measuring goes on, in pixels of the picture
-    QString nichtZuÖffnen_; ///< picture of the current wing that was told of already
+    QPointF mitte_;                    ///< where measuring goes on, in pixels of the picture
+    GesuchtesBild nichtZuÖffnen_ = {}; ///< picture of the current wing that was told of already
     /// Where the series goes on after the wing that is repeated.
     std::optional<QPointF> mitteDerReihe_;
     int gezogen_ = 0; ///< number of the point being dragged, 0 for none
