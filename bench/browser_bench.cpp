@@ -24,12 +24,10 @@ public:
     std::optional<int> auswahl(const QString&, const QString&, const QStringList&, int) override {
         return std::nullopt;
     }
-    QString dateiOeffnen(const QString&, const QString&, const QString&) override { return {}; }
-    QStringList dateienOeffnen(const QString&, const QString&, const QString&) override {
-        return {};
-    }
-    QString ordnerWaehlen(const QString&, const QString&) override { return {}; }
-    QString dateiSpeichern(const QString&, const QString&, const QString&) override { return {}; }
+    QString wähleDatei(const QString&, const QString&, const QString&) override { return {}; }
+    QStringList wähleDateien(const QString&, const QString&, const QString&) override { return {}; }
+    QString wähleOrdner(const QString&, const QString&) override { return {}; }
+    QString wähleZieldatei(const QString&, const QString&, const QString&) override { return {}; }
 };
 
 class EndeNachErstenZeilen : public QObject {

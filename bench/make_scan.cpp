@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
         wahl.blatt = *blatt;
     }
 
-    const Musterblatt muster = malen(wahl);
+    const Musterblatt muster = male(wahl);
     if (muster.bild.isNull())
         return fehler(u"the wings do not fit on the sheet, or a number is out of range"_s);
     QImageWriter schreiber(ziele.first());

@@ -116,7 +116,7 @@ void misstLaden(const QString& pfad, int runden) {
     std::vector<double> öffnen, ganz, grenzeÖffnen, grenzeGanz;
     for (int i = 0; i < runden; ++i) {
         {
-            auto datei = Bilddatei::oeffnen(pfad);
+            auto datei = Bilddatei::öffne(pfad);
             if (!std::holds_alternative<Bilddatei>(datei))
                 return;
             ganz.push_back(gemessen([&] { (void)std::get<Bilddatei>(datei).pixel(nullptr); }));
@@ -124,7 +124,7 @@ void misstLaden(const QString& pfad, int runden) {
         if (i == 0)
             tabellenzeile("P4", name + ": peak memory, all pixels there", spitzenspeicher(), {},
                           {.höchstens = grau ? 260 : 560}, "MiB");
-        öffnen.push_back(gemessen([&] { (void)Bilddatei::oeffnen(pfad); }));
+        öffnen.push_back(gemessen([&] { (void)Bilddatei::öffne(pfad); }));
         grenzeÖffnen.push_back(gemessen([&] { nurÜbersicht(pfad); }));
         grenzeGanz.push_back(gemessen([&] { jpeg ? nurDekoder(pfad, 8) : nurDatei(pfad, true); }));
     }
@@ -139,15 +139,15 @@ void misstBilder(Bilddatei& datei) {
     const QImage pixel = *datei.pixel(nullptr);
     Bild bild;
     bild.resize(1400, 900);
-    bild.setBild(pixel);
+    bild.setzeBild(pixel);
     bild.show();
     QCoreApplication::processEvents();
     for (int zoom = Bild::KleinsterZoom; zoom <= Bild::GrößterZoom; ++zoom) {
-        bild.setZoomfaktor(zoom);
+        bild.setzeZoomfaktor(zoom);
         std::vector<Marke> marken;
         for (int i = 1; i <= 8; ++i)
             marken.push_back({QPointF(3000 + 90 * i, 3000 + 70 * i), QString::number(i), i == 3});
-        bild.setMarken(marken);
+        bild.setzeMarken(marken);
         bild.zeige(QPointF(2500, 2500) / zoom);
         QCoreApplication::processEvents();
         std::vector<double> ganz, schieben;
@@ -164,26 +164,26 @@ void misstBilder(Bilddatei& datei) {
 
     Lupe lupe;
     lupe.resize(lupe.sizeHint());
-    lupe.setBild(pixel, bild.Zoomfaktor());
+    lupe.setzeBild(pixel, bild.Zoomfaktor());
     lupe.show();
     QCoreApplication::processEvents();
     std::vector<double> zeiten;
     for (int i = 0; i < Bilder; ++i) {
-        lupe.setMitte(QPointF(4000 + 3 * i, 4000 + 2 * i));
+        lupe.setzeMitte(QPointF(4000 + 3 * i, 4000 + 2 * i));
         zeiten.push_back(gemessen([&] { lupe.repaint(); }));
     }
     zeile("magnifier", zeiten);
 
     Übersicht übersicht;
     übersicht.resize(1400, 900);
-    übersicht.setBild(datei.übersicht(), datei.größe());
-    übersicht.setRahmen(QSizeF(1400, 900));
+    übersicht.setzeBild(datei.übersicht(), datei.größe());
+    übersicht.setzeRahmen(QSizeF(1400, 900));
     übersicht.show();
     QCoreApplication::processEvents();
     zeiten.clear();
     for (int i = 0; i < Bilder; ++i)
         zeiten.push_back(gemessen([&] {
-            übersicht.setMitte(QPointF(1000 + 20 * i, 1000 + 30 * i));
+            übersicht.setzeMitte(QPointF(1000 + 20 * i, 1000 + 30 * i));
             QCoreApplication::processEvents();
         }));
     zeile("overview, frame dragged", zeiten);
@@ -203,7 +203,7 @@ int main(int argc, char** argv) {
     const QApplication app(argc, argv);
     const QString pfad = QString::fromLocal8Bit(argv[1]);
     misstLaden(pfad, argc > 2 ? std::max(1, std::atoi(argv[2])) : 5);
-    auto datei = Bilddatei::oeffnen(pfad);
+    auto datei = Bilddatei::öffne(pfad);
     auto* offen = std::get_if<Bilddatei>(&datei);
     if (offen == nullptr || offen->pixel(nullptr) == nullptr) {
         std::printf("cannot be read: %s\n", argv[1]);

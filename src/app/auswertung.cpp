@@ -15,11 +15,11 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
     , korrel_(new Diagrammansicht(Diagrammansicht::Art::Korrel, umgebung.texte, umgebung.dialoge))
     , urteil_(new Urteilsanzeige(umgebung.texte)) {
     for (Diagrammansicht* ansicht : {kurven_, korrel_}) {
-        ansicht->beiWahl = [this](const std::vector<int>& flügel) {
-            if (flügelGewählt) {
-                flügelGewählt(flügel);
+        ansicht->beiWahl([this](const std::vector<int>& flügel) {
+            if (beiWahl_) {
+                beiWahl_(flügel);
             }
-        };
+        });
     }
 }
 
@@ -73,8 +73,8 @@ void Auswertung::aktualisiere() {
 /// Names that saving a chart proposes.
 void Auswertung::benenneBilder() {
     const QString nummer = arbeitsplatz_.untersuchung().angaben().UNr.trimmed();
-    kurven_->setVorschlag(nummer.isEmpty() ? u"kurven"_s : nummer + u"-kurven"_s);
-    korrel_->setVorschlag(nummer.isEmpty() ? u"korrelation"_s : nummer + u"-korrelation"_s);
+    kurven_->setzeVorschlag(nummer.isEmpty() ? u"kurven"_s : nummer + u"-kurven"_s);
+    korrel_->setzeVorschlag(nummer.isEmpty() ? u"korrelation"_s : nummer + u"-korrelation"_s);
 }
 
 void Auswertung::hebeHervor(const std::vector<int>& flügel) {

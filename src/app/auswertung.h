@@ -5,6 +5,7 @@
 #include "results/arbeitsplatz.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace tarvel {
@@ -20,7 +21,7 @@ public:
     Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz);
 
     /// Called with the wings that were chosen in a chart.
-    std::function<void(const std::vector<int>&)> flügelGewählt;
+    void beiWahl(std::function<void(const std::vector<int>&)> wahl) { beiWahl_ = std::move(wahl); }
 
     [[nodiscard]] Diagrammansicht& kurven() const { return *kurven_; }
     [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
@@ -40,6 +41,7 @@ public:
 private:
     void benenneBilder();
 
+    std::function<void(const std::vector<int>&)> beiWahl_;
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;
     Diagrammansicht* kurven_;

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using enum Menue;
+using enum Menü;
 using Lage = const Befehlslage&;
 
 /// Whether a command makes sense, or is checked. The index is that of the item.
@@ -35,7 +35,7 @@ struct Knopf {
 /// A command. One that is never asked about is always enabled; one without an answer to "checked"
 /// cannot be.
 struct Befehl {
-    Menue menü;
+    Menü menü;
     int index;
     Menüzeile zeile;
     const char16_t* symbol = nullptr;
@@ -73,10 +73,10 @@ bool gezeigt(Lage l, int) {
 
 /// Menus with their captions; a menu within another names it.
 struct Menükopf {
-    Menue menü;
+    Menü menü;
     QStringView name;
     Text text;
-    std::optional<Menue> in = {};
+    std::optional<Menü> in = {};
 };
 
 constexpr Menükopf Menüköpfe[] = {
@@ -86,7 +86,7 @@ constexpr Menükopf Menüköpfe[] = {
     {Zoom, u"men_Zoom", Text::MenüZoomBeiMessen, Ansicht},
     {Extras, u"men_Extras", Text::MenüExtras},
     {Betriebsart, u"men_Betriebsart", Text::Betriebsart, Extras},
-    {Menue::Sprache, u"men_Sprache", Text::MenüSprache, Extras},
+    {Menü::Sprache, u"men_Sprache", Text::MenüSprache, Extras},
     {Hilfe, u"men_Hilfe", Text::MenüHilfe},
 };
 
@@ -158,9 +158,9 @@ const std::vector<Befehl>& befehle() {
         {Betriebsart, 0, {Text::NurCubitalindex, Meldung::TippBetriebsart}, {}, {}, {}, {}, messart},
         {Betriebsart, 1, {Text::AlleMessungen, Meldung::TippBetriebsart}, {}, {}, {}, {}, messart},
         {Betriebsart, 2, {Text::KorrelationAuswahl, Meldung::TippBetriebsart}, {}, {}, {}, {}, messart},
-        {Menue::Sprache, 0, {sprachname(tarvel::Sprache::Deutsch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
-        {Menue::Sprache, 1, {sprachname(tarvel::Sprache::Englisch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
-        {Menue::Sprache, 2, {sprachname(tarvel::Sprache::Französisch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
+        {Menü::Sprache, 0, {sprachname(tarvel::Sprache::Deutsch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
+        {Menü::Sprache, 1, {sprachname(tarvel::Sprache::Englisch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
+        {Menü::Sprache, 2, {sprachname(tarvel::Sprache::Französisch), Meldung::TippSprache}, {}, {}, {}, {}, sprache},
         {Extras, 8, {Text::ProtokollÜbersetzen, Meldung::TippÜbersetzen, {strg(Qt::Key_T)}}, {}, {}, {}, {}, {}, true},
         {Extras, 9, {Text::Optionen, Meldung::TippOptionen, {strg(Qt::Key_Comma)}}, u"optionen"},
 
@@ -173,8 +173,8 @@ const std::vector<Befehl>& befehle() {
 }
 
 /// Menus in which exactly one item is checked.
-bool istAuswahl(Menue menü) {
-    return menü == Zoom || menü == Betriebsart || menü == Menue::Sprache;
+bool istAuswahl(Menü menü) {
+    return menü == Zoom || menü == Betriebsart || menü == Menü::Sprache;
 }
 
 } // namespace
@@ -190,8 +190,8 @@ Befehlsleiste::Befehlsleiste(QMainWindow& fenster, const Texte& texte, Verteiler
 }
 
 void Befehlsleiste::baueMenüs() {
-    std::map<Menue, QActionGroup*> gruppen;
-    const auto öffne = [&](Menue menü) {
+    std::map<Menü, QActionGroup*> gruppen;
+    const auto öffne = [&](Menü menü) {
         if (menüs_.contains(menü)) {
             return menüs_.at(menü);
         }
@@ -219,7 +219,7 @@ void Befehlsleiste::baueMenüs() {
         }
         QAction* neu = fügeHinzu(*menü, befehl.index, befehl.zeile, [this, &befehl](int index) {
             if (!befehl.wort.isEmpty()) {
-                verteiler_.ausführen(befehl.wort);
+                verteiler_.führeAus(befehl.wort);
             } else if (const auto stelle = handlungen_.find(befehl.menü);
                        stelle != handlungen_.end()) {
                 stelle->second(index);
@@ -235,8 +235,7 @@ void Befehlsleiste::baueMenüs() {
         aktionen_.push_back(neu);
     }
     // A number out of range checks no language; the toolkit must not force one to be checked.
-    gruppen.at(Menue::Sprache)
-        ->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    gruppen.at(Menü::Sprache)->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
 }
 
 void Befehlsleiste::baueWerkzeugleiste() {
@@ -277,7 +276,7 @@ void Befehlsleiste::beschrifteAlle() {
     }
 }
 
-void Befehlsleiste::beiKlick(Menue menü, Handlung handlung) {
+void Befehlsleiste::beiKlick(Menü menü, Handlung handlung) {
     handlungen_[menü] = std::move(handlung);
 }
 
@@ -301,7 +300,7 @@ void Befehlsleiste::zeigeTextbefehle(bool imTextfeld) {
     }
 }
 
-void Befehlsleiste::benenne(Menue menü, int index, const QString& text) {
+void Befehlsleiste::benenne(Menü menü, int index, const QString& text) {
     QAction& gemeinte = aktion(menü, index);
     if (gemeinte.iconText() != text) {
         const QList<QAction*> alle = menüs_.at(menü)->actions();
@@ -314,7 +313,7 @@ void Befehlsleiste::benenne(Menue menü, int index, const QString& text) {
     }
 }
 
-QAction& Befehlsleiste::aktion(Menue menü, int index) const {
+QAction& Befehlsleiste::aktion(Menü menü, int index) const {
     const auto stelle = std::find_if(befehle().begin(), befehle().end(), [&](const Befehl& befehl) {
         return befehl.menü == menü && befehl.index == index;
     });

@@ -16,7 +16,7 @@ class QToolBar;
 namespace tarvel {
 
 /// Menus of the main window. The items of a menu are told apart by their index in its array.
-enum class Menue { Datei, Bearbeiten, Ansicht, Zoom, Extras, Betriebsart, Sprache, Hilfe };
+enum class Menü { Datei, Bearbeiten, Ansicht, Zoom, Extras, Betriebsart, Sprache, Hilfe };
 
 /// Items of the file menu for what other programs read and write.
 inline constexpr int DateiOrdnerImportieren = 20;
@@ -73,16 +73,16 @@ public:
     Befehlsleiste(QMainWindow& fenster, const Texte& texte, Verteiler& verteiler);
 
     /// What the items of a menu do that have no command word.
-    void beiKlick(Menue menü, Handlung handlung);
+    void beiKlick(Menü menü, Handlung handlung);
     /// Enables and checks all commands.
     void zeige(const Befehlslage& lage);
     /// Only those that act on a text field.
     void zeigeTextbefehle(bool inTextfeld);
     /// Gives an item another caption until the language changes.
-    void benenne(Menue menü, int index, const QString& text);
+    void benenne(Menü menü, int index, const QString& text);
 
     /// The action of an item that exists.
-    [[nodiscard]] QAction& aktion(Menue menü, int index) const;
+    [[nodiscard]] QAction& aktion(Menü menü, int index) const;
     [[nodiscard]] QToolBar& werkzeugleiste() const { return *leiste_; }
 
     void zeigeWerkzeugtexte(bool zeigen);
@@ -96,8 +96,8 @@ private:
     QMainWindow& fenster_;
     const Texte& texte_;
     Verteiler& verteiler_;
-    std::map<Menue, QMenu*> menüs_;
-    std::map<Menue, Handlung> handlungen_;
+    std::map<Menü, QMenu*> menüs_;
+    std::map<Menü, Handlung> handlungen_;
     std::vector<QAction*> aktionen_; ///< in the order of the table
     QToolBar* leiste_ = nullptr;
 };

@@ -28,7 +28,7 @@ bool Bildgang::lade(const QString& pfad) {
         return false;
     }
     const int dpi = arbeitsplatz_.messung().aufnahme().dpi;
-    const std::optional<int> bild = fläche_.messplatz->bildauflösung();
+    const std::optional<int> bild = fläche_.messplatz->bild().auflösung();
     if (bild && *bild != dpi) {
         hinweise_.zeige(
             {Meldung::BildauflösungHinweis, {QString::number(*bild), QString::number(dpi)}});
@@ -49,7 +49,7 @@ void Bildgang::wähleAuflösung(int dpi) {
 void Bildgang::berichtigeAuflösung() {
     const Messung& messung = arbeitsplatz_.messung();
     std::vector<int> weitere;
-    if (const std::optional<int> bild = fläche_.messplatz->bildauflösung()) {
+    if (const std::optional<int> bild = fläche_.messplatz->bild().auflösung()) {
         weitere.push_back(*bild);
     }
     Auflösungsfenster fenster(umgebung_.texte, arbeitsplatz_.reihe(), umgebung_.format,
@@ -71,7 +71,7 @@ void Bildgang::folge(const Änderung& änderung) {
 
 void Bildgang::zeige() {
     fläche_.messleiste->zeigeAuflösung(arbeitsplatz_.messung().aufnahme().dpi,
-                                       fläche_.messplatz->bildauflösung());
+                                       fläche_.messplatz->bild().auflösung());
 }
 
 void Bildgang::merke() {

@@ -21,7 +21,7 @@ QString wähleBild(const Umgebung& umgebung, const QString& bisher) {
     if (bisher.isEmpty()) {
         ordner = umgebung.einstellungen.text(Einstellung::Arbeitsverzeichnis);
     }
-    return umgebung.dialoge.dateiOeffnen(t(Text::MenüBildLaden), ordner, filter);
+    return umgebung.dialoge.wähleDatei(t(Text::MenüBildLaden), ordner, filter);
 }
 
 void öffneImGrafikprogramm(const Umgebung& umgebung, const QString& bild) {

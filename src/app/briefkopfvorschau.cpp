@@ -47,7 +47,7 @@ void Briefkopfvorschau::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRect(papier);
     painter.setClipRect(papier.adjusted(1, 1, 0, 0));
     painter.scale(faktor, faktor);
-    paintBriefkopf(painter, kopf_, grafik_);
+    maleBriefkopf(painter, kopf_, grafik_);
 }
 
 } // namespace tarvel

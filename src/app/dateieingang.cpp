@@ -157,7 +157,7 @@ bool Dateieingang::öffneDatei(const QString& pfad) {
 
 void Dateieingang::LadenBee() {
     const Texte& t = umgebung_.texte;
-    const QStringList dateien = umgebung_.dialoge.dateienOeffnen(
+    const QStringList dateien = umgebung_.dialoge.wähleDateien(
         t(Text::Importieren), austausch_.ordner(),
         t(Text::Messdateien) + u" (*.Bee *.bee *.BEE);;"_s + t(Meldung::Koordinatendateien) +
             u" (*.csv *.tps *.txt *.CSV *.TPS *.TXT)"_s);
@@ -167,8 +167,8 @@ void Dateieingang::LadenBee() {
 }
 
 void Dateieingang::importiereOrdner() {
-    const QString ordner = umgebung_.dialoge.ordnerWaehlen(umgebung_.texte(Meldung::ImportOrdner),
-                                                           austausch_.ordner());
+    const QString ordner =
+        umgebung_.dialoge.wähleOrdner(umgebung_.texte(Meldung::ImportOrdner), austausch_.ordner());
     if (!ordner.isEmpty()) {
         importiert(austausch_.importiereOrdner(dienste_.fenster, ordner));
     }
@@ -236,7 +236,7 @@ bool Dateieingang::lesMessdatei(const QString& pfad) {
     const EingeleseneUntersuchung gelesen = untersuchungAusMessdatei(
         datei, arbeitsplatz_.untersuchung().angaben().Rasse, umgebung_.format);
     arbeitsplatz_.nimmEin(gelesen.untersuchung, {}, gelesen.messart);
-    dienste_.verteiler.ausführen(befehl::Kurven);
+    dienste_.verteiler.führeAus(befehl::Kurven);
     if (!gelesen.merkmaleVerstanden) {
         gründe << t(Meldung::ImportMerkmale).arg(zitat(datei.merkmaltext));
     }
@@ -308,7 +308,7 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
         gerechnet.insert(neu.reihe().messung(nummer)->aufnahme.dpi);
     }
     arbeitsplatz_.nimmEin(neu, neu.reihe().messung(nummern.back())->aufnahme.dpi);
-    dienste_.verteiler.ausführen(befehl::Kurven);
+    dienste_.verteiler.führeAus(befehl::Kurven);
     QStringList worte;
     for (const int wert : gerechnet) {
         worte << QString::number(wert);

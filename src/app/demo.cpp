@@ -55,14 +55,12 @@ public:
                                int vorgabe) override {
         return vorgabe;
     }
-    QString dateiOeffnen(const QString&, const QString&, const QString&) override {
-        return muster_;
-    }
-    QStringList dateienOeffnen(const QString&, const QString&, const QString&) override {
+    QString wähleDatei(const QString&, const QString&, const QString&) override { return muster_; }
+    QStringList wähleDateien(const QString&, const QString&, const QString&) override {
         return {muster_};
     }
-    QString ordnerWaehlen(const QString&, const QString&) override { return {}; }
-    QString dateiSpeichern(const QString&, const QString& vorschlag, const QString&) override {
+    QString wähleOrdner(const QString&, const QString&) override { return {}; }
+    QString wähleZieldatei(const QString&, const QString& vorschlag, const QString&) override {
         return QFileInfo(muster_).dir().filePath(u"protokoll."_s + QFileInfo(vorschlag).suffix());
     }
     [[nodiscard]] int meldungen() const { return meldungen_; }

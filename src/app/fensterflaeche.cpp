@@ -1,6 +1,7 @@
 #include "app/fensterflaeche.h"
 
 #include "app/auswertung.h"
+#include "app/statuszeile.h"
 #include "evaluation/diagrammansicht.h"
 #include "evaluation/merkmalansicht.h"
 #include "evaluation/urteilsanzeige.h"
@@ -12,7 +13,6 @@
 #include "results/kolonieformular.h"
 
 #include <QAction>
-#include <QLabel>
 #include <QMainWindow>
 #include <QScrollArea>
 #include <QSplitter>
@@ -38,8 +38,8 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     : teiler(new QSplitter(Qt::Horizontal))
     , kolonie(new Kolonieformular(umgebung.texte, umgebung.format))
     , messplatz(new Messplatz(umgebung.texte, umgebung.dialoge, befehle))
-    , messleiste(new Messleiste(umgebung.texte, modelle, &messplatz->lupe()))
-    , status(new QLabel)
+    , messleiste(new Messleiste(umgebung.texte, modelle, &messplatz->lupen().feste()))
+    , status(new Statuszeile)
     , umgebung_(umgebung)
     , reihe_(befehle.reihe())
     , modelle_(modelle)
@@ -68,7 +68,7 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
           static_cast<QWidget*>(&auswertung.korrel()), &vorschau}) {
         ansichten_->addWidget(ansicht);
     }
-    messplatz->lupe().setObjectName(u"pic_Lupe"_s);
+    messplatz->lupen().feste().setObjectName(u"pic_Lupe"_s);
     messleiste->setObjectName(u"Leiste_Rechts"_s);
 
     teiler->setObjectName(u"Teiler"_s);
@@ -87,8 +87,6 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     layout->addWidget(&hinweiszeile);
     fenster.setCentralWidget(fläche);
 
-    status->setObjectName(u"lab_Status"_s);
-    status->setTextFormat(Qt::PlainText); // names of files are no pages
     status->setIndent(Rand);
     fenster.statusBar()->addPermanentWidget(status, 1);
     fenster.statusBar()->setSizeGripEnabled(false);
@@ -132,7 +130,12 @@ QWidget* Fensterfläche::gezeigte() const {
 }
 
 void Fensterfläche::zeige(QWidget* ansicht) {
-    ansichten_->setCurrentWidget(ansicht);
+    if (ansicht != gezeigte()) {
+        ansichten_->setCurrentWidget(ansicht);
+        if (beiAnsicht_) {
+            beiAnsicht_();
+        }
+    }
 }
 
 bool Fensterfläche::amMessplatz() const {

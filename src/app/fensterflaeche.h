@@ -7,10 +7,11 @@
 #include <QList>
 #include <QStringView>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 class QAction;
-class QLabel;
 class QMainWindow;
 class QSplitter;
 class QStackedWidget;
@@ -24,6 +25,7 @@ class Merkmalansicht;
 class Messleiste;
 class Messplatz;
 class Reihenansicht;
+class Statuszeile;
 class Tabellenansicht;
 
 /// The views of the main window and how they are laid out: colony data and verdict on the left, the
@@ -38,6 +40,8 @@ public:
 
     [[nodiscard]] QWidget* gezeigte() const;
     void zeige(QWidget* ansicht);
+    /// Called when another view is seen.
+    void beiAnsicht(std::function<void()> handlung) { beiAnsicht_ = std::move(handlung); }
     [[nodiscard]] bool amMessplatz() const;
     /// Command word of the view that is shown; empty for one that shows no results.
     [[nodiscard]] QStringView ansichtswort() const;
@@ -59,7 +63,7 @@ public:
     Kolonieformular* kolonie;
     Messplatz* messplatz;
     Messleiste* messleiste;
-    QLabel* status;
+    Statuszeile* status;
 
     /// Views that are made when they are asked for the first time, or by baueRest().
     [[nodiscard]] Reihenansicht& alle();
@@ -69,6 +73,7 @@ public:
     void baueRest();
 
 private:
+    std::function<void()> beiAnsicht_;
     Umgebung umgebung_;
     const Messreihe& reihe_;
     Reihenmodelle& modelle_;

@@ -1,5 +1,6 @@
 #include "app/fluegelbefehle.h"
 
+#include "app/ansichtswahl.h"
 #include "app/auswertung.h"
 #include "app/befehlsleiste.h"
 #include "app/fensterflaeche.h"
@@ -13,25 +14,28 @@ namespace tarvel {
 
 Flügelbefehle::Flügelbefehle(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz,
                              Reihenmodelle& modelle, Fensterfläche& fläche, Auswertung& auswertung,
-                             Hinweisgeber& hinweise, const Befehlsleiste& befehle)
+                             Hinweisgeber& hinweise, Ansichtswahl& ansichten,
+                             const Befehlsleiste& befehle)
     : umgebung_(umgebung)
     , arbeitsplatz_(arbeitsplatz)
     , modelle_(modelle)
     , fläche_(fläche)
     , auswertung_(auswertung)
-    , hinweise_(hinweise) {
+    , hinweise_(hinweise)
+    , ansichten_(ansichten) {
     QList<QAction*> flügelbefehle;
     for (const int index : {1, BearbeitenAuslassen, BearbeitenFlügelLöschen}) {
-        flügelbefehle += &befehle.aktion(Menue::Bearbeiten, index);
+        flügelbefehle += &befehle.aktion(Menü::Bearbeiten, index);
     }
     fläche_.setzeFlügelbefehle(flügelbefehle);
-    fläche_.messplatz->beiWahl = [this](const std::vector<int>& flügel) { fläche_.wähle(flügel); };
-    fläche_.messplatz->flügelauskunft = [this](int nummer) {
+    const auto wähle = [this](const std::vector<int>& flügel) { fläche_.wähle(flügel); };
+    fläche_.messplatz->beiWahl(wähle);
+    auswertung_.beiWahl(wähle);
+    fläche_.messplatz->beiAuskunft([this](int nummer) {
         return flügeltipp(arbeitsplatz_.reihe(), modelle_.zweifel(), nummer, umgebung_.texte);
-    };
-    fläche_.messplatz->zweifelsgrad = [this](int nummer) {
-        return tarvel::zweifelsgrad(modelle_.zweifel(), nummer);
-    };
+    });
+    fläche_.messplatz->beiZweifel(
+        [this](int nummer) { return zweifelsgrad(modelle_.zweifel(), nummer); });
 }
 
 std::vector<int> Flügelbefehle::gewählte() const {
@@ -71,6 +75,41 @@ void Flügelbefehle::lösche() {
         hinweise_.zeige(flügel.size() == 1
                             ? Hinweis(Meldung::FlügelGelöscht, {dreistellig(flügel.front())})
                             : Hinweis(Meldung::MehrereGelöscht, {QString::number(flügel.size())}));
+    }
+}
+
+void Flügelbefehle::löscheLetzte() {
+    arbeitsplatz_.löscheLetzte();
+    ansichten_.zeigeAlle();
+}
+
+void Flügelbefehle::löscheAlle() {
+    ansichten_.zeigeAlle();
+    if (umgebung_.dialoge.frage({.titel = umgebung_.texte(Text::MenüAlleMessungenLöschen),
+                                 .text = umgebung_.texte(Text::FrageAlleMessungenLöschen),
+                                 .art = Meldungsart::Frage,
+                                 .verwirft = true}) == Antwort::Ja) {
+        arbeitsplatz_.löscheAlle();
+    }
+}
+
+void Flügelbefehle::wiederhole() {
+    const int nummer = fläche_.gewählterFlügel();
+    ansichten_.zumMessplatz([&] { return fläche_.messplatz->wiederhole(nummer); });
+}
+
+void Flügelbefehle::beginneNeuen() {
+    arbeitsplatz_.NeuerFlügel();
+    ansichten_.zeigeMessplatz(false);
+}
+
+void Flügelbefehle::geheZurück(bool wiederherstellen) {
+    const std::optional<Schritt> schritt =
+        wiederherstellen ? arbeitsplatz_.stelleWiederHer() : arbeitsplatz_.macheRückgängig();
+    // Whoever undoes must see what it did.
+    if (schritt && istMessschritt(schritt->art) && arbeitsplatz_.messung().punkte().begonnen()) {
+        fläche_.zeige(fläche_.messplatz);
+        fläche_.messplatz->zeigeFlügel();
     }
 }
 

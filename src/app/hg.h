@@ -1,9 +1,11 @@
 #pragma once
 
+#include "app/ansichtswahl.h"
 #include "app/auswertung.h"
 #include "app/befehlsleiste.h"
 #include "app/bildgang.h"
 #include "app/dateieingang.h"
+#include "app/einstellungsgang.h"
 #include "app/fensterflaeche.h"
 #include "app/fluegelbefehle.h"
 #include "app/hinweisgeber.h"
@@ -41,7 +43,7 @@ public:
     void beginne() { gang_.beginne(); }
 
     /// Switches the window into measuring and shows a hint, 0 to 15.
-    void messmodus(int hinweisnummer);
+    void messmodus(int hinweisnummer) { ansichten_.messmodus(hinweisnummer); }
 
     /// Loads a wing picture for measuring. False, with a message shown, when it cannot be measured
     /// or the user kept the present one.
@@ -65,8 +67,7 @@ private:
     // Building, in the order in which it happens.
     void verbindeMessplatz();
     void verbindeFelder();
-    void meldeAnsichtenAn();
-    void verbindeAuswertung();
+    void verbindeBefehle();
     void Form_Load();
     /// Puts the words of the program's language on everything that is not labelled by itself.
     void TexteAnwenden();
@@ -83,23 +84,14 @@ private:
     bool Form_Unload();
 
     void drucke();
-    void optionen();
-    void alleMessungenLöschen();
-    void messungWiederholen();
-    void geheZurück(bool wiederherstellen);
-
-    void zeige(QWidget* ansicht, int hinweisnummer);
-    void zeigeMessplatz(bool übersicht);
-    void ZeigeHinweis(int nummer) { hinweise_.ZeigeHinweis(nummer); }
 
     /// Brings everything up to date that shows what a command of the workplace changed.
     void folge(const Änderung& änderung);
     void zeigeZustand();
-    void zeigeStatuszeile();
+    void zeigeTitel();
     [[nodiscard]] Befehlslage befehlslage() const;
 
     Umgebung umgebung_;
-    Benutzerspeicher& speicher_;
     Arbeitsplatz& arbeitsplatz_;
     const Messung& messung_;
     Reihenmodelle modelle_;
@@ -109,7 +101,9 @@ private:
     Protokollausgabe protokoll_;
     Hinweisgeber hinweise_;
     Fensterfläche fläche_;
+    Ansichtswahl ansichten_;
     Flügelbefehle flügelbefehle_;
+    Einstellungsgang einstellungen_;
     Bildgang bilder_;
     Fensterdienste dienste_;
     Untersuchungsgang gang_;

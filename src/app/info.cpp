@@ -64,7 +64,7 @@ Info::Info(const Texte& texte, QWidget* parent)
     }
     auto* knöpfe = new QDialogButtonBox(QDialogButtonBox::Close);
     knöpfe->button(QDialogButtonBox::Close)->setObjectName(u"bef_Schliessen"_s);
-    knöpfe->button(QDialogButtonBox::Close)->setText(texte(Text::Schliessen));
+    knöpfe->button(QDialogButtonBox::Close)->setText(texte(Text::Schließen));
     connect(knöpfe, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout->addWidget(knöpfe);
 }

@@ -2,6 +2,7 @@
 #include "app/demo.h"
 #include "app/hauptstart.h"
 #include "app/hg.h"
+#include "app/programmsymbol.h"
 #include "app/start.h"
 #include "platform/system_dialoge.h"
 #include "platform/system_shell.h"
@@ -10,7 +11,6 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
-#include <QIcon>
 #include <QStandardPaths>
 #include <QTimer>
 
@@ -105,7 +105,10 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
                  .format = Zahlenformat::system(),
                  .dokumente = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
                  .benutzersprache = QLocale::system().language(),
-                 .ersterLauf = [](Start& start) { start.exec(); }});
+                 .ersterLauf = [](Start& start) {
+                     zeigeProgrammsymbol();
+                     start.exec();
+                 }});
     const auto worte = [&] {
         const Texte& t = programm.texte();
         druckerworte.SpracheEinstellen(static_cast<int>(t.sprache().value_or(Sprache::Deutsch)));
@@ -155,6 +158,5 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(u"Tarvel"_s);
     QApplication::setApplicationVersion(QStringLiteral(TARVEL_VERSION));
     QGuiApplication::setDesktopFileName(u"tarvel"_s);
-    QApplication::setWindowIcon(QIcon(u":/tarvel/icons/tarvel.svg"_s));
     return zeile.demo.isEmpty() ? laufe(app, zeile) : demo(zeile);
 }

@@ -68,38 +68,38 @@ Optionen::~Optionen() {
 void Optionen::Form_Load() {
     LadenKarte1_2();
     LadenKarte3_4();
-    eigene_.laden(umgebung_.einstellungen);
-    rassen_->verwerfen(umgebung_.einstellungen, rasse_);
+    eigene_.lade(umgebung_.einstellungen);
+    rassen_->verwirf(umgebung_.einstellungen, rasse_);
 }
 
 void Optionen::beschrifte() {
     setWindowTitle(worte_(Text::Optionen));
-    worte_.anwenden();
+    worte_.wendeAn();
 }
 
 void Optionen::LadenKarte1_2() {
-    karte1_2_.laden(umgebung_.einstellungen);
+    karte1_2_.lade(umgebung_.einstellungen);
 }
 
 void Optionen::SpeichernKarte1_2(Profil& ini) const {
-    karte1_2_.speichern(ini);
+    karte1_2_.speichere(ini);
 }
 
 void Optionen::LadenKarte3_4() {
-    karte3_4_.laden(umgebung_.einstellungen);
+    karte3_4_.lade(umgebung_.einstellungen);
 }
 
 void Optionen::SpeichernKarte3_4(Profil& ini) const {
-    karte3_4_.speichern(ini);
+    karte3_4_.speichere(ini);
 }
 
 bool Optionen::OKStart() {
     Profil ini(umgebung_.einstellungen.IniPfad());
     SpeichernKarte1_2(ini);
     SpeichernKarte3_4(ini);
-    const bool kopiert = rassen_->speichern(ini, speicher_, rasse_);
+    const bool kopiert = rassen_->speichere(ini, speicher_, rasse_);
     eigene_.speichernGeänderte(ini, umgebung_.einstellungen);
-    if (!ini.sichern()) {
+    if (!ini.sichere()) {
         rassen_->nichtGespeichert(umgebung_.einstellungen, speicher_, rasse_);
         umgebung_.dialoge.meldung(
             worte_(Text::Optionen),

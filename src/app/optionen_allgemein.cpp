@@ -117,7 +117,7 @@ QWidget* durchsuchen(const Seitenbau& bau, const QString& name, Text titel,
     QObject::connect(knopf, &QPushButton::clicked, feld,
                      [&worte = bau.worte, &dialoge = bau.umgebung.dialoge, titel, dateiart, muster,
                       feld, nimm = std::move(nimm)] {
-                         const QString datei = dialoge.dateiOeffnen(
+                         const QString datei = dialoge.wähleDatei(
                              worte(titel), feld->text(), worte(dateiart) + u" ("_s + muster + u')');
                          if (!datei.isEmpty()) {
                              nimm(QDir::toNativeSeparators(datei));

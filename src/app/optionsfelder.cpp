@@ -93,9 +93,9 @@ void Optionsfelder::nurSchreiben(Einstellung id, std::function<int()> wert) {
                        [wert = std::move(wert)] { return QString::number(wert()); }});
 }
 
-void Optionsfelder::laden(const Einstellungen& einstellungen) {
+void Optionsfelder::lade(const Einstellungen& einstellungen) {
     for (Feld& feld : felder_) {
-        feld.laden(einstellungen);
+        feld.lade(einstellungen);
         feld.gezeigt = feld.wert();
     }
 }
@@ -106,7 +106,7 @@ bool Optionsfelder::geändert(Einstellung id) const {
     });
 }
 
-void Optionsfelder::speichern(Profil& profil) const {
+void Optionsfelder::speichere(Profil& profil) const {
     for (const Feld& feld : felder_) {
         setze(profil, feld.id, feld.wert());
     }
@@ -158,7 +158,7 @@ void Beschriftungen::knopf(Wort wort, QAbstractButton* knopf) {
     nimm([this, wort, knopf] { knopf->setText((*this)(wort)); });
 }
 
-void Beschriftungen::anwenden() const {
+void Beschriftungen::wendeAn() const {
     for (const auto& beschrifte : alle_) {
         beschrifte();
     }

@@ -44,8 +44,8 @@ public:
 
     /// Shows what the file holds. A text key that is missing or empty leaves in its field what was
     /// there at the last reading or saving; what was typed since is gone.
-    void laden(const Einstellungen& einstellungen);
-    void speichern(Profil& profil) const;
+    void lade(const Einstellungen& einstellungen);
+    void speichere(Profil& profil) const;
     /// Only numbers that differ from what @p einstellungen gives now.
     void speichernGeänderte(Profil& profil, const Einstellungen& einstellungen) const;
     /// To be called when what speichern put into the profile has reached the file.
@@ -57,7 +57,7 @@ public:
 private:
     struct Feld {
         Einstellung id;
-        std::function<void(const Einstellungen&)> laden;
+        std::function<void(const Einstellungen&)> lade;
         std::function<QString()> wert;
         std::function<void()> gespeichert = {};
         QString gezeigt = {}; ///< value after the last reading
@@ -82,7 +82,7 @@ public:
     void knopf(Wort wort, QAbstractButton* knopf);
     /// Anything else that takes its words anew after a change of language.
     void nimm(std::function<void()> beschrifte);
-    void anwenden() const;
+    void wendeAn() const;
 
     [[nodiscard]] const QString& operator()(Wort wort) const;
 

@@ -32,8 +32,8 @@ Protokollausgabe::Protokollausgabe(const Umgebung& umgebung, const Arbeitsplatz&
     , druckerwahl_(umgebung.drucker)
     , vorschau_(new Vorschau(umgebung.texte)) {
     vorschau_->beiBlättern([this](int um) {
-        if (seiteGewünscht) {
-            seiteGewünscht(seite_ + um);
+        if (beiSeitenwahl_) {
+            beiSeitenwahl_(seite_ + um);
         }
     });
 }
@@ -82,7 +82,7 @@ void Protokollausgabe::zeigeSeite(int nummer) {
 void Protokollausgabe::zeige(std::shared_ptr<const Vorlage> neue) {
     seite_ = std::clamp(seite_, 1, tarvel::seitenzahl(neue->daten.einstellungen.art));
     vorschau_->zeige([neue = std::move(neue), seite = seite_](QPainter& painter) {
-        paintProtokoll(painter, neue->daten, neue->grafik, seite);
+        maleProtokoll(painter, neue->daten, neue->grafik, seite);
     });
 }
 
@@ -166,8 +166,8 @@ void Protokollausgabe::übersetze(QWidget* fenster) {
             umgebung_.texte, umgebung_.einstellungen.IniPfad(), umgebung_.dialoge, umgebung_.shell,
             [this](const Protokollfelder& felder) {
                 probe_ = felder;
-                if (seiteGewünscht) {
-                    seiteGewünscht(seite_);
+                if (beiSeitenwahl_) {
+                    beiSeitenwahl_(seite_);
                 }
             },
             fenster);

@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace tarvel {
 
@@ -27,7 +28,7 @@ public:
     ~Protokollausgabe();
 
     /// Called when page 1 or 2 is to be seen.
-    std::function<void(int seite)> seiteGewünscht;
+    void beiSeitenwahl(std::function<void(int seite)> wahl) { beiSeitenwahl_ = std::move(wahl); }
 
     [[nodiscard]] QWidget& vorschau() const;
     /// Pages of the kind of report that the settings ask for.
@@ -63,6 +64,7 @@ private:
     [[nodiscard]] QStringList fehlendes() const;
     void zeige(std::shared_ptr<const Vorlage> vorlage);
 
+    std::function<void(int seite)> beiSeitenwahl_;
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     const Untersuchung& untersuchung_;

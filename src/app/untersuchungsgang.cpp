@@ -50,7 +50,7 @@ bool Untersuchungsgang::setzeSitzungFort() {
     }
     arbeitsplatz_.setzeFort(*stand);
     if (dienste_.verteiler.kennt(stand->ansicht)) {
-        dienste_.verteiler.ausführen(stand->ansicht);
+        dienste_.verteiler.führeAus(stand->ansicht);
     }
     dienste_.hinweise.zeige(Meldung::SitzungWiederDa);
     return true;
@@ -137,8 +137,8 @@ bool Untersuchungsgang::lade(const QString& nummer) {
     if (!gelesen) {
         return false;
     }
-    dienste_.verteiler.ausführen(befehl::Kurven);
-    dienste_.verteiler.ausführen(befehl::Alle);
+    dienste_.verteiler.führeAus(befehl::Kurven);
+    dienste_.verteiler.führeAus(befehl::Alle);
     const Texte& t = umgebung_.texte;
     if (const std::optional<bool> urteil = arbeitsplatz_.beurteilung().urteil();
         urteil && *urteil != gelesen->EntsprichtRasse) {

@@ -59,7 +59,7 @@ void meldeUnlesbar(const Batchumgebung& umgebung, const QString& datei) {
 
 } // namespace
 
-std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung, const QString& datei) {
+std::optional<QByteArray> liesOderMelde(const Batchumgebung& umgebung, const QString& datei) {
     if (datei == Standardstrom) {
         QByteArray alles; // a pipe gives what is there just now
         while (alles.size() <= GrößteTextdatei) {

@@ -55,8 +55,8 @@ inline constexpr QStringView Standardstrom = u"-";
 
 /// The content of a text file, or of the standard input, as far as one can be large; nullopt, with
 /// a message, when it cannot be read.
-[[nodiscard]] std::optional<QByteArray> lesenOderMelden(const Batchumgebung& umgebung,
-                                                        const QString& datei);
+[[nodiscard]] std::optional<QByteArray> liesOderMelde(const Batchumgebung& umgebung,
+                                                      const QString& datei);
 
 /// Writes @p inhalt to the file @p ziel, which is replaced only when all was written; straight into
 /// a pipe or a device; to the standard output when the name is empty or "-". NichtLesbar, with a

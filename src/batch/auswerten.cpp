@@ -66,7 +66,7 @@ QStringList annahmen(const Koordinaten& koordinaten, const Auswertungsvorgabe& v
 
 std::optional<Auswertungsprobe> lies(const QString& datei, const Auswertungsvorgabe& vorgabe,
                                      const Batchumgebung& umgebung) {
-    const std::optional<QByteArray> bytes = lesenOderMelden(umgebung, datei);
+    const std::optional<QByteArray> bytes = liesOderMelde(umgebung, datei);
     if (!bytes) {
         return std::nullopt;
     }

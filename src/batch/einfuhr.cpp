@@ -15,7 +15,7 @@ namespace {
 
 /// Stores one file and tells what became of it. False when it is not stored.
 bool nimm(const QString& datei, Einfuhr& einfuhr, const Batchumgebung& umgebung) {
-    const std::optional<QByteArray> bytes = lesenOderMelden(umgebung, datei);
+    const std::optional<QByteArray> bytes = liesOderMelde(umgebung, datei);
     if (!bytes) {
         return false;
     }

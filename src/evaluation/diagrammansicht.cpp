@@ -29,9 +29,9 @@ constexpr std::array Formate{Diagrammformat::PNG, Diagrammformat::SVG, Diagrammf
 void male(QPainter& painter, const QRectF& rahmen, const std::variant<Kurvenbild, Korrelbild>& bild,
           const Diagrammstil& stil) {
     if (const auto* kurven = std::get_if<Kurvenbild>(&bild)) {
-        paintKurven(painter, rahmen, *kurven, stil);
+        maleKurven(painter, rahmen, *kurven, stil);
     } else {
-        paintKorrel(painter, rahmen, std::get<Korrelbild>(bild), stil);
+        maleKorrel(painter, rahmen, std::get<Korrelbild>(bild), stil);
     }
 }
 
@@ -351,8 +351,8 @@ void Diagrammansicht::geheZu(int stelle) {
 
 void Diagrammansicht::wähle(const std::vector<int>& flügel) {
     hebeHervor(flügel);
-    if (beiWahl) {
-        beiWahl(flügel);
+    if (beiWahl_) {
+        beiWahl_(flügel);
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <functional>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -44,7 +45,7 @@ public:
     void zeigeZweifel(Zweifelsfälle zweifel);
 
     /// Path and base name, without extension, that saving proposes.
-    void setVorschlag(const QString& vorschlag) { vorschlag_ = vorschlag; }
+    void setzeVorschlag(const QString& vorschlag) { vorschlag_ = vorschlag; }
 
     /// The bars or crosses, in pixels of the view.
     [[nodiscard]] const std::vector<Diagrammstelle>& stellen();
@@ -55,7 +56,9 @@ public:
     void kopiere();
 
     /// Called with the chosen wings, ascending; with none when the choice was taken back.
-    std::function<void(const std::vector<int>& flügel)> beiWahl;
+    void beiWahl(std::function<void(const std::vector<int>& flügel)> wahl) {
+        beiWahl_ = std::move(wahl);
+    }
 
     [[nodiscard]] QSize sizeHint() const override { return {900, 640}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {480, 320}; }
@@ -87,6 +90,7 @@ private:
 
     const Texte& texte_;
     Dialoge& dialoge_;
+    std::function<void(const std::vector<int>& flügel)> beiWahl_;
     std::variant<Kurvenbild, Korrelbild> bild_;
     std::vector<Diagrammstelle> stellen_;
     bool stellenAktuell_ = false;

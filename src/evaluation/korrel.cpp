@@ -408,8 +408,8 @@ std::vector<Diagrammstelle> korrelstellen(const QRectF& rahmen, const Korrelbild
     return stellen;
 }
 
-void paintKorrel(QPainter& painter, const QRectF& rahmen, const Korrelbild& bild,
-                 const Diagrammstil& stil) {
+void maleKorrel(QPainter& painter, const QRectF& rahmen, const Korrelbild& bild,
+                const Diagrammstil& stil) {
     const Layout l = layout(rahmen, bild);
     if (l.maß.faktor > 0) {
         Zeichner(painter, l, bild, stil).zeichne();

@@ -80,7 +80,7 @@ struct Korrelanordnung {
 
 /// Paints the correlation of hantel index and discoidal shift into @p rahmen; a rectangle without
 /// an area stays empty. The same bild gives the same picture at every size, only larger or smaller.
-void paintKorrel(QPainter& painter, const QRectF& rahmen, const Korrelbild& bild,
-                 const Diagrammstil& stil);
+void maleKorrel(QPainter& painter, const QRectF& rahmen, const Korrelbild& bild,
+                const Diagrammstil& stil);
 
 } // namespace tarvel

@@ -439,8 +439,8 @@ std::vector<Diagrammstelle> kurvenstellen(const QRectF& rahmen, const Kurvenbild
     return stellen;
 }
 
-void paintKurven(QPainter& painter, const QRectF& rahmen, const Kurvenbild& bild,
-                 const Diagrammstil& stil) {
+void maleKurven(QPainter& painter, const QRectF& rahmen, const Kurvenbild& bild,
+                const Diagrammstil& stil) {
     const Kurvenlayout l = kurvenlayout(rahmen, bild, stil);
     if (l.maß.faktor > 0) {
         Zeichner(painter, l, bild, stil).zeichne();

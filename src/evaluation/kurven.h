@@ -97,7 +97,7 @@ kurvenstellen(const QRectF& rahmen, const Kurvenbild& bild, const Diagrammstil& 
 
 /// Paints the histogram of bees per class into @p rahmen; a rectangle without an area stays empty.
 /// The same bild gives the same picture at every size, only larger or smaller.
-void paintKurven(QPainter& painter, const QRectF& rahmen, const Kurvenbild& bild,
-                 const Diagrammstil& stil);
+void maleKurven(QPainter& painter, const QRectF& rahmen, const Kurvenbild& bild,
+                const Diagrammstil& stil);
 
 } // namespace tarvel

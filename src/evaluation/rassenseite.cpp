@@ -169,7 +169,7 @@ QLineEdit* Rassenseite::feld(QStringView schlüssel, Standardgruppe gruppe, cons
     eingabe->setFixedWidth(breite(eingabe, u"00-00%"));
     felder_.push_back({&zeile, eingabe, wort, code});
     connect(eingabe, &QLineEdit::editingFinished, this,
-            [this, stelle = felder_.size() - 1] { verlassen(felder_.at(stelle)); });
+            [this, stelle = felder_.size() - 1] { verlasse(felder_.at(stelle)); });
     return eingabe;
 }
 
@@ -382,7 +382,7 @@ void Rassenseite::setzeRassen(const QStringList& namen) {
     }
 }
 
-void Rassenseite::laden(const Einstellungen& einstellungen, int rasse) {
+void Rassenseite::lade(const Einstellungen& einstellungen, int rasse) {
     if (!istRasse(rasse)) {
         return;
     }
@@ -400,13 +400,13 @@ void Rassenseite::laden(const Einstellungen& einstellungen, int rasse) {
     tbs_Rasse_Click();
 }
 
-void Rassenseite::verwerfen(const Einstellungen& einstellungen, int rasse) {
+void Rassenseite::verwirf(const Einstellungen& einstellungen, int rasse) {
     standards_ = geladene_;
     zeige();
-    laden(einstellungen, rasse);
+    lade(einstellungen, rasse);
 }
 
-bool Rassenseite::speichern(Profil& ini, Benutzerspeicher& speicher, int rasse) {
+bool Rassenseite::speichere(Profil& ini, Benutzerspeicher& speicher, int rasse) {
     vervollständige();
     bool kopiert = true;
     const auto eine = [&](int nummer) {
@@ -500,7 +500,7 @@ void Rassenseite::zeige() {
 /// Brings the text of a field into its usual form and takes it over. A decimal beyond what can be
 /// stored, or a percentage that can be no share, gives way to the value before. Whoever defines a
 /// boundary line here wants it to apply.
-void Rassenseite::verlassen(const Feld& f) {
+void Rassenseite::verlasse(const Feld& f) {
     const Standardzeile& zeile = *f.zeile;
     const bool text = istText(zeile.art);
     const QString getippt = f.eingabe->text();
@@ -523,7 +523,7 @@ void Rassenseite::verlassen(const Feld& f) {
 void Rassenseite::vervollständige() {
     for (const Feld& f : felder_) {
         if (f.eingabe->isModified()) {
-            verlassen(f);
+            verlasse(f);
         }
     }
 }

@@ -38,13 +38,13 @@ public:
 
     /// Loads the standards of all races and chooses the tab of race @p rasse, 1 to 4. With 0, no
     /// race, everything stays as it is.
-    void laden(const Einstellungen& einstellungen, int rasse);
-    /// The same without the changes made since the last laden or gespeichert.
-    void verwerfen(const Einstellungen& einstellungen, int rasse);
+    void lade(const Einstellungen& einstellungen, int rasse);
+    /// The same without the changes made since the last lade or gespeichert.
+    void verwirf(const Einstellungen& einstellungen, int rasse);
 
     /// Takes the fields over as they stand and puts race @p rasse into @p ini, then the other races
     /// that were changed. Boundary lines go to @p speicher too; false when it did not take them.
-    [[nodiscard]] bool speichern(Profil& ini, Benutzerspeicher& speicher, int rasse);
+    [[nodiscard]] bool speichere(Profil& ini, Benutzerspeicher& speicher, int rasse);
     /// To be called when what speichern put into the profile has reached the file.
     void gespeichert();
     /// To be called when it has not: gives @p speicher the lines of before again.
@@ -86,7 +86,7 @@ private:
     void beschrifte();
 
     void zeige();
-    void verlassen(const Feld& feld);
+    void verlasse(const Feld& feld);
     void vervollständige();
     [[nodiscard]] Rassestandard& gezeigt() { return standards_.at(gezeigte_); }
     void setze(Standardgruppe gruppe, QStringView schlüssel, int wert);

@@ -27,8 +27,9 @@ void ÜbersetzungLaden(const QString& IniPfad, Protokollfelder& felder) {
     for (std::size_t i = 0; i < felder.size(); ++i) {
         const QByteArray wert = GetPrivateProfileStringA(
             "Translate", protokollschlüssel(protokolltabelle[i].nummer), "", puffer, IniPfad);
-        if (!wert.isEmpty())
+        if (!wert.isEmpty()) {
             felder[i] = ausCodepage1252(wert);
+        }
     }
 }
 

@@ -68,8 +68,9 @@ public:
 private:
     static consteval std::size_t suche(Text text) {
         std::size_t i = 0;
-        while (protokolltabelle.at(i).text != text)
+        while (protokolltabelle.at(i).text != text) {
             ++i;
+        }
         return i;
     }
     std::size_t index_;

@@ -18,12 +18,14 @@ void QtÜbersetzung::wendeAn(const Texte& texte) {
     QCoreApplication::removeTranslator(&übersetzer_);
     // The program's own texts are German before a language is loaded.
     const Sprache sprache = texte.sprache().value_or(Sprache::Deutsch);
-    if (sprache == Sprache::Englisch)
+    if (sprache == Sprache::Englisch) {
         return;
+    }
     const QString datei = sprache == Sprache::Deutsch ? u"qtbase_de"_s : u"qtbase_fr"_s;
     if (übersetzer_.load(datei, ordner_) ||
-        übersetzer_.load(datei, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        übersetzer_.load(datei, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(&übersetzer_);
+    }
 }
 
 } // namespace tarvel

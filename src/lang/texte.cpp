@@ -83,10 +83,12 @@ QString Texte::eintrag(Meldung id, Sprache sprache) {
 }
 
 void Texte::kopiereSpalte(Sprache sprache) {
-    for (std::size_t i = 0; i < texte_.size(); ++i)
+    for (std::size_t i = 0; i < texte_.size(); ++i) {
         texte_[i] = spalte(texttabelle[i], sprache);
-    for (std::size_t i = 0; i < meldungen_.size(); ++i)
+    }
+    for (std::size_t i = 0; i < meldungen_.size(); ++i) {
         meldungen_[i] = spalte(meldungstabelle[i], sprache);
+    }
 }
 
 void Texte::lade(Sprache sprache) {

@@ -57,8 +57,9 @@ QString inDerDatei(const QString& text) {
 }
 
 void leere(QGridLayout& raster) {
-    while (QLayoutItem* teil = raster.takeAt(0))
+    while (QLayoutItem* teil = raster.takeAt(0)) {
         delete teil;
+    }
 }
 
 } // namespace
@@ -86,10 +87,12 @@ void leere(QGridLayout& raster) {
     layout->addWidget(tbs_Seiten_, 1);
     layout->addWidget(lab_Hinweis_);
 
-    for (std::size_t i = 0; i < protokolltabelle.size(); ++i)
+    for (std::size_t i = 0; i < protokolltabelle.size(); ++i) {
         seiten_.at(aufSeite2(i) ? 1 : 0).zeilen.push_back(static_cast<int>(i));
-    for (Seite& seite : seiten_)
+    }
+    for (Seite& seite : seiten_) {
         baueSeite(seite);
+    }
     baueKnöpfe();
     baueTasten();
 
@@ -168,8 +171,9 @@ void Übersetz::baueTasten() {
 
 void Übersetz::blättere(int um) {
     const int seite = std::clamp(tbs_Seiten_->currentIndex() + um, 0, tbs_Seiten_->count() - 1);
-    if (seite == tbs_Seiten_->currentIndex())
+    if (seite == tbs_Seiten_->currentIndex()) {
         return;
+    }
     tbs_Seiten_->setCurrentIndex(seite);
     const int erste = seiten_.at(static_cast<std::size_t>(seite)).zeilen.front();
     txt_Text_.at(static_cast<std::size_t>(erste))->setFocus(Qt::ShortcutFocusReason);
@@ -181,8 +185,9 @@ int Übersetz::blockbreite() const {
 }
 
 void Übersetz::ordneAn(Seite& seite, int blöcke) {
-    if (blöcke == seite.blöcke)
+    if (blöcke == seite.blöcke) {
         return;
+    }
     seite.blöcke = blöcke;
     QGridLayout& raster = *seite.raster;
     leere(raster);
@@ -208,8 +213,9 @@ void Übersetz::ordneAn(Seite& seite, int blöcke) {
         raster.addWidget(lab_Text_.at(zeile), 1 + i % jeBlock, spalte);
         raster.addWidget(txt_Text_.at(zeile), 1 + i % jeBlock, spalte + 1);
     }
-    for (int i = 0; i <= anzahl + 1; ++i)
+    for (int i = 0; i <= anzahl + 1; ++i) {
         raster.setRowStretch(i, i == jeBlock + 1 ? 1 : 0);
+    }
 }
 
 void Übersetz::Form_Load() {
@@ -227,10 +233,12 @@ void Übersetz::beschrifte() {
     bef_Test_->setToolTip(texte_(Meldung::TippÜbersetzungTesten));
     const QString sprache = texte_(sprachname(texte_.sprache().value_or(Sprache::Deutsch)));
     for (const Seite& seite : seiten_) {
-        for (QLabel* kopf : seite.sprachen)
+        for (QLabel* kopf : seite.sprachen) {
             kopf->setText(sprache);
-        for (QLabel* kopf : seite.eigene)
+        }
+        for (QLabel* kopf : seite.eigene) {
             kopf->setText(texte_(Meldung::SpalteEigenerText));
+        }
     }
     const Protokollfelder standard = ProtokolltexteStandard(texte_).felder;
     for (std::size_t i = 0; i < standard.size(); ++i) {
@@ -246,8 +254,9 @@ void Übersetz::zeigeÜbersetzung(bool auchBearbeitete) {
     Protokollfelder felder = ProtokolltexteStandard(texte_).felder;
     ÜbersetzungLaden(IniPfad_, felder);
     for (std::size_t i = 0; i < felder.size(); ++i) {
-        if (!auchBearbeitete && txt_Text_.at(i)->isModified())
+        if (!auchBearbeitete && txt_Text_.at(i)->isModified()) {
             continue;
+        }
         txt_Text_.at(i)->setText(felder.at(i));
         txt_Text_.at(i)->setCursorPosition(0);
     }
@@ -260,8 +269,9 @@ QString Übersetz::text(std::size_t zeile) const {
 Protokollfelder Übersetz::felder() const {
     Protokollfelder felder = ProtokolltexteStandard(texte_).felder;
     for (std::size_t i = 0; i < felder.size(); ++i) {
-        if (const QString eigener = text(i); !eigener.isEmpty())
+        if (const QString eigener = text(i); !eigener.isEmpty()) {
             felder.at(i) = inDerDatei(eigener);
+        }
     }
     return felder;
 }
@@ -272,15 +282,16 @@ bool Übersetz::SpeichernInINI() {
         ini.setze("Translate", protokollschlüssel(protokolltabelle.at(i).nummer),
                   alsProfilwert(nachCodepage1252(text(i))));
     }
-    if (!ini.sichern()) {
+    if (!ini.sichere()) {
         dialoge_.meldung(
             windowTitle(),
             texte_(Meldung::ÜbersetzungNichtGeschrieben).arg(QDir::toNativeSeparators(IniPfad_)),
             Meldungsart::Ausruf);
         return false;
     }
-    for (QLineEdit* feld : txt_Text_)
+    for (QLineEdit* feld : txt_Text_) {
         feld->setModified(false);
+    }
     return true;
 }
 
@@ -289,8 +300,9 @@ void Übersetz::zeigeUnspeicherbares() {
     for (std::size_t i = 0; i < txt_Text_.size(); ++i) {
         for (const char32_t c : text(i).toUcs4()) {
             const QString eines = QString::fromUcs4(&c, 1);
-            if (inDerDatei(eines) != eines && !zeichen.contains(eines))
+            if (inDerDatei(eines) != eines && !zeichen.contains(eines)) {
                 zeichen += eines + u' ';
+            }
         }
     }
     lab_Hinweis_->setText(texte_(Meldung::ZeichenNichtSpeicherbar).arg(zeichen.trimmed()));
@@ -298,8 +310,9 @@ void Übersetz::zeigeUnspeicherbares() {
 }
 
 void Übersetz::bef_OK_Click() {
-    if (SpeichernInINI())
+    if (SpeichernInINI()) {
         accept();
+    }
 }
 
 void Übersetz::bef_Abbrechen_Click() {
@@ -311,8 +324,9 @@ void Übersetz::pic_Cancel_Click() {
 }
 
 void Übersetz::bef_Test_Click() {
-    if (SpeichernInINI())
+    if (SpeichernInINI()) {
         testen_(felder());
+    }
 }
 
 // The report of a running program reads the fields even while the window is closed: they go back to
@@ -332,10 +346,11 @@ void Übersetz::Form_KeyDown(QKeyEvent& taste) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         // On a button, Enter means that button.
-        if (auto* knopf = qobject_cast<QPushButton*>(focusWidget()))
+        if (auto* knopf = qobject_cast<QPushButton*>(focusWidget())) {
             knopf->click();
-        else
+        } else {
             bef_OK_Click();
+        }
         break;
     case Qt::Key_Escape:
         bef_Abbrechen_Click();
@@ -361,8 +376,9 @@ void Übersetz::hilfe() {
 void Übersetz::Form_Resize() {
     const bool breit = width() >= blockbreite() * 2;
     constexpr std::size_t kurz = 10; // rows that need no second block
-    for (Seite& seite : seiten_)
+    for (Seite& seite : seiten_) {
         ordneAn(seite, breit && seite.zeilen.size() > kurz ? 2 : 1);
+    }
 }
 
 void Übersetz::keyPressEvent(QKeyEvent* event) {

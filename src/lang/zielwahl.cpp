@@ -11,7 +11,7 @@
 namespace tarvel {
 
 QString wähleZiel(const Texte& texte, Dialoge& dialoge, const Zielfrage& frage) {
-    QString gewählt = dialoge.dateiSpeichern(frage.titel, frage.vorschlag, frage.muster);
+    QString gewählt = dialoge.wähleZieldatei(frage.titel, frage.vorschlag, frage.muster);
     // A name may hold a point of its own, such as that of a year and month.
     const bool vollständig =
         std::any_of(frage.endungen.begin(), frage.endungen.end(), [&](const QString& endung) {

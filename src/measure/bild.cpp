@@ -33,8 +33,9 @@ QCursor feinesKreuz(double dpr) {
     for (const auto& [farbe, stärke] : {std::pair(Qt::white, 3.0), std::pair(Qt::black, 1.0)}) {
         painter.setPen(QPen(QColor(farbe), stärke, Qt::SolidLine, Qt::FlatCap));
         const QPointF m(Mitte + 0.5, Mitte + 0.5);
-        for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+        for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)}) {
             painter.drawLine(m + arm * 3.5, m + arm * (Mitte + 0.5));
+        }
     }
     painter.end();
     return QCursor(bild, Mitte, Mitte);
@@ -57,20 +58,21 @@ Bild::Bild(QWidget* parent)
     stelleLeisten();
 }
 
-void Bild::setBild(const QImage& bild) {
+void Bild::setzeBild(const QImage& bild) {
     bild_ = bild;
     marken_.clear();
     erledigte_.clear();
     stelleLeisten();
-    setStand({0, 0});
+    setzeStand({0, 0});
     viewport()->update();
     meldeAusschnitt();
 }
 
-void Bild::setZoomfaktor(int zoom) {
+void Bild::setzeZoomfaktor(int zoom) {
     zoom = std::clamp(zoom, KleinsterZoom, GrößterZoom);
-    if (zoom == zoom_)
+    if (zoom == zoom_) {
         return;
+    }
     const QPointF mitte = ausschnitt().center();
     zoom_ = zoom;
     stelleLeisten();
@@ -79,15 +81,16 @@ void Bild::setZoomfaktor(int zoom) {
     meldeAusschnitt();
 }
 
-void Bild::setMarken(std::vector<Marke> marken) {
-    if (marken == marken_)
+void Bild::setzeMarken(std::vector<Marke> marken) {
+    if (marken == marken_) {
         return;
+    }
     zeichneNeu(marken_);
     marken_ = std::move(marken);
     zeichneNeu(marken_);
 }
 
-void Bild::setErledigte(std::vector<Marke> erledigte) {
+void Bild::setzeErledigte(std::vector<Marke> erledigte) {
     zeichneNeu(erledigte_);
     erledigte_ = std::move(erledigte);
     zeichneNeu(erledigte_);
@@ -98,7 +101,7 @@ void Bild::zeige(QPointF pixelPosition) {
 }
 
 void Bild::zeige(QPointF pixelPosition, QPointF imFenster) {
-    setStand((pixelPosition * zoom_ - imFenster).toPoint());
+    setzeStand((pixelPosition * zoom_ - imFenster).toPoint());
 }
 
 void Bild::macheSichtbar(QPointF position) {
@@ -109,7 +112,7 @@ void Bild::macheSichtbar(QPointF position) {
         const int rand = std::min(Luft, länge / 2);
         return std::clamp(anfang, wert + rand - länge, wert - rand);
     };
-    setStand(
+    setzeStand(
         {passend(ort.x(), jetzt.x(), sicht.width()), passend(ort.y(), jetzt.y(), sicht.height())});
 }
 
@@ -145,8 +148,9 @@ bool Bild::event(QEvent* event) {
         // Only what was sent to the area itself gets here; the viewport takes the rest.
         auto& maus = static_cast<QMouseEvent&>(*event);
         const QPointF ort = maus.position() - QPointF(viewport()->pos());
-        if (!QRectF(viewport()->rect()).contains(ort))
+        if (!QRectF(viewport()->rect()).contains(ort)) {
             return QAbstractScrollArea::event(event);
+        }
         QMouseEvent imFenster(maus.type(), ort, maus.globalPosition(), maus.button(),
                               maus.buttons(), maus.modifiers(), maus.pointingDevice());
         return QAbstractScrollArea::viewportEvent(&imFenster);
@@ -160,23 +164,30 @@ void Bild::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     const QRect bildfeld(ursprung(), gezoomt());
     for (const QRect& teil : event->region()) {
-        if (!bildfeld.contains(teil))
+        if (!bildfeld.contains(teil)) {
             painter.fillRect(teil, palette().brush(QPalette::Mid));
-        if (!bild_.isNull())
+        }
+        if (!bild_.isNull()) {
             maleAusschnitt(painter, bild_, bildfeld.topLeft(), zoom_, QRectF(teil & bildfeld));
+        }
     }
     const QRectF sicht = event->rect();
     const auto male = [&](const Marke& marke, auto maler) {
         const QPointF ort = mitteDesPunkts(marke.position);
-        if (markenRahmen(font(), marke, ort).intersects(sicht))
+        if (markenRahmen(font(), marke, ort).intersects(sicht)) {
             maler(painter, font(), marke, ort);
+        }
     };
-    for (const Marke& marke : erledigte_)
+    for (const Marke& marke : erledigte_) {
         male(marke, maleErledigte);
-    for (const bool gewählt : {false, true})
-        for (const Marke& marke : marken_)
-            if (marke.gewählt == gewählt)
+    }
+    for (const bool gewählt : {false, true}) {
+        for (const Marke& marke : marken_) {
+            if (marke.gewählt == gewählt) {
                 male(marke, maleMarke);
+            }
+        }
+    }
 }
 
 void Bild::resizeEvent(QResizeEvent* event) {
@@ -196,18 +207,21 @@ void Bild::scrollContentsBy(int dx, int dy) {
 
 /// Another part of the picture is below the pointer now, and a key pressed there means that part.
 void Bild::meldeAusschnitt() {
-    if (ausschnittGeändert)
-        ausschnittGeändert();
-    if (zeiger_)
+    if (andererAusschnitt_) {
+        andererAusschnitt_();
+    }
+    if (zeiger_) {
         meldeZeiger();
+    }
 }
 
 void Bild::meldeZeiger() {
-    if (!bewegt || bild_.isNull())
+    if (!bewegt_ || bild_.isNull()) {
         return;
+    }
     QMouseEvent ereignisDaheim(QEvent::MouseMove, *zeiger_, viewport()->mapToGlobal(*zeiger_),
                                Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-    bewegt(ereignis(ereignisDaheim));
+    bewegt_(ereignis(ereignisDaheim));
 }
 
 void Bild::sucheZeiger() {
@@ -220,10 +234,11 @@ void Bild::sucheZeiger() {
 }
 
 bool Bild::viewportEvent(QEvent* event) {
-    if (event->type() == QEvent::Leave)
+    if (event->type() == QEvent::Leave) {
         zeiger_.reset();
-    else if (event->type() == QEvent::Enter)
+    } else if (event->type() == QEvent::Enter) {
         zeiger_ = static_cast<QEnterEvent*>(event)->position();
+    }
     return QAbstractScrollArea::viewportEvent(event);
 }
 
@@ -238,8 +253,9 @@ void Bild::mousePressEvent(QMouseEvent* event) {
     }
     const bool daneben = !bild_.isNull() &&
                          !QRectF(QPointF(), QSizeF(gezoomt())).contains(zuBild(event->position()));
-    if (gedrückt && !(daneben && event->button() == Qt::LeftButton))
-        gedrückt(ereignis(*event));
+    if (gedrückt_ && !(daneben && event->button() == Qt::LeftButton)) {
+        gedrückt_(ereignis(*event));
+    }
 }
 
 // The second of two quick clicks is a click like any other, unless the first one was meant for what
@@ -259,10 +275,11 @@ void Bild::hideEvent(QHideEvent* event) {
 void Bild::mouseMoveEvent(QMouseEvent* event) {
     zeiger_ = event->position();
     event->accept();
-    if (schieben_)
-        setStand(schieben_->stand - (event->position() - schieben_->beginn).toPoint());
-    else if (bewegt)
-        bewegt(ereignis(*event));
+    if (schieben_) {
+        setzeStand(schieben_->stand - (event->position() - schieben_->beginn).toPoint());
+    } else if (bewegt_) {
+        bewegt_(ereignis(*event));
+    }
 }
 
 void Bild::mouseReleaseEvent(QMouseEvent* event) {
@@ -270,8 +287,8 @@ void Bild::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::MiddleButton) {
         schieben_.reset();
         viewport()->setCursor(feinesKreuz(devicePixelRatioF()));
-    } else if (losgelassen) {
-        losgelassen(ereignis(*event));
+    } else if (losgelassen_) {
+        losgelassen_(ereignis(*event));
     }
 }
 
@@ -281,23 +298,27 @@ void Bild::wheelEvent(QWheelEvent* event) {
         radrest_ += event->angleDelta().y();
         const int rasten = radrest_ / RasteDesRades;
         radrest_ -= rasten * RasteDesRades;
-        if (rasten != 0 && zoomGewünscht)
-            zoomGewünscht(rasten > 0 ? 1 : -1, event->position());
+        if (rasten != 0 && zoomwunsch_) {
+            zoomwunsch_(rasten > 0 ? 1 : -1, event->position());
+        }
         return;
     }
     QPoint weg = event->pixelDelta();
-    if (weg.isNull())
+    if (weg.isNull()) {
         weg = event->angleDelta() * (ZeilenJeRaste * Schrittweite) / RasteDesRades;
-    if (event->modifiers().testFlag(Qt::ShiftModifier) && weg.x() == 0)
+    }
+    if (event->modifiers().testFlag(Qt::ShiftModifier) && weg.x() == 0) {
         weg = weg.transposed();
-    setStand(stand() - weg);
+    }
+    setzeStand(stand() - weg);
 }
 
 void Bild::keyPressEvent(QKeyEvent* event) {
-    if (tasteGedrückt && tasteGedrückt(event))
+    if (taste_ && taste_(event)) {
         event->accept();
-    else
+    } else {
         QAbstractScrollArea::keyPressEvent(event);
+    }
 }
 
 void Bild::focusInEvent(QFocusEvent* event) {
@@ -311,8 +332,9 @@ void Bild::focusOutEvent(QFocusEvent* event) {
 }
 
 QPoint Bild::ursprung() const {
-    if (bild_.isNull())
+    if (bild_.isNull()) {
         return {};
+    }
     const QSize frei = viewport()->size() - gezoomt();
     return {frei.width() > 0 ? frei.width() / 2 : -horizontalScrollBar()->value(),
             frei.height() > 0 ? frei.height() / 2 : -verticalScrollBar()->value()};
@@ -322,14 +344,15 @@ QPoint Bild::stand() const {
     return {horizontalScrollBar()->value(), verticalScrollBar()->value()};
 }
 
-void Bild::setStand(QPoint stand) {
+void Bild::setzeStand(QPoint stand) {
     // Both ways at once: what stays in view is shifted only one time.
     gesammelt_ = QPoint();
     horizontalScrollBar()->setValue(stand.x());
     verticalScrollBar()->setValue(stand.y());
     const QPoint weg = *std::exchange(gesammelt_, std::nullopt);
-    if (!weg.isNull())
+    if (!weg.isNull()) {
         scrollContentsBy(weg.x(), weg.y());
+    }
 }
 
 /// Where in the view a coordinate is shown: the pointer covers a whole pixel of the screen and
@@ -352,9 +375,10 @@ void Bild::stelleLeisten() {
 }
 
 void Bild::zeichneNeu(const std::vector<Marke>& marken) {
-    for (const Marke& marke : marken)
+    for (const Marke& marke : marken) {
         viewport()->update(
             markenRahmen(font(), marke, mitteDesPunkts(marke.position)).toAlignedRect());
+    }
 }
 
 Zeigerereignis Bild::ereignis(const QMouseEvent& event) const {

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace tarvel {
@@ -27,7 +28,7 @@ struct Zeigerereignis {
 /// the points mean. It is the one place where places in the window become places in the picture.
 ///
 /// The wheel scrolls (with Shift sideways), the middle button drags the picture, Ctrl and the
-/// wheel ask for another zoom. Keys go to tasteGedrückt first and scroll if it does not want them.
+/// wheel ask for another zoom. Keys go to beiTaste() first and scroll if it does not want them.
 class Bild : public QAbstractScrollArea {
 public:
     static constexpr int KleinsterZoom = 1;
@@ -35,39 +36,38 @@ public:
 
     explicit Bild(QWidget* parent = nullptr);
 
-    // Whoever measures fills in what it wants to hear of.
-
     /// A button went down. Not called for the left button beside the picture, nor for the middle
     /// one. Without a picture the places count from the view's corner.
-    std::function<void(const Zeigerereignis&)> gedrückt;
+    void beiDruck(std::function<void(const Zeigerereignis&)> h) { gedrückt_ = std::move(h); }
     /// The pointer moved, or the picture below it did. Beside the picture the nearest place on its
     /// edge is reported.
-    std::function<void(const Zeigerereignis&)> bewegt;
-    std::function<void(const Zeigerereignis&)> losgelassen;
+    void beiBewegung(std::function<void(const Zeigerereignis&)> h) { bewegt_ = std::move(h); }
+    void beiLoslassen(std::function<void(const Zeigerereignis&)> h) { losgelassen_ = std::move(h); }
     /// A key went down; returns true when it was used.
-    std::function<bool(QKeyEvent*)> tasteGedrückt;
+    void beiTaste(std::function<bool(QKeyEvent*)> h) { taste_ = std::move(h); }
     /// The next larger (+1) or smaller (-1) zoom is wanted. The zoom does not change by itself,
-    /// for points may be set already.
-    /// The place is that of the pointer in the viewport.
-    std::function<void(int richtung, QPointF imFenster)> zoomGewünscht;
+    /// for points may be set already. The place is that of the pointer in the viewport.
+    void beiZoomwunsch(std::function<void(int richtung, QPointF imFenster)> h) {
+        zoomwunsch_ = std::move(h);
+    }
     /// Another part of the picture is shown.
-    std::function<void()> ausschnittGeändert;
+    void beiAusschnitt(std::function<void()> h) { andererAusschnitt_ = std::move(h); }
 
     /// Shows @p bild, whose pixels are shared, from its top left corner; a null image shows
     /// nothing. Marks go.
-    void setBild(const QImage& bild);
+    void setzeBild(const QImage& bild);
     [[nodiscard]] const QImage& bild() const { return bild_; }
 
     /// Sets the zoom, 1 to 4, others to the nearest; the middle of the view stays where it is.
     /// Marks stay at their coordinates: set them anew.
-    void setZoomfaktor(int zoom);
+    void setzeZoomfaktor(int zoom);
     [[nodiscard]] int Zoomfaktor() const { return zoom_; }
 
     /// Marks of the wing being measured; the selected one is painted on top.
-    void setMarken(std::vector<Marke> marken);
+    void setzeMarken(std::vector<Marke> marken);
     [[nodiscard]] const std::vector<Marke>& marken() const { return marken_; }
     /// Marks of wings that are already measured.
-    void setErledigte(std::vector<Marke> erledigte);
+    void setzeErledigte(std::vector<Marke> erledigte);
 
     /// Brings a place of the picture (unzoomed pixels) to the middle of the view as far as the
     /// picture's edges allow.
@@ -117,12 +117,18 @@ private:
     [[nodiscard]] QSize gezoomt() const { return bild_.size() * zoom_; }
     [[nodiscard]] QPoint ursprung() const;
     [[nodiscard]] QPoint stand() const;
-    void setStand(QPoint stand);
+    void setzeStand(QPoint stand);
     [[nodiscard]] QPointF mitteDesPunkts(QPointF imBild) const;
     void stelleLeisten();
     void zeichneNeu(const std::vector<Marke>& marken);
     [[nodiscard]] Zeigerereignis ereignis(const QMouseEvent& event) const;
 
+    std::function<void(const Zeigerereignis&)> gedrückt_;
+    std::function<void(const Zeigerereignis&)> bewegt_;
+    std::function<void(const Zeigerereignis&)> losgelassen_;
+    std::function<bool(QKeyEvent*)> taste_;
+    std::function<void(int richtung, QPointF imFenster)> zoomwunsch_;
+    std::function<void()> andererAusschnitt_;
     QImage bild_;
     int zoom_ = KleinsterZoom;
     std::vector<Marke> marken_;

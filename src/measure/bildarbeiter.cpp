@@ -43,8 +43,9 @@ QImage vereinheitlicht(QImage bild) {
     default:
         break;
     }
-    if (bild.hasAlphaChannel())
+    if (bild.hasAlphaChannel()) {
         return aufPapier(std::move(bild).convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    }
     const bool grau = bild.format() == QImage::Format_Grayscale16 || bild.allGray();
     return std::move(bild).convertToFormat(grau ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
 }
@@ -52,12 +53,14 @@ QImage vereinheitlicht(QImage bild) {
 /// The means of squares of pixels. The toolkit would first make a colour picture of a grey one.
 QImage verkleinert(const QImage& bild, int übersichtslänge) {
     const int teiler = std::max(bild.width(), bild.height()) / übersichtslänge;
-    if (teiler < 2)
+    if (teiler < 2) {
         return bild;
+    }
     const int breite = (bild.width() + teiler - 1) / teiler;
     QImage klein(breite, (bild.height() + teiler - 1) / teiler, bild.format());
-    if (klein.isNull())
+    if (klein.isNull()) {
         return {};
+    }
     const int kanäle = bild.depth() / 8;
     std::vector<quint32> summe(static_cast<std::size_t>(breite) * kanäle);
     for (int oben = 0; oben < bild.height(); oben += teiler) {
@@ -68,17 +71,20 @@ QImage verkleinert(const QImage& bild, int übersichtslänge) {
             quint32* nach = summe.data();
             for (int links = 0; links < bild.width(); links += teiler, nach += kanäle) {
                 const int spalten = std::min(teiler, bild.width() - links);
-                for (int x = 0; x < spalten; ++x)
-                    for (int kanal = 0; kanal < kanäle; ++kanal)
+                for (int x = 0; x < spalten; ++x) {
+                    for (int kanal = 0; kanal < kanäle; ++kanal) {
                         nach[kanal] += *von++;
+                    }
+                }
             }
         }
         uchar* ziel = klein.scanLine(oben / teiler);
         for (int x = 0; x < breite; ++x) {
             const int flächenpunkte = std::min(teiler, bild.width() - x * teiler) * zeilen;
-            for (int kanal = 0; kanal < kanäle; ++kanal, ++ziel)
+            for (int kanal = 0; kanal < kanäle; ++kanal, ++ziel) {
                 *ziel = static_cast<uchar>(summe[static_cast<std::size_t>(x) * kanäle + kanal] /
                                            static_cast<quint32>(flächenpunkte));
+            }
         }
     }
     return klein;
@@ -102,8 +108,9 @@ Entziffert lies(Bildquelle& quelle, const QByteArray& format, int seite, int üb
         return ergebnis;
     }
     ergebnis.pixel = vereinheitlicht(std::move(bild));
-    if (!ergebnis.pixel.isNull())
+    if (!ergebnis.pixel.isNull()) {
         ergebnis.übersicht = verkleinert(ergebnis.pixel, übersichtslänge);
+    }
     ergebnis.keinSpeicher = ergebnis.übersicht.isNull();
     return ergebnis;
 }
@@ -127,8 +134,9 @@ struct Auftrag {
 
     void erledige() {
         try {
-            if (quelle.open(QIODevice::ReadOnly))
+            if (quelle.open(QIODevice::ReadOnly)) {
                 ergebnis = lies(quelle, format, seite, übersichtslänge);
+            }
         } catch (const std::bad_alloc&) {
             ergebnis = {};
             ergebnis.keinSpeicher = true;
@@ -155,8 +163,9 @@ bool Bildquelle::seek(qint64 stelle) {
 
 qint64 Bildquelle::readData(char* ziel, qint64 anzahl) {
     // An end, never an error: a decoder for TIFF takes -1 for a number of bytes.
-    if (halt_ || rest_ <= 0)
+    if (halt_ || rest_ <= 0) {
         return 0;
+    }
     const qint64 gelesen = std::max<qint64>(0, datei_.read(ziel, std::min(anzahl, rest_)));
     rest_ -= gelesen;
     stelle_ = datei_.pos();
@@ -194,8 +203,9 @@ Entziffert entziffere(std::unique_ptr<QFile> datei, const QByteArray& format, in
     }
     Entziffert abgebrochen;
     abgebrochen.abgebrochen = true;
-    if (!weiter(0, gesamt))
+    if (!weiter(0, gesamt)) {
         return abgebrochen;
+    }
     werkstatt().start([auftrag] {
         auftrag->erledige();
         auftrag->fertig.release();

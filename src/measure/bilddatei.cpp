@@ -29,30 +29,35 @@ constexpr qint64 LängsterKopf = qint64{8} * 1024 * 1024;
 
 std::optional<Bildfehler> öffneDatei(QFile& datei) {
     const QFileInfo angaben(datei.fileName());
-    if (!angaben.exists())
+    if (!angaben.exists()) {
         return Bildfehler{Art::NichtGefunden};
-    if (!angaben.isFile())
+    }
+    if (!angaben.isFile()) {
         return Bildfehler{Art::Unlesbar};
+    }
     if (!datei.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         const bool recht = datei.error() == QFileDevice::PermissionsError || !angaben.isReadable();
         return Bildfehler{recht ? Art::KeinRecht : Art::Unlesbar, datei.errorString()};
     }
-    if (datei.size() == 0)
+    if (datei.size() == 0) {
         return Bildfehler{Art::Leer};
+    }
     return {};
 }
 
 /// @p bytes is the memory that all of the picture takes.
 std::optional<Bildfehler> prüfeGröße(QSize größe, qint64 bytes) {
-    if (größe.isEmpty())
+    if (größe.isEmpty()) {
         return Bildfehler{Art::Unlesbar};
+    }
     const qint64 bildpunkte = qint64{größe.width()} * größe.height();
     const double jeBildpunkt = static_cast<double>(bytes) / static_cast<double>(bildpunkte);
     const qint64 höchstens =
         std::min(Bilddatei::HöchstensBildpunkte,
                  static_cast<qint64>(static_cast<double>(Bilddatei::HöchstensBytes) / jeBildpunkt));
-    if (bildpunkte <= höchstens)
+    if (bildpunkte <= höchstens) {
         return {};
+    }
     return Bildfehler{
         Art::ZuGross,
         u"%1 × %2"_s.arg(QString::number(größe.width()), QString::number(größe.height())),
@@ -85,35 +90,45 @@ enum class Umfang { Größe, Übersicht, Ganz };
 Oder<Gelesen> liesJpeg(QFile& datei, Umfang umfang, const Weiter& weiter) {
     datei.seek(0);
     Jpegleser leser(datei, weiter);
-    if (!leser.liesKopf())
+    if (!leser.liesKopf()) {
         return fehlerAus(leser);
+    }
     Gelesen gelesen{leser.größe(), {}, {}};
     const qint64 bytes = bildpunkte(gelesen.größe) * (leser.grau() ? 1 : 3);
-    if (const auto fehler = prüfeGröße(gelesen.größe, bytes + leser.zwischenspeicher()))
+    if (const auto fehler = prüfeGröße(gelesen.größe, bytes + leser.zwischenspeicher())) {
         return *fehler;
-    if (umfang == Umfang::Größe)
+    }
+    if (umfang == Umfang::Größe) {
         return gelesen;
-    if (datei.size() < leser.mindestBytes())
+    }
+    if (datei.size() < leser.mindestBytes()) {
         return Bildfehler{Art::Abgeschnitten};
+    }
     const bool ganz = umfang == Umfang::Ganz;
     int achtel = 8;
     if (!ganz) {
         achtel = 1;
-        while (achtel < 8 && länge(gelesen.größe) * achtel / 8 < Bilddatei::Übersichtslänge)
+        while (achtel < 8 && länge(gelesen.größe) * achtel / 8 < Bilddatei::Übersichtslänge) {
             ++achtel;
+        }
     }
     const QSize größe = leser.verkleinere(achtel);
-    if (größe.isEmpty())
+    if (größe.isEmpty()) {
         return fehlerAus(leser);
+    }
     QImage bild(größe, leser.grau() ? QImage::Format_Grayscale8 : QImage::Format_RGB888);
-    if (bild.isNull())
+    if (bild.isNull()) {
         return Bildfehler{Art::KeinSpeicher};
-    if (!leser.liesZeilen(bild.bits(), bild.bytesPerLine()))
+    }
+    if (!leser.liesZeilen(bild.bits(), bild.bytesPerLine())) {
         return fehlerAus(leser);
-    if (achtel == 8)
+    }
+    if (achtel == 8) {
         gelesen.pixel = bild;
-    if (!ganz)
+    }
+    if (!ganz) {
         gelesen.übersicht = bild;
+    }
     return gelesen;
 }
 
@@ -128,31 +143,36 @@ std::optional<Angaben> liesAngaben(QFile& datei, const QByteArray& format, int s
     QList<TiffSeite> seiten;
     if (format == "tiff") {
         seiten = tiffSeiten(datei);
-        if (seite > seiten.size())
+        if (seite > seiten.size()) {
             return {};
+        }
         angaben.größe = seiten[seite - 1].größe;
     }
     datei.seek(0);
     Bildquelle quelle(datei, LängsterKopf);
-    if (!quelle.open(QIODevice::ReadOnly))
+    if (!quelle.open(QIODevice::ReadOnly)) {
         return {};
+    }
     QImageReader leser(&quelle, format);
     leser.setAutoDetectImageFormat(false);
-    if (seite > 1 && !leser.jumpToImage(seite - 1))
+    if (seite > 1 && !leser.jumpToImage(seite - 1)) {
         return {};
+    }
     const QImage::Format art = leser.imageFormat();
-    if (format == "gif")
+    if (format == "gif") {
         angaben.größe = gifGröße(datei);
-    else if (format != "tiff")
+    } else if (format != "tiff") {
         angaben.größe = leser.size();
+    }
     const qint64 anzahl = bildpunkte(angaben.größe);
     angaben.bytes = bildspeicher(art, anzahl);
     // These decoders keep more than the picture.
-    if (format == "tiff" && QImage::toPixelFormat(art).bitsPerPixel() == 32)
+    if (format == "tiff" && QImage::toPixelFormat(art).bitsPerPixel() == 32) {
         angaben.bytes +=
             seiten[seite - 1].streifenhöhe * angaben.größe.width() * seiten[seite - 1].bits / 8;
-    else if (format == "webp")
+    } else if (format == "webp") {
         angaben.bytes += anzahl * 4 + datei.size();
+    }
     return angaben;
 }
 
@@ -161,25 +181,33 @@ Oder<Gelesen> liesAndere(std::unique_ptr<QFile> datei, const QByteArray& format,
                          Umfang umfang, const Weiter& weiter) {
     QImageReader::setAllocationLimit(Bilddatei::HöchstensBytes / (1024 * 1024));
     const auto angaben = liesAngaben(*datei, format, seite);
-    if (!angaben)
+    if (!angaben) {
         return Bildfehler{Art::Unlesbar};
-    if (const auto fehler = prüfeGröße(angaben->größe, angaben->bytes))
+    }
+    if (const auto fehler = prüfeGröße(angaben->größe, angaben->bytes)) {
         return *fehler;
+    }
     Gelesen gelesen{angaben->größe, {}, {}};
-    if (umfang == Umfang::Größe)
+    if (umfang == Umfang::Größe) {
         return gelesen;
-    if (angaben->bytes / DichtestePackung > datei->size())
+    }
+    if (angaben->bytes / DichtestePackung > datei->size()) {
         return Bildfehler{Art::Abgeschnitten};
+    }
     Entziffert entziffert =
         entziffere(std::move(datei), format, seite, Bilddatei::Übersichtslänge, weiter);
-    if (entziffert.abgebrochen)
+    if (entziffert.abgebrochen) {
         return Bildfehler{Art::Abgebrochen};
-    if (entziffert.abgeschnitten)
+    }
+    if (entziffert.abgeschnitten) {
         return Bildfehler{Art::Abgeschnitten};
-    if (entziffert.keinSpeicher)
+    }
+    if (entziffert.keinSpeicher) {
         return Bildfehler{Art::KeinSpeicher};
-    if (entziffert.pixel.isNull() || entziffert.pixel.size() != gelesen.größe)
+    }
+    if (entziffert.pixel.isNull() || entziffert.pixel.size() != gelesen.größe) {
         return Bildfehler{Art::Unlesbar, entziffert.grund};
+    }
     gelesen.pixel = std::move(entziffert.pixel);
     gelesen.übersicht = std::move(entziffert.übersicht);
     return gelesen;
@@ -189,33 +217,40 @@ Oder<Gelesen> liesAndere(std::unique_ptr<QFile> datei, const QByteArray& format,
 Oder<Gelesen> liesBitmap(std::unique_ptr<QFile> datei, const BmpKopf& kopf, Umfang umfang,
                          const Weiter& weiter, const Weiter& wartend) {
     const int bytes = !kopf.unmittelbar || kopf.grau() ? 1 : kopf.bits == 32 ? 4 : 3;
-    if (const auto fehler = prüfeGröße(kopf.größe, bildpunkte(kopf.größe) * bytes))
+    if (const auto fehler = prüfeGröße(kopf.größe, bildpunkte(kopf.größe) * bytes)) {
         return *fehler;
-    if (umfang != Umfang::Größe && datei->size() < kopf.ende())
+    }
+    if (umfang != Umfang::Größe && datei->size() < kopf.ende()) {
         return Bildfehler{Art::Abgeschnitten};
-    if (!kopf.unmittelbar)
+    }
+    if (!kopf.unmittelbar) {
         return liesAndere(std::move(datei), "bmp", 1, umfang, wartend);
+    }
     Gelesen gelesen{kopf.größe, {}, {}};
-    if (umfang == Umfang::Größe)
+    if (umfang == Umfang::Größe) {
         return gelesen;
+    }
     const int teiler = std::max(1, länge(kopf.größe) / Bilddatei::Übersichtslänge);
     const bool ganz = umfang == Umfang::Ganz || teiler == 1;
     QImage& bild = ganz ? gelesen.pixel : gelesen.übersicht;
     bild = ganz ? liesBmp(*datei, kopf, weiter) : liesBmpVerkleinert(*datei, kopf, teiler, weiter);
-    if (bild.isNull())
+    if (bild.isNull()) {
         return Bildfehler{datei->error() == QFileDevice::NoError ? Art::Abgeschnitten
                                                                  : Art::Unlesbar,
                           datei->errorString()};
-    if (gelesen.übersicht.isNull())
+    }
+    if (gelesen.übersicht.isNull()) {
         gelesen.übersicht = gelesen.pixel;
+    }
     return gelesen;
 }
 
 Oder<Gelesen> lies(const QString& name, Umfang umfang, const Weiter& weiter) {
     const Bildort ort = Bildort::aus(name);
     auto datei = std::make_unique<QFile>(ort.datei);
-    if (auto fehler = öffneDatei(*datei))
+    if (auto fehler = öffneDatei(*datei)) {
         return *std::move(fehler);
+    }
     bool abgebrochen = false;
     const Weiter merkend = [&](qint64 getan, qint64 gesamt) {
         abgebrochen = abgebrochen || (weiter && !weiter(getan, gesamt));
@@ -224,13 +259,15 @@ Oder<Gelesen> lies(const QString& name, Umfang umfang, const Weiter& weiter) {
     const QByteArray format = rasterformat(*datei);
     Oder<Gelesen> gelesen = Bildfehler{Art::Unlesbar};
     // Only one of these formats has pages.
-    if (format.isEmpty() || (ort.seite > 1 && format != "tiff"))
+    if (format.isEmpty() || (ort.seite > 1 && format != "tiff")) {
         return gelesen;
+    }
     if (format == "jpeg") {
         gelesen = liesJpeg(*datei, umfang, merkend);
     } else if (format == "bmp") {
-        if (const auto kopf = liesBmpKopf(*datei))
+        if (const auto kopf = liesBmpKopf(*datei)) {
             gelesen = liesBitmap(std::move(datei), *kopf, umfang, merkend, weiter);
+        }
     } else {
         gelesen = liesAndere(std::move(datei), format, ort.seite, umfang, weiter);
     }
@@ -239,10 +276,11 @@ Oder<Gelesen> lies(const QString& name, Umfang umfang, const Weiter& weiter) {
 
 } // namespace
 
-std::variant<Bilddatei, Bildfehler> Bilddatei::oeffnen(const QString& pfad, const Weiter& weiter) {
+std::variant<Bilddatei, Bildfehler> Bilddatei::öffne(const QString& pfad, const Weiter& weiter) {
     auto gelesen = lies(pfad, Umfang::Übersicht, weiter);
-    if (auto* fehler = std::get_if<Bildfehler>(&gelesen))
+    if (auto* fehler = std::get_if<Bildfehler>(&gelesen)) {
         return std::move(*fehler);
+    }
     auto& teile = std::get<Gelesen>(gelesen);
     Bilddatei datei;
     datei.pfad_ = pfad;
@@ -260,18 +298,22 @@ std::optional<QSize> Bilddatei::liesGröße(const QString& pfad) {
 
 QList<Bildseite> Bilddatei::seiten(const QString& pfad) {
     QFile datei(pfad);
-    if (öffneDatei(datei) || rasterformat(datei) != "tiff")
+    if (öffneDatei(datei) || rasterformat(datei) != "tiff") {
         return {};
+    }
     QList<Bildseite> seiten;
-    for (const TiffSeite& seite : tiffSeiten(datei))
-        if (seite.nummer == 1 || !seite.verkleinert)
+    for (const TiffSeite& seite : tiffSeiten(datei)) {
+        if (seite.nummer == 1 || !seite.verkleinert) {
             seiten << Bildseite{seite.nummer, seite.größe};
+        }
+    }
     return seiten.size() > 1 ? seiten : QList<Bildseite>();
 }
 
 const QImage* Bilddatei::pixel(Bildfehler* fehler, const Weiter& weiter) {
-    if (!pixel_.isNull())
+    if (!pixel_.isNull()) {
         return &pixel_;
+    }
     auto gelesen = lies(pfad_, Umfang::Ganz, weiter);
     Bildfehler grund;
     if (auto* art = std::get_if<Bildfehler>(&gelesen)) {
@@ -280,8 +322,9 @@ const QImage* Bilddatei::pixel(Bildfehler* fehler, const Weiter& weiter) {
         pixel_ = std::move(teile.pixel);
         return &pixel_;
     }
-    if (fehler != nullptr)
+    if (fehler != nullptr) {
         *fehler = grund;
+    }
     return nullptr;
 }
 

@@ -55,8 +55,8 @@ public:
 
     /// Never throws; a fault that shows without decoding every pixel is reported here. @p weiter is
     /// asked while it lasts.
-    [[nodiscard]] static std::variant<Bilddatei, Bildfehler> oeffnen(const QString& pfad,
-                                                                     const Weiter& weiter = {});
+    [[nodiscard]] static std::variant<Bilddatei, Bildfehler> öffne(const QString& pfad,
+                                                                   const Weiter& weiter = {});
     /// Size of a picture that could be opened, from its header alone; nullopt for any other file,
     /// whatever it is.
     [[nodiscard]] static std::optional<QSize> liesGröße(const QString& pfad);

@@ -40,7 +40,7 @@ QString Bildzugang::wähleSeite(const QString& pfad) {
 std::optional<Bilddatei> Bildzugang::öffne(const QString& pfad, bool ganz) {
     auto ergebnis = [&]() -> std::variant<Bilddatei, Bildfehler> {
         Ladefortschritt laden(&fenster_, texte_, pfad, zeigeLadenNach);
-        auto offen = Bilddatei::oeffnen(pfad, laden.weiter());
+        auto offen = Bilddatei::öffne(pfad, laden.weiter());
         Bildfehler fehler;
         if (auto* datei = std::get_if<Bilddatei>(&offen);
             datei != nullptr && ganz && datei->pixel(&fehler, laden.weiter()) == nullptr) {
@@ -60,7 +60,7 @@ std::optional<Bilddatei> Bildzugang::öffneStill(const QString& pfad) {
         return std::nullopt;
     }
     Ladefortschritt laden(&fenster_, texte_, pfad, zeigeLadenNach);
-    auto ergebnis = Bilddatei::oeffnen(pfad, laden.weiter());
+    auto ergebnis = Bilddatei::öffne(pfad, laden.weiter());
     auto* datei = std::get_if<Bilddatei>(&ergebnis);
     return datei == nullptr ? std::nullopt : std::optional(std::move(*datei));
 }
@@ -94,9 +94,9 @@ QString Bildzugang::finde(const GesuchtesBild& bild) {
         return {};
     }
     const QString gewählt =
-        dialoge_.dateiOeffnen(titel, {},
-                              texte_(Text::AlleBilddateien) + u" ("_s + bildmuster().join(u' ') +
-                                  u");;"_s + texte_(Text::AlleDateien) + u" (*)"_s);
+        dialoge_.wähleDatei(titel, {},
+                            texte_(Text::AlleBilddateien) + u" ("_s + bildmuster().join(u' ') +
+                                u");;"_s + texte_(Text::AlleDateien) + u" (*)"_s);
     if (gewählt.isEmpty()) {
         return {};
     }

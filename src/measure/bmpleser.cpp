@@ -29,17 +29,20 @@ bool liesZeile(QIODevice& quelle, const BmpKopf& kopf, int y, uchar* ziel) {
 } // namespace
 
 bool BmpKopf::grau() const {
-    for (int i = 0; i < farben.size(); ++i)
-        if ((farben[i] & 0xFFFFFFU) != static_cast<QRgb>(i) * 0x010101U)
+    for (int i = 0; i < farben.size(); ++i) {
+        if ((farben[i] & 0xFFFFFFU) != static_cast<QRgb>(i) * 0x010101U) {
             return false;
+        }
+    }
     return !farben.isEmpty();
 }
 
 std::optional<BmpKopf> liesBmpKopf(QIODevice& quelle) {
     quelle.seek(0);
     const QByteArray bytes = quelle.read(Dateikopf + 124);
-    if (bytes.size() < Dateikopf + 12 || !bytes.startsWith("BM"))
+    if (bytes.size() < Dateikopf + 12 || !bytes.startsWith("BM")) {
         return {};
+    }
     BmpKopf kopf;
     kopf.anfang = lies<quint32>(bytes, 10);
     const auto kopfgröße = lies<quint32>(bytes, Dateikopf);
@@ -49,35 +52,42 @@ std::optional<BmpKopf> liesBmpKopf(QIODevice& quelle) {
         kopf.zeile = (qint64{kopf.größe.width()} * kopf.bits + 31) / 32 * 4;
         return kopf;
     }
-    if (kopfgröße < 40 || bytes.size() < Dateikopf + 40)
+    if (kopfgröße < 40 || bytes.size() < Dateikopf + 40) {
         return {};
+    }
     const qint64 höhe = lies<qint32>(bytes, 22);
-    if (höhe == std::numeric_limits<qint32>::min())
+    if (höhe == std::numeric_limits<qint32>::min()) {
         return {};
+    }
     kopf.größe = QSize(lies<qint32>(bytes, 18), static_cast<int>(std::abs(höhe)));
     kopf.vonOben = höhe < 0;
     kopf.bits = lies<quint16>(bytes, 28);
     kopf.zeile = (qint64{kopf.größe.width()} * kopf.bits + 31) / 32 * 4;
     const auto verfahren = lies<quint32>(bytes, 30);
-    if (verfahren != Unkomprimiert && verfahren != MitMasken)
+    if (verfahren != Unkomprimiert && verfahren != MitMasken) {
         kopf.gepackt = lies<quint32>(bytes, 34);
+    }
     bool üblicheMasken = false;
-    if (verfahren == MitMasken && bytes.size() >= Dateikopf + 52)
+    if (verfahren == MitMasken && bytes.size() >= Dateikopf + 52) {
         üblicheMasken = lies<quint32>(bytes, 54) == 0xFF0000 &&
                         lies<quint32>(bytes, 58) == 0x00FF00 && lies<quint32>(bytes, 62) == 0xFF;
-    if (verfahren == Unkomprimiert)
+    }
+    if (verfahren == Unkomprimiert) {
         kopf.unmittelbar = kopf.bits == 8 || kopf.bits == 24 || kopf.bits == 32;
-    else
+    } else {
         kopf.unmittelbar = kopf.bits == 32 && üblicheMasken;
+    }
     if (kopf.unmittelbar && kopf.bits == 8) {
         const auto genannt = lies<quint32>(bytes, 46);
         const int anzahl = genannt == 0 || genannt > 256 ? 256 : static_cast<int>(genannt);
-        if (!quelle.seek(Dateikopf + qint64{kopfgröße}))
+        if (!quelle.seek(Dateikopf + qint64{kopfgröße})) {
             return {};
+        }
         const QByteArray tabelle = quelle.read(qint64{4} * anzahl);
         kopf.farben.fill(0xFF000000U, 256);
-        for (int i = 0; i < tabelle.size() / 4; ++i)
+        for (int i = 0; i < tabelle.size() / 4; ++i) {
             kopf.farben[i] = lies<quint32>(tabelle, 4 * i) | 0xFF000000U;
+        }
     }
     return kopf;
 }
@@ -89,22 +99,25 @@ QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler,
     const bool grau = kopf.grau();
     const int kanäle = grau ? 1 : 3;
     QImage bild(breite, höhe, grau ? QImage::Format_Grayscale8 : QImage::Format_RGB888);
-    if (bild.isNull())
+    if (bild.isNull()) {
         return {};
+    }
     // Two rows out of each strip: a vein is wider than half a strip, so none falls through.
     const int schritt = std::max(1, teiler / 2);
     std::vector<uchar> zeile(static_cast<std::size_t>(kopf.zeile));
     std::vector<quint32> summe(static_cast<std::size_t>(breite) * kanäle);
     const int bytes = kopf.bits / 8;
     for (int oben = 0, y = 0; y < höhe; ++y, oben += teiler) {
-        if (!weiter(y, höhe))
+        if (!weiter(y, höhe)) {
             return {};
+        }
         std::fill(summe.begin(), summe.end(), 0U);
         quint32 zeilen = 0;
         const int unten = std::min(oben + teiler, kopf.größe.height());
         for (int quellzeile = oben; quellzeile < unten && zeilen < 2; quellzeile += schritt) {
-            if (!liesZeile(quelle, kopf, quellzeile, zeile.data()))
+            if (!liesZeile(quelle, kopf, quellzeile, zeile.data())) {
                 return {};
+            }
             ++zeilen;
             quint32* ziel = summe.data();
             const uchar* pixel = zeile.data();
@@ -118,8 +131,9 @@ QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler,
                         ziel[2] += static_cast<quint32>(qBlue(farbe));
                     }
                 } else if (grau) {
-                    for (int i = 0; i < anzahl; ++i)
+                    for (int i = 0; i < anzahl; ++i) {
                         ziel[0] += *pixel++;
+                    }
                 } else {
                     for (int i = 0; i < anzahl; ++i, pixel += bytes) {
                         ziel[0] += pixel[2];
@@ -151,15 +165,17 @@ QImage liesBmp(QIODevice& quelle, const BmpKopf& kopf, const Weiter& weiter) {
                                   : kopf.bits == 24 ? QImage::Format_BGR888
                                                     : QImage::Format_RGB32;
     QImage bild(kopf.größe, format);
-    if (bild.isNull())
+    if (bild.isNull()) {
         return {};
+    }
     std::vector<uchar> zeile(bunt ? static_cast<std::size_t>(kopf.zeile) : 0);
     for (int y = 0; y < kopf.größe.height(); ++y) {
         uchar* ziel = bild.scanLine(y);
         // Rows of both are padded to whole words, so those of equal depth fit as they are.
         if (!weiter(y, kopf.größe.height()) ||
-            !liesZeile(quelle, kopf, y, bunt ? zeile.data() : ziel))
+            !liesZeile(quelle, kopf, y, bunt ? zeile.data() : ziel)) {
             return {};
+        }
         if (bunt) {
             for (int x = 0; x < kopf.größe.width(); ++x) {
                 const QRgb farbe = kopf.farben[zeile[static_cast<std::size_t>(x)]];
@@ -170,8 +186,9 @@ QImage liesBmp(QIODevice& quelle, const BmpKopf& kopf, const Weiter& weiter) {
         } else if (kopf.bits == 32) {
             // The fourth byte means nothing in the file but must be full in memory.
             auto* pixel = reinterpret_cast<QRgb*>(ziel);
-            for (int x = 0; x < kopf.größe.width(); ++x)
+            for (int x = 0; x < kopf.größe.width(); ++x) {
                 pixel[x] = qFromLittleEndian(pixel[x]) | 0xFF000000U;
+            }
         }
     }
     return bild;

@@ -12,8 +12,8 @@ namespace tarvel {
 namespace {
 
 /// The drawn wing never changes; working it out takes longer than painting it.
-const Fluegelform& form() {
-    static const Fluegelform normal = Fluegelform::normal();
+const Flügelform& form() {
+    static const Flügelform normal = Flügelform::normal();
     return normal;
 }
 
@@ -62,7 +62,7 @@ void Flügelskizze::paintEvent(QPaintEvent*) {
         QPainter painter(&flügel_);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setTransform(lage(), true);
-        paintFluegel(painter, form(), Fluegelstil::zeichnung(palette()));
+        maleFlügel(painter, form(), Flügelstil::zeichnung(palette()));
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

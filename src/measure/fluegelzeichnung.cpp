@@ -3,7 +3,6 @@
 #include <QLineF>
 #include <QLinearGradient>
 #include <QPainter>
-#include <QPalette>
 #include <QRandomGenerator>
 #include <QTransform>
 
@@ -41,11 +40,11 @@ constexpr Ort P8 = Normalpunkte[8];
 
 // Junctions of veins that are no measuring points.
 constexpr Ort StigmaInnen{5.080, 0.307};
-constexpr Ort StigmaAussen{4.271, 0.220};
+constexpr Ort StigmaAußen{4.271, 0.220};
 constexpr Ort GabelRadius{4.549, 0.831};
 constexpr Ort GabelCubitus{4.214, 1.078};
 constexpr Ort GabelBasal{5.503, 0.692};
-constexpr Ort Basalfuss{6.244, 1.110};
+constexpr Ort Basalfuß{6.244, 1.110};
 constexpr Ort DiscoidalOben{4.699, 1.374};
 constexpr Ort DiscoidalUnten{4.783, 1.797};
 constexpr Ort QueraderOben{6.667, 1.126};
@@ -76,7 +75,7 @@ enum Adernummer : std::size_t {
     MedianWurzel,
     QuerWurzel,
     AnalWurzel,
-    AnalAussen,
+    AnalAußen,
     DiscoidalQuer,
     AnalQuer,
     DiscoidalUnterseite,
@@ -106,9 +105,9 @@ const Tabellenader Adertabelle[] = {
       {{6.773, 0.417}, 0.132},
       {{5.641, 0.375}, 0.153},
       {StigmaInnen, 0.159}}},
-    {Stigma, {{StigmaInnen, 0.159}, {{4.654, 0.245}, 0.148}, {StigmaAussen, 0.138}}},
+    {Stigma, {{StigmaInnen, 0.159}, {{4.654, 0.245}, 0.148}, {StigmaAußen, 0.138}}},
     {Radialbogen,
-     {{StigmaAussen, 0.138},
+     {{StigmaAußen, 0.138},
       {{3.785, 0.168}, 0.095},
       {{3.229, 0.155}, 0.079},
       {{2.655, 0.181}, 0.074},
@@ -126,7 +125,7 @@ const Tabellenader Adertabelle[] = {
       {P4, 0.055}}},
     {Radius43, {{P4, 0.055}, {{3.401, 0.600}, 0.055}, {P3, 0.064}}},
     {Radius31, {{P3, 0.064}, {{4.010, 0.532}, 0.069}, {P1, 0.074}}},
-    {Radius1Stigma, {{P1, 0.074}, {{4.246, 0.386}, 0.069}, {StigmaAussen, 0.085}}},
+    {Radius1Stigma, {{P1, 0.074}, {{4.246, 0.386}, 0.069}, {StigmaAußen, 0.085}}},
     {Quer35,
      {{P3, 0.053},
       {{3.526, 0.768}, 0.053},
@@ -156,7 +155,7 @@ const Tabellenader Adertabelle[] = {
      {{GabelRadius, 0.048}, {{4.762, 0.799}, 0.048}, {{5.080, 0.754}, 0.048}, {GabelBasal, 0.053}}},
     {BasalOben, {{StigmaInnen, 0.095}, {{5.302, 0.550}, 0.064}, {GabelBasal, 0.064}}},
     {BasalUnten,
-     {{GabelBasal, 0.053}, {{5.948, 0.877}, 0.051}, {{6.107, 0.983}, 0.053}, {Basalfuss, 0.064}}},
+     {{GabelBasal, 0.053}, {{5.948, 0.877}, 0.051}, {{6.107, 0.983}, 0.053}, {Basalfuß, 0.064}}},
     {DiscoidalInnen,
      {{GabelCubitus, 0.049},
       {{4.351, 1.247}, 0.049},
@@ -167,8 +166,8 @@ const Tabellenader Adertabelle[] = {
       {{4.995, 1.274}, 0.049},
       {{5.450, 1.205}, 0.049},
       {{5.905, 1.158}, 0.051},
-      {Basalfuss, 0.058}}},
-    {MedianInnen, {{Basalfuss, 0.058}, {{6.456, 1.131}, 0.058}, {QueraderOben, 0.074}}},
+      {Basalfuß, 0.058}}},
+    {MedianInnen, {{Basalfuß, 0.058}, {{6.456, 1.131}, 0.058}, {QueraderOben, 0.074}}},
     {MedianWurzel,
      {{QueraderOben, 0.069},
       {{7.038, 1.057}, 0.064},
@@ -185,7 +184,7 @@ const Tabellenader Adertabelle[] = {
       {{8.287, 1.026}, 0.085},
       {{8.858, 0.883}, 0.090},
       {{9.292, 0.836}, 0.095}}},
-    {AnalAussen,
+    {AnalAußen,
      {{QueraderUnten, 0.055},
       {{6.403, 1.560}, 0.053},
       {{6.022, 1.745}, 0.053},
@@ -248,8 +247,9 @@ QPointF mitgenommen(QPointF ort, const std::array<QPointF, 9>& punkte) {
     for (std::size_t i = 1; i < punkte.size(); ++i) {
         const QPointF normal = punkt(Normalpunkte[i]);
         const double quadrat = abstandsquadrat(ort, normal);
-        if (quadrat == 0)
+        if (quadrat == 0) {
             return punkte[i];
+        }
         summe += (punkte[i] - normal) / quadrat;
         gewichte += 1 / quadrat;
     }
@@ -299,14 +299,15 @@ QPolygonF geschlossen(const std::vector<QPointF>& ecken) {
     QPolygonF kurve;
     const std::size_t n = ecken.size();
     for (std::size_t i = 0; i < n; ++i) {
-        for (int k = 0; k < TeileJeStrecke; ++k)
+        for (int k = 0; k < TeileJeStrecke; ++k) {
             kurve.append(aufKurve(ecken[(i + n - 1) % n], ecken[i], ecken[(i + 1) % n],
                                   ecken[(i + 2) % n], static_cast<double>(k) / TeileJeStrecke));
+        }
     }
     return kurve;
 }
 
-void paintAder(QPainter& painter, const Ader& ader) {
+void maleAder(QPainter& painter, const Ader& ader) {
     const Stellen feine = fein(ader.verlauf);
     QPolygonF oben;
     QPolygonF unten;
@@ -324,13 +325,14 @@ void paintAder(QPainter& painter, const Ader& ader) {
         painter.drawEllipse(ende.ort, ende.breite / 2, ende.breite / 2);
     };
     rundesEnde(feine.front());
-    if (!ader.läuftAus)
+    if (!ader.läuftAus) {
         rundesEnde(feine.back());
+    }
 }
 
 /// Colour of a vein: black where the costal edge and the wing root stiffen the wing, paler towards
 /// the tip.
-QBrush farbe(const Fluegelform& form, std::size_t nummer, const Fluegelstil& stil) {
+QBrush farbe(const Flügelform& form, std::size_t nummer, const Flügelstil& stil) {
     const Stellen& bogen = form.adern[Radialbogen].verlauf;
     switch (nummer) {
     case Costa:
@@ -368,8 +370,9 @@ QBrush farbe(const Fluegelform& form, std::size_t nummer, const Fluegelstil& sti
 /// machine.
 double streuung(QRandomGenerator& zufall) {
     double summe = 0;
-    for (int i = 0; i < 12; ++i)
+    for (int i = 0; i < 12; ++i) {
         summe += zufall.generateDouble();
+    }
     return summe - 6;
 }
 
@@ -379,14 +382,14 @@ bool natürlich(const std::array<QPointF, 9>& p) {
     const double hi = abstand(5, 7) / abstand(3, 4);
     // Foot of a point on the base line, and height above it, in millimetres from point 1 on.
     const QPointF basis = (p[2] - p[1]) / abstand(1, 2);
-    const auto fuss = [&](std::size_t i) { return QPointF::dotProduct(p[i] - p[1], basis); };
+    const auto fuß = [&](std::size_t i) { return QPointF::dotProduct(p[i] - p[1], basis); };
     const double höhe = std::abs(basis.x() * (p[8] - p[1]).y() - basis.y() * (p[8] - p[1]).x());
-    const double dv = (fuss(8) - fuss(4)) * 20 * 2.5 / (1.5 + höhe);
+    const double dv = (fuß(8) - fuß(4)) * 20 * 2.5 / (1.5 + höhe);
     return ci > 2.2 && ci < 3.6 && hi > 0.9 && hi < 1.25 && dv > 0 && dv < 2.2;
 }
 
 /// Fine hairs in rows along the wing.
-void paintBorsten(QPainter& painter, const Fluegelform& form, const QColor& farbe) {
+void maleBorsten(QPainter& painter, const Flügelform& form, const QColor& farbe) {
     constexpr double Abstand = 0.05;
     const QPainterPath häutchen = form.häutchen();
     const QRectF rahmen = häutchen.boundingRect();
@@ -413,31 +416,34 @@ void paintBorsten(QPainter& painter, const Fluegelform& form, const QColor& farb
 
 } // namespace
 
-Fluegelform Fluegelform::normal() {
+Flügelform Flügelform::normal() {
     std::array<QPointF, 9> punkte;
     std::transform(Normalpunkte.begin(), Normalpunkte.end(), punkte.begin(), punkt);
     return ausPunkten(punkte);
 }
 
-Fluegelform Fluegelform::ausPunkten(const std::array<QPointF, 9>& punkte) {
-    Fluegelform form;
+Flügelform Flügelform::ausPunkten(const std::array<QPointF, 9>& punkte) {
+    Flügelform form;
     form.punkte = punkte;
     form.adern.resize(AnzahlAdern);
     for (const Tabellenader& zeile : Adertabelle) {
         Ader& ader = form.adern[zeile.nummer];
-        for (const Tabellenstelle& stelle : zeile.verlauf)
+        for (const Tabellenstelle& stelle : zeile.verlauf) {
             ader.verlauf.push_back({mitgenommen(punkt(stelle.ort), punkte), stelle.breite});
+        }
         ader.läuftAus = zeile.nummer >= Auslauf8;
     }
-    for (const Ort& ort : Umriss)
+    for (const Ort& ort : Umriss) {
         form.umriss.push_back(mitgenommen(punkt(ort), punkte));
-    for (const Ort& ort : Wurzel)
+    }
+    for (const Ort& ort : Wurzel) {
         form.wurzel.push_back(mitgenommen(punkt(ort), punkte));
+    }
     return form;
 }
 
-Fluegelform Fluegelform::mitStreuung(QRandomGenerator& zufall) {
-    const Fluegelform mittel = normal();
+Flügelform Flügelform::mitStreuung(QRandomGenerator& zufall) {
+    const Flügelform mittel = normal();
     // Standard deviations as among wings of one region, in millimetres; the short segments of the
     // cubital vein vary least.
     constexpr Ort Abweichung[9] = {{0, 0},         {0.03, 0.017},  {0.034, 0.028},
@@ -451,38 +457,40 @@ Fluegelform Fluegelform::mitStreuung(QRandomGenerator& zufall) {
             punkte[i] = mittel.punkte[i] + QPointF(dx, dy);
         }
     } while (!natürlich(punkte));
-    Fluegelform form = ausPunkten(punkte);
+    Flügelform form = ausPunkten(punkte);
     const double größe = 1 + 0.012 * streuung(zufall);
     const auto wachse = [größe](QPointF& ort) { ort *= größe; };
     std::for_each(form.punkte.begin(), form.punkte.end(), wachse);
     std::for_each(form.umriss.begin(), form.umriss.end(), wachse);
     std::for_each(form.wurzel.begin(), form.wurzel.end(), wachse);
     for (Ader& ader : form.adern) {
-        for (Ader::Stelle& stelle : ader.verlauf)
+        for (Ader::Stelle& stelle : ader.verlauf) {
             wachse(stelle.ort);
+        }
     }
     return form;
 }
 
-Fluegelform Fluegelform::gedreht(double grad) const {
+Flügelform Flügelform::gedreht(double grad) const {
     const QPointF mitte = rahmen().center();
     QTransform drehung;
     drehung.translate(mitte.x(), mitte.y());
     drehung.rotate(grad);
     drehung.translate(-mitte.x(), -mitte.y());
     const auto drehe = [&drehung](QPointF& ort) { ort = drehung.map(ort); };
-    Fluegelform form = *this;
+    Flügelform form = *this;
     std::for_each(form.punkte.begin() + 1, form.punkte.end(), drehe);
     std::for_each(form.umriss.begin(), form.umriss.end(), drehe);
     std::for_each(form.wurzel.begin(), form.wurzel.end(), drehe);
     for (Ader& ader : form.adern) {
-        for (Ader::Stelle& stelle : ader.verlauf)
+        for (Ader::Stelle& stelle : ader.verlauf) {
             drehe(stelle.ort);
+        }
     }
     return form;
 }
 
-QPainterPath Fluegelform::zelle(Zelle zelle) const {
+QPainterPath Flügelform::zelle(Zelle zelle) const {
     struct Kante {
         Adernummer ader;
         bool rückwärts;
@@ -519,10 +527,12 @@ QPainterPath Fluegelform::zelle(Zelle zelle) const {
     QPolygonF rand;
     for (const Kante& kante : kanten) {
         Stellen feine = fein(adern[kante.ader].verlauf);
-        if (kante.rückwärts)
+        if (kante.rückwärts) {
             std::reverse(feine.begin(), feine.end());
-        for (const Ader::Stelle& stelle : feine)
+        }
+        for (const Ader::Stelle& stelle : feine) {
             rand.append(stelle.ort);
+        }
     }
     QPainterPath pfad;
     pfad.addPolygon(rand);
@@ -530,14 +540,14 @@ QPainterPath Fluegelform::zelle(Zelle zelle) const {
     return pfad;
 }
 
-QPainterPath Fluegelform::häutchen() const {
+QPainterPath Flügelform::häutchen() const {
     QPainterPath pfad;
     pfad.addPolygon(geschlossen(umriss));
     pfad.closeSubpath();
     return pfad;
 }
 
-QRectF Fluegelform::rahmen() const {
+QRectF Flügelform::rahmen() const {
     // Half of the thickest vein may stand out.
     return häutchen()
         .boundingRect()
@@ -545,48 +555,20 @@ QRectF Fluegelform::rahmen() const {
         .adjusted(-0.08, -0.08, 0.08, 0.08);
 }
 
-Fluegelstil Fluegelstil::scan(bool grau) {
-    Fluegelstil stil;
-    stil.häutchen = grau ? QColor(214, 214, 214) : QColor(219, 214, 202);
-    stil.rand = grau ? QColor(140, 140, 140) : QColor(146, 132, 112);
-    stil.adern = grau ? QColor(62, 62, 62) : QColor(76, 58, 42);
-    stil.costa = grau ? QColor(24, 24, 24) : QColor(34, 22, 14);
-    stil.borsten = true;
-    return stil;
-}
-
-Fluegelstil Fluegelstil::zeichnung(const QPalette& palette) {
-    const QColor vorn = palette.color(QPalette::WindowText);
-    const QColor hinten = palette.color(QPalette::Window);
-    const auto gemischt = [&](double anteil) {
-        const auto kanal = [anteil](int a, int b) {
-            return static_cast<int>(
-                std::lerp(static_cast<double>(b), static_cast<double>(a), anteil));
-        };
-        return QColor(kanal(vorn.red(), hinten.red()), kanal(vorn.green(), hinten.green()),
-                      kanal(vorn.blue(), hinten.blue()));
-    };
-    Fluegelstil stil;
-    stil.häutchen = gemischt(0.06);
-    stil.rand = gemischt(0.45);
-    stil.adern = gemischt(0.72);
-    stil.costa = gemischt(0.72);
-    return stil;
-}
-
-void paintFluegel(QPainter& painter, const Fluegelform& form, const Fluegelstil& stil) {
+void maleFlügel(QPainter& painter, const Flügelform& form, const Flügelstil& stil) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(stil.rand, 0.014));
     painter.setBrush(stil.häutchen);
     painter.drawPath(form.häutchen());
-    if (stil.borsten)
-        paintBorsten(painter, form, stil.adern);
+    if (stil.borsten) {
+        maleBorsten(painter, form, stil.adern);
+    }
     painter.setPen(Qt::NoPen);
     // The thick veins come first in the table and are painted last: they cover the ends of others.
     for (std::size_t i = form.adern.size(); i-- > 0;) {
         painter.setBrush(farbe(form, i, stil));
-        paintAder(painter, form.adern[i]);
+        maleAder(painter, form.adern[i]);
     }
     painter.setBrush(stil.costa);
     painter.drawPolygon(geschlossen(form.wurzel));

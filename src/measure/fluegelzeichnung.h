@@ -31,7 +31,7 @@ enum class Zelle { Radial, Cubital1, Cubital2, Cubital3, Discoidal };
 
 /// Shape of a worker's fore wing, wing tip to the left and costal edge up. Millimetres, x to the
 /// right, y down, origin near the top left corner of the wing.
-struct Fluegelform {
+struct Flügelform {
     /// The measuring points 1 to 8; index 0 is unused. Every vein that belongs to a point runs
     /// exactly through it.
     std::array<QPointF, 9> punkte;
@@ -41,18 +41,18 @@ struct Fluegelform {
     std::vector<QPointF> wurzel;
 
     /// The mean wing: cubital index 2.8, hantel index 1.11, discoidal shift +1.6.
-    [[nodiscard]] static Fluegelform normal();
+    [[nodiscard]] static Flügelform normal();
 
     /// The wing whose measuring points are @p punkte, all other places moved along with them.
     /// Points should lie within a few tenths of a millimetre of those of normal().
-    [[nodiscard]] static Fluegelform ausPunkten(const std::array<QPointF, 9>& punkte);
+    [[nodiscard]] static Flügelform ausPunkten(const std::array<QPointF, 9>& punkte);
 
     /// A wing as it may occur beside others of one colony: cubital index 2.2 to 3.6, hantel index
     /// 0.9 to 1.25, discoidal shift 0 to +2.2. The same state of @p zufall gives the same wing.
-    [[nodiscard]] static Fluegelform mitStreuung(QRandomGenerator& zufall);
+    [[nodiscard]] static Flügelform mitStreuung(QRandomGenerator& zufall);
 
     /// The wing turned clockwise about its middle by @p grad degrees.
-    [[nodiscard]] Fluegelform gedreht(double grad) const;
+    [[nodiscard]] Flügelform gedreht(double grad) const;
 
     /// Area of a cell between the middle lines of its veins.
     [[nodiscard]] QPainterPath zelle(Zelle zelle) const;
@@ -65,7 +65,7 @@ struct Fluegelform {
 };
 
 /// How a wing is painted.
-struct Fluegelstil {
+struct Flügelstil {
     QColor häutchen;
     QColor rand;
     QColor adern;
@@ -74,12 +74,12 @@ struct Fluegelstil {
     bool borsten = false;
 
     /// As on a scan in transmitted light.
-    [[nodiscard]] static Fluegelstil scan(bool grau);
+    [[nodiscard]] static Flügelstil scan(bool grau);
     /// Line drawing in the colours of a window.
-    [[nodiscard]] static Fluegelstil zeichnung(const QPalette& palette);
+    [[nodiscard]] static Flügelstil zeichnung(const QPalette& palette);
 };
 
 /// Paints the wing. The painter's unit is the millimetre; a transformation gives place and size.
-void paintFluegel(QPainter& painter, const Fluegelform& form, const Fluegelstil& stil);
+void maleFlügel(QPainter& painter, const Flügelform& form, const Flügelstil& stil);
 
 } // namespace tarvel

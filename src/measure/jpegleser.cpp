@@ -60,8 +60,9 @@ struct Jpegleser::Zustand {
     }
 
     static void warnung(j_common_ptr jpeg, int stufe) {
-        if (stufe >= 0)
+        if (stufe >= 0) {
             return;
+        }
         switch (jpeg->err->msg_code) {
         case JWRN_HIT_MARKER:
         case JWRN_HUFF_BAD_CODE:
@@ -76,8 +77,9 @@ struct Jpegleser::Zustand {
         Zustand& z = von(jpeg);
         const qint64 anzahl =
             z.quelle->read(reinterpret_cast<char*>(z.puffer.data()), qint64{Puffergröße});
-        if (anzahl <= 0)
+        if (anzahl <= 0) {
             ERREXIT(jpeg, JERR_INPUT_EOF);
+        }
         z.zufuhr.next_input_byte = z.puffer.data();
         z.zufuhr.bytes_in_buffer = static_cast<std::size_t>(anzahl);
         return TRUE;
@@ -97,12 +99,14 @@ struct Jpegleser::Zustand {
 
     static void wache(j_common_ptr jpeg) {
         const auto* bild = reinterpret_cast<j_decompress_ptr>(jpeg);
-        if (bild->input_scan_number > erlaubteDurchgänge(*bild))
+        if (bild->input_scan_number > erlaubteDurchgänge(*bild)) {
             ERREXIT(jpeg, JERR_BAD_PROGRESSION);
+        }
         // While the scans are collected; after that the rows themselves are counted.
         const Zustand& z = von(jpeg);
-        if (bild->output_scanline == 0 && !(*z.weiter)(z.quelle->pos(), z.quelle->size()))
+        if (bild->output_scanline == 0 && !(*z.weiter)(z.quelle->pos(), z.quelle->size())) {
             ERREXIT(jpeg, JERR_CANT_SUSPEND);
+        }
     }
 };
 
@@ -130,8 +134,9 @@ Jpegleser::~Jpegleser() {
 bool Jpegleser::liesKopf() {
     Zustand& z = *z_;
     z.jpeg.client_data = &z;
-    if (setjmp(z.ausstieg) != 0)
+    if (setjmp(z.ausstieg) != 0) {
         return false;
+    }
     jpeg_create_decompress(&z.jpeg);
     z.jpeg.src = &z.zufuhr;
     z.jpeg.progress = &z.wächter;
@@ -162,14 +167,16 @@ bool Jpegleser::grau() const {
 qint64 Jpegleser::mindestBytes() const {
     // A block of 8 x 8 pixels takes one bit in each of at least one scan; arithmetic coding can
     // go below that.
-    if (z_->jpeg.arith_code != FALSE)
+    if (z_->jpeg.arith_code != FALSE) {
         return 0;
+    }
     return qint64{z_->jpeg.image_width} * qint64{z_->jpeg.image_height} / (64 * 8);
 }
 
 qint64 Jpegleser::zwischenspeicher() const {
-    if (jpeg_has_multiple_scans(&z_->jpeg) == FALSE)
+    if (jpeg_has_multiple_scans(&z_->jpeg) == FALSE) {
         return 0;
+    }
     qint64 blöcke = 0;
     for (int i = 0; i < z_->jpeg.num_components; ++i) {
         const jpeg_component_info& teil = z_->jpeg.comp_info[i];
@@ -180,8 +187,9 @@ qint64 Jpegleser::zwischenspeicher() const {
 
 QSize Jpegleser::verkleinere(int achtel) {
     Zustand& z = *z_;
-    if (setjmp(z.ausstieg) != 0)
+    if (setjmp(z.ausstieg) != 0) {
         return {};
+    }
     z.jpeg.scale_num = static_cast<unsigned>(achtel);
     z.jpeg.scale_denom = 8;
     jpeg_calc_output_dimensions(&z.jpeg);
@@ -205,17 +213,20 @@ void ausDruckfarben(const JSAMPLE* cmyk, unsigned char* rgb, unsigned breite, bo
 
 bool Jpegleser::liesZeilen(unsigned char* ziel, qsizetype schritt) {
     Zustand& z = *z_;
-    if (setjmp(z.ausstieg) != 0)
+    if (setjmp(z.ausstieg) != 0) {
         return false;
+    }
     jpeg_start_decompress(&z.jpeg);
     const bool druckfarben = z.jpeg.out_color_space == JCS_CMYK;
     JSAMPARRAY zwischen = nullptr;
-    if (druckfarben)
+    if (druckfarben) {
         zwischen = z.jpeg.mem->alloc_sarray(reinterpret_cast<j_common_ptr>(&z.jpeg), JPOOL_IMAGE,
                                             z.jpeg.output_width * 4, 1);
+    }
     while (z.jpeg.output_scanline < z.jpeg.output_height) {
-        if (!(*z.weiter)(z.jpeg.output_scanline, z.jpeg.output_height))
+        if (!(*z.weiter)(z.jpeg.output_scanline, z.jpeg.output_height)) {
             return false;
+        }
         unsigned char* zeile = ziel + qsizetype{z.jpeg.output_scanline} * schritt;
         if (druckfarben) {
             jpeg_read_scanlines(&z.jpeg, zwischen, 1);
@@ -225,8 +236,9 @@ bool Jpegleser::liesZeilen(unsigned char* ziel, qsizetype schritt) {
         }
         const unsigned anzahl =
             std::min(unsigned{ZeilenAufEinmal}, z.jpeg.output_height - z.jpeg.output_scanline);
-        for (unsigned i = 0; i < anzahl; ++i)
+        for (unsigned i = 0; i < anzahl; ++i) {
             z.zeilen[i] = zeile + qsizetype{i} * schritt;
+        }
         jpeg_read_scanlines(&z.jpeg, z.zeilen.data(), anzahl);
     }
     jpeg_finish_decompress(&z.jpeg);

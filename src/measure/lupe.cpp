@@ -16,23 +16,23 @@ Lupe::Lupe(QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
 }
 
-void Lupe::setBild(const QImage& bild, int zoomfaktor) {
+void Lupe::setzeBild(const QImage& bild, int zoomfaktor) {
     bild_ = bild;
     zoom_ = std::max(1, zoomfaktor);
     update();
 }
 
-void Lupe::setVergrößerung(int vergrößerung) {
+void Lupe::setzeVergrößerung(int vergrößerung) {
     vergrößerung_ = std::max(1, vergrößerung);
     update();
 }
 
-void Lupe::setMitte(QPointF mitte) {
+void Lupe::setzeMitte(QPointF mitte) {
     mitte_ = mitte;
     update();
 }
 
-void Lupe::setMarken(std::vector<Marke> marken) {
+void Lupe::setzeMarken(std::vector<Marke> marken) {
     marken_ = std::move(marken);
     update();
 }
@@ -40,8 +40,9 @@ void Lupe::setMarken(std::vector<Marke> marken) {
 void Lupe::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), palette().brush(QPalette::Mid));
-    if (bild_.isNull())
+    if (bild_.isNull()) {
         return;
+    }
     // As in the measuring view, a coordinate means the middle of the screen pixel it names.
     const double halb = 0.5 / devicePixelRatioF();
     const QPointF mitte(int(width() / 2) + halb, int(height() / 2) + halb);
@@ -52,13 +53,15 @@ void Lupe::paintEvent(QPaintEvent*) {
     const double weit = width() + height();
     for (const auto& [farbe, stärke] : {std::pair(Qt::white, 3.0), std::pair(Qt::black, 1.0)}) {
         painter.setPen(QPen(QColor(farbe), stärke, Qt::SolidLine, Qt::FlatCap));
-        for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+        for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)}) {
             painter.drawLine(mitte + arm * Lücke, mitte + arm * weit);
+        }
     }
     for (const Marke& marke : marken_) {
         const QPointF ort = ursprung + (marke.position + QPointF(halb, halb)) * vergrößerung_;
-        if (markenRahmen(font(), marke, ort).intersects(QRectF(rect())))
+        if (markenRahmen(font(), marke, ort).intersects(QRectF(rect()))) {
             maleMarke(painter, font(), marke, ort);
+        }
     }
 }
 

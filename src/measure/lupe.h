@@ -16,15 +16,15 @@ public:
     explicit Lupe(QWidget* parent = nullptr);
 
     /// Takes over picture (shared) and zoom of the measuring view. A null image shows nothing.
-    void setBild(const QImage& bild, int zoomfaktor);
+    void setzeBild(const QImage& bild, int zoomfaktor);
     /// How many times larger than the measuring view, at least 1; 4 to begin with.
-    void setVergrößerung(int vergrößerung);
+    void setzeVergrößerung(int vergrößerung);
     /// The place in the middle and the marks, in zoomed pixels as in the measuring view.
-    void setMitte(QPointF mitte);
-    void setMarken(std::vector<Marke> marken);
+    void setzeMitte(QPointF mitte);
+    void setzeMarken(std::vector<Marke> marken);
 
     [[nodiscard]] QSize sizeHint() const override { return {220, 220}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 60}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 44}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

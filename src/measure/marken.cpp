@@ -9,7 +9,7 @@ namespace tarvel {
 namespace {
 
 constexpr double ArmInnen = 3.5;
-constexpr double ArmAussen = 10.0;
+constexpr double ArmAußen = 10.0;
 constexpr double Ringradius = 13.0;
 constexpr double Abstand = 5.0;
 
@@ -27,7 +27,7 @@ QPainterPath kreuz(QPointF ort) {
     QPainterPath pfad;
     for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)}) {
         pfad.moveTo(ort + arm * ArmInnen);
-        pfad.lineTo(ort + arm * ArmAussen);
+        pfad.lineTo(ort + arm * ArmAußen);
     }
     return pfad;
 }
@@ -69,8 +69,9 @@ void maleMarke(QPainter& painter, const QFont& schrift, const Marke& marke, QPoi
         const QFont nummern = nummernschrift(schrift);
         const QRectF feld = textfeld(nummern, marke.text, ort);
         const QPointF grundlinie(feld.left(), feld.top() + QFontMetricsF(nummern).ascent());
-        if (marke.gewählt)
+        if (marke.gewählt) {
             maleSchild(painter, feld, Kern);
+        }
         QPainterPath ziffern;
         ziffern.addText(grundlinie, nummern, marke.text);
         if (!marke.gewählt) {
@@ -82,10 +83,11 @@ void maleMarke(QPainter& painter, const QFont& schrift, const Marke& marke, QPoi
         if (marke.aktiv) {
             QPainterPath strich(grundlinie + QPointF(0, 2.5));
             strich.lineTo(grundlinie + QPointF(feld.width(), 2.5));
-            if (marke.gewählt)
+            if (marke.gewählt) {
                 painter.strokePath(strich, QPen(Hell, 1.5));
-            else
+            } else {
                 maleHofUndKern(painter, strich, Kern, 1.5);
+            }
         }
     }
     painter.restore();
@@ -116,8 +118,9 @@ void maleErledigte(QPainter& painter, const QFont& schrift, const Marke& marke, 
 }
 
 void maleZweifel(QPainter& painter, const QRectF& feld, Zweifelsgrad grad) {
-    if (grad == Zweifelsgrad::Keiner)
+    if (grad == Zweifelsgrad::Keiner) {
         return;
+    }
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const double rand = feld.width() / 10;
@@ -125,11 +128,12 @@ void maleZweifel(QPainter& painter, const QRectF& feld, Zweifelsgrad grad) {
     const QPointF oben(f.center().x(), f.top());
     const bool fraglich = grad == Zweifelsgrad::Fraglich;
     QPolygonF umriss{oben, f.bottomRight(), f.bottomLeft()};
-    if (!fraglich)
+    if (!fraglich) {
         umriss = {oben,
                   {f.right(), f.center().y()},
                   {f.center().x(), f.bottom()},
                   {f.left(), f.center().y()}};
+    }
     painter.setPen(QPen(fraglich ? Kern : Auswahl, fraglich ? 1 : 2, Qt::SolidLine, Qt::RoundCap,
                         Qt::RoundJoin));
     painter.setBrush(fraglich ? Auswahl : Hell);

@@ -28,7 +28,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
-        paintMessHilfe(painter, rect(), palette(), texte_);
+        maleMessHilfe(painter, rect(), palette(), texte_);
     }
 
 private:
@@ -76,9 +76,10 @@ MessHilfe::MessHilfe(const Texte& texte, QWidget* parent)
 void MessHilfe::beschrifte() {
     setWindowTitle(texte_(Meldung::MesshilfeTitel));
     bild_->setAccessibleName(texte_(Meldung::MesshilfeTitel));
-    for (std::size_t i = 0; i < beschreibungen_.size(); ++i)
+    for (std::size_t i = 0; i < beschreibungen_.size(); ++i) {
         beschreibungen_[i]->setText(texte_(messpunktbeschreibung(static_cast<int>(i) + 1)));
-    schließen_->setText(texte_(Text::Schliessen));
+    }
+    schließen_->setText(texte_(Text::Schließen));
     bild_->update();
 }
 

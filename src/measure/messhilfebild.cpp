@@ -72,7 +72,7 @@ public:
         , palette_(palette)
         , texte_(texte)
         , farben_(farben(palette))
-        , form_(Fluegelform::normal()) {
+        , form_(Flügelform::normal()) {
         rahmen_ = rahmen;
         const QSizeF größe = MessHilfeFormat.scaled(rahmen.size(), Qt::KeepAspectRatio);
         maßstab_ = größe.width() / MessHilfeFormat.width();
@@ -81,8 +81,9 @@ public:
     }
 
     void zeichne() {
-        if (maßstab_ <= 0)
+        if (maßstab_ <= 0) {
             return;
+        }
         painter_.save();
         painter_.setClipRect(rahmen_, Qt::IntersectClip);
         painter_.setRenderHint(QPainter::Antialiasing);
@@ -93,8 +94,9 @@ public:
         painter_.restore();
         beschrifte();
         maleLupe();
-        for (std::size_t i = 1; i < form_.punkte.size(); ++i)
+        for (std::size_t i = 1; i < form_.punkte.size(); ++i) {
             malePunkt(static_cast<int>(i), form_.punkte[i], Nummernorte[i]);
+        }
         painter_.restore();
     }
 
@@ -114,11 +116,12 @@ private:
 
     /// The wing with its cells and the base line; the painter's unit is the millimetre.
     void maleFlügel() {
-        paintFluegel(painter_, form_, Fluegelstil::zeichnung(palette_));
+        tarvel::maleFlügel(painter_, form_, Flügelstil::zeichnung(palette_));
         painter_.setPen(Qt::NoPen);
         painter_.setBrush(farben_.zelle);
-        for (const Zelle zelle : {Zelle::Radial, Zelle::Cubital3, Zelle::Discoidal})
+        for (const Zelle zelle : {Zelle::Radial, Zelle::Cubital3, Zelle::Discoidal}) {
             painter_.drawPath(form_.zelle(zelle));
+        }
         QPen grundlinie(farben_.streckeA, 0.02);
         grundlinie.setDashPattern({6, 4});
         painter_.setPen(grundlinie);
@@ -223,7 +226,7 @@ private:
     const QPalette& palette_;
     const Texte& texte_;
     Farben farben_;
-    Fluegelform form_;
+    Flügelform form_;
     QRectF rahmen_;
     double maßstab_ = 0;
     QPointF ursprung_;
@@ -231,8 +234,8 @@ private:
 
 } // namespace
 
-void paintMessHilfe(QPainter& painter, const QRectF& rahmen, const QPalette& palette,
-                    const Texte& texte) {
+void maleMessHilfe(QPainter& painter, const QRectF& rahmen, const QPalette& palette,
+                   const Texte& texte) {
     Zeichner(painter, rahmen, palette, texte).zeichne();
 }
 

@@ -25,10 +25,10 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     , texte_(texte)
     , modelle_(modelle)
     , fra_Fein_(new QGroupBox)
-    , lab_Fluegel_(new QLabel)
+    , lab_Flügel_(new QLabel)
     , lab_Fortschritt_(new QLabel)
     , skizze_(new Flügelskizze)
-    , lab_Naechster_(new QLabel)
+    , lab_Nächster_(new QLabel)
     , lab_Werte_(new QLabel)
     , lab_dpi_(new QLabel)
     , cbo_dpi_(new QComboBox)
@@ -37,24 +37,24 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     , lab_Statistik_(new QLabel) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    lab_Fluegel_->setObjectName(u"lab_Flügel"_s);
-    QFont groß = lab_Fluegel_->font();
+    lab_Flügel_->setObjectName(u"lab_Flügel"_s);
+    QFont groß = lab_Flügel_->font();
     groß.setBold(true);
-    lab_Fluegel_->setFont(groß);
-    lab_Fluegel_->setWordWrap(true); // a repeat must not widen the panel, and so move the picture
+    lab_Flügel_->setFont(groß);
+    lab_Flügel_->setWordWrap(true); // a repeat must not widen the panel, and so move the picture
     lab_Fortschritt_->setObjectName(u"lab_Fortschritt"_s);
     lab_Fortschritt_->setAlignment(Qt::AlignRight);
     auto* kopf = new QHBoxLayout;
-    kopf->addWidget(lab_Fluegel_, 1);
+    kopf->addWidget(lab_Flügel_, 1);
     kopf->addWidget(lab_Fortschritt_);
     layout->addLayout(kopf);
     layout->addWidget(skizze_);
-    lab_Naechster_->setObjectName(u"lab_Nächster"_s);
-    lab_Naechster_->setWordWrap(true);
-    // Three lines for the longest description: what lies below must not jump from point to point.
-    lab_Naechster_->setMinimumHeight(3 * lab_Naechster_->fontMetrics().lineSpacing());
-    lab_Naechster_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    layout->addWidget(lab_Naechster_);
+    lab_Nächster_->setObjectName(u"lab_Nächster"_s);
+    lab_Nächster_->setWordWrap(true);
+    // Two lines for most descriptions: what lies below must not jump from point to point.
+    lab_Nächster_->setMinimumHeight(2 * lab_Nächster_->fontMetrics().lineSpacing());
+    lab_Nächster_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    layout->addWidget(lab_Nächster_);
     lab_Werte_->setObjectName(u"lab_Werte"_s);
     lab_Werte_->setEnabled(false); // greyed: nothing of it is in the series yet
     layout->addWidget(lab_Werte_);
@@ -165,7 +165,7 @@ void Messleiste::zeigeNächsten() {
     punkt.replace(u"  "_s, u", "_s); // number and place stand in columns elsewhere
     const QString text = nächster == 0 ? texte_(Meldung::AllePunkteGesetzt)
                                        : texte_(Meldung::NächsterPunkt).arg(punkt);
-    lab_Naechster_->setText(text);
+    lab_Nächster_->setText(text);
     skizze_->setAccessibleName(text);
 }
 
@@ -215,7 +215,7 @@ void Messleiste::zeigeFlügel(int nummer, bool wiederholt) {
 
 void Messleiste::zeigeFlügeltext() {
     const Meldung text = wiederholt_ ? Meldung::FlügelWirdWiederholt : Meldung::FlügelNummer;
-    lab_Fluegel_->setText(texte_(text).arg(dreistellig(flügel_)));
+    lab_Flügel_->setText(texte_(text).arg(dreistellig(flügel_)));
 }
 
 void Messleiste::zeigeMittelwerte() {

@@ -59,10 +59,10 @@ private:
     std::function<void(int)> cbo_dpi_Click_;
     std::array<QRadioButton*, Messpunkte::Anzahl + 1> opt_Fein_{};
     QGroupBox* fra_Fein_;
-    QLabel* lab_Fluegel_;
+    QLabel* lab_Flügel_;
     QLabel* lab_Fortschritt_;
     Flügelskizze* skizze_;
-    QLabel* lab_Naechster_;
+    QLabel* lab_Nächster_;
     QLabel* lab_Werte_;
     QLabel* lab_dpi_;
     QComboBox* cbo_dpi_;

@@ -139,6 +139,14 @@ Messergebnis Messung::trageEin() {
     return BerechneIndizes(nummer());
 }
 
+Flügelmessung Messung::flügel() const {
+    return {.punkte = stand_.punkte,
+            .messart = stand_.messart,
+            .aufnahme = stand_.aufnahme,
+            .bilddatei = stand_.bilddatei,
+            .bild = bild_};
+}
+
 Messergebnis Messung::BerechneIndizes(qint16 nummer) {
     const Indizes indizes = berechneIndizes(stand_.punkte, stand_.messart, stand_.aufnahme);
     Messergebnis ergebnis;
@@ -147,13 +155,7 @@ Messergebnis Messung::BerechneIndizes(qint16 nummer) {
         return ergebnis; // it keeps its good values until the corrected ones are all there
     }
     Messreihe neu = reihe_;
-    if (neu.trageEin(nummer, indizes,
-                     {.punkte = stand_.punkte,
-                      .messart = stand_.messart,
-                      .aufnahme = stand_.aufnahme,
-                      .bilddatei = stand_.bilddatei,
-                      .bild = bild_},
-                     format_)) {
+    if (neu.trageEin(nummer, indizes, flügel(), format_)) {
         ergebnis.reihe = std::move(neu);
     }
     if (indizes.fehler) {

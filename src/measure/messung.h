@@ -128,6 +128,8 @@ public:
     [[nodiscard]] const Messstand& stand() const { return stand_; }
     void setzeStand(Messstand stand) { stand_ = std::move(stand); }
 
+    /// The current wing as the series would keep it.
+    [[nodiscard]] Flügelmessung flügel() const;
     [[nodiscard]] const Messpunkte& punkte() const { return stand_.punkte; }
     [[nodiscard]] Messart messart() const { return stand_.messart; }
     [[nodiscard]] const Aufnahme& aufnahme() const { return stand_.aufnahme; }

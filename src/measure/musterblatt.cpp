@@ -36,15 +36,17 @@ Raster raster(const Musterblattwahl& wahl) {
                         ? std::max(1, static_cast<int>(std::sqrt(wahl.flügel * 0.6)))
                         : static_cast<int>((wahl.blatt.width() - 2 * Randbreite) / Platz.width());
     }
-    if (r.spalten == 0)
+    if (r.spalten == 0) {
         return {};
+    }
     r.spalten = std::min(r.spalten, wahl.flügel);
     r.zeilen = (wahl.flügel + r.spalten - 1) / r.spalten;
     const QSizeF nötig(r.spalten * Platz.width() + 2 * Randbreite,
                        r.zeilen * Platz.height() + 2 * Randbreite);
     r.blatt = wahl.blatt.isEmpty() ? nötig : wahl.blatt;
-    if (nötig.width() > r.blatt.width() || nötig.height() > r.blatt.height())
+    if (nötig.width() > r.blatt.width() || nötig.height() > r.blatt.height()) {
         return {};
+    }
     return r;
 }
 
@@ -81,8 +83,9 @@ std::array<int, 256> rauschtafel(double abweichung) {
         }
         wahrscheinlichkeit = wahrscheinlichkeit * (64 - treffer) / (treffer + 1);
     }
-    while (stelle < tafel.size())
+    while (stelle < tafel.size()) {
         tafel[stelle++] = static_cast<int>(std::lround(2.5 * abweichung * 16));
+    }
     return tafel;
 }
 
@@ -109,8 +112,9 @@ void zeichneWeich(QImage& bild) {
         uchar* zeile = bild.scanLine(y);
         const uchar* nächste = bild.constScanLine(y + 1);
         std::copy_n(zeile, diese.size(), diese.begin());
-        for (std::size_t i = 0; i < diese.size(); ++i)
+        for (std::size_t i = 0; i < diese.size(); ++i) {
             zeile[i] = static_cast<uchar>((vorige[i] + 2 * diese[i] + nächste[i] + 2) / 4);
+        }
         vorige.swap(diese);
     }
 }
@@ -165,7 +169,7 @@ QPointF irgendwo(QRandomGenerator& zufall, const QSizeF& fläche) {
 }
 
 /// Specks, rings of dried mounting medium and a few fibres. The painter's unit is the millimetre.
-void paintStaub(QPainter& painter, QRandomGenerator& zufall, const QSizeF& blatt) {
+void maleStaub(QPainter& painter, QRandomGenerator& zufall, const QSizeF& blatt) {
     const int körner = static_cast<int>(blatt.width() * blatt.height() * 0.12);
     for (int i = 0; i < körner; ++i) {
         const QPointF ort = irgendwo(zufall, blatt);
@@ -193,31 +197,35 @@ void paintStaub(QPainter& painter, QRandomGenerator& zufall, const QSizeF& blatt
 
 } // namespace
 
-Musterblatt malen(const Musterblattwahl& wahl) {
+Musterblatt male(const Musterblattwahl& wahl) {
     Musterblatt muster;
     const bool gültig = wahl.flügel >= 1 && wahl.flügel <= HöchsteFlügelzahl && wahl.spalten >= 0 &&
                         wahl.dpi >= 50 && wahl.dpi <= 9600 && wahl.rauschen >= 0 &&
                         wahl.rauschen <= 20 && wahl.blatt.width() <= HöchsteLänge &&
                         wahl.blatt.height() <= HöchsteLänge;
-    if (!gültig)
+    if (!gültig) {
         return muster;
+    }
     const Raster feld = raster(wahl);
-    if (feld.spalten == 0)
+    if (feld.spalten == 0) {
         return muster;
+    }
     const double maßstab = wahl.dpi / MillimeterJeZoll;
     const QSizeF pixel = feld.blatt * maßstab;
-    if (pixel.width() * pixel.height() > HöchstePixelzahl)
+    if (pixel.width() * pixel.height() > HöchstePixelzahl) {
         return muster;
+    }
     QImage bild(pixel.toSize(), wahl.grau ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
-    if (bild.isNull())
+    if (bild.isNull()) {
         return muster;
+    }
     bild.fill(wahl.grau ? QColor(239, 239, 239) : QColor(239, 240, 241));
     const int punkteJeMeter = static_cast<int>(std::lround(maßstab * 1000));
     bild.setDotsPerMeterX(punkteJeMeter);
     bild.setDotsPerMeterY(punkteJeMeter);
 
     QRandomGenerator zufall(wahl.saat);
-    const Fluegelstil stil = Fluegelstil::scan(wahl.grau);
+    const Flügelstil stil = Flügelstil::scan(wahl.grau);
     const QSizeF platz((feld.blatt.width() - 2 * Randbreite) / feld.spalten,
                        (feld.blatt.height() - 2 * Randbreite) / feld.zeilen);
     {
@@ -225,11 +233,11 @@ Musterblatt malen(const Musterblattwahl& wahl) {
         blatt.setRenderHint(QPainter::Antialiasing);
         blatt.save();
         blatt.scale(maßstab, maßstab);
-        paintStaub(blatt, zufall, feld.blatt);
+        maleStaub(blatt, zufall, feld.blatt);
         blatt.restore();
         for (int nummer = 0; nummer < wahl.flügel; ++nummer) {
-            const Fluegelform gerade = Fluegelform::mitStreuung(zufall);
-            const Fluegelform form =
+            const Flügelform gerade = Flügelform::mitStreuung(zufall);
+            const Flügelform form =
                 gerade.gedreht(HöchsteDrehung * (2 * zufall.generateDouble() - 1));
             const QRectF rahmen = form.rahmen();
             const int spalte = nummer % feld.spalten;
@@ -253,14 +261,15 @@ Musterblatt malen(const Musterblattwahl& wahl) {
                 QPainter painter(&kachel);
                 painter.translate(ort - kachelort);
                 painter.scale(maßstab, maßstab);
-                paintFluegel(painter, form, stil);
+                maleFlügel(painter, form, stil);
             }
             zeichneWeich(kachel);
             blatt.drawImage(kachelort, kachel);
 
             std::array<QPointF, 9> punkte;
-            for (std::size_t i = 1; i < punkte.size(); ++i)
+            for (std::size_t i = 1; i < punkte.size(); ++i) {
                 punkte[i] = form.punkte[i] * maßstab + ort;
+            }
             muster.punkte.push_back(punkte);
         }
     }

@@ -36,6 +36,6 @@ struct Musterblatt {
 
 /// Paints a sample scan: wings that vary and are not quite straight on a light ground, with dust
 /// and noise. The same choice gives the same sheet.
-[[nodiscard]] Musterblatt malen(const Musterblattwahl& wahl);
+[[nodiscard]] Musterblatt male(const Musterblattwahl& wahl);
 
 } // namespace tarvel

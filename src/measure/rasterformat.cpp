@@ -23,8 +23,9 @@ public:
     bool lies(int bytes, quint64& wert) {
         const QByteArray roh = quelle_.read(bytes);
         wert = 0;
-        for (int i = 0; i < roh.size(); ++i)
+        for (int i = 0; i < roh.size(); ++i) {
             wert = wert << 8U | static_cast<uchar>(roh[vorne_ ? roh.size() - 1 - i : i]);
+        }
         return roh.size() == bytes;
     }
     /// A place in the file, or a count of values.
@@ -59,19 +60,23 @@ bool liesSeite(QIODevice& quelle, Tiffzahlen& zahlen, quint64 einträge, TiffSei
         quint64 art = 0;
         quint64 anzahl = 0;
         quint64 wert = 0;
-        if (!zahlen.lies(2, marke) || !zahlen.lies(2, art) || !zahlen.liesOrt(anzahl))
+        if (!zahlen.lies(2, marke) || !zahlen.lies(2, art) || !zahlen.liesOrt(anzahl)) {
             return false;
+        }
         // Of several values only the depths may lie elsewhere; all of them are the same.
         const int bytes = art == 3 ? 2 : art == 16 ? 8 : 4;
         const bool hier = anzahl * static_cast<quint64>(bytes) <= (zahlen.groß() ? 8U : 4U);
         if (hier || marke == BitsProWert) {
             if (!hier) {
                 quint64 ort = 0;
-                if (!zahlen.liesOrt(ort) || !quelle.seek(static_cast<qint64>(ort & ~(1ULL << 63U))))
+                if (!zahlen.liesOrt(ort) ||
+                    !quelle.seek(static_cast<qint64>(ort & ~(1ULL << 63U)))) {
                     return false;
+                }
             }
-            if (!zahlen.lies(bytes, wert))
+            if (!zahlen.lies(bytes, wert)) {
                 return false;
+            }
             switch (marke) {
             case Unterart:
                 seite.verkleinert = (wert & 1U) != 0;
@@ -96,8 +101,9 @@ bool liesSeite(QIODevice& quelle, Tiffzahlen& zahlen, quint64 einträge, TiffSei
                 break;
             }
         }
-        if (!quelle.seek(anfang + länge))
+        if (!quelle.seek(anfang + länge)) {
             return false;
+        }
     }
     constexpr quint64 größte = std::numeric_limits<int>::max();
     seite.größe =
@@ -111,8 +117,9 @@ bool liesSeite(QIODevice& quelle, Tiffzahlen& zahlen, quint64 einträge, TiffSei
 } // namespace
 
 QByteArray rasterformat(QIODevice& quelle) {
-    if (!quelle.seek(0))
+    if (!quelle.seek(0)) {
         return {};
+    }
     const QByteArray anfang = quelle.read(12);
     constexpr std::array<std::pair<QByteArrayView, const char*>, 11> Anfänge{{
         {"\xFF\xD8", "jpeg"},
@@ -128,16 +135,20 @@ QByteArray rasterformat(QIODevice& quelle) {
         {"RIFF", "webp"},
     }};
     for (const auto& [zeichen, format] : Anfänge) {
-        if (!anfang.startsWith(zeichen))
+        if (!anfang.startsWith(zeichen)) {
             continue;
+        }
         QByteArray name = format;
-        if (name == "webp")
+        if (name == "webp") {
             return anfang.mid(8) == "WEBP" ? name : QByteArray();
-        if (name != "pnm")
+        }
+        if (name != "pnm") {
             return name;
+        }
         const char art = anfang.size() > 2 ? anfang[1] : '0';
-        if (art < '1' || art > '6' || !QByteArrayView(" \t\r\n").contains(anfang[2]))
+        if (art < '1' || art > '6' || !QByteArrayView(" \t\r\n").contains(anfang[2])) {
             return {};
+        }
         constexpr std::array Karten{"pbm", "pgm", "ppm"};
         return Karten.at(static_cast<std::size_t>(art - '1') % 3);
     }
@@ -145,15 +156,18 @@ QByteArray rasterformat(QIODevice& quelle) {
 }
 
 QList<TiffSeite> tiffSeiten(QIODevice& quelle) {
-    if (!quelle.seek(0))
+    if (!quelle.seek(0)) {
         return {};
+    }
     const QByteArray anfang = quelle.read(4);
-    if (anfang.size() != 4)
+    if (anfang.size() != 4) {
         return {};
+    }
     const bool vorne = anfang[0] == 'I';
     Tiffzahlen zahlen(quelle, vorne, anfang[vorne ? 2 : 3] == 0x2B);
-    if (zahlen.groß())
+    if (zahlen.groß()) {
         quelle.seek(8);
+    }
     QList<TiffSeite> seiten;
     QSet<quint64> gesehen;
     quint64 ort = 0;
@@ -163,12 +177,15 @@ QList<TiffSeite> tiffSeiten(QIODevice& quelle) {
         quint64 einträge = 0;
         TiffSeite seite;
         seite.nummer = static_cast<int>(seiten.size()) + 1;
-        if (!quelle.seek(static_cast<qint64>(ort)) || !zahlen.lies(zahlen.groß() ? 8 : 2, einträge))
+        if (!quelle.seek(static_cast<qint64>(ort)) ||
+            !zahlen.lies(zahlen.groß() ? 8 : 2, einträge)) {
             break;
+        }
         // A page that tells this many things about itself is none, and reading them takes time.
         constexpr quint64 HöchstensEinträge = 4096;
-        if (einträge > HöchstensEinträge || !liesSeite(quelle, zahlen, einträge, seite))
+        if (einträge > HöchstensEinträge || !liesSeite(quelle, zahlen, einträge, seite)) {
             break;
+        }
         seiten << seite;
     }
     return seiten;
@@ -177,8 +194,9 @@ QList<TiffSeite> tiffSeiten(QIODevice& quelle) {
 QSize gifGröße(QIODevice& quelle) {
     std::array<uchar, 10> kopf{};
     quelle.seek(0);
-    if (quelle.read(reinterpret_cast<char*>(kopf.data()), kopf.size()) != kopf.size())
+    if (quelle.read(reinterpret_cast<char*>(kopf.data()), kopf.size()) != kopf.size()) {
         return {};
+    }
     return {qFromLittleEndian<quint16>(&kopf[6]), qFromLittleEndian<quint16>(&kopf[8])};
 }
 
@@ -191,21 +209,26 @@ bool gifVollständig(QIODevice& quelle) {
     };
     const auto byte = [&](uchar& wert) { return quelle.getChar(reinterpret_cast<char*>(&wert)); };
     uchar wert = 0;
-    if (!quelle.seek(10) || !byte(wert) || !überspringe(2 + tabelle(wert)))
+    if (!quelle.seek(10) || !byte(wert) || !überspringe(2 + tabelle(wert))) {
         return false;
+    }
     while (byte(wert)) {
         const bool bild = wert == 0x2C;
-        if (bild && !(überspringe(8) && byte(wert) && überspringe(tabelle(wert))))
+        if (bild && !(überspringe(8) && byte(wert) && überspringe(tabelle(wert)))) {
             return false;
+        }
         // One byte before the blocks: the kind of an extension or the width of the first code.
-        if (!byte(wert))
+        if (!byte(wert)) {
             return false;
+        }
         do {
-            if (!byte(wert) || !überspringe(wert))
+            if (!byte(wert) || !überspringe(wert)) {
                 return false;
+            }
         } while (wert != 0);
-        if (bild)
+        if (bild) {
             return true;
+        }
     }
     return false;
 }

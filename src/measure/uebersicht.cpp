@@ -15,8 +15,9 @@ constexpr double Rahmenstärke = 2.0;
 
 QImage angepasst(const QImage& bild, QSize größe) {
     // Below one half, sampling between neighbours would lose thin veins.
-    if (größe.width() * 2 < bild.width())
+    if (größe.width() * 2 < bild.width()) {
         return bild.scaled(größe, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
     QImage ergebnis(größe, QImage::Format_RGB32);
     QPainter painter(&ergebnis);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -40,49 +41,52 @@ double eingegrenzt(double mitte, double rahmen, double ganz) {
     setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
-void Übersicht::setBild(const QImage& bild, QSize größe) {
+void Übersicht::setzeBild(const QImage& bild, QSize größe) {
     bild_ = bild.convertToFormat(QImage::Format_RGB32);
     größe_ = größe;
     zeiger_.reset();
     angepasst_ = {};
     erledigte_.clear();
     vorDemZiehen_.reset();
-    setMitte({});
+    setzeMitte({});
     update();
 }
 
-void Übersicht::setRahmen(QSizeF größe) {
+void Übersicht::setzeRahmen(QSizeF größe) {
     rahmen_ = größe;
-    setMitte(mitte_);
+    setzeMitte(mitte_);
     update();
 }
 
-void Übersicht::setMitte(QPointF mitte) {
+void Übersicht::setzeMitte(QPointF mitte) {
     const auto alt = rahmenfeld();
     mitte_ = {eingegrenzt(mitte.x(), rahmen_.width(), größe_.width()),
               eingegrenzt(mitte.y(), rahmen_.height(), größe_.height())};
     const int breite = static_cast<int>(3 * Rahmenstärke);
-    for (const QRectF& feld : {alt, rahmenfeld()})
+    for (const QRectF& feld : {alt, rahmenfeld()}) {
         update(feld.toAlignedRect().adjusted(-breite, -breite, breite, breite));
+    }
 }
 
-void Übersicht::setErledigte(std::vector<Marke> erledigte) {
+void Übersicht::setzeErledigte(std::vector<Marke> erledigte) {
     erledigte_ = std::move(erledigte);
     update();
 }
 
 QPointF Übersicht::zuBild(QPointF imFenster) const {
     const QRectF feld = bildfeld();
-    if (feld.isEmpty())
+    if (feld.isEmpty()) {
         return {};
+    }
     return {(imFenster.x() - feld.left()) * größe_.width() / feld.width(),
             (imFenster.y() - feld.top()) * größe_.height() / feld.height()};
 }
 
 QPointF Übersicht::zuFenster(QPointF imBild) const {
     const QRectF feld = bildfeld();
-    if (größe_.isEmpty())
+    if (größe_.isEmpty()) {
         return feld.topLeft();
+    }
     return {feld.left() + imBild.x() * feld.width() / größe_.width(),
             feld.top() + imBild.y() * feld.height() / größe_.height()};
 }
@@ -92,7 +96,7 @@ bool Übersicht::event(QEvent* event) {
         const auto& hilfe = static_cast<const QHelpEvent&>(*event);
         QToolTip::showText(
             hilfe.globalPos(),
-            erklärung && !bild_.isNull() ? erklärung(zuBild(hilfe.pos())) : QString(), this);
+            erklärung_ && !bild_.isNull() ? erklärung_(zuBild(hilfe.pos())) : QString(), this);
         return true;
     }
     return QWidget::event(event);
@@ -104,12 +108,14 @@ void Übersicht::paintEvent(QPaintEvent* event) {
     const QRect feld = bildfeld();
     if (!bild_.isNull() && !feld.isEmpty()) {
         const QSize fein = (QSizeF(feld.size()) * devicePixelRatioF()).toSize();
-        if (angepasst_.size() != fein)
+        if (angepasst_.size() != fein) {
             angepasst_ = angepasst(bild_, fein);
+        }
         angepasst_.setDevicePixelRatio(devicePixelRatioF());
         painter.drawImage(feld.topLeft(), angepasst_);
-        for (const Marke& marke : erledigte_)
+        for (const Marke& marke : erledigte_) {
             maleErledigte(painter, font(), marke, zuFenster(marke.position));
+        }
         maleRahmen(painter, rahmenfeld(), Rahmenstärke);
     }
     if (hasFocus()) {
@@ -119,9 +125,9 @@ void Übersicht::paintEvent(QPaintEvent* event) {
 }
 
 void Übersicht::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::RightButton && !vorDemZiehen_ && gezeigt && !bild_.isNull()) {
+    if (event->button() == Qt::RightButton && !vorDemZiehen_ && gezeigt_ && !bild_.isNull()) {
         zeiger_.reset(); // it goes to the menu
-        gezeigt(zuBild(event->position()));
+        gezeigt_(zuBild(event->position()));
         return;
     }
     if (event->button() != Qt::LeftButton || bild_.isNull()) {
@@ -129,7 +135,7 @@ void Übersicht::mousePressEvent(QMouseEvent* event) {
         return;
     }
     vorDemZiehen_ = mitte_;
-    setMitte(zuBild(event->position()));
+    setzeMitte(zuBild(event->position()));
 }
 
 void Übersicht::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -138,8 +144,9 @@ void Übersicht::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void Übersicht::mouseMoveEvent(QMouseEvent* event) {
     zeiger_ = zuBild(event->position());
-    if (vorDemZiehen_)
-        setMitte(zuBild(event->position()));
+    if (vorDemZiehen_) {
+        setzeMitte(zuBild(event->position()));
+    }
 }
 
 void Übersicht::leaveEvent(QEvent*) {
@@ -147,11 +154,12 @@ void Übersicht::leaveEvent(QEvent*) {
 }
 
 void Übersicht::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !vorDemZiehen_)
+    if (event->button() != Qt::LeftButton || !vorDemZiehen_) {
         return;
+    }
     vorDemZiehen_.reset();
     const QPointF ort = zuBild(event->position());
-    setMitte(ort);
+    setzeMitte(ort);
     wähle(ort, event->modifiers());
 }
 
@@ -160,16 +168,16 @@ void Übersicht::keyPressEvent(QKeyEvent* event) {
     const QPointF schritt(rahmen_.width() * weite, rahmen_.height() * weite);
     switch (event->key()) {
     case Qt::Key_Left:
-        setMitte(mitte_ - QPointF(schritt.x(), 0));
+        setzeMitte(mitte_ - QPointF(schritt.x(), 0));
         break;
     case Qt::Key_Right:
-        setMitte(mitte_ + QPointF(schritt.x(), 0));
+        setzeMitte(mitte_ + QPointF(schritt.x(), 0));
         break;
     case Qt::Key_Up:
-        setMitte(mitte_ - QPointF(0, schritt.y()));
+        setzeMitte(mitte_ - QPointF(0, schritt.y()));
         break;
     case Qt::Key_Down:
-        setMitte(mitte_ + QPointF(0, schritt.y()));
+        setzeMitte(mitte_ + QPointF(0, schritt.y()));
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -177,7 +185,7 @@ void Übersicht::keyPressEvent(QKeyEvent* event) {
         break;
     case Qt::Key_Escape:
         if (vorDemZiehen_) {
-            setMitte(*vorDemZiehen_);
+            setzeMitte(*vorDemZiehen_);
             vorDemZiehen_.reset();
             break;
         }
@@ -197,8 +205,9 @@ void Übersicht::focusOutEvent(QFocusEvent*) {
 
 QRect Übersicht::bildfeld() const {
     const QRect raum = rect().adjusted(Rand, Rand, -Rand, -Rand);
-    if (größe_.isEmpty() || raum.isEmpty())
+    if (größe_.isEmpty() || raum.isEmpty()) {
         return {};
+    }
     QRect feld(QPoint(), größe_.scaled(raum.size(), Qt::KeepAspectRatio).expandedTo({1, 1}));
     feld.moveCenter(raum.center());
     return feld;
@@ -211,8 +220,9 @@ QRectF Übersicht::rahmenfeld() const {
 }
 
 void Übersicht::wähle(QPointF ort, Qt::KeyboardModifiers umschalt) {
-    if (gewählt && !bild_.isNull())
-        gewählt({mitte_, ort, umschalt.testFlag(Qt::ControlModifier)});
+    if (gewählt_ && !bild_.isNull()) {
+        gewählt_({mitte_, ort, umschalt.testFlag(Qt::ControlModifier)});
+    }
 }
 
 } // namespace tarvel

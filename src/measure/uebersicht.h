@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace tarvel {
@@ -27,21 +28,21 @@ public:
         bool neu = false;
     };
     /// The frame was put onto a wing.
-    std::function<void(const Wahl&)> gewählt;
+    void beiWahl(std::function<void(const Wahl&)> handlung) { gewählt_ = std::move(handlung); }
     /// The right button was pressed there; what the context menu offers is the widget's actions.
-    std::function<void(QPointF)> gezeigt;
-    /// What is said about a place that the pointer rests on; nothing when empty.
-    std::function<QString(QPointF)> erklärung;
+    void beiRechtsklick(std::function<void(QPointF)> handlung) { gezeigt_ = std::move(handlung); }
+    /// Asked what is said about a place that the pointer rests on; nothing when empty.
+    void beiErklärung(std::function<QString(QPointF)> antwort) { erklärung_ = std::move(antwort); }
 
     /// Shows @p bild, a reduced picture of a scan of @p größe pixels. A null image shows nothing.
-    void setBild(const QImage& bild, QSize größe);
+    void setzeBild(const QImage& bild, QSize größe);
     /// Size of the frame in pixels of the scan.
-    void setRahmen(QSizeF größe);
+    void setzeRahmen(QSizeF größe);
     /// Moves the frame; it stays inside the picture.
-    void setMitte(QPointF mitte);
+    void setzeMitte(QPointF mitte);
     [[nodiscard]] QPointF mitte() const { return mitte_; }
     /// Wings already measured: places in pixels of the scan with their numbers.
-    void setErledigte(std::vector<Marke> erledigte);
+    void setzeErledigte(std::vector<Marke> erledigte);
 
     /// Where the pointer rests, in pixels of the scan; empty while it is elsewhere, such as in a
     /// menu.
@@ -71,6 +72,9 @@ private:
     [[nodiscard]] QRectF rahmenfeld() const;
     void wähle(QPointF ort, Qt::KeyboardModifiers umschalt);
 
+    std::function<void(const Wahl&)> gewählt_;
+    std::function<void(QPointF)> gezeigt_;
+    std::function<QString(QPointF)> erklärung_;
     QImage bild_;
     QSize größe_;
     QSizeF rahmen_;

@@ -2,7 +2,7 @@
 
 namespace tarvel {
 
-void Verteiler::anmelden(QStringView wort, Handlung handlung) {
+void Verteiler::meldeAn(QStringView wort, Handlung handlung) {
     handlungen_.insert_or_assign(wort.toString(), std::move(handlung));
 }
 
@@ -10,7 +10,7 @@ bool Verteiler::kennt(QStringView wort) const {
     return handlungen_.contains(wort.toString());
 }
 
-bool Verteiler::ausführen(QStringView wort) {
+bool Verteiler::führeAus(QStringView wort) {
     const auto stelle = handlungen_.find(wort.toString());
     if (stelle == handlungen_.end()) {
         return false;

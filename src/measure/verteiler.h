@@ -31,7 +31,7 @@ public:
     using Zuhörer = std::function<void(QStringView)>;
 
     /// Registers what a command word does. A later registration of the same word takes its place.
-    void anmelden(QStringView wort, Handlung handlung);
+    void meldeAn(QStringView wort, Handlung handlung);
 
     /// Called after each command that was carried out, with its word.
     void nachJedemBefehl(Zuhörer zuhörer) { zuhörer_.push_back(std::move(zuhörer)); }
@@ -40,7 +40,7 @@ public:
     [[nodiscard]] bool kennt(QStringView wort) const;
 
     /// Carries out a command. False when nobody has registered for the word.
-    bool ausführen(QStringView wort);
+    bool führeAus(QStringView wort);
 
 private:
     std::map<QString, Handlung> handlungen_;

@@ -130,7 +130,7 @@ bool Benutzerspeicher::SaveSetting(const QString& app, const QString& section, c
         Profil profil(pfad_);
         return profil.setze(namensform(app), namensform(section) + '\\' + namensform(key),
                             werteform(value)) &&
-               QDir().mkpath(QFileInfo(pfad_).absolutePath()) && profil.sichern();
+               QDir().mkpath(QFileInfo(pfad_).absolutePath()) && profil.sichere();
     }
     QSettings speicher(pfad_, QSettings::NativeFormat);
     speicher.setValue(app + u'/' + section + u'/' + key, value);

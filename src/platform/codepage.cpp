@@ -16,11 +16,13 @@ constexpr std::array<char16_t, 32> besondere = {
 
 char byteVon(char32_t zeichen) {
     const bool wieLatin1 = zeichen < ersterBesonderer || (zeichen >= 0xA0 && zeichen <= 0xFF);
-    if (wieLatin1)
+    if (wieLatin1) {
         return static_cast<char>(static_cast<uchar>(zeichen));
+    }
     const auto* treffer = std::find(besondere.begin(), besondere.end(), zeichen);
-    if (treffer == besondere.end())
+    if (treffer == besondere.end()) {
         return '?';
+    }
     const auto platz = std::distance(besondere.begin(), treffer);
     return static_cast<char>(static_cast<uchar>(ersterBesonderer + platz));
 }
@@ -35,8 +37,9 @@ QByteArray nachCodepage1252(const QString& text) {
         const bool paar =
             zeichen.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
         bytes += byteVon(zeichen.unicode());
-        if (paar)
+        if (paar) {
             ++i;
+        }
     }
     return bytes;
 }

@@ -45,15 +45,15 @@ public:
 
     /// Asks for an existing file. @p filter in the toolkit's form ("Bilder (*.png *.jpg);;…").
     /// Returns an empty text when the user cancelled.
-    [[nodiscard]] virtual QString dateiOeffnen(const QString& titel, const QString& ordner,
-                                               const QString& filter) = 0;
+    [[nodiscard]] virtual QString wähleDatei(const QString& titel, const QString& ordner,
+                                             const QString& filter) = 0;
     /// Asks for existing files, one or several; none when the user cancelled.
-    [[nodiscard]] virtual QStringList dateienOeffnen(const QString& titel, const QString& ordner,
-                                                     const QString& filter) = 0;
+    [[nodiscard]] virtual QStringList wähleDateien(const QString& titel, const QString& ordner,
+                                                   const QString& filter) = 0;
     /// Asks for an existing folder. Returns an empty text when the user cancelled.
-    [[nodiscard]] virtual QString ordnerWaehlen(const QString& titel, const QString& ordner) = 0;
+    [[nodiscard]] virtual QString wähleOrdner(const QString& titel, const QString& ordner) = 0;
     /// Asks for a place to write to; asks before it returns an existing file.
-    [[nodiscard]] virtual QString dateiSpeichern(const QString& titel, const QString& vorschlag,
+    [[nodiscard]] virtual QString wähleZieldatei(const QString& titel, const QString& vorschlag,
                                                  const QString& filter) = 0;
 };
 

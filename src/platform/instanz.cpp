@@ -22,13 +22,15 @@ QString eigenerOrdner() {
 
 QLockFile::LockError sperre(QLockFile& datei) {
     datei.setStaleLockTime(0);
-    if (datei.tryLock(0))
+    if (datei.tryLock(0)) {
         return QLockFile::NoError;
+    }
     // A crash can leave a lock file without its contents, and a computer can get a new name: such
     // a lock names no dead program, yet nobody holds the file. Removing fails while someone does.
     if (datei.error() == QLockFile::LockFailedError && datei.removeStaleLockFile() &&
-        datei.tryLock(0))
+        datei.tryLock(0)) {
         return QLockFile::NoError;
+    }
     return datei.error();
 }
 

@@ -21,18 +21,22 @@ bool istLeerzeichen(char c) {
 
 // QByteArrayView::trimmed would also take the no-break blank of some C locales.
 QByteArrayView getrimmt(QByteArrayView text) {
-    while (!text.isEmpty() && istLeerzeichen(text.front()))
+    while (!text.isEmpty() && istLeerzeichen(text.front())) {
         text = text.sliced(1);
-    while (!text.isEmpty() && istLeerzeichen(text.back()))
+    }
+    while (!text.isEmpty() && istLeerzeichen(text.back())) {
         text.chop(1);
+    }
     return text;
 }
 
 QByteArrayView ohneBlanks(QByteArrayView text) {
-    while (text.startsWith(' '))
+    while (text.startsWith(' ')) {
         text = text.sliced(1);
-    while (text.endsWith(' '))
+    }
+    while (text.endsWith(' ')) {
         text.chop(1);
+    }
     return text;
 }
 
@@ -100,32 +104,35 @@ public:
     explicit Zeilenleser(QByteArrayView inhalt)
         : inhalt_(inhalt) {}
 
-    std::optional<Zeile> naechste() {
-        if (ort_ >= inhalt_.size())
+    std::optional<Zeile> nächste() {
+        if (ort_ >= inhalt_.size()) {
             return std::nullopt;
+        }
         Zeile zeile;
         zeile.anfang = ort_;
         const QByteArrayView text = bisZuEinem(inhalt_.sliced(ort_), "\r\n");
         zeile.textende = ort_ + text.size();
         zeile.ende = zeile.textende;
-        if (zeile.ende < inhalt_.size())
+        if (zeile.ende < inhalt_.size()) {
             zeile.ende += inhalt_.sliced(zeile.ende).startsWith("\r\n") ? 2 : 1;
+        }
         ort_ = zeile.ende;
         deute(zeile, text);
         return zeile;
     }
 
     std::optional<Zeile> zurSektion(QByteArrayView section) {
-        while (const auto zeile = naechste()) {
-            if (zeile->art == Zeilenart::Sektion && gleicherName(zeile->name, getrimmt(section)))
+        while (const auto zeile = nächste()) {
+            if (zeile->art == Zeilenart::Sektion && gleicherName(zeile->name, getrimmt(section))) {
                 return zeile;
+            }
         }
         return std::nullopt;
     }
 
     // The next line of the section the reader stands in.
-    std::optional<Zeile> naechsteDerSektion() {
-        const auto zeile = naechste();
+    std::optional<Zeile> nächsteDerSektion() {
+        const auto zeile = nächste();
         return zeile && zeile->art == Zeilenart::Sektion ? std::nullopt : zeile;
     }
 
@@ -138,24 +145,26 @@ private:
 // a byte without a character of its own and four digits.
 constexpr QByteArrayView Utf16Marke("\xFF\xFE");
 constexpr char Flucht = '\x81';
-constexpr qsizetype Fluchtlaenge = 5;
+constexpr qsizetype Fluchtlänge = 5;
 
 QByteArray mitFlucht(const QString& text) {
     QByteArray bytes;
     for (const QChar zeichen : text) {
         const QByteArray byte = nachCodepage1252(zeichen);
-        if (ausCodepage1252(byte) == zeichen && byte.front() != Flucht)
+        if (ausCodepage1252(byte) == zeichen && byte.front() != Flucht) {
             bytes += byte;
-        else
+        } else {
             bytes += Flucht + QByteArray::number(zeichen.unicode(), 16).rightJustified(4, '0');
+        }
     }
     return bytes;
 }
 
 QByteArray ausUtf16(QByteArrayView bytes) {
     QString text;
-    for (qsizetype i = Utf16Marke.size(); i + 1 < bytes.size(); i += 2)
+    for (qsizetype i = Utf16Marke.size(); i + 1 < bytes.size(); i += 2) {
         text += QChar(static_cast<uchar>(bytes[i]), static_cast<uchar>(bytes[i + 1]));
+    }
     return mitFlucht(text);
 }
 
@@ -165,7 +174,7 @@ QByteArray nachUtf16(const QByteArray& inhalt) {
         char16_t zeichen = ausCodepage1252(QByteArrayView(inhalt).sliced(i, 1)).front().unicode();
         if (inhalt[i] == Flucht) {
             zeichen = static_cast<char16_t>(inhalt.mid(i + 1, 4).toUShort(nullptr, 16));
-            i += Fluchtlaenge - 1;
+            i += Fluchtlänge - 1;
         }
         bytes += static_cast<char>(zeichen & 0xFF);
         bytes += static_cast<char>(zeichen >> 8);
@@ -174,8 +183,9 @@ QByteArray nachUtf16(const QByteArray& inhalt) {
 }
 
 QByteArray ohneFlucht(QByteArray text) {
-    for (qsizetype ort = text.indexOf(Flucht); ort >= 0; ort = text.indexOf(Flucht, ort))
-        text.replace(ort, Fluchtlaenge, "?");
+    for (qsizetype ort = text.indexOf(Flucht); ort >= 0; ort = text.indexOf(Flucht, ort)) {
+        text.replace(ort, Fluchtlänge, "?");
+    }
     return text;
 }
 
@@ -188,13 +198,15 @@ QByteArrayView ohneAnfuehrung(QByteArrayView wert) {
 void entferneSektion(QByteArray& inhalt, QByteArrayView section) {
     Zeilenleser leser(inhalt);
     const auto kopf = leser.zurSektion(section);
-    if (!kopf)
+    if (!kopf) {
         return;
+    }
     QByteArray neu = inhalt.first(kopf->anfang);
     qsizetype ende = kopf->ende;
-    while (const auto zeile = leser.naechsteDerSektion()) {
-        if (zeile->art == Zeilenart::Kommentar)
+    while (const auto zeile = leser.nächsteDerSektion()) {
+        if (zeile->art == Zeilenart::Kommentar) {
             neu += inhalt.sliced(zeile->anfang, zeile->ende - zeile->anfang);
+        }
         ende = zeile->ende;
     }
     neu += inhalt.sliced(ende);
@@ -214,35 +226,40 @@ void setzeEintrag(QByteArray& inhalt, QByteArrayView section, QByteArrayView key
     const auto kopf = leser.zurSektion(section);
     if (!kopf) {
         const bool fertig = inhalt.isEmpty() || inhalt.endsWith('\n') || inhalt.endsWith('\r');
-        if (value)
+        if (value) {
             fuegeZeilenEin(inhalt, inhalt.size(), fertig,
                            '[' + section.toByteArray() + "]\r\n" + neueZeile);
+        }
         return;
     }
     Zeile letzte = *kopf;
-    while (const auto zeile = leser.naechsteDerSektion()) {
+    while (const auto zeile = leser.nächsteDerSektion()) {
         if (zeile->art == Zeilenart::Eintrag && gleicherName(zeile->name, key)) {
             if (!value) {
                 inhalt.remove(zeile->anfang, zeile->ende - zeile->anfang);
                 return;
             }
             QByteArray ersatz = zeile->name.toByteArray() + '=' + value->toByteArray();
-            if (!zeile->hatZeilenende())
+            if (!zeile->hatZeilenende()) {
                 ersatz += "\r\n";
+            }
             inhalt.replace(zeile->anfang, zeile->textende - zeile->anfang, ersatz);
             return;
         }
-        if (zeile->art == Zeilenart::Eintrag || zeile->art == Zeilenart::Sonstiges)
+        if (zeile->art == Zeilenart::Eintrag || zeile->art == Zeilenart::Sonstiges) {
             letzte = *zeile;
+        }
     }
-    if (value)
+    if (value) {
         fuegeZeilenEin(inhalt, letzte.ende, letzte.hatZeilenende(), neueZeile);
+    }
 }
 
 QByteArray namensliste(const QList<QByteArray>& namen, int size) {
     QByteArray liste;
-    for (const QByteArray& name : namen)
+    for (const QByteArray& name : namen) {
         liste += name + '\0';
+    }
     const bool passt = liste.size() < size;
     return passt ? liste : liste.first(std::max(0, size - 2));
 }
@@ -258,14 +275,16 @@ Profil::Profil(QString path)
     }
     unlesbar_ = true;
     QFile quelle(path_);
-    if (!datei.isFile() || datei.size() > GrößteDatei || !quelle.open(QIODevice::ReadOnly))
+    if (!datei.isFile() || datei.size() > GrößteDatei || !quelle.open(QIODevice::ReadOnly)) {
         return;
+    }
     ++gelesen;
     QByteArray inhalt = quelle.readAll();
     utf16_ = inhalt.startsWith(Utf16Marke);
     if (quelle.error() != QFile::NoError || inhalt.startsWith("\xFE\xFF") ||
-        (utf16_ && inhalt.size() % 2 != 0))
+        (utf16_ && inhalt.size() % 2 != 0)) {
         return;
+    }
     inhalt_ = utf16_ ? ausUtf16(inhalt) : std::move(inhalt);
     unlesbar_ = false;
 }
@@ -277,11 +296,13 @@ int Profil::lesungen() {
 std::optional<QByteArray> Profil::wert(QByteArrayView section, QByteArrayView key) const {
     const QByteArrayView gesucht = ohneBlanks(key);
     Zeilenleser leser(inhalt_);
-    if (!leser.zurSektion(section))
+    if (!leser.zurSektion(section)) {
         return std::nullopt;
-    while (const auto zeile = leser.naechsteDerSektion()) {
-        if (zeile->art == Zeilenart::Eintrag && gleicherName(zeile->name, gesucht))
+    }
+    while (const auto zeile = leser.nächsteDerSektion()) {
+        if (zeile->art == Zeilenart::Eintrag && gleicherName(zeile->name, gesucht)) {
             return lesbar(ohneAnfuehrung(zeile->wert).toByteArray());
+        }
     }
     return std::nullopt;
 }
@@ -293,21 +314,24 @@ QByteArray Profil::lesbar(const QByteArray& text) const {
 QList<QByteArray> Profil::sektionen() const {
     QList<QByteArray> namen;
     Zeilenleser leser(inhalt_);
-    while (const auto zeile = leser.naechste()) {
-        if (zeile->art == Zeilenart::Sektion && !zeile->name.isEmpty())
+    while (const auto zeile = leser.nächste()) {
+        if (zeile->art == Zeilenart::Sektion && !zeile->name.isEmpty()) {
             namen += lesbar(zeile->name.toByteArray());
+        }
     }
     return namen;
 }
 
-QList<QByteArray> Profil::schluessel(QByteArrayView section) const {
+QList<QByteArray> Profil::schlüssel(QByteArrayView section) const {
     QList<QByteArray> namen;
     Zeilenleser leser(inhalt_);
-    if (!leser.zurSektion(section))
+    if (!leser.zurSektion(section)) {
         return namen;
-    while (const auto zeile = leser.naechsteDerSektion()) {
-        if (zeile->art == Zeilenart::Eintrag && !zeile->name.isEmpty())
+    }
+    while (const auto zeile = leser.nächsteDerSektion()) {
+        if (zeile->art == Zeilenart::Eintrag && !zeile->name.isEmpty()) {
             namen += lesbar(zeile->name.toByteArray());
+        }
     }
     return namen;
 }
@@ -316,19 +340,23 @@ bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
                    std::optional<QByteArrayView> value) {
     const QByteArrayView verboten(zeilenendeOderNul, sizeof zeilenendeOderNul);
     section = getrimmt(section);
-    if (enthaeltEines(section, verboten) || section.contains(']'))
+    if (enthaeltEines(section, verboten) || section.contains(']')) {
         return false;
-    if (utf16_ && (section.contains(Flucht) || (key && key->contains(Flucht))))
+    }
+    if (utf16_ && (section.contains(Flucht) || (key && key->contains(Flucht)))) {
         return false;
+    }
 
     const QByteArray vorher = inhalt_;
     if (key) {
         const QByteArrayView name = ohneBlanks(*key);
         if (enthaeltEines(name, verboten) || name.contains('=') || name.startsWith('[') ||
-            getrimmt(name) != name)
+            getrimmt(name) != name) {
             return false;
-        if (value)
+        }
+        if (value) {
             value = bisZuEinem(*value, verboten);
+        }
         const QByteArray neu = value ? value->toByteArray() : QByteArray();
         const QByteArray geschrieben = utf16_ ? mitFlucht(ausCodepage1252(neu)) : neu;
         setzeEintrag(inhalt_, section, name,
@@ -340,12 +368,14 @@ bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
     return true;
 }
 
-bool Profil::sichern() {
+bool Profil::sichere() {
     const QByteArray bytes = utf16_ ? nachUtf16(inhalt_) : inhalt_;
-    if (unlesbar_ || path_.isEmpty() || bytes.size() > GrößteDatei)
+    if (unlesbar_ || path_.isEmpty() || bytes.size() > GrößteDatei) {
         return false;
-    if (!ungesichert_)
+    }
+    if (!ungesichert_) {
         return true;
+    }
     ungesichert_ = schreibeDatei(path_, bytes).has_value();
     return !ungesichert_;
 }
@@ -381,34 +411,40 @@ QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
                                     std::optional<QByteArrayView> vorgabe, int size,
                                     const QString& path) {
     const Profil& profil = gelesenesProfil(path);
-    if (!section)
+    if (!section) {
         return namensliste(profil.sektionen(), size);
+    }
     if (!key) {
-        const QList<QByteArray> namen = profil.schluessel(*section);
-        if (!namen.isEmpty())
+        const QList<QByteArray> namen = profil.schlüssel(*section);
+        if (!namen.isEmpty()) {
             return namensliste(namen, size);
+        }
     } else if (const auto wert = profil.wert(*section, *key)) {
         return wert->left(std::max(0, size - 1));
     }
     QByteArray ersatz = vorgabe.value_or(QByteArrayView()).toByteArray();
-    while (ersatz.endsWith(' '))
+    while (ersatz.endsWith(' ')) {
         ersatz.chop(1);
+    }
     return ersatz.left(std::max(0, size - 1));
 }
 
 int GetPrivateProfileIntA(QByteArrayView section, QByteArrayView key, int vorgabe,
                           const QString& path) {
     const auto wert = gelesenesProfil(path).wert(section, key);
-    if (!wert)
+    if (!wert) {
         return vorgabe;
+    }
     QByteArrayView rest = getrimmt(*wert);
     const bool negativ = rest.startsWith('-');
-    if (negativ || rest.startsWith('+'))
+    if (negativ || rest.startsWith('+')) {
         rest = rest.sliced(1);
+    }
     quint32 betrag = 0;
     for (const char ziffer : rest) {
-        if (ziffer < '0' || ziffer > '9')
+        if (ziffer < '0' || ziffer > '9') {
             break;
+        }
         betrag = betrag * 10 + static_cast<quint32>(ziffer - '0');
     }
     return static_cast<int>(negativ ? 0U - betrag : betrag);
@@ -417,7 +453,7 @@ int GetPrivateProfileIntA(QByteArrayView section, QByteArrayView key, int vorgab
 bool WritePrivateProfileStringA(QByteArrayView section, std::optional<QByteArrayView> key,
                                 std::optional<QByteArrayView> value, const QString& path) {
     Profil profil(path);
-    return profil.setze(section, key, value) && profil.sichern();
+    return profil.setze(section, key, value) && profil.sichere();
 }
 
 } // namespace tarvel

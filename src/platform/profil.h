@@ -17,7 +17,7 @@ namespace tarvel {
 /// - blanks around names and values do not count; one pair of equal quotes around a value goes.
 /// Writing edits in place: comments, order, spelling and line ends of all other lines stay.
 ///
-/// An object holds the file as it was when the object was made; several changes and one sichern()
+/// An object holds the file as it was when the object was made; several changes and one sichere()
 /// reach the disk together or not at all. Names and values are bytes of the code page.
 class Profil {
 public:
@@ -26,7 +26,7 @@ public:
 
     /// Reads @p path. A file that is missing counts as empty. One that cannot be read, is larger
     /// than GrößteDatei, is no ordinary file or is UTF-16 of another kind counts as empty too but
-    /// is never replaced: sichern() fails.
+    /// is never replaced: sichere() fails.
     explicit Profil(QString path);
 
     /// How many files were read so far.
@@ -38,7 +38,7 @@ public:
     /// Names of all sections in the order of the file, repeated ones included, empty ones not.
     [[nodiscard]] QList<QByteArray> sektionen() const;
     /// Names of all keys of the first such section, repeated ones included, empty ones not.
-    [[nodiscard]] QList<QByteArray> schluessel(QByteArrayView section) const;
+    [[nodiscard]] QList<QByteArray> schlüssel(QByteArrayView section) const;
 
     /// Sets a value, or removes the key when @p value is missing, or the whole section (but not
     /// its comments) when @p key is missing. @p value ends at its first line end or NUL. Returns
@@ -50,7 +50,7 @@ public:
     /// Writes the file if anything changed or it did not exist. A failure or a crash in the middle
     /// leaves the old file whole. Keeps the permissions; writes through a symbolic link to its
     /// target. False when it could not be written.
-    [[nodiscard]] bool sichern();
+    [[nodiscard]] bool sichere();
 
 private:
     [[nodiscard]] QByteArray lesbar(const QByteArray& text) const;

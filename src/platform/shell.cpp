@@ -6,11 +6,13 @@
 namespace tarvel {
 
 bool starteProgramm(const QString& program, const QString& document) {
-    if (program.isEmpty())
+    if (program.isEmpty()) {
         return false;
+    }
     QStringList argumente;
-    if (!document.isEmpty())
+    if (!document.isEmpty()) {
         argumente += QFileInfo(document).absoluteFilePath();
+    }
     return QProcess::startDetached(program, argumente);
 }
 

@@ -41,8 +41,9 @@ void richteEin(QMessageBox& box, const QString& titel, const QString& text, Meld
 }
 
 void beschrifte(QPushButton& knopf, const QString& wort) {
-    if (!wort.isEmpty())
+    if (!wort.isEmpty()) {
         knopf.setText(wort);
+    }
 }
 
 QPushButton* knopf(QMessageBox& box, QMessageBox::StandardButton art, const QString& wort) {
@@ -57,10 +58,11 @@ void ergaenzeKuerzel(QMessageBox& box) {
     QList<QAbstractButton*> ohne;
     for (QAbstractButton* button : box.buttons()) {
         const QKeySequence kuerzel = QKeySequence::mnemonic(button->text());
-        if (kuerzel.isEmpty())
+        if (kuerzel.isEmpty()) {
             ohne << button;
-        else
+        } else {
             vergeben += QChar(kuerzel[0].key()).toUpper();
+        }
     }
     for (QAbstractButton* button : ohne) {
         const QString wort = button->text();
@@ -128,8 +130,8 @@ void SystemDialoge::bericht(const QString& titel, const QString& text, const QSt
     layout->addWidget(knoepfe);
     const QFontMetrics schrift = fenster.fontMetrics();
     constexpr int breite = 90;
-    constexpr int hoehe = 20;
-    fenster.resize(QSize(breite * schrift.averageCharWidth(), hoehe * schrift.lineSpacing())
+    constexpr int höhe = 20;
+    fenster.resize(QSize(breite * schrift.averageCharWidth(), höhe * schrift.lineSpacing())
                        .boundedTo(fenster.screen()->availableSize()));
     const Fragezeiger zeiger;
     fenster.exec();
@@ -168,40 +170,43 @@ Antwort SystemDialoge::frage(const Frage& frage) {
     QPushButton* nein =
         knopf(box, QMessageBox::No, frage.nein.isEmpty() ? worte_.nein : frage.nein);
     QPushButton* sicherer = frage.neinVerwirft ? ja : nein;
-    if (frage.mitAbbrechen)
+    if (frage.mitAbbrechen) {
         sicherer = knopf(box, QMessageBox::Cancel, worte_.abbrechen);
+    }
     ergaenzeKuerzel(box);
     box.setEscapeButton(sicherer);
     box.setDefaultButton(frage.verwirft ? sicherer : ja);
     const Fragezeiger zeiger;
     box.exec();
 
-    const QAbstractButton* gewaehlt = box.clickedButton();
-    if (gewaehlt == nullptr) // closed from elsewhere
-        gewaehlt = sicherer;
-    if (gewaehlt == ja)
+    const QAbstractButton* gewählt = box.clickedButton();
+    if (gewählt == nullptr) { // closed from elsewhere
+        gewählt = sicherer;
+    }
+    if (gewählt == ja) {
         return Antwort::Ja;
-    return gewaehlt == nein ? Antwort::Nein : Antwort::Abbrechen;
+    }
+    return gewählt == nein ? Antwort::Nein : Antwort::Abbrechen;
 }
 
-QString SystemDialoge::dateiOeffnen(const QString& titel, const QString& ordner,
-                                    const QString& filter) {
+QString SystemDialoge::wähleDatei(const QString& titel, const QString& ordner,
+                                  const QString& filter) {
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), titel, ordner, filter,
                                         nullptr, QFileDialog::ReadOnly);
 }
 
-QStringList SystemDialoge::dateienOeffnen(const QString& titel, const QString& ordner,
-                                          const QString& filter) {
+QStringList SystemDialoge::wähleDateien(const QString& titel, const QString& ordner,
+                                        const QString& filter) {
     return QFileDialog::getOpenFileNames(QApplication::activeWindow(), titel, ordner, filter,
                                          nullptr, QFileDialog::ReadOnly);
 }
 
-QString SystemDialoge::ordnerWaehlen(const QString& titel, const QString& ordner) {
+QString SystemDialoge::wähleOrdner(const QString& titel, const QString& ordner) {
     return QFileDialog::getExistingDirectory(QApplication::activeWindow(), titel, ordner,
                                              QFileDialog::ShowDirsOnly | QFileDialog::ReadOnly);
 }
 
-QString SystemDialoge::dateiSpeichern(const QString& titel, const QString& vorschlag,
+QString SystemDialoge::wähleZieldatei(const QString& titel, const QString& vorschlag,
                                       const QString& filter) {
     QFileDialog chooser(QApplication::activeWindow(), titel, vorschlag, filter);
     chooser.setAcceptMode(QFileDialog::AcceptSave);

@@ -27,12 +27,12 @@ public:
     [[nodiscard]] Antwort frage(const Frage& frage) override;
     [[nodiscard]] std::optional<int> auswahl(const QString& titel, const QString& text,
                                              const QStringList& worte, int vorgabe) override;
-    [[nodiscard]] QString dateiOeffnen(const QString& titel, const QString& ordner,
-                                       const QString& filter) override;
-    [[nodiscard]] QStringList dateienOeffnen(const QString& titel, const QString& ordner,
-                                             const QString& filter) override;
-    [[nodiscard]] QString ordnerWaehlen(const QString& titel, const QString& ordner) override;
-    [[nodiscard]] QString dateiSpeichern(const QString& titel, const QString& vorschlag,
+    [[nodiscard]] QString wähleDatei(const QString& titel, const QString& ordner,
+                                     const QString& filter) override;
+    [[nodiscard]] QStringList wähleDateien(const QString& titel, const QString& ordner,
+                                           const QString& filter) override;
+    [[nodiscard]] QString wähleOrdner(const QString& titel, const QString& ordner) override;
+    [[nodiscard]] QString wähleZieldatei(const QString& titel, const QString& vorschlag,
                                          const QString& filter) override;
 
 private:

@@ -27,10 +27,12 @@ bool istLeerzeichen(QChar c) {
 }
 
 QStringView getrimmt(QStringView text) {
-    while (!text.isEmpty() && istLeerzeichen(text.front()))
+    while (!text.isEmpty() && istLeerzeichen(text.front())) {
         text = text.sliced(1);
-    while (!text.isEmpty() && istLeerzeichen(text.back()))
+    }
+    while (!text.isEmpty() && istLeerzeichen(text.back())) {
         text.chop(1);
+    }
     return text;
 }
 
@@ -46,10 +48,12 @@ std::optional<double> zahlVon(const std::string& ascii) {
     const char* ende = ascii.data() + ascii.size();
     double wert = 0;
     const auto ergebnis = std::from_chars(ascii.data(), ende, wert);
-    if (ergebnis.ec == std::errc())
+    if (ergebnis.ec == std::errc()) {
         return ergebnis.ptr == ende ? std::optional(wert) : std::nullopt;
-    if (ergebnis.ec != std::errc::result_out_of_range || ergebnis.ptr != ende)
+    }
+    if (ergebnis.ec != std::errc::result_out_of_range || ergebnis.ptr != ende) {
         return std::nullopt;
+    }
 
     const size_t exponentzeichen = std::min(ascii.find('e'), ascii.size());
     const size_t punkt = std::min(ascii.find('.'), exponentzeichen);
@@ -57,13 +61,16 @@ std::optional<double> zahlVon(const std::string& ascii) {
     const auto ort = static_cast<double>(punkt) - static_cast<double>(erste);
     double exponent = 0;
     for (size_t i = exponentzeichen + 1; i < ascii.size(); ++i) {
-        if (ascii[i] >= '0' && ascii[i] <= '9')
+        if (ascii[i] >= '0' && ascii[i] <= '9') {
             exponent = exponent * 10 + (ascii[i] - '0');
+        }
     }
-    if (exponentzeichen + 1 < ascii.size() && ascii[exponentzeichen + 1] == '-')
+    if (exponentzeichen + 1 < ascii.size() && ascii[exponentzeichen + 1] == '-') {
         exponent = -exponent;
-    if (ort + exponent > 0)
+    }
+    if (ort + exponent > 0) {
         return std::nullopt;
+    }
     return ascii.front() == '-' ? -0.0 : 0.0;
 }
 
@@ -78,10 +85,12 @@ public:
     [[nodiscard]] const std::string& ascii() const { return ascii_; }
 
     void vorzeichen() {
-        if (rest_.startsWith(u'-'))
+        if (rest_.startsWith(u'-')) {
             ascii_ += '-';
-        if (rest_.startsWith(u'-') || rest_.startsWith(u'+'))
+        }
+        if (rest_.startsWith(u'-') || rest_.startsWith(u'+')) {
             rest_ = rest_.sliced(1);
+        }
     }
 
     template <typename IstDezimal, typename IstTausender>
@@ -105,16 +114,18 @@ public:
 
     // Takes nothing unless a digit follows.
     void exponent(QStringView buchstaben) {
-        if (rest_.isEmpty() || !buchstaben.contains(rest_.front()))
+        if (rest_.isEmpty() || !buchstaben.contains(rest_.front())) {
             return;
+        }
         QStringView weiter = rest_.sliced(1);
         std::string zeichen = "e";
         if (weiter.startsWith(u'-') || weiter.startsWith(u'+')) {
             zeichen += static_cast<char>(weiter.front().unicode());
             weiter = weiter.sliced(1);
         }
-        if (weiter.isEmpty() || !istZiffer(weiter.front()))
+        if (weiter.isEmpty() || !istZiffer(weiter.front())) {
             return;
+        }
         ascii_ += zeichen;
         while (!weiter.isEmpty() && istZiffer(weiter.front())) {
             ascii_ += static_cast<char>(weiter.front().unicode());
@@ -138,26 +149,30 @@ struct Basiszahl {
 // so &HFFFF is -1.
 std::optional<Basiszahl> basiszahl(QStringView text) {
     const bool hex = text.startsWith("&h"_L1, Qt::CaseInsensitive);
-    if (!hex && !text.startsWith("&o"_L1, Qt::CaseInsensitive))
+    if (!hex && !text.startsWith("&o"_L1, Qt::CaseInsensitive)) {
         return std::nullopt;
-    constexpr quint64 groesste = 0xFFFFFFFF;
+    }
+    constexpr quint64 größte = 0xFFFFFFFF;
     quint64 wert = 0;
     QStringView rest = text.sliced(2);
-    const qsizetype laenge = rest.size();
+    const qsizetype länge = rest.size();
     while (!rest.isEmpty() && rest.front().unicode() < 0x80) {
         const std::string zeichen(1, static_cast<char>(rest.front().unicode()));
         unsigned ziffer = 0;
         const auto gelesen =
             std::from_chars(zeichen.data(), zeichen.data() + 1, ziffer, hex ? 16 : 8);
-        if (gelesen.ec != std::errc())
+        if (gelesen.ec != std::errc()) {
             break;
+        }
         wert = wert * (hex ? 16 : 8) + ziffer;
-        if (wert > groesste)
+        if (wert > größte) {
             return std::nullopt;
+        }
         rest = rest.sliced(1);
     }
-    if (rest.size() == laenge)
+    if (rest.size() == länge) {
         return std::nullopt;
+    }
     const double zahl = wert <= 0xFFFF ? static_cast<qint16>(wert) : static_cast<qint32>(wert);
     return Basiszahl{zahl, rest};
 }
@@ -169,27 +184,32 @@ bool nie(QChar /*zeichen*/) {
 std::optional<double> ganzeZahl(QStringView text, const Zahlenformat& format,
                                 QStringView exponentbuchstaben) {
     text = getrimmt(text);
-    if (const auto basis = basiszahl(text))
+    if (const auto basis = basiszahl(text)) {
         return basis->rest.isEmpty() ? std::optional(basis->wert) : std::nullopt;
+    }
 
     const bool geklammert = text.size() >= 2 && text.front() == u'(' && text.back() == u')';
-    if (geklammert)
+    if (geklammert) {
         text = text.sliced(1, text.size() - 2);
-    if (!format.waehrung.isEmpty() && text.startsWith(format.waehrung))
-        text = getrimmt(text.sliced(format.waehrung.size()));
-    else if (!format.waehrung.isEmpty() && text.endsWith(format.waehrung))
-        text = getrimmt(text.chopped(format.waehrung.size()));
+    }
+    if (!format.währung.isEmpty() && text.startsWith(format.währung)) {
+        text = getrimmt(text.sliced(format.währung.size()));
+    } else if (!format.währung.isEmpty() && text.endsWith(format.währung)) {
+        text = getrimmt(text.chopped(format.währung.size()));
+    }
 
     Ziffernleser leser(text);
     leser.vorzeichen();
     Ziffernleser ziffern(getrimmt(leser.rest()));
     ziffern.mantisse([&](QChar c) { return c == format.dezimal; },
                      [&](QChar c) { return istTausender(c, format); });
-    if (!ziffern.hatZiffern())
+    if (!ziffern.hatZiffern()) {
         return std::nullopt;
+    }
     ziffern.exponent(exponentbuchstaben);
-    if (!ziffern.rest().isEmpty())
+    if (!ziffern.rest().isEmpty()) {
         return std::nullopt;
+    }
     const auto wert = zahlVon(leser.ascii() + ziffern.ascii());
     return geklammert && wert ? std::optional(-*wert) : wert;
 }
@@ -210,15 +230,18 @@ struct Dezimal {
     // Half away from zero.
     void rundeAuf(int nachkommastellen) {
         const int behalten = punkt + nachkommastellen;
-        if (behalten >= static_cast<int>(ziffern.size()))
+        if (behalten >= static_cast<int>(ziffern.size())) {
             return;
+        }
         const bool aufwaerts = ziffer(behalten) >= '5';
         ziffern.resize(static_cast<size_t>(std::max(behalten, 0)));
-        if (!aufwaerts)
+        if (!aufwaerts) {
             return;
+        }
         auto stelle = ziffern.rbegin();
-        for (; stelle != ziffern.rend() && *stelle == '9'; ++stelle)
+        for (; stelle != ziffern.rend() && *stelle == '9'; ++stelle) {
             *stelle = '0';
+        }
         if (stelle != ziffern.rend()) {
             ++*stelle;
         } else {
@@ -268,10 +291,12 @@ struct Muster {
         davor = nimm([&platz](QChar c) { return !platz(c) && c != u'.'; });
         ganze = nimm(platz);
         punkt = abschnitt.startsWith(u'.');
-        if (punkt)
+        if (punkt) {
             abschnitt = abschnitt.sliced(1);
-        if (punkt)
+        }
+        if (punkt) {
             nachkomma = nimm(platz);
+        }
         danach = abschnitt;
     }
 };
@@ -291,22 +316,27 @@ QString nachMuster(Dezimal zahl, QStringView pattern, const Zahlenformat& format
 
     const auto nachkommastellen = static_cast<int>(muster.nachkomma.size());
     zahl.rundeAuf(nachkommastellen);
-    if (zahl.istNull())
+    if (zahl.istNull()) {
         zahl.punkt = 0;
+    }
 
     QString text = vorzeichen ? u"-"_s : QString();
     text += muster.davor;
     const qsizetype erste = muster.ganze.indexOf(u'0');
     const auto mindestens = static_cast<int>(erste < 0 ? 0 : muster.ganze.size() - erste);
-    for (int stelle = std::max(zahl.punkt, mindestens); stelle > 0; --stelle)
+    for (int stelle = std::max(zahl.punkt, mindestens); stelle > 0; --stelle) {
         text += QLatin1Char(zahl.ziffer(zahl.punkt - stelle));
-    if (muster.punkt)
+    }
+    if (muster.punkt) {
         text += format.dezimal;
+    }
     QString nachkomma;
-    for (int stelle = 0; stelle < nachkommastellen; ++stelle)
+    for (int stelle = 0; stelle < nachkommastellen; ++stelle) {
         nachkomma += QLatin1Char(zahl.ziffer(zahl.punkt + stelle));
-    while (nachkomma.endsWith(u'0') && muster.nachkomma[nachkomma.size() - 1] == u'#')
+    }
+    while (nachkomma.endsWith(u'0') && muster.nachkomma[nachkomma.size() - 1] == u'#') {
         nachkomma.chop(1);
+    }
     text += nachkomma;
     text += muster.danach;
     return text;
@@ -315,21 +345,24 @@ QString nachMuster(Dezimal zahl, QStringView pattern, const Zahlenformat& format
 template <typename Gleitzahl>
 QString gleitzahlNachMuster(Gleitzahl wert, int stellen, QStringView pattern,
                             const Zahlenformat& format) {
-    if (pattern.isEmpty() || !std::isfinite(wert))
+    if (pattern.isEmpty() || !std::isfinite(wert)) {
         return zahltext(wert, format);
+    }
     return nachMuster(dezimalVon(wert, stellen), pattern, format);
 }
 
 template <typename Gleitzahl>
 QString kuerzesterText(Gleitzahl wert, int stellen, const Zahlenformat& format) {
-    if (wert == 0)
+    if (wert == 0) {
         return u"0"_s;
+    }
     std::array<char, 64> puffer{};
     const auto ergebnis = std::to_chars(puffer.data(), puffer.data() + puffer.size(), wert,
                                         std::chars_format::general, stellen);
     QString text = QString::fromLatin1(puffer.data(), ergebnis.ptr - puffer.data());
-    if (!std::isfinite(wert))
+    if (!std::isfinite(wert)) {
         return text;
+    }
     return text.replace(u'e', u'E').replace(u'.', format.dezimal);
 }
 
@@ -340,8 +373,9 @@ std::optional<Ganzzahl> gerundet(double wert) {
     const bool aufwaerts = rest > 0.5 || (rest == 0.5 && std::fmod(nach, 2.0) != 0.0);
     const double ganz = aufwaerts ? nach + 1 : nach;
     if (!(ganz >= std::numeric_limits<Ganzzahl>::min() &&
-          ganz <= std::numeric_limits<Ganzzahl>::max()))
+          ganz <= std::numeric_limits<Ganzzahl>::max())) {
         return std::nullopt;
+    }
     return static_cast<Ganzzahl>(ganz);
 }
 
@@ -352,11 +386,13 @@ Zahlenformat Zahlenformat::system() {
     const QString dezimal = locale.decimalPoint();
     const QString tausender = locale.groupSeparator();
     Zahlenformat format;
-    if (!dezimal.isEmpty())
+    if (!dezimal.isEmpty()) {
         format.dezimal = dezimal.front();
-    if (!tausender.isEmpty())
+    }
+    if (!tausender.isEmpty()) {
         format.tausender = tausender.front();
-    format.waehrung = locale.currencySymbol();
+    }
+    format.währung = locale.currencySymbol();
     return format;
 }
 
@@ -394,19 +430,22 @@ QString zahltext(float wert, const Zahlenformat& format) {
 double Val(QStringView text) {
     QString ohneBlanks;
     for (const QChar c : text) {
-        if (c != u' ' && c != u'\t' && c != u'\n')
+        if (c != u' ' && c != u'\t' && c != u'\n') {
             ohneBlanks += c;
+        }
     }
-    if (const auto basis = basiszahl(ohneBlanks))
+    if (const auto basis = basiszahl(ohneBlanks)) {
         return basis->wert;
+    }
     Ziffernleser leser(ohneBlanks);
     leser.vorzeichen();
     leser.mantisse([](QChar c) { return c == u'.'; }, nie);
-    if (!leser.hatZiffern())
+    if (!leser.hatZiffern()) {
         return 0;
+    }
     leser.exponent(u"eEdD");
-    constexpr double groesste = std::numeric_limits<double>::max();
-    return zahlVon(leser.ascii()).value_or(leser.ascii().front() == '-' ? -groesste : groesste);
+    constexpr double größte = std::numeric_limits<double>::max();
+    return zahlVon(leser.ascii()).value_or(leser.ascii().front() == '-' ? -größte : größte);
 }
 
 std::optional<double> zahlAusText(QStringView text, const Zahlenformat& format) {
@@ -421,18 +460,21 @@ std::optional<double> getippteZahl(QStringView text) {
     Ziffernleser leser(getrimmt(text));
     leser.vorzeichen();
     leser.mantisse([](QChar c) { return c == u'.' || c == u','; }, nie);
-    if (!leser.hatZiffern())
+    if (!leser.hatZiffern()) {
         return std::nullopt;
+    }
     leser.exponent(u"eE");
     return leser.rest().isEmpty() ? zahlVon(leser.ascii()) : std::nullopt;
 }
 
 std::optional<float> einfachGenau(double wert) {
-    if (std::abs(wert) > double{std::numeric_limits<float>::max()})
+    if (std::abs(wert) > double{std::numeric_limits<float>::max()}) {
         return std::nullopt;
+    }
     const auto einfach = static_cast<float>(wert);
-    if (einfach == 0 && wert != 0)
+    if (einfach == 0 && wert != 0) {
         return std::nullopt;
+    }
     return einfach;
 }
 

@@ -10,7 +10,7 @@ namespace tarvel {
 struct Zahlenformat {
     QChar dezimal = u'.';
     QChar tausender = u',';
-    QString waehrung = {};
+    QString währung = {};
 
     /// That of the system's regional settings.
     [[nodiscard]] static Zahlenformat system();

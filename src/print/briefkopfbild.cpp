@@ -249,7 +249,7 @@ Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik, doubl
     return neu;
 }
 
-void paintBriefkopf(QPainter& painter, const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
+void maleBriefkopf(QPainter& painter, const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     grafik.paint(painter, grafik.rahmen(kopf));

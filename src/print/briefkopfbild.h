@@ -53,6 +53,6 @@ private:
 
 /// Paints the letterhead in black on what is there. A unit of @p painter is a millimetre and its
 /// origin the paper's top left corner, so screen, printer and PDF show the same.
-void paintBriefkopf(QPainter& painter, const Briefkopf& kopf, const Briefkopfgrafik& grafik);
+void maleBriefkopf(QPainter& painter, const Briefkopf& kopf, const Briefkopfgrafik& grafik);
 
 } // namespace tarvel

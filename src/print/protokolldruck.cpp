@@ -57,7 +57,7 @@ bool Druckstart(QPagedPaintDevice& gerät, const Protokolldaten& daten,
             return false;
         }
         aufMillimeter(painter, gerät.pageLayout());
-        paintProtokoll(painter, daten, grafik, seite);
+        maleProtokoll(painter, daten, grafik, seite);
     }
     return painter.end();
 }
@@ -98,7 +98,7 @@ QImage protokollbild(const Protokolldaten& daten, const Briefkopfgrafik& grafik,
     bild.setDotsPerMeterY(qRound(faktor * 1000));
     QPainter painter(&bild);
     painter.scale(faktor, faktor);
-    paintProtokoll(painter, daten, grafik, nummer);
+    maleProtokoll(painter, daten, grafik, nummer);
     return bild;
 }
 

@@ -54,11 +54,11 @@ public:
         if (d.art == Protokolldiagramm::Korrel) {
             Korrelbild bild = d_.korrel;
             bild.worte = gekürzteWorte(bild.worte, stil);
-            paintKorrel(p_, d.rahmen, bild, stil);
+            maleKorrel(p_, d.rahmen, bild, stil);
         } else {
             Kurvenbild bild = d_.kurven;
             bild.worte = gekürzteWorte(bild.worte, stil);
-            paintKurven(p_, d.rahmen, bild, stil);
+            maleKurven(p_, d.rahmen, bild, stil);
         }
     }
 
@@ -70,8 +70,8 @@ private:
 
 } // namespace
 
-void paintProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
-                    int nummer) {
+void maleProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
+                   int nummer) {
     const Protokollseite seite = protokollseite(daten, grafik, nummer);
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
@@ -85,7 +85,7 @@ void paintProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefk
     for (const Protokolltext& t : seite.texte) {
         maler.text(t);
     }
-    paintBriefkopf(painter, seite.briefkopf, grafik);
+    maleBriefkopf(painter, seite.briefkopf, grafik);
     painter.restore();
 }
 

@@ -56,7 +56,7 @@ inline constexpr double ProtokollrandUnten = 15;
 /// Paints a page in black on what is there, which is white paper. A unit of @p painter is a
 /// millimetre and its origin the paper's top left corner, so preview, printer, PDF and picture show
 /// the same.
-void paintProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
-                    int nummer);
+void maleProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
+                   int nummer);
 
 } // namespace tarvel

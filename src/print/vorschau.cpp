@@ -51,7 +51,7 @@ Vorschau::Vorschau(const Texte& texte, QWidget* parent)
     connect(opt_GanzeSeite_, &QRadioButton::clicked, this, [this] { zeigeGanzeSeite(); });
     connect(opt_Originalgröße_, &QRadioButton::clicked, this, [this] { zeigeOriginalgröße(); });
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
-    blatt_->zoomGeändert = [this] { zeigeZoom(); };
+    blatt_->beiZoom([this] { zeigeZoom(); });
     beschrifte();
     zeigeZoom();
 }
@@ -73,12 +73,12 @@ void Vorschau::zeigeZoom() {
 }
 
 void Vorschau::zeige(Seite seite) {
-    blatt_->seite = std::move(seite);
+    blatt_->setzeSeite(std::move(seite));
     blatt_->viewport()->update();
 }
 
 void Vorschau::beiBlättern(std::function<void(int)> blättern) {
-    blatt_->blättern = std::move(blättern);
+    blatt_->beiBlättern(std::move(blättern));
 }
 
 void Vorschau::zeigeGanzeSeite() {

@@ -94,12 +94,13 @@ void Vorschaublatt::stelleLeisten() {
 void Vorschaublatt::zeigeZeiger() {
     const bool beweglich =
         horizontalScrollBar()->maximum() > 0 || verticalScrollBar()->maximum() > 0;
-    if (griff_)
+    if (griff_) {
         viewport()->setCursor(Qt::ClosedHandCursor);
-    else if (beweglich)
+    } else if (beweglich) {
         viewport()->setCursor(Qt::OpenHandCursor);
-    else
+    } else {
         viewport()->unsetCursor();
+    }
 }
 
 void Vorschaublatt::setzeZoom(std::optional<double> zoom) {
@@ -123,7 +124,7 @@ void Vorschaublatt::setzeZoomUm(std::optional<double> zoom, QPointF anker) {
                                anker;
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(abweichung.x()));
     verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(abweichung.y()));
-    zoomGeändert();
+    beiZoom_();
 }
 
 void Vorschaublatt::stufeUm(int um, QPointF anker) {
@@ -131,12 +132,14 @@ void Vorschaublatt::stufeUm(int um, QPointF anker) {
     const double jetzt = zoom();
     if (um > 0) {
         const auto* größer = std::upper_bound(Stufen.begin(), Stufen.end(), jetzt + Spiel);
-        if (größer != Stufen.end())
+        if (größer != Stufen.end()) {
             setzeZoomUm(*größer, anker);
+        }
     } else {
         const auto* nichtKleiner = std::lower_bound(Stufen.begin(), Stufen.end(), jetzt - Spiel);
-        if (nichtKleiner != Stufen.begin())
+        if (nichtKleiner != Stufen.begin()) {
             setzeZoomUm(*(nichtKleiner - 1), anker);
+        }
     }
 }
 
@@ -147,22 +150,23 @@ void Vorschaublatt::paintEvent(QPaintEvent* event) {
     const QRect blatt = papier();
     maleSchatten(painter, blatt);
     painter.fillRect(blatt, Qt::white);
-    if (!seite)
+    if (!seite_) {
         return;
+    }
     painter.setClipRect(blatt.intersected(event->rect()));
     painter.translate(blatt.topLeft());
     const double maß = zoom() * originalmaß();
     painter.scale(maß, maß);
     painter.setPen(Qt::black);
     painter.setBrush(Qt::NoBrush);
-    seite(painter);
+    seite_(painter);
 }
 
 bool Vorschaublatt::event(QEvent* event) {
     // On another screen real size is another number of pixels.
     if (event->type() == QEvent::ScreenChangeInternal) {
         stelleLeisten();
-        zoomGeändert();
+        beiZoom_();
     }
     return QAbstractScrollArea::event(event);
 }
@@ -170,7 +174,7 @@ bool Vorschaublatt::event(QEvent* event) {
 void Vorschaublatt::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
     stelleLeisten();
-    zoomGeändert();
+    beiZoom_();
 }
 
 void Vorschaublatt::wheelEvent(QWheelEvent* event) {
@@ -180,10 +184,12 @@ void Vorschaublatt::wheelEvent(QWheelEvent* event) {
     }
     event->accept();
     raste_ += event->angleDelta().y();
-    for (; raste_ >= RasteDesRades; raste_ -= RasteDesRades)
+    for (; raste_ >= RasteDesRades; raste_ -= RasteDesRades) {
         stufeUm(1, event->position());
-    for (; raste_ <= -RasteDesRades; raste_ += RasteDesRades)
+    }
+    for (; raste_ <= -RasteDesRades; raste_ += RasteDesRades) {
         stufeUm(-1, event->position());
+    }
 }
 
 void Vorschaublatt::keyPressEvent(QKeyEvent* event) {
@@ -196,12 +202,14 @@ void Vorschaublatt::keyPressEvent(QKeyEvent* event) {
         stufe(-1);
         return;
     case Qt::Key_PageDown:
-        if (leiste.value() == leiste.maximum() && blättern)
-            return blättern(1);
+        if (leiste.value() == leiste.maximum() && beiBlättern_) {
+            return beiBlättern_(1);
+        }
         break;
     case Qt::Key_PageUp:
-        if (leiste.value() == leiste.minimum() && blättern)
-            return blättern(-1);
+        if (leiste.value() == leiste.minimum() && beiBlättern_) {
+            return beiBlättern_(-1);
+        }
         break;
     default:
         break;
@@ -217,8 +225,9 @@ void Vorschaublatt::mousePressEvent(QMouseEvent* event) {
 }
 
 void Vorschaublatt::mouseMoveEvent(QMouseEvent* event) {
-    if (!griff_)
+    if (!griff_) {
         return;
+    }
     const QPoint weg = event->pos() - *griff_;
     griff_ = event->pos();
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() - weg.x());

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace tarvel {
 
@@ -13,9 +14,11 @@ class Vorschaublatt : public QAbstractScrollArea {
 public:
     explicit Vorschaublatt(QWidget* parent = nullptr);
 
-    std::function<void(QPainter&)> seite; ///< paints the page in millimetres
-    std::function<void()> zoomGeändert = [] {};
-    std::function<void(int)> blättern = {}; ///< beyond the end (+1) or the beginning (-1)
+    /// What paints the page in millimetres.
+    void setzeSeite(std::function<void(QPainter&)> seite) { seite_ = std::move(seite); }
+    void beiZoom(std::function<void()> handlung) { beiZoom_ = std::move(handlung); }
+    /// Beyond the end (+1) or the beginning (-1).
+    void beiBlättern(std::function<void(int)> handlung) { beiBlättern_ = std::move(handlung); }
 
     /// Zoom 1 is real size; without a value the page is as large as the room for it.
     void setzeZoom(std::optional<double> zoom);
@@ -46,6 +49,9 @@ private:
     void stelleLeisten();
     void zeigeZeiger();
 
+    std::function<void(QPainter&)> seite_;
+    std::function<void()> beiZoom_ = [] {};
+    std::function<void(int)> beiBlättern_;
     std::optional<double> zoom_;
     int raste_ = 0;               ///< what a fine wheel turned short of a step
     std::optional<QPoint> griff_; ///< last place of the hand that moves the paper

@@ -101,7 +101,7 @@ QLayout* DB::baueFuß() {
     lab_Anzahl_->setObjectName(u"lab_Anzahl"_s);
     bef_Öffnen_->setObjectName(u"bef_Öffnen"_s);
     bef_Öffnen_->setToolTip(texte(Meldung::TippUntersuchungÖffnen));
-    auto* bef_Abbrechen = new QPushButton(texte(Text::Schliessen));
+    auto* bef_Abbrechen = new QPushButton(texte(Text::Schließen));
     bef_Abbrechen->setObjectName(u"bef_Abbrechen"_s);
     // Enter belongs to the row, not to a button.
     bef_Öffnen_->setAutoDefault(false);

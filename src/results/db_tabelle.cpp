@@ -69,8 +69,8 @@ QString DB::ordner() const {
 }
 
 void DB::öffneTabelle() {
-    const QString pfad = umgebung_.dialoge.dateiOeffnen(umgebung_.texte(Text::TabelleÖffnen),
-                                                        ordner(), dateimuster());
+    const QString pfad =
+        umgebung_.dialoge.wähleDatei(umgebung_.texte(Text::TabelleÖffnen), ordner(), dateimuster());
     if (!pfad.isEmpty()) {
         nimmTabelle(pfad);
     }
@@ -85,7 +85,7 @@ void DB::nimmTabelle(const QString& pfad) {
 
 void DB::neueTabelle() {
     const Texte& texte = umgebung_.texte;
-    const QString gewählt = umgebung_.dialoge.dateiSpeichern(texte(Text::NeueTabelleSpeichern),
+    const QString gewählt = umgebung_.dialoge.wähleZieldatei(texte(Text::NeueTabelleSpeichern),
                                                              ordner(), dateimuster());
     if (gewählt.isEmpty()) {
         return;

@@ -129,7 +129,7 @@ QString Einstellungen::text(Einstellung id) const {
 void Einstellungen::schreibe(Einstellung id, const QString& wert) {
     Profil profil(IniPfad_);
     setze(profil, id, wert);
-    if (!profil.sichern()) {
+    if (!profil.sichere()) {
         schreibenMisslungen_ = true;
     }
 }

@@ -88,14 +88,16 @@ TEST_F(Eingabetest, digitWhileMeasuring_belongsToThePicture) {
 TEST_F(Eingabetest, tab_followsTheWork) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
     const auto gehe = [](QWidget& fenster, QWidget& erster) {
+        fenster.activateWindow();
         erster.setFocus();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == &erster; }));
         QStringList weg;
         do {
             weg << QApplication::focusWidget()->objectName();
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             QWidget* jetzt = QApplication::focusWidget();
             if (jetzt == nullptr || !fenster.isAncestorOf(jetzt)) {
-                return QStringList(u"out of the window"_s);
+                return weg << u"out of the window"_s;
             }
         } while (QApplication::focusWidget() != &erster && weg.size() < 100);
         return weg;

@@ -45,6 +45,18 @@ struct Fenstertest : testing::Test {
         return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
     }
 
+    Dienste dienste(Dialoge& antworten, const Zahlenformat& format = {}) {
+        return {.dialoge = antworten,
+                .shell = shell,
+                .speicher = speicher,
+                .uhr = uhr,
+                .drucker = drucker,
+                .format = format,
+                .dokumente = ordner.path(),
+                .benutzersprache = benutzersprache,
+                .ersterLauf = ersterLauf};
+    }
+
     /// Starts the program, already set up in German unless the test wrote a settings file.
     bool starte(const Zahlenformat& format = {}) {
         if (!QFile::exists(inipfad())) {
@@ -54,16 +66,7 @@ struct Fenstertest : testing::Test {
     }
     bool starteUnvorbereitet(const Zahlenformat& format = {}) {
         programm.reset();
-        programm =
-            std::make_unique<Programm>(ordner.path(), Dienste{.dialoge = dialoge,
-                                                              .shell = shell,
-                                                              .speicher = speicher,
-                                                              .uhr = uhr,
-                                                              .drucker = drucker,
-                                                              .format = format,
-                                                              .dokumente = ordner.path(),
-                                                              .benutzersprache = benutzersprache,
-                                                              .ersterLauf = ersterLauf});
+        programm = std::make_unique<Programm>(ordner.path(), dienste(dialoge, format));
         if (!programm->Hauptstart()) {
             return false;
         }

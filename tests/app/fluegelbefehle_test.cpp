@@ -65,7 +65,7 @@ TEST_F(Flügeltest, key_leavesTheChosenWingOutAndTakesItBack) {
     EXPECT_TRUE(
         kind<QLabel>(u"lab_Statistik"_s).text().startsWith(u"Mittelwert (1, 1 ausgelassen):"_s));
     const char* const gesagt[] = {"n = 1 (1 ausgelassen)\n", "n = 1 (1 left out)\n",
-                                  "n = 1 (1 écartée(s))\n"};
+                                  "n = 1 (écartées : 1)\n"};
     for (const int sprache : {1, 2, 0}) {
         wähle(u"men_Sprache_%1"_s.arg(sprache));
         for (const QString& bild : {u"pic_Kurven"_s, u"pic_Korrel"_s}) {

@@ -83,15 +83,7 @@ TEST_F(Starttest, secondInstance_isToldInItsLanguageAndEnds) {
     schreibeIni("[Start]\r\nNeu=False\r\nSprache=1\r\n");
     ASSERT_TRUE(starte());
     TestDialoge andere;
-    Programm zweites(ordner.path(), {.dialoge = andere,
-                                     .shell = shell,
-                                     .speicher = speicher,
-                                     .uhr = uhr,
-                                     .drucker = drucker,
-                                     .format = {},
-                                     .dokumente = ordner.path(),
-                                     .benutzersprache = QLocale::German,
-                                     .ersterLauf = [](Start&) {}});
+    Programm zweites(ordner.path(), dienste(andere));
     EXPECT_FALSE(zweites.Hauptstart());
     EXPECT_THAT(andere.meldungen, ElementsAre(u"Tarvel: Tarvel is already started."_s));
     EXPECT_EQ(zweites.hauptfenster(), nullptr);
@@ -137,15 +129,7 @@ TEST_F(Starttest, filesThatNobodyTakes_areToldLikeNone) {
     hängt.close();
     { QFile(adresse).open(QIODevice::WriteOnly); } // of a program that crashed
     schreibeIni("[Start]\r\nNeu=False\r\n");
-    Programm zweites(ordner.path(), {.dialoge = dialoge,
-                                     .shell = shell,
-                                     .speicher = speicher,
-                                     .uhr = uhr,
-                                     .drucker = drucker,
-                                     .format = {},
-                                     .dokumente = ordner.path(),
-                                     .benutzersprache = QLocale::German,
-                                     .ersterLauf = [](Start&) {}});
+    Programm zweites(ordner.path(), dienste(dialoge));
     EXPECT_FALSE(zweites.Hauptstart({u"/a.png"_s}));
     EXPECT_THAT(dialoge.meldungen, ElementsAre(u"Tarvel: Tarvel ist bereits gestartet."_s));
     QFile::remove(adresse);

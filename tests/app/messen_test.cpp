@@ -295,7 +295,7 @@ TEST_F(Messentest, loadingStoppedByEscape_keepsThePicturePointsAndSilence) {
         const QString pfad = maleBild({3600, 2400}, name);
         stoppe();
         EXPECT_FALSE(hg().ladeBild(pfad)) << qPrintable(name);
-        EXPECT_EQ(platz.bilddatei(), ordner.filePath(u"eins.png"_s));
+        EXPECT_EQ(platz.bild().pfad(), ordner.filePath(u"eins.png"_s));
         EXPECT_EQ(bild().bild().size(), QSize(906, 320));
     }
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
@@ -309,7 +309,7 @@ TEST_F(Messentest, loadingStoppedByEscape_keepsThePicturePointsAndSilence) {
     wähle(u"men_Bearbeiten_1"_s);
     ASSERT_THAT(dialoge.fragen, SizeIs(1));
     EXPECT_TRUE(dialoge.fragen[0].text.contains(u"ein anderes Bild als das gemessene"_s));
-    EXPECT_EQ(platz.bilddatei(), zwei);
+    EXPECT_EQ(platz.bild().pfad(), zwei);
     EXPECT_TRUE(übersicht().isVisible());
 }
 
@@ -330,7 +330,7 @@ TEST_F(Messentest, repeatWhosePictureIsStoppedWhileLoading_leavesEverythingAsItW
         QTest::keyClick(fenster, Qt::Key_Escape);
     });
     wähle(u"men_Bearbeiten_1"_s);
-    EXPECT_EQ(platz.bilddatei(), ordner.filePath(u"zwei.png"_s));
+    EXPECT_EQ(platz.bild().pfad(), ordner.filePath(u"zwei.png"_s));
     EXPECT_EQ(bild().bild().size(), QSize(906, 320));
     EXPECT_TRUE(bild().isVisible());
     EXPECT_EQ(kind<QLabel>(u"lab_Flügel"_s).text(), u"Flügel 002"_s);
@@ -359,7 +359,7 @@ TEST_F(Messentest, fileOfSeveralPages_isAskedAboutOnceAndItsWingsFindTheirPage) 
 
     dialoge.wahl = -1;
     EXPECT_FALSE(hg().ladeBild(datei.fileName()));
-    EXPECT_EQ(platz.bilddatei(), QString());
+    EXPECT_EQ(platz.bild().pfad(), QString());
     dialoge.wahl = 1;
     ASSERT_TRUE(hg().ladeBild(datei.fileName()));
     klickeFlügel();
@@ -367,10 +367,10 @@ TEST_F(Messentest, fileOfSeveralPages_isAskedAboutOnceAndItsWingsFindTheirPage) 
     EXPECT_EQ(reihe().messung(1)->bilddatei, datei.fileName() + u"#2"_s);
     dialoge.wahl = 0;
     ASSERT_TRUE(hg().ladeBild(datei.fileName()));
-    EXPECT_EQ(platz.bilddatei(), datei.fileName());
+    EXPECT_EQ(platz.bild().pfad(), datei.fileName());
     QTest::mouseClick(kind<QListView>(u"Liste_CI"_s).viewport(), Qt::LeftButton, {}, {20, 8});
     wähle(u"men_Bearbeiten_1"_s);
-    EXPECT_EQ(platz.bilddatei(), datei.fileName() + u"#2"_s);
+    EXPECT_EQ(platz.bild().pfad(), datei.fileName() + u"#2"_s);
     EXPECT_THAT(dialoge.auswahlen, SizeIs(3));
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
 }

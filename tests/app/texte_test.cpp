@@ -81,22 +81,22 @@ TEST_F(Textetest, everyFieldAndButton_hasOneNameInEveryLanguage) {
             if (!gefragt || teil || feld->isHidden()) {
                 continue;
             }
-            QStringList namen(feld->accessibleName());
+            // A short caption may have a longer name behind it, but there are never two captions.
+            QStringList schilder;
             const QList<QLabel*> labels = fenster.findChildren<QLabel*>();
             for (const QLabel* label : labels) {
                 if (label->buddy() == feld) {
-                    namen << label->text().remove(u'&');
+                    schilder << label->text();
                 }
             }
-            if (const auto* knopf = qobject_cast<const QAbstractButton*>(feld);
-                knopf != nullptr && feld->accessibleName().isEmpty()) {
-                namen << knopf->text().remove(u'&');
+            if (const auto* knopf = qobject_cast<const QAbstractButton*>(feld)) {
+                schilder << knopf->text();
             }
-            namen.removeAll(QString());
-            namen.removeDuplicates();
-            EXPECT_EQ(namen.size(), 1)
-                << qPrintable(feld->objectName() + u": "_s + namen.join(u", "_s));
-            const QString name = namen.join(u' ');
+            schilder.removeAll(QString());
+            EXPECT_LE(schilder.size(), 1) << qPrintable(feld->objectName());
+            const QString name =
+                feld->accessibleName().isEmpty() ? schilder.join(u' ') : feld->accessibleName();
+            EXPECT_FALSE(name.isEmpty()) << qPrintable(feld->objectName());
             EXPECT_TRUE(deutsch || !istDeutsch(name)) << qPrintable(name);
         }
     };

@@ -30,7 +30,7 @@ protected:
         bild.bereich = {0.92, 0, false};
         bild.flügel = {{1, 1.1, 2, true}, {2, 1.0, 1, true}, {7, 0.9, -1, false}};
         ansicht.zeige(bild);
-        ansicht.beiWahl = [this](const std::vector<int>& flügel) { gewählt.push_back(flügel); };
+        ansicht.beiWahl([this](const std::vector<int>& flügel) { gewählt.push_back(flügel); });
     }
 
     [[nodiscard]] QPoint kreuz(std::size_t i) {

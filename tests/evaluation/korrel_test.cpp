@@ -39,7 +39,7 @@ Grenzlinien linien(qint16 korrelation = -1, qint16 richtung = 0) {
 
 QImage gemalt(const Korrelbild& bild, const Diagrammstil& stil = prüfstil()) {
     return leinwand(Größe, [&](QPainter& painter, const QRectF& rahmen) {
-        paintKorrel(painter, rahmen, bild, stil);
+        maleKorrel(painter, rahmen, bild, stil);
     });
 }
 
@@ -198,7 +198,7 @@ TEST(PaintKorrel, otherSize_showsTheSamePicture) {
     const Korrelbild bild = bildVon({{1, 1}, {0.9F, -1}, {1.1F, 2}, {1.15F, 0.4F}}, linien());
     const Diagrammstil stil = Diagrammstil::farbdruck({});
     const auto maler = [&](QPainter& painter, const QRectF& rahmen) {
-        paintKorrel(painter, rahmen, bild, stil);
+        maleKorrel(painter, rahmen, bild, stil);
     };
     const QImage groß =
         leinwand(Größe * 3, maler).scaled(Größe, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -36,7 +36,7 @@ Kurvenbild bildVon(const Messreihe& reihe, Kurvenform form = Kurvenform::Balken,
 QImage gemalt(const Kurvenbild& bild, const QSize& größe = Größe,
               const Diagrammstil& stil = prüfstil()) {
     return leinwand(größe, [&](QPainter& painter, const QRectF& rahmen) {
-        paintKurven(painter, rahmen, bild, stil);
+        maleKurven(painter, rahmen, bild, stil);
     });
 }
 
@@ -199,7 +199,7 @@ TEST(PaintKurven, rectangleWithoutArea_paintsNothing) {
     for (const QRectF& rahmen :
          {QRectF(), QRectF(10, 10, 0, 50), QRectF(10, 10, -5, 50), QRectF(0, 0, nan, nan)}) {
         const QImage picture = leinwand({50, 50}, [&](QPainter& painter, const QRectF&) {
-            paintKurven(painter, rahmen, bild, prüfstil());
+            maleKurven(painter, rahmen, bild, prüfstil());
         });
         EXPECT_EQ(zähle(picture, Qt::magenta, {0, 0, 50, 50}), 2500);
         EXPECT_TRUE(kurvenstellen(rahmen, bild, prüfstil()).empty());
@@ -241,7 +241,7 @@ TEST(PaintKurven, otherSizesAndVectorFile_showTheSamePicture) {
     svg.setSize(Größe);
     svg.setViewBox(Rahmen);
     QPainter zeichner(&svg);
-    paintKurven(zeichner, Rahmen, bild, stil);
+    maleKurven(zeichner, Rahmen, bild, stil);
     zeichner.end();
     QSvgRenderer leser(datei.data());
     const QImage gelesen = leinwand(

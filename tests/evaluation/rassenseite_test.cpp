@@ -34,7 +34,7 @@ struct RassenseiteTest : testing::Test {
     void SetUp() override {
         seite.beiFalscherTaste([this] { ++pieptöne; });
         seite.setzeQuelle(&einstellungen);
-        seite.laden(einstellungen, 1);
+        seite.lade(einstellungen, 1);
         seite.show();
         seite.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&seite));
@@ -61,8 +61,8 @@ struct RassenseiteTest : testing::Test {
     }
     bool speichere(int rasse = 1) {
         Profil ini(einstellungen.IniPfad());
-        const bool kopiert = seite.speichern(ini, speicher, rasse);
-        EXPECT_TRUE(ini.sichern());
+        const bool kopiert = seite.speichere(ini, speicher, rasse);
+        EXPECT_TRUE(ini.sichere());
         seite.gespeichert();
         return kopiert;
     }
@@ -213,7 +213,7 @@ TEST_F(RassenseiteTest, eachTab_keepsItsOwnRaceWhileOthersAreShown) {
     EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"11%"_s);
     EXPECT_TRUE(speichere(1));
     Rassenseite neu(texte, Zahlenformat{});
-    neu.laden(einstellungen, 3);
+    neu.lade(einstellungen, 3);
     EXPECT_EQ(kind<QTabBar>(u"tbs_Rasse"_s).currentIndex(), 0);
     EXPECT_EQ(tarvel::kind<QTabBar>(neu, u"tbs_Rasse"_s).currentIndex(), 2);
     EXPECT_EQ(neu.standard(1).arbeiterinnen.Filz[1], u"11%"_s);
@@ -240,7 +240,7 @@ TEST_F(RassenseiteTest, switchesOptionsAndDirection_areSavedAndShownAgain) {
     EXPECT_TRUE(speichere());
 
     Rassenseite neu(texte, Zahlenformat{u',', u'.'});
-    neu.laden(einstellungen, 1);
+    neu.lade(einstellungen, 1);
     const Rassestandard& s = neu.standard(1);
     EXPECT_EQ(s.arbeiterinnen.CIMittel, 1);
     EXPECT_EQ(s.drohnen.CIMittel, 1);
@@ -267,6 +267,6 @@ TEST_F(RassenseiteTest, reset_loadsTheStoredValuesAndDefaultsTheTables) {
 TEST_F(RassenseiteTest, noRaceSelected_keepsWhatIsShown) {
     tippe(u"txt_Filz_1"_s, u"77"_s);
     verlasse(u"txt_Filz_1"_s);
-    seite.laden(einstellungen, 0);
+    seite.lade(einstellungen, 0);
     EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"77%"_s);
 }

@@ -32,7 +32,7 @@ struct RassestandardTest : testing::Test {
         SpeichernKarte5Arbeiterinnen(standard, rasse, ini);
         SpeichernKarte5Drohnen(standard, rasse, ini);
         const bool linien = SpeichernKarte5Linien(standard, rasse, ini, speicher);
-        return ini.sichern() && linien;
+        return ini.sichere() && linien;
     }
 
     QTemporaryDir ordner;
@@ -73,50 +73,7 @@ Rassestandard anderer() {
 
 } // namespace
 
-TEST_F(RassestandardTest, raceWithoutEntries_showsTheDefaults) {
-    const struct {
-        Standardgruppe gruppe;
-        QStringView schlüssel;
-        QStringView angezeigt;
-    } vorgaben[] = {
-        {Standardgruppe::Arbeiterinnen, u"Filzbinden F_", u"100%"},
-        {Standardgruppe::Arbeiterinnen, u"Filzbinden ff", u"50%"},
-        {Standardgruppe::Arbeiterinnen, u"Filzbinden f", u"0%"},
-        {Standardgruppe::Arbeiterinnen, u"Haarlänge k", u"100%"},
-        {Standardgruppe::Arbeiterinnen, u"Haarlänge m", u"30%"},
-        {Standardgruppe::Arbeiterinnen, u"Haarlänge l", u"0%"},
-        {Standardgruppe::Arbeiterinnen, u"Panzer O", u"100%"},
-        {Standardgruppe::Arbeiterinnen, u"Panzer E", u"30%"},
-        {Standardgruppe::Arbeiterinnen, u"Panzer 1R", u"0%"},
-        {Standardgruppe::Arbeiterinnen, u"Panzer 2R", u"0%"},
-        {Standardgruppe::Arbeiterinnen, u"CI Mittel A", u"0"},
-        {Standardgruppe::Arbeiterinnen, u"Mittelwert", u"2.5"},
-        {Standardgruppe::Arbeiterinnen, u"Klasse 0", u"15-17"},
-        {Standardgruppe::Arbeiterinnen, u"max 0", u"15%"},
-        {Standardgruppe::Arbeiterinnen, u"Klasse 1", u"01-15"},
-        {Standardgruppe::Arbeiterinnen, u"max 1", u"2%"},
-        {Standardgruppe::Arbeiterinnen, u"Klasse 2", u"16-17"},
-        {Standardgruppe::Drohnen, u"Haarfarbe gr", u"100%"},
-        {Standardgruppe::Drohnen, u"Haarfarbe br", u"20%"},
-        {Standardgruppe::Drohnen, u"Haarfarbe ge", u"0%"},
-        {Standardgruppe::Drohnen, u"Haarfarbe sch", u"0%"},
-        {Standardgruppe::Drohnen, u"Panzer Drohn O", u"100%"},
-        {Standardgruppe::Drohnen, u"Panzer Drohn I", u"10%"},
-        {Standardgruppe::Drohnen, u"Panzer Drohn 1R", u"0%"},
-        {Standardgruppe::Drohnen, u"Panzer Drohn 2R", u"0%"},
-        {Standardgruppe::Drohnen, u"CI Mittel D", u"0"},
-        {Standardgruppe::Drohnen, u"Mittelwert", u"1.8"},
-        {Standardgruppe::Drohnen, u"Klasse 3", u"01-11"},
-        {Standardgruppe::Drohnen, u"max 3", u"0%"},
-        {Standardgruppe::Grenzlinien, u"CI Arbeit", u"2.00"},
-        {Standardgruppe::Grenzlinien, u"HI Arbeit", u"0.920"},
-        {Standardgruppe::Grenzlinien, u"DV Arbeit", u"0.00"},
-        {Standardgruppe::Grenzlinien, u"CI Drohn", u"1.40"},
-        {Standardgruppe::Grenzlinien, u"HI Drohn", u"0.880"},
-        {Standardgruppe::Grenzlinien, u"DV Drohn", u"0.50"},
-        {Standardgruppe::Grenzlinien, u"Korrelation", u"-1"},
-        {Standardgruppe::Grenzlinien, u"DV ><", u"0"},
-    };
+TEST_F(RassestandardTest, raceWithoutEntries_hasTheDefaults) {
     schreibeDatei(u"[Merkmale Arbeiterinnen]\r\nPanzer OC-=7%\r\n"_s);
     for (const int rasse : {2, 3, 4}) {
         Rassestandard standard = anderer();
@@ -124,13 +81,6 @@ TEST_F(RassestandardTest, raceWithoutEntries_showsTheDefaults) {
         LadenMerkmaleDrohnen(standard, rasse, einstellungen);
         LadenGrenzlinien(standard, rasse, einstellungen);
         EXPECT_EQ(standard, Rassestandard());
-        ASSERT_EQ(standardtabelle().size(), std::size(vorgaben));
-        for (std::size_t i = 0; i < std::size(vorgaben); ++i) {
-            const Standardzeile& zeile = standardtabelle()[i];
-            EXPECT_EQ(zeile.gruppe, vorgaben[i].gruppe);
-            EXPECT_EQ(zeile.schlüssel, vorgaben[i].schlüssel);
-            EXPECT_EQ(anzeigetext(zeile, standard, Punkt), vorgaben[i].angezeigt.toString());
-        }
     }
     EXPECT_TRUE(Rassestandard().linien.nachKruber());
     EXPECT_FALSE(Rassestandard().linien.darunter());
@@ -181,7 +131,7 @@ TEST_F(RassestandardTest, unwritableUserStore_isReportedAndTheFileIsSavedAllTheS
     speicher = Benutzerspeicher(ordner.path());
     Profil ini(pfad);
     EXPECT_FALSE(SpeichernKarte5Linien(anderer(), 1, ini, speicher));
-    ASSERT_TRUE(ini.sichern());
+    ASSERT_TRUE(ini.sichere());
     Rassestandard standard;
     LadenGrenzlinien(standard, 1, einstellungen);
     EXPECT_EQ(standard.linien, anderer().linien);
@@ -308,31 +258,4 @@ TEST(Rassestandard, shownTexts_takenOverAgainChangeNothing) {
             EXPECT_EQ(ziel, quelle);
         }
     }
-}
-
-TEST(Rassestandard, keysOfEveryFilter_areAcceptedOrRefused) {
-    const QString alle = u"0189\b%-.,+eA \t'ä²"_s;
-    const struct {
-        Tastenfilter filter;
-        QString erlaubte;
-    } fälle[] = {
-        {Tastenfilter::Ziffern, u"0189\b"_s},
-        {Tastenfilter::Prozent, u"0189\b%"_s},
-        {Tastenfilter::Bereich, u"0189\b-"_s},
-        {Tastenfilter::Dezimal, u"0189\b.,"_s},
-        {Tastenfilter::DezimalVorzeichen, u"0189\b-.,"_s},
-        {Tastenfilter::Nichts, u""_s},
-    };
-    for (const auto& fall : fälle) {
-        QString angenommen;
-        for (const QChar zeichen : alle) {
-            if (erlaubt(fall.filter, zeichen)) {
-                angenommen += zeichen;
-            }
-        }
-        EXPECT_EQ(angenommen, fall.erlaubte);
-    }
-    EXPECT_EQ(tastenfilter(Werteart::InZehnteln), Tastenfilter::Dezimal);
-    EXPECT_EQ(tastenfilter(Werteart::InHundertsteln), Tastenfilter::DezimalVorzeichen);
-    EXPECT_EQ(tastenfilter(Werteart::Listenplatz), Tastenfilter::Nichts);
 }

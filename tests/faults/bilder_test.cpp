@@ -48,7 +48,7 @@ protected:
         return lies(pfad_);
     }
     static Lesung lies(const QString& pfad) {
-        auto offen = Bilddatei::oeffnen(pfad);
+        auto offen = Bilddatei::öffne(pfad);
         if (const auto* fehler = std::get_if<Bildfehler>(&offen)) {
             return {*fehler, {}};
         }

@@ -47,7 +47,7 @@ void schreibeEinstellungen(const QString& ordner, int schritt) {
     for (int i = 0; i < fassung::Schlüsselzahl; ++i) {
         verlange(profil.setze("Probe", fassung::schlüssel(i), zahl));
     }
-    verlange(profil.sichern());
+    verlange(profil.sichere());
     Einstellungen einstellungen(ordner + u"/Index.ini"_s);
     einstellungen.schreibe(Einstellung::Name, QString::number(schritt));
     verlange(!einstellungen.schreibenMisslungen());

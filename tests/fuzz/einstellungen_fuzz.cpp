@@ -71,7 +71,7 @@ QList<QByteArray> übrigeWerte(const Einstellungszeile& außer) {
 void prüfeNamen() {
     const Profil profil(pfad());
     for (const QByteArray& sektion : profil.sektionen()) {
-        for (const QByteArray& schlüssel : profil.schluessel(sektion)) {
+        for (const QByteArray& schlüssel : profil.schlüssel(sektion)) {
             verlange(profil.wert(sektion, schlüssel).has_value(), "a key that is named is found");
         }
     }
@@ -104,7 +104,7 @@ void prüfeStandard(int rasse) {
     Profil ini(pfad());
     SpeichernKarte5Arbeiterinnen(standard, rasse, ini);
     SpeichernKarte5Drohnen(standard, rasse, ini);
-    if (ini.sichern()) {
+    if (ini.sichere()) {
         const Rassestandard wieder = ladeRassestandard(rasse, einstellungen);
         verlange(wieder.arbeiterinnen == standard.arbeiterinnen &&
                      wieder.drohnen == standard.drohnen,

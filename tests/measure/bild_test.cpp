@@ -37,8 +37,8 @@ class BildTest : public testing::Test {
 protected:
     BildTest() {
         bild_.resize(404, 304);
-        bild_.gedrückt = [this](const Zeigerereignis& e) { gedrückt_.push_back(e); };
-        bild_.bewegt = [this](const Zeigerereignis& e) { bewegt_.push_back(e); };
+        bild_.beiDruck([this](const Zeigerereignis& e) { gedrückt_.push_back(e); });
+        bild_.beiBewegung([this](const Zeigerereignis& e) { bewegt_.push_back(e); });
         bild_.show();
     }
 
@@ -66,7 +66,7 @@ protected:
 };
 
 TEST_F(BildTest, clickAtAnyZoomAndPlace_givesZoomedPicturePixels) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     const struct {
         int zoom;
         QPoint gerollt;
@@ -78,7 +78,7 @@ TEST_F(BildTest, clickAtAnyZoomAndPlace_givesZoomedPicturePixels) {
         {3, {777, 333}, {50, 60}, {827, 393}}, {4, {3000, 2500}, {99, 1}, {3099, 2501}},
     };
     for (const auto& fall : fälle) {
-        bild_.setZoomfaktor(fall.zoom);
+        bild_.setzeZoomfaktor(fall.zoom);
         bild_.horizontalScrollBar()->setValue(fall.gerollt.x());
         bild_.verticalScrollBar()->setValue(fall.gerollt.y());
         gedrückt_.clear();
@@ -91,7 +91,7 @@ TEST_F(BildTest, clickAtAnyZoomAndPlace_givesZoomedPicturePixels) {
 }
 
 TEST_F(BildTest, positionBetweenPixels_keepsItsFraction) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     sende(QEvent::MouseButtonPress, {10.25, 20.75}, Qt::LeftButton, Qt::LeftButton);
     sende(QEvent::MouseMove, {11.5, 21.125}, Qt::NoButton, Qt::NoButton);
     ASSERT_EQ(gedrückt_.size(), 1U);
@@ -103,7 +103,7 @@ TEST_F(BildTest, positionBetweenPixels_keepsItsFraction) {
 }
 
 TEST_F(BildTest, clickSentToTheAreaItself_isAClickOnThePicture) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     QTest::mouseClick(&bild_, Qt::LeftButton, Qt::NoModifier,
                       bild_.viewport()->pos() + QPoint(50, 60));
     ASSERT_EQ(gedrückt_.size(), 1U);
@@ -111,8 +111,8 @@ TEST_F(BildTest, clickSentToTheAreaItself_isAClickOnThePicture) {
 }
 
 TEST_F(BildTest, smallPicture_isInTheMiddleAndItsEdgeIsTheBorder) {
-    bild_.setBild(einfarbig({100, 50}, qRgb(200, 200, 200)));
-    bild_.setZoomfaktor(2);
+    bild_.setzeBild(einfarbig({100, 50}, qRgb(200, 200, 200)));
+    bild_.setzeZoomfaktor(2);
     const QSize sicht = bild_.viewport()->size();
     const QPoint ecke((sicht.width() - 200) / 2, (sicht.height() - 100) / 2);
 
@@ -132,7 +132,7 @@ TEST_F(BildTest, smallPicture_isInTheMiddleAndItsEdgeIsTheBorder) {
 }
 
 TEST_F(BildTest, twoQuickClicks_areTwoClicks) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     for (const auto art : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick}) {
         sende(art, {10, 10}, Qt::LeftButton, Qt::LeftButton);
         sende(QEvent::MouseButtonRelease, {10, 10}, Qt::LeftButton, Qt::NoButton);
@@ -144,10 +144,10 @@ TEST_F(BildTest, paintedAtAnyZoomAndDensity_picturePixelsLieAtTheirCoordinates) 
     QImage bild = einfarbig({1000, 800}, qRgb(255, 255, 255));
     const QRect fleck(500, 400, 4, 4);
     QPainter(&bild).fillRect(fleck, Qt::black);
-    bild_.setBild(bild);
+    bild_.setzeBild(bild);
     for (int zoom = 1; zoom <= 4; ++zoom)
         for (const int dichte : {1, 2}) {
-            bild_.setZoomfaktor(zoom);
+            bild_.setzeZoomfaktor(zoom);
             bild_.zeige(QPointF(500, 400));
             QImage schirm(bild_.viewport()->size() * dichte, QImage::Format_RGB32);
             schirm.setDevicePixelRatio(dichte);
@@ -171,8 +171,8 @@ TEST_F(BildTest, scrolledByDragAndWheel_showsWhatAFreshPaintWouldShow) {
     for (int y = 0; y < bild.height(); ++y)
         for (int x = 0; x < bild.width(); ++x)
             bild.scanLine(y)[x] = static_cast<uchar>((x * 7) ^ (y * 13));
-    bild_.setBild(bild);
-    bild_.setZoomfaktor(2);
+    bild_.setzeBild(bild);
+    bild_.setzeZoomfaktor(2);
     bild_.zeige(QPointF(500, 400));
     const QPoint vorher = stand();
 
@@ -193,10 +193,10 @@ TEST_F(BildTest, scrolledByDragAndWheel_showsWhatAFreshPaintWouldShow) {
     EXPECT_GT(stand().x(), gezogen.x());
 
     // What stayed in view was only shifted; it must look as if it had been painted anew.
-    bild_.setMarken({{QPointF(900, 800), QStringLiteral("1")}});
+    bild_.setzeMarken({{QPointF(900, 800), QStringLiteral("1")}});
     QApplication::processEvents();
     bild_.zeige({470, 380});
-    bild_.setMarken({{QPointF(920, 790), QStringLiteral("1"), true}});
+    bild_.setzeMarken({{QPointF(920, 790), QStringLiteral("1"), true}});
     QApplication::processEvents();
     const QImage schirm = bild_.screen()->grabWindow(bild_.winId()).toImage();
     ASSERT_FALSE(schirm.isNull());
@@ -204,12 +204,12 @@ TEST_F(BildTest, scrolledByDragAndWheel_showsWhatAFreshPaintWouldShow) {
 }
 
 TEST_F(BildTest, controlAndWheel_asksForZoomAndKeepsIt) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     std::vector<int> wünsche;
-    bild_.zoomGewünscht = [&](int richtung, QPointF ort) {
+    bild_.beiZoomwunsch([&](int richtung, QPointF ort) {
         wünsche.push_back(richtung);
         EXPECT_EQ(ort, QPointF(50, 50));
-    };
+    });
     dreheRad({0, 120}, Qt::ControlModifier);
     dreheRad({0, -60}, Qt::ControlModifier);
     dreheRad({0, -60}, Qt::ControlModifier);
@@ -218,24 +218,24 @@ TEST_F(BildTest, controlAndWheel_asksForZoomAndKeepsIt) {
 }
 
 TEST_F(BildTest, zoomChanges_middleStays) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     bild_.zeige({500, 400});
     for (const int zoom : {3, 2, 4, 1}) {
-        bild_.setZoomfaktor(zoom);
+        bild_.setzeZoomfaktor(zoom);
         const QPointF ab = bild_.ausschnitt().center() - QPointF(500, 400);
         EXPECT_LE(ab.manhattanLength(), 2) << zoom;
     }
-    bild_.setZoomfaktor(9);
+    bild_.setzeZoomfaktor(9);
     EXPECT_EQ(bild_.Zoomfaktor(), 4);
 }
 
 TEST_F(BildTest, keyPressed_goesToWhoMeasuresFirstThenScrolls) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     std::vector<int> tasten;
-    bild_.tasteGedrückt = [&](QKeyEvent* e) {
+    bild_.beiTaste([&](QKeyEvent* e) {
         tasten.push_back(e->key());
         return e->key() == Qt::Key_Down;
-    };
+    });
     QTest::keyClick(&bild_, Qt::Key_Down);
     EXPECT_EQ(stand().y(), 0);
     QTest::keyClick(&bild_, Qt::Key_PageDown);
@@ -244,7 +244,7 @@ TEST_F(BildTest, keyPressed_goesToWhoMeasuresFirstThenScrolls) {
 }
 
 TEST_F(BildTest, placeOutsideTheView_isScrolledInto) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(200, 200, 200)));
     bild_.macheSichtbar({600, 500});
     EXPECT_TRUE(QRectF(bild_.viewport()->rect()).contains(bild_.zuFenster({600, 500})));
     const QPoint jetzt = stand();
@@ -255,30 +255,30 @@ TEST_F(BildTest, placeOutsideTheView_isScrolledInto) {
 TEST_F(BildTest, marksOnLightAndDark_showAndLeaveTheVeinOpen) {
     for (const QRgb grund : {qRgb(255, 255, 255), qRgb(0, 0, 0), qRgb(128, 128, 128)}) {
         SCOPED_TRACE(qRed(grund));
-        bild_.setBild(einfarbig({1000, 800}, grund));
+        bild_.setzeBild(einfarbig({1000, 800}, grund));
         const QImage leer = gesehen();
-        bild_.setMarken({{QPointF(100, 120), QStringLiteral("7")}});
+        bild_.setzeMarken({{QPointF(100, 120), QStringLiteral("7")}});
         const QImage einfach = gesehen();
         EXPECT_GT(tinte(einfach, leer), 40);
         EXPECT_EQ(einfach.pixel(100, 120), leer.pixel(100, 120));
         EXPECT_EQ(tinte(einfach.copy(200, 0, 100, 300), leer.copy(200, 0, 100, 300)), 0);
 
-        bild_.setMarken({{QPointF(100, 120), QStringLiteral("7"), true}});
+        bild_.setzeMarken({{QPointF(100, 120), QStringLiteral("7"), true}});
         const QImage gewählt = gesehen();
         EXPECT_GT(tinte(gewählt, leer), tinte(einfach, leer) + 50);
         EXPECT_EQ(gewählt.pixel(100, 120), leer.pixel(100, 120));
 
-        bild_.setMarken({});
-        bild_.setErledigte({{QPointF(100, 120), QStringLiteral("012")}});
+        bild_.setzeMarken({});
+        bild_.setzeErledigte({{QPointF(100, 120), QStringLiteral("012")}});
         EXPECT_GT(tinte(gesehen(), leer), 20);
     }
 }
 
 TEST_F(BildTest, scrolledPicture_marksStayOnTheirVein) {
-    bild_.setBild(einfarbig({1000, 800}, qRgb(255, 255, 255)));
-    bild_.setZoomfaktor(2);
+    bild_.setzeBild(einfarbig({1000, 800}, qRgb(255, 255, 255)));
+    bild_.setzeZoomfaktor(2);
     bild_.zeige({400, 300});
-    bild_.setMarken({{QPointF(800, 600)}});
+    bild_.setzeMarken({{QPointF(800, 600)}});
     const QImage sicht = gesehen();
     const QPoint ort = bild_.zuFenster({800, 600}).toPoint();
     EXPECT_LT(qGray(sicht.pixel(ort + QPoint(7, 0))), 100);
@@ -309,8 +309,8 @@ TEST(LupeTest, placeUnderThePointer_isMagnifiedInTheMiddle) {
     QPainter(&bild).fillRect(QRect(500, 400, 2, 2), Qt::black);
     Lupe lupe;
     lupe.resize(220, 220);
-    lupe.setBild(bild, 2);
-    lupe.setMitte({1002, 802});
+    lupe.setzeBild(bild, 2);
+    lupe.setzeMitte({1002, 802});
     const QImage sicht = lupe.grab().toImage();
     // Two pixels at zoom 2, four times magnified: sixteen dark ones about the middle.
     EXPECT_LT(qGray(sicht.pixel(110, 110)), 60);

@@ -172,7 +172,7 @@ protected:
 
     /// Opens and reads all pixels: the fault of whichever fails first, else nothing.
     static std::optional<Bildfehler> fehler(const QString& pfad) {
-        auto offen = Bilddatei::oeffnen(pfad);
+        auto offen = Bilddatei::öffne(pfad);
         if (const auto* f = std::get_if<Bildfehler>(&offen))
             return *f;
         Bildfehler f;
@@ -225,7 +225,7 @@ TEST_F(BilddateiTest, openEachFormatUnderAnyName_givesSizeAndPixels) {
     };
     for (const auto& fall : fälle) {
         SCOPED_TRACE(fall.was);
-        auto offen = Bilddatei::oeffnen(datei(fall.bytes));
+        auto offen = Bilddatei::öffne(datei(fall.bytes));
         auto* bild = std::get_if<Bilddatei>(&offen);
         if (bild == nullptr) {
             ADD_FAILURE() << qPrintable(std::get<Bildfehler>(offen).grund);
@@ -258,7 +258,7 @@ TEST_F(BilddateiTest, openLargePicture_showsReducedOverviewFirst) {
     };
     for (const auto& fall : fälle) {
         SCOPED_TRACE(fall.was);
-        auto offen = Bilddatei::oeffnen(datei(fall.bytes));
+        auto offen = Bilddatei::öffne(datei(fall.bytes));
         ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
         auto& geöffnet = std::get<Bilddatei>(offen);
         EXPECT_EQ(geöffnet.größe(), bild.size());
@@ -280,7 +280,7 @@ TEST_F(BilddateiTest, openJpegOfFourInks_givesItsColours) {
         // Full cyan on white paper, in the way each kind of file stores it.
         const auto farbe =
             adobe ? std::array<JSAMPLE, 4>{0, 255, 255, 255} : std::array<JSAMPLE, 4>{255, 0, 0, 0};
-        auto offen = Bilddatei::oeffnen(datei(druckfarbenJpeg(adobe, farbe)));
+        auto offen = Bilddatei::öffne(datei(druckfarbenJpeg(adobe, farbe)));
         ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
         const QRgb p = std::get<Bilddatei>(offen).pixel(nullptr)->pixel(8, 8);
         EXPECT_LT(qRed(p), 10) << adobe;
@@ -420,7 +420,7 @@ TEST_F(BilddateiTest, pagesOfAFile_areToldAndReadByTheirNames) {
         int ersterPixel;
     } fälle[] = {{pfad, {4, 3}, 10}, {pfad + u"#2"_s, {1, 1}, 20}, {pfad + u"#3"_s, {2, 2}, 30}};
     for (const auto& fall : fälle) {
-        auto offen = Bilddatei::oeffnen(fall.name);
+        auto offen = Bilddatei::öffne(fall.name);
         ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen)) << qPrintable(fall.name);
         auto& bild = std::get<Bilddatei>(offen);
         EXPECT_EQ(bild.pfad(), fall.name);
@@ -444,7 +444,7 @@ TEST_F(BilddateiTest, notedOrientation_leavesPixelsWhereTheyAreStored) {
                             QByteArray::fromHex("080000000100120103000100000006000000"
                                                 "00000000");
     jpeg.insert(2, exif);
-    auto offen = Bilddatei::oeffnen(datei(jpeg));
+    auto offen = Bilddatei::öffne(datei(jpeg));
     ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
     auto& bild = std::get<Bilddatei>(offen);
     EXPECT_EQ(bild.größe(), QSize(64, 48));
@@ -461,9 +461,9 @@ TEST_F(BilddateiTest, stoppedAtAnyTime_givesNoPictureAndNoFault) {
             ++fragen;
             return true;
         };
-        ASSERT_TRUE(std::holds_alternative<Bilddatei>(Bilddatei::oeffnen(pfad, zähle))) << format;
+        ASSERT_TRUE(std::holds_alternative<Bilddatei>(Bilddatei::öffne(pfad, zähle))) << format;
         ASSERT_GT(fragen, 0) << format;
-        const auto offen = Bilddatei::oeffnen(pfad, [](qint64, qint64) { return false; });
+        const auto offen = Bilddatei::öffne(pfad, [](qint64, qint64) { return false; });
         const auto* f = std::get_if<Bildfehler>(&offen);
         ASSERT_NE(f, nullptr) << format;
         EXPECT_EQ(f->art, Art::Abgebrochen) << format;
@@ -508,7 +508,7 @@ TEST_F(BilddateiTest, fileChangesAfterOpening_pixelsAreAllOrNone) {
         };
         for (const auto& fall : fälle) {
             SCOPED_TRACE(fall.was);
-            auto offen = Bilddatei::oeffnen(datei(bytes));
+            auto offen = Bilddatei::öffne(datei(bytes));
             ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
             auto& geöffnet = std::get<Bilddatei>(offen);
             fall.tue(geöffnet.pfad());

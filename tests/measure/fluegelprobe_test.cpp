@@ -72,7 +72,7 @@ TEST(Flügelprobe, realWings_areNotDoubted_howeverTheyLie) {
         nurCI.messart = Messart::NurCubitalindex;
         EXPECT_THAT(flügelzweifel(nurCI), IsEmpty());
     }
-    const Musterblatt blatt = malen({.flügel = 20, .dpi = 600});
+    const Musterblatt blatt = male({.flügel = 20, .dpi = 600});
     for (const auto& punkte : blatt.punkte) {
         Flügelmessung m;
         for (int i = 1; i <= 8; ++i) {

@@ -16,12 +16,12 @@ using namespace tarvel;
 
 namespace {
 
-double abstand(const Fluegelform& form, std::size_t a, std::size_t b) {
+double abstand(const Flügelform& form, std::size_t a, std::size_t b) {
     return QLineF(form.punkte[a], form.punkte[b]).length();
 }
 
 /// Discoidal shift in twentieths of a millimetre, from distances alone as it is measured.
-double verschiebung(const Fluegelform& form) {
+double verschiebung(const Flügelform& form) {
     const double d12 = abstand(form, 1, 2);
     const auto fuss = [&](std::size_t i) {
         const double bis2 = abstand(form, 2, i);
@@ -32,11 +32,11 @@ double verschiebung(const Fluegelform& form) {
     return (fuss(4) - fuss(8)) * 2.5 / (1.5 + höhe) * 20;
 }
 
-std::vector<Fluegelform> formen() {
-    std::vector<Fluegelform> formen{Fluegelform::normal()};
+std::vector<Flügelform> formen() {
+    std::vector<Flügelform> formen{Flügelform::normal()};
     QRandomGenerator zufall(5);
     for (int i = 0; i < 12; ++i)
-        formen.push_back(Fluegelform::mitStreuung(zufall).gedreht(i - 6));
+        formen.push_back(Flügelform::mitStreuung(zufall).gedreht(i - 6));
     return formen;
 }
 
@@ -45,7 +45,7 @@ std::vector<Fluegelform> formen() {
 TEST(Fluegelzeichnung, everyForm_hasAPointWhereItsVeinsMeet) {
     // How many veins begin, end or pass at each point.
     constexpr std::array<int, 9> Adern{0, 3, 1, 3, 3, 3, 3, 3, 3};
-    for (const Fluegelform& form : formen()) {
+    for (const Flügelform& form : formen()) {
         for (std::size_t i = 1; i < form.punkte.size(); ++i) {
             int treffer = 0;
             for (const Ader& ader : form.adern) {
@@ -58,7 +58,7 @@ TEST(Fluegelzeichnung, everyForm_hasAPointWhereItsVeinsMeet) {
 }
 
 TEST(Fluegelzeichnung, everyForm_hasThePointsInTheOrderOfTheWing) {
-    for (const Fluegelform& form : formen()) {
+    for (const Flügelform& form : formen()) {
         const auto& p = form.punkte;
         EXPECT_GT(p[1].x(), p[3].x());
         EXPECT_GT(p[3].x(), p[4].x());
@@ -80,7 +80,7 @@ TEST(Fluegelzeichnung, spread_staysInTheNaturalRangeAndVaries) {
     double quadrate = 0;
     constexpr int Anzahl = 200;
     for (int i = 0; i < Anzahl; ++i) {
-        const Fluegelform form = Fluegelform::mitStreuung(zufall);
+        const Flügelform form = Flügelform::mitStreuung(zufall);
         const double ci = abstand(form, 5, 6) / abstand(form, 6, 7);
         const double hi = abstand(form, 5, 7) / abstand(form, 3, 4);
         const double dv = verschiebung(form);
@@ -97,8 +97,8 @@ TEST(Fluegelzeichnung, spread_staysInTheNaturalRangeAndVaries) {
 }
 
 TEST(Fluegelzeichnung, turned_keepsAllDistances) {
-    const Fluegelform form = Fluegelform::normal();
-    const Fluegelform schräg = form.gedreht(7);
+    const Flügelform form = Flügelform::normal();
+    const Flügelform schräg = form.gedreht(7);
     for (std::size_t i = 2; i < form.punkte.size(); ++i)
         EXPECT_NEAR(abstand(form, 1, i), abstand(schräg, 1, i), 1e-9);
     // Clockwise on the picture: the left tip rises over the root.
@@ -114,7 +114,7 @@ TEST(Fluegelzeichnung, cells_borderOnThePointsThatAreNamedAfterThem) {
                        {Zelle::Cubital2, {1, 3, 5}},
                        {Zelle::Cubital3, {3, 4, 5, 6, 7}},
                        {Zelle::Discoidal, {5, 6, 8}}};
-    const Fluegelform form = Fluegelform::normal();
+    const Flügelform form = Flügelform::normal();
     for (const auto& fall : fälle) {
         const QPainterPath zelle = form.zelle(fall.zelle);
         for (std::size_t i = 1; i < form.punkte.size(); ++i) {
@@ -133,14 +133,14 @@ TEST(Fluegelzeichnung, cells_borderOnThePointsThatAreNamedAfterThem) {
 
 TEST(Fluegelzeichnung, painted_isDarkAtThePointsAndLightInTheCells) {
     constexpr double Maßstab = 1200 / 25.4;
-    for (const Fluegelform& form : formen()) {
+    for (const Flügelform& form : formen()) {
         QImage bild(520, 240, QImage::Format_RGB32);
         bild.fill(Qt::white);
         const QPointF ursprung = QPointF(10, 10) - form.rahmen().topLeft() * Maßstab;
         QPainter painter(&bild);
         painter.translate(ursprung);
         painter.scale(Maßstab, Maßstab);
-        paintFluegel(painter, form, Fluegelstil::scan(true));
+        maleFlügel(painter, form, Flügelstil::scan(true));
         painter.end();
         const auto grau = [&](QPointF ort) {
             const QPointF pixel = ort * Maßstab + ursprung;

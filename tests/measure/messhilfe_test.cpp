@@ -55,7 +55,7 @@ TEST(MessHilfe, drawing_staysInItsFrameAndFollowsThePalette) {
             QImage bild(600, 500, QImage::Format_RGB32);
             bild.fill(grund);
             QPainter painter(&bild);
-            paintMessHilfe(painter, rahmen, palette, texte);
+            maleMessHilfe(painter, rahmen, palette, texte);
             painter.end();
             qint64 bemalt = 0;
             qint64 daneben = 0;

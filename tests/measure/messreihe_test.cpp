@@ -277,10 +277,10 @@ TEST(Reihenmodelle, showSeriesAndFigures_andKeepTheModelContract) {
 TEST(Verteiler, commands_reachTheirHandlerThenTheListeners) {
     Verteiler verteiler;
     QStringList spur;
-    verteiler.anmelden(befehl::Alle, [&] { spur << u"alle"_s; });
+    verteiler.meldeAn(befehl::Alle, [&] { spur << u"alle"_s; });
     verteiler.nachJedemBefehl([&](QStringView wort) { spur << u"nach "_s + wort.toString(); });
-    EXPECT_TRUE(verteiler.ausführen(u"Alle"));
-    EXPECT_FALSE(verteiler.ausführen(befehl::Kurven));
+    EXPECT_TRUE(verteiler.führeAus(u"Alle"));
+    EXPECT_FALSE(verteiler.führeAus(befehl::Kurven));
     EXPECT_FALSE(verteiler.kennt(u"alle")); // internal words, to the letter
     EXPECT_THAT(spur, ElementsAre(u"alle"_s, u"nach Alle"_s));
 }

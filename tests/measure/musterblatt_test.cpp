@@ -30,7 +30,7 @@ std::pair<int, int> graustufen(const QImage& bild, QPointF ort) {
 TEST(Musterblatt, truePoints_lieOnVeins) {
     for (const bool grau : {true, false}) {
         for (const int dpi : {600, 1200, 2400}) {
-            const Musterblatt muster = malen({.flügel = 6, .dpi = dpi, .saat = 4, .grau = grau});
+            const Musterblatt muster = male({.flügel = 6, .dpi = dpi, .saat = 4, .grau = grau});
             ASSERT_EQ(muster.punkte.size(), 6U);
             for (const auto& punkte : muster.punkte) {
                 for (std::size_t i = 1; i < punkte.size(); ++i) {
@@ -51,18 +51,18 @@ TEST(Musterblatt, truePoints_lieOnVeins) {
 
 TEST(Musterblatt, sameChoice_givesSameSheet) {
     const Musterblattwahl wahl{.flügel = 3, .dpi = 600, .saat = 9};
-    const Musterblatt eins = malen(wahl);
-    const Musterblatt zwei = malen(wahl);
+    const Musterblatt eins = male(wahl);
+    const Musterblatt zwei = male(wahl);
     EXPECT_EQ(eins.bild, zwei.bild);
     EXPECT_EQ(eins.punkte, zwei.punkte);
     Musterblattwahl andere = wahl;
     andere.saat = 10;
-    EXPECT_NE(malen(andere).punkte, eins.punkte);
+    EXPECT_NE(male(andere).punkte, eins.punkte);
 }
 
 TEST(Musterblatt, resolution_scalesThePointsOnly) {
-    const Musterblatt grob = malen({.flügel = 4, .dpi = 300, .saat = 6, .grau = true});
-    const Musterblatt fein = malen({.flügel = 4, .dpi = 1200, .saat = 6, .grau = true});
+    const Musterblatt grob = male({.flügel = 4, .dpi = 300, .saat = 6, .grau = true});
+    const Musterblatt fein = male({.flügel = 4, .dpi = 1200, .saat = 6, .grau = true});
     ASSERT_EQ(grob.punkte.size(), fein.punkte.size());
     for (std::size_t nummer = 0; nummer < grob.punkte.size(); ++nummer) {
         for (std::size_t i = 1; i < 9; ++i) {
@@ -75,7 +75,7 @@ TEST(Musterblatt, resolution_scalesThePointsOnly) {
 
 TEST(Musterblatt, sheet_isFilledRowByRow) {
     const Musterblatt muster =
-        malen({.flügel = 6, .dpi = 300, .blatt = QSizeF(40, 30), .saat = 1, .grau = true});
+        male({.flügel = 6, .dpi = 300, .blatt = QSizeF(40, 30), .saat = 1, .grau = true});
     EXPECT_EQ(muster.bild.size(), QSize(472, 354));
     ASSERT_EQ(muster.punkte.size(), 6U);
     for (std::size_t i = 1; i < 6; ++i) {
@@ -103,7 +103,7 @@ TEST(Musterblatt, impossibleChoice_givesNothing) {
                                      {.flügel = 1, .blatt = QSizeF(1e12, 1e12)},
                                      {.flügel = 1, .blatt = QSizeF(std::nan(""), 20)}};
     for (const Musterblattwahl& wahl : fälle) {
-        const Musterblatt muster = malen(wahl);
+        const Musterblatt muster = male(wahl);
         EXPECT_TRUE(muster.bild.isNull());
         EXPECT_TRUE(muster.punkte.empty());
     }

@@ -15,12 +15,12 @@ protected:
         übersicht_.resize(412, 212);
         QImage bild(1000, 500, QImage::Format_RGB888);
         bild.fill(Qt::white);
-        übersicht_.setBild(bild, {4000, 2000});
-        übersicht_.setRahmen({800, 400});
-        übersicht_.gewählt = [this](const Übersicht::Wahl& wahl) {
+        übersicht_.setzeBild(bild, {4000, 2000});
+        übersicht_.setzeRahmen({800, 400});
+        übersicht_.beiWahl([this](const Übersicht::Wahl& wahl) {
             gewählt_.push_back(wahl.mitte);
             letzte_ = wahl;
-        };
+        });
         übersicht_.show();
     }
 
@@ -57,12 +57,12 @@ TEST_F(ÜbersichtTest, clickNearOrBesideTheEdge_keepsTheFrameInside) {
         EXPECT_EQ(letzte_.ort, übersicht_.zuBild(fall.klick)); // at the edge not the middle
         EXPECT_FALSE(letzte_.neu);
     }
-    übersicht_.setRahmen({9000, 9000});
+    übersicht_.setzeRahmen({9000, 9000});
     EXPECT_EQ(übersicht_.mitte(), QPointF(2000, 1000));
 }
 
 TEST_F(ÜbersichtTest, keys_moveTheFrameAndEnterChooses) {
-    übersicht_.setMitte({2000, 1000});
+    übersicht_.setzeMitte({2000, 1000});
     const struct {
         Qt::Key taste;
         Qt::KeyboardModifiers umschalt;
@@ -86,7 +86,7 @@ TEST_F(ÜbersichtTest, keys_moveTheFrameAndEnterChooses) {
 }
 
 TEST_F(ÜbersichtTest, escapeWhileDragging_takesTheFrameBack) {
-    übersicht_.setMitte({2000, 1000});
+    übersicht_.setzeMitte({2000, 1000});
     QTest::mousePress(&übersicht_, Qt::LeftButton, Qt::NoModifier, imFenster(1000, 500));
     QTest::keyClick(&übersicht_, Qt::Key_Escape);
     QTest::mouseRelease(&übersicht_, Qt::LeftButton, Qt::NoModifier, imFenster(1000, 500));
@@ -98,8 +98,8 @@ TEST_F(ÜbersichtTest, paintedOnLightAndDark_showsFrameAndWings) {
     for (const Qt::GlobalColor grund : {Qt::white, Qt::black}) {
         QImage bild(1000, 500, QImage::Format_Grayscale8);
         bild.fill(grund);
-        übersicht_.setBild(bild, {4000, 2000});
-        übersicht_.setMitte({2000, 1000});
+        übersicht_.setzeBild(bild, {4000, 2000});
+        übersicht_.setzeMitte({2000, 1000});
         const auto unterschied = [&](const QImage& sicht, QPoint ort) {
             int größter = 0;
             for (int dx = -3; dx <= 3; ++dx)
@@ -110,14 +110,14 @@ TEST_F(ÜbersichtTest, paintedOnLightAndDark_showsFrameAndWings) {
         QImage sicht = übersicht_.grab().toImage();
         EXPECT_GT(unterschied(sicht, imFenster(1600, 1000)), 150) << "left side of the frame";
         EXPECT_EQ(unterschied(sicht, imFenster(2000, 1000)), 0);
-        übersicht_.setErledigte({{QPointF(3500, 1500), QStringLiteral("003")}});
+        übersicht_.setzeErledigte({{QPointF(3500, 1500), QStringLiteral("003")}});
         sicht = übersicht_.grab().toImage();
         EXPECT_GT(unterschied(sicht, imFenster(3500, 1500)), 60);
     }
 }
 
 TEST_F(ÜbersichtTest, noPicture_choosesNothing) {
-    übersicht_.setBild({}, {});
+    übersicht_.setzeBild({}, {});
     QTest::mouseClick(&übersicht_, Qt::LeftButton, Qt::NoModifier, {100, 100});
     QTest::keyClick(&übersicht_, Qt::Key_Return);
     (void)übersicht_.grab();

@@ -45,7 +45,7 @@ protected:
 struct Lesefall {
     QStringView datei;
     QStringView sektion;
-    QStringView schluessel;
+    QStringView schlüssel;
     QStringView wert;
 };
 
@@ -93,8 +93,8 @@ TEST_F(ProfilTest, readString_followsTheRulesOfProfileFiles) {
     for (const Lesefall& fall : faelle) {
         schreibe(bytes(fall.datei.toString()));
         const QByteArray sektion = bytes(fall.sektion.toString());
-        const QByteArray schluessel = bytes(fall.schluessel.toString());
-        EXPECT_EQ(text(sektion, schluessel), bytes(fall.wert.toString()))
+        const QByteArray schlüssel = bytes(fall.schlüssel.toString());
+        EXPECT_EQ(text(sektion, schlüssel), bytes(fall.wert.toString()))
             << fall.datei.toString().toStdString();
     }
 }
@@ -164,8 +164,8 @@ TEST_F(ProfilTest, readInt_takesTheLeadingDecimalNumber) {
 struct Schreibfall {
     const char* vorher;
     const char* sektion;
-    const char* schluessel; // nullptr removes the section
-    const char* wert;       // nullptr removes the key
+    const char* schlüssel; // nullptr removes the section
+    const char* wert;      // nullptr removes the key
     const char* nachher;
 };
 
@@ -218,7 +218,7 @@ TEST_F(ProfilTest, write_changesOnlyItsOwnLine) {
         const auto oder = [](const char* text) {
             return text != nullptr ? std::optional(QByteArrayView(text)) : std::nullopt;
         };
-        EXPECT_TRUE(WritePrivateProfileStringA(fall.sektion, oder(fall.schluessel), oder(fall.wert),
+        EXPECT_TRUE(WritePrivateProfileStringA(fall.sektion, oder(fall.schlüssel), oder(fall.wert),
                                                pfad()));
         EXPECT_EQ(lies(), QByteArray(fall.nachher));
     }
@@ -235,8 +235,8 @@ TEST_F(ProfilTest, writeNameThatIsNoName_leavesFileAlone) {
         {"x\ry", "k"},
         {"a", QByteArray("x\0y", 3)},
     };
-    for (const auto& [sektion, schluessel] : namen)
-        EXPECT_FALSE(WritePrivateProfileStringA(sektion, schluessel, "2", pfad()));
+    for (const auto& [sektion, schlüssel] : namen)
+        EXPECT_FALSE(WritePrivateProfileStringA(sektion, schlüssel, "2", pfad()));
     EXPECT_EQ(lies(), "[a]\r\nk=1\r\n");
 }
 
@@ -255,7 +255,7 @@ TEST_F(ProfilTest, severalChanges_reachTheFileTogether) {
     EXPECT_TRUE(profil.setze("a", "l", "3"));
     EXPECT_EQ(profil.wert("a", "l"), "3");
     EXPECT_EQ(lies(), "[a]\r\nk=1\r\n");
-    EXPECT_TRUE(profil.sichern());
+    EXPECT_TRUE(profil.sichere());
     EXPECT_EQ(lies(), "[a]\r\nk=2\r\nl=3\r\n");
 }
 

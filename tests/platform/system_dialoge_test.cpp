@@ -118,7 +118,7 @@ TEST(SystemDialoge, markupAndWords_areShownAsTheyAre) {
 }
 
 // What can be done to the files in a chooser of the toolkit's own.
-void pruefeChooser(const QString& ordner, const std::function<void()>& oeffne, bool neuerOrdner) {
+void prüfeChooser(const QString& ordner, const std::function<void()>& öffne, bool neuerOrdner) {
     const QString datei = ordner + u"/Untersuchungen.tdb"_s;
     QFile angelegt(datei);
     ASSERT_TRUE(angelegt.open(QIODevice::WriteOnly));
@@ -145,9 +145,9 @@ void pruefeChooser(const QString& ordner, const std::function<void()>& oeffne, b
         auto& liste = *chooser->findChild<QListView*>(u"listView"_s);
         liste.setCurrentIndex(liste.model()->index(0, 0, liste.rootIndex()));
         QTimer::singleShot(0, qApp, [&] { // the menu waits for an answer
-            auto* menue = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_NE(menue, nullptr);
-            for (const QAction* befehl : menue->actions()) {
+            auto* menü = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menü, nullptr);
+            for (const QAction* befehl : menü->actions()) {
                 if (befehl->objectName() == u"qt_new_folder_action"_s) {
                     EXPECT_EQ(befehl->isEnabled(), neuerOrdner);
                 } else if (befehl->objectName() == u"qt_rename_action"_s ||
@@ -155,7 +155,7 @@ void pruefeChooser(const QString& ordner, const std::function<void()>& oeffne, b
                     EXPECT_FALSE(befehl->isEnabled() && befehl->isVisible());
                 }
             }
-            menue->close();
+            menü->close();
         });
         Q_EMIT liste.customContextMenuRequested(QPoint(5, 5));
         for (const int taste : {Qt::Key_F2, Qt::Key_Delete}) {
@@ -165,7 +165,7 @@ void pruefeChooser(const QString& ordner, const std::function<void()>& oeffne, b
         }
         chooser->reject();
     });
-    oeffne();
+    öffne();
     EXPECT_TRUE(QFile::exists(datei));
 }
 
@@ -173,12 +173,12 @@ TEST(SystemDialoge, choosers_leaveTheFilesAsTheyAre) {
     SystemDialoge dialoge;
     const QTemporaryDir ordner;
     const QString pfad = ordner.path();
-    pruefeChooser(
-        pfad, [&] { (void)dialoge.dateiOeffnen(u"T"_s, pfad, u"x (*.tdb)"_s); }, false);
-    pruefeChooser(
-        pfad, [&] { (void)dialoge.dateienOeffnen(u"T"_s, pfad, u"x (*.tdb)"_s); }, false);
-    pruefeChooser(
-        pfad, [&] { (void)dialoge.dateiSpeichern(u"T"_s, pfad + u"/a.tdb"_s, u"x (*.tdb)"_s); },
+    prüfeChooser(
+        pfad, [&] { (void)dialoge.wähleDatei(u"T"_s, pfad, u"x (*.tdb)"_s); }, false);
+    prüfeChooser(
+        pfad, [&] { (void)dialoge.wähleDateien(u"T"_s, pfad, u"x (*.tdb)"_s); }, false);
+    prüfeChooser(
+        pfad, [&] { (void)dialoge.wähleZieldatei(u"T"_s, pfad + u"/a.tdb"_s, u"x (*.tdb)"_s); },
         true);
 }
 

@@ -20,7 +20,7 @@ QRectF tinte(const Briefkopf& kopf) {
     blatt.fill(Qt::white);
     QPainter painter(&blatt);
     painter.scale(Pixel, Pixel);
-    paintBriefkopf(painter, kopf, Briefkopfgrafik(kopf));
+    maleBriefkopf(painter, kopf, Briefkopfgrafik(kopf));
     painter.end();
     QRect bemalt;
     for (int y = 0; y < blatt.height(); ++y) {

@@ -45,19 +45,19 @@ public:
         antworten.pop_front();
         return antwort;
     }
-    QString dateiOeffnen(const QString&, const QString&, const QString& muster) override {
+    QString wähleDatei(const QString&, const QString&, const QString& muster) override {
         filter << muster;
         return dateien.isEmpty() ? QString() : dateien.takeFirst();
     }
     /// All that are left.
-    QStringList dateienOeffnen(const QString&, const QString&, const QString& muster) override {
+    QStringList wähleDateien(const QString&, const QString&, const QString& muster) override {
         filter << muster;
         return std::exchange(dateien, {});
     }
-    QString ordnerWaehlen(const QString&, const QString&) override {
+    QString wähleOrdner(const QString&, const QString&) override {
         return dateien.isEmpty() ? QString() : dateien.takeFirst();
     }
-    QString dateiSpeichern(const QString&, const QString&, const QString& muster) override {
+    QString wähleZieldatei(const QString&, const QString&, const QString& muster) override {
         filter << muster;
         return dateien.isEmpty() ? QString() : dateien.takeFirst();
     }

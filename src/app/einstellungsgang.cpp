@@ -1,0 +1,83 @@
+#include "app/einstellungsgang.h"
+
+#include "app/optionen.h"
+#include "measure/aufloesung.h"
+#include "measure/messleiste.h"
+#include "measure/messplatz.h"
+
+#include <QGuiApplication>
+
+namespace tarvel {
+
+Einstellungsgang::Einstellungsgang(const Umgebung& umgebung, Benutzerspeicher& speicher,
+                                   Arbeitsplatz& arbeitsplatz, Fensterfläche& fläche,
+                                   Hinweisgeber& hinweise, Befehlsleiste& befehle)
+    : umgebung_(umgebung)
+    , speicher_(speicher)
+    , arbeitsplatz_(arbeitsplatz)
+    , fläche_(fläche)
+    , hinweise_(hinweise)
+    , befehle_(befehle) {}
+
+void Einstellungsgang::richteEin() {
+    const Einstellungen& e = umgebung_.einstellungen;
+    arbeitsplatz_.richteEin();
+    befehle_.zeigeWerkzeugtexte(e.schalter(Einstellung::FensterWerkzeugtexte));
+    fläche_.messplatz->lupen().setzeAmZeiger(e.schalter(Einstellung::FensterLupeAmZeiger));
+    fläche_.messleiste->setzeZiel(e.zahl(Einstellung::Zielzahl));
+}
+
+int Einstellungsgang::gespeicherteAuflösung() const {
+    return scannerauflösung(umgebung_.einstellungen.zahl(Einstellung::ScannMessung));
+}
+
+void Einstellungsgang::optionen(QWidget* fenster) {
+    const int vorher = gespeicherteAuflösung();
+    Optionen dialog(umgebung_, speicher_, arbeitsplatz_.untersuchung().angaben().Rasse + 1,
+                    fenster);
+    dialog.exec();
+    // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
+    // measured changes only where the user changed it. For a missing key the dialog shows, and
+    // writes, another default than the one that is being measured with.
+    const bool andereAuflösung = dialog.geändert(Einstellung::ScannOptionen);
+    arbeitsplatz_.übernimmEinstellungen(andereAuflösung);
+    const Arbeitseinstellungen e = arbeitsplatz_.einstellungen();
+    if (andereAuflösung) {
+        arbeitsplatz_.setzeAuflösung(e.auflösung);
+    }
+    if (dialog.geändert(Einstellung::DefaultZoomOptionen)) {
+        fläche_.messplatz->wünscheZoom(e.Zoomfaktor);
+    }
+    if (dialog.geändert(Einstellung::Betriebsart)) {
+        fläche_.messplatz->wünscheMessart(e.messart);
+    }
+    if (const int neue = gespeicherteAuflösung(); !andereAuflösung && neue != vorher) {
+        hinweise_.zeige(
+            {Meldung::AuflösungBeimNächstenStart,
+             {QString::number(arbeitsplatz_.messung().aufnahme().dpi), QString::number(neue)}});
+    }
+    hinweise_.warneVorGeringerAuflösung(andereAuflösung);
+}
+
+void Einstellungsgang::wähleSprache(int index) {
+    umgebung_.einstellungen.schreibe(Einstellung::Sprache, index);
+    umgebung_.texte.SpracheEinstellen(index);
+    // A large results file takes some seconds.
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    arbeitsplatz_.SpracheDB();
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void Einstellungsgang::schalteLupe() {
+    Lupenpaar& lupen = fläche_.messplatz->lupen();
+    lupen.setzeAmZeiger(!lupen.amZeiger());
+    umgebung_.einstellungen.schreibe(Einstellung::FensterLupeAmZeiger, lupen.amZeiger() ? 1 : 0);
+}
+
+void Einstellungsgang::schalteWerkzeugtexte() {
+    const bool zeigen = !befehle_.mitWerkzeugtexten();
+    befehle_.zeigeWerkzeugtexte(zeigen);
+    umgebung_.einstellungen.schreibe(Einstellung::FensterWerkzeugtexte, zeigen ? 1 : 0);
+}
+
+} // namespace tarvel
