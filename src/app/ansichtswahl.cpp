@@ -23,7 +23,7 @@ Ansichtswahl::Ansichtswahl(Verteiler& verteiler, const Arbeitsplatz& arbeitsplat
         zeige(auswertung.korrel(),
               arbeitsplatz_.reihe().hiDvZeilen().empty() ? HinweisKeiner : HinweisKreuzZeigen);
     });
-    verteiler.meldeAn(befehl::Merkmal, [this] { zeige(fläche_.merkmal(), merkmalhinweis()); });
+    verteiler.meldeAn(befehl::Merkmal, [this] { zeigeMerkmale(); });
     verteiler.meldeAn(befehl::Messen, [this] { zeigeMessplatz(false); });
     for (const auto& [wort, nummer] :
          {std::pair{befehl::Vorschau1, 1}, std::pair{befehl::Vorschau2, 2}}) {
@@ -51,6 +51,10 @@ void Ansichtswahl::zeige(QWidget& ansicht, int hinweisnummer) {
     fläche_.zeige(&ansicht);
     ansicht.setFocus();
     hinweise_.ZeigeHinweis(hinweisnummer);
+}
+
+void Ansichtswahl::zeigeMerkmale() {
+    zeige(fläche_.merkmal(), merkmalhinweis());
 }
 
 void Ansichtswahl::zeigeAlle() {

@@ -19,6 +19,7 @@ public:
                  Auswertung& auswertung, Protokollausgabe& protokoll, Hinweisgeber& hinweise);
 
     void zeigeAlle();
+    void zeigeMerkmale();
     /// Overview of the scan, or measuring view.
     void zeigeMessplatz(bool übersicht);
     /// The place of measuring as it is, with a hint, 0 to 15.

@@ -83,7 +83,7 @@ QString Austausch::importiere(QWidget* fenster, const QStringList& dateien) cons
                          .auflösung = scannerauflösung(e.zahl(Einstellung::ScannMessung)),
                          .rasse = rasse,
                          .standard = ladeRassestandard(rasse + 1, e),
-                         .BewertungAktiv = e.schalter(Einstellung::Beurteilung)});
+                         .regeln = ladeUrteilsregeln(e)});
         Fortschritt fortschritt(fenster, titel, t(Text::Abbrechen), static_cast<int>(zahl));
         for (qsizetype i = 0; i < zahl; ++i) {
             const QString stand =
@@ -147,7 +147,7 @@ QString Austausch::exportiere() const {
     Ausfuhr ausfuhr(alsTps ? Ausfuhrart::Tps : Ausfuhrart::Flügel, bildhöhe);
     const Satzumgebung satz = satzumgebung();
     const Ablagestand stand = arbeitsplatz_.ablagestand();
-    (void)ausfuhr.nimm(satzAus(arbeitsplatz_.untersuchung(), stand.EntsprichtRasse, stand.auflösung,
+    (void)ausfuhr.nimm(satzAus(arbeitsplatz_.untersuchung(), stand.urteil, stand.auflösung,
                                umgebung_.uhr.now().date(), satz),
                        satz);
     if (const QStringList& flügel = ausfuhr.ohneBildhöhe(); !flügel.isEmpty()) {

@@ -1,8 +1,12 @@
 #include "app/auswertung.h"
 
 #include "evaluation/diagrammansicht.h"
+#include "evaluation/kriterien.h"
 #include "evaluation/merkmalansicht.h"
 #include "evaluation/urteilsanzeige.h"
+#include "print/protokolleinstellungen.h"
+
+#include <algorithm>
 
 namespace tarvel {
 
@@ -14,12 +18,15 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
     , kurven_(new Diagrammansicht(Diagrammansicht::Art::Kurven, umgebung.texte, umgebung.dialoge))
     , korrel_(new Diagrammansicht(Diagrammansicht::Art::Korrel, umgebung.texte, umgebung.dialoge))
     , urteil_(new Urteilsanzeige(umgebung.texte)) {
+    urteil_->beiMangelwahl([this](const Prüfwert& mangel) { zeigeVerursacher(mangel); });
+    urteil_->beiNeubeurteilung([this] { arbeitsplatz_.beurteileNeu(); });
     for (Diagrammansicht* ansicht : {kurven_, korrel_}) {
         ansicht->beiWahl([this](const std::vector<int>& flügel) {
             if (beiWahl_) {
                 beiWahl_(flügel);
             }
         });
+        ansicht->setzeUnterschrift([this] { return unterschrift(); });
     }
 }
 
@@ -66,8 +73,42 @@ void Auswertung::aktualisiere() {
     Korrelbild korrel = korrelbild(untersuchung.reihe(), standard.linien, tiere);
     korrel.format = umgebung_.format;
     korrel_->zeige(std::move(korrel));
-    urteil_->zeige(beurteilung, rasse, umgebung_.format);
+    const QString& fremde = untersuchung.angaben().Rassenname;
+    urteil_->zeige(beurteilung, fremde.isEmpty() ? rasse : fremde, umgebung_.format,
+                   arbeitsplatz_.gespeichertesUrteil());
     benenneBilder();
+}
+
+Bildunterschrift Auswertung::unterschrift() const {
+    const Texte& texte = umgebung_.texte;
+    const Untersuchung& untersuchung = arbeitsplatz_.untersuchung();
+    const Kolonieangaben& angaben = untersuchung.angaben();
+    const QString nummer = angaben.UNr.trimmed();
+    return {
+        .untersuchung = nummer.isEmpty() ? QString() : texte(Text::UntersuchungNr) + u' ' + nummer,
+        .rasse = angaben.Rassenname.isEmpty()
+                     ? arbeitsplatz_.einstellungen().rassen.value(angaben.Rasse)
+                     : angaben.Rassenname,
+        .tiere = texte(angaben.Tiere == Geschlecht::Drohnen ? Text::Drohnen : Text::Arbeiterinnen),
+        .datum = datumstext(Datumsform::ÄnderungLang, umgebung_.uhr.now().date(),
+                            untersuchung.datum(), texte.sprache().value_or(Sprache::Deutsch)),
+        .ausgelassen = ausgelassen(untersuchung.reihe(), texte)};
+}
+
+void Auswertung::zeigeVerursacher(const Prüfwert& mangel) {
+    const auto liste = kriterien(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil());
+    const auto k = std::find_if(liste.begin(), liste.end(),
+                                [&](const Kriterium& eines) { return eines.prüfwert == mangel; });
+    if (k == liste.end()) {
+        return;
+    }
+    if (mangel.art == Prüfung::Merkmal) {
+        if (beiMerkmalwahl_) {
+            beiMerkmalwahl_(k->bienen);
+        }
+    } else if (beiWahl_) {
+        beiWahl_(k->flügel);
+    }
 }
 
 /// Names that saving a chart proposes.

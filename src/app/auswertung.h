@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/umgebung.h"
+#include "evaluation/diagrammdatei.h"
 #include "measure/reihenmodelle.h"
 #include "results/arbeitsplatz.h"
 
@@ -22,6 +23,10 @@ public:
 
     /// Called with the wings that were chosen in a chart.
     void beiWahl(std::function<void(const std::vector<int>&)> wahl) { beiWahl_ = std::move(wahl); }
+    /// Called with places in the list of body marks, those of the bees behind a reason.
+    void beiMerkmalwahl(std::function<void(const std::vector<int>&)> wahl) {
+        beiMerkmalwahl_ = std::move(wahl);
+    }
 
     [[nodiscard]] Diagrammansicht& kurven() const { return *kurven_; }
     [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
@@ -39,9 +44,12 @@ public:
     void zeigeZweifel(const Zweifelsfälle& zweifel);
 
 private:
+    [[nodiscard]] Bildunterschrift unterschrift() const;
     void benenneBilder();
+    void zeigeVerursacher(const Prüfwert& mangel);
 
     std::function<void(const std::vector<int>&)> beiWahl_;
+    std::function<void(const std::vector<int>&)> beiMerkmalwahl_;
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;
     Diagrammansicht* kurven_;

@@ -5,6 +5,7 @@
 #include "app/befehlsleiste.h"
 #include "app/fensterflaeche.h"
 #include "app/hinweisgeber.h"
+#include "evaluation/merkmalansicht.h"
 #include "measure/messplatz.h"
 #include "results/arbeitsplatz.h"
 
@@ -31,6 +32,10 @@ Flügelbefehle::Flügelbefehle(const Umgebung& umgebung, Arbeitsplatz& arbeitspl
     const auto wähle = [this](const std::vector<int>& flügel) { fläche_.wähle(flügel); };
     fläche_.messplatz->beiWahl(wähle);
     auswertung_.beiWahl(wähle);
+    auswertung_.beiMerkmalwahl([this](const std::vector<int>& bienen) {
+        ansichten_.zeigeMerkmale();
+        fläche_.merkmal().wähle(bienen);
+    });
     fläche_.messplatz->beiAuskunft([this](int nummer) {
         return flügeltipp(arbeitsplatz_.reihe(), modelle_.zweifel(), nummer, umgebung_.texte);
     });

@@ -141,9 +141,9 @@ bool Untersuchungsgang::lade(const QString& nummer) {
     dienste_.verteiler.führeAus(befehl::Alle);
     const Texte& t = umgebung_.texte;
     if (const std::optional<bool> urteil = arbeitsplatz_.beurteilung().urteil();
-        urteil && *urteil != gelesen->EntsprichtRasse) {
+        urteil && gelesen->urteil && *urteil != *gelesen->urteil) {
         dienste_.hinweise.zeige(
-            {Meldung::UrteilAnders, {urteilswort(gelesen->EntsprichtRasse), urteilswort(*urteil)}});
+            {Meldung::UrteilAnders, {urteilswort(*gelesen->urteil), urteilswort(*urteil)}});
     }
     if (gelesen->rasse) {
         dienste_.hinweise.zeige({Meldung::RasseNichtInListe,

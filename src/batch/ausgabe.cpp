@@ -82,7 +82,8 @@ Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteA
     if (ziel.isEmpty() || ziel == Standardstrom || istStandardausgabe(systempfad(ziel))) {
         return umgebung.ausgabe.write(inhalt) == inhalt.size() ? Status::Gut : Status::NichtLesbar;
     }
-    const bool keineDatei = dateiart(systempfad(ziel)) == Dateiart::Sonstige;
+    const bool keineDatei =
+        istOffen(systempfad(ziel)) || dateiart(systempfad(ziel)) == Dateiart::Sonstige;
     const std::optional<QString> grund =
         keineDatei ? schreibeHinein(ziel, inhalt) : schreibeDatei(ziel, inhalt);
     if (!grund) {

@@ -29,9 +29,11 @@ Auswertungsprobe werteAus(const QString& datei, const Koordinaten& koordinaten,
                                 .bildhöhe = {},
                                 .ausgelassen = satz.ausgelassen});
     }
-    probe.beurteilung =
-        urteile(vorgabe.tiere, probe.reihe, {}, vorgabe.standard, {vorgabe.BewertungAktiv})
-            .beurteilung;
+    Merkmale keine;
+    keine.Tiere = vorgabe.tiere;
+    probe.beurteilung = urteile({.tiere = vorgabe.tiere, .reihe = probe.reihe, .merkmale = keine},
+                                vorgabe.standard, vorgabe.regeln)
+                            .beurteilung;
     return probe;
 }
 
@@ -113,8 +115,7 @@ Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung) 
                                      .tiere = befehl.tiere,
                                      .rasse = rasse->name,
                                      .standard = rasse->standard,
-                                     .BewertungAktiv =
-                                         einstellungen->schalter(Einstellung::Beurteilung),
+                                     .regeln = ladeUrteilsregeln(*einstellungen),
                                      .format = umgebung.format};
     std::vector<Auswertungsprobe> proben;
     bool alleGelesen = true;

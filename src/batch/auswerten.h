@@ -20,7 +20,7 @@ struct Auswertungsvorgabe {
     Geschlecht tiere = Geschlecht::Arbeiterinnen;
     QString rasse;
     Rassestandard standard;
-    bool BewertungAktiv = true;
+    Urteilsregeln regeln;
     Zahlenformat format;
 };
 

@@ -2,6 +2,7 @@
 
 #include "batch/ausgabe.h"
 #include "evaluation/klassen.h"
+#include "evaluation/urteilstext.h"
 #include "measure/indexmuster.h"
 #include "measure/reihenmodelle.h"
 #include "measure/statistik.h"
@@ -26,29 +27,11 @@ std::map<int, int> flügelJeKlasse(const Messreihe& reihe) {
     return klassen;
 }
 
-/// A failed check as a sentence.
-QString mangeltext(const Prüfwert& wert, const Auswertungsprobe& probe, const Texte& texte) {
-    const QString bereich = klassenbereichtext(wert.bereich);
-    if (wert.art == Prüfung::Nebengipfel) {
-        return texte(Text::Nebengipfel) + u' ' + bereich;
-    }
-    return texte(Meldung::MangelKlassen)
-        .arg(bereich, QString::number(wert.gemessen.value_or(0)),
-             zahltext(wert.erlaubt, probe.vorgabe.format));
-}
-
 /// The verdict as a sentence, or why there is none.
 QString urteilstext(const Auswertungsprobe& probe, const Texte& texte) {
-    const Beurteilung& beurteilung = probe.beurteilung;
-    if (!beurteilung.BewertungAktiv) {
-        return texte(Meldung::BewertungAus);
-    }
-    if (beurteilung.fehler) {
-        return texte(Meldung::BewertungUnmöglich);
-    }
-    const std::optional<bool> urteil = beurteilung.urteil();
+    const std::optional<bool> urteil = probe.beurteilung.urteil();
     return urteil ? texte(urteilssatz(*urteil)) + u' ' + probe.vorgabe.rasse
-                  : texte(Meldung::NochKeineMessung);
+                  : unbeurteilttext(probe.beurteilung, probe.vorgabe.rasse, texte);
 }
 
 /// The checks that apply to wings; body marks are not in coordinate files.
@@ -145,6 +128,13 @@ private:
     }
 
     [[nodiscard]] QString anteil(const Prüfwert& wert) const {
+        if (wert.art == Prüfung::Mittelwert) {
+            return texte_(Text::Mittelwert) + u"  "_s +
+                   (wert.mittel ? Format(*wert.mittel, muster::CI, probe_.vorgabe.format)
+                                : u"–"_s) +
+                   (wert.höchstens ? u"  ≤ "_s : u"  ≥ "_s) +
+                   zahltext(wert.erlaubt, probe_.vorgabe.format);
+        }
         const QString name = texte_(Text::Klasse) + u' ' + klassenbereichtext(wert.bereich);
         if (wert.art == Prüfung::Nebengipfel) {
             const std::optional<int> klasse = probe_.beurteilung.nebengipfel;
@@ -164,8 +154,11 @@ private:
             }
         }
         zeile(urteilstext(probe_, texte_));
+        if (probe_.beurteilung.urteil()) {
+            zeile(grundlagentext(probe_.beurteilung.umfang, texte_));
+        }
         for (const Prüfwert& mangel : probe_.beurteilung.mängel()) {
-            zeile(u"• "_s + mangeltext(mangel, probe_, texte_));
+            zeile(u"• "_s + mangeltext(mangel, texte_, probe_.vorgabe.format));
         }
     }
 
@@ -225,6 +218,12 @@ QJsonArray klassenliste(const Messreihe& reihe) {
 }
 
 QJsonObject prüfungsobjekt(const Prüfwert& wert) {
+    if (wert.art == Prüfung::Mittelwert) {
+        return {{u"check"_s, u"mean"_s},
+                {u"mean"_s, wert.mittel ? QJsonValue(*wert.mittel) : QJsonValue()},
+                {wert.höchstens ? u"allowed_most"_s : u"allowed_least"_s, wert.erlaubt},
+                {u"passed"_s, !wert.fett}};
+    }
     QJsonObject objekt{
         {u"from"_s, wert.bereich.von}, {u"to"_s, wert.bereich.bis}, {u"passed"_s, !wert.fett}};
     const bool gipfel = wert.art == Prüfung::Nebengipfel;
@@ -245,7 +244,7 @@ QJsonObject probenobjekt(const Auswertungsprobe& probe, const Texte& texte) {
     }
     QJsonArray gründe;
     for (const Prüfwert& mangel : probe.beurteilung.mängel()) {
-        gründe.append(mangeltext(mangel, probe, texte));
+        gründe.append(mangeltext(mangel, texte, probe.vorgabe.format));
     }
     const std::optional<bool> urteil = probe.beurteilung.urteil();
     return {
@@ -261,6 +260,8 @@ QJsonObject probenobjekt(const Auswertungsprobe& probe, const Texte& texte) {
         {u"secondary_peak"_s, json(probe.beurteilung.nebengipfel)},
         {u"conforms"_s, urteil ? QJsonValue(*urteil) : QJsonValue()},
         {u"verdict"_s, urteilstext(probe, texte)},
+        {u"basis"_s, grundlagentext(probe.beurteilung.umfang, texte)},
+        {u"preliminary"_s, probe.beurteilung.umfang.vorläufig()},
         {u"reasons"_s, gründe}};
 }
 

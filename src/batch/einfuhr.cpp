@@ -57,7 +57,7 @@ Status importiere(const Einfuhrbefehl& befehl, const Batchumgebung& umgebung) {
              .auflösung = scannerauflösung(einstellungen->zahl(Einstellung::ScannMessung)),
              .rasse = rasse->position,
              .standard = rasse->standard,
-             .BewertungAktiv = einstellungen->schalter(Einstellung::Beurteilung),
+             .regeln = ladeUrteilsregeln(*einstellungen),
              .teilweise = befehl.teilweise});
         qsizetype gespeichert = 0;
         for (const QString& datei : befehl.dateien) {

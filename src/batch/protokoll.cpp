@@ -67,7 +67,7 @@ Status schreibeProtokoll(const Protokollbefehl& befehl, const Batchumgebung& umg
             lade(befehl, {.texte = t,
                           .format = umgebung.format,
                           .rassen = aussehen.rassen,
-                          .OhneHaarlänge = aussehen.OhneHaarlänge});
+                          .OhneHaarlänge = aussehen.regeln.OhneHaarlänge});
         if (!gelesen.nichtGelesen.isEmpty()) {
             melde(umgebung, befehl.datenbank,
                   t(Meldung::UntersuchungTeilweise)

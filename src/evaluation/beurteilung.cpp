@@ -1,5 +1,8 @@
 #include "evaluation/beurteilung.h"
 
+#include "measure/statistik.h"
+#include "settings/einstellungen.h"
+
 #include <algorithm>
 #include <iterator>
 #include <span>
@@ -56,6 +59,28 @@ void prüfeMerkmale(Beurteilung& beurteilung, const Probe& probe, const Rassesta
     }
 }
 
+void prüfeMittelwert(Beurteilung& beurteilung, const Probe& probe, const Rassestandard& standard) {
+    const Mittelgrenze& grenze = standard.mittelgrenze(probe.Tiere);
+    if (!grenze.gilt()) {
+        return;
+    }
+    Prüfwert wert{.art = Prüfung::Mittelwert,
+                  .name = u"CI"_s,
+                  .bereich = {},
+                  .gemessen = {},
+                  .erlaubt = grenze.Mittelwert.wert(),
+                  .mittel = probe.MittelwertCI,
+                  .höchstens = grenze.unter()};
+    if (wert.mittel) {
+        // Indices are singles, so a mean that equals the limit may differ from it this far.
+        constexpr double Rechenfehler = 1e-6;
+        const double zuviel =
+            wert.höchstens ? *wert.mittel - wert.erlaubt : wert.erlaubt - *wert.mittel;
+        wert.fett = zuviel > Rechenfehler;
+    }
+    beurteilung.werte.push_back(wert);
+}
+
 void prüfeKlassen(Beurteilung& beurteilung, const Probe& probe, const Rassestandard& standard) {
     const auto flügel = static_cast<int>(probe.Klassen.size());
     for (const auto& [name, text, erlaubt] : klassengrenzen(probe.Tiere, standard)) {
@@ -98,15 +123,15 @@ std::vector<Prüfwert> Beurteilung::mängel() const {
 }
 
 std::optional<bool> Beurteilung::urteil() const {
-    return BewertungAktiv && !leer && !fehler ? std::optional(EntsprichtRasse) : std::nullopt;
+    return unbeurteilt ? std::nullopt : std::optional(EntsprichtRasse);
 }
 
 Beurteilung beurteile(const Probe& probe, const Rassestandard& standard, bool BewertungAktiv) {
     Beurteilung beurteilung;
     beurteilung.BewertungAktiv = BewertungAktiv;
-    beurteilung.leer = probe.leer();
     beurteilung.fehler = probe.Merkmalfehler;
     prüfeMerkmale(beurteilung, probe, standard);
+    prüfeMittelwert(beurteilung, probe, standard);
     prüfeKlassen(beurteilung, probe, standard);
     if (probe.Tiere == Geschlecht::Arbeiterinnen) {
         prüfeNebengipfel(beurteilung, probe, standard);
@@ -120,17 +145,42 @@ Beurteilung beurteile(const Probe& probe, const Rassestandard& standard, bool Be
     }
     beurteilung.EntsprichtRasse =
         beurteilung.mängel().empty() && !(BewertungAktiv && beurteilung.fehler);
+    beurteilung.unbeurteilt = !BewertungAktiv      ? std::optional(Unbeurteilt::Ausgeschaltet)
+                              : probe.leer()       ? std::optional(Unbeurteilt::NichtsGemessen)
+                              : beurteilung.fehler ? std::optional(Unbeurteilt::AnteilUnberechenbar)
+                                                   : std::nullopt;
+    beurteilung.umfang.Flügel = static_cast<int>(probe.Klassen.size());
     return beurteilung;
 }
 
-Urteil urteile(Geschlecht tiere, const Messreihe& reihe, const Merkmale& merkmale,
-               const Rassestandard& standard, const Urteilsregeln& regeln) {
-    Urteil urteil{.merkmale = MerkmaleAuswerten(merkmale, regeln.OhneHaarlänge), .beurteilung = {}};
-    urteil.beurteilung = beurteile({.Tiere = tiere,
-                                    .Klassen = klassenCI(reihe),
-                                    .Merkmale = urteil.merkmale.Texte,
-                                    .Merkmalfehler = urteil.merkmale.Fehler},
-                                   standard, regeln.BewertungAktiv);
+Urteilsregeln ladeUrteilsregeln(const Einstellungen& einstellungen) {
+    return {.BewertungAktiv = einstellungen.schalter(Einstellung::Beurteilung),
+            .OhneHaarlänge = einstellungen.schalter(Einstellung::OhneHaarlänge),
+            .SollFlügel = einstellungen.zahl(Einstellung::SollFlügel),
+            .SollBienen = einstellungen.zahl(Einstellung::SollBienen)};
+}
+
+Urteil urteile(const Prüfling& prüfling, const Rassestandard& standard,
+               const Urteilsregeln& regeln) {
+    Urteil urteil{.merkmale = MerkmaleAuswerten(prüfling.merkmale, regeln.OhneHaarlänge),
+                  .beurteilung = {}};
+    const auto ci = kennzahlen(werte(prüfling.reihe, &Chartwerte::CI));
+    Beurteilung& b = urteil.beurteilung;
+    b = beurteile({.Tiere = prüfling.tiere,
+                   .Klassen = klassenCI(prüfling.reihe),
+                   .Merkmale = urteil.merkmale.Texte,
+                   .Merkmalfehler = urteil.merkmale.Fehler,
+                   .MittelwertCI = ci ? std::optional(ci->mittelwert) : std::nullopt},
+                  standard, regeln.BewertungAktiv && !prüfling.fremdeRasse);
+    b.umfang.Bienen = urteil.merkmale.Bienen;
+    b.umfang.ungleich = urteil.merkmale.Unterschiedlich;
+    b.umfang.SollFlügel = regeln.SollFlügel;
+    b.umfang.SollBienen = regeln.SollBienen;
+    if (regeln.BewertungAktiv && prüfling.fremdeRasse) {
+        b.unbeurteilt = Unbeurteilt::FremdeRasse;
+    } else if (regeln.BewertungAktiv && prüfling.merkmaleUnlesbar) {
+        b.unbeurteilt = Unbeurteilt::MerkmaleUnlesbar;
+    }
     return urteil;
 }
 

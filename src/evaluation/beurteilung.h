@@ -14,6 +14,29 @@
 
 namespace tarvel {
 
+/// Why there is no verdict on an examination.
+enum class Unbeurteilt {
+    Ausgeschaltet,       ///< the settings say so
+    NichtsGemessen,      ///< neither wings nor body marks
+    FremdeRasse,         ///< a race without a standard here
+    MerkmaleUnlesbar,    ///< stored body marks that are not understood
+    AnteilUnberechenbar, ///< a share of marks or classes; see Beurteilung::fehler
+};
+
+/// How much the judgement rests on, and how much a full one needs.
+struct Umfang {
+    int Flügel = 0;
+    int Bienen = 0; ///< with body marks
+    int SollFlügel = 50;
+    int SollBienen = 50;
+    bool ungleich = false; ///< the groups of marks do not cover the same number of bees
+
+    /// Fewer than a full judgement needs.
+    [[nodiscard]] bool vorläufig() const { return Flügel < SollFlügel || Bienen < SollBienen; }
+
+    bool operator==(const Umfang&) const = default;
+};
+
 /// What is judged.
 struct Probe {
     Geschlecht Tiere = Geschlecht::Arbeiterinnen;
@@ -21,6 +44,8 @@ struct Probe {
     QStringList Merkmale;     ///< summary texts of the body marks: Merkmalauswertung::Texte
     /// Why there are marks but no summary of them: Merkmalauswertung::Fehler.
     std::optional<Anteilfehler> Merkmalfehler = {};
+    /// Mean cubital index; empty without any.
+    std::optional<double> MittelwertCI = {};
 
     [[nodiscard]] bool leer() const {
         return Klassen.empty() && Merkmale.isEmpty() && !Merkmalfehler;
@@ -30,21 +55,25 @@ struct Probe {
 /// One check of the judgement.
 enum class Prüfung {
     Merkmal,    ///< share of a body-mark code
+    Mittelwert, ///< mean cubital index, where the standard limits it
     Klassen,    ///< share of wings in a range of classes
     Nebengipfel ///< secondary peak in a range of classes
 };
 
 struct Prüfwert {
     Prüfung art = Prüfung::Merkmal;
-    QString name;           ///< code ("1R") or key of the range ("Klasse 0")
+    QString name;           ///< code ("1R") or key of the range ("Klasse 0"); "CI" of the mean
     Klassenbereich bereich; ///< of a range
     /// Measured share in percent; of a secondary peak the largest count. Empty when the sample has
     /// no such mark, no wings, or the share could not be computed.
     std::optional<int> gemessen;
-    /// Highest allowed share in percent; of a secondary peak the count it must not exceed.
+    /// Highest allowed share in percent; of a secondary peak the count it must not exceed; of a
+    /// mean its limit.
     double erlaubt = 0;
     /// Above what is allowed: printed bold, and the sample does not conform.
     bool fett = false;
+    std::optional<double> mittel = {}; ///< the measured mean
+    bool höchstens = true;             ///< false: the limit is the lowest allowed value
 
     bool operator==(const Prüfwert&) const = default;
 };
@@ -61,13 +90,13 @@ struct Beurteilung {
     std::optional<int> nebengipfel;
     /// Set when a share of marks or classes could not be computed.
     std::optional<Anteilfehler> fehler;
-    /// Neither wings nor marks were judged.
-    bool leer = true;
+    /// Why there is no verdict; empty when there is one.
+    std::optional<Unbeurteilt> unbeurteilt = Unbeurteilt::NichtsGemessen;
+    Umfang umfang;
 
     /// The failed checks in the order of the report.
     [[nodiscard]] std::vector<Prüfwert> mängel() const;
-    /// EntsprichtRasse where it is a verdict: nullopt with the judgement off, for an empty sample,
-    /// and when a share could not be computed.
+    /// EntsprichtRasse where it is a verdict.
     [[nodiscard]] std::optional<bool> urteil() const;
 
     bool operator==(const Beurteilung&) const = default;
@@ -82,8 +111,20 @@ struct Beurteilung {
 struct Urteilsregeln {
     bool BewertungAktiv = true;
     bool OhneHaarlänge = false; ///< workers' hair length is left out
+    int SollFlügel = 50;        ///< wings that a full judgement needs
+    int SollBienen = 50;        ///< bees with body marks that it needs
 
     bool operator==(const Urteilsregeln&) const = default;
+};
+[[nodiscard]] Urteilsregeln ladeUrteilsregeln(const Einstellungen& einstellungen);
+
+/// What the judgement of an examination looks at. It lives as long as the call.
+struct Prüfling {
+    Geschlecht tiere = Geschlecht::Arbeiterinnen;
+    const Messreihe& reihe;
+    const Merkmale& merkmale;
+    bool fremdeRasse = false;      ///< a race that there is no standard of
+    bool merkmaleUnlesbar = false; ///< there are stored marks that are not understood
 };
 
 /// The summary of the body marks and the judgement that follows from them and the wings.
@@ -94,8 +135,8 @@ struct Urteil {
 
 /// Judges wings and body marks of an examination by the standard of its race. Window, report,
 /// import and batch all judge by this.
-[[nodiscard]] Urteil urteile(Geschlecht tiere, const Messreihe& reihe, const Merkmale& merkmale,
-                             const Rassestandard& standard, const Urteilsregeln& regeln);
+[[nodiscard]] Urteil urteile(const Prüfling& prüfling, const Rassestandard& standard,
+                             const Urteilsregeln& regeln);
 
 /// Verdict of the report, which the name of the race follows.
 [[nodiscard]] Text urteilssatz(bool EntsprichtRasse);

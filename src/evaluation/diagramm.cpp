@@ -127,7 +127,7 @@ std::vector<int> flügelAn(QPointF ort, std::span<const Diagrammstelle> stellen)
     return nummern;
 }
 
-QString flügelliste(std::span<const int> flügel, const QString& wort) {
+QString flügelliste(std::span<const int> flügel, const QString& wort, QChar umbruch) {
     constexpr int JeZeile = 12;
     QString text = flügel.empty() ? QString() : wort;
     int stelle = 0;
@@ -135,7 +135,7 @@ QString flügelliste(std::span<const int> flügel, const QString& wort) {
         if (stelle > 0) {
             text += u',';
         }
-        text += stelle > 0 && stelle % JeZeile == 0 ? u'\n' : u' ';
+        text += stelle > 0 && stelle % JeZeile == 0 ? umbruch : QChar(u' ');
         text += dreistellig(nummer);
         ++stelle;
     }

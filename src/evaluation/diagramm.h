@@ -91,7 +91,9 @@ struct Diagrammstelle {
 /// The wings whose places lie under @p ort, ascending and each once; none for an empty spot.
 [[nodiscard]] std::vector<int> flügelAn(QPointF ort, std::span<const Diagrammstelle> stellen);
 
-/// "Flügel 003, 007", twelve numbers to a line. Empty without wings.
-[[nodiscard]] QString flügelliste(std::span<const int> flügel, const QString& wort);
+/// "Flügel 003, 007", with @p umbruch instead of a blank before every twelfth number. Empty without
+/// wings.
+[[nodiscard]] QString flügelliste(std::span<const int> flügel, const QString& wort,
+                                  QChar umbruch = u'\n');
 
 } // namespace tarvel

@@ -1,5 +1,6 @@
 #include "evaluation/diagrammansicht.h"
 
+#include "evaluation/zeichenflaeche.h"
 #include "lang/texte.h"
 #include "lang/zielwahl.h"
 #include "measure/marken.h"
@@ -23,6 +24,8 @@ namespace tarvel {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr double ZahlÜberBalken = 18; ///< units of the chart
 
 constexpr std::array Formate{Diagrammformat::PNG, Diagrammformat::SVG, Diagrammformat::PDF};
 
@@ -108,7 +111,10 @@ const std::vector<Diagrammstelle>& Diagrammansicht::stellen() {
 }
 
 bool Diagrammansicht::speichere(const QString& pfad, Diagrammformat format) {
-    const QString grund = speichereDiagramm(pfad, format, size(), titel(), druckmaler());
+    QStringList namen{unterschrift_ ? unterschrift_().untersuchung : QString(), titel()};
+    namen.removeAll(QString());
+    const QString grund =
+        speichereDiagramm(pfad, format, size(), namen.join(u" – "_s), druckmaler());
     if (grund.isEmpty()) {
         return true;
     }
@@ -177,11 +183,17 @@ void Diagrammansicht::maleZweifelsmarken(QPainter& painter) {
         for (const int nummer : stelle.flügel) {
             grad = std::max(grad, zweifelsgrad(zweifel_, nummer));
         }
-        // Beside a cross, and at the foot of a bar, whose top carries its number.
-        const bool kreuz = std::holds_alternative<Korrelbild>(bild_);
-        const QPointF ort = kreuz ? stelle.fläche.topRight()
-                                  : QPointF(stelle.fläche.center().x(), stelle.fläche.bottom());
-        QRectF feld(ort - QPointF(kante / 2, kante), QSizeF(kante, kante));
+        // Beside a cross, and at the foot of a bar, whose top is the number's. On a low bar it
+        // stands above the number.
+        QRectF feld(stelle.fläche.topRight() - QPointF(kante / 2, kante), QSizeF(kante, kante));
+        if (std::holds_alternative<Kurvenbild>(bild_)) {
+            feld.moveCenter({stelle.fläche.center().x(), feld.center().y()});
+            if (stelle.fläche.height() > kante + 2) {
+                feld.moveBottom(stelle.fläche.bottom() - 1);
+            } else {
+                feld.translate(0, -ZahlÜberBalken * Diagrammmaß::für(rect()).faktor);
+            }
+        }
         feld.moveTop(std::max(feld.top(), 0.0));
         feld.moveRight(std::min(feld.right(), width() - 1.0));
         maleZweifel(painter, feld, grad);
@@ -298,9 +310,12 @@ void Diagrammansicht::erneuere() {
 Diagrammmaler Diagrammansicht::druckmaler() const {
     auto bild = bild_;
     std::visit([](auto& b) { b.hervorgehoben.clear(); }, bild);
-    return [bild, stil = Diagrammstil::farbdruck(font())](QPainter& painter, const QRectF& rahmen) {
-        male(painter, rahmen, bild, stil);
-    };
+    const Diagrammstil stil = Diagrammstil::farbdruck(font());
+    return mitUnterschrift(
+        [bild, stil](QPainter& painter, const QRectF& rahmen) {
+            male(painter, rahmen, bild, stil);
+        },
+        unterschrift_ ? unterschrift_() : Bildunterschrift(), stil);
 }
 
 Diagrammstil Diagrammansicht::bildschirmstil() const {

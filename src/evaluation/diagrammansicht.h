@@ -60,6 +60,11 @@ public:
         beiWahl_ = std::move(wahl);
     }
 
+    /// @p frage is asked what stands below the chart in a file or copy; without it nothing does.
+    void setzeUnterschrift(std::function<Bildunterschrift()> frage) {
+        unterschrift_ = std::move(frage);
+    }
+
     [[nodiscard]] QSize sizeHint() const override { return {900, 640}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {480, 320}; }
 
@@ -97,6 +102,7 @@ private:
     Zweifelsfälle zweifel_;
     int stelle_ = -1; ///< where the keyboard is; -1 before it was used
     QString vorschlag_;
+    std::function<Bildunterschrift()> unterschrift_;
     std::array<QAction*, 4> befehle_{};
 };
 

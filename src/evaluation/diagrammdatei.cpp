@@ -1,5 +1,6 @@
 #include "evaluation/diagrammdatei.h"
 
+#include "evaluation/zeichenflaeche.h"
 #include "platform/dateiausgabe.h"
 
 #include <QBuffer>
@@ -8,6 +9,7 @@
 #include <QSvgGenerator>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel {
 
@@ -19,13 +21,20 @@ constexpr int Bildbreite = 2000;     ///< pixels
 constexpr double BreiteInMm = 170;   ///< of a page in print
 constexpr int PunkteJeMeter = 11811; ///< 300 dpi
 
+// Units of the chart.
+constexpr double Unterschriftszeile = 20;
+constexpr double Unterschriftsrand = 16;
+
 QSizeF aufBreite(const QSizeF& größe, double breite) {
     const QSizeF gültig = größe.isEmpty() ? QSizeF(1, 1) : größe;
     return {breite, std::max(1.0, breite * gültig.height() / gültig.width())};
 }
 
-void alsPng(QIODevice& ziel, const QSizeF& größe, const Diagrammmaler& maler) {
-    diagrammbild(größe, maler).save(&ziel, "PNG");
+void alsPng(QIODevice& ziel, const QSizeF& größe, const QString& titel,
+            const Diagrammmaler& maler) {
+    QImage bild = diagrammbild(größe, maler);
+    bild.setText(u"Title"_s, titel);
+    bild.save(&ziel, "PNG");
 }
 
 void alsSvg(QIODevice& ziel, const QSizeF& größe, const QString& titel,
@@ -59,6 +68,43 @@ QString formatname(Diagrammformat format) {
                                            : u"PDF"_s;
 }
 
+Diagrammmaler mitUnterschrift(Diagrammmaler maler, Bildunterschrift unterschrift,
+                              Diagrammstil stil) {
+    return [maler = std::move(maler), u = std::move(unterschrift),
+            stil = std::move(stil)](QPainter& painter, const QRectF& rahmen) {
+        const QFont schrift = diagrammschrift(stil, Schriftgrad::Klein);
+        const Diagrammmaß ganz = Diagrammmaß::für(rahmen);
+        const double breite = ganz.größe.width() - 2 * Unterschriftsrand;
+        QStringList zeilen{eingepasst(breite, schrift,
+                                      [&](double wortbreite) {
+                                          QStringList teile{
+                                              gekürzt(u.untersuchung, schrift, wortbreite),
+                                              gekürzt(u.rasse, schrift, wortbreite), u.tiere,
+                                              u.datum};
+                                          teile.removeAll(QString());
+                                          return teile.join(u"  ·  "_s);
+                                      }),
+                           gekürzt(u.ausgelassen, schrift, breite)};
+        zeilen.removeAll(QString());
+        if (zeilen.empty() || ganz.faktor <= 0) {
+            maler(painter, rahmen);
+            return;
+        }
+        const double höhe = Unterschriftszeile * static_cast<double>(zeilen.size()) + 6;
+        QRectF oben = rahmen;
+        oben.setHeight(rahmen.height() - höhe * ganz.faktor);
+        maler(painter, oben);
+        Zeichenfläche z(painter, {ganz.faktor, oben.bottomLeft(), QSizeF(ganz.größe.width(), höhe)},
+                        stil);
+        z.linie({Unterschriftsrand, 1}, {Unterschriftsrand + breite, 1}, stil.gitter, 1);
+        double y = 2 + Unterschriftszeile / 2;
+        for (const QString& zeile : zeilen) {
+            z.text({Unterschriftsrand, y}, Qt::AlignLeft, zeile, schrift, stil.schrift);
+            y += Unterschriftszeile;
+        }
+    };
+}
+
 QImage diagrammbild(const QSizeF& größe, const Diagrammmaler& maler) {
     const QSize pixel = aufBreite(größe, Bildbreite).toSize();
     QImage bild(pixel, QImage::Format_RGB32);
@@ -77,7 +123,7 @@ QString speichereDiagramm(const QString& pfad, Diagrammformat format, const QSiz
     inhalt.open(QIODevice::WriteOnly);
     switch (format) {
     case Diagrammformat::PNG:
-        alsPng(inhalt, größe, maler);
+        alsPng(inhalt, größe, titel, maler);
         break;
     case Diagrammformat::SVG:
         alsSvg(inhalt, größe, titel, maler);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "evaluation/diagramm.h"
+
 #include <QImage>
 #include <QRectF>
 #include <QSizeF>
@@ -19,6 +21,21 @@ enum class Diagrammformat { PNG, SVG, PDF };
 
 /// Paints a chart into a rectangle.
 using Diagrammmaler = std::function<void(QPainter&, const QRectF&)>;
+
+/// What stands below a chart that leaves the program. Empty parts are left out.
+struct Bildunterschrift {
+    QString untersuchung; ///< with its number
+    QString rasse;
+    QString tiere;
+    QString datum;
+    QString ausgelassen; ///< how many wings, and which
+
+    bool operator==(const Bildunterschrift&) const = default;
+};
+
+/// Paints with @p maler and the legend below, within the same rectangle.
+[[nodiscard]] Diagrammmaler mitUnterschrift(Diagrammmaler maler, Bildunterschrift unterschrift,
+                                            Diagrammstil stil);
 
 /// The chart as a picture of 2000 pixels width at 300 dpi, in the proportions of @p größe.
 [[nodiscard]] QImage diagrammbild(const QSizeF& größe, const Diagrammmaler& maler);

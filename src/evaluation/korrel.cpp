@@ -5,6 +5,7 @@
 #include "measure/indexmuster.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -22,6 +23,10 @@ constexpr double Achshöhe = 50;
 constexpr double Fußzeile = 20;
 constexpr double Kreuzarm = 5.5;
 constexpr double Kreisradius = 7.5;
+constexpr double Legendenhöhe = 74; ///< middle of its line
+constexpr double Zeichenbreite = 24;
+constexpr double Randzeichenbreite = 20;
+constexpr double Eintragsabstand = 20;
 constexpr double Zeigeradius = 9; ///< how near a pointer must come to a cross
 
 constexpr Bereich ÜblicherDV{-4, 4};
@@ -38,7 +43,8 @@ struct Layout {
     QRectF fläche;
     Achse DV;
     Achse HI;
-    QString fuß;
+    QString fuß;       ///< names the wings beyond the axes; empty without any
+    QString kurzerFuß; ///< says how many
 
     /// Place of a wing, drawn at the edge where it lies beyond.
     [[nodiscard]] QPointF ort(const Korrelpunkt& p) const {
@@ -75,9 +81,8 @@ Layout layout(const QRectF& rahmen, const Korrelbild& bild) {
         }
     }
     if (!jenseits.empty()) {
-        QString liste = flügelliste(jenseits, bild.worte.flügel);
-        liste.replace(u'\n', u' ');
-        l.fuß = bild.worte.außerhalbDerAchse.arg(liste);
+        l.fuß = bild.worte.außerhalbDerAchse.arg(flügelliste(jenseits, bild.worte.flügel, u' '));
+        l.kurzerFuß = bild.worte.außerhalbDerAchse.arg(u"n = %1"_s.arg(jenseits.size()));
     }
     l.fläche = QRectF(QPointF(RandLinks, Kopfhöhe),
                       QPointF(std::max(RandLinks + 1, l.maß.größe.width() - RandRechts),
@@ -108,8 +113,6 @@ public:
         for (const Korrelpunkt& p : bild_.flügel) {
             flügel(p);
         }
-        grenzschilder();
-        hervorhebungen();
         if (bild_.flügel.empty()) {
             z_.schild(l_.fläche.center(), Qt::AlignHCenter,
                       gekürzt(bild_.worte.keineKorrelation, normal_, l_.fläche.width() - 20),
@@ -117,9 +120,13 @@ public:
         } else {
             mittelwert(mittelort());
         }
+        // Above the crosses, so that no cross strikes a word out; the words hide no cross either.
+        grenzschilder();
+        hervorhebungen();
         if (!l_.fuß.isEmpty()) {
             z_.text({RandLinks, l_.maß.größe.height() - Fußzeile / 2 - 2}, Qt::AlignLeft,
-                    gekürzt(l_.fuß, klein_, l_.fläche.width()), klein_, stil_.verfehlt);
+                    textbreite(l_.fuß, klein_) > l_.fläche.width() ? l_.kurzerFuß : l_.fuß, klein_,
+                    stil_.verfehlt);
         }
     }
 
@@ -128,21 +135,23 @@ private:
         const QFont titel = diagrammschrift(stil_, Schriftgrad::Titel, true);
         z_.text({RandLinks, 19}, Qt::AlignLeft,
                 gekürzt(bild_.worte.korrelation, titel, l_.fläche.width()), titel, stil_.schrift);
-        QString zahlen = flügelzahl(bild_.flügel.size(), bild_.ausgelassen, bild_.worte);
-        zahlen += kennzahlen(bild_.worte.HI, bild_.HI, muster::HI, muster::HI);
-        zahlen += kennzahlen(bild_.worte.DV, bild_.DV, muster::DV, muster::StreuungDV);
-        z_.text({RandLinks, 46}, Qt::AlignLeft,
-                gekürzt(zahlen, normal_, l_.maß.größe.width() - RandLinks - 8), normal_,
-                stil_.schrift);
+        const QString zahlen = eingepasst(l_.fläche.width(), normal_, [this](double breite) {
+            return flügelzahl(bild_.flügel.size(), bild_.ausgelassen, bild_.worte) +
+                   kennzahlen(bild_.worte.HI, bild_.HI, muster::HI, muster::HI, breite) +
+                   kennzahlen(bild_.worte.DV, bild_.DV, muster::DV, muster::StreuungDV, breite);
+        });
+        z_.text({RandLinks, 46}, Qt::AlignLeft, zahlen, normal_, stil_.schrift);
     }
 
-    /// "     Mittelwert HI = 1.052 (s = 0.041)"
+    /// "     Mittelwert HI = 1.052 (s = 0.041)", its words no wider than @p breite.
     [[nodiscard]] QString kennzahlen(const QString& name, const std::optional<Kennzahlen>& k,
-                                     QStringView muster, QStringView streuung) const {
+                                     QStringView muster, QStringView streuung,
+                                     double breite) const {
         if (!k) {
             return {};
         }
-        QString text = u"     "_s + bild_.worte.mittelwert + u' ' + name + u" = "_s +
+        QString text = u"     "_s + gekürzt(bild_.worte.mittelwert, normal_, breite) + u' ' +
+                       gekürzt(name, normal_, breite) + u" = "_s +
                        Format(k->mittelwert, muster, bild_.format);
         if (k->standardabweichung) {
             text += u" (s = "_s + Format(*k->standardabweichung, streuung, bild_.format) + u')';
@@ -150,28 +159,60 @@ private:
         return text;
     }
 
+    /// The signs, each with its meaning: those of wings inside, of wings outside, of the mean.
     void legende() {
-        const double y = 74;
+        const auto jenseits = [this](bool imBereich) {
+            return std::any_of(bild_.flügel.begin(), bild_.flügel.end(),
+                               [this, imBereich](const Korrelpunkt& p) {
+                                   return p.imBereich == imBereich && l_.jenseits(p);
+                               });
+        };
         const auto alle = static_cast<int>(bild_.flügel.size());
         const int innen = bild_.anzahlImBereich();
-        QString text = bild_.worte.imVertrauensbereich + u": %1"_s.arg(innen);
+        QString anzahl = u": %1"_s.arg(innen);
         if (alle > 0) {
-            text += u" (%1 %)"_s.arg(bild_.anteilImBereich());
+            anzahl += u" (%1 %)"_s.arg(bild_.anteilImBereich());
         }
-        double x = RandLinks + 8;
-        kreuz({x, y}, true);
-        x = eintrag(x, y, text, fett_);
-        kreuz({x, y}, false);
-        x = eintrag(x, y, bild_.worte.nichtImVertrauensbereich + u": %1"_s.arg(alle - innen),
-                    normal_);
-        mittelwert({x, y});
-        eintrag(x, y, bild_.worte.mittelwert, normal_);
+        const QString außen = u": %1"_s.arg(alle - innen);
+        // The words share the room that signs and numbers leave.
+        const double zeichen = 3 * Zeichenbreite + 2 * Eintragsabstand +
+                               (jenseits(true) + jenseits(false)) * Randzeichenbreite;
+        double frei =
+            l_.fläche.width() - zeichen - textbreite(anzahl, fett_) - textbreite(außen, normal_);
+        const Diagrammworte& w = bild_.worte;
+        const auto wort = [&frei](const QString& text, const QFont& schrift, int teilen) {
+            QString kurz = gekürzt(text, schrift, frei / teilen);
+            frei -= textbreite(kurz, schrift);
+            return kurz;
+        };
+        const QString mittel = wort(w.mittelwert, normal_, 3);
+        const QString wortInnen = wort(w.imVertrauensbereich, fett_, 2);
+        const QString wortAußen = wort(w.nichtImVertrauensbereich, normal_, 1);
+
+        double x = RandLinks;
+        x = eintrag(x, true, jenseits(true), wortInnen + anzahl, fett_);
+        x = eintrag(x, false, jenseits(false), wortAußen + außen, normal_);
+        mittelwert({x + Zeichenbreite / 2, Legendenhöhe});
+        z_.text({x + Zeichenbreite, Legendenhöhe}, Qt::AlignLeft, mittel, normal_, stil_.schrift);
     }
 
-    /// Writes beside the sign at @p x and returns where the next sign stands.
-    double eintrag(double x, double y, const QString& text, const QFont& schrift) {
-        z_.text({x + 14, y}, Qt::AlignLeft, text, schrift, stil_.schrift);
-        return x + 14 + textbreite(text, schrift) + 30;
+    /// The sign of wings inside or outside at @p x with a text; returns where the next one stands.
+    double eintrag(double x, bool imBereich, bool amRand, const QString& text,
+                   const QFont& schrift) {
+        const double y = Legendenhöhe;
+        if (imBereich) {
+            z_.fülle(
+                QRectF(x - 1, y - 10, Zeichenbreite + (amRand ? Randzeichenbreite : 0) - 2, 20),
+                stil_.bereich);
+        }
+        kreuz({x + Zeichenbreite / 2 - 2, y}, imBereich);
+        if (amRand) {
+            x += Randzeichenbreite;
+            randzeichen({x + Zeichenbreite - 6, y}, {1, 0}, imBereich);
+        }
+        x += Zeichenbreite;
+        z_.text({x, y}, Qt::AlignLeft, text, schrift, stil_.schrift);
+        return x + textbreite(text, schrift) + Eintragsabstand;
     }
 
     [[nodiscard]] QRectF vertrauensfläche() const {
@@ -203,11 +244,19 @@ private:
         }
         z_.rahmen(l_.fläche, stil_.blass, 1.2);
         z_.text({l_.fläche.center().x(), l_.fläche.bottom() + 36}, Qt::AlignHCenter,
-                bild_.worte.discoidalverschiebung + u" ("_s + bild_.worte.DV + u", 1/20 mm)"_s,
+                achsname(bild_.worte.discoidalverschiebung, bild_.worte.DV + u", 1/20 mm"_s,
+                         l_.fläche.width()),
                 normal_, stil_.schrift);
         z_.textHochkant({16, l_.fläche.center().y()},
-                        bild_.worte.hantelindex + u" ("_s + bild_.worte.HI + u')', normal_,
-                        stil_.schrift);
+                        achsname(bild_.worte.hantelindex, bild_.worte.HI, l_.fläche.height() - 20),
+                        normal_, stil_.schrift);
+    }
+
+    [[nodiscard]] QString achsname(const QString& name, const QString& kurz, double breite) const {
+        return eingepasst(breite, normal_, [&](double wortbreite) {
+            return gekürzt(name, normal_, wortbreite) + u" ("_s +
+                   gekürzt(kurz, normal_, std::max(wortbreite, 130.0)) + u')';
+        });
     }
 
     void grenzlinien() {
@@ -222,32 +271,87 @@ private:
         }
     }
 
-    /// Above the crosses, so that no cross strikes a word out; the words hide no cross either.
+    /// "Grenzlinie DV +0.50"
+    [[nodiscard]] QString grenztext(const QString& name, double wert, QStringView muster) const {
+        return eingepasst(l_.fläche.width() / 2 - 40, klein_, [&](double breite) {
+            return gekürzt(bild_.worte.grenzlinie, klein_, breite) + u' ' +
+                   gekürzt(name, klein_, breite) + u' ' + Format(wert, muster, bild_.format);
+        });
+    }
+
     void grenzschilder() {
         const Vertrauensbereich& b = bild_.bereich;
-        if (l_.DV.enthält(b.DV)) {
-            // The label stands at the end where no wing of the race is expected.
-            const double y = b.darunter ? l_.fläche.top() + 14 : l_.fläche.bottom() - 14;
-            z_.textMitHof({l_.DV.ort(b.DV) + (b.darunter ? 7 : -7), y},
-                          b.darunter ? Qt::AlignLeft : Qt::AlignRight,
-                          bild_.worte.grenzlinie + u' ' + bild_.worte.DV + u' ' +
-                              Format(b.DV, FormatGrenzeDV, bild_.format),
-                          klein_, stil_.rasse);
+        // This one first: the other has a free end of its line wherever this one stands.
+        schildHI(b, grenztext(bild_.worte.HI, b.HI, muster::HI));
+        schildDV(b, grenztext(bild_.worte.DV, b.DV, FormatGrenzeDV));
+    }
+
+    void schildDV(const Vertrauensbereich& b, const QString& text) {
+        const bool drin = l_.DV.enthält(b.DV);
+        const double richtung = b.DV < l_.DV.wertAnfang ? -1 : 1;
+        const double x = drin           ? l_.DV.ort(b.DV)
+                         : richtung < 0 ? l_.fläche.left() + 4
+                                        : l_.fläche.right() - 4;
+        // The label stands at the end where no wing of the race is expected.
+        std::array höhen{l_.fläche.bottom() - 14, l_.fläche.top() + 14};
+        if (b.darunter) {
+            std::swap(höhen[0], höhen[1]);
         }
-        if (l_.HI.enthält(b.HI)) {
-            const double x = b.darunter ? l_.fläche.right() - 8 : l_.fläche.left() + 8;
-            z_.textMitHof({x, l_.HI.ort(b.HI) + (b.darunter ? -13 : 13)},
-                          b.darunter ? Qt::AlignRight : Qt::AlignLeft,
-                          bild_.worte.grenzlinie + u' ' + bild_.worte.HI + u' ' +
-                              Format(b.HI, muster::HI, bild_.format),
-                          klein_, stil_.rasse);
+        std::vector<Textort> orte;
+        for (const double höhe : höhen) {
+            if (!drin) {
+                orte.push_back(
+                    {{x - richtung * 14, höhe}, richtung < 0 ? Qt::AlignLeft : Qt::AlignRight});
+                continue;
+            }
+            for (const bool links : {!b.darunter, b.darunter}) {
+                orte.push_back(
+                    {{x + (links ? -7 : 7), höhe}, links ? Qt::AlignRight : Qt::AlignLeft});
+            }
+        }
+        const auto ort = plätze_.belege(orte, text, klein_);
+        if (!ort) {
+            return;
+        }
+        z_.textMitHof(ort->anker, ort->bündig, text, klein_, stil_.rasse);
+        if (!drin) {
+            z_.keil({x, ort->anker.y()}, {richtung, 0}, stil_.rasse);
+        }
+    }
+
+    void schildHI(const Vertrauensbereich& b, const QString& text) {
+        const bool drin = l_.HI.enthält(b.HI);
+        const double richtung = b.HI > l_.HI.wertEnde ? -1 : 1; // upwards is -1
+        const double y = richtung < 0 ? l_.fläche.top() + 14 : l_.fläche.bottom() - 14;
+        const double linie = l_.HI.ort(b.HI);
+        const double darunter = b.darunter ? -13 : 13;
+        const std::array höhen{drin ? linie + darunter : y, drin ? linie - darunter : y};
+        const double einzug = drin ? 8 : 24;
+        std::vector<Textort> orte;
+        for (const double höhe : höhen) {
+            for (const bool links : {!b.darunter, b.darunter}) {
+                orte.push_back(
+                    {{links ? l_.fläche.left() + einzug : l_.fläche.right() - einzug, höhe},
+                     links ? Qt::AlignLeft : Qt::AlignRight});
+            }
+        }
+        const auto ort = plätze_.belege(orte, text, klein_);
+        if (!ort) {
+            return;
+        }
+        z_.textMitHof(ort->anker, ort->bündig, text, klein_, stil_.rasse);
+        if (!drin) {
+            const double x = ort->bündig == Qt::AlignLeft ? -10 : 10;
+            z_.keil(ort->anker + QPointF(x, richtung * 6), {0, richtung}, stil_.rasse);
         }
     }
 
     void flügel(const Korrelpunkt& p) {
         const QPointF ort = l_.ort(p);
         if (l_.jenseits(p)) {
-            randzeichen(p, ort);
+            QPointF richtung(l_.DV.ort(p.DV) - ort.x(), l_.HI.ort(p.HI) - ort.y());
+            richtung /= std::hypot(richtung.x(), richtung.y());
+            randzeichen(ort, richtung, p.imBereich);
             return;
         }
         kreuz(ort, p.imBereich);
@@ -272,16 +376,14 @@ private:
         z_.painter().drawEllipse(mitte, radius, radius);
     }
 
-    /// A wedge at the edge that points to where the wing lies.
-    void randzeichen(const Korrelpunkt& p, QPointF ort) {
-        QPointF richtung(l_.DV.ort(p.DV) - ort.x(), l_.HI.ort(p.HI) - ort.y());
-        richtung /= std::hypot(richtung.x(), richtung.y());
-        const QPointF quer(-richtung.y(), richtung.x());
-        const QPointF keil[] = {ort, ort - richtung * 12 + quer * 6,
-                                ort - richtung * 12 - quer * 6};
-        z_.painter().setPen(Qt::NoPen);
-        z_.painter().setBrush(p.imBereich ? stil_.probe : stil_.verfehlt);
-        z_.painter().drawPolygon(keil, 3);
+    /// A wedge at the edge that points to where the wing lies; outside the trust area it has the
+    /// ring that a cross has there.
+    void randzeichen(QPointF spitze, QPointF richtung, bool imBereich) {
+        const QColor& farbe = imBereich ? stil_.probe : stil_.verfehlt;
+        z_.keil(spitze, richtung, farbe);
+        if (!imBereich) {
+            kreis(spitze - richtung * Kreisradius, Kreisradius, farbe, 1.6);
+        }
     }
 
     [[nodiscard]] QPointF mittelort() const {
@@ -315,11 +417,17 @@ private:
             }
             const QPointF ort = l_.ort(p);
             z_.rahmen(QRectF(ort - QPointF(10, 10), QSizeF(20, 20)), stil_.gewählt, 2);
-            if (bild_.hervorgehoben.size() <= VieleNummern) {
-                const bool links = ort.x() + 60 > l_.fläche.right();
-                z_.textMitHof(ort + QPointF(links ? -14 : 14, 0),
-                              links ? Qt::AlignRight : Qt::AlignLeft, dreistellig(p.nummer), fett_,
-                              stil_.gewählt);
+            if (bild_.hervorgehoben.size() > VieleNummern) {
+                continue;
+            }
+            // Among many crosses a number may find no place; the ring says it all the same.
+            const Textort orte[] = {{ort + QPointF(14, 0), Qt::AlignLeft},
+                                    {ort - QPointF(14, 0), Qt::AlignRight},
+                                    {ort - QPointF(0, 20), Qt::AlignHCenter},
+                                    {ort + QPointF(0, 20), Qt::AlignHCenter}};
+            const QString nummer = dreistellig(p.nummer);
+            if (const auto platz = plätze_.belege(orte, nummer, fett_)) {
+                z_.textMitHof(platz->anker, platz->bündig, nummer, fett_, stil_.gewählt);
             }
         }
     }
@@ -331,6 +439,7 @@ private:
     QFont klein_;
     QFont normal_;
     QFont fett_;
+    Textplätze plätze_{l_.fläche};
 };
 
 } // namespace

@@ -13,6 +13,8 @@ namespace {
 
 using M = Kurvenmaße;
 
+constexpr double Keilbreite = 16; ///< of a wedge and the air beside it
+
 /// The places of a smooth line through the bees of the classes. Its slopes are limited so that it
 /// neither swings below zero nor above its places.
 QPainterPath glatteLinie(const Feld& f) {
@@ -73,21 +75,19 @@ public:
         verteilung(l_.CI);
         fahnen(l_.CI);
         anzahlen(l_.CI);
-        nebengipfel();
         achse(l_.CI);
-        z_.textHochkant({14, l_.CI.fläche.center().y()},
-                        gekürzt(bild_.worte.bienenJeKlasse, normal_, l_.CI.fläche.height() + 60),
-                        normal_, stil_.schrift);
+        größenname();
         if (l_.zweite) {
             zweites();
         }
         if (bild_.CI.flügel.empty()) {
-            z_.schild(l_.CI.fläche.center(), Qt::AlignHCenter, bild_.worte.keineMessung, normal_,
-                      stil_.schrift);
+            z_.schild(l_.CI.fläche.center(), Qt::AlignHCenter,
+                      gekürzt(bild_.worte.keineMessung, normal_, l_.CI.fläche.width() - 20),
+                      normal_, stil_.schrift);
         }
         if (!l_.fuß.isEmpty()) {
             z_.text({M::RandLinks, l_.maß.größe.height() - M::Fußzeile / 2 - 2}, Qt::AlignLeft,
-                    gekürzt(l_.fuß, klein_, l_.CI.fläche.width()), klein_, stil_.verfehlt);
+                    l_.fuß, klein_, stil_.verfehlt);
         }
     }
 
@@ -116,14 +116,35 @@ private:
 
     void kopf() { überschrift(19, bild_.worte.cubitalindex, l_.CI, Schriftgrad::Titel); }
 
-    /// The classes of the standard's ranges, behind everything else.
+    /// Beside the counts, above the names of the rows below.
+    void größenname() {
+        const QRectF& feld = l_.CI.fläche;
+        const QString text =
+            gekürzt(bild_.worte.bienenJeKlasse, normal_, feld.bottom() - M::Kopfhöhe);
+        const double mitte =
+            std::min(feld.center().y(), feld.bottom() - textbreite(text, normal_) / 2);
+        z_.textHochkant({14, mitte}, text, normal_, stil_.schrift);
+    }
+
+    /// The classes that no range of the standard limits, behind everything else: as in the
+    /// correlation, the tint is where the wings of the race lie.
     void tönung() {
-        for (const Bereichsangabe& b : bild_.bereiche) {
-            if (const auto x = spanne(b)) {
-                z_.fülle(
-                    {QPointF(x->von, l_.CI.fläche.top()), QPointF(x->bis, l_.CI.fläche.bottom())},
-                    stil_.bereich);
+        const auto begrenzt = [this](int klasse) {
+            return std::any_of(
+                bild_.bereiche.begin(), bild_.bereiche.end(),
+                [klasse](const Bereichsangabe& b) { return b.klassen.enthält(klasse); });
+        };
+        int anfang = 1;
+        for (int klasse = 1; klasse <= KlassenzahlCI + 1 && !bild_.bereiche.empty(); ++klasse) {
+            if (klasse <= KlassenzahlCI && !begrenzt(klasse)) {
+                continue;
             }
+            if (anfang < klasse) {
+                z_.fülle({QPointF(l_.CI.lage.ort(anfang), l_.CI.fläche.top()),
+                          QPointF(l_.CI.lage.ort(klasse), l_.CI.fläche.bottom())},
+                         stil_.bereich);
+            }
+            anfang = klasse + 1;
         }
     }
 
@@ -145,7 +166,6 @@ private:
             double textanfang = M::RandLinks;
             if (x) {
                 const QRectF balken(QPointF(x->von, mitte - 6), QPointF(x->bis, mitte + 6));
-                z_.fülle(balken, stil_.bereich);
                 z_.schraffur(balken, stil_.rasse, 5 + 3 * b.nummer % 7, 1);
                 z_.rahmen(balken, stil_.rasse, 1.2);
                 for (const double kante : {x->von, x->bis}) {
@@ -154,31 +174,50 @@ private:
                 }
                 textanfang = x->bis + 8;
             }
-            beschrifte(b, x, textanfang, mitte);
+            // Classes beyond the axis have no strip, only a wedge at its end.
+            const bool dahinter = b.klassen.bis > KlassenzahlCI && b.klassen.von <= b.klassen.bis;
+            const bool davor = !x && !dahinter && b.klassen.von <= b.klassen.bis;
+            if (dahinter) {
+                z_.keil({l_.CI.fläche.right(), mitte}, {1, 0}, stil_.rasse);
+            } else if (davor) {
+                z_.keil({M::RandLinks, mitte}, {-1, 0}, stil_.rasse);
+                textanfang += Keilbreite;
+            }
+            const double rechts = l_.CI.fläche.right() - (dahinter ? Keilbreite : 0);
+            beschrifte(b, x, {x || !dahinter ? textanfang : rechts, rechts}, mitte);
             oben += M::Bereichshöhe;
         }
     }
 
-    void beschrifte(const Bereichsangabe& b, const std::optional<Bereich>& x, double anfang,
+    /// Writes a range's text from the beginning of @p platz, or before its strip, or at the end.
+    void beschrifte(const Bereichsangabe& b, const std::optional<Bereich>& x, Bereich platz,
                     double mitte) {
         const bool verfehlt = bild_.beurteilt && b.verfehlt;
         const QFont& schrift = verfehlt ? fett_ : normal_;
-        const QString text = bereichstext(b);
         const bool zeichen = bild_.beurteilt && !bild_.CI.flügel.empty();
-        const double breite = textbreite(text, schrift) + (zeichen ? 24 : 0);
+        const double zugabe = zeichen ? 24 : 0;
+        const QString text = eingepasst(platz.bis - M::RandLinks - zugabe - 24, schrift,
+                                        [&](double breite) { return bereichstext(b, breite); });
+        const double breite = textbreite(text, schrift) + zugabe;
         const QColor& farbe = verfehlt ? stil_.verfehlt : stil_.schrift;
-        if (anfang + breite > l_.CI.fläche.right() && x) {
-            anfang = std::max(M::RandLinks, x->von - 8 - breite);
+        const double spätestens = platz.bis - breite;
+        double anfang = std::min(platz.von, spätestens);
+        if (platz.von > spätestens && x) {
+            // Left of its strip, or else upon it where both of its ends stay to be seen.
+            anfang = x->von - 8 - breite;
+            if (anfang < M::RandLinks) {
+                anfang = std::clamp((x->von + x->bis - breite) / 2, M::RandLinks, spätestens);
+            }
         }
-        z_.schild({anfang, mitte}, Qt::AlignLeft, text, schrift, farbe);
+        z_.schild({anfang, mitte}, Qt::AlignLeft, text, schrift, farbe, zugabe);
         if (zeichen) {
             z_.urteil({anfang + breite - 10, mitte}, !b.verfehlt, farbe);
         }
     }
 
-    /// "Klasse 0 (15-17): 12 % ≤ 15 %"
-    [[nodiscard]] QString bereichstext(const Bereichsangabe& b) const {
-        QString text = u"%1 %2 (%3-%4)"_s.arg(bild_.worte.klasse)
+    /// "Klasse 0 (15-17): 12 % ≤ 15 %", its words no wider than @p breite.
+    [[nodiscard]] QString bereichstext(const Bereichsangabe& b, double breite) const {
+        QString text = u"%1 %2 (%3-%4)"_s.arg(gekürzt(bild_.worte.klasse, normal_, breite))
                            .arg(b.nummer)
                            .arg(b.klassen.von)
                            .arg(b.klassen.bis);
@@ -194,8 +233,9 @@ private:
             text += b.anteil && *b.anteil > *b.erlaubt ? u"> "_s : u"≤ "_s;
             text += zahltext(*b.erlaubt, bild_.format) + u" %"_s;
         } else if (!bild_.CI.flügel.empty()) {
-            text += u": "_s +
-                    (bild_.nebengipfel ? bild_.worte.nebengipfel : bild_.worte.keinNebengipfel);
+            text += u": "_s + gekürzt(bild_.nebengipfel ? bild_.worte.nebengipfel
+                                                        : bild_.worte.keinNebengipfel,
+                                      normal_, breite);
         }
         return text;
     }
@@ -279,44 +319,56 @@ private:
     }
 
     void anzahl(const Feld& f, int klasse) {
-        const QString zahl = QString::number(f.bienen(klasse));
-        const QRectF säule = f.säule(klasse);
-        if (f.bienen(klasse) > 0 && textbreite(zahl, klein_) < säule.width()) {
-            const double abstand = bild_.form == Kurvenform::Linie ? 12 : 9;
-            z_.textMitHof({säule.center().x(), säule.top() - abstand}, Qt::AlignHCenter, zahl,
-                          klein_, stil_.schrift);
-        }
-    }
-
-    void nebengipfel() {
-        if (!bild_.nebengipfel || *bild_.nebengipfel < 1 || *bild_.nebengipfel > KlassenzahlCI) {
+        if (f.bienen(klasse) == 0) {
             return;
         }
-        const QRectF säule = l_.CI.säule(*bild_.nebengipfel);
-        const double x = säule.center().x();
-        const double oben = l_.CI.fläche.top() + 10;
-        const double spitze = std::max(säule.top() - 20, oben + 14);
-        z_.linie({x, oben}, {x, spitze - 8}, stil_.verfehlt, 1.6);
-        const QPointF pfeil[] = {{x, spitze}, {x - 6, spitze - 10}, {x + 6, spitze - 10}};
-        z_.painter().setPen(Qt::NoPen);
-        z_.painter().setBrush(stil_.verfehlt);
-        z_.painter().drawPolygon(pfeil, 3);
-        const bool links = x - 8 - textbreite(bild_.worte.nebengipfel, fett_) >= M::RandLinks;
-        z_.schild({x + (links ? -6 : 6), oben}, links ? Qt::AlignRight : Qt::AlignLeft,
-                  bild_.worte.nebengipfel, fett_, stil_.verfehlt);
+        const QString zahl = QString::number(f.bienen(klasse));
+        const QRectF säule = f.säule(klasse);
+        const double abstand = bild_.form == Kurvenform::Linie ? 12 : 9;
+        z_.textMitHof({säule.center().x(), säule.top() - abstand}, Qt::AlignHCenter, zahl,
+                      verkleinert(klein_, zahl, zahlbreite(f, klasse)), stil_.schrift);
+    }
+
+    /// A number may reach over its neighbours where they and their numbers stay below it.
+    [[nodiscard]] static double zahlbreite(const Feld& f, int klasse) {
+        constexpr double Zahlenhöhe = 18;
+        const QRectF säule = f.säule(klasse);
+        const auto niedrig = [&](int andere) {
+            return andere < 1 || andere > f.achse->klassen || f.bienen(andere) == 0 ||
+                   f.säule(andere).top() > säule.top() + Zahlenhöhe;
+        };
+        return niedrig(klasse - 1) && niedrig(klasse + 1) ? säule.width() * 1.6
+                                                          : säule.width() - 0.5;
     }
 
     void fahnen(const Feld& f) {
         const double oben = f.fläche.top() - M::Fahnenhöhe * f.fahnenzeilen();
+        const auto mitte = [oben](const Fahne& fahne) {
+            return oben + M::Fahnenhöhe * (fahne.zeile + 0.5);
+        };
         for (const Fahne& fahne : f.fahnen) {
-            z_.linie({fahne.x, oben + M::Fahnenhöhe * fahne.zeile + 2},
-                     {fahne.x, f.fläche.bottom()}, fahne.farbe,
-                     fahne.art == Qt::DashDotLine ? 1.4 : 2.2, fahne.art);
+            const double anfang = mitte(fahne) - M::Fahnenhöhe / 2 + 2;
+            if (fahne.ziel == Fahnenziel::Linie) {
+                z_.linie({fahne.x, anfang}, {fahne.x, f.fläche.bottom()}, fahne.farbe,
+                         fahne.art == Qt::DashDotLine ? 1.4 : 2.2, fahne.art);
+            } else if (fahne.ziel == Fahnenziel::Säule) {
+                const int klasse = static_cast<int>(f.lage.wert(fahne.x));
+                const QPointF spitze(fahne.x, f.säule(klasse).top() - 24);
+                z_.linie({fahne.x, anfang}, spitze - QPointF(0, 9), fahne.farbe, 1.6);
+                z_.keil(spitze, {0, 1}, fahne.farbe);
+            }
         }
         for (const Fahne& fahne : f.fahnen) {
-            const double abstand = fahne.bündig == Qt::AlignLeft ? 5 : -5;
-            z_.schild({fahne.x + abstand, oben + M::Fahnenhöhe * (fahne.zeile + 0.5)}, fahne.bündig,
-                      fahne.text, fahne.fett ? fett_ : normal_, fahne.farbe);
+            const double abstand =
+                fahne.bündig == Qt::AlignLeft ? fahne.abstand() : -fahne.abstand();
+            z_.schild({fahne.x + abstand, mitte(fahne)}, fahne.bündig, fahne.text,
+                      fahne.fett ? fett_ : normal_, fahne.farbe);
+            // What lies beyond the axis is named at its end, with a wedge that points there.
+            if (fahne.ziel == Fahnenziel::Links) {
+                z_.keil({fahne.x, mitte(fahne)}, {-1, 0}, fahne.farbe);
+            } else if (fahne.ziel == Fahnenziel::Rechts) {
+                z_.keil({fahne.x, mitte(fahne)}, {1, 0}, fahne.farbe);
+            }
         }
     }
 
@@ -366,6 +418,12 @@ private:
         const Feld& f = *l_.zweite;
         const double titel =
             f.fläche.top() - M::Fahnenhöhe * f.fahnenzeilen() - M::Zwischentitel / 2 + 2;
+        if (f.verteilung->grenzlinie) {
+            const double grenze = ortAufAchse(f, *f.verteilung->grenzlinie);
+            z_.fülle(QRectF(QPointF(bild_.darunter ? f.fläche.left() : grenze, f.fläche.top()),
+                            QPointF(bild_.darunter ? grenze : f.fläche.right(), f.fläche.bottom())),
+                     stil_.bereich);
+        }
         überschrift(titel,
                     bild_.art == ZweiteKurve::Hantelindex ? bild_.worte.hantelklassen
                                                           : bild_.worte.dvKlassen,

@@ -64,6 +64,8 @@ struct Kurvenbild {
     std::optional<int> nebengipfel;       ///< class of a secondary peak
     QString rasse;                        ///< name of the race, at the line of its mean
     std::optional<double> rassemittel;    ///< mean cubital index of the race
+    /// The race lies below the boundary line of the second curve instead of above it.
+    bool darunter = false;
     /// Whether ranges and secondary peak are marked as met or missed.
     bool beurteilt = true;
     std::vector<int> hervorgehoben; ///< wings to point out, such as those selected in the lists
@@ -72,7 +74,8 @@ struct Kurvenbild {
 };
 
 /// The histogram of a series, without words. Classes are those of the lists, as the judgement
-/// counts them; ranges, shares and secondary peak are those of @p beurteilung.
+/// counts them, those of the discoidal shift its exact values, as the correlation takes them;
+/// ranges, shares and secondary peak are those of @p beurteilung.
 [[nodiscard]] Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard,
                                     Geschlecht tiere, const Beurteilung& beurteilung,
                                     Kurvenform form, ZweiteKurve zweite);

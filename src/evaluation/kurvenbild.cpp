@@ -1,19 +1,22 @@
 #include "evaluation/klassen.h"
 #include "evaluation/kurven.h"
 
+#include <cmath>
 #include <vector>
 
 namespace tarvel {
 
 namespace {
 
-constexpr double AußerhalbDerKlassen = -1000;
+double aufHundertstel(double wert) {
+    return std::round(wert * 100) / 100;
+}
 
 /// The ranges of the standard that the judgement looked at: "Klasse 0" and so on.
 std::vector<Bereichsangabe> bereichsangaben(const Beurteilung& beurteilung) {
     std::vector<Bereichsangabe> bereiche;
     for (const Prüfwert& wert : beurteilung.werte) {
-        if (wert.art == Prüfung::Merkmal) {
+        if (wert.art == Prüfung::Merkmal || wert.art == Prüfung::Mittelwert) {
             continue;
         }
         Bereichsangabe b;
@@ -49,7 +52,7 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.form = form;
     bild.art = zweite;
     bild.rassemittel =
-        (drohnen ? standard.drohnen.Mittelwert : standard.arbeiterinnen.Mittelwert).wert();
+        (drohnen ? standard.drohnen.mittel : standard.arbeiterinnen.mittel).Mittelwert.wert();
     bild.beurteilt = beurteilung.BewertungAktiv;
     bild.nebengipfel = beurteilung.nebengipfel;
     bild.bereiche = bereichsangaben(beurteilung);
@@ -67,18 +70,25 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.CI.kennzahlen = kennzahlen(CI);
 
     const bool hantel = zweite == ZweiteKurve::Hantelindex;
+    bild.darunter = standard.linien.darunter();
     bild.zweite.grenzlinie = hantel ? linien.HI.wert() : linien.DV.wert();
     std::vector<float> werte;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
+        const QString& liste = hantel ? zeile.hi : zeile.dv;
+        if (!getippteZahl(liste)) {
+            continue;
+        }
         if (reihe.ausgelassen(zeile.nummer)) {
             ++bild.zweite.ausgelassen;
             continue;
         }
-        const int klasse = hantel ? klasseAusPosition(zeile.klasse)
-                                  : klasseDV(getippteZahl(zeile.dv).value_or(AußerhalbDerKlassen));
+        const float wert =
+            chartwert(reihe, zeile.nummer, hantel ? &Chartwerte::HI : &Chartwerte::DV, liste);
+        werte.push_back(wert);
+        // Counted on the side of the boundary line where the correlation draws the cross.
+        const int klasse =
+            hantel ? klasseAusPosition(zeile.klasse) : klasseDV(aufHundertstel(wert));
         bild.zweite.flügel.push_back({zeile.nummer, klasse});
-        werte.push_back(hantel ? chartwert(reihe, zeile.nummer, &Chartwerte::HI, zeile.hi)
-                               : chartwert(reihe, zeile.nummer, &Chartwerte::DV, zeile.dv));
     }
     bild.zweite.kennzahlen = kennzahlen(werte);
     return bild;

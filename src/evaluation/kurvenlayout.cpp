@@ -15,9 +15,9 @@ namespace {
 using M = Kurvenmaße;
 
 constexpr double RandRechts = 18;
-constexpr double Fahnenluft = 10;
+constexpr double Fahnenluft = 5; ///< behind a label
 constexpr double Zahlenhöhe = 18;
-constexpr double Gipfelhöhe = 50;
+constexpr double Gipfelhöhe = 42;
 constexpr double AnteilCI = 0.62; ///< of the height that two curves share
 
 // The most wanted values first: those that do not fit are left out from the end.
@@ -113,7 +113,7 @@ void verteile(std::vector<Fahne>& fahnen, double links, double rechts, const Dia
     for (Fahne& fahne : fahnen) {
         const double breite =
             textbreite(fahne.text, diagrammschrift(stil, Schriftgrad::Normal, fahne.fett)) +
-            Fahnenluft;
+            fahne.abstand() + Fahnenluft;
         const auto anders = fahne.bündig == Qt::AlignLeft ? Qt::AlignRight : Qt::AlignLeft;
         bool frei = false;
         // A row beyond those in use is always free.
@@ -136,85 +136,146 @@ void verteile(std::vector<Fahne>& fahnen, double links, double rechts, const Dia
     }
 }
 
-/// Lines of the sample's mean, the race's mean and the boundary line, where they lie on the axis.
-std::vector<Fahne> fahnen(const Feld& f, const Kurvenbild& bild, std::optional<double> rassemittel,
-                          const Diagrammstil& stil) {
-    std::vector<Fahne> liste;
-    const auto füge = [&](double wert, Fahne fahne) {
-        const double lage = f.achse->lage(wert);
-        if (lage >= 1 && lage <= f.achse->klassen + 1) {
-            fahne.x = f.lage.ort(lage);
-            // Half the field: on one side of its line a label always has room.
-            fahne.text = gekürzt(fahne.text, diagrammschrift(stil, Schriftgrad::Normal, fahne.fett),
-                                 f.fläche.width() / 2 - 2 * Fahnenluft);
-            liste.push_back(std::move(fahne));
-        }
-    };
-    if (rassemittel) {
-        füge(*rassemittel, {.text = bild.rasse + u' ' + Format(*rassemittel, u"0.0", bild.format),
-                            .farbe = stil.rasse,
-                            .art = Qt::DashLine});
+/// Where a value lies: on the axis, before it or behind it. Beyond its pole the place of an index
+/// starts again from the other end.
+Fahnenziel ziel(const Indexachse& achse, double wert) {
+    const double inmitten = achse.werte.front();
+    const double lage = achse.lage(wert);
+    if (wert < inmitten && !(lage >= 1 && lage < achse.lage(inmitten))) {
+        return Fahnenziel::Links;
     }
-    if (f.verteilung->grenzlinie) {
-        füge(*f.verteilung->grenzlinie,
-             {.text = bild.worte.grenzlinie + u' ' +
-                      Format(*f.verteilung->grenzlinie, f.achse->grenzformat, bild.format),
-              .farbe = stil.blass,
-              .art = Qt::DashDotLine,
-              .bündig = Qt::AlignRight});
+    return wert > inmitten && lage > achse.klassen + 1 ? Fahnenziel::Rechts : Fahnenziel::Linie;
+}
+
+/// The labels of one field.
+class Fahnenreihe {
+public:
+    Fahnenreihe(const Feld& feld, const Diagrammstil& stil)
+        : f_(feld)
+        , stil_(stil) {}
+
+    /// Labels a value with @p wort and @p zahl.
+    void füge(double wert, const QString& wort, const QString& zahl, Fahne fahne) {
+        fahne.ziel = ziel(*f_.achse, wert);
+        fahne.x = ortAufAchse(f_, wert);
+        nimm(wort, zahl, std::move(fahne));
+    }
+
+    void fügeGipfel(int klasse, const QString& wort) {
+        nimm(wort, {},
+             {.x = f_.lage.ort(klasse + 0.5),
+              .farbe = stil_.verfehlt,
+              .fett = true,
+              .ziel = Fahnenziel::Säule});
+    }
+
+    [[nodiscard]] std::vector<Fahne> verteilt() && {
+        verteile(liste_, f_.fläche.left(), f_.fläche.right(), stil_);
+        return std::move(liste_);
+    }
+
+private:
+    void nimm(const QString& wort, const QString& zahl, Fahne fahne) {
+        const QFont schrift = diagrammschrift(stil_, Schriftgrad::Normal, fahne.fett);
+        // Half the field: on one side of its line a label always has room.
+        fahne.text = eingepasst(f_.fläche.width() / 2 - 30, schrift, [&](double breite) {
+            return (gekürzt(wort, schrift, breite) + u' ' + zahl).trimmed();
+        });
+        liste_.push_back(std::move(fahne));
+    }
+
+    const Feld& f_;
+    const Diagrammstil& stil_;
+    std::vector<Fahne> liste_;
+};
+
+/// Labels of the race's mean, the boundary line, the sample's mean and the class @p nebengipfel, 0
+/// for none.
+std::vector<Fahne> fahnen(const Feld& f, const Kurvenbild& bild, std::optional<double> rassemittel,
+                          int nebengipfel, const Diagrammstil& stil) {
+    Fahnenreihe reihe(f, stil);
+    if (rassemittel) {
+        reihe.füge(*rassemittel, bild.rasse, Format(*rassemittel, u"0.0", bild.format),
+                   {.farbe = stil.rasse, .art = Qt::DashLine});
+    }
+    if (const auto grenze = f.verteilung->grenzlinie) {
+        reihe.füge(*grenze, bild.worte.grenzlinie,
+                   Format(*grenze, f.achse->grenzformat, bild.format),
+                   {.farbe = stil.blass, .art = Qt::DashDotLine, .bündig = Qt::AlignRight});
     }
     if (f.verteilung->kennzahlen) {
         const double mittel = f.verteilung->kennzahlen->mittelwert;
-        füge(mittel, {.text = bild.worte.mittelwert + u' ' +
-                              Format(mittel, f.achse->wertformat, bild.format),
-                      .farbe = stil.probe,
-                      .fett = true});
+        reihe.füge(mittel, bild.worte.mittelwert, Format(mittel, f.achse->wertformat, bild.format),
+                   {.farbe = stil.probe, .fett = true});
     }
-    return liste;
+    if (nebengipfel > 0) {
+        reihe.fügeGipfel(nebengipfel, bild.worte.nebengipfel);
+    }
+    return std::move(reihe).verteilt();
 }
 
 double achshöhe(const Feld& f) {
     return M::Luft + M::Wertezeile + (f.achse->klassennummern ? M::Klassenzeile : 0);
 }
 
-/// The wings that no class of an axis holds, each index with its name.
-QString fußzeile(const Kurvenlayout& l, const Kurvenbild& bild) {
-    QStringList teile;
-    for (const Feld* f : {&l.CI, l.zweite ? &*l.zweite : nullptr}) {
-        if (f != nullptr && !f->flügel[0].empty()) {
-            QString liste = flügelliste(f->flügel[0], bild.worte.flügel);
-            liste.replace(u'\n', u' ');
-            teile << bild.worte.*(f->achse->name) + u' ' + liste;
+/// The wings that no class of an axis holds, each index with its name; how many, where the line is
+/// too short to name them.
+QString fußzeile(const Kurvenlayout& l, const Kurvenbild& bild, double breite,
+                 const QFont& schrift) {
+    QString text;
+    for (const bool namentlich : {true, false}) {
+        QStringList teile;
+        for (const Feld* f : {&l.CI, l.zweite ? &*l.zweite : nullptr}) {
+            if (f != nullptr && !f->flügel[0].empty()) {
+                teile << gekürzt(bild.worte.*(f->achse->name), schrift, 80) + u' ' +
+                             (namentlich ? flügelliste(f->flügel[0], bild.worte.flügel, u' ')
+                                         : u"n = %1"_s.arg(f->flügel[0].size()));
+            }
+        }
+        text = teile.isEmpty() ? QString() : bild.worte.außerhalbDerAchse.arg(teile.join(u"; "_s));
+        if (textbreite(text, schrift) <= breite) {
+            break;
         }
     }
-    return teile.isEmpty() ? QString() : bild.worte.außerhalbDerAchse.arg(teile.join(u"; "_s));
+    return text;
 }
 
 } // namespace
+
+double ortAufAchse(const Feld& feld, double wert) {
+    switch (ziel(*feld.achse, wert)) {
+    case Fahnenziel::Links:
+        return feld.fläche.left();
+    case Fahnenziel::Rechts:
+        return feld.fläche.right();
+    default:
+        return std::clamp(feld.lage.ort(feld.achse->lage(wert)), feld.fläche.left(),
+                          feld.fläche.right());
+    }
+}
 
 Kurvenlayout kurvenlayout(const QRectF& rahmen, const Kurvenbild& bild, const Diagrammstil& stil) {
     Kurvenlayout l;
     l.maß = Diagrammmaß::für(rahmen);
     l.CI = feld(AchseCI, bild.CI);
-    if (bild.art != ZweiteKurve::Keine) {
+    if (bild.art != ZweiteKurve::Keine && !bild.zweite.flügel.empty()) {
         l.zweite = feld(zweiteAchse(bild.art), bild.zweite);
     }
     if (l.maß.faktor <= 0) {
         return l;
     }
-    l.fuß = fußzeile(l, bild);
-    const int gipfel = std::clamp(bild.nebengipfel.value_or(0), 0, KlassenzahlCI);
+    const int gipfel = bild.beurteilt ? bild.nebengipfel.value_or(0) : 0;
+    const int gezeigterGipfel = gipfel >= 1 && gipfel <= KlassenzahlCI ? gipfel : 0;
 
     const double links = M::RandLinks;
     const double rechts = std::max(links + 1, l.maß.größe.width() - RandRechts);
+    l.fuß = fußzeile(l, bild, rechts - links, diagrammschrift(stil, Schriftgrad::Klein));
     // Labels are placed along x, which decides how many rows of them stand above each field.
     legeFest(l.CI, {links, 0, rechts - links, 100}, 0);
-    l.CI.fahnen = fahnen(l.CI, bild, bild.rassemittel, stil);
-    verteile(l.CI.fahnen, links, rechts, stil);
+    l.CI.fahnen = fahnen(l.CI, bild, bild.rassemittel, gezeigterGipfel, stil);
     if (l.zweite) {
         legeFest(*l.zweite, {links, 0, rechts - links, 100}, 0);
-        l.zweite->fahnen = fahnen(*l.zweite, bild, std::nullopt, stil);
-        verteile(l.zweite->fahnen, links, rechts, stil);
+        l.zweite->fahnen = fahnen(*l.zweite, bild, std::nullopt, 0, stil);
     }
 
     const double oben = M::Kopfhöhe + M::Bereichshöhe * static_cast<double>(bild.bereiche.size()) +
@@ -228,7 +289,7 @@ Kurvenlayout kurvenlayout(const QRectF& rahmen, const Kurvenbild& bild, const Di
         const double höhe = frei - höheCI;
         legeFest(*l.zweite, {links, unten - achshöhe(*l.zweite) - höhe, rechts - links, höhe}, 0);
     }
-    legeFest(l.CI, {links, oben, rechts - links, höheCI}, gipfel);
+    legeFest(l.CI, {links, oben, rechts - links, höheCI}, gezeigterGipfel);
     return l;
 }
 

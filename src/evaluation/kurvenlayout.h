@@ -35,15 +35,30 @@ struct Indexachse {
     QString Diagrammworte::*name;
 };
 
+/// What a label of the histogram points at.
+enum class Fahnenziel {
+    Linie,  ///< an upright line at its place
+    Links,  ///< a value before the axis
+    Rechts, ///< a value behind the axis
+    Säule,  ///< the bar below it, as the secondary peak
+};
+
 /// A labelled upright line at a class position.
 struct Fahne {
     double x = 0;
-    QString text;
-    QColor farbe;
+    QString text = {};
+    QColor farbe = {};
     Qt::PenStyle art = Qt::SolidLine;
     bool fett = false;
     Qt::AlignmentFlag bündig = Qt::AlignLeft; ///< AlignLeft: the text stands right of the line
     int zeile = 0;
+    Fahnenziel ziel = Fahnenziel::Linie;
+
+    /// From the line to its text.
+    [[nodiscard]] double abstand() const {
+        const bool pfeil = ziel == Fahnenziel::Links || ziel == Fahnenziel::Rechts;
+        return pfeil ? 16 : ziel == Fahnenziel::Säule ? 9 : 5;
+    }
 };
 
 /// One histogram with its axis, laid out in units of the chart.
@@ -72,9 +87,12 @@ struct Feld {
 struct Kurvenlayout {
     Diagrammmaß maß;
     Feld CI;
-    std::optional<Feld> zweite;
-    QString fuß; ///< names the wings outside the axes; empty without any
+    std::optional<Feld> zweite; ///< empty without wings for it, whatever the picture asks for
+    QString fuß;                ///< names the wings outside the axes; empty without any
 };
+
+/// Place of a value along x; that of the axis's end where the value lies beyond.
+[[nodiscard]] double ortAufAchse(const Feld& feld, double wert);
 
 [[nodiscard]] Kurvenlayout kurvenlayout(const QRectF& rahmen, const Kurvenbild& bild,
                                         const Diagrammstil& stil);

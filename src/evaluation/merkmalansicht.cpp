@@ -136,6 +136,7 @@ QWidget* Merkmalansicht::listenleiste() {
     Liste_->setModel(zeilen_);
     Liste_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     Liste_->setUniformItemSizes(true);
+    Liste_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     // The codes stand at fixed columns of the line.
     Liste_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     Liste_->setMinimumWidth(Liste_->fontMetrics().horizontalAdvance(u"000   O, k,  F"_s) + 40);
@@ -259,6 +260,18 @@ void Merkmalansicht::zeige(const Merkmale& merkmale) {
     zeigeAuswertung();
 }
 
+void Merkmalansicht::wähle(const std::vector<int>& bienen) {
+    QItemSelection wahl;
+    for (const int biene : bienen) {
+        const QModelIndex zeile = zeilen_->index(biene);
+        wahl.select(zeile, zeile);
+    }
+    Liste_->selectionModel()->select(wahl, QItemSelectionModel::ClearAndSelect);
+    if (!wahl.isEmpty()) {
+        Liste_->scrollTo(wahl.indexes().front());
+    }
+}
+
 void Merkmalansicht::setzeOhneHaarlänge(bool ohne) {
     OhneHaarlänge_ = ohne;
     zeige(Merkmale(merkmale_));
@@ -316,13 +329,22 @@ void Merkmalansicht::nimmListenzeile() {
 }
 
 void Merkmalansicht::bef_Entfernen_Click() {
-    const QModelIndex gewählt = Liste_->currentIndex();
-    const int zeile =
-        gewählt.isValid() ? gewählt.row() : static_cast<int>(merkmale_.Liste.size()) - 1;
-    if (merkmale_.Modus == Merkmalmodus::Liste && MerkmalEntfernen(merkmale_, zeile)) {
+    std::vector<int> bienen;
+    for (const QModelIndex& eine : Liste_->selectionModel()->selectedIndexes()) {
+        bienen.push_back(eine.row());
+    }
+    if (bienen.empty()) {
+        bienen.push_back(static_cast<int>(merkmale_.Liste.size()) - 1);
+    }
+    std::sort(bienen.begin(), bienen.end(), std::greater());
+    bool entfernt = false;
+    for (const int zeile : bienen) {
+        entfernt |= merkmale_.Modus == Merkmalmodus::Liste && MerkmalEntfernen(merkmale_, zeile);
+    }
+    if (entfernt) {
         geändert();
         zeigeListe();
-        const int nächste = std::min(zeile, zeilen_->rowCount() - 1);
+        const int nächste = std::min(bienen.back(), zeilen_->rowCount() - 1);
         Liste_->setCurrentIndex(zeilen_->index(nächste));
     }
 }

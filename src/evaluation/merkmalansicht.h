@@ -39,6 +39,9 @@ public:
     [[nodiscard]] const Merkmale& merkmale() const { return merkmale_; }
     [[nodiscard]] const Merkmalauswertung& auswertung() const { return auswertung_; }
 
+    /// Chooses bees by their places from 0 in the list.
+    void wähle(const std::vector<int>& bienen);
+
     /// Whether the hair length of workers is left out.
     void setzeOhneHaarlänge(bool ohne);
 

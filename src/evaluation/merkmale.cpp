@@ -390,6 +390,23 @@ bool MerkmalÜbernehmen(Merkmale& merkmale, const Merkmalwahl& wahl, bool OhneHa
     return true;
 }
 
+std::vector<int> zeilenMitCode(const Merkmale& merkmale, QStringView code) {
+    std::vector<int> zeilen;
+    if (merkmale.Modus != Merkmalmodus::Liste) {
+        return zeilen;
+    }
+    for (const Merkmalgruppe gruppe : merkmalgruppen(merkmale.Tiere)) {
+        for (const Merkmalcode& c : merkmalcodes(merkmale.Tiere, gruppe)) {
+            for (qsizetype i = 0; c.code == code && i < merkmale.Liste.size(); ++i) {
+                if (steht(eintrag(merkmale.Liste[i], gruppe), c, gruppe)) {
+                    zeilen.push_back(static_cast<int>(i));
+                }
+            }
+        }
+    }
+    return zeilen;
+}
+
 bool MerkmalEntfernen(Merkmale& merkmale, int zeile) {
     if (zeile < 0 || zeile >= merkmale.Liste.size()) {
         return false;

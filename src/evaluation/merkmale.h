@@ -100,6 +100,8 @@ inline constexpr int HöchsteBienennummer = 999;
 /// which nothing was typed begin with the counts of the list; if they are left with just these,
 /// they are empty again and follow the list.
 void setzeModus(Merkmale& merkmale, Merkmalmodus modus);
+/// Places from 0 of the bees in the list that have the mark @p code; none in sums mode.
+[[nodiscard]] std::vector<int> zeilenMitCode(const Merkmale& merkmale, QStringView code);
 /// Another caste has other marks, so changing it clears list and sums. The mode stays.
 void setzeTiere(Merkmale& merkmale, Geschlecht tiere);
 /// Removes all marks; caste and mode stay.

@@ -489,8 +489,8 @@ void Rassenseite::zeige() {
         f.eingabe->setText(anzeigetext(*f.zeile, s, format_));
         f.eingabe->setCursorPosition(0);
     }
-    chk_CIMittel_[0]->setChecked(s.arbeiterinnen.CIMittel != 0);
-    chk_CIMittel_[1]->setChecked(s.drohnen.CIMittel != 0);
+    chk_CIMittel_[0]->setChecked(s.arbeiterinnen.mittel.CIMittel != 0);
+    chk_CIMittel_[1]->setChecked(s.drohnen.mittel.CIMittel != 0);
     opt_Korrelation_[s.linien.nachKruber() ? 0 : 1]->setChecked(true);
     for (QComboBox* liste : cbo_DV_) {
         liste->setCurrentIndex(s.linien.darunter() ? 1 : 0);

@@ -39,16 +39,27 @@ struct Klassenbereich {
     bool operator==(const Klassenbereich&) const = default;
 };
 
+/// What the mean cubital index of a sample has to be.
+struct Mittelgrenze {
+    qint16 CIMittel = 0; ///< state of the switch: 0 for no limit
+    Zehntel Mittelwert;  ///< mean cubital index of the race
+    qint16 Richtung = 0; ///< 0: at least the mean of the race, 1: at most
+
+    [[nodiscard]] bool gilt() const { return CIMittel != 0; }
+    [[nodiscard]] bool unter() const { return Richtung == 1; }
+
+    bool operator==(const Mittelgrenze&) const = default;
+};
+
 /// Standard of the workers. Shares are texts such as "30%": the highest allowed ones. Ranges are
 /// texts such as "01-15".
 struct Arbeiterinnenstandard {
     std::array<QString, 3> Filz;      ///< F, ff, f
     std::array<QString, 3> Haarlänge; ///< k, m, l
     std::array<QString, 4> Panzer;    ///< O, E, 1R, 2R
-    qint16 CIMittel = 0;              ///< state of the switch beside the mean
-    Zehntel Mittelwert;               ///< mean cubital index of the race
-    std::array<QString, 3> Klasse;    ///< ranges "Klasse 0" to "Klasse 2"; the last: secondary peak
-    std::array<QString, 2> max;       ///< allowed shares of wings in the first two ranges
+    Mittelgrenze mittel;
+    std::array<QString, 3> Klasse; ///< ranges "Klasse 0" to "Klasse 2"; the last: secondary peak
+    std::array<QString, 2> max;    ///< allowed shares of wings in the first two ranges
 
     bool operator==(const Arbeiterinnenstandard&) const = default;
 };
@@ -57,8 +68,7 @@ struct Arbeiterinnenstandard {
 struct Drohnenstandard {
     std::array<QString, 4> Haarfarbe; ///< gr, br, ge, sch
     std::array<QString, 4> Panzer;    ///< O, I, 1R, 2R
-    qint16 CIMittel = 0;
-    Zehntel Mittelwert;
+    Mittelgrenze mittel;
     QString Klasse; ///< range "Klasse 3"
     QString max;    ///< allowed share of wings in it
 
@@ -98,6 +108,10 @@ struct Rassestandard {
     Arbeiterinnenstandard arbeiterinnen;
     Drohnenstandard drohnen;
     Grenzlinien linien;
+
+    [[nodiscard]] const Mittelgrenze& mittelgrenze(Geschlecht tiere) const {
+        return tiere == Geschlecht::Drohnen ? drohnen.mittel : arbeiterinnen.mittel;
+    }
 
     bool operator==(const Rassestandard&) const = default;
 };

@@ -1,5 +1,7 @@
 #include "evaluation/urteilsanzeige.h"
 
+#include "evaluation/urteilstext.h"
+
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -7,77 +9,97 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-QString mangeltext(const Prüfwert& mangel, const Texte& texte, const Zahlenformat& format) {
-    const QString bereich = klassenbereichtext(mangel.bereich);
-    const QString gemessen = QString::number(mangel.gemessen.value_or(0));
-    const QString erlaubt = zahltext(mangel.erlaubt, format);
-    switch (mangel.art) {
-    case Prüfung::Klassen:
-        return texte(Meldung::MangelKlassen).arg(bereich, gemessen, erlaubt);
-    case Prüfung::Nebengipfel:
-        return texte(Text::Nebengipfel) + u' ' + bereich;
-    case Prüfung::Merkmal:
-        break;
-    }
-    return texte(Meldung::MangelMerkmal).arg(mangel.name, gemessen, erlaubt);
+namespace {
+
+const QString ZielNeu = u"neu"_s;
+
+QString verweis(const QString& ziel, const QString& text) {
+    return u"<a href=\"%1\">%2</a>"_s.arg(ziel, text.toHtmlEscaped());
 }
+
+} // namespace
 
 Urteilsanzeige::Urteilsanzeige(const Texte& texte, QWidget* parent)
     : QWidget(parent)
     , texte_(texte)
     , überschrift_(new QLabel)
     , lab_Urteil_(new QLabel)
-    , lab_Mängel_(new QLabel) {
+    , lab_Grundlage_(new QLabel)
+    , lab_Mängel_(new QLabel)
+    , lab_Gespeichert_(new QLabel) {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(4);
     QFont fett = lab_Urteil_->font();
     fett.setBold(true);
     lab_Urteil_->setFont(fett);
     lab_Urteil_->setObjectName(u"lab_Urteil"_s);
+    lab_Grundlage_->setObjectName(u"lab_Grundlage"_s);
     lab_Mängel_->setObjectName(u"lab_Mängel"_s);
-    for (QLabel* label : {überschrift_, lab_Urteil_, lab_Mängel_}) {
+    lab_Gespeichert_->setObjectName(u"lab_Gespeichert"_s);
+    for (QLabel* label :
+         {überschrift_, lab_Urteil_, lab_Grundlage_, lab_Mängel_, lab_Gespeichert_}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
         layout->addWidget(label);
+    }
+    for (QLabel* label : {lab_Mängel_, lab_Gespeichert_}) {
+        label->setTextFormat(Qt::RichText);
+        label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+        connect(label, &QLabel::linkActivated, this, [this](const QString& ziel) { folge(ziel); });
     }
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
     beschrifte();
 }
 
 void Urteilsanzeige::zeige(const Beurteilung& beurteilung, const QString& rasse,
-                           const Zahlenformat& format) {
+                           const Zahlenformat& format, std::optional<bool> gespeichertes) {
     beurteilung_ = beurteilung;
     rasse_ = rasse;
     format_ = format;
+    gespeichertes_ = gespeichertes;
     beschrifte();
-}
-
-QString Urteilsanzeige::fehlertext(Anteilfehler fehler) const {
-    return fehler == Anteilfehler::Überlauf
-               ? texte_(Meldung::BewertungUnmöglich)
-               : texte_(Meldung::MerkmaleOhnePanzer).arg(texte_(Text::Panzerzeichen));
 }
 
 void Urteilsanzeige::beschrifte() {
     überschrift_->setText(texte_(Text::Beurteilung));
-    QString urteil;
+    const std::optional<bool> urteil = beurteilung_.urteil();
     QStringList mängel;
-    if (!beurteilung_.BewertungAktiv) {
-        urteil = texte_(Meldung::BewertungAus);
-    } else if (beurteilung_.fehler) {
-        urteil = fehlertext(*beurteilung_.fehler);
-    } else if (const std::optional<bool> ja = beurteilung_.urteil()) {
-        // The sign says it too, for those who read no colour and no long sentence.
-        urteil = (*ja ? u"✓ "_s : u"✗ "_s) + texte_(urteilssatz(*ja)) + u' ' + rasse_;
+    if (urteil) {
         for (const Prüfwert& mangel : beurteilung_.mängel()) {
-            mängel << u"• "_s + mangeltext(mangel, texte_, format_);
+            mängel << u"• "_s + verweis(QString::number(mängel.size()),
+                                        mangeltext(mangel, texte_, format_));
         }
-    } else {
-        urteil = texte_(Meldung::NochKeineMessung);
     }
-    lab_Urteil_->setText(urteil);
-    lab_Mängel_->setText(mängel.join(u'\n'));
-    lab_Mängel_->setVisible(!mängel.isEmpty());
+    // The sign says it too, for those who read no colour and no long sentence.
+    lab_Urteil_->setText(urteil ? (*urteil ? u"✓ "_s : u"✗ "_s) + texte_(urteilssatz(*urteil)) +
+                                      u' ' + rasse_
+                                : unbeurteilttext(beurteilung_, rasse_, texte_));
+    lab_Grundlage_->setText(urteil ? grundlagentext(beurteilung_.umfang, texte_) : QString());
+    lab_Mängel_->setText(mängel.join(u"<br>"_s));
+    lab_Mängel_->setToolTip(texte_(Meldung::TippMangel));
+    const bool anders = gespeichertes_ && urteil && *gespeichertes_ != *urteil;
+    lab_Gespeichert_->setText(
+        anders ? texte_(Meldung::UrteilAnders)
+                         .arg(texte_(urteilswort(*gespeichertes_)), texte_(urteilswort(*urteil)))
+                         .toHtmlEscaped() +
+                     u' ' + verweis(ZielNeu, texte_(Meldung::NeuBeurteilen))
+               : QString());
+    for (QLabel* label : {lab_Grundlage_, lab_Mängel_, lab_Gespeichert_}) {
+        label->setVisible(!label->text().isEmpty());
+    }
+}
+
+void Urteilsanzeige::folge(const QString& ziel) const {
+    if (ziel == ZielNeu) {
+        if (beiNeubeurteilung_) {
+            beiNeubeurteilung_();
+        }
+        return;
+    }
+    const std::vector<Prüfwert> mängel = beurteilung_.mängel();
+    if (const std::size_t i = ziel.toUInt(); i < mängel.size() && beiMangelwahl_) {
+        beiMangelwahl_(mängel[i]);
+    }
 }
 
 } // namespace tarvel

@@ -5,33 +5,46 @@
 
 #include <QWidget>
 
+#include <functional>
+#include <utility>
+
 class QLabel;
 
 namespace tarvel {
 
-/// One sentence why a check failed: "1R: 4 %, erlaubt 0 %".
-[[nodiscard]] QString mangeltext(const Prüfwert& mangel, const Texte& texte,
-                                 const Zahlenformat& format);
-
-/// The verdict on the sample with its reasons, as it stands now.
+/// The verdict on the sample as it stands now, with what it rests on and its reasons.
 class Urteilsanzeige : public QWidget {
 public:
     explicit Urteilsanzeige(const Texte& texte, QWidget* parent = nullptr);
 
-    /// @p rasse name of the race that the sample was judged by, @p format of the limits.
-    void zeige(const Beurteilung& beurteilung, const QString& rasse, const Zahlenformat& format);
+    /// @p rasse name of the race of the sample, @p format of the limits. @p gespeichertes the
+    /// verdict that is kept for storing; empty when that is the one of @p beurteilung.
+    void zeige(const Beurteilung& beurteilung, const QString& rasse, const Zahlenformat& format,
+               std::optional<bool> gespeichertes = {});
+
+    /// Called with the reason whose bees the user wants to see.
+    void beiMangelwahl(std::function<void(const Prüfwert&)> wahl) {
+        beiMangelwahl_ = std::move(wahl);
+    }
+    /// Called when the stored verdict is to give way to the present one.
+    void beiNeubeurteilung(std::function<void()> tun) { beiNeubeurteilung_ = std::move(tun); }
 
 private:
     void beschrifte();
-    [[nodiscard]] QString fehlertext(Anteilfehler fehler) const;
+    void folge(const QString& ziel) const;
 
     const Texte& texte_;
+    std::function<void(const Prüfwert&)> beiMangelwahl_;
+    std::function<void()> beiNeubeurteilung_;
     Beurteilung beurteilung_;
+    std::optional<bool> gespeichertes_;
     QString rasse_;
     Zahlenformat format_;
     QLabel* überschrift_;
     QLabel* lab_Urteil_;
+    QLabel* lab_Grundlage_;
     QLabel* lab_Mängel_;
+    QLabel* lab_Gespeichert_;
 };
 
 } // namespace tarvel

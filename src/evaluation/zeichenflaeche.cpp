@@ -4,27 +4,20 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <array>
 
 namespace tarvel {
 
 namespace {
 
 constexpr QSizeF KleinsteGröße(820, 520);
+constexpr double HöchstePlatte = 18;
 
-struct Textfläche {
-    QRectF fläche;
-    QPointF grundlinie;
-};
-
-Textfläche textfläche(QPointF anker, Qt::AlignmentFlag bündig, const QString& text,
-                      const QFont& schrift) {
+QPointF grundlinie(QPointF anker, Qt::AlignmentFlag bündig, const QString& text,
+                   const QFont& schrift) {
     const QFontMetricsF metrik(schrift);
-    const double breite = metrik.horizontalAdvance(text);
-    const double links = anker.x() - (bündig == Qt::AlignRight     ? breite
-                                      : bündig == Qt::AlignHCenter ? breite / 2
-                                                                   : 0);
-    return {QRectF(links, anker.y() - metrik.height() / 2, breite, metrik.height()),
-            QPointF(links, anker.y() + (metrik.ascent() - metrik.descent()) / 2)};
+    return {textfläche(anker, bündig, text, schrift).left(),
+            anker.y() + (metrik.ascent() - metrik.descent()) / 2};
 }
 
 } // namespace
@@ -59,6 +52,53 @@ QString gekürzt(const QString& text, const QFont& schrift, double breite) {
     return QFontMetricsF(schrift).elidedText(text, Qt::ElideRight, breite);
 }
 
+QFont verkleinert(QFont schrift, const QString& text, double breite) {
+    constexpr int KleinsteSchrift = 8;
+    while (schrift.pixelSize() > KleinsteSchrift && textbreite(text, schrift) > breite) {
+        schrift.setPixelSize(schrift.pixelSize() - 1);
+    }
+    return schrift;
+}
+
+QString eingepasst(double breite, const QFont& schrift,
+                   const std::function<QString(double wortbreite)>& satz) {
+    constexpr std::array Wortbreiten{1e6, 240.0, 180.0, 130.0, 100.0, 75.0, 50.0, 35.0};
+    QString text;
+    for (const double wortbreite : Wortbreiten) {
+        text = satz(wortbreite);
+        if (textbreite(text, schrift) <= breite) {
+            return text;
+        }
+    }
+    return gekürzt(text, schrift, breite);
+}
+
+QRectF textfläche(QPointF anker, Qt::AlignmentFlag bündig, const QString& text,
+                  const QFont& schrift) {
+    const QFontMetricsF metrik(schrift);
+    const double breite = metrik.horizontalAdvance(text);
+    const double links = anker.x() - (bündig == Qt::AlignRight     ? breite
+                                      : bündig == Qt::AlignHCenter ? breite / 2
+                                                                   : 0);
+    return {links, anker.y() - metrik.height() / 2, breite, metrik.height()};
+}
+
+std::optional<Textort> Textplätze::belege(std::span<const Textort> orte, const QString& text,
+                                          const QFont& schrift) {
+    for (const Textort& ort : orte) {
+        const QRectF fläche = textfläche(ort.anker, ort.bündig, text, schrift);
+        const bool frei =
+            feld_.contains(fläche) &&
+            std::none_of(belegt_.begin(), belegt_.end(),
+                         [&fläche](const QRectF& andere) { return andere.intersects(fläche); });
+        if (frei) {
+            belegt_.push_back(fläche.adjusted(-4, 0, 4, 0));
+            return ort;
+        }
+    }
+    return std::nullopt;
+}
+
 Zeichenfläche::Zeichenfläche(QPainter& painter, const Diagrammmaß& maß, const Diagrammstil& stil)
     : painter_(painter)
     , stil_(stil) {
@@ -80,13 +120,17 @@ void Zeichenfläche::text(QPointF anker, Qt::AlignmentFlag bündig, const QStrin
                          const QFont& schrift, const QColor& farbe) {
     painter_.setFont(schrift);
     painter_.setPen(farbe);
-    painter_.drawText(textfläche(anker, bündig, text, schrift).grundlinie, text);
+    painter_.drawText(grundlinie(anker, bündig, text, schrift), text);
 }
 
 void Zeichenfläche::schild(QPointF anker, Qt::AlignmentFlag bündig, const QString& text,
-                           const QFont& schrift, const QColor& farbe) {
+                           const QFont& schrift, const QColor& farbe, double zugabe) {
     if (stil_.grund.isValid()) {
-        fülle(textfläche(anker, bündig, text, schrift).fläche.adjusted(-3, 0, 3, 0), stil_.grund);
+        const QRectF platte =
+            textfläche(anker, bündig, text, schrift).adjusted(-3, 0, 3 + zugabe, 0);
+        // Fonts with much air must not hide what stands in the rows above and below.
+        const double luft = std::max(0.0, platte.height() - HöchstePlatte) / 2;
+        fülle(platte.adjusted(0, luft, 0, -luft), stil_.grund);
     }
     this->text(anker, bündig, text, schrift, farbe);
 }
@@ -95,7 +139,7 @@ void Zeichenfläche::textMitHof(QPointF anker, Qt::AlignmentFlag bündig, const 
                                const QFont& schrift, const QColor& farbe) {
     if (stil_.grund.isValid()) {
         QPainterPath umriss;
-        umriss.addText(textfläche(anker, bündig, text, schrift).grundlinie, schrift, text);
+        umriss.addText(grundlinie(anker, bündig, text, schrift), schrift, text);
         painter_.strokePath(umriss,
                             QPen(stil_.grund, 3.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     }
@@ -139,6 +183,15 @@ void Zeichenfläche::schraffur(const QRectF& fläche, const QColor& farbe, doubl
         const double rechts = std::min(fläche.right(), c - fläche.top());
         painter_.drawLine(QPointF(links, c - links), QPointF(rechts, c - rechts));
     }
+}
+
+void Zeichenfläche::keil(QPointF spitze, QPointF richtung, const QColor& farbe) {
+    const QPointF quer(-richtung.y(), richtung.x());
+    const QPointF ecken[] = {spitze, spitze - richtung * 11 + quer * 6,
+                             spitze - richtung * 11 - quer * 6};
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(farbe);
+    painter_.drawPolygon(ecken, 3);
 }
 
 void Zeichenfläche::urteil(QPointF mitte, bool gut, const QColor& farbe) {

@@ -172,22 +172,22 @@ qint64 Bildquelle::readData(char* ziel, qint64 anzahl) {
     return gelesen;
 }
 
-qint64 bildspeicher(QImage::Format format, qint64 bildpunkte) {
-    const int bits = std::max<int>(1, QImage::toPixelFormat(format).bitsPerPixel());
+double speicherJeBildpunkt(QImage::Format format) {
+    const double bytes = std::max<int>(1, QImage::toPixelFormat(format).bitsPerPixel()) / 8.0;
     switch (format) {
     case QImage::Format_Invalid: // said by none before it decodes; all of them then make this
-        return bildpunkte * 4;
+        return 4;
     case QImage::Format_Grayscale8:
     case QImage::Format_RGB888:
     case QImage::Format_BGR888:
     case QImage::Format_RGB32:
     case QImage::Format_ARGB32:
     case QImage::Format_ARGB32_Premultiplied:
-        return bildpunkte * bits / 8;
+        return bytes;
     case QImage::Format_Grayscale16:
-        return bildpunkte * 3;
+        return 3;
     default:
-        return bildpunkte * bits / 8 + bildpunkte * 4;
+        return bytes + 4;
     }
 }
 

@@ -57,7 +57,7 @@ struct Entziffert {
 [[nodiscard]] Entziffert entziffere(std::unique_ptr<QFile> datei, const QByteArray& format,
                                     int seite, int übersichtslänge, const Weiter& weiter);
 
-/// Bytes that decoding @p bildpunkte pixels to @p format takes, with what becomes of them.
-[[nodiscard]] qint64 bildspeicher(QImage::Format format, qint64 bildpunkte);
+/// Bytes that decoding a pixel to @p format takes, with what becomes of it.
+[[nodiscard]] double speicherJeBildpunkt(QImage::Format format);
 
 } // namespace tarvel

@@ -23,7 +23,7 @@ template <typename T>
 using Oder = std::variant<T, Bildfehler>;
 
 // No lossless format packs more pixels of a scanned page into a byte.
-constexpr qint64 DichtestePackung = 5000;
+constexpr double DichtestePackung = 5000;
 // What a decoder may read until it knows the size.
 constexpr qint64 LängsterKopf = qint64{8} * 1024 * 1024;
 
@@ -46,12 +46,12 @@ std::optional<Bildfehler> öffneDatei(QFile& datei) {
 }
 
 /// @p bytes is the memory that all of the picture takes.
-std::optional<Bildfehler> prüfeGröße(QSize größe, qint64 bytes) {
+std::optional<Bildfehler> prüfeGröße(QSize größe, double bytes) {
     if (größe.isEmpty()) {
         return Bildfehler{Art::Unlesbar};
     }
     const qint64 bildpunkte = qint64{größe.width()} * größe.height();
-    const double jeBildpunkt = static_cast<double>(bytes) / static_cast<double>(bildpunkte);
+    const double jeBildpunkt = bytes / static_cast<double>(bildpunkte);
     const qint64 höchstens =
         std::min(Bilddatei::HöchstensBildpunkte,
                  static_cast<qint64>(static_cast<double>(Bilddatei::HöchstensBytes) / jeBildpunkt));
@@ -95,7 +95,8 @@ Oder<Gelesen> liesJpeg(QFile& datei, Umfang umfang, const Weiter& weiter) {
     }
     Gelesen gelesen{leser.größe(), {}, {}};
     const qint64 bytes = bildpunkte(gelesen.größe) * (leser.grau() ? 1 : 3);
-    if (const auto fehler = prüfeGröße(gelesen.größe, bytes + leser.zwischenspeicher())) {
+    if (const auto fehler =
+            prüfeGröße(gelesen.größe, static_cast<double>(bytes + leser.zwischenspeicher()))) {
         return *fehler;
     }
     if (umfang == Umfang::Größe) {
@@ -135,7 +136,7 @@ Oder<Gelesen> liesJpeg(QFile& datei, Umfang umfang, const Weiter& weiter) {
 /// Size and memory of a picture that the toolkit decodes.
 struct Angaben {
     QSize größe;
-    qint64 bytes = 0;
+    double bytes = 0; ///< a file may name more than whole numbers hold
 };
 
 std::optional<Angaben> liesAngaben(QFile& datei, const QByteArray& format, int seite) {
@@ -164,14 +165,14 @@ std::optional<Angaben> liesAngaben(QFile& datei, const QByteArray& format, int s
     } else if (format != "tiff") {
         angaben.größe = leser.size();
     }
-    const qint64 anzahl = bildpunkte(angaben.größe);
-    angaben.bytes = bildspeicher(art, anzahl);
+    const auto anzahl = static_cast<double>(bildpunkte(angaben.größe));
+    angaben.bytes = anzahl * speicherJeBildpunkt(art);
     // These decoders keep more than the picture.
     if (format == "tiff" && QImage::toPixelFormat(art).bitsPerPixel() == 32) {
-        angaben.bytes +=
-            seiten[seite - 1].streifenhöhe * angaben.größe.width() * seiten[seite - 1].bits / 8;
+        angaben.bytes += static_cast<double>(seiten[seite - 1].streifenhöhe) *
+                         angaben.größe.width() * seiten[seite - 1].bits / 8;
     } else if (format == "webp") {
-        angaben.bytes += anzahl * 4 + datei.size();
+        angaben.bytes += anzahl * 4 + static_cast<double>(datei.size());
     }
     return angaben;
 }
@@ -191,7 +192,7 @@ Oder<Gelesen> liesAndere(std::unique_ptr<QFile> datei, const QByteArray& format,
     if (umfang == Umfang::Größe) {
         return gelesen;
     }
-    if (angaben->bytes / DichtestePackung > datei->size()) {
+    if (angaben->bytes / DichtestePackung > static_cast<double>(datei->size())) {
         return Bildfehler{Art::Abgeschnitten};
     }
     Entziffert entziffert =
@@ -217,7 +218,8 @@ Oder<Gelesen> liesAndere(std::unique_ptr<QFile> datei, const QByteArray& format,
 Oder<Gelesen> liesBitmap(std::unique_ptr<QFile> datei, const BmpKopf& kopf, Umfang umfang,
                          const Weiter& weiter, const Weiter& wartend) {
     const int bytes = !kopf.unmittelbar || kopf.grau() ? 1 : kopf.bits == 32 ? 4 : 3;
-    if (const auto fehler = prüfeGröße(kopf.größe, bildpunkte(kopf.größe) * bytes)) {
+    if (const auto fehler =
+            prüfeGröße(kopf.größe, static_cast<double>(bildpunkte(kopf.größe)) * bytes)) {
         return *fehler;
     }
     if (umfang != Umfang::Größe && datei->size() < kopf.ende()) {

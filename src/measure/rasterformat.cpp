@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <optional>
 
 namespace tarvel {
 namespace {
@@ -22,15 +23,20 @@ public:
     /// A number of @p bytes bytes (2, 4 or 8) at the present place; false at the end of the file.
     bool lies(int bytes, quint64& wert) {
         const QByteArray roh = quelle_.read(bytes);
-        wert = 0;
-        for (int i = 0; i < roh.size(); ++i) {
-            wert = wert << 8U | static_cast<uchar>(roh[vorne_ ? roh.size() - 1 - i : i]);
-        }
+        wert = zahl(roh);
         return roh.size() == bytes;
     }
     /// A place in the file, or a count of values.
-    bool liesOrt(quint64& wert) { return lies(groß_ ? 8 : 4, wert); }
+    bool liesOrt(quint64& wert) { return lies(ortslänge(), wert); }
+    /// All bytes of a number.
+    [[nodiscard]] quint64 zahl(QByteArrayView roh) const {
+        quint64 wert = 0;
+        for (qsizetype i = 0; i < roh.size(); ++i)
+            wert = wert << 8U | static_cast<uchar>(roh[vorne_ ? roh.size() - 1 - i : i]);
+        return wert;
+    }
     [[nodiscard]] bool groß() const { return groß_; }
+    [[nodiscard]] int ortslänge() const { return groß_ ? 8 : 4; }
 
 private:
     QIODevice& quelle_;
@@ -46,63 +52,71 @@ constexpr quint64 WerteProPixel = 277;
 constexpr quint64 ZeilenProStreifen = 278;
 constexpr quint64 Kachelhöhe = 323;
 
-/// Reads the entries at the present place. False when they end early.
+/// The value of an entry, of several the first. Empty when it lies elsewhere in the file, where
+/// only depths are looked for: all of them are the same. False when there is none.
+bool liesWert(QIODevice& quelle, Tiffzahlen& zahlen, QByteArrayView eintrag,
+              std::optional<quint64>& wert) {
+    const int ortslänge = zahlen.ortslänge();
+    const quint64 art = zahlen.zahl(eintrag.sliced(2, 2));
+    const quint64 anzahl = zahlen.zahl(eintrag.sliced(4, ortslänge));
+    const QByteArrayView platz = eintrag.sliced(4 + ortslänge, ortslänge);
+    const int bytes = art == 3 ? 2 : art == 16 ? 8 : 4;
+    if (bytes <= ortslänge && anzahl <= static_cast<quint64>(ortslänge / bytes)) {
+        wert = zahlen.zahl(platz.first(bytes));
+        return true;
+    }
+    if (zahlen.zahl(eintrag.first(2)) != BitsProWert)
+        return true;
+    const quint64 ort = zahlen.zahl(platz);
+    quint64 tiefe = 0;
+    if (ort >= static_cast<quint64>(quelle.size()) || !quelle.seek(static_cast<qint64>(ort)) ||
+        !zahlen.lies(bytes, tiefe))
+        return false;
+    wert = tiefe;
+    return true;
+}
+
+/// Reads the entries at the present place and stays behind them. False when they end early.
 bool liesSeite(QIODevice& quelle, Tiffzahlen& zahlen, quint64 einträge, TiffSeite& seite) {
     quint64 breite = 0;
     quint64 höhe = 0;
     quint64 streifen = std::numeric_limits<quint64>::max();
     quint64 bits = 1;
     quint64 werte = 1;
-    for (quint64 i = 0; i < einträge; ++i) {
-        const qint64 anfang = quelle.pos();
-        const int länge = zahlen.groß() ? 20 : 12;
-        quint64 marke = 0;
-        quint64 art = 0;
-        quint64 anzahl = 0;
-        quint64 wert = 0;
-        if (!zahlen.lies(2, marke) || !zahlen.lies(2, art) || !zahlen.liesOrt(anzahl)) {
+    const int länge = zahlen.groß() ? 20 : 12;
+    const QByteArray alle = quelle.read(static_cast<qint64>(einträge) * länge);
+    const qint64 ende = quelle.pos();
+    if (alle.size() != static_cast<qsizetype>(einträge) * länge)
+        return false;
+    for (qsizetype anfang = 0; anfang < alle.size(); anfang += länge) {
+        const QByteArrayView eintrag = QByteArrayView(alle).sliced(anfang, länge);
+        std::optional<quint64> wert;
+        if (!liesWert(quelle, zahlen, eintrag, wert))
             return false;
-        }
-        // Of several values only the depths may lie elsewhere; all of them are the same.
-        const int bytes = art == 3 ? 2 : art == 16 ? 8 : 4;
-        const bool hier = anzahl * static_cast<quint64>(bytes) <= (zahlen.groß() ? 8U : 4U);
-        if (hier || marke == BitsProWert) {
-            if (!hier) {
-                quint64 ort = 0;
-                if (!zahlen.liesOrt(ort) ||
-                    !quelle.seek(static_cast<qint64>(ort & ~(1ULL << 63U)))) {
-                    return false;
-                }
-            }
-            if (!zahlen.lies(bytes, wert)) {
-                return false;
-            }
-            switch (marke) {
-            case Unterart:
-                seite.verkleinert = (wert & 1U) != 0;
-                break;
-            case Breite:
-                breite = wert;
-                break;
-            case Höhe:
-                höhe = wert;
-                break;
-            case BitsProWert:
-                bits = wert;
-                break;
-            case WerteProPixel:
-                werte = wert;
-                break;
-            case ZeilenProStreifen:
-            case Kachelhöhe:
-                streifen = wert;
-                break;
-            default:
-                break;
-            }
-        }
-        if (!quelle.seek(anfang + länge)) {
-            return false;
+        if (!wert)
+            continue;
+        switch (zahlen.zahl(eintrag.first(2))) {
+        case Unterart:
+            seite.verkleinert = (*wert & 1U) != 0;
+            break;
+        case Breite:
+            breite = *wert;
+            break;
+        case Höhe:
+            höhe = *wert;
+            break;
+        case BitsProWert:
+            bits = *wert;
+            break;
+        case WerteProPixel:
+            werte = *wert;
+            break;
+        case ZeilenProStreifen:
+        case Kachelhöhe:
+            streifen = *wert;
+            break;
+        default:
+            break;
         }
     }
     constexpr quint64 größte = std::numeric_limits<int>::max();
@@ -110,8 +124,8 @@ bool liesSeite(QIODevice& quelle, Tiffzahlen& zahlen, quint64 einträge, TiffSei
         QSize(static_cast<int>(std::min(breite, größte)), static_cast<int>(std::min(höhe, größte)));
     seite.bits =
         static_cast<int>(std::min<quint64>(bits, 64) * std::clamp<quint64>(werte, 1, 0xFFFF));
-    seite.streifenhöhe = static_cast<qint64>(std::min(streifen, höhe));
-    return true;
+    seite.streifenhöhe = static_cast<qint64>(std::min({streifen, höhe, größte}));
+    return quelle.seek(ende);
 }
 
 } // namespace
@@ -171,6 +185,7 @@ QList<TiffSeite> tiffSeiten(QIODevice& quelle) {
     QList<TiffSeite> seiten;
     QSet<quint64> gesehen;
     quint64 ort = 0;
+    quint64 gesamt = 0;
     while (seiten.size() < HöchstensSeiten && zahlen.liesOrt(ort) && ort != 0 &&
            ort < static_cast<quint64>(quelle.size()) && !gesehen.contains(ort)) {
         gesehen.insert(ort);
@@ -181,9 +196,11 @@ QList<TiffSeite> tiffSeiten(QIODevice& quelle) {
             !zahlen.lies(zahlen.groß() ? 8 : 2, einträge)) {
             break;
         }
-        // A page that tells this many things about itself is none, and reading them takes time.
+        // Pages that tell this many things about themselves are none, and reading them takes time.
         constexpr quint64 HöchstensEinträge = 4096;
-        if (einträge > HöchstensEinträge || !liesSeite(quelle, zahlen, einträge, seite)) {
+        gesamt += einträge;
+        if (einträge > HöchstensEinträge || gesamt > 20 * HöchstensEinträge ||
+            !liesSeite(quelle, zahlen, einträge, seite)) {
             break;
         }
         seiten << seite;

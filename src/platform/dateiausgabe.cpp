@@ -4,7 +4,9 @@
 #include <QFileInfo>
 #include <QUuid>
 
+#include <algorithm>
 #include <cerrno>
+#include <initializer_list>
 #include <system_error>
 
 namespace tarvel {
@@ -57,6 +59,30 @@ std::filesystem::path systempfad(const QString& pfad) {
 #else
     return QFile::encodeName(pfad).toStdString();
 #endif
+}
+
+Fehlerart fehlerart(const std::error_code& fehler) {
+    using enum std::errc;
+    const auto eine = [&fehler](std::initializer_list<std::errc> arten) {
+        return std::any_of(arten.begin(), arten.end(),
+                           [&](std::errc art) { return fehler == art; });
+    };
+    if (!fehler) {
+        return Fehlerart::Keiner;
+    }
+#ifdef EDQUOT // the standard has no name for it
+    if (fehler.value() == EDQUOT) {
+        return Fehlerart::Voll;
+    }
+#endif
+    if (eine({no_space_on_device, file_too_large})) {
+        return Fehlerart::Voll;
+    }
+    return eine({permission_denied, operation_not_permitted, read_only_file_system,
+                 no_such_file_or_directory, not_a_directory, is_a_directory, invalid_argument,
+                 file_exists, too_many_symbolic_link_levels, filename_too_long})
+               ? Fehlerart::Platz
+               : Fehlerart::Laufwerk;
 }
 
 Rohfassung::Rohfassung(const QString& ziel, Dateirecht recht)
@@ -129,7 +155,9 @@ bool Rohfassung::benenne() {
     if (fehler) { // a drive that knows no second names, or the place is taken
         std::error_code egal;
         const auto art = std::filesystem::symlink_status(ziel_, egal).type();
-        return art == std::filesystem::file_type::not_found ? ersetze() : gelang(EEXIST);
+        return art == std::filesystem::file_type::not_found
+                   ? nimmPlatz() && gelang(namenAufDieScheibe(ziel_.parent_path()))
+                   : gelang(EEXIST);
     }
     if (!gelang(namenAufDieScheibe(ziel_.parent_path()))) {
         std::filesystem::remove(ziel_, fehler);
@@ -138,8 +166,8 @@ bool Rohfassung::benenne() {
     return true;
 }
 
-bool Rohfassung::voll() const {
-    return fehler_ == ENOSPC;
+Fehlerart Rohfassung::fehlerart() const {
+    return tarvel::fehlerart({fehler_, std::generic_category()});
 }
 
 QString Rohfassung::grund() const {

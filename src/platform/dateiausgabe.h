@@ -7,8 +7,18 @@
 
 #include <filesystem>
 #include <optional>
+#include <system_error>
 
 namespace tarvel {
+
+/// What an error of the system means for a file.
+enum class Fehlerart {
+    Keiner,
+    Voll,     ///< no room, or none that this person may take
+    Platz,    ///< the place: not there, not allowed, taken, no place for files
+    Laufwerk, ///< the drive or the way to it failed
+};
+[[nodiscard]] Fehlerart fehlerart(const std::error_code& fehler);
 
 /// Who may read a file that is made.
 enum class Dateirecht {
@@ -43,9 +53,8 @@ public:
     /// The same where there is no file yet, whatever others do meanwhile.
     [[nodiscard]] bool benenne();
 
-    /// Whether the last step failed because there is no room on the drive.
-    [[nodiscard]] bool voll() const;
-    /// Why it failed, in the system's words.
+    /// Why the last step failed, and the same in the system's words.
+    [[nodiscard]] Fehlerart fehlerart() const;
     [[nodiscard]] QString grund() const;
 
 private:

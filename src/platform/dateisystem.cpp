@@ -1,7 +1,9 @@
 #include "platform/dateisystem.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
+#include <string>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -24,6 +26,16 @@ auto wiederhole(const Ruf& ruf) {
     return ergebnis;
 }
 
+/// The number of a file that is open here, of a name like /dev/fd/3; -1 for any other.
+int offeneNummer(const std::filesystem::path& pfad) {
+    const std::filesystem::path ordner = pfad.parent_path();
+    const std::string name = pfad.filename();
+    int nummer = -1;
+    const auto [ende, stand] = std::from_chars(name.data(), name.data() + name.size(), nummer);
+    const bool ganz = stand == std::errc() && ende == name.data() + name.size();
+    return ganz && (ordner == "/dev/fd" || ordner == "/proc/self/fd") ? nummer : -1;
+}
+
 /// A quota that is used up is a full drive for whom it concerns.
 int fehler(bool gelungen) {
     return gelungen ? 0 : errno == EDQUOT ? ENOSPC : errno;
@@ -40,7 +52,11 @@ int Schreibdatei::legeAn(const std::filesystem::path& pfad, bool nurEigner) {
 }
 
 int Schreibdatei::öffne(const std::filesystem::path& pfad) {
-    nummer_ = wiederhole([&] { return ::open(pfad.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY); });
+    const int offen = offeneNummer(pfad);
+    nummer_ = wiederhole([&] {
+        return offen >= 0 ? ::fcntl(offen, F_DUPFD_CLOEXEC, 0)
+                          : ::open(pfad.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    });
     return fehler(nummer_ >= 0);
 }
 
@@ -108,6 +124,10 @@ Dateiart dateiart(const std::filesystem::path& pfad) {
     default:
         return Dateiart::Sonstige;
     }
+}
+
+bool istOffen(const std::filesystem::path& pfad) {
+    return offeneNummer(pfad) >= 0;
 }
 
 int beschreibbar(const std::filesystem::path& pfad) {

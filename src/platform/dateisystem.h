@@ -26,7 +26,8 @@ public:
     /// Makes a file that must not be there yet. @p nurEigner keeps it from all but the person who
     /// runs the program; otherwise the system's habit decides.
     [[nodiscard]] int legeAn(const std::filesystem::path& pfad, bool nurEigner);
-    /// Opens a file, pipe or device that is there.
+    /// Opens a file, pipe or device that is there. What this process has open already is gone on
+    /// with, from the place that is reached.
     [[nodiscard]] int öffne(const std::filesystem::path& pfad);
     /// Gives it owner and rights of the file @p vorbild, as far as the system lets it.
     void nimmRechteVon(const std::filesystem::path& vorbild);
@@ -45,6 +46,8 @@ private:
 };
 
 [[nodiscard]] Dateiart dateiart(const std::filesystem::path& pfad);
+/// Whether @p pfad names what this process has open already.
+[[nodiscard]] bool istOffen(const std::filesystem::path& pfad);
 /// 0 when a file that is there may be written.
 [[nodiscard]] int beschreibbar(const std::filesystem::path& pfad);
 /// Whether @p pfad is what the program's standard output goes to.

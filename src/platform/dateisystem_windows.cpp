@@ -86,6 +86,10 @@ Dateiart dateiart(const std::filesystem::path& pfad) {
     }
 }
 
+bool istOffen(const std::filesystem::path& /*pfad*/) {
+    return false;
+}
+
 int beschreibbar(const std::filesystem::path& pfad) {
     return fehler(_waccess(pfad.c_str(), 2) == 0);
 }

@@ -1,11 +1,12 @@
 #include "print/cups_druckersystem.h"
 
 #include "platform/cupsdrucker.h"
+#include "platform/dateiausgabe.h"
 
-#include <QDir>
+#include <QBuffer>
 #include <QPageLayout>
 #include <QPdfWriter>
-#include <QTemporaryFile>
+#include <QTemporaryDir>
 
 namespace tarvel {
 
@@ -24,20 +25,20 @@ bool CupsDruckersystem::setzeStandard(const QString& drucker) {
 }
 
 bool CupsDruckersystem::drucke(const Druckauftrag& auftrag, const Seitenmaler& maler) {
-    QTemporaryFile datei(QDir::temp().filePath(u"tarvel-XXXXXX.pdf"_s));
-    if (!datei.open()) {
-        return false;
-    }
+    QBuffer inhalt; // the writer does not tell when its target is full
+    inhalt.open(QIODevice::WriteOnly);
     {
-        QPdfWriter pdf(&datei);
+        QPdfWriter pdf(&inhalt);
         pdf.setPageLayout({QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()});
         pdf.setTitle(auftrag.titel);
         if (!maler(pdf)) {
             return false;
         }
     }
-    return datei.flush() &&
-           sendeAnCups(auftrag.drucker, datei.fileName(), auftrag.titel, auftrag.exemplare);
+    const QTemporaryDir ordner; // of this person alone, and away again afterwards
+    const QString datei = ordner.filePath(u"tarvel.pdf"_s);
+    return ordner.isValid() && !schreibeDatei(datei, inhalt.data(), Dateirecht::NurEigner) &&
+           sendeAnCups(auftrag.drucker, datei, auftrag.titel, auftrag.exemplare);
 }
 
 } // namespace tarvel

@@ -1,6 +1,7 @@
 #include "print/protokolldaten.h"
 
 #include "evaluation/beurteilung.h"
+#include "evaluation/urteilstext.h"
 #include "measure/indexmuster.h"
 #include "measure/reihenmodelle.h"
 #include "results/untersuchung.h"
@@ -19,10 +20,8 @@ public:
         : q_(quelle)
         , p_(quelle.protokolltexte)
         , angaben_(quelle.untersuchung.angaben())
-        , urteil_(
-              urteile(angaben_.Tiere, quelle.untersuchung.reihe(), quelle.untersuchung.merkmale(),
-                      quelle.standard,
-                      {quelle.einstellungen.BewertungAktiv, quelle.einstellungen.OhneHaarlänge})) {}
+        , urteil_(urteile(prüfling(quelle.untersuchung), quelle.standard,
+                          quelle.einstellungen.regeln)) {}
 
     Protokolldaten daten() {
         d_.einstellungen = q_.einstellungen;
@@ -40,6 +39,10 @@ public:
             d_.urteil = (*urteil ? p_(Text::EntsprichtDenMerkmalen)
                                  : p_(Text::EntsprichtNichtDenMerkmalen)) +
                         u' ' + rasse();
+            d_.grundlage = grundlagentext(beurteilung_.umfang, q_.texte);
+        } else if (beurteilung_.unbeurteilt == Unbeurteilt::FremdeRasse ||
+                   beurteilung_.unbeurteilt == Unbeurteilt::MerkmaleUnlesbar) {
+            d_.grundlage = unbeurteilttext(beurteilung_, angaben_.Rassenname, q_.texte);
         }
         return std::move(d_);
     }
@@ -120,7 +123,12 @@ private:
         }
         for (const Prüfwert& w : beurteilung_.werte) {
             const QString name = p_(Text::Klasse) + u' ' + klassenbereichtext(w.bereich);
-            if (w.art == Prüfung::Klassen) {
+            if (w.art == Prüfung::Mittelwert) {
+                Protokollwert& mittel = d_.indizes.front();
+                mittel.fett = w.fett;
+                mittel.zusatz +=
+                    (w.höchstens ? u", ≤ "_s : u", ≥ "_s) + zahltext(w.erlaubt, q_.format);
+            } else if (w.art == Prüfung::Klassen) {
                 d_.indizes.push_back(anteil(name, w));
             } else if (w.art == Prüfung::Nebengipfel && beurteilung_.BewertungAktiv) {
                 d_.indizes.push_back({name, w.fett ? p_(Text::Nebengipfel) : u"–"_s, {}, w.fett});

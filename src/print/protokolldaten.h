@@ -49,7 +49,8 @@ struct Protokolldaten {
     std::vector<Merkmalreihe> merkmale;
     QString merkmalszahl; ///< "n = 25", empty without marks
     QString merkmalsformel;
-    QString urteil; ///< empty when there is none
+    QString urteil;    ///< empty when there is none
+    QString grundlage; ///< what the verdict rests on
     QString datum;
     QString definition; ///< of the indices
     Kurvenbild kurven;

@@ -56,8 +56,7 @@ Protokolleinstellungen ladeProtokolleinstellungen(const Einstellungen& einstellu
     p.SchriftKursiv = einstellungen.schalter(E::ProtokollSchriftKursiv);
     p.art = ladeProtokollart(einstellungen);
     p.datum = wahl(einstellungen.zahl(E::Datum), Datumsform::ÄnderungKurz, p.datum);
-    p.BewertungAktiv = einstellungen.schalter(E::Beurteilung);
-    p.OhneHaarlänge = einstellungen.schalter(E::OhneHaarlänge);
+    p.regeln = ladeUrteilsregeln(einstellungen);
     p.Kurvenform = einstellungen.zahl(E::Kurvenform);
     p.rassen = rassenliste(einstellungen);
     return p;

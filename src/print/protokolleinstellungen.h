@@ -1,5 +1,6 @@
 #pragma once
 
+#include "evaluation/beurteilung.h"
 #include "lang/texte.h"
 #include "print/briefkopf.h"
 #include "print/protokolloptionen.h"
@@ -20,8 +21,7 @@ struct Protokolleinstellungen {
     bool SchriftKursiv = false;
     Protokollart art = Protokollart::CubitalindexUndKorrelation;
     Datumsform datum = Datumsform::HeuteLang;
-    bool BewertungAktiv = true; ///< values beyond the standard are marked and there is a verdict
-    bool OhneHaarlänge = false;
+    Urteilsregeln regeln;
     int Kurvenform = 1; ///< position of `opt_Kurvenform`
     QStringList rassen; ///< names in the order of the race list
 

@@ -104,11 +104,16 @@ public:
         }
     }
 
-    void urteil(const QString& text) {
+    void urteil(const QString& text, const QString& grundlage) {
         const double oben = y_;
         y_ += 1.4;
-        y_ += absatz({Links + Einzug, y_}, text, {Grad::Abschnitt, false}, Breite - 2 * Einzug, 2,
-                     Qt::AlignLeft);
+        for (const auto& [zeile, grad] :
+             {std::pair(text, Grad::Abschnitt), std::pair(grundlage, Grad::Klein)}) {
+            if (!zeile.isEmpty()) {
+                y_ += absatz({Links + Einzug, y_}, zeile, {grad, false}, Breite - 2 * Einzug, 2,
+                             Qt::AlignLeft);
+            }
+        }
         y_ += 1.4;
         rahmen(oben, {Links, Rechts});
     }
@@ -318,10 +323,10 @@ Block unten(const Protokolldaten& d, int nummer) {
         s.lücke(Abstand);
         s.abschnitt(d.texte(Text::KörperMerkmale), d.merkmalszahl);
         s.merkmale(d);
-        if (!d.urteil.isEmpty()) {
+        if (!d.urteil.isEmpty() || !d.grundlage.isEmpty()) {
             s.lücke(Abstand);
             s.abschnitt(d.texte(Text::Beurteilung));
-            s.urteil(d.urteil);
+            s.urteil(d.urteil, d.grundlage);
         }
     }
     s.unterschrift(d.datum, d.texte(Text::Unterschrift));

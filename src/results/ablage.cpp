@@ -228,7 +228,7 @@ Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speichera
     }
     try {
         Ergebnissatz satz =
-            satzAus(untersuchung, stand.EntsprichtRasse, stand.auflösung, heute(), satzumgebung());
+            satzAus(untersuchung, stand.urteil, stand.auflösung, heute(), satzumgebung());
         satz.U_NR = satz.U_NR.trimmed();
         if (!darfUnlesbaresErsetzen(satz.U_NR)) {
             return Nicht;

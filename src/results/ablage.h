@@ -24,10 +24,10 @@ struct Ablageumgebung {
     QString dokumente; ///< folder that the first results file is made in
 };
 
-/// The judgement flag and the resolution that an examination is stored with.
+/// The verdict and the resolution that an examination is stored with.
 struct Ablagestand {
-    bool EntsprichtRasse = false;
-    int auflösung = 0; ///< in dots per inch
+    std::optional<bool> urteil; ///< empty when it was not judged
+    int auflösung = 0;          ///< in dots per inch
 };
 
 /// Why an examination is saved: because the user said so, or because it is about to leave the

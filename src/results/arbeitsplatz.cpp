@@ -46,8 +46,20 @@ Arbeitsplatz::Beobachtung Arbeitsplatz::beobachte(Beobachter beobachter) {
 Ablagestand Arbeitsplatz::ablagestand() const {
     // A wing of the series that is corrected meanwhile may have another resolution.
     const auto& wiederholung = messung_.stand().wiederholung;
-    return {.EntsprichtRasse = beurteilung_.EntsprichtRasse,
+    const bool gilt = untersuchung_.zusatz().Urteil != Ablageurteil::Keines;
+    return {.urteil = gilt ? gespeichertesUrteil() : beurteilung().urteil(),
             .auflösung = wiederholung ? wiederholung->aufnahme.dpi : messung_.aufnahme().dpi};
+}
+
+std::optional<bool> Arbeitsplatz::gespeichertesUrteil() const {
+    const Ablageurteil urteil = untersuchung_.zusatz().Urteil;
+    return urteil == Ablageurteil::Ja     ? std::optional(true)
+           : urteil == Ablageurteil::Nein ? std::optional(false)
+                                          : std::nullopt;
+}
+
+Prüfling Arbeitsplatz::prüfling() const {
+    return tarvel::prüfling(untersuchung_);
 }
 
 Arbeitsplatz::Stand Arbeitsplatz::stand() const {
@@ -57,6 +69,7 @@ Arbeitsplatz::Stand Arbeitsplatz::stand() const {
             .reihe = gleiche ? jetzt_.reihe : std::make_shared<const Messreihe>(u.reihe()),
             .merkmale = u.merkmale(),
             .messung = messung_.stand(),
+            .zusatz = u.zusatz(),
             .angabenGeändert = u.angabenGeändert(),
             .messungenGeändert = u.messungenGeändert()};
 }
@@ -78,9 +91,7 @@ void Arbeitsplatz::schließeAb(const std::optional<Schritt>& schritt) {
     }
     if (neuerStandard || ä.Reihe || ä.Merkmale || ä.Untersuchung ||
         vorher.angaben.Tiere != jetzt_.angaben.Tiere) {
-        beurteilung_ = urteile(jetzt_.angaben.Tiere, untersuchung_.reihe(), jetzt_.merkmale,
-                               standard_, einstellungen_.regeln)
-                           .beurteilung;
+        urteil_ = urteile(prüfling(), standard_, einstellungen_.regeln);
         ä.Urteil = true;
     }
     const bool offen = std::exchange(bleibtOffen_, false);
@@ -332,6 +343,16 @@ void Arbeitsplatz::wähleTiere(Geschlecht tiere) {
     });
 }
 
+void Arbeitsplatz::beurteileNeu() {
+    führeAus([&] {
+        Untersuchungszusatz zusatz = untersuchung_.zusatz();
+        zusatz.Urteil = Ablageurteil::Keines;
+        untersuchung_.setzeZusatz(zusatz);
+        untersuchung_.alsGeändertMerken(untersuchung_.angabenGeändert(), true);
+        änderung_.Urteil = true;
+    });
+}
+
 // Undo
 
 const Schritt* Arbeitsplatz::rückgängig() const {
@@ -360,7 +381,7 @@ std::optional<Schritt> Arbeitsplatz::geheZurück(std::vector<Rückschritt>& von,
     führeAus([&] {
         nach.push_back({ziel.schritt, jetzt_, ziel.mitMessung});
         untersuchung_.lade(ziel.vorher.angaben, *ziel.vorher.reihe, ziel.vorher.merkmale,
-                           untersuchung_.datum(), untersuchung_.zusatz());
+                           untersuchung_.datum(), ziel.vorher.zusatz);
         untersuchung_.alsGeändertMerken(ziel.vorher.angabenGeändert, ziel.vorher.messungenGeändert);
         // Picture and zoom may have changed since without a step; what is being measured goes back
         // only where the step was one of measuring, and then with the picture it belongs to.
@@ -471,10 +492,14 @@ void Arbeitsplatz::nimmEin(const Untersuchung& untersuchung, std::optional<int> 
 
 bool Arbeitsplatz::speichere(Speicheranlass anlass) {
     // Asks questions, so nothing of the state may be in the middle of a change.
-    const Speicherergebnis ergebnis = ablage_.SpeichernDB(untersuchung_, anlass, ablagestand());
+    const Ablagestand stand = ablagestand();
+    const Speicherergebnis ergebnis = ablage_.SpeichernDB(untersuchung_, anlass, stand);
+    const Ablageurteil urteil = !stand.urteil   ? Ablageurteil::Unbeurteilt
+                                : *stand.urteil ? Ablageurteil::Ja
+                                                : Ablageurteil::Nein;
     if (ergebnis.gespeichert) {
         führeAus([&] {
-            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert);
+            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert, urteil);
             bewerteGespeichertes();
             änderung_.Ablage = true;
         });
@@ -487,8 +512,7 @@ void Arbeitsplatz::übernimmEinstellungen(bool auflösung) {
         const int bisher = einstellungen_.auflösung;
         const QStringList rassen = rassenliste(ini_);
         einstellungen_ = {
-            .regeln = {.BewertungAktiv = ini_.schalter(Einstellung::Beurteilung),
-                       .OhneHaarlänge = ini_.schalter(Einstellung::OhneHaarlänge)},
+            .regeln = ladeUrteilsregeln(ini_),
             .Kurvenform = ini_.zahl(Einstellung::Kurvenform),
             .ZweiteKurve = ini_.zahl(Einstellung::ZweiteKurve),
             .rassen = rassen,

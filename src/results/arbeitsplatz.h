@@ -77,10 +77,16 @@ public:
     [[nodiscard]] const Messung& messung() const override { return messung_; }
     [[nodiscard]] const Messreihe& reihe() const override { return untersuchung_.reihe(); }
     [[nodiscard]] const Rassestandard& standard() const { return standard_; }
-    [[nodiscard]] const Beurteilung& beurteilung() const { return beurteilung_; }
+    [[nodiscard]] const Urteil& urteil() const { return urteil_; }
+    [[nodiscard]] const Beurteilung& beurteilung() const { return urteil_.beurteilung; }
+    /// The verdict that the open examination was stored with, while nothing changed that it rests
+    /// on; empty when it had none.
+    [[nodiscard]] std::optional<bool> gespeichertesUrteil() const;
+    /// What the judgement looks at; it is valid until the next command.
+    [[nodiscard]] Prüfling prüfling() const;
     [[nodiscard]] const Arbeitseinstellungen& einstellungen() const { return einstellungen_; }
     [[nodiscard]] const Ablage& ablage() const { return ablage_; }
-    /// Flag and resolution that the examination is stored with.
+    /// Verdict and resolution that the examination is stored with.
     [[nodiscard]] Ablagestand ablagestand() const;
 
     /// @name Measuring
@@ -126,6 +132,9 @@ public:
     void wähleRasse(int index);
     /// Another caste clears the body marks.
     void wähleTiere(Geschlecht tiere);
+    /// The verdict that a loaded examination was stored with gives way to that of the present
+    /// standard.
+    void beurteileNeu();
     /// @}
 
     /// @name Undo
@@ -182,6 +191,7 @@ private:
         std::shared_ptr<const Messreihe> reihe;
         Merkmale merkmale;
         Messstand messung;
+        Untersuchungszusatz zusatz;
         bool angabenGeändert = false;
         bool messungenGeändert = false;
     };
@@ -221,7 +231,7 @@ private:
     Rassestandard standard_;
     int standardRasse_ = -1;
     std::map<QString, int> bildauflösungen_; ///< that the user chose, by picture
-    Beurteilung beurteilung_;
+    Urteil urteil_;
 
     Stand jetzt_; ///< as the last command left it
     int tiefe_ = 0;

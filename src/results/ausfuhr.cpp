@@ -35,6 +35,10 @@ QByteArray kopf(Ausfuhrart art) {
     return kopf + ",marks_bees,marks";
 }
 
+QString urteilswort(std::optional<bool> urteil) {
+    return urteil ? *urteil ? u"yes"_s : u"no"_s : u"not judged"_s;
+}
+
 QByteArray zahl(std::optional<double> zahl) {
     constexpr int stellen = 7; // all that the mean of singles has
     return zahl ? QByteArray::number(*zahl, 'g', stellen) : QByteArray();
@@ -82,9 +86,9 @@ const QByteArray& Ausfuhr::inhalt() const {
 void Ausfuhr::nimmUntersuchung(const Ergebnissatz& satz, const GeleseneUntersuchung& gelesen) {
     const Kolonieangaben& a = gelesen.angaben;
     const Messreihe& reihe = gelesen.reihe;
-    for (const QString& text : {satz.U_NR, gelesen.datum.toString(Qt::ISODate), a.Jahr, a.KNr, a.LV,
-                                a.ZNr, a.Name, a.Besitzer, a.Volk, a.Begattung, satz.RASSE,
-                                tiere(a), gelesen.EntsprichtRasse ? u"yes"_s : u"no"_s}) {
+    for (const QString& text :
+         {satz.U_NR, gelesen.datum.toString(Qt::ISODate), a.Jahr, a.KNr, a.LV, a.ZNr, a.Name,
+          a.Besitzer, a.Volk, a.Begattung, satz.RASSE, tiere(a), urteilswort(gelesen.urteil)}) {
         tabelle_.text(text);
     }
     tabelle_.zelle(gelesen.auflösung ? QByteArray::number(*gelesen.auflösung) : QByteArray());

@@ -99,6 +99,30 @@ QString textfelder(Beiangaben angaben, bool immer) {
     return felder;
 }
 
+/// Words for the stored verdict, in the order of Ablageurteil; the first is never written.
+constexpr std::array<QStringView, 4> Urteilsworte{u"", u"ja", u"nein", u"-"};
+constexpr QStringView Unlesbar = u"unlesbar";
+
+QString zustandsfelder(const Untersuchungszusatz& zusatz) {
+    QString felder;
+    if (zusatz.Urteil != Ablageurteil::Keines) {
+        felder += u"Urteil="_s +
+                  Urteilsworte.at(static_cast<std::size_t>(zusatz.Urteil)).toString() + u';';
+    }
+    if (zusatz.merkmaleUnlesbar) {
+        felder += u"Merkmale="_s + Unlesbar.toString() + u';';
+    }
+    return felder;
+}
+
+bool liesUrteil(QStringView wert, Untersuchungszusatz& zusatz) {
+    const auto* const wort = std::find(Urteilsworte.begin() + 1, Urteilsworte.end(), wert);
+    zusatz.Urteil = wort == Urteilsworte.end()
+                        ? Ablageurteil::Keines
+                        : static_cast<Ablageurteil>(wort - Urteilsworte.begin());
+    return wort != Urteilsworte.end();
+}
+
 using Weitere = std::vector<std::pair<QString, QString>>;
 
 bool merke(Weitere& weitere, QStringView name, QStringView text) {
@@ -127,6 +151,13 @@ bool liesFeld(QStringView name, QStringView wert, Beiangaben& angaben) {
     }
     if (name == u"Bienen") {
         return liesBienen(wert, merkmale());
+    }
+    if (name == u"Urteil") {
+        return liesUrteil(wert, angaben.zusatz);
+    }
+    if (name == u"Merkmale") {
+        angaben.zusatz.merkmaleUnlesbar = wert == Unlesbar;
+        return wert == Unlesbar;
     }
     return merke(angaben.zusatz.weitere, name, wert);
 }
@@ -337,7 +368,7 @@ QString beisatz(const Beiangaben& angaben, const std::map<int, Flügelmessung>& 
     if (angaben.merkmale) {
         satz += merkmalfelder(*angaben.merkmale);
     }
-    QString neue = textfelder(angaben, false);
+    QString neue = textfelder(angaben, false) + zustandsfelder(angaben.zusatz);
     for (const auto& [name, text] : angaben.zusatz.weitere) {
         neue += name + u'=' + text + u';';
     }

@@ -93,6 +93,8 @@ QString meldungstext(const Texte& texte, const Datenbankfehler& fehler) {
             .arg(datei, QDir::toNativeSeparators(fehler.einzelheit()));
     case Datenbankgrund::OhneSperren:
         return mitDatei(Meldung::DatenbankOhneSperren);
+    case Datenbankgrund::Laufwerk:
+        return texte(Meldung::DatenbankLaufwerk).arg(datei, fehler.einzelheit());
     case Datenbankgrund::Sonstiges:
         break;
     }

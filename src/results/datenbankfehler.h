@@ -27,6 +27,7 @@ enum class Datenbankgrund {
     NichtGewählt,      ///< no file is chosen
     FremdesJournal,    ///< einzelheit: the file beside it that could reach others
     OhneSperren,       ///< the drive keeps no locks
+    Laufwerk,          ///< einzelheit: what the system says; the drive has failed
     Sonstiges,         ///< einzelheit: what the engine says
 };
 

@@ -100,7 +100,7 @@ Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes) {
 void Einfuhr::speichere(const Messdatei& datei, Einfuhrbericht& bericht) {
     const EingeleseneUntersuchung eingelesen =
         untersuchungAusMessdatei(datei, umgebung_.rasse, umgebung_.satz.format);
-    Ergebnissatz satz = satzAus(eingelesen.untersuchung, entspricht(eingelesen.untersuchung),
+    Ergebnissatz satz = satzAus(eingelesen.untersuchung, urteil(eingelesen.untersuchung),
                                 umgebung_.auflösung, umgebung_.heute, umgebung_.satz);
     if (!eingelesen.merkmaleVerstanden) {
         satz.MERKMAL = datei.merkmaltext;
@@ -139,10 +139,9 @@ QString Einfuhr::speichere(Ergebnissatz& satz) {
     return satz.U_NR;
 }
 
-bool Einfuhr::entspricht(const Untersuchung& untersuchung) const {
-    return urteile(untersuchung.angaben().Tiere, untersuchung.reihe(), untersuchung.merkmale(),
-                   umgebung_.standard, {umgebung_.BewertungAktiv, umgebung_.satz.OhneHaarlänge})
-        .beurteilung.EntsprichtRasse;
+std::optional<bool> Einfuhr::urteil(const Untersuchung& untersuchung) const {
+    return urteile(prüfling(untersuchung), umgebung_.standard, umgebung_.regeln)
+        .beurteilung.urteil();
 }
 
 } // namespace tarvel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "evaluation/rassestandard.h"
+#include "evaluation/beurteilung.h"
 #include "results/ergebnistabelle.h"
 #include "results/untersuchungssatz.h"
 
@@ -22,7 +22,7 @@ struct Einfuhrumgebung {
     int auflösung = 0;   ///< in dots per inch
     int rasse = 0;       ///< position in the race list
     Rassestandard standard;
-    bool BewertungAktiv = true;
+    Urteilsregeln regeln;
     bool teilweise = false; ///< take what is readable of a file that has faults
 };
 
@@ -51,7 +51,7 @@ public:
 private:
     void speichere(const Messdatei& datei, Einfuhrbericht& bericht);
     [[nodiscard]] QString speichere(Ergebnissatz& satz);
-    [[nodiscard]] bool entspricht(const Untersuchung& untersuchung) const;
+    [[nodiscard]] std::optional<bool> urteil(const Untersuchung& untersuchung) const;
 
     Einfuhrumgebung umgebung_;
     Ergebnistabelle tabelle_;

@@ -178,6 +178,9 @@ EingeleseneUntersuchung untersuchungAusMessdatei(const Messdatei& datei, int Ras
     u.setzeReihe(reihe);
     const std::optional<Merkmale> merkmale = merkmaleAus(datei);
     eingelesen.merkmaleVerstanden = merkmale.has_value();
+    Untersuchungszusatz zusatz;
+    zusatz.merkmaleUnlesbar = !merkmale;
+    u.setzeZusatz(zusatz);
     u.setzeMerkmale(merkmale.value_or(keineMerkmale(tiere)));
     eingelesen.messart = datei.korrelation() ? Messart::Korrelation : Messart::NurCubitalindex;
     return eingelesen;

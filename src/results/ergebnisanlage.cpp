@@ -1,6 +1,7 @@
 // How results files come into being: new ones and backup copies.
 
 #include "platform/dateiausgabe.h"
+#include "results/dateizugang.h"
 #include "results/ergebnisdatei.h"
 #include "results/ergebnistabelle.h"
 
@@ -33,14 +34,35 @@ bool istBelegt(const QString& pfad) {
 
 /// A results file in the making. The engine writes it without a journal, which nobody could use.
 SQLite::Database öffneRohfassung(const Rohfassung& roh) {
-    SQLite::Database verbindung(roh.pfad().toStdString(), SQLite::OPEN_READWRITE);
+    vergissSystemfehler();
+    SQLite::Database verbindung(roh.pfad().toStdString(), SQLite::OPEN_READWRITE, 0,
+                                geschützterZugang());
     verbindung.exec("PRAGMA journal_mode = MEMORY");
     verbindung.exec("PRAGMA page_size = 4096");
     return verbindung;
 }
 
-Datenbankgrund grundVon(const Rohfassung& roh) {
-    return roh.voll() ? Datenbankgrund::Voll : Datenbankgrund::NichtAnlegbar;
+Datenbankfehler fehlerVon(const Rohfassung& roh, const QString& ziel) {
+    switch (roh.fehlerart()) {
+    case Fehlerart::Voll:
+        return {Datenbankgrund::Voll, ziel};
+    case Fehlerart::Laufwerk:
+        return {Datenbankgrund::Laufwerk, ziel, roh.grund()};
+    default:
+        return {Datenbankgrund::NichtAnlegbar, ziel};
+    }
+}
+
+/// Does @p arbeit on the file in the making. What goes wrong is told of @p ziel.
+template <typename Arbeit>
+void fülle(const Rohfassung& roh, const QString& ziel, Arbeit&& arbeit) {
+    try {
+        SQLite::Database verbindung = öffneRohfassung(roh);
+        arbeit(verbindung);
+    } catch (const SQLite::Exception& fehler) {
+        const Datenbankfehler übersetzt = datenbankfehler(roh.pfad(), fehler);
+        throw Datenbankfehler(übersetzt.grund(), ziel, übersetzt.einzelheit());
+    }
 }
 
 bool istHeil(SQLite::Database& verbindung) {
@@ -52,17 +74,18 @@ bool istHeil(SQLite::Database& verbindung) {
 void kopiere(Ergebnisdatei& datei, const Rohfassung& roh, const QString& ziel) {
     int stand = SQLITE_ERROR;
     try {
-        SQLite::Database kopie = öffneRohfassung(roh);
-        SQLite::Backup sicherung(kopie, datei.verbindung());
-        stand = sicherung.executeStep(-1);
-        if (stand == SQLITE_DONE && !istHeil(kopie)) {
+        fülle(roh, ziel, [&](SQLite::Database& kopie) {
+            SQLite::Backup sicherung(kopie, datei.verbindung());
+            stand = sicherung.executeStep(-1);
+            if (stand == SQLITE_DONE && !istHeil(kopie)) {
+                throw Datenbankfehler(Datenbankgrund::Beschädigt, datei.pfad());
+            }
+        });
+    } catch (const Datenbankfehler& fehler) {
+        if (fehler.grund() == Datenbankgrund::Beschädigt) {
             throw Datenbankfehler(Datenbankgrund::Beschädigt, datei.pfad());
         }
-    } catch (const SQLite::Exception& fehler) {
-        const Datenbankfehler übersetzt = datenbankfehler(roh.pfad(), fehler);
-        const bool quelle = übersetzt.grund() == Datenbankgrund::Beschädigt;
-        throw Datenbankfehler(übersetzt.grund(), quelle ? datei.pfad() : ziel,
-                              übersetzt.einzelheit());
+        throw;
     }
     if (stand != SQLITE_DONE) { // kept from reading all the time
         throw Datenbankfehler(Datenbankgrund::Gesperrt, datei.pfad());
@@ -78,20 +101,16 @@ void NeueDatenbank(const QString& pfad) {
     }
     Rohfassung roh(absolut);
     if (!roh.angelegt()) {
-        throw Datenbankfehler(grundVon(roh), pfad);
+        throw fehlerVon(roh, pfad);
     }
-    try {
-        SQLite::Database verbindung = öffneRohfassung(roh);
+    fülle(roh, pfad, [](SQLite::Database& verbindung) {
         SQLite::Transaction vorgang(verbindung);
         legeTabelleAn(verbindung);
         vorgang.commit();
-    } catch (const SQLite::Exception& fehler) {
-        const Datenbankfehler übersetzt = datenbankfehler(roh.pfad(), fehler);
-        throw Datenbankfehler(übersetzt.grund(), pfad, übersetzt.einzelheit());
-    }
+    });
     if (!roh.benenne()) {
-        throw Datenbankfehler(istBelegt(absolut) ? Datenbankgrund::SchonVorhanden : grundVon(roh),
-                              pfad);
+        throw istBelegt(absolut) ? Datenbankfehler(Datenbankgrund::SchonVorhanden, pfad)
+                                 : fehlerVon(roh, pfad);
     }
 }
 
@@ -104,7 +123,7 @@ void Ergebnistabelle::sichere(const QString& ziel) const {
         datei.prüfeAufbau();
         Rohfassung roh(absolut);
         if (!roh.angelegt()) {
-            throw Datenbankfehler(grundVon(roh), ziel);
+            throw fehlerVon(roh, ziel);
         }
         for (const QString& begleiter : {u"-journal"_s, u"-wal"_s}) {
             if (QFileInfo::exists(roh.ziel() + begleiter)) { // it would be applied to the copy
@@ -113,7 +132,7 @@ void Ergebnistabelle::sichere(const QString& ziel) const {
         }
         kopiere(datei, roh, ziel);
         if (!roh.ersetze()) {
-            throw Datenbankfehler(grundVon(roh), ziel);
+            throw fehlerVon(roh, ziel);
         }
     });
 }

@@ -1,7 +1,9 @@
 #include "results/ergebnisdatei.h"
 
 #include "platform/codepage.h"
+#include "platform/dateiausgabe.h"
 #include "results/begleitdateien.h"
+#include "results/dateizugang.h"
 #include "results/sqlfunktionen.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -20,6 +22,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Longer values are none of an examination, and their texts would fill the memory.
+constexpr qsizetype LängsterWert = qsizetype{64} * 1024 * 1024;
+constexpr qsizetype GezeigterAnfang = 2000;
+
 QString geprüfterPfad(const QString& pfad) {
     if (pfad.isEmpty()) {
         throw Datenbankfehler(Datenbankgrund::NichtGewählt, pfad);
@@ -35,9 +41,8 @@ QString geprüfterPfad(const QString& pfad) {
 }
 
 /// What a file brings along besides its rows is nothing that we carry out: statements that come
-/// with every change, a query in place of the table, values that fill the memory.
+/// with every change, a query in place of the table.
 void nimmNurDaten(sqlite3* verbindung) {
-    constexpr int LängsterWert = 64 * 1024 * 1024;
     for (const int erlaubnis : {SQLITE_DBCONFIG_ENABLE_TRIGGER, SQLITE_DBCONFIG_ENABLE_VIEW,
                                 SQLITE_DBCONFIG_TRUSTED_SCHEMA}) {
         sqlite3_db_config(verbindung, erlaubnis, 0, nullptr);
@@ -45,7 +50,6 @@ void nimmNurDaten(sqlite3* verbindung) {
     sqlite3_db_config(verbindung, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_drop_modules(verbindung, nullptr); // tables that are code, not rows
     sqlite3_limit(verbindung, SQLITE_LIMIT_ATTACHED, 0);
-    sqlite3_limit(verbindung, SQLITE_LIMIT_LENGTH, LängsterWert);
     // Damage is noticed as a page is read, before writing spreads it.
     sqlite3_exec(verbindung, "PRAGMA cell_size_check = ON", nullptr, nullptr, nullptr);
 }
@@ -58,6 +62,12 @@ bool istVollständigOhneLog(const QString& pfad) {
            QFileInfo(pfad + u"-wal"_s).size() == 0;
 }
 
+/// The way to files, on which nothing has failed yet.
+const char* neuerZugang() {
+    vergissSystemfehler();
+    return geschützterZugang();
+}
+
 /// How the engine is told of a file that nobody changes meanwhile.
 std::string unveränderlich(const QString& pfad) {
     return QUrl::fromLocalFile(pfad).toEncoded().toStdString() + "?immutable=1";
@@ -67,15 +77,12 @@ std::string gequotet(QString text) {
     return (u'\'' + text.replace(u'\'', u"''"_s) + u'\'').toStdString();
 }
 
-Datenbankgrund grundFür(int code, const QString& pfad) {
+/// @p art of the system's error that the engine met.
+Datenbankgrund grundFür(int code, Fehlerart art, const QString& pfad) {
     const QFileInfo info(pfad);
     switch (code) { // what the general code alone does not tell
     case SQLITE_READONLY_DBMOVED:
         return Datenbankgrund::Verschwunden;
-    case SQLITE_IOERR_WRITE:
-    case SQLITE_IOERR_FSYNC:
-    case SQLITE_IOERR_TRUNCATE:
-        return info.exists() ? Datenbankgrund::Voll : Datenbankgrund::Verschwunden;
     case SQLITE_IOERR_SHORT_READ:
         return Datenbankgrund::Beschädigt;
     case SQLITE_IOERR_LOCK:
@@ -106,9 +113,17 @@ Datenbankgrund grundFür(int code, const QString& pfad) {
         if (!info.exists()) {
             return Datenbankgrund::Verschwunden;
         }
+        if (art == Fehlerart::Voll || art == Fehlerart::Laufwerk) {
+            return art == Fehlerart::Voll ? Datenbankgrund::Voll : Datenbankgrund::Laufwerk;
+        }
         return info.isReadable() ? Datenbankgrund::Schreibgeschützt : Datenbankgrund::Sonstiges;
     case SQLITE_IOERR:
-        return info.exists() ? Datenbankgrund::Sonstiges : Datenbankgrund::Verschwunden;
+        if (!info.exists()) {
+            return Datenbankgrund::Verschwunden;
+        }
+        return art == Fehlerart::Voll     ? Datenbankgrund::Voll
+               : art == Fehlerart::Keiner ? Datenbankgrund::Sonstiges
+                                          : Datenbankgrund::Laufwerk;
     default:
         return Datenbankgrund::Sonstiges;
     }
@@ -153,7 +168,11 @@ constexpr Index indizes[] = {
 
 Spaltentext spaltentext(const SQLite::Column& wert) {
     const char* anfang = wert.getText();
-    const QByteArrayView bytes(anfang, wert.getBytes());
+    const qsizetype anzahl = wert.getBytes();
+    if (anzahl > LängsterWert) {
+        return {QString::fromUtf8(anfang, GezeigterAnfang), true, false, true};
+    }
+    const QByteArrayView bytes(anfang, anzahl);
     QString utf8 = QString::fromUtf8(bytes);
     if (bytes.isValidUtf8()) {
         return {utf8};
@@ -167,10 +186,13 @@ Spaltentext spaltentext(const SQLite::Column& wert) {
 Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fehler) {
     const int code =
         fehler.getExtendedErrorCode() > 0 ? fehler.getExtendedErrorCode() : fehler.getErrorCode();
-    const Datenbankgrund grund = grundFür(code, pfad);
+    const Datenbankgrund grund =
+        grundFür(code, fehlerart({systemfehler(), std::system_category()}), pfad);
     switch (grund) {
     case Datenbankgrund::Sonstiges:
         return {grund, pfad, QString::fromUtf8(fehler.what())};
+    case Datenbankgrund::Laufwerk:
+        return {grund, pfad, qt_error_string(systemfehler())};
     case Datenbankgrund::FremdesJournal:
         return {grund, pfad, verweigerterBegleiter(pfad)};
     default:
@@ -187,7 +209,7 @@ Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wart
                   zugriff == Zugriff::Üblich
                       ? SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX
                       : SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLite::OPEN_URI,
-                  static_cast<int>(wartezeit.count()), geschützterZugang()) {
+                  static_cast<int>(wartezeit.count()), neuerZugang()) {
     nimmNurDaten(verbindung_.getHandle());
     registriereVALundYear(verbindung_);
 }
@@ -246,10 +268,10 @@ void Ergebnisdatei::vergleicheMitUmlauten() {
 }
 
 std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
-    const auto anders =
-        std::find_if(nummer.begin(), nummer.end(), [](QChar c) { return c.unicode() >= 0x80; });
-    // The engine compares only ASCII letters without regard to case. Those in front keep the index
-    // in use; the rest is compared here.
+    const auto anders = std::find_if(nummer.begin(), nummer.end(),
+                                     [](QChar c) { return c.unicode() >= 0x80 || c.isNull(); });
+    // The engine compares only ASCII letters without regard to case, and nothing behind a zero.
+    // Those in front keep the index in use; the rest is compared here.
     const std::string muster =
         anders == nummer.end()
             ? likeWörtlich(nummer)
@@ -258,11 +280,16 @@ std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
     SQLite::Statement kandidaten(
         verbindung_, "SELECT " + platz() + ", U_NR FROM Ergebnisse WHERE U_NR LIKE " + muster);
     std::vector<Fundstelle> gefunden;
+    int anzahl = 0;
     while (kandidaten.executeStep()) {
+        ++anzahl;
         Fundstelle stelle{kandidaten.getColumn(0).getInt64(), spaltentext(kandidaten.getColumn(1))};
         if (stelle.U_NR.text.compare(nummer, Qt::CaseInsensitive) == 0) {
             gefunden.push_back(std::move(stelle));
         }
+    }
+    if (gefunden.size() == 1) {
+        gefunden.front().allein = anzahl == 1 && anders == nummer.end();
     }
     return gefunden;
 }

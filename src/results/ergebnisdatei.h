@@ -19,7 +19,8 @@ namespace tarvel {
 struct Spaltentext {
     QString text;
     bool istUtf8 = true;
-    bool istLesbar = true; ///< false when the bytes can be neither of them
+    bool istLesbar = true;  ///< false when the bytes can be neither of them
+    bool istZuGroß = false; ///< beyond all measure; the text is its beginning
 };
 [[nodiscard]] Spaltentext spaltentext(const SQLite::Column& wert);
 
@@ -27,6 +28,8 @@ struct Spaltentext {
 struct Fundstelle {
     qint64 id = 0; ///< its place in the file
     Spaltentext U_NR;
+    /// No other number of the file matches it by LIKE, which looks no further than a zero.
+    bool allein = false;
 };
 
 /// A results file while one operation works on it: open from the first line to the last.
@@ -68,7 +71,7 @@ private:
     std::string platz_;
 };
 
-/// What the engine reported, in our terms.
+/// What the engine reported, in our terms, with what the system said since the file was opened.
 [[nodiscard]] Datenbankfehler datenbankfehler(const QString& pfad, const SQLite::Exception& fehler);
 
 /// Does @p arbeit on the open file; whatever the engine reports becomes a Datenbankfehler.

@@ -46,6 +46,10 @@ namespace tarvel {
 //                                    counts, lines; the column MERKMAL does not keep all of them
 //          Grenzen                   limits that the examination was judged by
 //          Herkunft                  file or program that it came from
+//          Urteil                    -: nothing was judged, although the column says no. The
+//                                    journal has ja and nein, too
+//          Merkmale                  unlesbar: the row has body marks that are not understood
+//                                    (journal only)
 //          Felder                    stands alone, when any field follows that the first version
 //                                    of this layout did not have. It does not understand this
 //                                    item and says so, before it would store the row without them

@@ -139,6 +139,9 @@ Ergebnissatz baueSatz(Spalte&& spalte) {
     Ergebnissatz satz;
     const auto text = [&](const std::string& name) {
         Spaltentext wert = spalte(name);
+        if (wert.istZuGroß) {
+            throw SQLite::Exception("value too long", SQLITE_TOOBIG);
+        }
         if (!wert.istLesbar) {
             satz.unlesbar << QString::fromStdString(name);
         }
@@ -168,7 +171,6 @@ QString geschrieben(const QString& wert) {
 
 std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer) {
     std::vector<Fundstelle> gefunden = datei.finde(nummer);
-    const bool einzige = gefunden.size() == 1;
     const auto genau = [&](const Fundstelle& stelle) { return stelle.U_NR.text == nummer; };
     if (std::any_of(gefunden.begin(), gefunden.end(), genau)) {
         std::erase_if(gefunden, [&](const Fundstelle& stelle) { return !genau(stelle); });
@@ -177,7 +179,7 @@ std::vector<std::string> zielzeilen(Ergebnisdatei& datei, const QString& nummer)
     ziele.reserve(gefunden.size());
     for (const Fundstelle& stelle : gefunden) {
         ziele.push_back(" FROM Ergebnisse WHERE " +
-                        (einzige && stelle.U_NR.istUtf8
+                        (stelle.allein && stelle.U_NR.istUtf8
                              ? "U_NR LIKE " + likeWörtlich(stelle.U_NR.text)
                              : datei.platz() + " = " + std::to_string(stelle.id)) +
                         ";");
@@ -216,9 +218,10 @@ GeleseneSätze lies(Ergebnisdatei& datei, std::span<const qint64> ids) {
             }
             SQLite::Statement nummer(datei.verbindung(), "SELECT U_NR" + woher);
             nummer.bind(1, static_cast<std::int64_t>(id));
-            const bool da = nummer.tryExecuteStep() == SQLITE_ROW;
-            gelesen.zuGroß << (da ? spaltentext(nummer.getColumn(0)).text.trimmed()
-                                  : u'#' + QString::number(id));
+            const Spaltentext text = nummer.tryExecuteStep() == SQLITE_ROW
+                                         ? spaltentext(nummer.getColumn(0))
+                                         : Spaltentext{{}, true, false, true};
+            gelesen.zuGroß << (text.istZuGroß ? u'#' + QString::number(id) : text.text.trimmed());
         }
         abfrage.tryReset();
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "evaluation/merkmale.h"
+#include "evaluation/beurteilung.h"
 #include "measure/messreihe.h"
 #include "results/kolonieangaben.h"
 #include "results/untersuchungszusatz.h"
@@ -35,6 +35,10 @@ public:
     [[nodiscard]] const Kolonieangaben& angaben() const { return angaben_; }
     void setzeAngaben(const Kolonieangaben& angaben) {
         angabenGeändert_ = angabenGeändert_ || angaben != angaben_;
+        if (angaben.Tiere != angaben_.Tiere || angaben.Rasse != angaben_.Rasse ||
+            angaben.Rassenname != angaben_.Rassenname) {
+            zusatz_.Urteil = Ablageurteil::Keines;
+        }
         angaben_ = angaben;
     }
 
@@ -44,12 +48,18 @@ public:
         reihe_ = reihe;
         reihe_.alsUnverändertMerken();
         messungenGeändert_ = true;
+        zusatz_.Urteil = Ablageurteil::Keines;
     }
 
     [[nodiscard]] const Merkmale& merkmale() const { return merkmale_; }
     void setzeMerkmale(const Merkmale& merkmale) {
-        messungenGeändert_ = messungenGeändert_ || merkmale != merkmale_;
+        if (merkmale == merkmale_) {
+            return;
+        }
+        messungenGeändert_ = true;
         merkmale_ = merkmale;
+        zusatz_.Urteil = Ablageurteil::Keines;
+        zusatz_.merkmaleUnlesbar = zusatz_.merkmaleUnlesbar && merkmale.leer();
     }
 
     /// What is stored with the examination beside its data; setting it is no change of its own.
@@ -74,9 +84,11 @@ public:
         angabenGeändert_ = angaben;
         messungenGeändert_ = messungen;
     }
-    /// To be called when the examination was stored with the date @p datum.
-    void alsGespeichertMerken(const QDate& datum) {
+    /// To be called when the examination was stored with the date @p datum and that verdict.
+    void alsGespeichertMerken(const QDate& datum, Ablageurteil urteil) {
         datum_ = datum;
+        zusatz_.Urteil = urteil;
+        zusatz_.merkmaleUnlesbar = false; // it was asked about, and is not in the row any more
         alsUnverändertMerken();
     }
 
@@ -89,5 +101,14 @@ private:
     bool angabenGeändert_ = false;
     bool messungenGeändert_ = false;
 };
+
+/// What the judgement looks at; valid as long as @p untersuchung stays as it is.
+[[nodiscard]] inline Prüfling prüfling(const Untersuchung& untersuchung) {
+    return {.tiere = untersuchung.angaben().Tiere,
+            .reihe = untersuchung.reihe(),
+            .merkmale = untersuchung.merkmale(),
+            .fremdeRasse = !untersuchung.angaben().Rassenname.isEmpty(),
+            .merkmaleUnlesbar = untersuchung.zusatz().merkmaleUnlesbar};
+}
 
 } // namespace tarvel

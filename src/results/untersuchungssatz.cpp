@@ -117,6 +117,7 @@ public:
         gelesen_.zusatz = bei.inhalt.angaben.zusatz;
         liesReihe(bei.inhalt.aufnahmen, bei.inhalt.flügelangaben);
         liesMerkmale(bei.inhalt.angaben.merkmale);
+        liesUrteil();
         return std::move(gelesen_);
     }
 
@@ -134,7 +135,6 @@ private:
         const bool drohnen = bedeutet(satz_.A_D, Text::Drohnen);
         prüfe(u"A_D", drohnen || bedeutet(satz_.A_D, Text::Arbeiter));
         gelesen_.angaben.Tiere = drohnen ? Geschlecht::Drohnen : Geschlecht::Arbeiterinnen;
-        gelesen_.EntsprichtRasse = bedeutet(satz_.ERGEBNIS, Text::Ja);
         gelesen_.datum = satz_.DATUM;
         gelesen_.nichtGelesen += satz_.unlesbar;
         const Rassenwahl rasse = rasseAus(satz_.RASSE, umgebung_.rassen);
@@ -142,6 +142,20 @@ private:
         gelesen_.angaben.Rassenname = rasse.fremderName;
         if (!rasse.fremderName.isEmpty()) {
             gelesen_.rasse = rasse.fremderName;
+        }
+    }
+
+    /// Another program may have changed the word since. Older rows say of an examination without
+    /// wings and marks that it conforms.
+    void liesUrteil() {
+        Ablageurteil& urteil = gelesen_.zusatz.Urteil;
+        const bool ja = bedeutet(satz_.ERGEBNIS, Text::Ja);
+        const bool etwas = !gelesen_.reihe.leer() || !gelesen_.merkmale.leer();
+        if (!etwas || (!ja && urteil == Ablageurteil::Unbeurteilt)) {
+            urteil = Ablageurteil::Unbeurteilt;
+        } else {
+            urteil = ja ? Ablageurteil::Ja : Ablageurteil::Nein;
+            gelesen_.urteil = ja;
         }
     }
 
@@ -214,6 +228,7 @@ private:
             merkmale = merkmaleAusSatz(satz_.MERKMAL, satz_.PROZENT, tiere);
         }
         prüfe(u"MERKMAL", merkmale.has_value());
+        gelesen_.zusatz.merkmaleUnlesbar = !merkmale;
         if (merkmale) {
             gelesen_.merkmale = *merkmale;
         } else {
@@ -265,7 +280,7 @@ QString Ergebnissatz::*textspalte(QString Kolonieangaben::*wert) {
     return stelle == Textfelder.end() ? &Ergebnissatz::ZB_NR : stelle->spalte;
 }
 
-Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse, int auflösung,
+Ergebnissatz satzAus(const Untersuchung& untersuchung, std::optional<bool> urteil, int auflösung,
                      const QDate& heute, const Satzumgebung& umgebung) {
     const Kolonieangaben& angaben = untersuchung.angaben();
     const Messreihe& reihe = untersuchung.reihe();
@@ -281,21 +296,24 @@ Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse, int
     satz.A_D = texte(drohnen ? Text::Drohnen : Text::Arbeiter);
     satz.RASSE =
         angaben.Rassenname.isEmpty() ? umgebung.rassen.value(angaben.Rasse) : angaben.Rassenname;
-    satz.ERGEBNIS = texte(EntsprichtRasse ? Text::Ja : Text::Nein);
+    satz.ERGEBNIS = texte(urteil.value_or(false) ? Text::Ja : Text::Nein);
     const bool neuesDatum = untersuchung.angabenGeändert() || !untersuchung.datum().isValid();
     satz.DATUM = neuesDatum ? heute : untersuchung.datum();
     satz.CI = ciSatz(reihe.ciZeilen());
     satz.HI_DV = hiDvSatz(reihe.hiDvZeilen());
     satz.PROZENT = prozentspalte(marken);
     satz.MERKMAL = marken.Satz;
+    Untersuchungszusatz zusatz = untersuchung.zusatz();
+    zusatz.Urteil =
+        urteil ? Ablageurteil::Keines : Ablageurteil::Unbeurteilt; // else the column says it
+    zusatz.merkmaleUnlesbar = false;
     const int dpi = reihe.auflösung().value_or(auflösung);
     satz.Grafik = {
         chartsatzCiHi(reihe, dpi, umgebung.format),
         chartsatzHiDv(reihe, dpi, umgebung.format),
         punktesatz(reihe.messungen()),
-        beisatz(
-            {angaben.Jahr, angaben.LV, angaben.ZNr, untersuchung.merkmale(), untersuchung.zusatz()},
-            reihe.messungen(), reihe.flügelangaben()),
+        beisatz({angaben.Jahr, angaben.LV, angaben.ZNr, untersuchung.merkmale(), zusatz},
+                reihe.messungen(), reihe.flügelangaben()),
     };
     for (const Textspalte& spalte : textspalten()) {
         ersetzeLeere(satz.*spalte.wert);

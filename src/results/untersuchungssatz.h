@@ -24,11 +24,12 @@ struct Satzumgebung {
 /// and the year of the queen share one with her number.
 [[nodiscard]] QString Ergebnissatz::*textspalte(QString Kolonieangaben::*wert);
 
-/// The row that keeps @p untersuchung. @p EntsprichtRasse is the judgement flag, @p auflösung the
-/// resolution in dots per inch that the row gets when none of its wings has one, @p heute the date
-/// it gets when its colony data were changed or it has none yet. No text of the row is empty: a
-/// single blank stands for that. The layout of the long texts is described in fluegelsatz.h.
-[[nodiscard]] Ergebnissatz satzAus(const Untersuchung& untersuchung, bool EntsprichtRasse,
+/// The row that keeps @p untersuchung. @p urteil is the verdict, empty for an examination
+/// that was not judged, which is stored with the word for no and a field that says so; @p auflösung
+/// the resolution in dots per inch that the row gets when none of its wings has one, @p heute the
+/// date it gets when its colony data were changed or it has none yet. No text of the row is empty:
+/// a single blank stands for that. The layout of the long texts is described in fluegelsatz.h.
+[[nodiscard]] Ergebnissatz satzAus(const Untersuchung& untersuchung, std::optional<bool> urteil,
                                    int auflösung, const QDate& heute, const Satzumgebung& umgebung);
 
 /// An examination as it was read back.
@@ -37,7 +38,7 @@ struct GeleseneUntersuchung {
     Messreihe reihe;
     Merkmale merkmale;
     QDate datum;
-    bool EntsprichtRasse = false; ///< the stored verdict
+    std::optional<bool> urteil; ///< the stored verdict; empty when nothing had been judged
     /// In dots per inch: that of the last wing with points, else the row's; empty without either.
     std::optional<int> auflösung;
     Untersuchungszusatz zusatz;

@@ -75,6 +75,9 @@ constexpr std::array tabelle{
     Einstellungszeile{E::Zielzahl, u"Allgemeines", u"Zielzahl", Zahl, 50, u"", 0},
     // The picture that was open when the window was closed.
     Einstellungszeile{E::LetztesBild, u"Fenster", u"Bild", Text, 0, u"", 2048},
+    // How many wings, and bees with body marks, a full judgement needs.
+    Einstellungszeile{E::SollFlügel, u"Protokoll", u"Mindestzahl Flügel", Zahl, 50, u"", 0},
+    Einstellungszeile{E::SollBienen, u"Protokoll", u"Mindestzahl Merkmale", Zahl, 50, u"", 0},
 };
 
 constexpr bool inReihenfolge() {

@@ -59,6 +59,8 @@ enum class Einstellung {
     FensterLupeAmZeiger,
     Zielzahl,
     LetztesBild,
+    SollFlügel,
+    SollBienen,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QTableView>
+#include <QTextDocumentFragment>
 #include <QTimer>
 
 using namespace tarvel;
@@ -37,7 +38,12 @@ struct Auswertungstest : Fenstertest {
         }
         klick({500, 250}, Qt::RightButton);
     }
-    QString text(const QString& label) const { return kind<QLabel>(label).text(); }
+    QString text(const QString& label) const {
+        const auto& gezeigt = kind<QLabel>(label);
+        return gezeigt.textFormat() == Qt::RichText
+                   ? QTextDocumentFragment::fromHtml(gezeigt.text()).toPlainText()
+                   : gezeigt.text();
+    }
     void drücke(const QString& knopf) const { kind<QAbstractButton>(knopf).click(); }
     void tippe(const QString& feld, const QString& eingabe) const {
         auto& zeile = kind<QLineEdit>(feld);
@@ -120,6 +126,30 @@ TEST_F(Auswertungstest, verdict_isWithheldWhileAShareCannotBeComputed) {
               "eingetragen. Tragen Sie dort die Zahl der Bienen ein."_s);
     tippe(u"txt_Anzahl_A_0"_s, u"5"_s);
     EXPECT_TRUE(text(u"lab_Urteil"_s).startsWith(u"✓"_s));
+}
+
+TEST_F(Auswertungstest, savedChart_namesTheExaminationInTheLanguageOfTheDay) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
+    miss(60);
+    miss(30);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_D, Qt::ControlModifier);
+    tippe(u"txt_UNr"_s, u"001AB2026"_s);
+    const QString heute = QString::number(uhr.now().date().year());
+    for (const auto& [sprache, text] :
+         {std::pair{u"men_Sprache_0"_s, u"Untersuchung Nr. 001AB2026  ·  Carnica  ·  Arbeiter"_s},
+          {u"men_Sprache_2"_s, u"Examen N° 001AB2026  ·  Carnica  ·  Ouvrières"_s}}) {
+        wähle(sprache);
+        for (const QString& ansicht : {u"pic_Kurven"_s, u"pic_Korrel"_s}) {
+            const QString pfad = ordner.filePath(ansicht + u".svg"_s);
+            ASSERT_TRUE(diagramm(ansicht).speichere(pfad, Diagrammformat::SVG));
+            QFile datei(pfad);
+            ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
+            const QString svg = QString::fromUtf8(datei.readAll());
+            EXPECT_TRUE(svg.contains(text)) << qPrintable(pfad);
+            EXPECT_TRUE(svg.contains(heute));
+            EXPECT_TRUE(svg.contains(u": 002"_s));
+        }
+    }
 }
 
 TEST_F(Auswertungstest, reasons_useThePersonsDecimalSeparator) {

@@ -371,6 +371,28 @@ TEST_F(Speicherntest, storedVerdictThatTheStandardNoLongerGives_isSaid) {
     EXPECT_EQ(hinweis(),
               u"Gespeichert ist das Urteil '%1'. Nach dem jetzigen Standard lautet es '%2'."_s.arg(
                   satz.ERGEBNIS, ja ? u"Ja"_s : u"Nein"_s));
+
+    // It stays while nothing changes that it rests on …
+    züchter().setText(u"B"_s);
+    QTest::keyClick(&züchter(), Qt::Key_Return);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(nummer())->Z_NAME, u"B"_s);
+    EXPECT_EQ(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
+    // … and until the user wants the present standard's.
+    Q_EMIT kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
+    EXPECT_TRUE(hg().isWindowModified());
+    EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).isHidden());
+    wähle(u"men_Datei_2"_s);
+    EXPECT_NE(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
+}
+
+TEST_F(Speicherntest, whatWasNotJudged_isNotStoredAsConforming) {
+    züchter().setText(u"A"_s); // neither wings nor marks
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(nummer())->ERGEBNIS, u"Nein"_s);
+    EXPECT_EQ(hg().beurteilung().urteil(), std::nullopt);
+    missFlügel();
+    EXPECT_NE(hg().beurteilung().urteil(), std::nullopt);
 }
 
 TEST_F(Speicherntest, partsThatWereNotUnderstood_areNotStoredAwayWithoutAQuestion) {

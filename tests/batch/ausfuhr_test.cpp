@@ -5,6 +5,8 @@
 #include <QImage>
 
 #ifdef Q_OS_UNIX
+#include <array>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -187,8 +189,11 @@ TEST_F(Ausfuhr, tableOnATerminal_doesNotSteerIt) {
     programm.setStandardOutputFile(QString::fromLocal8Bit(ptsname(terminal)));
     programm.start(QStringLiteral(TARVEL_BATCH), {u"export"_s, u"a.tdb"_s});
     EXPECT_TRUE(programm.waitForFinished());
-    QByteArray gezeigt(4000, '\0');
-    gezeigt.resize(std::max<qsizetype>(read(terminal, gezeigt.data(), gezeigt.size()), 0));
+    QByteArray gezeigt;
+    std::array<char, 4000> teil{};
+    for (ssize_t n = 0; (n = read(terminal, teil.data(), teil.size())) > 0;) { // line by line
+        gezeigt.append(teil.data(), n);
+    }
     close(terminal);
     EXPECT_THAT(gezeigt.toStdString(), HasSubstr("\n\\x1B[2Jx,2025"));
     EXPECT_FALSE(gezeigt.contains('\x1b'));
@@ -244,4 +249,21 @@ TEST_F(Ausfuhr, outputThatIsNoFile_isWrittenInto) {
     }
     ::close(ende);
     EXPECT_EQ(dateien(), QStringList(u"a.tdb"_s));
+
+    // A file that whoever calls has open already, with something of theirs in it.
+    const int nummer = ::open(QFile::encodeName(pfad(u"offen"_s)).constData(), O_RDWR | O_CREAT,
+                              0600); // NOLINT(android-cloexec-open): for the call
+    ASSERT_EQ(::write(nummer, "# mine\n", 7), 7);
+    for (const QString& ziel : {u"/dev/fd/%1"_s, u"/proc/self/fd/%1"_s}) {
+        ASSERT_EQ(::lseek(nummer, 7, SEEK_SET), 7);
+        const Lauf lauf = rufe(u"export a.tdb --out "_s + ziel.arg(nummer));
+        EXPECT_EQ(lauf.status, 0) << lauf.fehler;
+        EXPECT_EQ(text(u"offen"_s), "# mine\n" + csv);
+    }
+    struct stat stand {};
+    ASSERT_EQ(::fstat(nummer, &stand), 0);
+    EXPECT_EQ(stand.st_nlink, 1U);
+    ::close(nummer);
+    EXPECT_EQ(rufe(u"export a.tdb --out /dev/fd/%1"_s.arg(nummer)).status, 1);
+    EXPECT_EQ(dateien(), QStringList({u"a.tdb"_s, u"offen"_s}));
 }

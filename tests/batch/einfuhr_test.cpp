@@ -2,6 +2,7 @@
 #include "results/ergebnistabelle.h"
 
 #include <QDate>
+#include <QtEndian>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -106,6 +107,35 @@ TEST_F(Einfuhr, badInput_isNamedWithItsLineAndLeavesTheDatabase) {
     schreibe(u"keine.tdb"_s, "no database");
     EXPECT_EQ(rufe(u"import-bee gut.Bee --into keine.tdb"_s).status, 1);
     EXPECT_EQ(lies(u"keine.tdb"_s), "no database");
+}
+
+TEST_F(Einfuhr, journalThatNamesAnotherFile_isRefusedByEveryCommand) {
+    schreibe(u"a.Bee"_s, Messung().bytes());
+    schreibe(u"b.Bee"_s, Messung{.nummer = "U6\n"}.bytes());
+    ASSERT_EQ(rufe(u"import-bee a.Bee --into a.tdb"_s).status, 0);
+    const QByteArray opfer = QFile::encodeName(pfad(u"opfer"_s));
+    const QByteArray länge = QByteArray(3, '\0') + static_cast<char>(opfer.size());
+    quint32 summe = 0;
+    for (const char c : opfer) {
+        summe += static_cast<quint32>(c);
+    }
+    QByteArray prüfzahl(4, '\0');
+    qToBigEndian(summe, prüfzahl.data());
+    const QByteArray kennung = QByteArray::fromHex("d9d505f920a163d7");
+    const QByteArray journal = kennung + QByteArray(504, '\0') + opfer + länge + prüfzahl + kennung;
+    schreibe(u"opfer"_s, "of the user");
+    schreibe(u"a.tdb-journal"_s, journal);
+    const QByteArray vorher = lies(u"a.tdb"_s);
+    for (const QString& befehl : {u"import-bee b.Bee --into a.tdb"_s, u"export a.tdb"_s,
+                                  u"export a.tdb --tps"_s, u"report a.tdb U5 --pdf aus.pdf"_s}) {
+        const Lauf lauf = rufe(befehl);
+        EXPECT_EQ(lauf.status, 1) << befehl.toStdString();
+        EXPECT_THAT(lauf.fehler, HasSubstr("a.tdb-journal"));
+        EXPECT_EQ(lies(u"opfer"_s), "of the user");
+        EXPECT_EQ(lies(u"a.tdb"_s), vorher);
+        EXPECT_EQ(lies(u"a.tdb-journal"_s), journal);
+    }
+    EXPECT_FALSE(dateien().contains(u"aus.pdf"_s));
 }
 
 TEST_F(Einfuhr, partial_takesWhatIsReadable) {

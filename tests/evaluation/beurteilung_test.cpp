@@ -106,7 +106,7 @@ TEST(Beurteilung, standardOfTheRace_setsLimitsAndRanges) {
 TEST(Beurteilung, emptySample_hasNoVerdict) {
     for (const Geschlecht tiere : {A, D}) {
         const Beurteilung b = beurteile({tiere, {}, {}}, Rassestandard(), true);
-        EXPECT_TRUE(b.leer);
+        EXPECT_EQ(b.unbeurteilt, Unbeurteilt::NichtsGemessen);
         EXPECT_TRUE(b.EntsprichtRasse);
         EXPECT_EQ(b.urteil(), std::nullopt);
         for (const Prüfwert& wert : b.werte) {
@@ -146,7 +146,7 @@ TEST(Beurteilung, marksWithoutShares_areReportedInsteadOfAVerdict) {
                 beurteile({A, flügel, marken.Texte, marken.Fehler}, Rassestandard(), true);
             EXPECT_EQ(b.fehler, fehler);
             EXPECT_EQ(b.urteil(), std::nullopt);
-            EXPECT_FALSE(b.leer);
+            EXPECT_EQ(b.unbeurteilt, Unbeurteilt::AnteilUnberechenbar);
         }
     }
 }

@@ -158,6 +158,45 @@ TEST_F(DiagrammansichtTest, saveCommands_writeTheirFormatAndAddItsExtension) {
     EXPECT_TRUE(inhalt(u"b.svg"_s).contains("Hantelindex"));
 }
 
+TEST_F(DiagrammansichtTest, savedChart_saysWhatItShows) {
+    ansicht.setzeUnterschrift([] {
+        return Bildunterschrift{u"Untersuchung Nr. 001AB2026"_s, u"Carnica"_s, u"Drohnen"_s,
+                                u"5. März 2026"_s, u"2 Flügel ausgelassen: 003, 004"_s};
+    });
+    dialoge.dateien << ordner.filePath(u"a.svg"_s) << ordner.filePath(u"b.svg"_s)
+                    << ordner.filePath(u"a.png"_s);
+    löseAus(1);
+    const QString svg = QString::fromUtf8(inhalt(u"a.svg"_s));
+    EXPECT_TRUE(svg.contains(u"Untersuchung Nr. 001AB2026  ·  Carnica  ·  Drohnen  ·  5. März"_s));
+    EXPECT_TRUE(svg.contains(u"2 Flügel ausgelassen: 003, 004"_s));
+    EXPECT_TRUE(svg.contains(u"<title>Untersuchung Nr. 001AB2026 – Korrelation"_s));
+    ansicht.zeige(Kurvenbild());
+    löseAus(1);
+    EXPECT_TRUE(QString::fromUtf8(inhalt(u"b.svg"_s)).contains(u"Nr. 001AB2026  ·  Carnica"_s));
+    löseAus(0);
+    EXPECT_TRUE(QImage(ordner.filePath(u"a.png"_s)).text(u"Title"_s).contains(u"001AB2026"_s));
+}
+
+TEST_F(DiagrammansichtTest, doubtAboutAWing_leavesTheCountsReadable) {
+    Kurvenbild bild;
+    for (int nummer = 1; nummer <= 9; ++nummer) {
+        bild.CI.flügel.push_back({nummer, nummer == 9 ? 12 : 20});
+    }
+    ansicht.zeige(bild);
+    const QImage ohne = ansicht.grab().toImage();
+    const std::vector<Flügelzweifel> grund{{Flügelzweifel::Art::Lage, {1, 2}}};
+    ansicht.zeigeZweifel({{3, grund}, {9, grund}});
+    const QImage mit = ansicht.grab().toImage();
+    for (const Diagrammstelle& stelle : ansicht.stellen()) {
+        const double oben = std::min(stelle.fläche.top(), stelle.fläche.bottom() - 14);
+        const QRect zahl =
+            QRectF(stelle.fläche.left(), oben - 16, stelle.fläche.width(), 14).toAlignedRect();
+        EXPECT_EQ(mit.copy(zahl), ohne.copy(zahl)) << stelle.flügel.size();
+        EXPECT_NE(mit.copy(stelle.fläche.adjusted(0, -40, 0, 0).toAlignedRect()),
+                  ohne.copy(stelle.fläche.adjusted(0, -40, 0, 0).toAlignedRect()));
+    }
+}
+
 TEST_F(DiagrammansichtTest, cancelledChooser_writesNothing) {
     löseAus(0);
     EXPECT_TRUE(QDir(ordner.path()).isEmpty());

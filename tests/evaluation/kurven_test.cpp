@@ -68,16 +68,20 @@ TEST(Kurvenbild, series_givesClassesOfTheListsAndFigures) {
     misst(reihe, {.CI = 2, .HI = 1, .DV = -0.04F});
     misst(reihe, {.CI = 50}); // beyond class 30
     misst(reihe, {.CI = 3, .HI = 0.95F, .DV = 0.5F});
+    misst(reihe, {.CI = 3, .HI = 0.95F, .DV = -0.004F});
     const Kurvenbild hi = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
-    EXPECT_THAT(hi.CI.flügel,
-                ElementsAre(Flügelklasse{1, 16}, Flügelklasse{2, 0}, Flügelklasse{3, 21}));
-    EXPECT_THAT(hi.zweite.flügel, ElementsAre(Flügelklasse{1, 25}, Flügelklasse{3, 23}));
-    EXPECT_EQ(hi.CI.kennzahlen->anzahl, 3);
+    EXPECT_THAT(hi.CI.flügel, ElementsAre(Flügelklasse{1, 16}, Flügelklasse{2, 0},
+                                          Flügelklasse{3, 21}, Flügelklasse{4, 21}));
+    EXPECT_THAT(hi.zweite.flügel,
+                ElementsAre(Flügelklasse{1, 25}, Flügelklasse{3, 23}, Flügelklasse{4, 23}));
+    EXPECT_EQ(hi.CI.kennzahlen->anzahl, 4);
     EXPECT_EQ(hi.zweite.grenzlinie, 0.92);
     const Kurvenbild dv = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Discoidalverschiebung);
-    // The list says "-0.0", which is no negative shift.
-    EXPECT_THAT(dv.zweite.flügel, ElementsAre(Flügelklasse{1, 13}, Flügelklasse{3, 14}));
-    EXPECT_NEAR(dv.zweite.kennzahlen->mittelwert, 0.23, 1e-6);
+    // The list says "-0.0" of the first and the last. The correlation draws the first left of the
+    // line at 0 and takes the last, less than a hundredth beside it, to be on the line.
+    EXPECT_THAT(dv.zweite.flügel,
+                ElementsAre(Flügelklasse{1, 12}, Flügelklasse{3, 14}, Flügelklasse{4, 13}));
+    EXPECT_NEAR(dv.zweite.kennzahlen->mittelwert, 0.152, 1e-6);
     reihe.lassAus(2, true);
     const Kurvenbild weniger = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
     EXPECT_EQ(weniger.CI.ausgelassen, 1);
@@ -115,8 +119,9 @@ TEST(PaintKurven, everyForm_fillsTheClassUpToItsNumberOfBees) {
             EXPECT_EQ(farbe(picture, ort(bild, 20, bienen)), stil.fläche) << bienen;
         EXPECT_NE(farbe(picture, ort(bild, 20, 6.3)), stil.fläche);
         EXPECT_EQ(farbe(picture, ort(bild, 8, 0.5)), stil.fläche);
-        EXPECT_EQ(farbe(picture, ort(bild, 8, 2.5)), stil.bereich);
-        EXPECT_EQ(farbe(picture, ort(bild, 25, 2.5)), stil.grund);
+        // As in the correlation, the tint is where the wings of the race lie.
+        EXPECT_EQ(farbe(picture, ort(bild, 8, 2.5)), stil.grund);
+        EXPECT_EQ(farbe(picture, ort(bild, 25, 2.5)), stil.bereich);
     }
 }
 
@@ -145,6 +150,22 @@ TEST(PaintKurven, secondaryPeak_isMarkedAboveItsClass) {
         const QPointF oben = ort(bild, 16, 5);
         const QRectF darüber(oben - QPointF(8, 34), QSizeF(16, 20));
         EXPECT_EQ(zähle(gemalt(bild), stil.verfehlt, darüber) > 20, gipfel.has_value());
+    }
+}
+
+TEST(PaintKurven, secondCurve_isTintedOnTheSideOfTheRace) {
+    Messreihe reihe;
+    misst(reihe, {.CI = 2.5F, .HI = 1, .DV = 0.3F});
+    for (const bool darunter : {false, true}) {
+        Kurvenbild bild = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Discoidalverschiebung);
+        bild.darunter = darunter;
+        const Klassenfeld feld = *kurvenanordnung(Rahmen, bild, prüfstil()).zweite;
+        const auto getönt = [&, picture = gemalt(bild)](double DV) {
+            const QPointF ort(feld.lage.ort(klassenlageDV(DV)), feld.anzahl.ort(0.5));
+            return farbe(picture, ort) == prüfstil().bereich;
+        };
+        EXPECT_EQ(getönt(-2.2), darunter);
+        EXPECT_EQ(getönt(2.2), !darunter);
     }
 }
 
@@ -217,12 +238,48 @@ TEST(Kurvenlayout, boundaryLine_isNamedAsOnTheRacePage) {
                           {ZweiteKurve::Discoidalverschiebung, -1.5, u"Grenzlinie -1.50"_s},
                           {ZweiteKurve::Discoidalverschiebung, 0, u"Grenzlinie 0.00"_s}};
     for (const Fall& f : fälle) {
-        Kurvenbild bild = bildVon(ciReihe({20}), Kurvenform::Balken, f.art);
+        Messreihe reihe;
+        misst(reihe, {.CI = 2.5F, .HI = 1, .DV = 0});
+        Kurvenbild bild = bildVon(reihe, Kurvenform::Balken, f.art);
         bild.zweite.grenzlinie = f.linie;
         const Kurvenlayout l = kurvenlayout(Rahmen, bild, prüfstil());
-        ASSERT_EQ(l.zweite->fahnen.size(), 1U);
+        ASSERT_EQ(l.zweite->fahnen.size(), 2U);
         EXPECT_EQ(l.zweite->fahnen[0].text, f.text);
     }
+}
+
+TEST(Kurvenlayout, valueBeyondTheAxis_isNamedAtItsEnd) {
+    struct Fall {
+        double linie;
+        Fahnenziel ziel;
+    };
+    const Fall fälle[] = {{0.6, Fahnenziel::Links},
+                          {0, Fahnenziel::Links},
+                          {-2, Fahnenziel::Links}, // past the pole its class position is 96
+                          {2, Fahnenziel::Linie},
+                          {12, Fahnenziel::Rechts}};
+    for (const Fall& f : fälle) {
+        Kurvenbild bild = bildVon({});
+        bild.CI.grenzlinie = f.linie;
+        const Kurvenlayout l = kurvenlayout(Rahmen, bild, prüfstil());
+        ASSERT_EQ(l.CI.fahnen.size(), 2U) << f.linie;
+        const Fahne& fahne = l.CI.fahnen[1];
+        EXPECT_EQ(fahne.ziel, f.ziel) << f.linie;
+        EXPECT_EQ(fahne.text, u"Grenzlinie "_s + Format(f.linie, u"0.00", {}));
+        EXPECT_TRUE(l.CI.fläche.left() <= fahne.x && fahne.x <= l.CI.fläche.right());
+    }
+}
+
+TEST(Kurvenlayout, seriesWithoutTheIndex_hasNoSecondCurve) {
+    Messreihe reihe = ciReihe({18, 19});
+    for (const ZweiteKurve art : {ZweiteKurve::Hantelindex, ZweiteKurve::Discoidalverschiebung}) {
+        EXPECT_FALSE(kurvenlayout(Rahmen, bildVon(reihe, Kurvenform::Balken, art), prüfstil())
+                         .zweite.has_value());
+    }
+    misst(reihe, {.CI = 2.5F, .HI = 1, .DV = 0});
+    EXPECT_TRUE(kurvenlayout(Rahmen, bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex),
+                             prüfstil())
+                    .zweite.has_value());
 }
 
 TEST(PaintKurven, otherSizesAndVectorFile_showTheSamePicture) {

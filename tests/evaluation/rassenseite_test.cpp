@@ -242,8 +242,8 @@ TEST_F(RassenseiteTest, switchesOptionsAndDirection_areSavedAndShownAgain) {
     Rassenseite neu(texte, Zahlenformat{u',', u'.'});
     neu.lade(einstellungen, 1);
     const Rassestandard& s = neu.standard(1);
-    EXPECT_EQ(s.arbeiterinnen.CIMittel, 1);
-    EXPECT_EQ(s.drohnen.CIMittel, 1);
+    EXPECT_EQ(s.arbeiterinnen.mittel.CIMittel, 1);
+    EXPECT_EQ(s.drohnen.mittel.CIMittel, 1);
     EXPECT_FALSE(s.linien.nachKruber());
     EXPECT_TRUE(s.linien.darunter());
     EXPECT_EQ(s.linien.Arbeit.CI.gespeichert, 195);

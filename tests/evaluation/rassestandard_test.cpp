@@ -107,12 +107,12 @@ TEST_F(RassestandardTest, saving_writesEveryKeyInOrderAndTheLinesTwice) {
               "Haarlänge kM-=100%\r\nHaarlänge mM-=30%\r\nHaarlänge lM-=0%\r\n"
               "Panzer OM-=100%\r\nPanzer EM-=30%\r\nPanzer 1RM-=0%\r\nPanzer 2RM-=0%\r\n"
               "CI Mittel AM-=0\r\nMittelwertM-=25\r\nKlasse 0M-=15-17\r\nmax 0M-=15%\r\n"
-              "Klasse 1M-=01-15\r\nmax 1M-=2%\r\nKlasse 2M-=16-17\r\n"
+              "Klasse 1M-=01-15\r\nmax 1M-=2%\r\nKlasse 2M-=16-17\r\nCI Mittel RichtungM-=0\r\n"
               "[Merkmale Drohnen]\r\n"
               "Haarfarbe grM-=100%\r\nHaarfarbe brM-=20%\r\nHaarfarbe geM-=0%\r\n"
               "Haarfarbe schM-=0%\r\nPanzer Drohn OM-=100%\r\nPanzer Drohn IM-=10%\r\n"
               "Panzer Drohn 1RM-=0%\r\nPanzer Drohn 2RM-=0%\r\nCI Mittel DM-=0\r\n"
-              "MittelwertM-=18\r\nKlasse 3M-=01-11\r\nmax 3M-=0%\r\n"
+              "MittelwertM-=18\r\nKlasse 3M-=01-11\r\nmax 3M-=0%\r\nCI Mittel RichtungM-=0\r\n"
               "[Grenzlinien]\r\n"
               "CI ArbeitM-=195\r\nHI ArbeitM-=920\r\nDV ArbeitM-=0\r\nCI DrohnM-=140\r\n"
               "HI DrohnM-=880\r\nDV DrohnM-=50\r\nKorrelationM-=0\r\nDV ><M-=0\r\n"_s);
@@ -164,8 +164,8 @@ TEST_F(RassestandardTest, valuesOfAForeignHand_areReadSafely) {
     EXPECT_EQ(standard.arbeiterinnen.Klasse[0], u"03-04"_s);
     EXPECT_EQ(standard.arbeiterinnen.Klasse[1], u"01-15"_s);
     EXPECT_EQ(standard.arbeiterinnen.Klasse[2], u"00-00"_s);
-    EXPECT_EQ(standard.arbeiterinnen.Mittelwert.gespeichert, 0);
-    EXPECT_EQ(standard.arbeiterinnen.CIMittel, 1);
+    EXPECT_EQ(standard.arbeiterinnen.mittel.Mittelwert.gespeichert, 0);
+    EXPECT_EQ(standard.arbeiterinnen.mittel.CIMittel, 1);
     EXPECT_FALSE(standard.linien.nachKruber());
     EXPECT_EQ(standard.linien.DVRichtung, 0);
 }

@@ -13,6 +13,9 @@
 
 namespace tarvel::fassung {
 
+/// Its status for the first of the reasons why a results file was not written.
+constexpr int ErsterGrund = 64;
+
 /// A row of which every column tells its step, long enough to fill many pages of the file.
 inline Ergebnissatz satz(int schritt) {
     const QString zahl = QString::number(schritt);

@@ -90,6 +90,9 @@ TEST_F(Fenstermuell, settingsOfAnyKind_areKeptToTheLastByte) {
         {"64 MB of zeros", QByteArray(64 * MB, '\0')},
         {"zeros between", mitNullen("[Start]\0\r\nNeu=\0False\r\nx=\0y\r\n")},
         {"two bytes a character", mitNullen("\xFF\xFE[\0S\0t\0a\0r\0t\0]\0\r\0\n\0")},
+        {"halves of characters",
+         mitNullen("\xFF\xFE[\0S\0t\0a\0r\0t\0]\0\r\0\n\0N\0e\0u\0=\0F\0a\0l\0s\0e\0\r\0\n\0"
+                   "x\0=\0\x00\xD8y\0\xFF\xDF\r\0\n\0")},
         {"UTF-8 with a mark", "\xEF\xBB\xBF[Start]\r\nNeu=False\r\nName=K\xC3\xB6nig\r\n"},
         {"no line ends", "[Start]Neu=False" + QByteArray("x=y ").repeated(100'000)},
         {"a long line", anfang + "x=" + QByteArray(900'000, 'y')},
@@ -119,6 +122,7 @@ TEST_F(Fenstermuell, everySettingAtAbsurdValues_startsAndPaints) {
     for (const QByteArray& wert :
          {QByteArray("-1"), QByteArray("32767"), QByteArray("-32768"), QByteArray("99999999999"),
           QByteArray("1e999"), QByteArray("nan"), QByteArray("%s%n%1%2"), QByteArray("\"'[];="),
+          QByteArray("2147483647,2147483647,2147483647,1,1"), QByteArray("1,1,2000000000,9,-9"),
           QByteArray("../../../dev/zero"), QByteArray(10'000, 'x'), rauschen(60)}) {
         SCOPED_TRACE(wert.left(20).toStdString());
         QByteArray inhalt;
@@ -132,6 +136,9 @@ TEST_F(Fenstermuell, everySettingAtAbsurdValues_startsAndPaints) {
         ASSERT_TRUE(starteUnvorbereitet());
         missFlügel();
         gehHerum();
+        wähle(u"men_Ansicht_0"_s);
+        EXPECT_TRUE(hg().screen()->geometry().contains(hg().geometry().center()));
+        EXPECT_GT(bild().width(), 100);
         dialoge.antworten = {Antwort::Nein, Antwort::Nein};
         hg().close();
     }

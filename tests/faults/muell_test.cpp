@@ -384,14 +384,55 @@ TEST_F(Muelltest, statementsThatAFileBringsAlong_areNotCarriedOut) {
     }
 }
 
-TEST_F(Muelltest, textBeyondAllMeasure_isNotRead) {
-    fremd(u"UPDATE Ergebnisse SET CI = CAST(zeroblob(70000000) AS TEXT) WHERE U_NR = '7'"_s);
-    const auto fehler = fehlerVon([&] { (void)tabelle().lade(u"7"_s); });
-    ASSERT_TRUE(fehler);
-    erwarteMeldung(*fehler);
-    EXPECT_EQ(tabelle().zeilen(u"SELECT * FROM Ergebnisse"_s, {}, 99).size(), 16U);
-    EXPECT_EQ(ausgeführt(), "15 of 16, without 7");
-    tabelle().speichere(satz(u"neu"_s));
-    EXPECT_EQ(fremd(u"SELECT length(CAST(CI AS BLOB)) FROM Ergebnisse WHERE U_NR = '7'"_s),
-              u"70000000"_s);
+TEST_F(Muelltest, textBeyondAllMeasure_isNotReadAndKeepsNothingElseFromIt) {
+    const QString alle = u"SELECT * FROM Ergebnisse ORDER BY Z_NAME"_s;
+    std::vector<std::pair<QString, const char*>> fälle = {{u"U_NR"_s, "#7"}};
+    if (lang) {
+        fälle.insert(fälle.end(), {{u"CI"_s, "7"}, {u"Z_NAME"_s, "7"}, {u"DATUM"_s, "7"}});
+    }
+    for (const auto& [spalte, genannt] : fälle) {
+        SCOPED_TRACE(spalte.toStdString());
+        schreibe(pfad_, ganz_);
+        fremd(u"UPDATE Ergebnisse SET %1 = CAST(zeroblob(70000000) AS TEXT) WHERE rowid = 7"_s.arg(
+            spalte));
+        if (spalte != u"U_NR") {
+            const auto fehler = fehlerVon([&] { (void)tabelle().lade(u"7"_s); });
+            ASSERT_TRUE(fehler);
+            erwarteMeldung(*fehler);
+        }
+        const auto t = tabelle();
+        EXPECT_EQ(t.zeilen(alle, {}, 99).size(), 16U);
+        EXPECT_EQ(t.zeilen(alle, u"Z1"_s, 99).size(), 8U);
+        EXPECT_EQ(t.zeilen(t.zeilenfolge(alle, {})).size(), 16U);
+        EXPECT_EQ(ausgeführt(), std::string("15 of 16, without ") + genannt);
+        EXPECT_TRUE(t.lade(u"8"_s));
+        EXPECT_TRUE(t.letzteNummer());
+        EXPECT_EQ(t.NächsteNummer(QDate(2025, 1, 1), {}), u"0172025"_s);
+        EXPECT_FALSE(t.bekannte(&Ergebnissatz::Z_NAME, 100).isEmpty());
+        tabelle().speichere(satz(u"neu"_s));
+        tabelle().SpracheDB(Sprache::Französisch);
+        EXPECT_EQ(
+            fremd(u"SELECT length(CAST(%1 AS BLOB)) FROM Ergebnisse WHERE rowid = 7"_s.arg(spalte)),
+            u"70000000"_s);
+    }
+}
+
+TEST_F(Muelltest, numberWithAZeroInIt_isARowLikeAnyOther) {
+    fremd(u"UPDATE Ergebnisse SET U_NR = '7' || char(0) || 'x', Z_NAME = 'a' || char(0) || 'b' "
+          u"WHERE rowid = 7"_s);
+    EXPECT_EQ(machAlles(), 0);
+    const QString nummer = u"7"_s + QChar(0) + u"x"_s;
+    EXPECT_EQ(ausgeführt(), "16 of 16");
+    auto zeile = tabelle().zeilen({7}).at(0);
+    EXPECT_EQ(zeile.werte[0], nummer);
+    EXPECT_TRUE(tabelle().lade(nummer));
+    EXPECT_FALSE(tabelle().lade(u"7"_s));
+    const auto vorher = zeile;
+    zeile.werte[3] = u"anders"_s;
+    tabelle().ändere(vorher, zeile);
+    auto satz = *tabelle().lade(nummer);
+    EXPECT_TRUE(tabelle().ersetze(satz, satz));
+    EXPECT_EQ(fremd(u"SELECT count(*) FROM Ergebnisse"_s), u"16"_s);
+    tabelle().speichere(this->satz(u"7"_s));
+    EXPECT_EQ(fremd(u"SELECT count(*) FROM Ergebnisse"_s), u"17"_s);
 }

@@ -8,6 +8,7 @@
 #include "platform/dateiausgabe.h"
 #include "platform/profil.h"
 #include "print/protokolldruck.h"
+#include "results/datenbankfehler.h"
 #include "results/sitzung.h"
 #include "settings/einstellungen.h"
 
@@ -149,6 +150,9 @@ int main(int argc, char** argv) {
             arbeit(erster + i);
         }
         return EXIT_SUCCESS;
+    } catch (const Datenbankfehler& fehler) {
+        (void)std::fprintf(stderr, "%s %s: %s\n", argv[1], argv[3], fehler.what());
+        return fassung::ErsterGrund + static_cast<int>(fehler.grund());
     } catch (const std::exception& fehler) {
         (void)std::fprintf(stderr, "%s %s: %s\n", argv[1], argv[3], fehler.what());
         return EXIT_FAILURE;

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "faults/fassungen.h"
+#include "results/datenbankfehler.h"
+
 #include <QElapsedTimer>
 #include <QString>
 
 #include <csignal>
+#include <cstdlib>
+#include <optional>
 #include <string>
 
 #include <fcntl.h>
@@ -75,7 +80,14 @@ public:
         close(halt_);
         halt_ = -1;
         const int stand = beende();
-        return WIFEXITED(stand) && WEXITSTATUS(stand) == 0;
+        ende_ = WIFEXITED(stand) ? WEXITSTATUS(stand) : -1;
+        return ende_ == EXIT_SUCCESS;
+    }
+    /// Why a results file was not written, as the person is told; after entlasse().
+    [[nodiscard]] std::optional<Datenbankgrund> grund() const {
+        return ende_ >= fassung::ErsterGrund
+                   ? std::optional(Datenbankgrund(ende_ - fassung::ErsterGrund))
+                   : std::nullopt;
     }
 
 private:
@@ -98,6 +110,7 @@ private:
     int meldung_ = -1;
     int halt_ = -1;
     int gemeldet_ = 0;
+    int ende_ = -1;
 };
 
 } // namespace tarvel

@@ -29,6 +29,13 @@ const Ruf rufe[] = {
     {"rename", {EACCES, EIO, ENOSPC}},      {"link", {EACCES, EIO}},
 };
 
+/// What a person is told of the system's error.
+Datenbankgrund sollgrund(int fehler) {
+    return fehler == ENOSPC || fehler == EDQUOT ? Datenbankgrund::Voll
+           : fehler == EACCES                   ? Datenbankgrund::NichtAnlegbar
+                                                : Datenbankgrund::Laufwerk;
+}
+
 class Störungstest : public Dateitest {
 protected:
     static constexpr int Vorher = 3;
@@ -83,6 +90,12 @@ private:
         EXPECT_TRUE(!gelungen || jetzt == Nachher) << "told as written, but is not";
         const bool getroffen = opfer.gemeldet() > 1;
         EXPECT_TRUE(gelungen || (getroffen && !unterbrochen)) << "told without a reason";
+        EXPECT_TRUE(gelungen || std::string_view(ruf) != "link") << "some drives know no links";
+        if (const auto grund = opfer.grund(); grund != Datenbankgrund::Schreibgeschützt) {
+            EXPECT_EQ(grund.value_or(sollgrund(fehler)), sollgrund(fehler));
+        } else { // the engine then reads only
+            EXPECT_EQ(ruf, std::string_view("open"));
+        }
         if (!gelungen && jetzt == Vorher) {
             EXPECT_EQ(QDir(ordner_.path()).entryList(QDir::Files | QDir::Hidden), dateien);
         }

@@ -85,8 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
                                 {u"Carnica"_s, u"Mellifera"_s, u"Ligustica"_s, u"Vierte"_s},
                                 wahl.contains('h')};
     const auto speichere = [&umgebung](const GeleseneUntersuchung& gelesen) {
-        return satzAus(untersuchung(gelesen), gelesen.EntsprichtRasse,
-                       gelesen.auflösung.value_or(1200), QDate(2025, 6, 1), umgebung);
+        return satzAus(untersuchung(gelesen), gelesen.urteil, gelesen.auflösung.value_or(1200),
+                       QDate(2025, 6, 1), umgebung);
     };
 
     const auto gelesen = untersuchungAus(satzVon(rest, wahl.contains('D'), texte), umgebung);

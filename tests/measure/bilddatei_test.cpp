@@ -437,6 +437,39 @@ TEST_F(BilddateiTest, pagesOfAFile_areToldAndReadByTheirNames) {
     EXPECT_TRUE(Bilddatei::seiten(datei(kreis)).isEmpty());
 }
 
+TEST_F(BilddateiTest, countsOfAPage_areTakenForWhatTheyCanBe) {
+    // Hundreds of pages that share their entries, thousands each.
+    constexpr int Einträge = 4096;
+    constexpr int Ende = 2 + Einträge * 12;
+    QByteArray viele("II*\0\x08\0\0\0", 8);
+    viele += QByteArray(Ende + 8 * 999, '\0');
+    for (int i = 0; i < 999; ++i) {
+        setze<quint16>(viele, 8 + 8 * i, Einträge);
+        setze<quint32>(viele, 8 + 8 * i + Ende, static_cast<quint32>(8 + 8 * (i + 1)));
+    }
+    EXPECT_LT(Bilddatei::seiten(datei(viele)).size(), 30);
+    // As many values that their length in bytes is none.
+    QByteArray groß("II+\0\x08\0\0\0\x10\0\0\0\0\0\0\0\x02\0\0\0\0\0\0\0", 24);
+    for (const int marke : {256, 257}) {
+        QByteArray eintrag(20, '\0');
+        setze<quint16>(eintrag, 0, static_cast<quint16>(marke));
+        setze<quint16>(eintrag, 2, 3);
+        setze<quint64>(eintrag, 4, 1);
+        setze<quint64>(eintrag, 12, 7);
+        groß += eintrag;
+    }
+    groß += QByteArray(8, '\0');
+    EXPECT_EQ(Bilddatei::liesGröße(datei(groß)), QSize(7, 7));
+    setze<quint64>(groß, 24 + 4, quint64{1} << 63U);
+    EXPECT_EQ(Bilddatei::liesGröße(datei(groß)), std::nullopt);
+    for (const int stelle : {24, 44}) { // more pixels than a number holds
+        setze<quint16>(groß, stelle + 2, 4);
+        setze<quint64>(groß, stelle + 4, 1);
+        setze<quint32>(groß, stelle + 12, 0x7FFFFFFF);
+    }
+    EXPECT_EQ(fehler(datei(groß))->art, Art::ZuGross);
+}
+
 TEST_F(BilddateiTest, notedOrientation_leavesPixelsWhereTheyAreStored) {
     QByteArray jpeg = gespeichert(verlauf(64, 48), "jpg");
     // Exif with one entry: to be turned by a quarter.

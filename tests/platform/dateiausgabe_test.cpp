@@ -61,6 +61,11 @@ TEST_F(Dateiausgabe, link_isFollowedAndStays) {
         EXPECT_TRUE(QFileInfo(pfad_).isSymLink() && QFileInfo(zweiter).isSymLink());
     }
     EXPECT_EQ(QDir(ordner_.filePath(u"tief"_s)).entryList(QDir::Files).size(), 1);
+    // A second name of the file itself keeps what it had.
+    const QByteArray ziel = QFile::encodeName(ordner_.filePath(u"tief/ziel"_s));
+    ASSERT_EQ(::link(ziel.constData(), (ziel + ".alt").constData()), 0);
+    EXPECT_EQ(schreibeDatei(pfad_, "newest"), std::nullopt);
+    EXPECT_EQ(bytes(QFile::decodeName(ziel + ".alt")), "newer");
 }
 
 TEST_F(Dateiausgabe, whatIsNoFile_isRefusedAndStays) {

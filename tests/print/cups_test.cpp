@@ -15,6 +15,9 @@
 #include <QStandardPaths>
 #include <gmock/gmock.h>
 
+#include <csignal>
+#include <sys/resource.h>
+
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
@@ -157,6 +160,25 @@ TEST_F(CupsTest, job_thatNoPrinterTakesIsReported) {
     }));
     // The half painted job must not have gone out: the next sheet is that of the next job.
     ASSERT_TRUE(drucker.drucke({u"Imkerei"_s, u"ganz"_s}, maleZweiSeiten));
+    const auto ausdruck = server->hole("Imkerei");
+    ASSERT_TRUE(ausdruck);
+    EXPECT_EQ(ausdruck->titel, u"ganz"_s);
+}
+
+TEST_F(CupsTest, job_thatDoesNotFitOnTheDriveIsReportedAndLeavesNothing) {
+    const QTemporaryDir ordner;
+    const QByteArray bisher = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(ordner.path()));
+    (void)std::signal(SIGXFSZ, SIG_IGN);
+    rlimit frei{};
+    getrlimit(RLIMIT_FSIZE, &frei);
+    const rlimit voll{300, frei.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &voll);
+    EXPECT_FALSE(drucker.drucke({u"Imkerei"_s, u"halb"_s}, maleZweiSeiten));
+    setrlimit(RLIMIT_FSIZE, &frei);
+    EXPECT_TRUE(drucker.drucke({u"Imkerei"_s, u"ganz"_s}, maleZweiSeiten));
+    EXPECT_TRUE(QDir(ordner.path()).isEmpty());
+    qputenv("TMPDIR", bisher);
     const auto ausdruck = server->hole("Imkerei");
     ASSERT_TRUE(ausdruck);
     EXPECT_EQ(ausdruck->titel, u"ganz"_s);

@@ -183,7 +183,7 @@ TEST_F(ProtokollTest, bold_isExactlyWhatTheStandardForbids) {
     merkmale(1, 1);
     EXPECT_THAT(fettes(daten()), ElementsAre(u"25 %"_s, u"27 %"_s));
 
-    einstellungen.BewertungAktiv = false;
+    einstellungen.regeln.BewertungAktiv = false;
     EXPECT_THAT(fettes(daten()), IsEmpty());
     for (const QString& text : zeilen(daten())) {
         EXPECT_FALSE(text.contains(u'≤') || text.contains(u"Entspricht"_s) ||
@@ -197,7 +197,7 @@ TEST_F(ProtokollTest, whatWasNotMeasured_isSaid) {
     EXPECT_EQ(zeilen(daten()).count(u"nicht gemessen"_s), 4); // three groups and the formula
     EXPECT_EQ(zeilen(daten(), 2).count(u"nicht gemessen"_s), 2);
 
-    einstellungen.OhneHaarlänge = true;
+    einstellungen.regeln.OhneHaarlänge = true;
     merkmale(4, 1, true);
     EXPECT_EQ(zeilen(daten()).count(u"nicht gemessen"_s), 1); // the hair
     EXPECT_THAT(zeilen(daten()), Contains(u"O75 E25  ·  F100"_s));
@@ -356,7 +356,7 @@ TEST(Protokolleinstellungen, unknownPositions_giveTheDefaults) {
     const Protokolleinstellungen p = ladeProtokolleinstellungen(Einstellungen(ini));
     EXPECT_EQ(p.art, Protokollart::CubitalindexUndKorrelation);
     EXPECT_EQ(p.datum, Datumsform::HeuteLang);
-    EXPECT_FALSE(p.BewertungAktiv);
+    EXPECT_FALSE(p.regeln.BewertungAktiv);
     EXPECT_TRUE(p.SchriftKursiv);
 }
 

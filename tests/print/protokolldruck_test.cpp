@@ -128,7 +128,7 @@ TEST_F(ProtokolldruckTest, boldInThePdf_isWhatExceedsTheStandard) {
     einstellungen.art = Protokollart::Cubitalindex;
     ASSERT_EQ(speichereProtokoll(pdf, daten(), Briefkopfgrafik()), QString());
     EXPECT_THAT(fettes(diagramm), ElementsAre(u"36 %"_s));
-    einstellungen.BewertungAktiv = false;
+    einstellungen.regeln.BewertungAktiv = false;
     const Protokolldaten ohne = daten();
     ASSERT_EQ(speichereProtokoll(pdf, ohne, Briefkopfgrafik()), QString());
     EXPECT_THAT(fettes(protokollseite(ohne, Briefkopfgrafik(), 1).diagramme.front().rahmen),

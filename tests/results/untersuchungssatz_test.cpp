@@ -32,8 +32,8 @@ Messpunkte flügelpunkte(int nummer, Messart messart) {
     return punkte;
 }
 
-struct Probe {
-    Probe() { texte.SpracheDeutsch(); }
+struct Satzprobe {
+    Satzprobe() { texte.SpracheDeutsch(); }
 
     Texte texte{QString()};
     Zahlenformat format = komma;
@@ -41,8 +41,8 @@ struct Probe {
     Untersuchung untersuchung;
 
     [[nodiscard]] Satzumgebung umgebung() const { return {texte, format, rassen, OhneHaarlänge}; }
-    [[nodiscard]] Ergebnissatz satz(bool EntsprichtRasse = true) const {
-        return satzAus(untersuchung, EntsprichtRasse, 1200, heute, umgebung());
+    [[nodiscard]] Ergebnissatz satz(std::optional<bool> urteil = true) const {
+        return satzAus(untersuchung, urteil, 1200, heute, umgebung());
     }
     [[nodiscard]] GeleseneUntersuchung gelesen() const {
         return untersuchungAus(satz(), umgebung());
@@ -121,7 +121,7 @@ Ergebnissatz fremderSatz() {
 } // namespace
 
 TEST(Untersuchungssatz, header_saysTheResolutionOfTheWings_notOfTheNextScan) {
-    Probe probe;
+    Satzprobe probe;
     EXPECT_TRUE(probe.satz().Grafik[0].startsWith(u"CI-HI 1200dpi;")); // no wings: as set
     probe.messe(1, Messart::AlleMessungen, 600);
     probe.messe(2, Messart::AlleMessungen, 2400);
@@ -138,7 +138,7 @@ TEST(Untersuchungssatz, header_saysTheResolutionOfTheWings_notOfTheNextScan) {
 TEST(Untersuchungssatz, fullExamination_comesBackWhoeverWroteAndReadsIt) {
     for (int sprache = 0; sprache < anzahlSprachen; ++sprache) {
         for (const Zahlenformat& schreiber : {punkt, komma}) {
-            Probe probe;
+            Satzprobe probe;
             probe.format = schreiber;
             probe.texte.SpracheEinstellen(sprache);
             probe.untersuchung.setzeAngaben(volleAngaben());
@@ -149,7 +149,7 @@ TEST(Untersuchungssatz, fullExamination_comesBackWhoeverWroteAndReadsIt) {
             probe.nimm({{2, 0, 1}, {3, 1, 2}, {2, 2, 0}});
             const Ergebnissatz satz = probe.satz();
 
-            Probe leser;
+            Satzprobe leser;
             leser.format = schreiber.dezimal == u',' ? punkt : komma;
             leser.texte.SpracheEinstellen((sprache + 1) % anzahlSprachen);
             const GeleseneUntersuchung gelesen = untersuchungAus(satz, leser.umgebung());
@@ -160,7 +160,7 @@ TEST(Untersuchungssatz, fullExamination_comesBackWhoeverWroteAndReadsIt) {
             EXPECT_FALSE(gelesen.reihe.geändert());
             EXPECT_EQ(gelesen.datum, heute);
             EXPECT_EQ(gelesen.auflösung, 1200);
-            EXPECT_TRUE(gelesen.EntsprichtRasse);
+            EXPECT_EQ(gelesen.urteil, true);
             EXPECT_EQ(gelesen.rasse, std::nullopt);
 
             // Stored again by the first program, the row is the same to the letter.
@@ -172,7 +172,7 @@ TEST(Untersuchungssatz, fullExamination_comesBackWhoeverWroteAndReadsIt) {
 }
 
 TEST(Untersuchungssatz, row_hasTheWordsAndLayoutsThatOthersRead) {
-    Probe probe;
+    Satzprobe probe;
     probe.trageEin(7, {.CI = 2.314159F, .HI = 0.9930112F, .DV = 0.4213562F, .fehler = {}});
     probe.trageEin(8, {.CI = 0.0F, .HI = {}, .DV = {}, .fehler = {}});
     probe.trageEin(9, {.CI = {}, .HI = 1.25F, .DV = -0.25F, .fehler = {}});
@@ -203,7 +203,7 @@ TEST(Untersuchungssatz, row_hasTheWordsAndLayoutsThatOthersRead) {
 }
 
 TEST(Untersuchungssatz, emptyExamination_hasNoTextOfLengthZero) {
-    Probe probe;
+    Satzprobe probe;
     Ergebnissatz satz = probe.satz();
     for (QString Ergebnissatz::*text :
          {&Ergebnissatz::U_NR, &Ergebnissatz::ZB_NR, &Ergebnissatz::Z_NAME, &Ergebnissatz::B_NAME,
@@ -220,7 +220,7 @@ TEST(Untersuchungssatz, emptyExamination_hasNoTextOfLengthZero) {
 }
 
 TEST(Untersuchungssatz, wingsOfEveryKind_keepNumbersAndValues) {
-    Probe probe;
+    Satzprobe probe;
     for (int nummer = 1; nummer <= Messreihe::HöchsteFlügelzahl; ++nummer) {
         probe.messe(nummer, nummer % 3 == 0 ? Messart::NurCubitalindex : Messart::Korrelation);
     }
@@ -233,7 +233,7 @@ TEST(Untersuchungssatz, wingsOfEveryKind_keepNumbersAndValues) {
 }
 
 TEST(Untersuchungssatz, wingOfCubitalIndexZero_isGoneAndTheOthersKeepTheirNumbers) {
-    Probe probe;
+    Satzprobe probe;
     for (qint16 nummer = 1; nummer <= 3; ++nummer) {
         const float CI = nummer == 2 ? 0.0F : 2.5F;
         probe.trageEin(nummer, {.CI = CI, .HI = {}, .DV = {}, .fehler = {}});
@@ -245,14 +245,14 @@ TEST(Untersuchungssatz, wingOfCubitalIndexZero_isGoneAndTheOthersKeepTheirNumber
 }
 
 TEST(Untersuchungssatz, bodyMarks_comeBackExactly) {
-    const auto erwarteZurück = [](const Probe& probe) {
+    const auto erwarteZurück = [](const Satzprobe& probe) {
         const GeleseneUntersuchung gelesen = probe.gelesen();
         EXPECT_THAT(gelesen.nichtGelesen, IsEmpty());
         EXPECT_EQ(gelesen.merkmale, probe.untersuchung.merkmale());
         EXPECT_EQ(MerkmaleAuswerten(gelesen.merkmale, probe.OhneHaarlänge),
                   MerkmaleAuswerten(probe.untersuchung.merkmale(), probe.OhneHaarlänge));
     };
-    Probe probe;
+    Satzprobe probe;
     // 2R before 1R and f before ff: the stored letters alone would turn them round.
     probe.nimm({{3, 0, 2}, {2, 1, 1}, {3, 2, 1}, {0, 0, 0}});
     Merkmale lücke = probe.untersuchung.merkmale();
@@ -275,7 +275,7 @@ TEST(Untersuchungssatz, bodyMarks_comeBackExactly) {
 }
 
 TEST(Untersuchungssatz, marksChangedByAnotherProgram_winOverTheExactOnes) {
-    Probe probe;
+    Satzprobe probe;
     probe.nimm({{3, 0, 2}, {2, 1, 1}});
     Ergebnissatz satz = probe.satz();
     satz.MERKMAL = u"L#001;OkF; "_s;
@@ -289,7 +289,7 @@ TEST(Untersuchungssatz, marksChangedByAnotherProgram_winOverTheExactOnes) {
 }
 
 TEST(Untersuchungssatz, contradictorySums_neverMakeTheSummaryTooLong) {
-    Probe probe;
+    Satzprobe probe;
     Merkmale merkmale;
     merkmale.Modus = Merkmalmodus::Summen;
     merkmale.Summen = {1, 0, 0, 0, 300, 300, 300, 300, 300, 300};
@@ -299,7 +299,7 @@ TEST(Untersuchungssatz, contradictorySums_neverMakeTheSummaryTooLong) {
 }
 
 TEST(Untersuchungssatz, date_isTodayWhenColonyDataChangedElseTheStoredOne) {
-    Probe probe;
+    Satzprobe probe;
     const QDate damals(2023, 6, 1);
     EXPECT_EQ(probe.satz().DATUM, heute);
     probe.untersuchung.lade(volleAngaben(), {}, {}, damals);
@@ -312,7 +312,7 @@ TEST(Untersuchungssatz, date_isTodayWhenColonyDataChangedElseTheStoredOne) {
 }
 
 TEST(Untersuchungssatz, raceOutsideTheList_isTheFourthAndKeepsItsName) {
-    Probe probe;
+    Satzprobe probe;
     Ergebnissatz satz = fremderSatz();
     satz.RASSE = u"Caucasica"_s;
     GeleseneUntersuchung gelesen = untersuchungAus(satz, probe.umgebung());
@@ -325,13 +325,43 @@ TEST(Untersuchungssatz, raceOutsideTheList_isTheFourthAndKeepsItsName) {
     EXPECT_EQ(probe.satz().RASSE, u"Buckfast"_s);
 }
 
+TEST(Untersuchungssatz, examinationThatWasNotJudged_comesBackAsSuch) {
+    Satzprobe probe;
+    Indizes indizes;
+    indizes.CI = 2.3F;
+    probe.trageEin(1, indizes);
+    Ergebnissatz satz = probe.satz(std::nullopt);
+    EXPECT_EQ(satz.ERGEBNIS, u"Nein"_s);
+    GeleseneUntersuchung gelesen = untersuchungAus(satz, probe.umgebung());
+    EXPECT_EQ(gelesen.urteil, std::nullopt);
+    EXPECT_EQ(gelesen.zusatz.Urteil, Ablageurteil::Unbeurteilt);
+    EXPECT_EQ(untersuchungAus(probe.satz(false), probe.umgebung()).urteil, false);
+
+    satz.ERGEBNIS = u"Oui"_s; // another program judged it since
+    EXPECT_EQ(untersuchungAus(satz, probe.umgebung()).urteil, true);
+
+    Ergebnissatz leerer = Satzprobe().satz(true); // as former versions stored it
+    leerer.Grafik[3].clear();
+    EXPECT_EQ(untersuchungAus(leerer, probe.umgebung()).urteil, std::nullopt);
+
+    // The journal keeps what a verdict is worth, too.
+    for (const auto urteil : {Ablageurteil::Keines, Ablageurteil::Ja, Ablageurteil::Nein}) {
+        Beiangaben angaben;
+        angaben.zusatz.Urteil = urteil;
+        angaben.zusatz.merkmaleUnlesbar = true;
+        const Gelesen<Beisatz> bei = beiangabenAusSatz(beisatz(angaben, {}));
+        EXPECT_TRUE(bei.vollständig);
+        EXPECT_EQ(bei.inhalt.angaben.zusatz, angaben.zusatz);
+    }
+}
+
 TEST(Untersuchungssatz, rowOfAnotherProgram_isReadAsFarAsItGoes) {
-    const Probe probe;
+    const Satzprobe probe;
     const GeleseneUntersuchung gelesen = untersuchungAus(fremderSatz(), probe.umgebung());
     EXPECT_THAT(gelesen.nichtGelesen, IsEmpty());
     EXPECT_EQ(gelesen.angaben.Tiere, Geschlecht::Arbeiterinnen);
     EXPECT_EQ(gelesen.angaben.Rasse, 0);
-    EXPECT_TRUE(gelesen.EntsprichtRasse);
+    EXPECT_EQ(gelesen.urteil, true);
     EXPECT_EQ(gelesen.auflösung, 600);
     EXPECT_THAT(gelesen.reihe.nummern(), ElementsAre(1, 3, 4));
     EXPECT_THAT(klassenCI(gelesen.reihe), ElementsAre(12, 21));
@@ -363,7 +393,7 @@ TEST(Untersuchungssatz, damagedColumns_areNamedAndTheRestIsRead) {
                    : satz.Grafik[static_cast<std::size_t>(spalte.back().digitValue() - 1)];
     };
     const QString wing1 = u"#001;2,31;12,3; "_s;
-    const Probe probe;
+    const Satzprobe probe;
     for (const Schaden& s : {
              Schaden{u"CI"_s, wing1 + u"#002;2,31;12"_s, {1}}, // cut short
              {u"CI"_s, wing1 + wing1, {1}},
@@ -408,7 +438,7 @@ TEST(Untersuchungssatz, damagedColumns_areNamedAndTheRestIsRead) {
 }
 
 TEST(Untersuchungssatz, exactMarksThatNobodyCouldEnter_giveWayToTheRecord) {
-    const Probe probe;
+    const Satzprobe probe;
     for (const QString& nummer : {u"ab0"_s, u"-00"_s, u"0  "_s}) {
         Ergebnissatz satz;
         satz.A_D = u"Workers"_s;
@@ -420,7 +450,7 @@ TEST(Untersuchungssatz, exactMarksThatNobodyCouldEnter_giveWayToTheRecord) {
 }
 
 TEST(Untersuchungssatz, fieldsOfALaterVersion_areKeptAndStoredAgain) {
-    Probe probe;
+    Satzprobe probe;
     probe.messe(7);
     probe.trageEin(9, {.CI = 2.0F, .HI = {}, .DV = {}, .fehler = {}});
     Ergebnissatz satz = probe.satz();
@@ -432,7 +462,7 @@ TEST(Untersuchungssatz, fieldsOfALaterVersion_areKeptAndStoredAgain) {
     EXPECT_THAT(gelesen.nichtGelesen, IsEmpty());
     EXPECT_EQ(gelesen.reihe.messung(7)->bild.größe, QSize(30, 20));
     EXPECT_THAT(gelesen.reihe.ausgelassene(), ElementsAre(9));
-    Probe wieder;
+    Satzprobe wieder;
     wieder.untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
                              gelesen.zusatz);
     const QString neu = wieder.satz().Grafik[3];
@@ -444,7 +474,7 @@ TEST(Untersuchungssatz, fieldsOfALaterVersion_areKeptAndStoredAgain) {
 }
 
 TEST(Untersuchungssatz, whatWingsWereMeasuredFrom_comesBackAndOlderVersionsSayThatTheyMissIt) {
-    Probe probe;
+    Satzprobe probe;
     const auto misst = [&probe](qint16 nummer, const Bildkennung& bild, Punktherkunft herkunft) {
         Flügelmessung m;
         m.punkte = flügelpunkte(nummer, m.messart);
@@ -466,6 +496,7 @@ TEST(Untersuchungssatz, whatWingsWereMeasuredFrom_comesBackAndOlderVersionsSayTh
     Untersuchungszusatz zusatz;
     zusatz.Grenzen = u"CI 2=1;%"_s;
     zusatz.Herkunft = u"Völker 5.Bee"_s;
+    zusatz.Urteil = Ablageurteil::Ja; // what the row says
     probe.untersuchung.setzeZusatz(zusatz);
     const Ergebnissatz satz = probe.satz();
     EXPECT_TRUE(satz.Grafik[3].contains(
@@ -481,7 +512,7 @@ TEST(Untersuchungssatz, whatWingsWereMeasuredFrom_comesBackAndOlderVersionsSayTh
 }
 
 TEST(Untersuchungssatz, anyGarbage_givesAnExaminationThatCanBeStoredAgain) {
-    Probe probe;
+    Satzprobe probe;
     probe.untersuchung.setzeAngaben(volleAngaben());
     for (int nummer = 1; nummer <= 4; ++nummer) {
         probe.messe(nummer);
@@ -514,7 +545,7 @@ TEST(Untersuchungssatz, anyGarbage_givesAnExaminationThatCanBeStoredAgain) {
 }
 
 TEST(Untersuchung, loadingAndBeginning_replaceEverythingAndCountAsUnchanged) {
-    Probe probe;
+    Satzprobe probe;
     probe.messe(1);
     probe.nimm({{0, 0, 0}});
     const Messreihe& reihe = probe.untersuchung.reihe(); // as measuring keeps it

@@ -1,0 +1,197 @@
+// How firm a verdict is: intervals, margins, and the bees behind each check.
+
+#include "evaluation/kriterien.h"
+#include "evaluation/urteilstext.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+using namespace tarvel;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr auto A = Geschlecht::Arbeiterinnen;
+
+/// A series with wings of these cubital indices, numbered from 1.
+Messreihe reiheMit(const std::vector<float>& ci) {
+    Messreihe reihe;
+    for (std::size_t i = 0; i < ci.size(); ++i) {
+        Indizes indizes;
+        indizes.CI = ci[i];
+        reihe.trageEin(static_cast<qint16>(i + 1), indizes, {}, Zahlenformat());
+    }
+    return reihe;
+}
+
+Merkmale bienen(const std::vector<Merkmalwahl>& wahlen) {
+    Merkmale merkmale;
+    for (const Merkmalwahl& wahl : wahlen) {
+        EXPECT_TRUE(MerkmalÜbernehmen(merkmale, wahl, false));
+    }
+    return merkmale;
+}
+
+struct Kriterientest : testing::Test {
+    Messreihe reihe;
+    Merkmale merkmale;
+    Rassestandard standard;
+    Urteilsregeln regeln;
+    Prüfling prüfling{.reihe = reihe, .merkmale = merkmale};
+
+    [[nodiscard]] Beurteilung beurteilung() const {
+        return urteile(prüfling, standard, regeln).beurteilung;
+    }
+    [[nodiscard]] Kriterium kriterium(const QString& name) const {
+        const auto alle = kriterien(prüfling, urteile(prüfling, standard, regeln));
+        const auto k = std::find_if(alle.begin(), alle.end(), [&](const Kriterium& eines) {
+            return eines.prüfwert.name == name;
+        });
+        return k == alle.end() ? Kriterium{} : *k;
+    }
+};
+
+} // namespace
+
+// Figures from tables of the distributions.
+TEST(Sicherheit, intervals_areThoseOfWilsonAndStudent) {
+    for (const auto& [freiheitsgrade, t] : {std::pair{1, 12.706},
+                                            {2, 4.303},
+                                            {6, 2.447},
+                                            {7, 2.365},
+                                            {9, 2.262},
+                                            {29, 2.045},
+                                            {49, 2.010},
+                                            {199, 1.972}}) {
+        EXPECT_NEAR(studentT(freiheitsgrade), t, 0.0006) << freiheitsgrade;
+    }
+    for (const auto& [anzahl, gesamt, von, bis] : {std::tuple{0, 50, 0.0, 7.13},
+                                                   {1, 50, 0.35, 10.50},
+                                                   {5, 50, 4.35, 21.36},
+                                                   {25, 50, 36.64, 63.36},
+                                                   {50, 50, 92.87, 100.0},
+                                                   {1, 1, 20.65, 100.0}}) {
+        const Vertrauensintervall i = anteilsbereich(anzahl, gesamt);
+        EXPECT_NEAR(i.von, von, 0.01) << anzahl;
+        EXPECT_NEAR(i.bis, bis, 0.01) << anzahl;
+    }
+    const auto mittel = mittelbereich(
+        {.anzahl = 25, .mittelwert = 2.5, .minimum = 2, .maximum = 3, .standardabweichung = 0.5});
+    ASSERT_TRUE(mittel);
+    EXPECT_NEAR(mittel->von, 2.2936, 0.0001);
+    EXPECT_NEAR(mittel->bis, 2.7064, 0.0001);
+    EXPECT_EQ(mittelbereich({.anzahl = 1,
+                             .mittelwert = 2.5,
+                             .minimum = 2.5,
+                             .maximum = 2.5,
+                             .standardabweichung = {}}),
+              std::nullopt);
+}
+
+TEST_F(Kriterientest, openOutcome_saysHowManyWingsWouldMakeItFirm) {
+    // One wing of twenty in the range that allows 15 %: passes, but a few more could turn it.
+    std::vector<float> ci(20, 3.0F);
+    ci[4] = 2.1F; // class 17
+    reihe = reiheMit(ci);
+    const Kriterium k = kriterium(u"Klasse 0"_s);
+    EXPECT_FALSE(k.prüfwert.fett);
+    EXPECT_EQ(k.anzahl, 1);
+    EXPECT_EQ(k.gesamt, 20);
+    EXPECT_EQ(k.abstand(), 10);
+    EXPECT_THAT(k.flügel, ElementsAre(5));
+    EXPECT_EQ(k.gewissheit, Gewissheit::Offen);
+    ASSERT_TRUE(k.festAb);
+    EXPECT_EQ(festAb(k.anzahl, k.gesamt, 15.5, *k.festAb - 1), std::nullopt);
+
+    // Every wing beyond the limit: nothing can turn that.
+    reihe = reiheMit(std::vector<float>(20, 2.1F));
+    EXPECT_EQ(kriterium(u"Klasse 0"_s).gewissheit, Gewissheit::Sicher);
+    // A limit of none cannot be shown by any sample of wings, one of all cannot be missed.
+    standard.arbeiterinnen.max = {u"100%"_s, u"0%"_s};
+    EXPECT_EQ(kriterium(u"Klasse 0"_s).gewissheit, Gewissheit::ImmerErfüllt);
+    EXPECT_EQ(kriterium(u"Klasse 1"_s).festAb, std::nullopt);
+    reihe = {};
+    EXPECT_EQ(kriterium(u"Klasse 1"_s).gewissheit, Gewissheit::NichtGemessen);
+}
+
+TEST_F(Kriterientest, reasons_nameTheirBees) {
+    merkmale = bienen({{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {2, 1, 0}});
+    EXPECT_THAT(kriterium(u"1R"_s).bienen, ElementsAre(1, 3));
+    EXPECT_EQ(kriterium(u"1R"_s).anzahl, 2);
+    EXPECT_THAT(kriterium(u"l"_s).bienen, ElementsAre(2));
+    reihe = reiheMit({2.9F, 2.05F, 2.0F, 3.1F, 2.05F, 4.0F});
+    reihe.lassAus(3, true);
+    EXPECT_THAT(kriterium(u"Klasse 2"_s).flügel, ElementsAre(2, 5)); // the secondary peak
+    EXPECT_EQ(kriterium(u"Klasse 2"_s).gewissheit, Gewissheit::OhneStreuung);
+}
+
+TEST_F(Kriterientest, limitOfTheMean_holdsForTheUnroundedMeanAndPassesWhenEqual) {
+    merkmale = bienen({{0, 0, 0}});
+    standard.arbeiterinnen.max = {u"100%"_s, u"100%"_s};
+    standard.arbeiterinnen.Klasse[2] = u"30-30"_s;
+    Mittelgrenze& grenze = standard.arbeiterinnen.mittel;
+    grenze = {.CIMittel = 1, .Mittelwert = {23}, .Richtung = 0};
+    struct Fall {
+        std::vector<float> ci;
+        bool über, unter; ///< passes
+    };
+    for (const auto& [ci, über, unter] : {Fall{{2.3F, 2.3F, 2.3F}, true, true},
+                                          {{2.2F, 2.4F}, true, true},
+                                          {{2.3F, 2.299F}, false, true},
+                                          {{2.3F, 2.301F}, true, false}}) {
+        reihe = reiheMit(ci);
+        grenze.Richtung = 0;
+        EXPECT_EQ(beurteilung().urteil(), über) << ci.back();
+        grenze.Richtung = 1;
+        EXPECT_EQ(beurteilung().urteil(), unter) << ci.back();
+    }
+    reihe = reiheMit({3.0F, 3.1F, 3.05F});
+    EXPECT_EQ(kriterium(u"CI"_s).gewissheit, Gewissheit::Sicher);
+    Texte texte{QString()};
+    texte.SpracheDeutsch();
+    EXPECT_EQ(mangeltext(beurteilung().mängel().front(), texte, {u',', u'.'}),
+              u"Mittelwert CI 3,05, verlangt höchstens 2,3"_s);
+    grenze.CIMittel = 0;
+    EXPECT_EQ(beurteilung().urteil(), true);
+    reihe = {};
+    grenze.CIMittel = 1;
+    EXPECT_EQ(beurteilung().urteil(), true); // what was not measured fails nothing
+}
+
+TEST_F(Kriterientest, whatWasNotJudged_saysWhy) {
+    EXPECT_EQ(beurteilung().unbeurteilt, Unbeurteilt::NichtsGemessen);
+    reihe = reiheMit({3.0F});
+    EXPECT_EQ(beurteilung().unbeurteilt, std::nullopt);
+    for (const auto grund :
+         {Unbeurteilt::FremdeRasse, Unbeurteilt::MerkmaleUnlesbar, Unbeurteilt::Ausgeschaltet}) {
+        Prüfling anderer{.reihe = reihe,
+                         .merkmale = merkmale,
+                         .fremdeRasse = grund == Unbeurteilt::FremdeRasse,
+                         .merkmaleUnlesbar = grund == Unbeurteilt::MerkmaleUnlesbar};
+        regeln.BewertungAktiv = grund != Unbeurteilt::Ausgeschaltet;
+        const Beurteilung b = urteile(anderer, standard, regeln).beurteilung;
+        EXPECT_EQ(b.unbeurteilt, grund);
+        EXPECT_EQ(b.urteil(), std::nullopt);
+    }
+}
+
+TEST_F(Kriterientest, basis_saysWhatIsMissing) {
+    Texte texte{QString()};
+    texte.SpracheDeutsch();
+    reihe = reiheMit(std::vector<float>(12, 3.0F));
+    EXPECT_EQ(grundlagentext(beurteilung().umfang, texte),
+              u"12 von 50 Flügeln, Körpermerkmale fehlen: vorläufig"_s);
+    merkmale = {A, Merkmalmodus::Summen, {}, {50, 0, 0, 0, 49, 0, 0, 50, 0, 0}};
+    reihe = reiheMit(std::vector<float>(50, 3.0F));
+    EXPECT_FALSE(beurteilung().umfang.vorläufig());
+    EXPECT_EQ(grundlagentext(beurteilung().umfang, texte),
+              u"50 Flügel, Körpermerkmale von 50 Bienen, Merkmale verschieden vieler Bienen"_s);
+    regeln.SollBienen = 60;
+    texte.SpracheEinstellen(1);
+    EXPECT_EQ(
+        grundlagentext(beurteilung().umfang, texte),
+        u"50 wings, body marks of 50 of 60 bees, marks of unequal numbers of bees: preliminary"_s);
+}
