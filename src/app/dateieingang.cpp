@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <set>
 
 namespace tarvel {
@@ -46,7 +47,7 @@ Dateiart dateiart(const QString& pfad) {
 
 /// Lays a wing onto its picture, which lies beside the file that names it. Where there is none, it
 /// is turned over about its own middle, which leaves its shape right, and the picture is noted in
-/// @p ohneBild.
+/// @p ohneBild, to be laid in its place when the picture is found.
 void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneBild) {
     const QString bild = ordner.filePath(messung.bilddatei);
     // Whoever wrote the file may name any computer; the user chose only that of the file itself.
@@ -65,6 +66,44 @@ void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneB
         ohneBild << messung.bilddatei;
     }
     messung.punkte = gespiegelt(messung.punkte, eigeneHöhe(messung.punkte)).value();
+    messung.bilddatei = bildname(messung.bilddatei);
+    messung.ohneBildhöhe = true;
+}
+
+/// "1200 dpi: Flügel 001, 002 (assumed)", a line for each resolution and where it comes from. Empty
+/// when none comes from a scale, whose unit the file does not name.
+QStringList auflösungszeilen(const Koordinaten& koordinaten, const Messreihe& reihe,
+                             const Texte& t) {
+    enum class Herkunft { Datei, Maßstab, Angenommen };
+    std::map<std::pair<int, Herkunft>, QStringList> gruppen;
+    bool ausMaßstab = false;
+    int nummer = 0;
+    for (const Koordinatensatz& satz : koordinaten.flügel) {
+        const Flügelmessung* const flügel = reihe.messung(++nummer);
+        if (flügel == nullptr) {
+            continue;
+        }
+        Herkunft herkunft = Herkunft::Angenommen;
+        if (auflösungAus(satz)) {
+            herkunft = satz.maßstab ? Herkunft::Maßstab : Herkunft::Datei;
+        }
+        ausMaßstab = ausMaßstab || herkunft == Herkunft::Maßstab;
+        gruppen[{flügel->aufnahme.dpi, herkunft}] << dreistellig(nummer);
+    }
+    QStringList zeilen;
+    for (const auto& [gruppe, nummern] : gruppen) {
+        QString zeile =
+            t(Meldung::AuflösungDerFlügel)
+                .arg(QString::number(gruppe.first), t(Text::Flügel) + u' ' + nummern.join(u", "_s));
+        if (gruppe.second != Herkunft::Datei) {
+            zeile += u" ("_s +
+                     t(gruppe.second == Herkunft::Maßstab ? Meldung::AusMaßstab
+                                                          : Meldung::AngenommeneAuflösung) +
+                     u')';
+        }
+        zeilen << zeile;
+    }
+    return ausMaßstab ? zeilen : QStringList();
 }
 
 } // namespace
@@ -276,14 +315,25 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
     }
     dienste_.hinweise.zeige(
         {Meldung::KoordinatenEingelesen, {QString::number(nummern.size()), worte.join(u", "_s)}});
+    if (const QStringList zeilen =
+            verschieden ? auflösungszeilen(koordinaten, neu.reihe(), t) : QStringList();
+        !zeilen.isEmpty()) {
+        umgebung_.dialoge.bericht(
+            t(Text::Importieren),
+            t(Meldung::AuflösungenVerschieden).arg(QFileInfo(pfad).fileName()), zeilen);
+    }
     if (!ohneWerte.isEmpty()) {
         umgebung_.dialoge.bericht(t(Text::Importieren),
                                   t(Meldung::FlügelOhneWerte).arg(QString()).trimmed(), ohneWerte);
     }
     if (!ohneBild.isEmpty()) {
+        const bool benannt = ohneBild != QStringList(QString());
         for (QString& bild : ohneBild) {
             bild = t(Meldung::PunkteOhneBild)
                        .arg(bild.isEmpty() ? t(Meldung::DateiUnbekannt) : bildname(bild));
+        }
+        if (benannt) {
+            ohneBild << t(Meldung::PunkteKommenInsBild);
         }
         umgebung_.dialoge.meldung(t(Text::Importieren), ohneBild.join(u'\n'), Meldungsart::Hinweis);
     }

@@ -56,6 +56,7 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     untereinander->addStretch(1);
     links->setWidget(angaben);
     links->setWidgetResizable(true);
+    links->setFocusPolicy(Qt::NoFocus); // its fields scroll it; Tab need not stop between
     links->setFrameShape(QFrame::NoFrame);
     links->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     links->setMinimumWidth(kolonie->minimumSizeHint().width() + Rand);

@@ -39,6 +39,8 @@ Flügelbefehle::Flügelbefehle(const Umgebung& umgebung, Arbeitsplatz& arbeitspl
     fläche_.messplatz->beiAuskunft([this](int nummer) {
         return flügeltipp(arbeitsplatz_.reihe(), modelle_.zweifel(), nummer, umgebung_.texte);
     });
+    fläche_.messplatz->beiZweifel(
+        [this](int nummer) { return zweifelsgrad(modelle_.zweifel(), nummer); });
 }
 
 std::vector<int> Flügelbefehle::gewählte() const {

@@ -89,12 +89,18 @@ void Hinweisgeber::sageZweifel(int flügel) {
         return;
     }
     std::vector<Hinweis> sätze;
+    const bool aus = reihe.ausgelassen(flügel);
+    if (aus) {
+        sätze.push_back({Meldung::BleibtAusgelassen, {dreistellig(flügel)}});
+    }
     if (const std::vector<Flügelzweifel> zweifel = flügelzweifel(*messung); !zweifel.empty()) {
         sätze.push_back({Meldung::FlügelFraglich, {dreistellig(flügel)}});
         for (const Flügelzweifel& einer : zweifel) {
             sätze.push_back(hinweis(einer));
         }
-        sätze.push_back(Meldung::TasteLässtAus);
+        if (!aus) {
+            sätze.push_back(Meldung::TasteLässtAus);
+        }
     }
     // The first wing of a picture says whether its resolution can be right.
     const std::optional<double> länge = längeRadialzelle(messung->punkte, messung->aufnahme);

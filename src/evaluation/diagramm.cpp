@@ -65,7 +65,9 @@ Diagrammstil Diagrammstil::schwarzweiß(const QFont& schrift) {
 }
 
 Diagrammworte Diagrammworte::bildschirm(const Texte& texte) {
-    return protokoll(texte, ProtokolltexteStandard(texte));
+    Diagrammworte worte = protokoll(texte, ProtokolltexteStandard(texte));
+    worte.ausgelassen = texte(Meldung::AnzahlAusgelassen);
+    return worte;
 }
 
 Diagrammworte Diagrammworte::protokoll(const Texte& texte, const Protokolltexte& eigene) {
@@ -89,7 +91,16 @@ Diagrammworte Diagrammworte::protokoll(const Texte& texte, const Protokolltexte&
             .flügel = texte(Text::Flügel),
             .außerhalbDerAchse = texte(Meldung::AußerhalbDerAchse),
             .keineMessung = texte(Meldung::NochKeineMessung),
-            .keineKorrelation = texte(Meldung::NochKeineKorrelation)};
+            .keineKorrelation = texte(Meldung::NochKeineKorrelation),
+            .ausgelassen = {}};
+}
+
+QString flügelzahl(std::size_t n, int ausgelassen, const Diagrammworte& worte) {
+    QString text = QStringLiteral("n = %1").arg(n);
+    if (ausgelassen > 0 && !worte.ausgelassen.isEmpty()) {
+        text += QStringLiteral(" (%1)").arg(worte.ausgelassen.arg(ausgelassen));
+    }
+    return text;
 }
 
 float chartwert(const Messreihe& reihe, int nummer, float Chartwerte::*größe,

@@ -67,10 +67,14 @@ struct Diagrammworte {
     QString außerhalbDerAchse;
     QString keineMessung;
     QString keineKorrelation;
+    QString ausgelassen; ///< "%1 left out"; empty where the page around the chart says so
 
     [[nodiscard]] static Diagrammworte bildschirm(const Texte& texte);
     [[nodiscard]] static Diagrammworte protokoll(const Texte& texte, const Protokolltexte& eigene);
 };
+
+/// "n = 25 (2 left out)"
+[[nodiscard]] QString flügelzahl(std::size_t n, int ausgelassen, const Diagrammworte& worte);
 
 /// A place of a chart that stands for wings: a bar or a cross.
 struct Diagrammstelle {

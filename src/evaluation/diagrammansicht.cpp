@@ -38,6 +38,14 @@ void male(QPainter& painter, const QRectF& rahmen, const std::variant<Kurvenbild
     }
 }
 
+QString probe(const Kurvenbild& bild) {
+    return flügelzahl(bild.CI.flügel.size(), bild.CI.ausgelassen, bild.worte);
+}
+
+QString probe(const Korrelbild& bild) {
+    return flügelzahl(bild.flügel.size(), bild.ausgelassen, bild.worte);
+}
+
 } // namespace
 
 Diagrammansicht::Diagrammansicht(Art art, const Texte& texte, Dialoge& dialoge, QWidget* parent)
@@ -187,6 +195,7 @@ void Diagrammansicht::maleZweifelsmarken(QPainter& painter) {
             }
         }
         feld.moveTop(std::max(feld.top(), 0.0));
+        feld.moveRight(std::min(feld.right(), width() - 1.0));
         maleZweifel(painter, feld, grad);
     }
 }
@@ -281,7 +290,8 @@ void Diagrammansicht::focusOutEvent(QFocusEvent* event) {
 void Diagrammansicht::beschrifte() {
     std::visit([this](auto& bild) { bild.worte = Diagrammworte::bildschirm(texte_); }, bild_);
     setAccessibleName(titel());
-    setAccessibleDescription(texte_(Text::HinweisKreuzZeigen));
+    setAccessibleDescription(std::visit([](const auto& bild) { return probe(bild); }, bild_) +
+                             u'\n' + texte_(Text::HinweisKreuzZeigen));
     for (std::size_t i = 0; i < Formate.size(); ++i) {
         befehle_.at(i)->setText(texte_(Meldung::DiagrammSpeichern).arg(formatname(Formate.at(i))) +
                                 u" …"_s);

@@ -136,7 +136,7 @@ private:
         z_.text({RandLinks, 19}, Qt::AlignLeft,
                 gekürzt(bild_.worte.korrelation, titel, l_.fläche.width()), titel, stil_.schrift);
         const QString zahlen = eingepasst(l_.fläche.width(), normal_, [this](double breite) {
-            return u"n = %1"_s.arg(bild_.flügel.size()) +
+            return flügelzahl(bild_.flügel.size(), bild_.ausgelassen, bild_.worte) +
                    kennzahlen(bild_.worte.HI, bild_.HI, muster::HI, muster::HI, breite) +
                    kennzahlen(bild_.worte.DV, bild_.DV, muster::DV, muster::StreuungDV, breite);
         });
@@ -472,7 +472,11 @@ Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschle
     std::vector<float> HI;
     std::vector<float> DV;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
-        if (reihe.ausgelassen(zeile.nummer) || !getippteZahl(zeile.hi) || !getippteZahl(zeile.dv)) {
+        if (!getippteZahl(zeile.hi) || !getippteZahl(zeile.dv)) {
+            continue;
+        }
+        if (reihe.ausgelassen(zeile.nummer)) {
+            ++bild.ausgelassen;
             continue;
         }
         HI.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::HI, zeile.hi));

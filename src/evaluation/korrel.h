@@ -45,6 +45,7 @@ struct Korrelpunkt {
 /// All that the chart "Korrel" shows.
 struct Korrelbild {
     std::vector<Korrelpunkt> flügel;
+    int ausgelassen = 0; ///< wings with both figures that do not count
     Vertrauensbereich bereich;
     std::optional<Kennzahlen> HI;
     std::optional<Kennzahlen> DV;

@@ -95,7 +95,7 @@ private:
     /// "n = 25     s = 0.31"; the mean stands at its line.
     [[nodiscard]] QString kennzahlentext(const Feld& f) const {
         const Klassenverteilung& v = *f.verteilung;
-        QString text = u"n = %1"_s.arg(v.flügel.size());
+        QString text = flügelzahl(v.flügel.size(), v.ausgelassen, bild_.worte);
         if (v.kennzahlen && v.kennzahlen->standardabweichung) {
             text += u"     s = "_s + Format(*v.kennzahlen->standardabweichung,
                                             f.achse->streuungsformat, bild_.format);

@@ -38,6 +38,7 @@ struct Flügelklasse {
 /// The wings of a sample in the classes of one index.
 struct Klassenverteilung {
     std::vector<Flügelklasse> flügel;
+    int ausgelassen = 0;                  ///< wings with the index that do not count
     std::optional<Kennzahlen> kennzahlen; ///< of the index; empty without wings
     std::optional<double> grenzlinie;     ///< of the standard, in values of the index
 };

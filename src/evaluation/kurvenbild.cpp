@@ -61,6 +61,7 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     std::vector<float> CI;
     for (const CiZeile& zeile : reihe.ciZeilen()) {
         if (reihe.ausgelassen(zeile.nummer)) {
+            ++bild.CI.ausgelassen;
             continue;
         }
         bild.CI.flügel.push_back({zeile.nummer, klasseAusPosition(zeile.klasse)});
@@ -74,7 +75,11 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     std::vector<float> werte;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
         const QString& liste = hantel ? zeile.hi : zeile.dv;
-        if (reihe.ausgelassen(zeile.nummer) || !getippteZahl(liste)) {
+        if (!getippteZahl(liste)) {
+            continue;
+        }
+        if (reihe.ausgelassen(zeile.nummer)) {
+            ++bild.zweite.ausgelassen;
             continue;
         }
         const float wert =

@@ -63,7 +63,12 @@ Auflösungsfenster::Auflösungsfenster(const Texte& texte, const Messreihe& reih
         if (!pfade.insert(messung.bilddatei).second) {
             continue;
         }
-        const std::vector<int> darauf = reihe_.flügelAufBild(messung.bilddatei);
+        std::vector<int> darauf;
+        for (const auto& [andere, m] : reihe_.messungen()) {
+            if (m.bilddatei == messung.bilddatei) {
+                darauf.push_back(andere);
+            }
+        }
         if (messung.bilddatei == bild || flügel_.empty()) {
             vorwahl = static_cast<int>(flügel_.size());
         }

@@ -62,6 +62,7 @@ std::vector<GesuchtesBild> gesuchteBilder(const Messreihe& reihe) {
             bild = bilder.insert(bild, {.pfad = messung.bilddatei, .kennung = messung.bild});
         }
         bild->mindestens = bild->mindestens.expandedTo(ausdehnung(messung));
+        bild->ohneBildhöhe = bild->ohneBildhöhe || messung.ohneBildhöhe;
     }
     return bilder;
 }
@@ -155,14 +156,18 @@ bool Bildsuche::ist(const QString& pfad, const GesuchtesBild& bild) const {
 
 bool Bildsuche::gehörtZu(const GesuchtesBild& bild, const QString& pfad,
                          const Bildkennung& kennung) const {
-    if (!darfFragen(bild.pfad) || bild.pfad == pfad) {
+    if (!darfFragen(bild.pfad)) {
         return false;
+    }
+    if (bild.pfad == pfad) {
+        return bild.ohneBildhöhe && ist(pfad, bild);
     }
     if (!bild.kennung.marke.isEmpty()) {
         return bild.kennung == kennung && Bildort::aus(bild.pfad).seite == Bildort::aus(pfad).seite;
     }
+    const QFileInfo frühere(Bildort::aus(bild.pfad).datei);
     return geteilt(bild.pfad).name == geteilt(pfad).name &&
-           !QFileInfo::exists(Bildort::aus(bild.pfad).datei) && ist(pfad, bild);
+           !(frühere.isAbsolute() && frühere.exists()) && ist(pfad, bild);
 }
 
 } // namespace tarvel

@@ -18,6 +18,7 @@ struct GesuchtesBild {
     Bildkennung kennung;
     /// Pixels that the picture has at least, since points lie there.
     QSize mindestens = {0, 0};
+    bool ohneBildhöhe = false; ///< for some of its wings, see Flügelmessung
 
     bool operator==(const GesuchtesBild&) const = default;
 };
@@ -58,6 +59,9 @@ public:
     void setzeErgebnisdatei(const QString& pfad);
     /// The user says that the pictures that lay where @p bild did are in @p ordner now.
     void zeigeOrdner(const GesuchtesBild& bild, const QString& ordner);
+
+    /// In pixels; an invalid size when the file is no picture.
+    [[nodiscard]] QSize größe(const QString& pfad) const { return bildgröße_(pfad); }
 
     /// The user chose this file or folder: its computer may be asked.
     void vertraue(const QString& pfad);

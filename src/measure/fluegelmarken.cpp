@@ -18,7 +18,8 @@ std::vector<Marke> punktmarken(const Messpunkte& punkte) {
 }
 
 Erledigtmarken erledigtmarken(const Messreihe& reihe, const Messung& messung,
-                              const QString& bilddatei) {
+                              const QString& bilddatei,
+                              const std::function<Zweifelsgrad(int)>& zweifel) {
     Erledigtmarken marken;
     const int zoom = messung.aufnahme().Zoomfaktor;
     for (const auto& [nummer, flügel] : reihe.messungen()) {
@@ -29,7 +30,8 @@ Erledigtmarken erledigtmarken(const Messreihe& reihe, const Messung& messung,
         const QPointF mitte = flügelmitte(flügel).value_or(QPointF());
         const QString text = dreistellig(nummer);
         const bool aus = reihe.ausgelassen(nummer);
-        marken.imScan.push_back({.position = mitte, .text = text, .ausgelassen = aus});
+        marken.imScan.push_back(
+            {.position = mitte, .text = text, .ausgelassen = aus, .zweifel = zweifel(nummer)});
         marken.imBild.push_back({.position = mitte * zoom, .text = text, .ausgelassen = aus});
         for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
             if (flügel.punkte.gemessen(i)) {

@@ -3,6 +3,7 @@
 #include "measure/marken.h"
 #include "measure/messung.h"
 
+#include <functional>
 #include <vector>
 
 namespace tarvel {
@@ -17,8 +18,9 @@ struct Erledigtmarken {
 };
 
 /// Those of @p reihe on the picture @p bilddatei, as it is shown and zoomed in @p messung. The wing
-/// that is being repeated is not among them.
+/// that is being repeated is not among them. @p zweifel says how a wing is marked in the scan.
 [[nodiscard]] Erledigtmarken erledigtmarken(const Messreihe& reihe, const Messung& messung,
-                                            const QString& bilddatei);
+                                            const QString& bilddatei,
+                                            const std::function<Zweifelsgrad(int)>& zweifel);
 
 } // namespace tarvel

@@ -300,12 +300,24 @@ std::vector<int> ausreißer(const Messreihe& reihe) {
 }
 
 std::map<int, std::vector<Flügelzweifel>> flügelzweifel(const Messreihe& reihe) {
+    return Flügelprüfer().prüfe(reihe);
+}
+
+std::map<int, std::vector<Flügelzweifel>> Flügelprüfer::prüfe(const Messreihe& reihe) {
     std::map<int, std::vector<Flügelzweifel>> alle;
+    std::map<int, Geprüft> jetzt;
     for (const auto& [nummer, messung] : reihe.messungen()) {
-        if (std::vector<Flügelzweifel> zweifel = flügelzweifel(messung); !zweifel.empty()) {
-            alle[nummer] = std::move(zweifel);
+        auto bekannter = geprüfte_.extract(nummer);
+        if (bekannter.empty() || bekannter.mapped().messung != messung) {
+            jetzt[nummer] = {messung, flügelzweifel(messung)};
+        } else {
+            jetzt.insert(std::move(bekannter));
+        }
+        if (const auto& zweifel = jetzt[nummer].zweifel; !zweifel.empty()) {
+            alle[nummer] = zweifel;
         }
     }
+    geprüfte_ = std::move(jetzt);
     for (const int nummer : ausreißer(reihe)) {
         alle[nummer].push_back({Flügelzweifel::Art::AbseitsDerProbe, {}});
     }

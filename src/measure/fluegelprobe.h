@@ -56,6 +56,19 @@ struct Flügelzweifel {
 /// Every wing in doubt with its reasons; wings left out are looked at too, but not compared.
 [[nodiscard]] std::map<int, std::vector<Flügelzweifel>> flügelzweifel(const Messreihe& reihe);
 
+/// The same for a series that changes: only wings that did are examined anew.
+class Flügelprüfer {
+public:
+    [[nodiscard]] std::map<int, std::vector<Flügelzweifel>> prüfe(const Messreihe& reihe);
+
+private:
+    struct Geprüft {
+        Flügelmessung messung;
+        std::vector<Flügelzweifel> zweifel;
+    };
+    std::map<int, Geprüft> geprüfte_;
+};
+
 /// "Points 3 and 4 seem to be swapped."
 [[nodiscard]] Hinweis hinweis(const Flügelzweifel& zweifel);
 [[nodiscard]] QString text(const Flügelzweifel& zweifel, const Texte& texte);

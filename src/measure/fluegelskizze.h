@@ -17,7 +17,7 @@ public:
     [[nodiscard]] int nächster() const { return nächster_; }
 
     [[nodiscard]] QSize sizeHint() const override { return {220, 92}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 40}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 64}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -24,7 +24,7 @@ public:
     void setzeMarken(std::vector<Marke> marken);
 
     [[nodiscard]] QSize sizeHint() const override { return {220, 220}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 60}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 44}; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

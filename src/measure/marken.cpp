@@ -111,6 +111,8 @@ void maleErledigte(QPainter& painter, const QFont& schrift, const Marke& marke, 
         painter.setPen(marke.ausgelassen ? Kern : Hell);
         painter.setFont(nummern);
         painter.drawText(feld, Qt::AlignCenter, marke.text);
+        maleZweifel(painter, {feld.right() + Abstand + 2, feld.top(), feld.height(), feld.height()},
+                    marke.zweifel);
     }
     painter.restore();
 }
@@ -148,7 +150,9 @@ void maleZweifel(QPainter& painter, const QRectF& feld, Zweifelsgrad grad) {
 QRectF markenRahmen(const QFont& schrift, const Marke& marke, QPointF ort) {
     const QFont nummern = nummernschrift(schrift);
     QRectF feld = textfeld(nummern, marke.text, ort).adjusted(-Abstand, 0, Abstand, 0);
-    feld |= QRectF(ort - QPointF(feld.width(), feld.height()) / 2, feld.size());
+    // As wide again on both sides as the sign of doubt beside the plate.
+    feld |= QRectF(ort - QPointF(feld.width() / 2, feld.height() / 2), feld.size())
+                .adjusted(-feld.height(), 0, feld.height(), 0);
     feld |= QRectF(ort - QPointF(Ringradius, Ringradius), QSizeF(Ringradius, Ringradius) * 2);
     return feld.adjusted(-4, -4, 4, 4);
 }

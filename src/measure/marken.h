@@ -23,6 +23,8 @@ struct Marke {
     bool aktiv = false;
     /// A measured wing that is left out of the sample: its number is struck out on a light plate.
     bool ausgelassen = false;
+    /// A measured wing in doubt: its sign stands beside the number.
+    Zweifelsgrad zweifel = Zweifelsgrad::Keiner;
 
     bool operator==(const Marke&) const = default;
 };

@@ -26,9 +26,11 @@ public:
     virtual void setzeBild(const QString& pfad) = 0;
     /// See Messung::zeigtBild. Changes nothing that is observed.
     virtual void zeigtBild(const Bildkennung& bild) = 0;
-    /// The picture of measured wings is at @p jetzt now; see Messreihe::verlegeBild. With
-    /// @p messung so is that of the wing being measured, if it has the same path.
-    virtual void verlegeBild(const GesuchtesBild& bild, const QString& jetzt, bool messung) = 0;
+    /// The picture of measured wings is at @p jetzt now, @p größe in pixels; see
+    /// Messreihe::verlegeBild. With @p messung so is that of the wing being measured, if it has the
+    /// same path.
+    virtual void verlegeBild(const GesuchtesBild& bild, const QString& jetzt, QSize größe,
+                             bool messung) = 0;
     virtual void setzeZoom(int zoomfaktor) = 0;
     virtual void setzeMessart(Messart messart) = 0;
     virtual bool wiederhole(int nummer) = 0;

@@ -41,11 +41,12 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     QFont groß = lab_Flügel_->font();
     groß.setBold(true);
     lab_Flügel_->setFont(groß);
+    lab_Flügel_->setWordWrap(true); // a repeat must not widen the panel, and so move the picture
     lab_Fortschritt_->setObjectName(u"lab_Fortschritt"_s);
     lab_Fortschritt_->setAlignment(Qt::AlignRight);
     auto* kopf = new QHBoxLayout;
-    kopf->addWidget(lab_Flügel_);
-    kopf->addWidget(lab_Fortschritt_, 1);
+    kopf->addWidget(lab_Flügel_, 1);
+    kopf->addWidget(lab_Fortschritt_);
     layout->addLayout(kopf);
     layout->addWidget(skizze_);
     lab_Nächster_->setObjectName(u"lab_Nächster"_s);
@@ -230,7 +231,10 @@ void Messleiste::zeigeMittelwerte() {
             teile << texte_(name) + u'=' + mittel;
         }
     }
-    const QString anzahl = kennzahl(Kennzahlentabelle::Anzahl, Flügeltabelle::CI);
+    QString anzahl = kennzahl(Kennzahlentabelle::Anzahl, Flügeltabelle::CI);
+    if (modelle_.ausgelassene() > 0) {
+        anzahl += u", "_s + texte_(Meldung::AnzahlAusgelassen).arg(modelle_.ausgelassene());
+    }
     const QString fortschritt =
         texte_(modelle_.ausgelassene() > 0 ? Meldung::FortschrittAusgelassen : Meldung::Fortschritt)
             .arg(modelle_.flügelzahl())

@@ -167,7 +167,7 @@ bool Messplatz::ladeBild(const QString& pfad) {
         return false;
     }
     mitteDerReihe_.reset();
-    nichtZuÖffnen_.clear();
+    nichtZuÖffnen_ = {};
     befehle_.setzeBild(gewählt);
     mitte_ = offen_.mitte();
     if (einFlügel()) {
@@ -342,6 +342,7 @@ bool Messplatz::wiederhole(int nummer) {
         befehle_.gibWiederholungAuf(); // nothing may be replaced out of sight
         return false;
     }
+    wahl_({nummer}); // keys that mean chosen wings mean this one
     return true;
 }
 
@@ -358,13 +359,16 @@ void Messplatz::folge() {
 
 void Messplatz::folgeBild() {
     const QString pfad = messung_.bilddatei();
-    if (offen_.wechselt() || pfad == offen_.pfad() || (!pfad.isEmpty() && pfad == nichtZuÖffnen_)) {
+    const GesuchtesBild gesucht{.pfad = pfad, .kennung = messung_.stand().bild};
+    const bool gezeigt = pfad == offen_.pfad() && verträglich(gesucht.kennung, messung_.bild());
+    if (offen_.wechselt() || gezeigt || (!pfad.isEmpty() && gesucht == nichtZuÖffnen_)) {
         return;
     }
-    nichtZuÖffnen_.clear();
+    nichtZuÖffnen_ = {};
     const QString jetzt = pfad.isEmpty() ? QString() : offen_.findeWieder(pfad);
     if (jetzt.isEmpty() || !öffne(jetzt)) {
-        nichtZuÖffnen_ = messung_.bilddatei();
+        // By now it may be known to be elsewhere.
+        nichtZuÖffnen_ = {.pfad = messung_.bilddatei(), .kennung = messung_.stand().bild};
         offen_.schließe();
         leereBild();
         wechsle(Zustand::OhneBild);
@@ -436,7 +440,7 @@ void Messplatz::zeigePunkte() {
 }
 
 void Messplatz::zeigeErledigte() {
-    Erledigtmarken marken = erledigtmarken(reihe_, messung_, offen_.pfad());
+    Erledigtmarken marken = erledigtmarken(reihe_, messung_, offen_.pfad(), zweifel_);
     übersicht_->setzeErledigte(std::move(marken.imScan));
     bild_->setzeErledigte(std::move(marken.imBild));
 }

@@ -3,6 +3,7 @@
 #include "measure/lupenpaar.h"
 #include "measure/messeingabe.h"
 #include "measure/offenesbild.h"
+#include "measure/reihenmodelle.h"
 
 #include <QWidget>
 
@@ -42,6 +43,8 @@ public:
     void beiWahl(std::function<void(const std::vector<int>&)> h) { wahl_ = std::move(h); }
     /// What is said of a wing beside its number; empty for nothing.
     void beiAuskunft(std::function<QString(int)> h) { auskunft_ = std::move(h); }
+    /// How a measured wing is marked in the overview.
+    void beiZweifel(std::function<Zweifelsgrad(int)> h) { zweifel_ = std::move(h); }
 
     [[nodiscard]] Zustand zustand() const { return zustand_; }
     /// The picture that is shown.
@@ -121,14 +124,15 @@ private:
     std::function<void()> bildwunsch_ = [] {};
     std::function<void(const std::vector<int>&)> wahl_ = [](const std::vector<int>&) {};
     std::function<QString(int)> auskunft_ = [](int) { return QString(); };
+    std::function<Zweifelsgrad(int)> zweifel_ = [](int) { return Zweifelsgrad::Keiner; };
 
     const Texte& texte_;
     Messbefehle& befehle_;
     const Messung& messung_;
     const Messreihe& reihe_;
     Zustand zustand_ = Zustand::OhneBild;
-    QPointF mitte_;         ///< where measuring goes on, in pixels of the picture
-    QString nichtZuÖffnen_; ///< picture of the current wing that was told of already
+    QPointF mitte_;                    ///< where measuring goes on, in pixels of the picture
+    GesuchtesBild nichtZuÖffnen_ = {}; ///< picture of the current wing that was told of already
     /// Where the series goes on after the wing that is repeated.
     std::optional<QPointF> mitteDerReihe_;
 

@@ -1,6 +1,7 @@
 #include "measure/messreihe.h"
 
 #include "measure/indexmuster.h"
+#include "measure/koordinatendatei.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,6 +58,22 @@ void ordne(std::vector<Zeile>& zeilen) {
     zeilen.erase(std::unique(zeilen.begin(), zeilen.end(), gleich), zeilen.end());
 }
 
+/// Brings a wing that was turned over about its own middle to its place. False when it does not lie
+/// on a picture of that height.
+bool legeAufBild(Flügelmessung& flügel, QSize größe) {
+    const auto höhe = static_cast<float>(größe.height() * flügel.aufnahme.Zoomfaktor);
+    const std::optional<Messpunkte> wieGelesen =
+        gespiegelt(flügel.punkte, eigeneHöhe(flügel.punkte));
+    const std::optional<Messpunkte> gelegt =
+        wieGelesen ? gespiegelt(*wieGelesen, höhe) : std::nullopt;
+    if (gelegt) {
+        flügel.punkte = *gelegt;
+        flügel.bild.größe = größe;
+        flügel.ohneBildhöhe = false;
+    }
+    return gelegt.has_value();
+}
+
 /// @p wert where it is one, else the number of a line.
 float chartwert(float wert, const QString& zeilenwert) {
     if (std::isfinite(wert) && wert != Chartwerte::KeinWert) {
@@ -69,9 +86,7 @@ float chartwert(float wert, const QString& zeilenwert) {
 } // namespace
 
 bool liegtAuf(const Flügelmessung& flügel, const QString& bilddatei, const Bildkennung& bild) {
-    const bool andere =
-        !flügel.bild.marke.isEmpty() && !bild.marke.isEmpty() && flügel.bild != bild;
-    return flügel.bilddatei == bilddatei && !andere;
+    return flügel.bilddatei == bilddatei && verträglich(flügel.bild, bild) && !flügel.ohneBildhöhe;
 }
 
 Zeilenwörter zeilenwörter(const Texte& texte) {
@@ -317,11 +332,13 @@ std::vector<int> Messreihe::flügelAufBild(const QString& bilddatei, const Bildk
     return liste;
 }
 
-bool Messreihe::verlegeBild(const QString& bilddatei, const Bildkennung& bild,
-                            const QString& jetzt) {
+bool Messreihe::verlegeBild(const QString& bilddatei, const Bildkennung& bild, const QString& jetzt,
+                            QSize größe) {
     bool verlegt = false;
     for (auto& [nummer, messung] : messungen_) {
-        if (messung.bilddatei == bilddatei && messung.bild == bild && bilddatei != jetzt) {
+        const bool gemeint = messung.bilddatei == bilddatei && messung.bild == bild &&
+                             (bilddatei != jetzt || messung.ohneBildhöhe);
+        if (gemeint && (!messung.ohneBildhöhe || legeAufBild(messung, größe))) {
             messung.bilddatei = jetzt;
             verlegt = true;
         }

@@ -77,12 +77,16 @@ struct Flügelmessung {
     Aufnahme aufnahme;
     QString bilddatei; ///< full path of the picture
     Bildkennung bild = {};
+    /// y came counted from the lower edge of a picture whose height was not known, and was turned
+    /// over about the wing's own middle: the shape is right, the place on the picture is not.
+    bool ohneBildhöhe = false;
 
     bool operator==(const Flügelmessung&) const = default;
 };
 
 /// True when a wing was measured on the picture @p bilddatei. Where both contents are known they
-/// have to be the same: a later scan may have taken the name.
+/// have to be the same: a later scan may have taken the name. Never so for a wing whose place on
+/// its picture is not known.
 [[nodiscard]] bool liegtAuf(const Flügelmessung& flügel, const QString& bilddatei,
                             const Bildkennung& bild = {});
 
@@ -182,9 +186,10 @@ public:
     /// Wings measured on a picture, as liegtAuf() says.
     [[nodiscard]] std::vector<int> flügelAufBild(const QString& bilddatei,
                                                  const Bildkennung& bild = {}) const;
-    /// Notes where the picture of wings is now. That is no change of what was measured.
-    /// False when there are none of it.
-    bool verlegeBild(const QString& bilddatei, const Bildkennung& bild, const QString& jetzt);
+    /// Notes where the picture of wings is now, @p größe in pixels; wings whose place on it was not
+    /// known come to it. That is no change of what was measured. False when there are none of it.
+    bool verlegeBild(const QString& bilddatei, const Bildkennung& bild, const QString& jetzt,
+                     QSize größe);
     /// @}
 
     /// True since the last change that was not yet stored.

@@ -117,6 +117,7 @@ bool Messung::gibWiederholungAuf() {
     stand_.messart = vorher.messart;
     stand_.aufnahme = vorher.aufnahme;
     stand_.bilddatei = vorher.bilddatei;
+    stand_.bild = vorher.bild;
     NeuerFlügel();
     return true;
 }
@@ -209,9 +210,16 @@ bool Messung::wiederhole(int nummer) {
 }
 
 void Messung::stelleHer(const Flügelmessung& flügel, qint16 wiederholt) {
-    Messstand neu{flügel.messart, flügel.aufnahme, flügel.bilddatei, flügel.punkte, 0, {}};
+    Messstand neu{.messart = flügel.messart,
+                  .aufnahme = flügel.aufnahme,
+                  .bilddatei = flügel.bilddatei,
+                  .bild = flügel.bild,
+                  .punkte = flügel.punkte,
+                  .angefangen = 0,
+                  .wiederholung = {}};
     if (wiederholt != 0) {
-        neu.wiederholung = {wiederholt, stand_.messart, stand_.aufnahme, stand_.bilddatei};
+        neu.wiederholung = {wiederholt, stand_.messart, stand_.aufnahme, stand_.bilddatei,
+                            stand_.bild};
     }
     stand_ = std::move(neu);
 }
@@ -243,6 +251,7 @@ void Messung::setzeAuflösung(int dpi) {
 void Messung::setzeBilddatei(const QString& pfad) {
     gibWiederholungAuf();
     stand_.bilddatei = pfad;
+    stand_.bild = bild_;
     NeuerFlügel();
 }
 

@@ -40,6 +40,7 @@ struct Messstand {
     Messart messart = Messart::AlleMessungen;
     Aufnahme aufnahme;
     QString bilddatei;
+    Bildkennung bild = {}; ///< what it was told by; another file may have its name later
     Messpunkte punkte{messart};
     /// Number of a new wing that was entered in part before a fault stopped it; else 0.
     qint16 angefangen = 0;
@@ -49,6 +50,7 @@ struct Messstand {
         Messart messart;
         Aufnahme aufnahme;
         QString bilddatei;
+        Bildkennung bild = {};
 
         bool operator==(const Wiederholung&) const = default;
     };

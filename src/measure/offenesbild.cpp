@@ -53,7 +53,8 @@ void OffenesBild::nimm(Bilddatei datei) {
     wechselt_ = true;
     for (const GesuchtesBild& bild : gesuchteBilder(befehle_.reihe())) {
         if (zugang_.suche().gehörtZu(bild, pfad, befehle_.messung().bild())) {
-            befehle_.verlegeBild(bild, pfad, true); // measured where the picture was before
+            // measured where the picture was before
+            befehle_.verlegeBild(bild, pfad, datei_->größe(), true);
         }
     }
     wechselt_ = false;
@@ -62,9 +63,9 @@ void OffenesBild::nimm(Bilddatei datei) {
 
 QString OffenesBild::finde(const GesuchtesBild& gesucht) {
     const QString jetzt = zugang_.finde(gesucht);
-    if (!jetzt.isEmpty() && jetzt != gesucht.pfad) {
+    if (!jetzt.isEmpty()) {
         // A picture of that name which is open is another one.
-        befehle_.verlegeBild(gesucht, jetzt, gesucht.pfad != pfad());
+        befehle_.verlegeBild(gesucht, jetzt, zugang_.suche().größe(jetzt), gesucht.pfad != pfad());
     }
     return jetzt;
 }
@@ -74,13 +75,17 @@ QString OffenesBild::finde(const Flügelmessung& flügel) {
 }
 
 QString OffenesBild::findeWieder(const QString& pfad) {
-    if (QFileInfo(Bildort::aus(pfad).datei).isFile()) {
+    const Bildkennung& kennung = befehle_.messung().stand().bild;
+    const QString datei = Bildort::aus(pfad).datei;
+    if (QFileInfo(datei).isFile() &&
+        (kennung.marke.isEmpty() || inhaltsmarke(datei) == kennung.marke)) {
         return pfad;
     }
     const auto& messungen = befehle_.reihe().messungen();
-    const auto flügel = std::find_if(messungen.begin(), messungen.end(),
-                                     [&](const auto& m) { return m.second.bilddatei == pfad; });
-    return flügel == messungen.end() ? finde(GesuchtesBild{.pfad = pfad, .kennung = {}})
+    const auto flügel = std::find_if(messungen.begin(), messungen.end(), [&](const auto& m) {
+        return m.second.bilddatei == pfad && verträglich(m.second.bild, kennung);
+    });
+    return flügel == messungen.end() ? finde(GesuchtesBild{.pfad = pfad, .kennung = kennung})
                                      : finde(flügel->second);
 }
 
@@ -95,9 +100,7 @@ bool OffenesBild::öffneLetztes(const QString& pfad) {
         const GesuchtesBild gesucht = gesuchtesBild(befehle_.reihe(), messungen.rbegin()->second);
         if (const Bildfund fund = zugang_.suche().suche(gesucht);
             fund.art == Bildfund::Art::Gefunden) {
-            if (fund.pfad != gesucht.pfad) {
-                befehle_.verlegeBild(gesucht, fund.pfad, true);
-            }
+            befehle_.verlegeBild(gesucht, fund.pfad, zugang_.suche().größe(fund.pfad), true);
             orte += fund.pfad;
         }
     }

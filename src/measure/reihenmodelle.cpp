@@ -264,7 +264,7 @@ Reihenmodelle::Reihenmodelle(const Messreihe& reihe, const Texte& texte, Zahlenf
     , kennzahlen_(reihe, texte, format_) {}
 
 void Reihenmodelle::aktualisiere() {
-    zweifel_ = flügelzweifel(reihe_);
+    zweifel_ = prüfer_.prüfe(reihe_);
     const Zeilenwörter wörter = zeilenwörter(texte_);
     const auto nummern = [](const auto& zeilen) {
         std::vector<int> liste;

@@ -129,6 +129,7 @@ private:
     const Messreihe& reihe_;
     const Texte& texte_;
     Zahlenformat format_;
+    Flügelprüfer prüfer_;
     Zweifelsfälle zweifel_;
     Zeilenliste ci_;
     Zeilenliste hiDv_;

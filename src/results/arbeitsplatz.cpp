@@ -569,7 +569,8 @@ void Arbeitsplatz::sichere() {
     stand.flügel = {.punkte = messung_.punkte(),
                     .messart = messung_.messart(),
                     .aufnahme = messung_.aufnahme(),
-                    .bilddatei = messung_.bilddatei()};
+                    .bilddatei = messung_.bilddatei(),
+                    .bild = messung_.stand().bild};
     stand.wiederholt = messung_.wiederholt() ? messung_.nummer() : qint16{0};
     stand.ansicht = ansicht_;
     gesichert_ = sitzung_.merke(stand);

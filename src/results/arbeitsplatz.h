@@ -100,7 +100,8 @@ public:
     void NeuerFlügel();
     void setzeBild(const QString& pfad) override;
     void zeigtBild(const Bildkennung& bild) override { messung_.zeigtBild(bild); }
-    void verlegeBild(const GesuchtesBild& bild, const QString& jetzt, bool messung) override;
+    void verlegeBild(const GesuchtesBild& bild, const QString& jetzt, QSize größe,
+                     bool messung) override;
     void setzeZoom(int zoomfaktor) override;
     /// Kind and resolution that the user chose are remembered in the settings; those chosen while
     /// a wing is repeated are this wing's alone.

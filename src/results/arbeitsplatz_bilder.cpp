@@ -61,7 +61,8 @@ std::optional<int> Arbeitsplatz::bildauflösung() const {
                           : std::optional(reihe().messung(flügel.back())->aufnahme.dpi);
 }
 
-void Arbeitsplatz::verlegeBild(const GesuchtesBild& bild, const QString& jetzt, bool messung) {
+void Arbeitsplatz::verlegeBild(const GesuchtesBild& bild, const QString& jetzt, QSize größe,
+                               bool messung) {
     führeAus([&] {
         // States share series, and shall go on to do so.
         using Reihe = std::shared_ptr<const Messreihe>;
@@ -70,17 +71,18 @@ void Arbeitsplatz::verlegeBild(const GesuchtesBild& bild, const QString& jetzt, 
             Reihe& neu = verlegte[alt];
             if (!neu) {
                 Messreihe probe = *alt;
-                neu = probe.verlegeBild(bild.pfad, bild.kennung, jetzt)
+                neu = probe.verlegeBild(bild.pfad, bild.kennung, jetzt, größe)
                           ? std::make_shared<const Messreihe>(probe)
                           : alt;
             }
             return neu;
         };
         const auto stand = [&](Messstand alt) {
-            if (messung && alt.bilddatei == bild.pfad) {
+            if (messung && alt.bilddatei == bild.pfad && verträglich(alt.bild, bild.kennung)) {
                 alt.bilddatei = jetzt;
             }
-            if (messung && alt.wiederholung && alt.wiederholung->bilddatei == bild.pfad) {
+            if (messung && alt.wiederholung && alt.wiederholung->bilddatei == bild.pfad &&
+                verträglich(alt.wiederholung->bild, bild.kennung)) {
                 alt.wiederholung->bilddatei = jetzt;
             }
             return alt;

@@ -121,7 +121,8 @@ void Ausfuhr::nimmFlügel(const Ergebnissatz& satz, const GeleseneUntersuchung& 
             tabelle_.zelle(zelle);
         }
         const Flügelmessung* messung = gelesen.reihe.messung(nummer);
-        tabelle_.text(messung == nullptr ? QString() : messung->bilddatei);
+        // Read again, the points would be taken for places on that picture.
+        tabelle_.text(messung == nullptr || messung->ohneBildhöhe ? QString() : messung->bilddatei);
         tabelle_.text(messung == nullptr ? QString() : QString::number(messung->aufnahme.dpi));
         tabelle_.text(messung == nullptr ? QString()
                                          : QString::number(messung->aufnahme.Zoomfaktor));
@@ -144,12 +145,16 @@ void Ausfuhr::nimmPunkte(const Ergebnissatz& satz, const GeleseneUntersuchung& g
     };
     for (const auto& [nummer, messung] : gelesen.reihe.messungen()) {
         const QSize größe = messung.bild.größe;
+        std::optional<float> höhe;
+        if (größe.isValid()) {
+            höhe = static_cast<float>(größe.height());
+        } else if (!messung.ohneBildhöhe) {
+            höhe = höheDerDatei(messung.bilddatei);
+        }
         flügel.push_back({.nummer = nummer,
                           .name = satz.U_NR.trimmed() + u'/' + QString::number(nummer),
                           .messung = messung,
-                          .bildhöhe = größe.isValid()
-                                          ? std::optional(static_cast<float>(größe.height()))
-                                          : höheDerDatei(messung.bilddatei)});
+                          .bildhöhe = höhe});
     }
     const Tps tps = alsTps(flügel);
     tps_.inhalt += tps.inhalt;

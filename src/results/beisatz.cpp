@@ -229,9 +229,19 @@ bool liesHerkunft(QStringView text, Flügelmessung& m) {
     return verstanden;
 }
 
+QString lagetext(const Flügelmessung& m) {
+    return m.ohneBildhöhe ? u"eigene"_s : QString();
+}
+
+bool liesLage(QStringView text, Flügelmessung& m) {
+    m.ohneBildhöhe = text == u"eigene";
+    return m.ohneBildhöhe;
+}
+
 constexpr std::array Flügelfelder{Flügelfeld{u"Bild", größentext, liesGröße, true},
                                   Flügelfeld{u"Marke", markentext, liesMarke, true},
-                                  Flügelfeld{u"Punkte", herkunftstext, liesHerkunft, false}};
+                                  Flügelfeld{u"Punkte", herkunftstext, liesHerkunft, false},
+                                  Flügelfeld{u"Lage", lagetext, liesLage, false}};
 constexpr QStringView FeldAusgelassen = u"Ausgelassen";
 
 /// "Bild:3507x2480/Punkte:kkkkkkkk", empty when there is nothing to say. Without @p messung what

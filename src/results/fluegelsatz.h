@@ -59,6 +59,8 @@ namespace tarvel {
 //          Punkte                    a letter for how each of points 1 to 8 came about: k clicked,
 //                                    t by key, v moved afterwards, p proposed, e from a file,
 //                                    - unknown or not set
+//          Lage                      "eigene": the points do not lie in their place on the picture,
+//                                    see Flügelmessung::ohneBildhöhe
 //          Ausgelassen               1: the wing is left out of the sample
 //
 //                                    Fields of other names are kept and stored again.

@@ -69,6 +69,36 @@ TEST_F(Bildertest, resolutionOfThePicture_isOffered_andNeverWrittenAsAPosition) 
     EXPECT_THAT(status().toStdString(), HasSubstr("1600 dpi")); // the same picture is open
 }
 
+TEST_F(Bildertest, resolutionSetForTheNextScan_leavesTheMeasuredWingsTheirs) {
+    ASSERT_TRUE(starte());
+    hg().resize(1280, 800);
+    const auto wähleAuflösung = [this](const QString& wert) {
+        auto& box = kind<QComboBox>(u"cbo_dpi"_s);
+        box.setCurrentText(wert);
+        Q_EMIT box.activated(box.currentIndex());
+    };
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    wähleAuflösung(u"2400 dpi"_s);
+    klickeFlügel();
+    const float DV = reihe().chartwerte(1).DV;
+    const QString zeile = reihe().hiDvZeilen().at(0).dv;
+    wähleAuflösung(u"1200 dpi"_s);
+    EXPECT_THAT(
+        hinweis().toStdString(),
+        HasSubstr("1200 dpi gelten für die nächsten Flügel. Gemessene Flügel dieses Bildes, "
+                  "die bei ihrer Auflösung bleiben: 1"));
+    wähle(u"men_Datei_2"_s);
+    EXPECT_FALSE(hg().untersuchung().geändert());
+    ASSERT_TRUE(hg().close());
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(dpi(), 2400);
+    EXPECT_EQ(reihe().hiDvZeilen().at(0).dv, zeile);
+    EXPECT_FLOAT_EQ(reihe().chartwerte(1).DV, DV);
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"2400 dpi"_s);
+    wähle(u"men_Datei_0"_s);
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"1200 dpi"_s);
+}
+
 TEST_F(Bildertest, resolutionOfMeasuredWings_isCorrectedAfterShowingTheChange_inOneStep) {
     ASSERT_TRUE(starte());
     missFlügel();

@@ -5,6 +5,7 @@
 #include <QListView>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWheelEvent>
 
 using namespace tarvel;
@@ -82,6 +83,50 @@ TEST_F(Eingabetest, digitWhileMeasuring_belongsToThePicture) {
     }
     EXPECT_EQ(hg().untersuchung().angaben().KNr, u"007"_s);
     EXPECT_EQ(hg().untersuchung().angaben().Name, u"7"_s);
+}
+
+TEST_F(Eingabetest, tab_followsTheWork) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    const auto gehe = [](QWidget& fenster, QWidget& erster) {
+        fenster.activateWindow();
+        erster.setFocus();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == &erster; }));
+        QStringList weg;
+        do {
+            weg << QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QWidget* jetzt = QApplication::focusWidget();
+            if (jetzt == nullptr || !fenster.isAncestorOf(jetzt)) {
+                return weg << u"out of the window"_s;
+            }
+        } while (QApplication::focusWidget() != &erster && weg.size() < 100);
+        return weg;
+    };
+    EXPECT_EQ(
+        gehe(hg(), bild()).join(u' ').toStdString(),
+        "Bild cbo_dpi Leiste_CI Leiste_HI_DV txt_UNr txt_LV txt_ZNr txt_KNr txt_Jahr cbo_Name "
+        "cbo_Besitzer txt_Volk cbo_Begattung cbo_Rasse cbo_Geschlecht");
+    klickeFlügel();
+    wähle(u"men_Datei_2"_s);
+    const std::tuple<QString, QString, std::string> wege[] = {
+        {u"men_Bearbeiten_20"_s, u"cbo_Bild"_s,
+         "cbo_Bild cbo_Auflösung tab_Wechsel bef_Abbrechen"}, // nothing to change yet
+        {u"men_Datei_1"_s, u"Grid"_s, "Grid bef_Öffnen bef_Abbrechen"},
+        {u"men_Extras_9"_s, u"chk_Nummer"_s,
+         "chk_Nummer txt_Kurzzeichen txt_Zielzahl opt_Betriebsart_0 chk_OhneHaarlänge txt_Rasse "
+         "cbo_RasseStart cbo_dpi opt_Zoom_0 opt_Kurvenform_0 opt_CubiDis_0 txt_Arbeit_0 "
+         "bef_Durchsuchen_0 txt_Arbeit_3 bef_Durchsuchen_3 bef_OK bef_Abbrechen "
+         "qt_tabwidget_tabbar"}};
+    for (const auto& [befehl, erster, weg] : wege) {
+        QTimer::singleShot(0, [&, anfang = erster, erwartet = weg] {
+            QWidget& fenster = *QApplication::activeModalWidget();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&fenster));
+            auto& feld = tarvel::kind<QWidget>(fenster, anfang);
+            EXPECT_EQ(gehe(fenster, feld).join(u' ').toStdString(), erwartet);
+            fenster.close();
+        });
+        wähle(befehl);
+    }
 }
 
 TEST_F(Eingabetest, doubleClickInTheOverview_setsNoPoint) {

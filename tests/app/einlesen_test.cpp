@@ -168,6 +168,21 @@ TEST_F(Einlesetest, wingsOfSeveralResolutions_keepTheirOwnAndTheOthersAreAskedFo
     QByteArray tps = "LM=8\n400 50\n92 75\n360 56\n288 62\n286 116\n237 147\n216 143\n292 201\n";
     ASSERT_TRUE(hg().öffneDatei(datei(tps + "ID=1\nSCALE=0.02117\n", u"maß.tps"_s)));
     EXPECT_TRUE(dialoge.auswahlen.last().contains(u"Millimeter je Bildpunkt"_s));
+
+    // Scales that differ say nothing about their unit: what was made of them is not overlooked.
+    EXPECT_THAT(dialoge.meldungen, SizeIs(1)); // that there is no picture
+    dialoge.antworten = {Antwort::Nein};
+    const QString maße =
+        datei(tps + "ID=1\nSCALE=0.02117\n" + tps + "ID=2\nSCALE=0.01058\n" + tps + "ID=3\n",
+              u"maße.tps"_s);
+    ASSERT_TRUE(hg().öffneDatei(maße));
+    EXPECT_EQ(reihe().messung(2)->aufnahme.dpi, 2401);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(3));
+    for (const QString& teil :
+         {u"1200 dpi: Flügel 001 (aus SCALE"_s, u"2401 dpi: Flügel 002 (aus"_s,
+          u"2400 dpi: Flügel 003 (angenommen)"_s}) {
+        EXPECT_TRUE(dialoge.meldungen[1].contains(teil)) << qPrintable(dialoge.meldungen[1]);
+    }
 }
 
 TEST_F(Einlesetest, pictureThatIsNone_isNotAskedForItsSizeAndTheWingsAreTaken) {
@@ -337,6 +352,48 @@ TEST_F(Einlesetest, tpsWithoutThePicture_isWrittenOnlyOfWingsThatKeepItsSizeAndN
     ASSERT_THAT(dialoge.meldungen, SizeIs(2));
     EXPECT_TRUE(dialoge.meldungen[1].contains(u"/1 (flügel 100%.png)"_s));
     EXPECT_FALSE(QFile::exists(ordner.filePath(u"c.tps"_s)));
+}
+
+TEST_F(Einlesetest, tpsWhosePictureIsFoundLater_hasItsPointsInTheirPlaceThen) {
+    enum class Fund { VonHand, BeimWiederholen, NachDemSpeichern };
+    missFlügel();
+    const Messpunkte gemessen = reihe().messung(1)->punkte;
+    const QString tps = ordner.filePath(u"a.tps"_s);
+    dialoge.dateien = {tps};
+    wähle(u"men_Datei_21"_s);
+    const QString bildpfad = ordner.filePath(u"flügel 100%.png"_s);
+    const QString fort = ordner.filePath(u"fort.png"_s);
+    for (const Fund fund : {Fund::VonHand, Fund::BeimWiederholen, Fund::NachDemSpeichern}) {
+        ASSERT_TRUE(QFile::rename(bildpfad, fort));
+        dialoge.antworten = {Antwort::Nein};
+        ASSERT_TRUE(hg().öffneDateien({tps}));
+        EXPECT_TRUE(dialoge.meldungen.last().contains(u"kommen sie an ihren Ort"_s));
+        EXPECT_NE(reihe().messung(1)->punkte.PunktY, gemessen.PunktY);
+        if (fund == Fund::NachDemSpeichern) {
+            wähle(u"men_Datei_2"_s);
+            ASSERT_TRUE(hg().close());
+            ASSERT_TRUE(starte());
+        }
+        ASSERT_TRUE(QFile::rename(fort, bildpfad));
+        // Not even where the picture is there for anybody to see, before it was looked at.
+        dialoge.dateien = {ordner.filePath(u"b.tps"_s)};
+        wähle(u"men_Datei_21"_s);
+        EXPECT_FALSE(QFile::exists(ordner.filePath(u"b.tps"_s)));
+        dialoge.dateien = {bildpfad};
+        if (fund == Fund::VonHand) {
+            ASSERT_TRUE(hg().ladeBild(bildpfad));
+        } else {
+            dialoge.antworten = {Antwort::Ja, Antwort::Ja};
+            wähle(u"men_Bearbeiten_1"_s);
+            EXPECT_TRUE(bild().isVisible());
+        }
+        EXPECT_EQ(reihe().messung(1)->bilddatei, bildpfad);
+        EXPECT_EQ(reihe().messung(1)->punkte.PunktY, gemessen.PunktY);
+        QFile::remove(ordner.filePath(u"c.tps"_s));
+        dialoge.dateien = {ordner.filePath(u"c.tps"_s)};
+        wähle(u"men_Datei_21"_s);
+        EXPECT_EQ(inhalt(u"c.tps"_s), inhalt(u"a.tps"_s));
+    }
 }
 
 TEST_F(Einlesetest, exportThatCannotBe_isToldAndWritesNothing) {

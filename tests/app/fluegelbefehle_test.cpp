@@ -4,8 +4,10 @@
 #include "evaluation/diagrammansicht.h"
 #include "measure/reihenmodelle.h"
 
+#include <QHelpEvent>
 #include <QListView>
 #include <QTableView>
+#include <QToolTip>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -14,6 +16,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::SizeIs;
 
 namespace {
 
@@ -59,6 +62,17 @@ TEST_F(Flügeltest, key_leavesTheChosenWingOutAndTakesItBack) {
     EXPECT_THAT(reihe().ausgelassene(), ElementsAre(2));
     EXPECT_EQ(kind<QLabel>(u"lab_Fortschritt"_s).text(), u"1 von 50, 1 ausgelassen"_s);
     EXPECT_EQ(hinweis(), u"1 Flügel ausgelassen: 002"_s);
+    EXPECT_TRUE(
+        kind<QLabel>(u"lab_Statistik"_s).text().startsWith(u"Mittelwert (1, 1 ausgelassen):"_s));
+    const char* const gesagt[] = {"n = 1 (1 ausgelassen)\n", "n = 1 (1 left out)\n",
+                                  "n = 1 (écartées : 1)\n"};
+    for (const int sprache : {1, 2, 0}) {
+        wähle(u"men_Sprache_%1"_s.arg(sprache));
+        for (const QString& bild : {u"pic_Kurven"_s, u"pic_Korrel"_s}) {
+            EXPECT_TRUE(kind<QWidget>(bild).accessibleDescription().startsWith(
+                QString::fromUtf8(gesagt[sprache])));
+        }
+    }
     drücke(Qt::Key_D, Qt::ControlModifier);
     EXPECT_THAT(reihe().ausgelassene(), IsEmpty());
 
@@ -93,6 +107,30 @@ TEST_F(Flügeltest, deletingAWing_keepsTheOtherNumbersAndIsUndone) {
     wähle(u"men_Bearbeiten_3"_s);
     wähle(u"men_Bearbeiten_3"_s);
     EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
+}
+
+TEST_F(Flügeltest, keyWhileAWingIsRepeated_meansThatWing) {
+    ASSERT_TRUE(starte());
+    missZwei(); // the second is chosen in the list
+    wähle(u"men_Ansicht_6"_s);
+    QTest::mouseClick(&übersicht(), Qt::LeftButton, {},
+                      übersicht().zuFenster({270, 110}).toPoint());
+    ASSERT_EQ(kind<QLabel>(u"lab_Flügel"_s).text(), u"Flügel 001 (Wiederholung)"_s);
+    for (const std::vector<int>& erwartet : {std::vector{1}, {}, {1}}) {
+        drücke(Qt::Key_D, Qt::ControlModifier);
+        EXPECT_EQ(reihe().ausgelassene(), erwartet);
+        EXPECT_THAT(bild().marken(), SizeIs(8)); // the repeat goes on
+    }
+    klick({400, 52}, Qt::LeftButton, Qt::ControlModifier);
+    drücke(Qt::Key_Return, Qt::NoModifier);
+    EXPECT_THAT(hinweis().toStdString(), HasSubstr("Flügel 001 ist übernommen und bleibt "
+                                                   "ausgelassen; Strg+D nimmt ihn wieder auf."));
+    EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_EQ(kind<QLabel>(u"lab_Flügel"_s).text(), u"Flügel 001 (Wiederholung)"_s);
+    EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_THAT(reihe().ausgelassene(), IsEmpty());
 }
 
 TEST_F(Flügeltest, rightButton_choosesTheWingBelowItInChartAndOverview) {
@@ -134,10 +172,33 @@ TEST_F(Flügeltest, wingThatCanHardlyBeRight_isTakenOverMarkedAndToldOfInEveryLa
     EXPECT_THAT(gesagt, HasSubstr("Flügel 002 ist übernommen, aber fraglich."));
     EXPECT_THAT(gesagt, HasSubstr("Die Punkte 3, 4 sind wohl vertauscht."));
     EXPECT_THAT(gesagt, HasSubstr("Strg+D"));
-    EXPECT_EQ(zeile(2).data(zeilenrolle::Zweifel), static_cast<int>(Zweifelsgrad::Fraglich));
-    EXPECT_THAT(zeile(2).data(Qt::ToolTipRole).toString().toStdString(), HasSubstr("3, 4"));
     wähle(u"men_Sprache_1"_s);
     EXPECT_THAT(hinweis().toStdString(), HasSubstr("Points 3, 4 seem to be swapped. Ctrl+D"));
+    wähle(u"men_Sprache_0"_s);
+    EXPECT_EQ(zeile(2).data(zeilenrolle::Zweifel), static_cast<int>(Zweifelsgrad::Fraglich));
+    EXPECT_THAT(zeile(2).data(Qt::ToolTipRole).toString().toStdString(), HasSubstr("3, 4"));
+    const auto zeichenImScan = [this] {
+        const QImage scan = übersicht().grab().toImage();
+        int farbig = 0;
+        for (int y = 0; y < scan.height(); ++y) {
+            for (int x = 0; x < scan.width(); ++x) {
+                farbig += scan.pixelColor(x, y) == QColor(0xD5, 0x5E, 0x00) ? 1 : 0;
+            }
+        }
+        return farbig;
+    };
+    wähle(u"men_Ansicht_6"_s);
+    EXPECT_GT(zeichenImScan(), 10);
+    const QPoint zwei = übersicht().zuFenster({570, 170}).toPoint();
+    QHelpEvent zeigen(QEvent::ToolTip, zwei, übersicht().mapToGlobal(zwei));
+    QApplication::sendEvent(&übersicht(), &zeigen);
+    EXPECT_THAT(QToolTip::text().toStdString(), HasSubstr("Die Punkte 3, 4"));
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_EQ(zeichenImScan(), 0);
+    wähle(u"men_Bearbeiten_4"_s);
+    wähle(u"men_Sprache_1"_s);
+    EXPECT_THAT(zeile(2).data(Qt::ToolTipRole).toString().toStdString(),
+                HasSubstr("Points 3, 4 seem to be swapped."));
 }
 
 TEST_F(Flügeltest, firstWingOfAPicture_tellsWhichResolutionItWouldFit) {

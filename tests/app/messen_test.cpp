@@ -313,6 +313,37 @@ TEST_F(Messentest, loadingStoppedByEscape_keepsThePicturePointsAndSilence) {
     EXPECT_TRUE(übersicht().isVisible());
 }
 
+TEST_F(Messentest, repeatWhosePictureIsStoppedWhileLoading_leavesEverythingAsItWas) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({3600, 2400}, u"eins.bmp"_s)));
+    QTest::mouseClick(&übersicht(), Qt::LeftButton, {},
+                      übersicht().zuFenster({1950, 1500}).toPoint());
+    klickeFlügel({1700, 1400});
+    klick({2000, 1500}, Qt::RightButton);
+    ASSERT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320}, u"zwei.png"_s)));
+    const Messreihe vorher = reihe();
+    auto& platz = kind<Messplatz>(u"Messplatz"_s);
+    platz.zugang().zeigeLadenNach = 0;
+    QTimer::singleShot(0, [] {
+        auto* fenster = QApplication::activeModalWidget();
+        ASSERT_NE(fenster, nullptr);
+        QTest::keyClick(fenster, Qt::Key_Escape);
+    });
+    wähle(u"men_Bearbeiten_1"_s);
+    EXPECT_EQ(platz.bild().pfad(), ordner.filePath(u"zwei.png"_s));
+    EXPECT_EQ(bild().bild().size(), QSize(906, 320));
+    EXPECT_TRUE(bild().isVisible());
+    EXPECT_EQ(kind<QLabel>(u"lab_Flügel"_s).text(), u"Flügel 002"_s);
+    EXPECT_EQ(reihe(), vorher);
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    platz.zugang().zeigeLadenNach = 100'000;
+    klickeFlügel({300, 60});
+    übernimm(); // a wing of its own, not in place of the first
+    EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
+    EXPECT_EQ(reihe().ciZeilen().at(0), vorher.ciZeilen().at(0));
+    EXPECT_EQ(*reihe().messung(1), *vorher.messung(1));
+}
+
 TEST_F(Messentest, fileOfSeveralPages_isAskedAboutOnceAndItsWingsFindTheirPage) {
     QByteArray bytes = tiff({906, 320}, 8, QByteArray(906 * 320, '\xDC'));
     constexpr int anfang = 8;

@@ -217,6 +217,29 @@ TEST_F(Korrekturtest, undoWithoutItsPicture_saysSoAndLeavesNoPlaceForPoints) {
     EXPECT_TRUE(status().startsWith(u"zwei.png"_s));
 }
 
+TEST_F(Korrekturtest, undoOntoANameThatAnotherPictureHasByNow_showsNoPointsOnIt) {
+    ASSERT_TRUE(hg().ladeBild(eins));
+    klickeAlle();
+    rechts();
+    ASSERT_TRUE(hg().ladeBild(zwei));
+    QImage andere(906, 320, QImage::Format_Grayscale8);
+    andere.fill(90);
+    ASSERT_TRUE(andere.save(eins));
+    for (const bool offen : {false, true}) {
+        if (offen) {
+            ASSERT_TRUE(hg().ladeBild(eins)); // the other picture itself is shown
+        }
+        dialoge.fragen.clear();
+        zurück();
+        ASSERT_THAT(dialoge.fragen, SizeIs(1));
+        EXPECT_TRUE(dialoge.fragen[0].text.contains(u"ein anderes Bild als das gemessene"_s));
+        EXPECT_FALSE(bild().isVisible());
+        vor();
+        EXPECT_THAT(reihe().nummern(), ElementsAre(1));
+        EXPECT_TRUE(status().startsWith(offen ? u"eins.png"_s : u"zwei.png"_s));
+    }
+}
+
 TEST_F(Korrekturtest, ctrlZInAField_isTheFieldsOwnUntilItIsLeft) {
     ASSERT_TRUE(hg().ladeBild(eins));
     klickeAlle();

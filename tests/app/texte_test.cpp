@@ -4,9 +4,13 @@
 #include "app/info.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QMenu>
+#include <QTimer>
 #include <QToolBar>
 
 using namespace tarvel;
@@ -56,6 +60,61 @@ TEST_F(Textetest, languageSwitch_leavesNoGermanBehind) {
         wähle(u"men_Sprache_%1"_s.arg(sprache));
         for (const QString& text : sichtbareTexte()) {
             EXPECT_FALSE(istDeutsch(text)) << qPrintable(text);
+        }
+    }
+}
+
+TEST_F(Textetest, everyFieldAndButton_hasOneNameInEveryLanguage) {
+    ASSERT_TRUE(starte());
+    missFlügel();
+    const auto prüfe = [](const QWidget& fenster, bool deutsch) {
+        const QList<QWidget*> alle = fenster.findChildren<QWidget*>();
+        for (QWidget* feld : alle) {
+            const bool gefragt = qobject_cast<QLineEdit*>(feld) != nullptr ||
+                                 qobject_cast<QComboBox*>(feld) != nullptr ||
+                                 qobject_cast<QAbstractButton*>(feld) != nullptr ||
+                                 qobject_cast<QAbstractSpinBox*>(feld) != nullptr ||
+                                 qobject_cast<QAbstractItemView*>(feld) != nullptr;
+            // Parts of a field belong to it.
+            const bool teil =
+                feld->objectName().isEmpty() || feld->objectName().startsWith(u"qt_"_s);
+            if (!gefragt || teil || feld->isHidden()) {
+                continue;
+            }
+            // A short caption may have a longer name behind it, but there are never two captions.
+            QStringList schilder;
+            const QList<QLabel*> labels = fenster.findChildren<QLabel*>();
+            for (const QLabel* label : labels) {
+                if (label->buddy() == feld) {
+                    schilder << label->text();
+                }
+            }
+            if (const auto* knopf = qobject_cast<const QAbstractButton*>(feld)) {
+                schilder << knopf->text();
+            }
+            schilder.removeAll(QString());
+            EXPECT_LE(schilder.size(), 1) << qPrintable(feld->objectName());
+            const QString name =
+                feld->accessibleName().isEmpty() ? schilder.join(u' ') : feld->accessibleName();
+            EXPECT_FALSE(name.isEmpty()) << qPrintable(feld->objectName());
+            EXPECT_TRUE(deutsch || !istDeutsch(name)) << qPrintable(name);
+        }
+    };
+    for (const int sprache : {1, 2, 0}) {
+        wähle(u"men_Sprache_%1"_s.arg(sprache));
+        for (const QString& ansicht :
+             {u"men_Ansicht_0"_s, u"men_Ansicht_11"_s, u"men_Ansicht_2"_s}) {
+            wähle(ansicht);
+        }
+        prüfe(hg(), sprache == 0);
+        for (const QString& befehl :
+             {u"men_Bearbeiten_20"_s, u"men_Datei_1"_s, u"men_Extras_9"_s}) {
+            QTimer::singleShot(0, [&] {
+                QWidget& fenster = *QApplication::activeModalWidget();
+                prüfe(fenster, sprache == 0);
+                fenster.close();
+            });
+            wähle(befehl);
         }
     }
 }

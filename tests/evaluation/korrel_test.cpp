@@ -128,6 +128,9 @@ TEST(Korrelbild, wingWithoutBothFigures_isLeftOut) {
     ASSERT_EQ(bild.flügel.size(), 1U);
     EXPECT_EQ(bild.flügel[0].nummer, 2);
     EXPECT_EQ(bild.HI->anzahl, 1);
+    EXPECT_EQ(bild.ausgelassen, 0);
+    reihe.lassAus(2, true);
+    EXPECT_EQ(korrelbild(reihe, linien(), Geschlecht::Arbeiterinnen).ausgelassen, 1);
 }
 
 TEST(PaintKorrel, wings_lieAtTheirValuesAndDifferInShape) {

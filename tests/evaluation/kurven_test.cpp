@@ -82,6 +82,10 @@ TEST(Kurvenbild, series_givesClassesOfTheListsAndFigures) {
     EXPECT_THAT(dv.zweite.flügel,
                 ElementsAre(Flügelklasse{1, 12}, Flügelklasse{3, 14}, Flügelklasse{4, 13}));
     EXPECT_NEAR(dv.zweite.kennzahlen->mittelwert, 0.152, 1e-6);
+    reihe.lassAus(2, true);
+    const Kurvenbild weniger = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
+    EXPECT_EQ(weniger.CI.ausgelassen, 1);
+    EXPECT_EQ(weniger.zweite.ausgelassen, 0);
 }
 
 TEST(Kurvenbild, caste_decidesRangesMeanAndLine) {
