@@ -52,10 +52,12 @@ Ablagestand Arbeitsplatz::ablagestand() const {
 }
 
 std::optional<bool> Arbeitsplatz::gespeichertesUrteil() const {
-    const Ablageurteil urteil = untersuchung_.zusatz().Urteil;
-    return urteil == Ablageurteil::Ja     ? std::optional(true)
-           : urteil == Ablageurteil::Nein ? std::optional(false)
-                                          : std::nullopt;
+    const Untersuchungszusatz& zusatz = untersuchung_.zusatz();
+    // Marks that are not understood are not stored again, and the verdict rested on them.
+    return zusatz.merkmaleUnlesbar               ? std::nullopt
+           : zusatz.Urteil == Ablageurteil::Ja   ? std::optional(true)
+           : zusatz.Urteil == Ablageurteil::Nein ? std::optional(false)
+                                                 : std::nullopt;
 }
 
 Prüfling Arbeitsplatz::prüfling() const {

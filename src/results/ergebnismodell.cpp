@@ -1,6 +1,7 @@
 #include "results/ergebnismodell.h"
 
 #include "platform/zahlen.h"
+#include "results/untersuchungssatz.h"
 
 #include <QDate>
 
@@ -197,6 +198,9 @@ QVariant Ergebnismodell::data(const QModelIndex& index, int role) const {
         const Qt::Alignment waagerecht = istZentriert(spalte) ? Qt::AlignHCenter : Qt::AlignLeft;
         return QVariant::fromValue(waagerecht | Qt::AlignVCenter);
     }
+    if (role == Qt::ToolTipRole && spalte == Ergebnisspalte::Entspricht) {
+        return tipp(index.row());
+    }
     if (role != Qt::DisplayRole && role != Qt::EditRole) {
         return {};
     }
@@ -212,6 +216,15 @@ QVariant Ergebnismodell::data(const QModelIndex& index, int role) const {
         return vollesDatum(texte_, QDate::fromString(wert, Qt::ISODate));
     }
     return wert.trimmed();
+}
+
+QVariant Ergebnismodell::tipp(int nummer) const {
+    try {
+        const std::optional<Ergebnissatz> satz = tabelle_.lade(this->nummer(nummer));
+        return satz && unbeurteilt(*satz) ? QVariant(texte_(Meldung::NichtBeurteilt)) : QVariant();
+    } catch (const Datenbankfehler&) {
+        return {}; // whoever opens the row is told
+    }
 }
 
 QVariant Ergebnismodell::headerData(int section, Qt::Orientation orientation, int role) const {

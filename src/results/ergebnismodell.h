@@ -69,6 +69,8 @@ private:
     [[nodiscard]] const Zeile* zeile(int nummer) const;
     [[nodiscard]] const Block* block(int nummer) const;
     [[nodiscard]] QString anzeige(const QString& wert, Ergebnisspalte spalte) const;
+    /// What the word about the verdict of a row does not tell.
+    [[nodiscard]] QVariant tipp(int nummer) const;
     void vergiss();
     void melde(const Datenbankfehler& fehler) const;
 

@@ -145,17 +145,13 @@ private:
         }
     }
 
-    /// Another program may have changed the word since. Older rows say of an examination without
-    /// wings and marks that it conforms.
     void liesUrteil() {
         Ablageurteil& urteil = gelesen_.zusatz.Urteil;
-        const bool ja = bedeutet(satz_.ERGEBNIS, Text::Ja);
-        const bool etwas = !gelesen_.reihe.leer() || !gelesen_.merkmale.leer();
-        if (!etwas || (!ja && urteil == Ablageurteil::Unbeurteilt)) {
+        if (unbeurteilt(satz_)) {
             urteil = Ablageurteil::Unbeurteilt;
         } else {
-            urteil = ja ? Ablageurteil::Ja : Ablageurteil::Nein;
-            gelesen_.urteil = ja;
+            gelesen_.urteil = bedeutet(satz_.ERGEBNIS, Text::Ja);
+            urteil = *gelesen_.urteil ? Ablageurteil::Ja : Ablageurteil::Nein;
         }
     }
 
@@ -322,6 +318,15 @@ Ergebnissatz satzAus(const Untersuchung& untersuchung, std::optional<bool> urtei
         ersetzeLeere(*text);
     }
     return satz;
+}
+
+bool unbeurteilt(const Ergebnissatz& satz) {
+    const bool leer = satz.CI.trimmed().isEmpty() && satz.HI_DV.trimmed().isEmpty() &&
+                      satz.MERKMAL.trimmed().isEmpty();
+    // Another program may have changed the word since.
+    return leer || (!bedeutet(satz.ERGEBNIS, Text::Ja) &&
+                    beiangabenAusSatz(satz.Grafik[3]).inhalt.angaben.zusatz.Urteil ==
+                        Ablageurteil::Unbeurteilt);
 }
 
 GeleseneUntersuchung untersuchungAus(const Ergebnissatz& satz, const Satzumgebung& umgebung) {

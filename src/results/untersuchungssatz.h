@@ -32,6 +32,10 @@ struct Satzumgebung {
 [[nodiscard]] Ergebnissatz satzAus(const Untersuchung& untersuchung, std::optional<bool> urteil,
                                    int auflösung, const QDate& heute, const Satzumgebung& umgebung);
 
+/// Whether a row was stored without having been judged, although it says no, or as former versions
+/// wrote it, yes.
+[[nodiscard]] bool unbeurteilt(const Ergebnissatz& satz);
+
 /// An examination as it was read back.
 struct GeleseneUntersuchung {
     Kolonieangaben angaben; ///< an empty text field of the row is a single blank

@@ -44,6 +44,19 @@ struct Ergebnismodelltest : Browserprobe {
     }
 };
 
+TEST_F(Ergebnismodelltest, RowThatWasNeverJudgedSaysSo) {
+    fülle(2);
+    Ergebnistabelle tabelle(pfad_);
+    Ergebnissatz satz = tabelle.lade(u"0001"_s).value();
+    satz.CI = u"#001;2,31;17,3; "_s;
+    tabelle.speichere(satz);
+    zeige();
+    const auto spalte = Ergebnisspalte::Entspricht;
+    const int gemessene = modell.nummer(0) == u"0001"_s ? 0 : 1;
+    EXPECT_EQ(text(gemessene, spalte, Qt::ToolTipRole), QString());
+    EXPECT_EQ(text(1 - gemessene, spalte, Qt::ToolTipRole), u"nicht beurteilt"_s);
+}
+
 TEST_F(Ergebnismodelltest, FetchesOnePageAndThenThePlacesOfAllRows) {
     fülle(1000);
     zeige();
