@@ -143,7 +143,7 @@ QImage leseBild(const QString& datei) {
     if (größe.isValid() && std::max(größe.width(), größe.height()) > GrößteBreite) {
         leser.setScaledSize(größe.scaled(GrößteBreite, GrößteBreite, Qt::KeepAspectRatio));
     }
-    const QImage bild = leser.read();
+    QImage bild = leser.read();
     if (!bild.hasAlphaChannel()) {
         return bild;
     }

@@ -131,7 +131,7 @@ private:
                                             muster::StreuungDV));
         }
         for (const Prüfwert& w : beurteilung_.werte) {
-            if (w.art == Prüfung::Mittelwert) {
+            if (w.art == Prüfung::Mittelwert && beurteilung_.BewertungAktiv) {
                 Protokollwert& mittel = d_.indizes.front();
                 mittel.fett = w.fett;
                 mittel.zusatz +=

@@ -232,6 +232,7 @@ TEST_F(ProtokollTest, raceOutsideTheList_isNotJudgedAndHasNoLimitsAnywhere) {
     Kolonieangaben a = untersuchung.angaben();
     a.Rassenname = u"Anatolica"_s;
     untersuchung.setzeAngaben(a);
+    standard.arbeiterinnen.mittel = {1, {25}, 0};
     for (const bool an : {true, false}) {
         einstellungen.regeln.BewertungAktiv = an;
         const Protokolldaten d = daten();
@@ -244,7 +245,8 @@ TEST_F(ProtokollTest, raceOutsideTheList_isNotJudgedAndHasNoLimitsAnywhere) {
                      d.korrel.begrenzt);
         EXPECT_TRUE(d.kurven.bereiche.empty() && d.kriterien.empty());
         const QString alles = (zeilen(d) + zeilen(d, 2)).join(u'\n');
-        for (const QString& wort : {u"Carnica"_s, u"≤"_s, u"Vertrauensbereich"_s, u"Kruber"_s}) {
+        for (const QString& wort :
+             {u"Carnica"_s, u"≤"_s, u"≥"_s, u"Vertrauensbereich"_s, u"Kruber"_s}) {
             EXPECT_FALSE(alles.contains(wort)) << qPrintable(wort);
         }
         EXPECT_TRUE(alles.contains(u"Anatolica"_s));
