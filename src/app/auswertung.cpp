@@ -70,7 +70,8 @@ void Auswertung::aktualisiere() {
     kurven.rasse = rasse;
     kurven.format = umgebung_.format;
     kurven_->zeige(std::move(kurven));
-    Korrelbild korrel = korrelbild(untersuchung.reihe(), standard.linien, tiere);
+    Korrelbild korrel = korrelbild(untersuchung.reihe(), standard.linien, tiere,
+                                   untersuchung.angaben().Rassenname.isEmpty());
     korrel.format = umgebung_.format;
     korrel_->zeige(std::move(korrel));
     const QString& fremde = untersuchung.angaben().Rassenname;

@@ -34,7 +34,8 @@ Status schreibe(const GeleseneUntersuchung& gelesen, const Protokollbefehl& befe
                 const Einstellungen& einstellungen, const Batchumgebung& umgebung) {
     const Texte& t = umgebung.texte;
     Untersuchung untersuchung;
-    untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum);
+    untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
+                      gelesen.zusatz);
     if (untersuchung.reihe().leer()) {
         melde(umgebung, befehl.datenbank, t(Meldung::ProtokollOhneFlügel));
         return Status::NichtLesbar;

@@ -176,7 +176,7 @@ Urteil urteile(const Prüfling& prüfling, const Rassestandard& standard,
     b.umfang.ungleich = urteil.merkmale.Unterschiedlich;
     b.umfang.SollFlügel = regeln.SollFlügel;
     b.umfang.SollBienen = regeln.SollBienen;
-    if (regeln.BewertungAktiv && prüfling.fremdeRasse) {
+    if (prüfling.fremdeRasse) {
         b.unbeurteilt = Unbeurteilt::FremdeRasse;
     } else if (regeln.BewertungAktiv && prüfling.merkmaleUnlesbar) {
         b.unbeurteilt = Unbeurteilt::MerkmaleUnlesbar;

@@ -58,7 +58,10 @@ struct Layout {
 
 Bereich achsbereich(const Korrelbild& bild, double Korrelpunkt::*größe, double grenze,
                     Bereich üblicher, double schritt, Bereich äußerster) {
-    std::vector<float> werte{static_cast<float>(grenze)};
+    std::vector<float> werte;
+    if (bild.begrenzt) {
+        werte.push_back(static_cast<float>(grenze));
+    }
     for (const Korrelpunkt& p : bild.flügel) {
         werte.push_back(static_cast<float>(p.*größe));
     }
@@ -107,9 +110,13 @@ public:
     void zeichne() {
         kopf();
         legende();
-        z_.fülle(vertrauensfläche(), stil_.bereich);
+        if (bild_.begrenzt) {
+            z_.fülle(vertrauensfläche(), stil_.bereich);
+        }
         achsen();
-        grenzlinien();
+        if (bild_.begrenzt) {
+            grenzlinien();
+        }
         for (const Korrelpunkt& p : bild_.flügel) {
             flügel(p);
         }
@@ -121,7 +128,9 @@ public:
             mittelwert(mittelort());
         }
         // Above the crosses, so that no cross strikes a word out; the words hide no cross either.
-        grenzschilder();
+        if (bild_.begrenzt) {
+            grenzschilder();
+        }
         hervorhebungen();
         if (!l_.fuß.isEmpty()) {
             z_.text({RandLinks, l_.maß.größe.height() - Fußzeile / 2 - 2}, Qt::AlignLeft,
@@ -161,6 +170,13 @@ private:
 
     /// The signs, each with its meaning: those of wings inside, of wings outside, of the mean.
     void legende() {
+        if (!bild_.begrenzt) {
+            mittelwert({RandLinks + Zeichenbreite / 2, Legendenhöhe});
+            z_.text({RandLinks + Zeichenbreite, Legendenhöhe}, Qt::AlignLeft,
+                    gekürzt(bild_.worte.mittelwert, normal_, l_.fläche.width() / 2), normal_,
+                    stil_.schrift);
+            return;
+        }
         const auto jenseits = [this](bool imBereich) {
             return std::any_of(bild_.flügel.begin(), bild_.flügel.end(),
                                [this, imBereich](const Korrelpunkt& p) {
@@ -178,7 +194,7 @@ private:
         const double zeichen = 3 * Zeichenbreite + 2 * Eintragsabstand +
                                (jenseits(true) + jenseits(false)) * Randzeichenbreite;
         double frei =
-            l_.fläche.width() - zeichen - textbreite(anzahl, fett_) - textbreite(außen, normal_);
+            l_.fläche.width() - zeichen - textbreite(anzahl, normal_) - textbreite(außen, normal_);
         const Diagrammworte& w = bild_.worte;
         const auto wort = [&frei](const QString& text, const QFont& schrift, int teilen) {
             QString kurz = gekürzt(text, schrift, frei / teilen);
@@ -186,19 +202,18 @@ private:
             return kurz;
         };
         const QString mittel = wort(w.mittelwert, normal_, 3);
-        const QString wortInnen = wort(w.imVertrauensbereich, fett_, 2);
+        const QString wortInnen = wort(w.imVertrauensbereich, normal_, 2);
         const QString wortAußen = wort(w.nichtImVertrauensbereich, normal_, 1);
 
         double x = RandLinks;
-        x = eintrag(x, true, jenseits(true), wortInnen + anzahl, fett_);
-        x = eintrag(x, false, jenseits(false), wortAußen + außen, normal_);
+        x = eintrag(x, true, jenseits(true), wortInnen + anzahl);
+        x = eintrag(x, false, jenseits(false), wortAußen + außen);
         mittelwert({x + Zeichenbreite / 2, Legendenhöhe});
         z_.text({x + Zeichenbreite, Legendenhöhe}, Qt::AlignLeft, mittel, normal_, stil_.schrift);
     }
 
     /// The sign of wings inside or outside at @p x with a text; returns where the next one stands.
-    double eintrag(double x, bool imBereich, bool amRand, const QString& text,
-                   const QFont& schrift) {
+    double eintrag(double x, bool imBereich, bool amRand, const QString& text) {
         const double y = Legendenhöhe;
         if (imBereich) {
             z_.fülle(
@@ -211,8 +226,8 @@ private:
             randzeichen({x + Zeichenbreite - 6, y}, {1, 0}, imBereich);
         }
         x += Zeichenbreite;
-        z_.text({x, y}, Qt::AlignLeft, text, schrift, stil_.schrift);
-        return x + textbreite(text, schrift) + Eintragsabstand;
+        z_.text({x, y}, Qt::AlignLeft, text, normal_, stil_.schrift);
+        return x + textbreite(text, normal_) + Eintragsabstand;
     }
 
     [[nodiscard]] QRectF vertrauensfläche() const {
@@ -347,14 +362,15 @@ private:
     }
 
     void flügel(const Korrelpunkt& p) {
+        const bool außen = bild_.begrenzt && !p.imBereich;
         const QPointF ort = l_.ort(p);
         if (l_.jenseits(p)) {
             QPointF richtung(l_.DV.ort(p.DV) - ort.x(), l_.HI.ort(p.HI) - ort.y());
             richtung /= std::hypot(richtung.x(), richtung.y());
-            randzeichen(ort, richtung, p.imBereich);
+            randzeichen(ort, richtung, !außen);
             return;
         }
-        kreuz(ort, p.imBereich);
+        kreuz(ort, !außen);
     }
 
     void kreuz(QPointF ort, bool imBereich) {
@@ -466,8 +482,10 @@ int Korrelbild::anteilImBereich() const {
     return klassenanteil(anzahlImBereich(), static_cast<int>(flügel.size())).prozent;
 }
 
-Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschlecht tiere) {
+Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschlecht tiere,
+                      bool begrenzt) {
     Korrelbild bild;
+    bild.begrenzt = begrenzt;
     bild.bereich = Vertrauensbereich::für(linien, tiere);
     std::vector<float> HI;
     std::vector<float> DV;
@@ -483,7 +501,7 @@ Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien, Geschle
         DV.push_back(chartwert(reihe, zeile.nummer, &Chartwerte::DV, zeile.dv));
         const double hi = HI.back();
         const double dv = DV.back();
-        bild.flügel.push_back({zeile.nummer, hi, dv, bild.bereich.enthält(hi, dv)});
+        bild.flügel.push_back({zeile.nummer, hi, dv, begrenzt && bild.bereich.enthält(hi, dv)});
     }
     bild.HI = kennzahlen(HI);
     bild.DV = kennzahlen(DV);
@@ -509,7 +527,7 @@ std::vector<Diagrammstelle> korrelstellen(const QRectF& rahmen, const Korrelbild
                            QSizeF(2 * Zeigeradius, 2 * Zeigeradius));
         QString text = bild.worte.HI + u' ' + Format(p.HI, muster::HI, bild.format) + u", "_s +
                        bild.worte.DV + u' ' + Format(p.DV, FormatFlügelDV, bild.format);
-        if (!p.imBereich) {
+        if (bild.begrenzt && !p.imBereich) {
             text += u", "_s + bild.worte.nichtImVertrauensbereich;
         }
         stellen.push_back({l.maß.außen(innen), {p.nummer}, text});

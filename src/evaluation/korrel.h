@@ -47,6 +47,8 @@ struct Korrelbild {
     std::vector<Korrelpunkt> flügel;
     int ausgelassen = 0; ///< wings with both figures that do not count
     Vertrauensbereich bereich;
+    /// False for a race without a standard: no boundary lines, and no wing is in or out.
+    bool begrenzt = true;
     std::optional<Kennzahlen> HI;
     std::optional<Kennzahlen> DV;
     std::vector<int> hervorgehoben; ///< wings to point out, such as those selected in the lists
@@ -62,7 +64,7 @@ struct Korrelbild {
 /// drawn from: the chart values, or what its line in the list says where there are none. Wings
 /// whose line lacks one of the two figures are left out.
 [[nodiscard]] Korrelbild korrelbild(const Messreihe& reihe, const Grenzlinien& linien,
-                                    Geschlecht tiere);
+                                    Geschlecht tiere, bool begrenzt = true);
 
 /// The field of the chart in the units of its rectangle: discoidal shift to the right, hantel index
 /// upwards. The axes hold all wings and both boundary lines; a wing beyond -10 to +10 or 0.5 to 1.5

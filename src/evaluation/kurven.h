@@ -75,7 +75,8 @@ struct Kurvenbild {
 
 /// The histogram of a series, without words. Classes are those of the lists, as the judgement
 /// counts them, those of the discoidal shift its exact values, as the correlation takes them;
-/// ranges, shares and secondary peak are those of @p beurteilung.
+/// ranges, shares and secondary peak are those of @p beurteilung. A race without a standard has no
+/// limits.
 [[nodiscard]] Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard,
                                     Geschlecht tiere, const Beurteilung& beurteilung,
                                     Kurvenform form, ZweiteKurve zweite);

@@ -56,7 +56,6 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.beurteilt = beurteilung.BewertungAktiv;
     bild.nebengipfel = beurteilung.nebengipfel;
     bild.bereiche = bereichsangaben(beurteilung);
-
     bild.CI.grenzlinie = linien.CI.wert();
     std::vector<float> CI;
     for (const CiZeile& zeile : reihe.ciZeilen()) {
@@ -72,6 +71,13 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     const bool hantel = zweite == ZweiteKurve::Hantelindex;
     bild.darunter = standard.linien.darunter();
     bild.zweite.grenzlinie = hantel ? linien.HI.wert() : linien.DV.wert();
+    if (beurteilung.unbeurteilt == Unbeurteilt::FremdeRasse) {
+        // Limits of another race would look as if the sample were held against them.
+        bild.bereiche.clear();
+        bild.rassemittel.reset();
+        bild.CI.grenzlinie.reset();
+        bild.zweite.grenzlinie.reset();
+    }
     std::vector<float> werte;
     for (const HiDvZeile& zeile : reihe.hiDvZeilen()) {
         const QString& liste = hantel ? zeile.hi : zeile.dv;

@@ -206,7 +206,7 @@ std::vector<Fahne> fahnen(const Feld& f, const Kurvenbild& bild, std::optional<d
     if (f.verteilung->kennzahlen) {
         const double mittel = f.verteilung->kennzahlen->mittelwert;
         reihe.füge(mittel, bild.worte.mittelwert, Format(mittel, f.achse->wertformat, bild.format),
-                   {.farbe = stil.probe, .fett = true});
+                   {.farbe = stil.probe});
     }
     if (nebengipfel > 0) {
         reihe.fügeGipfel(nebengipfel, bild.worte.nebengipfel);

@@ -143,7 +143,15 @@ QImage leseBild(const QString& datei) {
     if (größe.isValid() && std::max(größe.width(), größe.height()) > GrößteBreite) {
         leser.setScaledSize(größe.scaled(GrößteBreite, GrößteBreite, Qt::KeepAspectRatio));
     }
-    return leser.read();
+    QImage bild = leser.read();
+    if (!bild.hasAlphaChannel()) {
+        return bild;
+    }
+    // The paper is white, and a file for archives knows no transparency.
+    QImage deckend(bild.size(), QImage::Format_RGB32);
+    deckend.fill(Qt::white);
+    QPainter(&deckend).drawImage(0, 0, bild);
+    return deckend;
 }
 
 /// The text of a letterhead in its lines.
@@ -177,6 +185,32 @@ Kopfsatz kopfsatz(const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
     satz.rahmen =
         QRectF(kopf.TextLinks, kopf.TextOben, breiteste / Schriftfeinheit, höhe / Schriftfeinheit);
     return satz;
+}
+
+/// Moves the text off the graphic: to its right where a line of some length fits there, else below
+/// it, for which the graphic moves up as far as @p unten asks.
+void weicheAus(Briefkopf& kopf, const Briefkopfgrafik& grafik, double unten) {
+    constexpr double Zeilenbreite = 60;
+    constexpr double Luft = 1;
+    const QRectF bild = grafik.rahmen(kopf);
+    if (!briefkopftext(kopf, grafik).intersects(bild)) {
+        return;
+    }
+    const double rechts = bild.right() + Papierrand;
+    if (rechts + Zeilenbreite <= PapierA4.width() - Seitenrand) {
+        kopf.TextLinks = static_cast<int>(std::ceil(rechts));
+        return;
+    }
+    const auto darunter = [&kopf, &grafik] {
+        kopf.TextOben = static_cast<int>(std::ceil(grafik.rahmen(kopf).bottom() + Luft));
+    };
+    darunter();
+    const double zuTief = briefkopftext(kopf, grafik).bottom() - unten;
+    if (zuTief > 0) {
+        kopf.GrafikOben = std::max(std::min(kopf.GrafikOben, static_cast<int>(Papierrand)),
+                                   kopf.GrafikOben - static_cast<int>(std::ceil(zuTief)));
+        darunter();
+    }
 }
 
 } // namespace
@@ -246,6 +280,7 @@ Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik, doubl
         text = briefkopftext(neu, grafik);
     }
     neu.TextOben = oben(kopf.TextOben, text.height());
+    weicheAus(neu, grafik, unten);
     return neu;
 }
 

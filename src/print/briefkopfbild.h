@@ -47,7 +47,7 @@ private:
 
 /// The letterhead, its text and graphic each moved up as far as needed to end above @p unten
 /// millimetres from the top, and to the left where it would leave the paper. Text that is higher
-/// than that gets a smaller font.
+/// than that gets a smaller font. Text that would lie on the graphic goes to its right or below it.
 [[nodiscard]] Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik,
                                    double unten);
 

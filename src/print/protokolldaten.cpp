@@ -1,18 +1,32 @@
 #include "print/protokolldaten.h"
 
 #include "evaluation/beurteilung.h"
+#include "evaluation/kriterien.h"
 #include "evaluation/urteilstext.h"
 #include "measure/indexmuster.h"
 #include "measure/reihenmodelle.h"
 #include "results/untersuchung.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <set>
 
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr Meldung Kriterienspalten[] = {Meldung::SpalteKriterium, Meldung::SpalteGemessen,
+                                        Meldung::SpalteErlaubt,   Meldung::SpalteAbstand,
+                                        Meldung::SpalteBienen,    Meldung::SpalteBereich,
+                                        Meldung::SpalteErgebnis};
+
+/// Whether the date of a report is that of its printing.
+bool istHeute(Datumsform form) {
+    return form == Datumsform::HeuteLang || form == Datumsform::HeuteKurz;
+}
 
 class Zusammenstellung {
 public:
@@ -27,23 +41,15 @@ public:
         d_.einstellungen = q_.einstellungen;
         d_.texte = p_;
         d_.titel = p_(Text::MerkmalsuntersuchungNr) + u' ' + angaben_.UNr.trimmed();
-        d_.datum = datumstext(q_.einstellungen.datum, q_.heute, q_.untersuchung.datum(),
-                              q_.texte.sprache().value_or(Sprache::Deutsch));
-        d_.definition = q_.texte(Meldung::IndexDefinition);
         diagramme();
         angaben();
         indizes();
         korrelation();
         merkmale();
-        if (const std::optional<bool> urteil = beurteilung_.urteil()) {
-            d_.urteil = (*urteil ? p_(Text::EntsprichtDenMerkmalen)
-                                 : p_(Text::EntsprichtNichtDenMerkmalen)) +
-                        u' ' + rasse();
-            d_.grundlage = grundlagentext(beurteilung_.umfang, q_.texte);
-        } else if (beurteilung_.unbeurteilt == Unbeurteilt::FremdeRasse ||
-                   beurteilung_.unbeurteilt == Unbeurteilt::MerkmaleUnlesbar) {
-            d_.grundlage = unbeurteilttext(beurteilung_, angaben_.Rassenname, q_.texte);
-        }
+        urteil();
+        kriterien();
+        datum();
+        fußnoten();
         return std::move(d_);
     }
 
@@ -51,6 +57,9 @@ private:
     /// The race whose standard is judged by. A stored examination may name another.
     [[nodiscard]] QString rasse() const { return q_.einstellungen.rassen.value(angaben_.Rasse); }
     [[nodiscard]] Protokollart art() const { return q_.einstellungen.art; }
+    [[nodiscard]] bool fremdeRasse() const {
+        return beurteilung_.unbeurteilt == Unbeurteilt::FremdeRasse;
+    }
 
     void diagramme() {
         const Messreihe& reihe = q_.untersuchung.reihe();
@@ -66,7 +75,7 @@ private:
         d_.kurven.rasse = rasse();
         d_.kurven.format = q_.format;
         d_.kurven.worte = worte;
-        d_.korrel = korrelbild(reihe, q_.standard.linien, angaben_.Tiere);
+        d_.korrel = korrelbild(reihe, q_.standard.linien, angaben_.Tiere, !fremdeRasse());
         d_.korrel.format = q_.format;
         d_.korrel.worte = std::move(worte);
         d_.korrel.worte.cubitalindex = p_(Text::Cubitalindex);
@@ -122,16 +131,11 @@ private:
                                             muster::StreuungDV));
         }
         for (const Prüfwert& w : beurteilung_.werte) {
-            const QString name = p_(Text::Klasse) + u' ' + klassenbereichtext(w.bereich);
-            if (w.art == Prüfung::Mittelwert) {
+            if (w.art == Prüfung::Mittelwert && beurteilung_.BewertungAktiv) {
                 Protokollwert& mittel = d_.indizes.front();
                 mittel.fett = w.fett;
                 mittel.zusatz +=
                     (w.höchstens ? u", ≤ "_s : u", ≥ "_s) + zahltext(w.erlaubt, q_.format);
-            } else if (w.art == Prüfung::Klassen) {
-                d_.indizes.push_back(anteil(name, w));
-            } else if (w.art == Prüfung::Nebengipfel && beurteilung_.BewertungAktiv) {
-                d_.indizes.push_back({name, w.fett ? p_(Text::Nebengipfel) : u"–"_s, {}, w.fett});
             }
         }
     }
@@ -141,9 +145,8 @@ private:
         d_.korrelation = {mittelwert(p_(Text::HI), k.HI, muster::HI, muster::HI),
                           mittelwert(p_(Text::DV), k.DV, muster::DV, muster::StreuungDV)};
         const auto alle = static_cast<int>(k.flügel.size());
-        if (alle > 0) {
+        if (alle > 0 && k.begrenzt) {
             const int innen = k.anteilImBereich();
-            d_.anteilInnerhalb = q_.texte(Meldung::AnteilInnerhalb).arg(innen);
             const int anzahl = k.anzahlImBereich();
             d_.korrelation.push_back({q_.texte(Meldung::ImVertrauensbereich), u"%1 %"_s.arg(innen),
                                       u"n = %1"_s.arg(anzahl)});
@@ -206,6 +209,178 @@ private:
             d_.merkmalszahl = u"n = %1"_s.arg(merkmale_.Bienen);
         }
         d_.merkmalsformel = formeln.isEmpty() ? p_(Text::NichtGemessen) : formeln.join(u"  ·  "_s);
+    }
+
+    void urteil() {
+        d_.entspricht = beurteilung_.urteil();
+        if (d_.entspricht) {
+            d_.urteil = (*d_.entspricht ? p_(Text::EntsprichtDenMerkmalen)
+                                        : p_(Text::EntsprichtNichtDenMerkmalen)) +
+                        u' ' + rasse();
+            d_.grundlage = grundlagentext(beurteilung_.umfang, q_.texte);
+            for (const Prüfwert& mangel : beurteilung_.mängel()) {
+                d_.gründe << mangeltext(mangel, q_.texte, q_.format);
+            }
+        } else if (q_.einstellungen.regeln.BewertungAktiv &&
+                   beurteilung_.unbeurteilt != Unbeurteilt::NichtsGemessen) {
+            d_.urteil = unbeurteilttext(beurteilung_, angaben_.Rassenname, q_.texte);
+        }
+    }
+
+    [[nodiscard]] QString kriterienname(const Prüfwert& w) const {
+        switch (w.art) {
+        case Prüfung::Mittelwert:
+            return p_(Text::Mittelwert) + u' ' + p_(Text::CI);
+        case Prüfung::Klassen:
+            return p_(Text::Klasse) + u' ' + klassenbereichtext(w.bereich);
+        case Prüfung::Nebengipfel:
+            return p_(Text::Nebengipfel) + u' ' + klassenbereichtext(w.bereich);
+        case Prüfung::Merkmal:
+            break;
+        }
+        return w.name;
+    }
+
+    [[nodiscard]] QString ergebnis(const Kriterium& k) const {
+        switch (k.gewissheit) {
+        case Gewissheit::NichtGemessen:
+        case Gewissheit::OhneStreuung:
+            break;
+        case Gewissheit::ImmerErfüllt:
+            return q_.texte(Meldung::ErgebnisImmer);
+        case Gewissheit::Sicher:
+            return q_.texte(Meldung::ErgebnisSicher);
+        case Gewissheit::Offen:
+            return k.festAb ? q_.texte(Meldung::ErgebnisSicherAb).arg(*k.festAb)
+                            : q_.texte(Meldung::ErgebnisOffen);
+        }
+        return u"–"_s;
+    }
+
+    [[nodiscard]] Kriterienzeile kriterienzeile(const Kriterium& k) const {
+        const Prüfwert& w = k.prüfwert;
+        const bool mittel = w.art == Prüfung::Mittelwert;
+        const QString einheit =
+            w.art == Prüfung::Merkmal || w.art == Prüfung::Klassen ? u" %"_s : QString();
+        const QStringView muster = mittel ? muster::CI : u"0";
+        Kriterienzeile zeile{{kriterienname(w)}, w.fett};
+        auto& [name, gemessen, erlaubt, abstand, bienen, bereich, sicher] = zeile.spalten;
+        erlaubt = (w.höchstens ? u"≤ "_s : u"≥ "_s) + zahltext(w.erlaubt, q_.format) + einheit;
+        const std::optional<double> rest = k.abstand();
+        if (!rest) {
+            gemessen = p_(Text::NichtGemessen);
+            abstand = bienen = bereich = sicher = u"–"_s;
+            return zeile;
+        }
+        gemessen = Format(mittel ? *w.mittel : *w.gemessen, muster, q_.format) + einheit;
+        abstand = (*rest > 0   ? u"+"_s
+                   : *rest < 0 ? u"−"_s
+                               : QString()) +
+                  (mittel ? Format(std::abs(*rest), muster, q_.format)
+                          : zahltext(std::abs(*rest), q_.format));
+        bienen = mittel ? QString::number(k.anzahl)
+                        : q_.texte(Meldung::AnzahlVon).arg(k.anzahl).arg(k.gesamt);
+        bereich = k.bereich ? Format(k.bereich->von, muster, q_.format) + u'–' +
+                                  Format(k.bereich->bis, muster, q_.format) + einheit
+                            : u"–"_s;
+        sicher = ergebnis(k);
+        return zeile;
+    }
+
+    void kriterien() {
+        if (!beurteilung_.BewertungAktiv) {
+            return;
+        }
+        using M = Meldung;
+        Kriterienzeile kopf;
+        std::transform(std::begin(Kriterienspalten), std::end(Kriterienspalten),
+                       kopf.spalten.begin(), [this](M spalte) { return q_.texte(spalte); });
+        d_.kriterien = {kopf};
+        for (const Kriterium& k : tarvel::kriterien(prüfling(q_.untersuchung), urteil_)) {
+            // A group of marks that was not recorded has one line, not one for each code.
+            const Merkmalreihe* gruppe =
+                k.prüfwert.art == Prüfung::Merkmal ? merkmalreihe(k.prüfwert.name) : nullptr;
+            if (gruppe == nullptr || gruppe->gemessen) {
+                d_.kriterien.push_back(kriterienzeile(k));
+                QString& name = d_.kriterien.back().spalten.front();
+                name = gruppe != nullptr ? gruppe->gruppe + u' ' + name : name;
+            } else if (d_.kriterien.back().spalten.front() != gruppe->gruppe) {
+                Kriterienzeile keine;
+                keine.spalten.fill(u"–"_s);
+                keine.spalten[0] = gruppe->gruppe;
+                keine.spalten[1] = p_(Text::NichtGemessen);
+                d_.kriterien.push_back(std::move(keine));
+            }
+        }
+        d_.kriterienüberschrift = q_.texte(M::Kriterien);
+        d_.kriterienerklärung = q_.texte(M::ErklärungKriterien);
+    }
+
+    [[nodiscard]] const Merkmalreihe* merkmalreihe(const QString& code) const {
+        const auto gruppe =
+            std::find_if(d_.merkmale.begin(), d_.merkmale.end(), [&code](const Merkmalreihe& r) {
+                return std::any_of(r.werte.begin(), r.werte.end(),
+                                   [&code](const Protokollwert& w) { return w.name == code; });
+            });
+        return gruppe == d_.merkmale.end() ? nullptr : &*gruppe;
+    }
+
+    [[nodiscard]] QString datumAls(Datumsform form) const {
+        return datumstext(form, q_.heute, q_.untersuchung.datum(),
+                          q_.texte.sprache().value_or(Sprache::Deutsch));
+    }
+
+    void datum() {
+        const Datumsform form = q_.einstellungen.datum;
+        d_.datum = datumAls(form);
+        d_.datumswort =
+            q_.texte(istHeute(form) ? Meldung::DatumAusdruck : Meldung::DatumUntersuchung);
+    }
+
+    /// The resolutions of the wings that count, "1200, 2400"; empty when none is known.
+    [[nodiscard]] QString auflösungen() const {
+        std::set<int> dpi;
+        const Messreihe& reihe = q_.untersuchung.reihe();
+        for (const int nummer : reihe.gewertete()) {
+            if (const Flügelmessung* messung = reihe.messung(nummer)) {
+                dpi.insert(messung->aufnahme.dpi);
+            }
+        }
+        QStringList texte;
+        for (const int eine : dpi) {
+            texte << QString::number(eine);
+        }
+        return texte.join(u", "_s);
+    }
+
+    void fußnoten() {
+        using M = Meldung;
+        const Texte& t = q_.texte;
+        auto& [erste, zweite] = d_.fußnoten;
+        erste << t(M::DefinitionCI);
+        if (art() == Protokollart::CubitalindexUndDV) {
+            erste << t(M::DefinitionDV);
+        }
+        zweite << t(M::DefinitionHI) << t(M::DefinitionDV);
+        QStringList gemeinsam{t(M::ErklärungWerte)};
+        if (beurteilung_.BewertungAktiv) {
+            gemeinsam << t(M::ErklärungFett) << t(M::FußStandard).arg(rasse());
+            if (q_.standard.linien.nachKruber()) {
+                gemeinsam << t(M::FußKruber);
+            }
+        }
+        if (const QString dpi = auflösungen(); !dpi.isEmpty()) {
+            gemeinsam << t(M::FußAuflösung).arg(dpi);
+        }
+        if (const QString name = q_.einstellungen.briefkopf.Name.trimmed(); !name.isEmpty()) {
+            gemeinsam << t(M::FußUntersucher).arg(name);
+        }
+        if (istHeute(q_.einstellungen.datum) && q_.untersuchung.datum().isValid()) {
+            gemeinsam << t(M::FußUntersuchung).arg(datumAls(Datumsform::ÄnderungLang));
+        }
+        gemeinsam << u"Tarvel " TARVEL_VERSION "."_s;
+        erste << gemeinsam;
+        zweite << gemeinsam;
     }
 
     const Protokollquelle& q_;

@@ -7,7 +7,10 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 
+#include <array>
+#include <optional>
 #include <vector>
 
 namespace tarvel {
@@ -33,6 +36,15 @@ struct Merkmalreihe {
     bool operator==(const Merkmalreihe&) const = default;
 };
 
+/// A check of the judgement with what it rests on: criterion, measured, allowed, margin, bees,
+/// interval, outcome.
+struct Kriterienzeile {
+    std::array<QString, 7> spalten;
+    bool fett = false; ///< what was measured is beyond the standard
+
+    bool operator==(const Kriterienzeile&) const = default;
+};
+
 /// Everything that stands on the report, in the words that it is printed with. The charts carry
 /// theirs too.
 struct Protokolldaten {
@@ -45,14 +57,19 @@ struct Protokolldaten {
     std::vector<Protokollwert> volk;
     std::vector<Protokollwert> indizes;     ///< means, shares of classes, secondary peak
     std::vector<Protokollwert> korrelation; ///< means and shares of the second page
-    QString anteilInnerhalb;                ///< sentence about the wings inside, empty without any
     std::vector<Merkmalreihe> merkmale;
     QString merkmalszahl; ///< "n = 25", empty without marks
     QString merkmalsformel;
-    QString urteil;    ///< empty when there is none
-    QString grundlage; ///< what the verdict rests on
+    std::optional<bool> entspricht; ///< the verdict; empty when there is none
+    QString urteil;                 ///< in words, or why there is none; empty without judgement
+    QString grundlage;              ///< what the verdict rests on
+    QStringList gründe;             ///< why it fails
+    std::vector<Kriterienzeile> kriterien; ///< the first line holds the names of the columns
+    QString kriterienüberschrift;
+    QString kriterienerklärung;
     QString datum;
-    QString definition; ///< of the indices
+    QString datumswort;                  ///< whose date it is
+    std::array<QStringList, 2> fußnoten; ///< of each page
     Kurvenbild kurven;
     Korrelbild korrel;
 };

@@ -8,6 +8,7 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -34,6 +35,59 @@ void aufMillimeter(QPainter& painter, const QPageLayout& blatt) {
         painter.translate(-blatt.paintRect(QPageLayout::Millimeter).topLeft());
     }
     painter.scale(maßstab, maßstab);
+}
+
+// Stands in the metadata until the toolkit has written when the file was made.
+const QByteArray OhneZeit = QByteArrayLiteral("0000-00-00T00:00:00+00:00");
+
+/// Who and what the report is about, as a PDF/A file says it.
+QByteArray xmp(const Protokolldaten& daten) {
+    QStringList gegenstand;
+    for (const Protokollwert& w : daten.volk) {
+        gegenstand << w.wert;
+    }
+    gegenstand << daten.untersucht;
+    gegenstand.removeAll(QString());
+    const auto element = [](const char* name, const char* art, const QString& text) {
+        const QByteArray sprache = qstrcmp(art, "Alt") == 0 ? " xml:lang=\"x-default\"" : "";
+        return text.isEmpty() ? QByteArray()
+                              : QByteArray("<dc:") + name + "><rdf:" + art + "><rdf:li" + sprache +
+                                    '>' + text.toHtmlEscaped().toUtf8() + "</rdf:li></rdf:" + art +
+                                    "></dc:" + name + ">\n";
+    };
+    return "<?xpacket begin=\"\xEF\xBB\xBF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"
+           "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
+           "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">\n"
+           "<rdf:Description rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\" "
+           "xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\" "
+           "xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\" "
+           "xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">\n" +
+           element("title", "Alt", daten.titel) +
+           element("creator", "Seq", daten.einstellungen.briefkopf.Name.trimmed()) +
+           element("description", "Alt", gegenstand.join(QStringLiteral(", "))) +
+           "<xmp:CreatorTool>Tarvel " TARVEL_VERSION "</xmp:CreatorTool>\n<xmp:CreateDate>" +
+           OhneZeit + "</xmp:CreateDate>\n<pdf:Producer>Qt " + qVersion() +
+           "</pdf:Producer>\n"
+           "<pdfaid:part>1</pdfaid:part>\n<pdfaid:conformance>B</pdfaid:conformance>\n"
+           "</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end=\"w\"?>\n";
+}
+
+/// Both places that tell when a file was made have to say the same. The length stays.
+void gleicheZeitAn(QByteArray& pdf) {
+    static const QRegularExpression muster(QStringLiteral(
+        "/CreationDate "
+        "\\(D:(\\d{4})(\\d\\d)(\\d\\d)(\\d\\d)(\\d\\d)(\\d\\d)(Z|([+-]\\d\\d)'(\\d\\d)')"));
+    const qsizetype info = pdf.lastIndexOf("/CreationDate (");
+    const qsizetype ort = pdf.indexOf(OhneZeit);
+    const auto m = muster.match(QString::fromLatin1(pdf.mid(std::max<qsizetype>(info, 0), 50)));
+    if (ort < 0 || !m.hasMatch()) {
+        return;
+    }
+    const QString zone =
+        m.captured(7) == u'Z' ? QStringLiteral("+00:00") : m.captured(8) + u':' + m.captured(9);
+    const QString zeit = m.captured(1) + u'-' + m.captured(2) + u'-' + m.captured(3) + u'T' +
+                         m.captured(4) + u':' + m.captured(5) + u':' + m.captured(6) + zone;
+    pdf.replace(ort, OhneZeit.size(), zeit.toLatin1());
 }
 
 } // namespace
@@ -70,14 +124,19 @@ QByteArray protokollAlsPdf(const Protokolldaten& daten, const Briefkopfgrafik& g
     {
         QPdfWriter pdf(&inhalt);
         pdf.setTitle(daten.titel);
-        pdf.setCreator(QStringLiteral("Tarvel"));
+        pdf.setCreator(QStringLiteral("Tarvel " TARVEL_VERSION));
+        // Nothing on the report is transparent, so the form for archives costs nothing.
+        pdf.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
+        pdf.setDocumentXmpMetadata(xmp(daten));
         pdf.setResolution(PdfAuflösung);
         pdf.setPageMargins({});
         if (!Druckstart(pdf, daten, grafik, seiten)) {
             return {};
         }
     }
-    return inhalt.data();
+    QByteArray bytes = inhalt.data();
+    gleicheZeitAn(bytes);
+    return bytes;
 }
 
 QString speichereProtokoll(const QString& pfad, const Protokolldaten& daten,

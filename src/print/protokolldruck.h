@@ -27,7 +27,8 @@ struct Seitenauswahl {
                               const Briefkopfgrafik& grafik, Seitenauswahl seiten = {},
                               const std::function<bool(int seite)>& fortschritt = {});
 
-/// The report as the content of a PDF file; empty when there is no page of it.
+/// The report as the content of a PDF/A-1b file, with its title, author and subject; empty when
+/// there is no page of it.
 [[nodiscard]] QByteArray protokollAlsPdf(const Protokolldaten& daten, const Briefkopfgrafik& grafik,
                                          Seitenauswahl seiten = {});
 

@@ -1,6 +1,8 @@
 #include "print/protokollseite.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 namespace tarvel {
 
@@ -22,6 +24,9 @@ constexpr double Kopflinie = 0.35;
 constexpr double Gruppenbreite = 38; ///< names of the groups of body marks
 constexpr double Unterschriftshöhe = 15;
 constexpr double Unterschriftsbreite = 76;
+/// Columns of the table of criteria: criterion, measured, allowed, margin, bees, interval, outcome.
+constexpr std::array Tabellenspalten{43.0, 18.0, 17.0, 15.0, 19.0, 24.0, 34.0};
+constexpr double Tabellenluft = 0.15;
 constexpr double KleinstesDiagramm = 72;
 constexpr double KleinstesDoppeldiagramm = 84;
 constexpr double HöchstesDiagramm = 170;
@@ -97,29 +102,55 @@ public:
         zeileMitNamen(daten.texte(Text::Merkmalsformel), daten.merkmalsformel);
     }
 
-    /// The verdict in a frame.
     void anmerkung(const QString& text) {
         if (!text.isEmpty()) {
             y_ += absatz({Links, y_}, text, {Grad::Klein, false}, Breite, 2, Qt::AlignLeft);
         }
     }
 
-    void urteil(const QString& text, const QString& grundlage) {
+    /// The verdict in a frame, with its sign: a failed one is bold and gives its reasons.
+    void urteil(const Protokolldaten& d) {
+        constexpr double Zeichenbreite = 8;
+        constexpr int MeisteGrundzeilen = 3;
+        const bool verfehlt = d.entspricht == false;
         const double oben = y_;
+        const double x = Links + Einzug + Zeichenbreite;
+        const double breite = Rechts - Einzug - x;
         y_ += 1.4;
-        for (const auto& [zeile, grad] :
-             {std::pair(text, Grad::Abschnitt), std::pair(grundlage, Grad::Klein)}) {
-            if (!zeile.isEmpty()) {
-                y_ += absatz({Links + Einzug, y_}, zeile, {grad, false}, Breite - 2 * Einzug, 2,
-                             Qt::AlignLeft);
-            }
+        zeichen({Links + Einzug + 1, y_ + 0.5}, d.entspricht);
+        y_ += absatz({x, y_}, d.urteil, {Grad::Abschnitt, verfehlt}, breite, 2, Qt::AlignLeft);
+        if (!d.gründe.isEmpty()) {
+            y_ += absatz({x, y_}, d.gründe.join(QStringLiteral("  ·  ")), {Grad::Text, verfehlt},
+                         breite, MeisteGrundzeilen, Qt::AlignLeft);
+        }
+        if (!d.grundlage.isEmpty()) {
+            y_ += absatz({x, y_}, d.grundlage, {Grad::Text, false}, breite, 2, Qt::AlignLeft);
         }
         y_ += 1.4;
         rahmen(oben, {Links, Rechts});
     }
 
-    /// Date and signature, each on a line.
-    void unterschrift(const QString& datum, const QString& wort) {
+    /// The table of the criteria; its first line names the columns.
+    void kriterien(const Protokolldaten& d) {
+        for (const Kriterienzeile& zeile : d.kriterien) {
+            const double oben = y_;
+            double x = Links;
+            y_ += Tabellenluft;
+            for (std::size_t i = 0; i < zeile.spalten.size(); ++i) {
+                constexpr std::size_t Gemessen = 1;
+                absatz({x + Einzug, y_}, zeile.spalten[i],
+                       {Grad::Klein, zeile.fett && i == Gemessen}, Tabellenspalten[i] - Einzug, 1,
+                       Qt::AlignLeft);
+                x += Tabellenspalten[i];
+            }
+            y_ += ::tarvel::zeile(Grad::Klein) + Tabellenluft;
+            rahmen(oben, {Links, Rechts});
+        }
+        anmerkung(d.kriterienerklärung);
+    }
+
+    /// Date and signature, each on a line, with what they are below it.
+    void unterschrift(const QString& datum, const QString& datumswort, const QString& wort) {
         y_ += Unterschriftshöhe;
         const double rechts = Rechts - Unterschriftsbreite;
         absatz({Links, y_ - zeile(Grad::Text) - 0.4}, datum, {Grad::Text, false},
@@ -127,19 +158,23 @@ public:
         linie({Links, y_}, {Links + Unterschriftsbreite, y_}, Haarlinie);
         linie({rechts, y_}, {Rechts, y_}, Haarlinie);
         y_ += 0.6;
+        absatz({Links, y_}, datumswort, {Grad::Klein, false}, Unterschriftsbreite, 1,
+               Qt::AlignLeft);
         y_ +=
             absatz({rechts, y_}, wort, {Grad::Klein, false}, Unterschriftsbreite, 1, Qt::AlignLeft);
     }
 
-    /// The definition of the indices and the number of the page.
-    void fuß(const QString& definition, const QString& seitenzahl) {
+    /// The footnotes and the number of the page.
+    void fuß(const QStringList& noten, const QString& seitenzahl) {
+        constexpr int MeisteZeilen = 5;
         constexpr double Zahlenbreite = 34;
         linie({Links, y_}, {Rechts, y_}, Haarlinie);
         y_ += 1;
         const double platz = seitenzahl.isEmpty() ? 0 : Zahlenbreite;
-        absatz({Rechts - platz, y_}, seitenzahl, {Grad::Klein, false}, platz, 1, Qt::AlignRight);
-        y_ += absatz({Links, y_}, definition, {Grad::Klein, false}, Breite - platz - Einzug, 3,
-                     Qt::AlignLeft);
+        const double oben = y_;
+        y_ += absatz({Links, y_}, noten.join(QStringLiteral("   ")), {Grad::Klein, false},
+                     Breite - platz - Einzug, MeisteZeilen, Qt::AlignLeft);
+        absatz({Rechts - platz, oben}, seitenzahl, {Grad::Klein, false}, platz, 1, Qt::AlignRight);
     }
 
 private:
@@ -193,6 +228,24 @@ private:
         bool fett;
     };
 
+    /// A tick, a cross, or a dash where nothing was judged.
+    void zeichen(QPointF ort, std::optional<bool> entspricht) {
+        constexpr double Größe = 4;
+        constexpr double Strich = 0.7;
+        const auto strich = [&](QPointF von, QPointF nach) {
+            linie(ort + von * Größe, ort + nach * Größe, Strich);
+        };
+        if (!entspricht) {
+            strich({0, 0.5}, {1, 0.5});
+        } else if (*entspricht) {
+            strich({0, 0.55}, {0.35, 0.9});
+            strich({0.35, 0.9}, {1, 0.05});
+        } else {
+            strich({0.05, 0.05}, {0.95, 0.95});
+            strich({0.05, 0.95}, {0.95, 0.05});
+        }
+    }
+
     void linie(QPointF von, QPointF nach, double breite) {
         b_.linien.push_back({{von, nach}, breite});
     }
@@ -234,10 +287,11 @@ private:
     double wertMitZusatz(QPointF ort, double breite, const Protokollwert& wert, int höchstens) {
         const double versatz =
             Protokollsatz::grundlinie(Grad::Text) - Protokollsatz::grundlinie(Grad::Klein);
+        const double höhe = absatz(ort, wert.wert, {Grad::Text, wert.fett},
+                                   breite - zusatzbreite(wert), höchstens, Qt::AlignLeft);
         absatz(ort + QPointF(0, versatz), wert.zusatz, {Grad::Klein, false}, breite, 1,
                Qt::AlignRight);
-        return absatz(ort, wert.wert, {Grad::Text, wert.fett}, breite - zusatzbreite(wert),
-                      höchstens, Qt::AlignLeft);
+        return höhe;
     }
 
     void merkmalreihe(const Merkmalreihe& reihe, const QString& nichtGemessen) {
@@ -289,6 +343,11 @@ Block oben1(const Protokolldaten& d) {
     Setzer s(d);
     s.titel(d.titel);
     s.lücke(2);
+    if (!d.urteil.isEmpty()) {
+        s.abschnitt(d.texte(Text::Beurteilung));
+        s.urteil(d);
+        s.lücke(Abstand);
+    }
     s.abschnitt(d.texte(Text::AngabenZurKönigin));
     s.spalten(d.königin);
     s.spalten(d.volk);
@@ -309,8 +368,9 @@ Block oben2(const Protokolldaten& d) {
     s.lücke(2);
     s.abschnitt(d.texte(Text::AngabenZurKönigin));
     s.spalten(d.königin);
+    s.spalten(d.volk);
     s.lücke(Abstand);
-    s.abschnitt(d.texte(Text::HantelindexUndDV), d.anteilInnerhalb);
+    s.abschnitt(d.texte(Text::HantelindexUndDV), d.untersucht);
     s.zellen(d.korrelation);
     s.anmerkung(d.ausgelassen);
     s.lücke(2);
@@ -323,19 +383,18 @@ Block unten(const Protokolldaten& d, int nummer) {
         s.lücke(Abstand);
         s.abschnitt(d.texte(Text::KörperMerkmale), d.merkmalszahl);
         s.merkmale(d);
-        if (!d.urteil.isEmpty() || !d.grundlage.isEmpty()) {
-            s.lücke(Abstand);
-            s.abschnitt(d.texte(Text::Beurteilung));
-            s.urteil(d.urteil, d.grundlage);
-        }
+    } else if (!d.kriterien.empty()) {
+        s.lücke(2);
+        s.abschnitt(d.kriterienüberschrift);
+        s.kriterien(d);
     }
-    s.unterschrift(d.datum, d.texte(Text::Unterschrift));
+    s.unterschrift(d.datum, d.datumswort, d.texte(Text::Unterschrift));
     s.lücke(Abstand);
     QString seite;
     if (seitenzahl(d.einstellungen.art) == 2) {
         seite = nummer == 1 ? d.texte(Text::Seite1Von2) : d.texte(Text::Seite2);
     }
-    s.fuß(d.definition, seite);
+    s.fuß(d.fußnoten.at(static_cast<std::size_t>(nummer - 1)), seite);
     return std::move(s).block();
 }
 
@@ -349,15 +408,18 @@ Protokollseite protokollseite(const Protokolldaten& daten, const Briefkopfgrafik
                               int nummer) {
     const Protokollart art = daten.einstellungen.art;
     const bool zweite = nummer == 2 && seitenzahl(art) == 2;
-    const Block ersterKopf = oben1(daten);
-    const Block kopf = zweite ? oben2(daten) : ersterKopf;
+    const Block kopf = zweite ? oben2(daten) : oben1(daten);
     const Block fuß = unten(daten, zweite ? 2 : 1);
 
-    // Both pages carry the letterhead at the same place, which the first one decides.
+    // Both pages carry the letterhead at the same place, which the fuller one decides.
     const double diagramm =
         art == Protokollart::CubitalindexUndDV ? KleinstesDoppeldiagramm : KleinstesDiagramm;
-    const double spätestens =
-        Unten - diagramm - ersterKopf.höhe - (zweite ? unten(daten, 1).höhe : fuß.höhe);
+    double inhalt = kopf.höhe + fuß.höhe;
+    if (seitenzahl(art) == 2) {
+        inhalt = std::max(inhalt, zweite ? oben1(daten).höhe + unten(daten, 1).höhe
+                                         : oben2(daten).höhe + unten(daten, 2).höhe);
+    }
+    const double spätestens = Unten - diagramm - inhalt;
     Protokollseite seite;
     seite.briefkopf = eingepasst(daten.einstellungen.briefkopf, grafik, spätestens - Abstand);
     seite.briefkopfrahmen = kopfrahmen(seite.briefkopf, grafik);

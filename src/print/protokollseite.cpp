@@ -76,16 +76,21 @@ void maleProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefko
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     Blattzeichner maler(painter, daten);
-    for (const Diagrammrahmen& d : seite.diagramme) {
-        maler.diagramm(d);
-    }
+    // In the order of reading, which is that of a PDF for whoever has it read aloud.
+    maleBriefkopf(painter, seite.briefkopf, grafik);
     for (const Protokolllinie& l : seite.linien) {
         maler.linie(l);
     }
+    auto diagramm = seite.diagramme.begin();
     for (const Protokolltext& t : seite.texte) {
+        while (diagramm != seite.diagramme.end() && diagramm->rahmen.top() < t.rahmen.top()) {
+            maler.diagramm(*diagramm++);
+        }
         maler.text(t);
     }
-    maleBriefkopf(painter, seite.briefkopf, grafik);
+    while (diagramm != seite.diagramme.end()) {
+        maler.diagramm(*diagramm++);
+    }
     painter.restore();
 }
 

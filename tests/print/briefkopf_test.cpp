@@ -105,6 +105,29 @@ TEST_F(BriefkopfTest, picture_keepsItsProportionsOnThePaper) {
     }
 }
 
+TEST_F(BriefkopfTest, text_neverRunsOverTheGraphic) {
+    Briefkopf üblich;
+    üblich.Ikone = Verband::Andere;
+    üblich.Name = u"Landesverband der Bienenzüchter"_s;
+    üblich.Straße = u"Lindenweg 7"_s;
+    üblich.Ort = u"Graz"_s;
+    üblich.Zeilenwechsel = true;
+    for (const QSize größe : {QSize(100, 100), {300, 100}, {400, 100}, {900, 100}, {3000, 100}}) {
+        for (const QPoint text : {QPoint(60, 20), {0, 0}, {150, 30}}) {
+            Briefkopf kopf = üblich;
+            kopf.Datei = bild(größe);
+            kopf.TextLinks = text.x();
+            kopf.TextOben = text.y();
+            const Briefkopfgrafik grafik(kopf);
+            const Briefkopf neu = eingepasst(kopf, grafik, 55);
+            const QRectF ort = briefkopftext(neu, grafik);
+            EXPECT_FALSE(ort.intersects(grafik.rahmen(neu))) << größe.width() << ' ' << text.x();
+            EXPECT_LE(ort.bottom(), 55);
+            EXPECT_LE(ort.right(), PapierA4.width());
+        }
+    }
+}
+
 TEST_F(BriefkopfTest, unreadablePicture_leavesTheTextAlone) {
     Briefkopf kopf;
     kopf.Ikone = Verband::Andere;

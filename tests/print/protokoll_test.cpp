@@ -30,9 +30,9 @@ QStringList zeilen(const Protokolldaten& daten, int nummer = 1) {
     return zeilen(protokollseite(daten, Briefkopfgrafik(), nummer));
 }
 
-QStringList fettes(const Protokolldaten& daten) {
+QStringList fettes(const Protokolldaten& daten, int nummer = 1) {
     QStringList liste;
-    for (const Protokolltext& t : protokollseite(daten, Briefkopfgrafik(), 1).texte) {
+    for (const Protokolltext& t : protokollseite(daten, Briefkopfgrafik(), nummer).texte) {
         if (t.fett) {
             liste << t.text;
         }
@@ -96,13 +96,13 @@ struct ProtokollTest : testing::Test, Protokollprobe {
 TEST_F(ProtokollTest, firstPage_holdsWhatABreederAsksFor) {
     miss25();
     merkmale(25, 5);
-    EXPECT_THAT(
-        zeilen(daten()),
-        IsSupersetOf({u"Merkmalsuntersuchung Nr. 001AB2026"_s, u"06-012-007-2024"_s, u"Huber"_s,
-                      u"Steiner"_s, u"Lindenvolk"_s, u"Hochtal"_s, u"Carnica"_s,
-                      u"25 Arbeiterinnen wurden untersucht"_s, u"Mittelwert CI"_s, u"80 %"_s,
-                      u"O80 E20  ·  k100  ·  F100"_s, u"5. März 2026"_s, u"Unterschrift"_s,
-                      u"Seite 1 von 2"_s, u"Entspricht den Merkmalen der Rasse Carnica"_s}));
+    EXPECT_THAT(zeilen(daten()),
+                IsSupersetOf({u"Merkmalsuntersuchung Nr. 001AB2026"_s, u"06-012-007-2024"_s,
+                              u"Huber"_s, u"Steiner"_s, u"Lindenvolk"_s, u"Hochtal"_s, u"Carnica"_s,
+                              u"25 Arbeiterinnen wurden untersucht"_s, u"Mittelwert CI"_s,
+                              u"80 %"_s, u"Datum des Ausdrucks"_s, u"O80 E20  ·  k100  ·  F100"_s,
+                              u"5. März 2026"_s, u"Unterschrift"_s, u"Seite 1 von 2"_s,
+                              u"Entspricht den Merkmalen der Rasse Carnica"_s}));
     EXPECT_THAT(zeilen(daten(), 2), IsSupersetOf({u"Hantelindex und DV"_s, u"1,052 ± 0,000"_s,
                                                   u"+0,8 ± 0,0"_s, u"100 %"_s, u"Seite 2"_s}));
 }
@@ -174,22 +174,135 @@ TEST_F(ProtokollTest, bold_isExactlyWhatTheStandardForbids) {
         miss(klasse);
     }
     merkmale(10, 2); // 20 % E, which is just allowed
+    const QString nein = u"Entspricht nicht den Merkmalen der Rasse Carnica"_s;
     // 10 % in the first range pass, 20 % in the second too; 2 wings in class 16 beside 1 and 1.
-    EXPECT_THAT(fettes(daten()), ElementsAre(u"Nebengipfel"_s));
-    EXPECT_THAT(zeilen(daten()), Contains(u"Entspricht nicht den Merkmalen der Rasse Carnica"_s));
+    EXPECT_THAT(fettes(daten()), ElementsAre(nein, u"Nebengipfel 16-17"_s));
+    EXPECT_THAT(fettes(daten(), 2), ElementsAre(u"2"_s));
 
     miss(8);
     miss(18); // 3 of 12 are 25 %, and there is no peak beside class 18 any more
     merkmale(1, 1);
-    EXPECT_THAT(fettes(daten()), ElementsAre(u"25 %"_s, u"27 %"_s));
+    EXPECT_THAT(fettes(daten()),
+                ElementsAre(nein, u"E: 27 %, erlaubt 20 %  ·  Klassen 06-10: 25 %, erlaubt 20 %"_s,
+                            u"27 %"_s));
+    EXPECT_THAT(fettes(daten(), 2), ElementsAre(u"27 %"_s, u"25 %"_s));
 
     einstellungen.regeln.BewertungAktiv = false;
-    EXPECT_THAT(fettes(daten()), IsEmpty());
-    for (const QString& text : zeilen(daten())) {
+    EXPECT_THAT(fettes(daten()) + fettes(daten(), 2), IsEmpty());
+    for (const QString& text : zeilen(daten()) + zeilen(daten(), 2)) {
         EXPECT_FALSE(text.contains(u'≤') || text.contains(u"Entspricht"_s) ||
-                     text == u"Beurteilung"_s || text == u"Nebengipfel"_s)
+                     text == u"Beurteilung"_s || text == u"Kriterien"_s ||
+                     text.contains(u"Standards"_s))
             << qPrintable(text);
     }
+}
+
+TEST_F(ProtokollTest, verdict_standsFirstWithSignReasonsAndBasis) {
+    miss25();
+    const auto verdict = [this] {
+        const Protokollseite seite = protokollseite(daten(), Briefkopfgrafik(), 1);
+        EXPECT_EQ(seite.texte[1].text, u"Beurteilung"_s);
+        QStringList gesagt;
+        for (std::size_t i = 2; seite.texte[i].text != u"Angaben zur Königin"_s; ++i) {
+            gesagt << seite.texte[i].text;
+        }
+        const double unten = seite.texte[2].rahmen.bottom();
+        const auto striche =
+            std::count_if(seite.linien.begin(), seite.linien.end(), [&](const Protokolllinie& l) {
+                return l.linie.y2() < unten && l.breite > 0.5;
+            });
+        return std::pair(gesagt, striche);
+    };
+    const QString basis = u"25 von 50 Flügeln, Körpermerkmale fehlen: vorläufig"_s;
+    EXPECT_EQ(verdict().first,
+              (QStringList{u"Entspricht den Merkmalen der Rasse Carnica"_s, basis}));
+    EXPECT_EQ(verdict().second, 2); // a tick
+    for (int i = 0; i < 5; ++i) {
+        miss(3);
+    }
+    standard.arbeiterinnen.Klasse[0] = u"01-05"_s;
+    standard.arbeiterinnen.max[0] = u"5%"_s;
+    const QStringList nein = verdict().first;
+    EXPECT_EQ(nein.front(), u"Entspricht nicht den Merkmalen der Rasse Carnica"_s);
+    EXPECT_TRUE(nein.at(1).startsWith(u"Klassen 01-05: 17 %, erlaubt 5 %"_s));
+}
+
+TEST_F(ProtokollTest, raceOutsideTheList_isNotJudgedAndHasNoLimitsAnywhere) {
+    miss25();
+    Kolonieangaben a = untersuchung.angaben();
+    a.Rassenname = u"Anatolica"_s;
+    untersuchung.setzeAngaben(a);
+    standard.arbeiterinnen.mittel = {1, {25}, 0};
+    for (const bool an : {true, false}) {
+        einstellungen.regeln.BewertungAktiv = an;
+        const Protokolldaten d = daten();
+        EXPECT_EQ(
+            d.urteil,
+            an ? u"Nicht beurteilt: Für die Rasse 'Anatolica' ist kein Standard eingerichtet."_s
+               : QString());
+        EXPECT_FALSE(d.entspricht.has_value());
+        EXPECT_FALSE(d.kurven.beurteilt || d.kurven.rassemittel || d.kurven.CI.grenzlinie ||
+                     d.korrel.begrenzt);
+        EXPECT_TRUE(d.kurven.bereiche.empty() && d.kriterien.empty());
+        const QString alles = (zeilen(d) + zeilen(d, 2)).join(u'\n');
+        for (const QString& wort :
+             {u"Carnica"_s, u"≤"_s, u"≥"_s, u"Vertrauensbereich"_s, u"Kruber"_s}) {
+            EXPECT_FALSE(alles.contains(wort)) << qPrintable(wort);
+        }
+        EXPECT_TRUE(alles.contains(u"Anatolica"_s));
+    }
+}
+
+TEST_F(ProtokollTest, criteria_sayMarginBeesIntervalAndWhatMakesThemFirm) {
+    standard.arbeiterinnen.mittel = {1, {25}, 0};
+    standard.arbeiterinnen.Klasse = {u"01-05"_s, u"06-10"_s, u"16-17"_s};
+    standard.arbeiterinnen.max = {u"20%"_s, u"100%"_s};
+    miss25();
+    merkmale(25, 9);
+    const auto zeile = [this](const QString& name) {
+        for (const Kriterienzeile& z : daten().kriterien) {
+            if (z.spalten[0] == name) {
+                return QStringList(z.spalten.begin() + 1, z.spalten.end()).join(u'|');
+            }
+        }
+        return QString();
+    };
+    EXPECT_EQ(zeile(u"Kriterium"_s), u"gemessen|erlaubt|Abstand|Bienen|95-%-Bereich|Ergebnis"_s);
+    // Wilson of 9 among 25 is 20.2 to 55.5.
+    EXPECT_TRUE(zeile(u"Panzerzeichen E"_s)
+                    .startsWith(u"36 %|≤ 30 %|−6|9 von 25|20–55 %|offen, sicher ab "_s))
+        << qPrintable(zeile(u"Panzerzeichen E"_s));
+    EXPECT_EQ(zeile(u"Klasse 01-05"_s), u"0 %|≤ 20 %|+20|0 von 25|0–13 %|sicher"_s);
+    EXPECT_EQ(zeile(u"Klasse 06-10"_s), u"0 %|≤ 100 %|+100|0 von 25|0–13 %|immer erfüllt"_s);
+    EXPECT_TRUE(zeile(u"Mittelwert CI"_s).contains(u"|≥ 2,5|+"_s));
+    EXPECT_TRUE(zeile(u"Nebengipfel 16-17"_s).endsWith(u"|–|–"_s));
+    EXPECT_THAT(zeilen(daten(), 2), Contains(u"9 von 25"_s));
+    untersuchung.setzeMerkmale({});
+    EXPECT_EQ(zeile(u"Filzbinden"_s), u"nicht gemessen|–|–|–|–|–"_s);
+}
+
+TEST_F(ProtokollTest, footnotes_sayHowValuesCameAbout) {
+    miss25();
+    const auto noten = [this](int seite) {
+        return daten().fußnoten.at(static_cast<std::size_t>(seite - 1)).join(u' ');
+    };
+    for (const auto& [wort, erste, zweite] : {std::tuple{u"5–6 : Strecke 6–7"_s, true, false},
+                                              {u"2,5 : (1,5 + h)"_s, false, true},
+                                              {u"n − 1"_s, true, true},
+                                              {u"jenseits des Standards"_s, true, true},
+                                              {u"Standard 'Carnica'"_s, true, true},
+                                              {u"Scan: 1200 dpi"_s, true, true},
+                                              {u"Untersucht von: Imkerverband"_s, true, true},
+                                              {u"Tarvel " TARVEL_VERSION ""_s, true, true}}) {
+        EXPECT_EQ(noten(1).contains(wort), erste) << qPrintable(wort + noten(1));
+        EXPECT_EQ(noten(2).contains(wort), zweite) << qPrintable(wort + noten(2));
+    }
+    einstellungen.art = Protokollart::CubitalindexUndDV;
+    EXPECT_TRUE(noten(1).contains(u"2,5 : (1,5 + h)"_s));
+    einstellungen.briefkopf.Name.clear();
+    EXPECT_FALSE(noten(1).contains(u"Untersucht"_s));
+    einstellungen.datum = Datumsform::ÄnderungLang;
+    EXPECT_EQ(daten().datumswort, u"Datum der Untersuchung"_s);
 }
 
 TEST_F(ProtokollTest, whatWasNotMeasured_isSaid) {
