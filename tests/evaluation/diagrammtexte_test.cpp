@@ -65,7 +65,7 @@ public:
             const int von = bis(31);
             *bereich = klassenbereichtext({von, aus(std::array{von, von + 2, von + 9, 30, 99})});
         }
-        s.arbeiterinnen.Mittelwert.gespeichert = s.drohnen.Mittelwert.gespeichert =
+        s.arbeiterinnen.mittel.Mittelwert.gespeichert = s.drohnen.mittel.Mittelwert.gespeichert =
             static_cast<qint16>(aus(std::array{0, 5, 12, 20, 25, 31, 90, 32767}));
         s.linien.Korrelation = 0;
         s.linien.DVRichtung = static_cast<qint16>(bis(1));
