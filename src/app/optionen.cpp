@@ -94,6 +94,12 @@ void Optionen::SpeichernKarte3_4(Profil& ini) const {
 }
 
 bool Optionen::OKStart() {
+    if (QLineEdit* feld = rassen_->mangelhaftesFeld()) {
+        karten_->setCurrentWidget(rassen_);
+        feld->setFocus();
+        feld->selectAll();
+        return false;
+    }
     Profil ini(umgebung_.einstellungen.IniPfad());
     SpeichernKarte1_2(ini);
     SpeichernKarte3_4(ini);

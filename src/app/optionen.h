@@ -29,7 +29,8 @@ public:
     void SpeichernKarte3_4(Profil& ini) const;
 
     /// Saves all pages: general, letterhead and report, then the standards. False, with a message
-    /// shown, when the file could not be written; it is unchanged then.
+    /// shown, when the file could not be written, or with the field in front that has to be mended
+    /// first; the file is unchanged then.
     bool OKStart();
 
     /// Whether a control of the general page says something else than when the dialog was opened;

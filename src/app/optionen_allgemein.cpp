@@ -1,4 +1,5 @@
 #include "app/optionsseiten.h"
+#include "evaluation/klassen.h"
 #include "evaluation/rassen.h"
 #include "measure/aufloesung.h"
 #include "measure/bild.h"
@@ -32,6 +33,29 @@ QLineEdit* textfeld(const QString& name) {
     return feld;
 }
 
+constexpr int HöchsteFlügelzahl = 200; // a series holds no more
+
+void zahlzeile(const Seitenbau& bau, QFormLayout& formular, const QString& name, int höchste,
+               Meldung wort, Meldung tipp, Einstellung id) {
+    auto* feld = new QSpinBox;
+    feld->setObjectName(name);
+    feld->setRange(1, höchste);
+    bau.worte.nimm([feld, &worte = bau.worte, tipp] { feld->setToolTip(worte(tipp)); });
+    formular.addRow(bau.worte.label(wort, feld), feld);
+    bau.eigene.zahl(id, feld);
+}
+
+/// What a verdict must rest on so that it is not called preliminary.
+QGroupBox* gruppeBeurteilung(const Seitenbau& bau) {
+    QGroupBox* gruppe = bau.worte.gruppe(Meldung::VolleBeurteilung, u"fra_Mindestzahl"_s);
+    auto* formular = new QFormLayout(gruppe);
+    zahlzeile(bau, *formular, u"txt_SollFlügel"_s, HöchsteFlügelzahl, Meldung::SollFlügel,
+              Meldung::TippMindestzahl, Einstellung::SollFlügel);
+    zahlzeile(bau, *formular, u"txt_SollBienen"_s, HöchsteAnzahl, Meldung::SollBienen,
+              Meldung::TippMindestzahl, Einstellung::SollBienen);
+    return gruppe;
+}
+
 QGroupBox* gruppeUntersuchung(const Seitenbau& bau, QCheckBox* nummer, QLineEdit* kurzzeichen) {
     QGroupBox* gruppe = bau.worte.gruppe(Text::NummerDerUntersuchung, u"fra_Nummer"_s);
     auto* formular = new QFormLayout(gruppe);
@@ -40,13 +64,8 @@ QGroupBox* gruppeUntersuchung(const Seitenbau& bau, QCheckBox* nummer, QLineEdit
     kurzzeichen->setMaxLength(LängeKurzzeichen);
     kurzzeichen->setMaximumWidth(kurzzeichen->fontMetrics().horizontalAdvance(u"MMMMMM"_s));
     formular->addRow(bau.worte.label(Text::Kurzzeichen, kurzzeichen), kurzzeichen);
-    auto* ziel = new QSpinBox;
-    ziel->setObjectName(u"txt_Zielzahl"_s);
-    constexpr int HöchsteFlügelzahl = 200; // a series holds no more
-    ziel->setRange(1, HöchsteFlügelzahl);
-    bau.worte.nimm([ziel, &worte = bau.worte] { ziel->setToolTip(worte(Meldung::TippZielzahl)); });
-    formular->addRow(bau.worte.label(Meldung::Zielzahl, ziel), ziel);
-    bau.eigene.zahl(Einstellung::Zielzahl, ziel);
+    zahlzeile(bau, *formular, u"txt_Zielzahl"_s, HöchsteFlügelzahl, Meldung::Zielzahl,
+              Meldung::TippZielzahl, Einstellung::Zielzahl);
     return gruppe;
 }
 
@@ -191,7 +210,7 @@ QWidget* seiteAllgemeines(const Seitenbau& bau) {
     links->addWidget(gruppeRasse(bau, rasse));
     links->addStretch();
     auto* rechts = new QVBoxLayout;
-    for (QWidget* gruppe : {scanner, zoom, kurvenform, zweiteKurve}) {
+    for (QWidget* gruppe : {scanner, zoom, kurvenform, zweiteKurve, gruppeBeurteilung(bau)}) {
         rechts->addWidget(gruppe);
     }
     rechts->addStretch();

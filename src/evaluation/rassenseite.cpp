@@ -6,7 +6,6 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -28,33 +27,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto Arbeit = Standardgruppe::Arbeiterinnen;
-constexpr auto Drohn = Standardgruppe::Drohnen;
 constexpr auto Linien = Standardgruppe::Grenzlinien;
-
-constexpr int LängsterText = 127; // what the settings file gives back
-
-const Standardzeile& standardzeile(Standardgruppe gruppe, QStringView schlüssel) {
-    const auto tabelle = standardtabelle();
-    return *std::ranges::find_if(tabelle, [&](const Standardzeile& zeile) {
-        return zeile.gruppe == gruppe && zeile.schlüssel == schlüssel;
-    });
-}
 
 bool istRasse(int rasse) {
     return rasse >= 1 && rasse <= Rassenzahl;
-}
-
-/// The code that ends a key: "1R" of "Panzer 1R", "F" of "Filzbinden F_".
-QString codeAus(QStringView schlüssel) {
-    QString code = schlüssel.sliced(schlüssel.lastIndexOf(u' ') + 1).toString();
-    code.remove(u'_');
-    return code;
-}
-
-int breite(const QWidget* feld, QStringView text) {
-    constexpr int Rahmen = 16;
-    return feld->fontMetrics().horizontalAdvance(text.toString()) + Rahmen;
 }
 
 /// The characters that a key press or an input method would type.
@@ -76,6 +52,14 @@ bool istAnteil(QStringView text) {
     constexpr double Größter = 32767;
     const double zahl = prozentzahl(text);
     return zahl >= 0 && zahl <= Größter;
+}
+
+/// The background of a field, turned towards red.
+QColor mangelfarbe(const QPalette& palette) {
+    constexpr int Anteil = 4;
+    const QColor grund = palette.color(QPalette::Base);
+    const auto gemischt = [](int von, int nach) { return von + (nach - von) / Anteil; };
+    return {gemischt(grund.red(), 255), gemischt(grund.green(), 0), gemischt(grund.blue(), 0)};
 }
 
 bool verweigert(Tastenfilter filter, const QString& text) {
@@ -142,200 +126,6 @@ Rassenseite::~Rassenseite() {
     delete blatt_; // a field that loses the focus is still taken over
 }
 
-QLabel* Rassenseite::label(Text wort) {
-    auto* label = new QLabel;
-    beschriftungen_.emplace_back([this, label, wort] { label->setText(texte_(wort)); });
-    return label;
-}
-
-/// Label of a row of a group. Those of all groups are equally wide, so their fields stand in line.
-QLabel* Rassenseite::zeilenkopf(Text wort, const QString& nummer) {
-    auto* kopf = new QLabel;
-    beschriftungen_.emplace_back([this, kopf, wort, nummer] {
-        kopf->setText(nummer.isEmpty() ? texte_(wort) : texte_(wort) + u' ' + nummer);
-    });
-    zeilenköpfe_.push_back(kopf);
-    return kopf;
-}
-
-QLineEdit* Rassenseite::feld(QStringView schlüssel, Standardgruppe gruppe, const QString& name,
-                             Text wort, const QString& code) {
-    auto* eingabe = new QLineEdit;
-    eingabe->setObjectName(name);
-    eingabe->setMaxLength(LängsterText);
-    eingabe->setAlignment(Qt::AlignRight);
-    eingabe->installEventFilter(this);
-    const Standardzeile& zeile = standardzeile(gruppe, schlüssel);
-    eingabe->setFixedWidth(breite(eingabe, u"00-00%"));
-    felder_.push_back({&zeile, eingabe, wort, code});
-    connect(eingabe, &QLineEdit::editingFinished, this,
-            [this, stelle = felder_.size() - 1] { verlasse(felder_.at(stelle)); });
-    return eingabe;
-}
-
-/// The allowed shares of one group of marks, side by side with their codes.
-QWidget* Rassenseite::merkmalzeile(Standardgruppe gruppe, const QString& name, Text wort,
-                                   const std::vector<QStringView>& schlüssel) {
-    constexpr int Zellen = 4;
-    auto* zeile = new QWidget;
-    auto* layout = new QGridLayout(zeile);
-    layout->setContentsMargins(0, 0, 0, 0);
-    int nummer = 0;
-    for (const QStringView s : schlüssel) {
-        const QString code = codeAus(s);
-        auto* beschriftung = new QLabel(code);
-        beschriftung->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        beschriftung->setMinimumWidth(breite(beschriftung, u"sch") - 12);
-        QLineEdit* eingabe = feld(s, gruppe, name + u'_' + QString::number(nummer), wort, code);
-        beschriftung->setBuddy(eingabe);
-        layout->addWidget(beschriftung, 0, 2 * nummer);
-        layout->addWidget(eingabe, 0, 2 * nummer + 1);
-        ++nummer;
-    }
-    layout->setColumnStretch(2 * Zellen, 1);
-    return zeile;
-}
-
-QWidget* Rassenseite::mittelwert(Standardgruppe gruppe, QStringView schlüssel) {
-    const std::size_t index = gruppe == Arbeit ? 0 : 1;
-    auto* schalter = new QCheckBox;
-    schalter->setObjectName(u"chk_CIMittel_%1"_s.arg(index));
-    chk_CIMittel_.at(index) = schalter;
-    beschriftungen_.emplace_back([this, schalter] {
-        schalter->setText(texte_(Text::CI));
-        schalter->setAccessibleName(texte_(Meldung::RassenmittelCI));
-    });
-    connect(schalter, &QCheckBox::clicked, this,
-            [this, gruppe, schlüssel](bool gesetzt) { setze(gruppe, schlüssel, gesetzt ? 1 : 0); });
-    auto* zeile = new QWidget;
-    auto* layout = new QHBoxLayout(zeile);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(schalter);
-    layout->addWidget(feld(u"Mittelwert", gruppe, u"txt_CIVal_%1"_s.arg(index), Text::Mittelwert));
-    layout->addStretch();
-    return zeile;
-}
-
-/// A range of classes and, if it has one, the share of wings allowed in it.
-QWidget* Rassenseite::klassenzeile(Standardgruppe gruppe, QStringView bereich, QStringView anteil) {
-    auto* zeile = new QWidget;
-    auto* layout = new QHBoxLayout(zeile);
-    layout->setContentsMargins(0, 0, 0, 0);
-    const QString nummer = bereich.last(1).toString();
-    const Text wort = anteil.isEmpty() ? Text::Nebengipfel : Text::Klasse;
-    const QString code = anteil.isEmpty() ? QString() : nummer;
-    layout->addWidget(feld(bereich, gruppe, u"txt_CIK_"_s + nummer, wort, code));
-    if (!anteil.isEmpty()) {
-        layout->addWidget(new QLabel(u"≤"_s));
-        layout->addWidget(
-            feld(anteil, gruppe, u"txt_CI_"_s + (gruppe == Drohn ? u"2"_s : nummer), wort, code));
-    }
-    layout->addStretch();
-    return zeile;
-}
-
-QGroupBox* Rassenseite::gruppeArbeiterinnen() {
-    auto* gruppe = new QGroupBox;
-    gruppe->setObjectName(u"fra_Arbeiterinnen"_s);
-    beschriftungen_.emplace_back([this, gruppe] { gruppe->setTitle(texte_(Text::Arbeiterinnen)); });
-    auto* formular = new QFormLayout(gruppe);
-    formular->addRow(zeilenkopf(Text::Panzerzeichen),
-                     merkmalzeile(Arbeit, u"txt_Panzer"_s, Text::Panzerzeichen,
-                                  {u"Panzer O", u"Panzer E", u"Panzer 1R", u"Panzer 2R"}));
-    formular->addRow(zeilenkopf(Text::Haarlänge),
-                     merkmalzeile(Arbeit, u"txt_Haarlänge"_s, Text::Haarlänge,
-                                  {u"Haarlänge k", u"Haarlänge m", u"Haarlänge l"}));
-    formular->addRow(zeilenkopf(Text::Filzbinden),
-                     merkmalzeile(Arbeit, u"txt_Filz"_s, Text::Filzbinden,
-                                  {u"Filzbinden F_", u"Filzbinden ff", u"Filzbinden f"}));
-    formular->addRow(zeilenkopf(Text::Mittelwert), mittelwert(Arbeit, u"CI Mittel A"));
-    formular->addRow(zeilenkopf(Text::Klasse, u"0"_s), klassenzeile(Arbeit, u"Klasse 0", u"max 0"));
-    formular->addRow(zeilenkopf(Text::Klasse, u"1"_s), klassenzeile(Arbeit, u"Klasse 1", u"max 1"));
-    formular->addRow(zeilenkopf(Text::Nebengipfel), klassenzeile(Arbeit, u"Klasse 2", {}));
-    return gruppe;
-}
-
-QGroupBox* Rassenseite::gruppeDrohnen() {
-    auto* gruppe = new QGroupBox;
-    gruppe->setObjectName(u"fra_Drohnen"_s);
-    beschriftungen_.emplace_back([this, gruppe] { gruppe->setTitle(texte_(Text::Drohnen)); });
-    auto* formular = new QFormLayout(gruppe);
-    formular->addRow(zeilenkopf(Text::Panzerzeichen),
-                     merkmalzeile(Drohn, u"txt_PanzerD"_s, Text::Panzerzeichen,
-                                  {u"Panzer Drohn O", u"Panzer Drohn I", u"Panzer Drohn 1R",
-                                   u"Panzer Drohn 2R"}));
-    formular->addRow(
-        zeilenkopf(Text::Haarfarbe),
-        merkmalzeile(Drohn, u"txt_Haarfarbe"_s, Text::Haarfarbe,
-                     {u"Haarfarbe gr", u"Haarfarbe br", u"Haarfarbe ge", u"Haarfarbe sch"}));
-    formular->addRow(zeilenkopf(Text::Mittelwert), mittelwert(Drohn, u"CI Mittel D"));
-    formular->addRow(zeilenkopf(Text::Klasse, u"3"_s), klassenzeile(Drohn, u"Klasse 3", u"max 3"));
-    return gruppe;
-}
-
-QGroupBox* Rassenseite::gruppeLinien() {
-    auto* gruppe = new QGroupBox;
-    gruppe->setObjectName(u"fra_Grenzlinien"_s);
-    beschriftungen_.emplace_back([this, gruppe] { gruppe->setTitle(texte_(Text::Grenzlinien)); });
-    auto* layout = new QVBoxLayout(gruppe);
-    auto* optionen = new QButtonGroup(gruppe);
-    const Text worte[] = {Text::GrenzlinienNachKruber, Text::GrenzlinienHierDefiniert};
-    for (int i = 0; i < 2; ++i) {
-        auto* option = new QRadioButton;
-        option->setObjectName(u"opt_Korrelation_%1"_s.arg(i));
-        optionen->addButton(option, i);
-        layout->addWidget(option);
-        opt_Korrelation_.at(static_cast<std::size_t>(i)) = option;
-        beschriftungen_.emplace_back(
-            [this, option, wort = worte[i]] { option->setText(texte_(wort)); });
-    }
-    connect(optionen, &QButtonGroup::idClicked, this,
-            [this](int id) { setze(Linien, u"Korrelation", id == 0 ? -1 : 0); });
-
-    auto* raster = new QGridLayout;
-    raster->setColumnStretch(3, 1);
-    raster->addWidget(label(Text::Arbeiterinnen), 0, 1);
-    raster->addWidget(label(Text::Drohnen), 0, 2);
-    struct Zeile {
-        Text wort;
-        QStringView arbeit;
-        QStringView drohn;
-    };
-    const Zeile zeilen[] = {{Text::Cubitalindex, u"CI Arbeit", u"CI Drohn"},
-                            {Text::Hantelindex, u"HI Arbeit", u"HI Drohn"},
-                            {Text::Discoidalverschiebung, u"DV Arbeit", u"DV Drohn"}};
-    constexpr int JeGeschlecht = 3;
-    for (const int spalte : {0, 1}) {
-        for (int i = 0; i < JeGeschlecht; ++i) {
-            const Zeile& zeile = zeilen[i];
-            if (spalte == 0) {
-                raster->addWidget(label(zeile.wort), i + 1, 0);
-            }
-            raster->addWidget(feld(spalte == 0 ? zeile.arbeit : zeile.drohn, Linien,
-                                   u"txt_Linien_%1"_s.arg(spalte * JeGeschlecht + i), zeile.wort),
-                              i + 1, spalte + 1);
-        }
-        auto* richtung = new QComboBox;
-        richtung->setObjectName(u"cbo_DV_%1"_s.arg(spalte));
-        richtung->addItems({QString(), QString()});
-        richtung->installEventFilter(this);
-        connect(richtung, &QComboBox::activated, this,
-                [this](int position) { cbo_DV_Click(position); });
-        raster->addWidget(richtung, JeGeschlecht + 1, spalte + 1);
-        cbo_DV_.at(static_cast<std::size_t>(spalte)) = richtung;
-        beschriftungen_.emplace_back([this, richtung] {
-            richtung->setItemText(0, texte_(Text::Über));
-            richtung->setItemText(1, texte_(Text::Unter));
-            richtung->setToolTip(texte_(Meldung::RichtungDV));
-            richtung->setAccessibleName(texte_(Meldung::RichtungDV));
-        });
-    }
-    raster->addWidget(label(Text::DV), JeGeschlecht + 1, 0);
-    layout->addLayout(raster);
-    layout->addStretch();
-    return gruppe;
-}
-
 void Rassenseite::beschrifte() {
     for (const auto& beschriftung : beschriftungen_) {
         beschriftung();
@@ -372,8 +162,9 @@ void Rassenseite::beschrifte() {
             break;
         }
         f.eingabe->setAccessibleName(name);
-        f.eingabe->setAccessibleDescription(f.eingabe->toolTip());
     }
+    zeigeHinweise();
+    zeigeGeltende();
 }
 
 void Rassenseite::setzeRassen(const QStringList& namen) {
@@ -495,11 +286,16 @@ void Rassenseite::zeige() {
     for (QComboBox* liste : cbo_DV_) {
         liste->setCurrentIndex(s.linien.darunter() ? 1 : 0);
     }
+    cbo_CIMittel_[0]->setCurrentIndex(s.arbeiterinnen.mittel.unter() ? 1 : 0);
+    cbo_CIMittel_[1]->setCurrentIndex(s.drohnen.mittel.unter() ? 1 : 0);
+    zeigeHinweise();
+    zeigeGeltende();
 }
 
 /// Brings the text of a field into its usual form and takes it over. A decimal beyond what can be
-/// stored, or a percentage that can be no share, gives way to the value before. Whoever defines a
-/// boundary line here wants it to apply.
+/// stored, or a percentage that can be no share, gives way to the value before. What is no range of
+/// classes stays as it was typed, so that it can be mended. Whoever defines a boundary line here
+/// wants it to apply.
 void Rassenseite::verlasse(const Feld& f) {
     const Standardzeile& zeile = *f.zeile;
     const bool text = istText(zeile.art);
@@ -508,14 +304,101 @@ void Rassenseite::verlasse(const Feld& f) {
     if (!text && getippt == vorher) {
         return;
     }
+    const bool mangelhaft = zeile.art == Werteart::Bereich && bereichsmangel(getippt);
     if (zeile.art != Werteart::Prozent || istAnteil(getippt)) {
-        übernehme(zeile, gezeigt(), text ? normalisiert(zeile.art, getippt, format_) : getippt);
+        const bool wörtlich = !text || mangelhaft;
+        übernehme(zeile, gezeigt(), wörtlich ? getippt : normalisiert(zeile.art, getippt, format_));
     }
     const QString nachher = anzeigetext(zeile, gezeigt(), format_);
     f.eingabe->setText(nachher);
     if (zeile.gruppe == Linien && nachher != vorher) {
         setze(Linien, u"Korrelation", 0);
         opt_Korrelation_[1]->setChecked(true);
+    }
+    zeigeHinweise();
+    zeigeGeltende();
+}
+
+QLineEdit* Rassenseite::mangelhaftesFeld() {
+    vervollständige();
+    for (int i = 0; i < Rassenzahl; ++i) {
+        // The race that is shown comes first.
+        const std::size_t rasse = (gezeigte_ + static_cast<std::size_t>(i)) % standards_.size();
+        for (const Feld& f : felder_) {
+            if (f.zeile->art == Werteart::Bereich &&
+                bereichsmangel(f.zeile->text(standards_.at(rasse)))) {
+                tbs_Rasse_->setCurrentIndex(static_cast<int>(rasse));
+                return f.eingabe;
+            }
+        }
+    }
+    return nullptr;
+}
+
+/// Marks ranges that are none and says why below the group, where those marks stand, too, that can
+/// keep no sample from passing.
+void Rassenseite::zeigeHinweise() {
+    constexpr double Alles = 100;
+    std::array<QStringList, 2> mängel;
+    std::array<QStringList, 2> wirkungslose;
+    for (const Feld& f : felder_) {
+        const std::size_t gruppe = f.zeile->gruppe == Standardgruppe::Drohnen ? 1 : 0;
+        QString hinweis = f.eingabe->toolTip();
+        if (f.zeile->art == Werteart::Prozent && prozentzahl(f.eingabe->text()) >= Alles) {
+            wirkungslose.at(gruppe) << f.eingabe->accessibleName();
+            hinweis += u". "_s + texte_(Meldung::HinweisWirkungslos);
+        }
+        QPalette farben;
+        if (f.zeile->art == Werteart::Bereich) {
+            if (const auto mangel = bereichsmangel(f.eingabe->text())) {
+                const QString grund = mangeltext(*mangel);
+                mängel.at(gruppe) << u"⚠ "_s + f.eingabe->accessibleName() + u": "_s + grund;
+                hinweis = grund;
+                farben.setColor(QPalette::Base, mangelfarbe(palette()));
+            }
+            f.eingabe->setPalette(farben);
+        }
+        f.eingabe->setAccessibleDescription(hinweis);
+    }
+    for (std::size_t i = 0; i < lab_Hinweis_.size(); ++i) {
+        lab_Mangel_.at(i)->setText(mängel.at(i).join(u'\n'));
+        lab_Mangel_.at(i)->setVisible(!mängel.at(i).isEmpty());
+        lab_Hinweis_.at(i)->setText(
+            texte_(Meldung::KriterienWirkungslos).arg(wirkungslose.at(i).join(u", "_s)));
+        lab_Hinweis_.at(i)->setVisible(!wirkungslose.at(i).isEmpty());
+    }
+}
+
+QString Rassenseite::mangeltext(Bereichsmangel mangel) const {
+    switch (mangel) {
+    case Bereichsmangel::Unfertig:
+        return texte_(Meldung::BereichUnfertig);
+    case Bereichsmangel::Verkehrt:
+        return texte_(Meldung::BereichVerkehrt);
+    case Bereichsmangel::ZuHoch:
+        break;
+    }
+    return texte_(Meldung::BereichZuHoch).arg(HöchsteKlasse);
+}
+
+/// With the lines after Kruber those that are stored step back, and those in force stand beside.
+void Rassenseite::zeigeGeltende() {
+    const bool nachKruber = gezeigt().linien.nachKruber();
+    Rassestandard kruber;
+    for (const Feld& f : felder_) {
+        if (f.zeile->gruppe != Linien) {
+            continue;
+        }
+        QPalette farben;
+        if (nachKruber) {
+            farben.setColor(QPalette::Text, palette().color(QPalette::Disabled, QPalette::Text));
+        }
+        f.eingabe->setPalette(farben);
+        const QString geltend =
+            texte_(Meldung::GeltenderWert).arg(anzeigetext(*f.zeile, kruber, format_));
+        f.geltend->setText(geltend);
+        f.geltend->setVisible(nachKruber);
+        f.eingabe->setAccessibleDescription(nachKruber ? geltend : f.eingabe->toolTip());
     }
 }
 

@@ -42,6 +42,9 @@ public:
     /// The same without the changes made since the last lade or gespeichert.
     void verwirf(const Einstellungen& einstellungen, int rasse);
 
+    /// The first field whose text is no range of classes, its race brought to the front; null when
+    /// there is none. Nothing may be saved before it is mended.
+    [[nodiscard]] QLineEdit* mangelhaftesFeld();
     /// Takes the fields over as they stand and puts race @p rasse into @p ini, then the other races
     /// that were changed. Boundary lines go to @p speicher too; false when it did not take them.
     [[nodiscard]] bool speichere(Profil& ini, Benutzerspeicher& speicher, int rasse);
@@ -65,6 +68,7 @@ private:
         QLineEdit* eingabe;
         Text wort;
         QString code; ///< code of the mark, or number of the range, beside it; else empty
+        QLabel* geltend = nullptr; ///< of a boundary line: the value in force
     };
     using Standards = std::array<Rassestandard, Rassenzahl>;
 
@@ -84,8 +88,12 @@ private:
     QLabel* label(Text wort);
     QLabel* zeilenkopf(Text wort, const QString& nummer = {});
     void beschrifte();
+    QWidget* hinweiszeilen(std::size_t index);
 
     void zeige();
+    void zeigeHinweise();
+    void zeigeGeltende();
+    [[nodiscard]] QString mangeltext(Bereichsmangel mangel) const;
     void verlasse(const Feld& feld);
     void vervollständige();
     [[nodiscard]] Rassestandard& gezeigt() { return standards_.at(gezeigte_); }
@@ -104,6 +112,9 @@ private:
     QWidget* blatt_;
     std::vector<Feld> felder_;
     std::array<QCheckBox*, 2> chk_CIMittel_{};
+    std::array<QComboBox*, 2> cbo_CIMittel_{};
+    std::array<QLabel*, 2> lab_Mangel_{};
+    std::array<QLabel*, 2> lab_Hinweis_{};
     std::array<QRadioButton*, 2> opt_Korrelation_{};
     std::array<QComboBox*, 2> cbo_DV_{};
     QPushButton* bef_TestReset_;

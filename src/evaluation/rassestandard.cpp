@@ -6,6 +6,7 @@
 #include "platform/profil.h"
 #include "settings/einstellungen.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tarvel {
@@ -219,6 +220,12 @@ std::span<const Standardzeile> standardtabelle() {
     return tabelle;
 }
 
+const Standardzeile& standardzeile(Standardgruppe gruppe, QStringView schlüssel) {
+    return *std::find_if(tabelle.begin(), tabelle.end(), [&](const Standardzeile& zeile) {
+        return zeile.gruppe == gruppe && zeile.schlüssel == schlüssel;
+    });
+}
+
 QStringView rassenendung(int rasse) {
     return istRasse(rasse) ? Endungen.at(static_cast<std::size_t>(rasse - 1)) : QStringView();
 }
@@ -275,6 +282,29 @@ Klassenbereich klassenbereich(QStringView text) {
 QString klassenbereichtext(Klassenbereich bereich) {
     const Zahlenformat format;
     return Format(bereich.von, u"00", format) + u'-' + Format(bereich.bis, u"00", format);
+}
+
+std::optional<Bereichsmangel> bereichsmangel(QStringView getippt) {
+    const QStringView text = getippt.trimmed();
+    const bool nurKlassen = std::all_of(text.begin(), text.end(), [](QChar zeichen) {
+        return erlaubt(Tastenfilter::Bereich, zeichen);
+    });
+    Klassenbereich bereich = klassenbereich(text);
+    if (nurKlassen) {
+        const auto teile = text.split(u'-');
+        if (teile.size() > 2 || teile.first().isEmpty() || teile.last().isEmpty()) {
+            return Bereichsmangel::Unfertig;
+        }
+        // What is beyond any number of classes need not fit a number of 16 bits either.
+        const auto klasse = [](QStringView teil) {
+            return static_cast<int>(std::min<double>(Val(teil), HöchsteKlasse + 1));
+        };
+        bereich = {klasse(teile.first()), klasse(teile.last())};
+    }
+    if (bereich.von > HöchsteKlasse || bereich.bis > HöchsteKlasse) {
+        return Bereichsmangel::ZuHoch;
+    }
+    return bereich.bis < bereich.von ? std::optional(Bereichsmangel::Verkehrt) : std::nullopt;
 }
 
 double prozentzahl(QStringView text) {

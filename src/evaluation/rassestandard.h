@@ -7,6 +7,7 @@
 #include <QStringView>
 
 #include <array>
+#include <optional>
 #include <span>
 
 namespace tarvel {
@@ -149,6 +150,9 @@ struct Standardzeile {
 /// All values in the order in which they are loaded and saved.
 [[nodiscard]] std::span<const Standardzeile> standardtabelle();
 
+/// The row of a key, which exists.
+[[nodiscard]] const Standardzeile& standardzeile(Standardgruppe gruppe, QStringView schlüssel);
+
 /// End of the keys of race 1 to 4: "C-", "M-", "L-", "P-"; empty for any other number.
 [[nodiscard]] QStringView rassenendung(int rasse);
 
@@ -178,6 +182,17 @@ void SpeichernKarte5Drohnen(const Rassestandard& standard, int rasse, Profil& in
 [[nodiscard]] Klassenbereich klassenbereich(QStringView text);
 /// "01-15".
 [[nodiscard]] QString klassenbereichtext(Klassenbereich bereich);
+/// Why a text that was typed is no range of classes.
+enum class Bereichsmangel {
+    Unfertig, ///< one of the two classes is missing, or there are more
+    Verkehrt, ///< the first class lies above the last
+    ZuHoch,   ///< a class above HöchsteKlasse
+};
+inline constexpr int HöchsteKlasse = 30;
+/// Judges the text as it was typed, before it is normalised. A single class is a range of its own;
+/// words, which can only be pasted, count as the 0 that they are normalised to.
+[[nodiscard]] std::optional<Bereichsmangel> bereichsmangel(QStringView getippt);
+
 /// The number a percentage text begins with; 0 when there is none.
 [[nodiscard]] double prozentzahl(QStringView text);
 

@@ -1,5 +1,6 @@
 #include "app/optionen.h"
 
+#include "evaluation/klassen.h"
 #include "evaluation/rassenseite.h"
 #include "support/kinder.h"
 #include "support/testdialoge.h"
@@ -349,4 +350,51 @@ TEST_F(OptionenTest, everyLanguage_fitsASmallScreenAndRelabels) {
         EXPECT_LE(dialog->minimumSizeHint().width(), 1280);
         EXPECT_LE(dialog->minimumSizeHint().height(), 680); // without title and task bar
     }
+}
+
+TEST_F(OptionenTest, impossibleClassRange_isNamedAndMendedBeforeAnythingIsSaved) {
+    struct Fall {
+        QString getippt;
+        Meldung grund;
+    };
+    öffne();
+    auto& feld = kind<QLineEdit>(u"txt_CIK_1"_s);
+    const QColor sonst = feld.palette().color(QPalette::Base);
+    for (const Fall& f : {Fall{u"15-01"_s, Meldung::BereichVerkehrt},
+                          {u"15-"_s, Meldung::BereichUnfertig},
+                          {u"-15"_s, Meldung::BereichUnfertig},
+                          {u"1-5-7"_s, Meldung::BereichUnfertig},
+                          {u""_s, Meldung::BereichUnfertig},
+                          {u"1-31"_s, Meldung::BereichZuHoch},
+                          {u"1-115"_s, Meldung::BereichZuHoch},
+                          {u"99999-17"_s, Meldung::BereichZuHoch}}) {
+        tippe(u"txt_CIK_1"_s, f.getippt);
+        QTest::keyClick(&feld, f.getippt.isEmpty() ? Qt::Key_Backspace : Qt::Key_End);
+        zeige(kind<QCheckBox>(u"chk_Nummer"_s));
+        bestätige();
+        EXPECT_TRUE(dialog->isVisible()) << qPrintable(f.getippt);
+        EXPECT_TRUE(feld.hasFocus()) << qPrintable(f.getippt);
+        EXPECT_EQ(feld.text(), f.getippt);
+        QString grund = texte(f.grund);
+        grund.replace(u"%1"_s, u"30"_s);
+        EXPECT_TRUE(kind<QLabel>(u"lab_Mangel_0"_s).text().contains(grund));
+        EXPECT_EQ(feld.accessibleDescription(), grund);
+        EXPECT_NE(feld.palette().color(QPalette::Base), sonst);
+        EXPECT_TRUE(ini().isEmpty());
+    }
+    tippe(u"txt_CIK_1"_s, u"1-15"_s);
+    EXPECT_FALSE(kind<QLabel>(u"lab_Mangel_0"_s).isVisible());
+    bestätige();
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_TRUE(ini().contains("Klasse 1C-=01-15"));
+}
+
+TEST_F(OptionenTest, minimumSizes_areKept) {
+    öffne();
+    tippe(u"txt_SollFlügel"_s, u"30"_s);
+    tippe(u"txt_SollBienen"_s, u"400"_s); // no share is computed of so many
+    bestätige();
+    EXPECT_EQ(einstellungen->zahl(Einstellung::SollFlügel), 30);
+    EXPECT_LE(einstellungen->zahl(Einstellung::SollBienen), HöchsteAnzahl);
+    EXPECT_FALSE(ini().contains("Zielzahl"));
 }

@@ -270,3 +270,52 @@ TEST_F(RassenseiteTest, noRaceSelected_keepsWhatIsShown) {
     seite.lade(einstellungen, 0);
     EXPECT_EQ(feld(u"txt_Filz_1"_s).text(), u"77%"_s);
 }
+
+TEST_F(RassenseiteTest, brokenRangeOfAnotherRace_staysWithItAndComesToTheFront) {
+    tippe(u"txt_CIK_3"_s, u"11-"_s);
+    wähleKarte(2);
+    EXPECT_EQ(feld(u"txt_CIK_3"_s).text(), u"01-11"_s);
+    EXPECT_FALSE(kind<QLabel>(u"lab_Mangel_1"_s).isVisible());
+    EXPECT_EQ(seite.mangelhaftesFeld(), &feld(u"txt_CIK_3"_s));
+    EXPECT_EQ(kind<QTabBar>(u"tbs_Rasse"_s).currentIndex(), 0);
+    EXPECT_EQ(feld(u"txt_CIK_3"_s).text(), u"11-"_s);
+    EXPECT_TRUE(kind<QLabel>(u"lab_Mangel_1"_s).text().contains(u"Klasse 3"_s));
+    QTest::mouseClick(&kind<QPushButton>(u"bef_TestReset"_s), Qt::LeftButton);
+    EXPECT_EQ(seite.mangelhaftesFeld(), nullptr);
+}
+
+TEST_F(RassenseiteTest, criterionThatAllowsEverything_isNamed) {
+    EXPECT_TRUE(kind<QLabel>(u"lab_Hinweis_0"_s)
+                    .text()
+                    .endsWith(u"Panzerzeichen O, Haarlänge k, Filzbinden F"_s));
+    tippe(u"txt_CI_1"_s, u"100"_s);
+    verlasse(u"txt_CI_1"_s);
+    EXPECT_TRUE(kind<QLabel>(u"lab_Hinweis_0"_s).text().endsWith(u"Filzbinden F, Klasse 1"_s));
+}
+
+TEST_F(RassenseiteTest, meanOfCI_isCheckedInTheChosenDirection) {
+    auto& schalter = kind<QCheckBox>(u"chk_CIMittel_1"_s);
+    auto& richtung = kind<QComboBox>(u"cbo_CIMittel_1"_s);
+    EXPECT_EQ(richtung.currentText(), u"Mittelwert über"_s);
+    QTest::mouseClick(&schalter, Qt::LeftButton, {}, QPoint(8, schalter.height() / 2));
+    QTest::keyClick(&richtung, Qt::Key_Down);
+    EXPECT_TRUE(speichere());
+    Rassenseite neu(texte, Zahlenformat{});
+    neu.lade(einstellungen, 1);
+    EXPECT_TRUE(neu.standard(1).drohnen.mittel.unter());
+    EXPECT_FALSE(neu.standard(1).arbeiterinnen.mittel.unter());
+    EXPECT_EQ(tarvel::kind<QComboBox>(neu, u"cbo_CIMittel_1"_s).currentIndex(), 1);
+}
+
+TEST_F(RassenseiteTest, linesAfterKruber_standBesideTheStoredOnes) {
+    schreibeIni("[Grenzlinien]\r\nHI DrohnC-=901\r\nKorrelationC-=0\r\n");
+    seite.lade(einstellungen, 1);
+    const QColor schrift = feld(u"txt_Linien_4"_s).palette().color(QPalette::Text);
+    EXPECT_FALSE(kind<QLabel>(u"lab_Geltend_4"_s).isVisible());
+    auto& nachKruber = kind<QRadioButton>(u"opt_Korrelation_0"_s);
+    QTest::mouseClick(&nachKruber, Qt::LeftButton, {}, QPoint(8, nachKruber.height() / 2));
+    EXPECT_EQ(feld(u"txt_Linien_4"_s).text(), u"0.901"_s);
+    EXPECT_NE(feld(u"txt_Linien_4"_s).palette().color(QPalette::Text), schrift);
+    EXPECT_TRUE(kind<QLabel>(u"lab_Geltend_4"_s).isVisible());
+    EXPECT_EQ(kind<QLabel>(u"lab_Geltend_4"_s).text(), u"gilt: 0.880"_s);
+}
