@@ -91,6 +91,7 @@ HG::~HG() {
 
 void HG::verbindeMessplatz() {
     fläche_.messplatz->beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
+    protokoll_.beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
     fläche_.messplatz->beiZustand([this] { zeigeZustand(); });
     fläche_.messplatz->beiBildwunsch([this] { verteiler_.führeAus(befehl::BildLaden); });
     fläche_.messleiste->beiPunktwahl([this](int nummer) {

@@ -117,7 +117,7 @@ QStringList Protokollausgabe::fehlendes() const {
 void Protokollausgabe::drucke(QWidget* fenster, const QString& ordner) {
     const Texte& t = umgebung_.texte;
     const QString& titel = t(Text::MenüProtokollDrucken);
-    if (untersuchung_.reihe().leer()) {
+    if (untersuchung_.reihe().leer() && untersuchung_.merkmale().leer()) {
         umgebung_.dialoge.meldung(titel, t(Meldung::ProtokollOhneFlügel), Meldungsart::Ausruf);
         return;
     }
@@ -143,6 +143,9 @@ void Protokollausgabe::drucke(QWidget* fenster, const QString& ordner) {
                                                   u".pdf"_s)},
                     fenster);
     dialog.exec();
+    if (!dialog.geschrieben().isEmpty() && beiHinweis_) {
+        beiHinweis_({Meldung::DateiGeschrieben, {dialog.geschrieben()}});
+    }
 }
 
 bool Protokollausgabe::verlasseÜbersetzung() {

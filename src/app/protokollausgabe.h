@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/umgebung.h"
+#include "lang/hinweise.h"
 #include "lang/protokolltexte.h"
 #include "print/druckersystem.h"
 #include "print/protokollseite.h"
@@ -27,6 +28,10 @@ public:
     Protokollausgabe(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz);
     ~Protokollausgabe();
 
+    /// Called with what is to be said of a report that was written.
+    void beiHinweis(std::function<void(const Hinweis&)> hinweis) {
+        beiHinweis_ = std::move(hinweis);
+    }
     /// Called when page 1 or 2 is to be seen.
     void beiSeitenwahl(std::function<void(int seite)> wahl) { beiSeitenwahl_ = std::move(wahl); }
 
@@ -65,6 +70,7 @@ private:
     void zeige(std::shared_ptr<const Vorlage> vorlage);
 
     std::function<void(int seite)> beiSeitenwahl_;
+    std::function<void(const Hinweis&)> beiHinweis_;
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     const Untersuchung& untersuchung_;

@@ -36,7 +36,7 @@ Status schreibe(const GeleseneUntersuchung& gelesen, const Protokollbefehl& befe
     Untersuchung untersuchung;
     untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
                       gelesen.zusatz);
-    if (untersuchung.reihe().leer()) {
+    if (untersuchung.reihe().leer() && untersuchung.merkmale().leer()) {
         melde(umgebung, befehl.datenbank, t(Meldung::ProtokollOhneFlügel));
         return Status::NichtLesbar;
     }

@@ -145,6 +145,7 @@ void Drucken_::bef_PDF_Click() {
     const QString grund = speichereProtokoll(pfad, vorlage_.daten, vorlage_.grafik, seiten());
     zeigeFortschritt(false);
     if (grund.isEmpty()) {
+        geschrieben_ = pfad;
         accept();
         return;
     }

@@ -37,7 +37,11 @@ class Drucken_ : public QDialog {
 public:
     Drucken_(const Druckumgebung& umgebung, const Druckvorlage& vorlage, QWidget* parent = nullptr);
 
+    /// Full path of the PDF file that was written; empty when there is none.
+    [[nodiscard]] const QString& geschrieben() const { return geschrieben_; }
+
 private:
+    QString geschrieben_;
     void baue();
     void Form_Activate();
     void bef_Drucken_Click();

@@ -73,12 +73,12 @@ TEST_F(Protokolltest, secondPreview_isThereForReportsOfTwoPages) {
     EXPECT_TRUE(kind<QAction>(u"men_Datei_9"_s).isEnabled());
 }
 
-TEST_F(Protokolltest, reportWithoutWings_isRefused) {
+TEST_F(Protokolltest, reportOfNothing_isRefused) {
     wähle(u"men_Datei_8"_s);
     EXPECT_THAT(
         dialoge.meldungen,
-        ElementsAre(u"Protokoll drucken: Es ist kein Flügel gemessen. Ein Protokoll braucht "
-                    "mindestens einen Flügel."_s));
+        ElementsAre(u"Protokoll drucken: Es ist nichts gemessen. Ein Protokoll braucht "
+                    "mindestens einen Flügel oder die Körpermerkmale einer Biene."_s));
     EXPECT_THAT(drucker.aufträge, IsEmpty());
 }
 
@@ -139,6 +139,17 @@ TEST_F(Protokolltest, withoutAPrinter_aPdfIsWritten) {
     QFile pdf(pfad + u".pdf"_s);
     ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
     EXPECT_EQ(pdf.read(5), QByteArray("%PDF-"));
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    EXPECT_EQ(hinweis(), u"'%1.pdf' ist geschrieben."_s.arg(pfad));
+}
+
+TEST_F(Protokolltest, bodyMarksAlone_giveAReport) {
+    wähle(u"men_Ansicht_2"_s);
+    kind<QAbstractButton>(u"bef_Übernehmen"_s).click();
+    dialoge.dateien = {ordner.filePath(u"marken.pdf"_s)};
+    dialoge.antworten = {Antwort::Ja}; // the indices are missing
+    drucke([](QDialog& dialog) { im<QPushButton>(dialog, u"bef_PDF"_s).click(); });
+    EXPECT_TRUE(QFile::exists(ordner.filePath(u"marken.pdf"_s)));
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
 }
 
