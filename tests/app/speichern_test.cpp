@@ -379,7 +379,7 @@ TEST_F(Speicherntest, storedVerdictThatTheStandardNoLongerGives_isSaid) {
     EXPECT_EQ(zeile(nummer())->Z_NAME, u"B"_s);
     EXPECT_EQ(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
     // … and until the user wants the present standard's.
-    emit kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
+    Q_EMIT kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
     EXPECT_TRUE(hg().isWindowModified());
     EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).isHidden());
     wähle(u"men_Datei_2"_s);
