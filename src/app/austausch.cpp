@@ -144,9 +144,11 @@ QString Austausch::exportiere() const {
         return {};
     }
     const bool alsTps = ziel.endsWith(tps, Qt::CaseInsensitive);
-    Ausfuhr ausfuhr(alsTps ? Ausfuhrart::Tps : Ausfuhrart::Flügel, bildhöhe);
     const Satzumgebung satz = satzumgebung();
     const Ablagestand stand = arbeitsplatz_.ablagestand();
+    Ausfuhr ausfuhr(alsTps ? Ausfuhrart::Tps : Ausfuhrart::Flügel, [&](const QString& bild) {
+        return bildhöhe(bild, arbeitsplatz_.ablage().DatenbankPfad());
+    });
     (void)ausfuhr.nimm(satzAus(arbeitsplatz_.untersuchung(), stand.urteil, stand.auflösung,
                                umgebung_.uhr.now().date(), satz),
                        satz);

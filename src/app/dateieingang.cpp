@@ -2,7 +2,6 @@
 
 #include "measure/aufloesung.h"
 #include "measure/bildhoehe.h"
-#include "measure/bildort.h"
 #include "measure/koordinatenausgabe.h"
 #include "measure/koordinatenreihe.h"
 #include "measure/leseproblem.h"
@@ -50,12 +49,8 @@ Dateiart dateiart(const QString& pfad) {
 /// @p ohneBild, to be laid in its place when the picture is found.
 void legeInsBild(Flügelmessung& messung, const QDir& ordner, QStringList& ohneBild) {
     const QString bild = ordner.filePath(messung.bilddatei);
-    // Whoever wrote the file may name any computer; the user chose only that of the file itself.
-    const QString rechner = netzrechner(bild);
-    const bool darfFragen = rechner.isEmpty() || rechner == netzrechner(ordner.path());
-    if (!messung.bilddatei.isEmpty() && darfFragen &&
-        QFileInfo(Bildort::aus(bild).datei).isFile()) {
-        const std::optional<float> höhe = bildhöhe(bild);
+    if (!messung.bilddatei.isEmpty()) {
+        const std::optional<float> höhe = bildhöhe(bild, ordner.path());
         if (const auto gelegt = höhe ? gespiegelt(messung.punkte, *höhe) : std::nullopt) {
             messung.bilddatei = bild;
             messung.punkte = *gelegt;

@@ -151,9 +151,9 @@ public:
         , ordner_(ordner) {}
 
     int laufe() {
+        legeDatenbankAn();
         QFile::remove(ziel_.filePath(u"musterblatt.png"_s));
         QFile::copy(u":/tarvel/musterblatt.png"_s, ziel_.filePath(u"musterblatt.png"_s));
-        legeDatenbankAn();
         if (!starte()) {
             return 1;
         }
@@ -454,6 +454,13 @@ private:
 int demo(const Befehlszeile& zeile) {
     if (!QDir().mkpath(zeile.demo)) {
         std::fputs(qPrintable(u"tarvel: cannot make the folder "_s + zeile.demo + u'\n'), stderr);
+        return 1;
+    }
+    // What it leaves takes the place of files of these names.
+    if (const QDir ziel(zeile.demo); !ziel.isEmpty() && !ziel.exists(u"demo.tdb"_s)) {
+        std::fputs(qPrintable(u"tarvel: the folder "_s + zeile.demo +
+                              u" holds files that are not of a demo\n"_s),
+                   stderr);
         return 1;
     }
     // A person's own settings stay out of it.

@@ -15,7 +15,9 @@ Status exportiere(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebung) {
         .texte = t, .format = umgebung.format, .rassen = rassenliste(Einstellungen(QString()))};
     try {
         const Ergebnistabelle tabelle(befehl.datenbank);
-        Ausfuhr ausfuhr(befehl.art, umgebung.bildhöhe);
+        Ausfuhr ausfuhr(befehl.art, [&](const QString& bild) {
+            return umgebung.bildhöhe(bild, befehl.datenbank);
+        });
         bool vollständig = true;
         tabelle.sätze(
             tabelle.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),

@@ -54,7 +54,10 @@ void melde(const Batchumgebung& umgebung, const QString& datei, const Leseproble
 namespace {
 
 void meldeUnlesbar(const Batchumgebung& umgebung, const QString& datei) {
-    melde(umgebung, datei, textUnlesbar(datei, umgebung.texte), 1);
+    const QString grund = datei == Standardstrom
+                              ? umgebung.texte(Meldung::DateiLesefehler).arg(datei)
+                              : textUnlesbar(datei, umgebung.texte);
+    melde(umgebung, datei, grund, 1);
 }
 
 } // namespace
@@ -63,11 +66,16 @@ std::optional<QByteArray> liesOderMelde(const Batchumgebung& umgebung, const QSt
     if (datei == Standardstrom) {
         QByteArray alles; // a pipe gives what is there just now
         while (alles.size() <= GrößteTextdatei) {
-            const QByteArray teil = umgebung.eingabe.read(GrößteTextdatei + 1 - alles.size());
-            if (teil.isEmpty()) {
+            QByteArray teil(GrößteTextdatei + 1 - alles.size(), Qt::Uninitialized);
+            const qint64 anzahl = umgebung.eingabe.read(teil.data(), teil.size());
+            if (anzahl < 0) {
+                meldeUnlesbar(umgebung, datei);
+                return std::nullopt;
+            }
+            if (anzahl == 0) {
                 break;
             }
-            alles += teil;
+            alles += teil.first(anzahl);
         }
         return alles;
     }

@@ -27,8 +27,8 @@ struct Batchumgebung {
     QIODevice& ausgabe;        ///< results
     QIODevice& fehler;         ///< messages
     bool zeigtAusgabe = false; ///< whether results go to a terminal, where somebody looks at them
-    /// Height of a picture in pixels; nullopt when it cannot be had.
-    std::function<std::optional<float>(const QString& pfad)> bildhöhe;
+    /// Height in pixels of a picture that a file names; nullopt when it cannot be had.
+    std::function<std::optional<float>(const QString& pfad, const QString& quelle)> bildhöhe;
 };
 
 /// The decimal separator that goes with a language. The system's own does not matter here, so that

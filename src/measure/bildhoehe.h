@@ -6,7 +6,9 @@
 
 namespace tarvel {
 
-/// Height of a picture in pixels; nullopt when it is not there or cannot be read.
-[[nodiscard]] std::optional<float> bildhöhe(const QString& pfad);
+/// Height in pixels of a picture that the file or folder @p quelle names; nullopt when it is not
+/// there or cannot be read. Whoever wrote @p quelle may name any computer; another one is asked
+/// only when @p quelle itself lies there.
+[[nodiscard]] std::optional<float> bildhöhe(const QString& pfad, const QString& quelle);
 
 } // namespace tarvel

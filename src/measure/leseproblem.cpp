@@ -73,6 +73,7 @@ QString textUnlesbar(const QString& pfad, const Texte& texte) {
     const QFileInfo datei(pfad);
     const Meldung grund = datei.isDir()                       ? Meldung::DateiIstOrdner
                           : datei.exists() && !datei.isFile() ? Meldung::DateiBesondere
+                          : datei.isReadable()                ? Meldung::DateiLesefehler
                           : datei.exists()                    ? Meldung::DateiKeineRechte
                                                               : Meldung::DateiVerschwunden;
     return texte(grund).arg(QDir::toNativeSeparators(pfad));

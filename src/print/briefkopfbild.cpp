@@ -28,6 +28,8 @@ namespace {
 constexpr int GrößteBreite = 5000;
 // All of these are decoded before they are reduced, while the window waits.
 constexpr qint64 HöchstensBildpunkte = 100'000'000;
+// A drawing keeps its pictures as they are, however small they were packed.
+constexpr qint64 HöchstensMitgebracht = qint64{GrößteBreite} * GrößteBreite;
 
 // Millimetres.
 constexpr double Papierrand = 5;  ///< that many printers leave white
@@ -41,17 +43,21 @@ bool istZeichnung(const QImageReader& leser) {
     return leser.format().startsWith("svg");
 }
 
-/// Whether what an image element names is a picture that the drawing brings along. A drawing within
-/// a drawing is none: the toolkit follows it without end when it names itself.
-bool bringtBildMit(const QString& verweis) {
+/// How many pixels the picture has that an image element brings along; nothing when it names
+/// anything else. A drawing within a drawing is none: the toolkit follows it without end when it
+/// names itself.
+std::optional<qint64> mitgebrachteBildpunkte(const QString& verweis) {
     const qsizetype bytes = verweis.lastIndexOf(QStringLiteral("base64,"));
     if (!verweis.startsWith(QStringLiteral("data:")) || bytes < 0) {
-        return false;
+        return std::nullopt;
     }
     QByteArray inhalt = QByteArray::fromBase64(verweis.mid(bytes + 7).toLatin1());
     QBuffer puffer(&inhalt);
     const QImageReader leser(&puffer);
-    return leser.canRead() && !istZeichnung(leser);
+    const QSize größe = leser.size();
+    return leser.canRead() && !istZeichnung(leser) && größe.isValid()
+               ? std::optional(qint64{größe.width()} * größe.height())
+               : std::nullopt;
 }
 
 /// Counts the elements that a drawing becomes when everything that it uses is put in its place. A
@@ -102,6 +108,7 @@ QByteArray leseZeichnung(const QString& datei) {
     QByteArray bytes = quelle.readAll();
     QXmlStreamReader leser(bytes);
     Verwendungen verwendungen;
+    qint64 bildpunkte = 0;
     while (!leser.atEnd()) {
         const QXmlStreamReader::TokenType art = leser.readNext();
         if (art == QXmlStreamReader::EndElement) {
@@ -118,7 +125,12 @@ QByteArray leseZeichnung(const QString& datei) {
                 continue;
             }
             verweis = angabe.value().trimmed().toString();
-            if (bild && !bringtBildMit(verweis)) {
+            if (!bild) {
+                continue;
+            }
+            const auto mitgebracht = mitgebrachteBildpunkte(verweis);
+            bildpunkte += mitgebracht.value_or(0);
+            if (!mitgebracht || bildpunkte > HöchstensMitgebracht) {
                 return {};
             }
         }

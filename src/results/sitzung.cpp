@@ -102,11 +102,11 @@ std::optional<Sitzungsstand> Sitzung::lies() {
     }
     QFile datei(pfad_);
     Sitzungslesung lesung;
-    if (info.size() > GrößteDatei || !datei.open(QIODevice::ReadOnly)) {
-        lesung.beschädigt = true;
-    } else {
+    if (info.size() <= GrößteDatei && datei.open(QIODevice::ReadOnly)) {
         lesung = sitzungAus(datei.readAll());
     }
+    // What a failing drive kept back must not be written over.
+    lesung.beschädigt = lesung.beschädigt || !datei.isOpen() || datei.error() != QFile::NoError;
     datei.close();
     gemerkt_ = lesung.stand;
     if (!lesung.beschädigt) {

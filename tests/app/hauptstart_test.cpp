@@ -1,4 +1,6 @@
+#include "app/befehlszeile.h"
 #include "app/dateiannahme.h"
+#include "app/demo.h"
 #include "app/fenster.h"
 #include "platform/instanz.h"
 #include "platform/profil.h"
@@ -133,6 +135,15 @@ TEST_F(Starttest, filesThatNobodyTakes_areToldLikeNone) {
     EXPECT_FALSE(zweites.Hauptstart({u"/a.png"_s}));
     EXPECT_THAT(dialoge.meldungen, ElementsAre(u"Tarvel: Tarvel ist bereits gestartet."_s));
     QFile::remove(adresse);
+}
+
+TEST_F(Starttest, demoInAFolderOfSomebodyElse_leavesItAlone) {
+    ASSERT_TRUE(QFile(ordner.filePath(u"protokoll.pdf"_s)).open(QIODevice::WriteOnly));
+    Befehlszeile zeile;
+    zeile.demo = ordner.path();
+    EXPECT_EQ(demo(zeile), 1);
+    EXPECT_EQ(QDir(ordner.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList(u"protokoll.pdf"_s));
 }
 
 TEST_F(Starttest, settingsFile_isReadOnceUntilItChanges) {

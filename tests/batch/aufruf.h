@@ -30,8 +30,12 @@ protected:
     QTemporaryDir ordner_;
 
     /// Calls the program in the folder; arguments are separated by blanks.
-    Lauf rufe(const QString& argumente, const QByteArray& eingabe = {}) const {
+    Lauf rufe(const QString& argumente, const QByteArray& eingabe = {},
+              const QString& eingabedatei = {}) const {
         QProcess programm;
+        if (!eingabedatei.isEmpty()) {
+            programm.setStandardInputFile(eingabedatei);
+        }
         programm.setWorkingDirectory(ordner_.path());
         QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();
         for (const char* anzeige :

@@ -333,4 +333,15 @@ TEST_F(Bildertest, letterheadPicture_isShownOrLeftOut) {
     QFile::remove(pfad_);
     ASSERT_EQ(mkfifo(pfad_.toUtf8().constData(), 0600), 0);
     EXPECT_FALSE(grafik().vorhanden());
+    // A drawing keeps every picture that it brings along as it is.
+    pfad_ = ordner_.filePath(u"kopf.svg"_s);
+    const QByteArray bild =
+        "<image width='9' height='9' xlink:href='data:image/png;base64," +
+        mitPixeln({4000, 4000}, qCompress(QByteArray(4001 * 4000, '\0')).mid(4)).toBase64() + "'/>";
+    for (const int anzahl : {1, 2}) {
+        schreibe("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9' "
+                 "xmlns:xlink='http://www.w3.org/1999/xlink'>" +
+                 bild.repeated(anzahl) + "</svg>");
+        EXPECT_EQ(grafik().vorhanden(), anzahl == 1);
+    }
 }

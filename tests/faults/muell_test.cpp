@@ -170,6 +170,24 @@ TEST_F(Muelltest, soundFile_refusesNothing) {
     EXPECT_EQ(machAlles(), 0);
     EXPECT_EQ(gespeichert().size(), 16U);
     EXPECT_EQ(tabelle().zeilenfolge(u"SELECT * FROM Ergebnisse"_s, {}).size(), 16U);
+#ifdef Q_OS_LINUX
+    for (const QFileInfo& offen : QDir(u"/proc/self/fd"_s).entryInfoList(QDir::Files)) {
+        EXPECT_FALSE(offen.symLinkTarget().startsWith(ordner_.path())) << "still open";
+    }
+#endif
+}
+
+TEST_F(Muelltest, damagedList_isMendedByReindexing) {
+    fremd(
+        u"CREATE INDEX leer ON Ergebnisse(DATUM) WHERE 0; PRAGMA writable_schema = ON; "
+        u"UPDATE sqlite_master SET rootpage = (SELECT rootpage FROM sqlite_master WHERE name = "
+        u"'leer') WHERE name = 'Ergebnisse_DATUM'; DELETE FROM sqlite_master WHERE name = 'leer'"_s);
+    const auto gelistet = [this] {
+        return tabelle().zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY DATUM"_s, {}).size();
+    };
+    EXPECT_LT(gelistet(), 16U);
+    fremd(u"REINDEX"_s);
+    EXPECT_EQ(gelistet(), 16U);
 }
 
 TEST_F(Muelltest, cutOffFile_isRefusedOrKeepsWhatItHas) {

@@ -351,18 +351,22 @@ TEST_F(Vertrauen, programForPictures_getsTheNameAsOneArgument) {
     }
 }
 
-TEST(Vertrauensfrage, otherPrograms_areStartedFromTwoPlacesOnly) {
+TEST(Vertrauensfrage, otherProgramsAndNetworks_areReachedFromNowhereElse) {
     const QRegularExpression start(
         u"\\b(openDocument|runProgram|starteProgramm|QProcess|QDesktopServices|openUrl|std::system|"
         u"popen|execvp?|posix_spawn|ShellExecute|CreateProcess|QLibrary|QPluginLoader|dlopen|"
         u"setOpenExternalLinks|load_extension)\\b"_s);
+    const QRegularExpression netz(u"\\bQ(Tcp|Udp|Ssl|Sctp|Network|Host|Dns|Web|Http)[A-Z]|"
+                                  u"<sys/socket\\.h>|<curl/"_s);
     QStringList stellen;
     const QString wurzel = QStringLiteral(TARVEL_SOURCE);
     for (QDirIterator i(wurzel, {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
          i.hasNext();) {
         QFile datei(i.next());
         ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
-        if (QString::fromUtf8(datei.readAll()).contains(start)) {
+        const QString inhalt = QString::fromUtf8(datei.readAll());
+        EXPECT_FALSE(inhalt.contains(netz)) << i.filePath().toStdString();
+        if (inhalt.contains(start)) {
             stellen << i.filePath().mid(wurzel.size() + 1);
         }
     }

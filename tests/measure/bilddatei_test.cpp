@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QImageReader>
 #include <QImageWriter>
 #include <QTemporaryDir>
 #include <QtEndian>
@@ -16,6 +17,7 @@
 #include <functional>
 #include <limits>
 #include <optional>
+#include <vector>
 
 #include <jpeglib.h>
 
@@ -471,17 +473,27 @@ TEST_F(BilddateiTest, countsOfAPage_areTakenForWhatTheyCanBe) {
 }
 
 TEST_F(BilddateiTest, notedOrientation_leavesPixelsWhereTheyAreStored) {
-    QByteArray jpeg = gespeichert(verlauf(64, 48), "jpg");
+    const QImage bild = verlauf(64, 48);
+    QByteArray jpeg = gespeichert(bild, "jpg");
     // Exif with one entry: to be turned by a quarter.
-    const QByteArray exif = QByteArray::fromHex("ffe10022457869660000") + QByteArray("II*\0", 4) +
-                            QByteArray::fromHex("080000000100120103000100000006000000"
-                                                "00000000");
-    jpeg.insert(2, exif);
-    auto offen = Bilddatei::öffne(datei(jpeg));
-    ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
-    auto& bild = std::get<Bilddatei>(offen);
-    EXPECT_EQ(bild.größe(), QSize(64, 48));
-    EXPECT_LE(größterUnterschied(*bild.pixel(nullptr), verlauf(64, 48)), 6);
+    jpeg.insert(2, QByteArray::fromHex("ffe100224578696600004d4d002a00000008"
+                                       "00010112000300000001000600000000"
+                                       "0000"));
+    std::vector<QByteArray> gedrehte{jpeg};
+    for (const QImage::Format art : {QImage::Format_RGB888, QImage::Format_ARGB32}) {
+        QBuffer puffer(&gedrehte.emplace_back());
+        QImageWriter schreiber(&puffer, "tiff");
+        schreiber.setTransformation(QImageIOHandler::TransformationRotate90); // noted, not done
+        ASSERT_TRUE(schreiber.write(bild.convertToFormat(art)));
+    }
+    for (const QByteArray& bytes : gedrehte) {
+        const QString pfad = datei(bytes);
+        EXPECT_EQ(QImageReader(pfad).transformation(), QImageIOHandler::TransformationRotate90);
+        auto offen = Bilddatei::öffne(pfad);
+        ASSERT_TRUE(std::holds_alternative<Bilddatei>(offen));
+        EXPECT_EQ(Bilddatei::liesGröße(pfad), QSize(64, 48));
+        EXPECT_LE(größterUnterschied(*std::get<Bilddatei>(offen).pixel(nullptr), bild), 6);
+    }
 }
 
 TEST_F(BilddateiTest, stoppedAtAnyTime_givesNoPictureAndNoFault) {

@@ -1,4 +1,5 @@
 #include "measure/bildaufloesung.h"
+#include "measure/bildhoehe.h"
 #include "measure/bildort.h"
 #include "measure/bildsuche.h"
 
@@ -116,6 +117,8 @@ TEST_F(BildsucheTest, otherComputer_isAskedOnlyWhenTheUserChoseItsFiles) {
     bild.pfad = u'/' + bild.pfad;
     EXPECT_EQ(suche.suche(bild).art, Art::Fehlt);
     EXPECT_FALSE(suche.gehörtZu(bild, in(u"1.bmp"_s), bild.kennung));
+    EXPECT_EQ(bildhöhe(bild.pfad, in(u"a.tdb"_s)), std::nullopt);
+    EXPECT_EQ(bildhöhe(bild.pfad, u'/' + in(u"a.tdb"_s)), 30.F);
     suche.vertraue(bild.pfad);
     EXPECT_EQ(suche.suche(bild).art, Art::Gefunden);
 }

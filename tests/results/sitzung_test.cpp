@@ -380,6 +380,13 @@ TEST_F(Sitzungstest, filesOfOthers_arePutAside) {
     Sitzung leer(pfad_);
     EXPECT_FALSE(leer.lies());
     EXPECT_TRUE(leer.beiseite().isEmpty());
+#ifdef Q_OS_LINUX
+    QFile::remove(pfad_);
+    ASSERT_TRUE(QFile::link(u"/proc/self/mem"_s, pfad_)); // reading it fails as a bad drive does
+    Sitzung unlesbar(pfad_);
+    EXPECT_FALSE(unlesbar.lies());
+    EXPECT_FALSE(unlesbar.beiseite().isEmpty());
+#endif
 }
 
 TEST_F(Sitzungstest, fileThatGoesMeanwhile_isMadeAnewAsAWhole) {
