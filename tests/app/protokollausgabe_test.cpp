@@ -75,10 +75,9 @@ TEST_F(Protokolltest, secondPreview_isThereForReportsOfTwoPages) {
 
 TEST_F(Protokolltest, reportOfNothing_isRefused) {
     wähle(u"men_Datei_8"_s);
-    EXPECT_THAT(
-        dialoge.meldungen,
-        ElementsAre(u"Protokoll drucken: Es ist nichts gemessen. Ein Protokoll braucht "
-                    "mindestens einen Flügel oder die Körpermerkmale einer Biene."_s));
+    EXPECT_THAT(dialoge.meldungen,
+                ElementsAre(u"Protokoll drucken: Es ist nichts gemessen. Ein Protokoll braucht "
+                            "mindestens einen Flügel oder die Körpermerkmale einer Biene."_s));
     EXPECT_THAT(drucker.aufträge, IsEmpty());
 }
 
