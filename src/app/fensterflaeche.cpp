@@ -21,6 +21,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel {
 
@@ -62,6 +63,9 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     links->setMinimumWidth(kolonie->minimumSizeHint().width() + Rand);
     linkeLeiste = links;
 
+    messleiste->reihe().beiWahl(
+        [this](const std::vector<int>& flügel) { übertrageWahl(flügel, &messleiste->reihe()); });
+
     ansichten_->setObjectName(u"Ansichten"_s);
     for (QWidget* ansicht :
          {static_cast<QWidget*>(messplatz), static_cast<QWidget*>(&auswertung.kurven()),
@@ -95,7 +99,7 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
 Reihenansicht& Fensterfläche::alle() {
     if (alle_ == nullptr) {
         alle_ = new Reihenansicht(umgebung_.texte, modelle_, u"Liste"_s, Qt::Horizontal);
-        alle_->beiWahl([this](const std::vector<int>& flügel) { auswertung_.hebeHervor(flügel); });
+        alle_->beiWahl([this](const std::vector<int>& flügel) { übertrageWahl(flügel, alle_); });
         alle_->setzeBefehle(flügelbefehle_);
         ansichten_->addWidget(alle_);
     }
@@ -106,6 +110,8 @@ Tabellenansicht& Fensterfläche::tabelle() {
     if (tabelle_ == nullptr) {
         tabelle_ = new Tabellenansicht(umgebung_.texte, modelle_);
         tabelle_->setzeBefehle(flügelbefehle_);
+        tabelle_->beiWahl(
+            [this](const std::vector<int>& flügel) { übertrageWahl(flügel, tabelle_); });
         ansichten_->addWidget(tabelle_);
     }
     return *tabelle_;
@@ -209,14 +215,23 @@ void Fensterfläche::setzeFlügelbefehle(const QList<QAction*>& befehle) {
 }
 
 void Fensterfläche::wähle(const std::vector<int>& flügel) {
-    messleiste->reihe().wähle(flügel);
-    if (alle_ != nullptr) {
-        alle_->wähle(flügel);
+    übertrageWahl(flügel, nullptr);
+}
+
+void Fensterfläche::übertrageWahl(const std::vector<int>& flügel, const QWidget* von) {
+    if (std::exchange(überträgt_, true)) {
+        return; // a view that follows
     }
-    if (tabelle_ != nullptr) {
+    for (Reihenansicht* liste : {alle_, &messleiste->reihe()}) {
+        if (liste != nullptr && liste != von) {
+            liste->wähle(flügel);
+        }
+    }
+    if (tabelle_ != nullptr && tabelle_ != von) {
         tabelle_->wähle(flügel);
     }
     auswertung_.hebeHervor(flügel);
+    überträgt_ = false;
 }
 
 } // namespace tarvel

@@ -73,6 +73,8 @@ public:
     void baueRest();
 
 private:
+    /// Brings a choice made in @p von, null for none, to the other views.
+    void übertrageWahl(const std::vector<int>& flügel, const QWidget* von);
     std::function<void()> beiAnsicht_;
     Umgebung umgebung_;
     const Messreihe& reihe_;
@@ -81,6 +83,7 @@ private:
     QWidget& vorschau_;
     QStackedWidget* ansichten_;
     QList<QAction*> flügelbefehle_;
+    bool überträgt_ = false; ///< a choice is on its way to the other views
     Reihenansicht* alle_ = nullptr;
     Tabellenansicht* tabelle_ = nullptr;
     Merkmalansicht* merkmal_ = nullptr;

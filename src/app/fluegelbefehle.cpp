@@ -109,12 +109,17 @@ void Flügelbefehle::beginneNeuen() {
 }
 
 void Flügelbefehle::geheZurück(bool wiederherstellen) {
+    const Hinweis vorher = hinweise_.gezeigter();
     const std::optional<Schritt> schritt =
         wiederherstellen ? arbeitsplatz_.stelleWiederHer() : arbeitsplatz_.macheRückgängig();
     // Whoever undoes must see what it did.
     if (schritt && istMessschritt(schritt->art) && arbeitsplatz_.messung().punkte().begonnen()) {
         fläche_.zeige(fläche_.messplatz);
         fläche_.messplatz->zeigeFlügel();
+    }
+    // What the line said of the step is no longer so.
+    if (schritt && hinweise_.gezeigter() == vorher) {
+        hinweise_.zeigeSchritt(*schritt, wiederherstellen);
     }
 }
 

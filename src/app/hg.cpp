@@ -167,12 +167,15 @@ void HG::folge(const Änderung& änderung) {
     if (änderung.Punkte || änderung.Aufnahme || änderung.Reihe) {
         fläche_.messplatz->folge();
     }
+    if (änderung.Untersuchung) {
+        fläche_.messplatz->folgeUntersuchung();
+    }
     if (änderung.Angaben || änderung.Urteil || änderung.Ablage) {
         protokoll_.aktualisiere();
     }
     ansichten_.folge(änderung);
     if (änderung.übernommen) {
-        fläche_.messleiste->reihe().wähle({änderung.übernommen->nummer});
+        fläche_.wähle({änderung.übernommen->nummer});
         fläche_.messplatz->nächsterFlügel();
     }
     bilder_.folge(änderung);
@@ -248,8 +251,18 @@ void HG::übernimmDateien(const QStringList& pfade) {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
     activateWindow();
+    const Hinweis vorher = hinweise_.gezeigter();
     öffneDateien(pfade);
-    hinweise_.zeige(Text::BereitsGestartet);
+    // What a file brought is worth more than that the program had been started; the hints by number
+    // only say what to do next.
+    Hinweis hinweis = hinweise_.gezeigter();
+    if (hinweis == vorher || std::holds_alternative<int>(hinweis.was)) {
+        hinweise_.zeige(Text::BereitsGestartet);
+    } else {
+        Hinweis beides(Text::BereitsGestartet);
+        beides.weitere.push_back(std::move(hinweis));
+        hinweise_.zeige(beides);
+    }
 }
 
 // Commands

@@ -31,8 +31,20 @@ const Hinweis& Hinweisgeber::gezeigter() const {
     return lab_H_->hinweis();
 }
 
+void Hinweisgeber::zeigeSchritt(const Schritt& schritt, bool wiederhergestellt) {
+    schritt_ = schritt;
+    zeige({wiederhergestellt ? Meldung::WiederherstellenSchritt : Meldung::RückgängigSchritt,
+           {schrittname(schritt, umgebung_.texte)}});
+}
+
 void Hinweisgeber::TexteAnwenden() {
     lab_H_->setAccessibleName(umgebung_.texte(Meldung::NameHinweiszeile));
+    // The name of a step is put together from words of the language.
+    const auto* const meldung = std::get_if<Meldung>(&gezeigter().was);
+    const bool wieder = meldung != nullptr && *meldung == Meldung::WiederherstellenSchritt;
+    if (schritt_ && (wieder || (meldung != nullptr && *meldung == Meldung::RückgängigSchritt))) {
+        zeigeSchritt(*schritt_, wieder);
+    }
 }
 
 void Hinweisgeber::warneVorGeringerAuflösung(bool neu) {

@@ -2,6 +2,7 @@
 
 #include "app/umgebung.h"
 #include "lang/hinweise.h"
+#include "results/schritte.h"
 
 namespace tarvel {
 
@@ -24,6 +25,8 @@ public:
     /// The hint that is shown.
     [[nodiscard]] const Hinweis& gezeigter() const;
     void TexteAnwenden();
+    /// Says which step was undone or done again.
+    void zeigeSchritt(const Schritt& schritt, bool wiederhergestellt);
 
     /// Says what a person is to be told about a change: hints, points that are missing, and why a
     /// wing was not taken over.
@@ -44,6 +47,7 @@ private:
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     Hinweiszeile* lab_H_;
+    std::optional<Schritt> schritt_; ///< of the hint about undo that was shown last
     bool begonnen_ = false;
     bool auflösungGemeldet_ = false;
     bool schreibfehlerGemeldet_ = false;

@@ -346,6 +346,10 @@ bool Messplatz::wiederhole(int nummer) {
     return true;
 }
 
+void Messplatz::folgeUntersuchung() {
+    offen_.ordneFlügelZu();
+}
+
 void Messplatz::folge() {
     folgeBild();
     folgeZoom();

@@ -92,6 +92,9 @@ public:
     void nächsterFlügel();
 
     /// Shows what is measured as it now stands: its picture and zoom, the points, and the wings of
+    /// To be called when another examination is open: some of its wings may lie on the picture that
+    /// is shown.
+    void folgeUntersuchung();
     /// the series. A picture that cannot be opened any more is told of and leaves an empty place.
     void folge();
     /// Goes to the points of the current wing, where they are out of sight.

@@ -46,19 +46,26 @@ bool OffenesBild::öffne(const QString& pfad, bool ganz) {
 
 void OffenesBild::nimm(Bilddatei datei) {
     datei_ = std::move(datei);
-    const QString& pfad = datei_->pfad();
-    const QString name = Bildort::aus(pfad).datei;
+    const QString name = Bildort::aus(datei_->pfad()).datei;
     auflösung_ = bildauflösung(name);
     befehle_.zeigtBild({.größe = datei_->größe(), .marke = inhaltsmarke(name)});
     wechselt_ = true;
+    ordneFlügelZu();
+    wechselt_ = false;
+    beiWechsel_();
+}
+
+void OffenesBild::ordneFlügelZu() {
+    if (!datei_) {
+        return;
+    }
+    const QString pfad = datei_->pfad();
     for (const GesuchtesBild& bild : gesuchteBilder(befehle_.reihe())) {
         if (zugang_.suche().gehörtZu(bild, pfad, befehle_.messung().bild())) {
             // measured where the picture was before
             befehle_.verlegeBild(bild, pfad, datei_->größe(), true);
         }
     }
-    wechselt_ = false;
-    beiWechsel_();
 }
 
 QString OffenesBild::finde(const GesuchtesBild& gesucht) {

@@ -48,6 +48,8 @@ public:
     /// Opens, without a word, @p pfad or else the picture of the last wing of the series wherever
     /// it is now. False when neither can be had.
     [[nodiscard]] bool öffneLetztes(const QString& pfad);
+    /// Ties wings that were measured on the open picture, wherever it was then, to where it is now.
+    void ordneFlügelZu();
 
 private:
     [[nodiscard]] QString finde(const GesuchtesBild& gesucht);

@@ -183,6 +183,11 @@ Tabellenansicht::Tabellenansicht(const Texte& texte, Reihenmodelle& modelle, QWi
                                 2 * kennzahlen_->frameWidth());
     layout->addWidget(flügel_, 1);
     layout->addLayout(fuß);
+    connect(flügel_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (beiWahl_) {
+            beiWahl_(gewählteNummern());
+        }
+    });
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
     beschrifte();
 }

@@ -55,12 +55,15 @@ public:
     void setzeBefehle(const QList<QAction*>& befehle);
     /// Selects the rows of these wings and makes the first of them the current one.
     void wähle(const std::vector<int>& nummern);
+    /// Called with the chosen wings whenever the selection changes.
+    void beiWahl(std::function<void(const std::vector<int>&)> wahl) { beiWahl_ = std::move(wahl); }
 
 private:
     void beschrifte();
 
     const Texte& texte_;
     Reihenmodelle& modelle_;
+    std::function<void(const std::vector<int>&)> beiWahl_;
     QTableView* flügel_;
     QTableView* kennzahlen_;
 };

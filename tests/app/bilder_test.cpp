@@ -28,6 +28,10 @@ struct Bildertest : Fenstertest {
         EXPECT_TRUE(bild.save(ordner.filePath(name)));
         return ordner.filePath(name);
     }
+    QString datenbank() const {
+        const QFileInfoList dateien = QDir(ordner.path()).entryInfoList({u"*.tdb"_s});
+        return dateien.isEmpty() ? QString() : dateien.front().absoluteFilePath();
+    }
     /// A stored examination with one wing, on a picture that then goes into another folder.
     QString missUndVerlege() {
         EXPECT_TRUE(starte());
@@ -151,6 +155,9 @@ TEST_F(Bildertest, pictureLoadedByHandElsewhere_showsItsWings_andComesBackAtTheN
     EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
     EXPECT_FALSE(hg().untersuchung().geändert());
     EXPECT_FALSE(kind<QAction>(u"men_Bearbeiten_3"_s).isEnabled()); // no step
+    hg().öffneDateien({datenbank()}); // the stored examination once more, with the picture open
+    EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
+    EXPECT_FALSE(hg().untersuchung().geändert());
     ASSERT_TRUE(hg().close());
     ASSERT_TRUE(starte());
     EXPECT_TRUE(QTest::qWaitFor([&] { return status().contains(u"flügel 100%.png"_s); }));

@@ -86,6 +86,22 @@ TEST_F(Flügeltest, key_leavesTheChosenWingOutAndTakesItBack) {
     EXPECT_THAT(reihe().ausgelassene(), IsEmpty());
     EXPECT_EQ(kind<QAction>(u"men_Bearbeiten_4"_s).iconText(),
               u"Wiederherstellen: Flügel 001 auslassen"_s);
+    EXPECT_EQ(hinweis(), u"Rückgängig: Flügel 001 auslassen"_s);
+    wähle(u"men_Sprache_1"_s);
+    EXPECT_EQ(hinweis(), u"Undo: Leave out wing 001"_s);
+}
+
+TEST_F(Flügeltest, wingChosenInOneView_isTheChosenOneInAll) {
+    ASSERT_TRUE(starte());
+    missZwei();
+    wähle(u"men_Ansicht_3"_s);
+    EXPECT_THAT(static_cast<Diagrammansicht&>(kind<QWidget>(u"pic_Kurven"_s)).hervorgehoben(),
+                ElementsAre(2)); // just taken over
+    wähle(u"men_Ansicht_0"_s);
+    wähleInListe(1);
+    wähle(u"men_Ansicht_3"_s);
+    drücke(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
 }
 
 TEST_F(Flügeltest, deletingAWing_keepsTheOtherNumbersAndIsUndone) {
