@@ -69,7 +69,7 @@ void OffenesBild::ordneFlügelZu() {
 }
 
 QString OffenesBild::finde(const GesuchtesBild& gesucht) {
-    const QString jetzt = zugang_.finde(gesucht);
+    QString jetzt = zugang_.finde(gesucht);
     if (!jetzt.isEmpty()) {
         // A picture of that name which is open is another one.
         befehle_.verlegeBild(gesucht, jetzt, zugang_.suche().größe(jetzt), gesucht.pfad != pfad());
