@@ -37,6 +37,10 @@ void bewerteAnteil(Kriterium& k, int höchstens) {
         return;
     }
     constexpr double Alles = 100;
+    if (k.anzahl > k.gesamt) { // groups of marks that contradict each other: no share of a sample
+        k.gewissheit = Gewissheit::OhneStreuung;
+        return;
+    }
     k.bereich = anteilsbereich(k.anzahl, k.gesamt);
     if (k.prüfwert.erlaubt >= Alles) {
         k.gewissheit = Gewissheit::ImmerErfüllt;

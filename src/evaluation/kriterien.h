@@ -11,7 +11,7 @@ namespace tarvel {
 /// How firm the outcome of a criterion is.
 enum class Gewissheit {
     NichtGemessen,
-    OhneStreuung, ///< secondary peak: counts, no interval
+    OhneStreuung, ///< no interval: a secondary peak, or marks that contradict each other
     ImmerErfüllt, ///< a limit that nothing can exceed
     Sicher,       ///< the interval lies on one side of the limit
     Offen,        ///< more bees could turn it

@@ -92,7 +92,7 @@ void Arbeitsplatz::schließeAb(const std::optional<Schritt>& schritt) {
         standard_ = ladeRassestandard(standardRasse_ + 1, ini_);
     }
     if (neuerStandard || ä.Reihe || ä.Merkmale || ä.Untersuchung ||
-        vorher.angaben.Tiere != jetzt_.angaben.Tiere) {
+        vorher.zusatz != jetzt_.zusatz || vorher.angaben.Tiere != jetzt_.angaben.Tiere) {
         urteil_ = urteile(prüfling(), standard_, einstellungen_.regeln);
         ä.Urteil = true;
     }
@@ -346,12 +346,12 @@ void Arbeitsplatz::wähleTiere(Geschlecht tiere) {
 }
 
 void Arbeitsplatz::beurteileNeu() {
-    führeAus([&] {
+    führeAus([&]() -> std::optional<Schritt> {
         Untersuchungszusatz zusatz = untersuchung_.zusatz();
         zusatz.Urteil = Ablageurteil::Keines;
         untersuchung_.setzeZusatz(zusatz);
         untersuchung_.alsGeändertMerken(untersuchung_.angabenGeändert(), true);
-        änderung_.Urteil = true;
+        return Schritt{Schrittart::Beurteilung};
     });
 }
 
@@ -409,6 +409,7 @@ void Arbeitsplatz::bewerteGespeichertes() {
     for (std::vector<Rückschritt>* schritte : {&zurück_, &vor_}) {
         for (Rückschritt& r : *schritte) {
             r.vorher.angabenGeändert = r.vorher.angaben != u.angaben();
+            r.vorher.zusatz.merkmaleUnlesbar = false; // they are not in the row any more
             r.vorher.messungenGeändert =
                 r.vorher.merkmale != u.merkmale() || *r.vorher.reihe != u.reihe();
         }

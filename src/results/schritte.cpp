@@ -99,6 +99,8 @@ QString schrittname(const Schritt& schritt, const Texte& t) {
         return einOderMehr(Meldung::SchrittWiederaufnehmen, Meldung::SchrittMehrereWiederaufnehmen);
     case Schrittart::Flügelauflösung:
         return t(Meldung::FlügelauflösungTitel);
+    case Schrittart::Beurteilung:
+        return t(Meldung::NeuBeurteilen);
     }
     return {};
 }

@@ -27,7 +27,8 @@ enum class Schrittart {
     Merkmale,
     Auslassen,
     Wiederaufnehmen,
-    Flügelauflösung ///< that of wings of the series
+    Flügelauflösung, ///< that of wings of the series
+    Beurteilung      ///< the stored verdict gave way to the present one
 };
 
 struct Schritt {

@@ -2,6 +2,7 @@
 
 #include "evaluation/beurteilung.h"
 #include "measure/messreihe.h"
+#include "measure/statistik.h"
 #include "results/kolonieangaben.h"
 #include "results/untersuchungszusatz.h"
 
@@ -45,10 +46,14 @@ public:
     /// Stays where it is, whatever series it becomes.
     [[nodiscard]] const Messreihe& reihe() const { return reihe_; }
     void setzeReihe(const Messreihe& reihe) {
+        // A picture that was found elsewhere, for example, changes nothing that was judged.
+        if (klassenCI(reihe) != klassenCI(reihe_) ||
+            werte(reihe, &Chartwerte::CI) != werte(reihe_, &Chartwerte::CI)) {
+            zusatz_.Urteil = Ablageurteil::Keines;
+        }
         reihe_ = reihe;
         reihe_.alsUnverändertMerken();
         messungenGeändert_ = true;
-        zusatz_.Urteil = Ablageurteil::Keines;
     }
 
     [[nodiscard]] const Merkmale& merkmale() const { return merkmale_; }

@@ -154,7 +154,8 @@ TEST_F(Bildertest, pictureLoadedByHandElsewhere_showsItsWings_andComesBackAtTheN
     ASSERT_TRUE(hg().ladeBild(neu));
     EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
     EXPECT_FALSE(hg().untersuchung().geändert());
-    EXPECT_FALSE(kind<QAction>(u"men_Bearbeiten_3"_s).isEnabled()); // no step
+    EXPECT_FALSE(kind<QAction>(u"men_Bearbeiten_3"_s).isEnabled());       // no step
+    EXPECT_NE(hg().untersuchung().zusatz().Urteil, Ablageurteil::Keines); // nothing was judged anew
     hg().öffneDateien({datenbank()}); // the stored examination once more, with the picture open
     EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
     EXPECT_FALSE(hg().untersuchung().geändert());

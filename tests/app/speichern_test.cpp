@@ -382,6 +382,10 @@ TEST_F(Speicherntest, storedVerdictThatTheStandardNoLongerGives_isSaid) {
     Q_EMIT kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
     EXPECT_TRUE(hg().isWindowModified());
     EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).isHidden());
+    wähle(u"men_Bearbeiten_3"_s); // undone
+    EXPECT_FALSE(kind<QLabel>(u"lab_Gespeichert"_s).isHidden());
+    EXPECT_FALSE(hg().isWindowModified());
+    wähle(u"men_Bearbeiten_4"_s);
     wähle(u"men_Datei_2"_s);
     EXPECT_NE(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
 }

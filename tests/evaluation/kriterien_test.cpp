@@ -189,6 +189,11 @@ TEST_F(Kriterientest, basis_saysWhatIsMissing) {
     EXPECT_FALSE(beurteilung().umfang.vorläufig());
     EXPECT_EQ(grundlagentext(beurteilung().umfang, texte),
               u"50 Flügel, Körpermerkmale von 50 Bienen, Merkmale verschieden vieler Bienen"_s);
+    // More bees with a mark than there are bees: a share, but none that has an interval.
+    merkmale.Summen = {5, 0, 0, 0, 50, 0, 0, 5, 0, 0};
+    EXPECT_EQ(kriterium(u"k"_s).gewissheit, Gewissheit::OhneStreuung);
+    EXPECT_EQ(kriterium(u"k"_s).bereich, std::nullopt);
+    merkmale.Summen = {50, 0, 0, 0, 49, 0, 0, 50, 0, 0};
     regeln.SollBienen = 60;
     texte.SpracheEinstellen(1);
     EXPECT_EQ(
