@@ -7,7 +7,7 @@ namespace tarvel {
 
 namespace {
 
-/// Wings of a series, and bees that fit the three digits of a line: larger samples there are none.
+/// Wings of a series; of bees no more can be judged than HöchsteAnzahl.
 constexpr int MeisteFlügel = 200;
 
 /// A share passes when it is at most @p erlaubt after rounding, so its limit lies half a percent
@@ -90,7 +90,7 @@ std::vector<Kriterium> kriterien(const Prüfling& prüfling, const Urteil& urtei
             k.anzahl = urteil.merkmale.Anzahl.at(platzDesCodes(prüfling.tiere, wert.name));
             k.gesamt = urteil.merkmale.Bienen;
             k.bienen = zeilenMitCode(prüfling.merkmale, wert.name);
-            bewerteAnteil(k, HöchsteBienennummer);
+            bewerteAnteil(k, HöchsteAnzahl);
             break;
         case Prüfung::Mittelwert:
             bewerteMittel(k, reihe);

@@ -1,29 +1,10 @@
 #include "print/protokollseite.h"
 
-#include "evaluation/zeichenflaeche.h"
-
 #include <QPainter>
-
-#include <algorithm>
 
 namespace tarvel {
 
 namespace {
-
-/// A user's own words may be long; in a chart they get only so much room.
-Diagrammworte gekürzteWorte(Diagrammworte worte, const Diagrammstil& stil) {
-    const QFont schrift = diagrammschrift(stil, Schriftgrad::Normal);
-    const auto kürze = [&schrift](double breite, std::initializer_list<QString*> texte) {
-        for (QString* text : texte) {
-            *text = gekürzt(text->trimmed(), schrift, breite);
-        }
-    };
-    kürze(50, {&worte.CI, &worte.HI, &worte.DV});
-    kürze(150, {&worte.klasse, &worte.mittelwert});
-    kürze(210, {&worte.nebengipfel, &worte.keinNebengipfel, &worte.imVertrauensbereich,
-                &worte.nichtImVertrauensbereich, &worte.hantelindex});
-    return worte;
-}
 
 class Blattzeichner {
 public:
@@ -52,13 +33,9 @@ public:
         schrift.setItalic(d_.einstellungen.SchriftKursiv);
         const Diagrammstil stil = Diagrammstil::schwarzweiß(schrift);
         if (d.art == Protokolldiagramm::Korrel) {
-            Korrelbild bild = d_.korrel;
-            bild.worte = gekürzteWorte(bild.worte, stil);
-            maleKorrel(p_, d.rahmen, bild, stil);
+            maleKorrel(p_, d.rahmen, d_.korrel, stil);
         } else {
-            Kurvenbild bild = d_.kurven;
-            bild.worte = gekürzteWorte(bild.worte, stil);
-            maleKurven(p_, d.rahmen, bild, stil);
+            maleKurven(p_, d.rahmen, d_.kurven, stil);
         }
     }
 

@@ -122,6 +122,9 @@ TEST_F(Kriterientest, reasons_nameTheirBees) {
     EXPECT_THAT(kriterium(u"1R"_s).bienen, ElementsAre(1, 3));
     EXPECT_EQ(kriterium(u"1R"_s).anzahl, 2);
     EXPECT_THAT(kriterium(u"l"_s).bienen, ElementsAre(2));
+    // Nobody is sent for more bees than can be judged.
+    EXPECT_EQ(kriterium(u"2R"_s).gewissheit, Gewissheit::Offen);
+    EXPECT_EQ(kriterium(u"2R"_s).festAb, std::nullopt);
     reihe = reiheMit({2.9F, 2.05F, 2.0F, 3.1F, 2.05F, 4.0F});
     reihe.lassAus(3, true);
     EXPECT_THAT(kriterium(u"Klasse 2"_s).flügel, ElementsAre(2, 5)); // the secondary peak
