@@ -12,8 +12,8 @@ public:
     explicit Briefkopfvorschau(QWidget* parent = nullptr);
 
     void zeige(const Briefkopf& kopf);
-    /// False when the graphic that the letterhead asks for cannot be shown.
-    [[nodiscard]] bool grafikVorhanden() const { return grafik_.vorhanden(); }
+    /// Why the graphic that the letterhead asks for is not shown.
+    [[nodiscard]] Grafikfehler grafikfehler() const { return grafik_.fehler(); }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }

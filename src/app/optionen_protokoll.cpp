@@ -4,7 +4,6 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QFileInfo>
 #include <QFontComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -237,12 +236,18 @@ QGroupBox* gruppeGrafik(const Seitenbau& bau, Briefkopffelder& felder) {
 }
 
 /// Why the chosen picture is not shown; empty when it is.
-QString grafikfehler(const Beschriftungen& worte, const Briefkopf& kopf, bool vorhanden) {
-    if (vorhanden || kopf.Ikone != Verband::Andere || kopf.Datei.isEmpty()) {
+QString grafikfehler(const Beschriftungen& worte, const QString& datei, Grafikfehler fehler) {
+    switch (fehler) {
+    case Grafikfehler::Keiner:
         return {};
+    case Grafikfehler::NichtGefunden:
+        return worte(Text::DateiNichtGefunden);
+    case Grafikfehler::KeinBild:
+        return worte(Meldung::BildKeinBild).arg(datei);
+    case Grafikfehler::ZuAufwendig:
+        return worte(Meldung::BriefkopfZeichnungZuAufwendig).arg(datei);
     }
-    return QFileInfo(kopf.Datei).isFile() ? worte(Meldung::BildKeinBild).arg(kopf.Datei)
-                                          : worte(Text::DateiNichtGefunden);
+    return {};
 }
 
 } // namespace
@@ -262,7 +267,7 @@ QWidget* seiteBriefkopf(const Seitenbau& bau) {
     const auto zeige = [&worte = bau.worte, felder, vorschau, fehler] {
         const Briefkopf kopf = felder.briefkopf();
         vorschau->zeige(kopf);
-        fehler->setText(grafikfehler(worte, kopf, vorschau->grafikVorhanden()));
+        fehler->setText(grafikfehler(worte, kopf.Datei, vorschau->grafikfehler()));
     };
     felder.beobachte(seite, zeige);
     bau.worte.nimm(zeige);

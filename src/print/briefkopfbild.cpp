@@ -1,24 +1,20 @@
 #include "print/briefkopfbild.h"
 
 #include "measure/bilddatei.h"
+#include "print/briefkopfzeichnung.h"
 #include "print/protokollsatz.h"
 
-#include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 #include <QFont>
 #include <QFontMetricsF>
-#include <QHash>
 #include <QImageReader>
 #include <QPainter>
 #include <QSvgRenderer>
-#include <QXmlStreamReader>
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
-#include <vector>
 
 namespace tarvel {
 
@@ -28,120 +24,10 @@ namespace {
 constexpr int GrößteBreite = 5000;
 // All of these are decoded before they are reduced, while the window waits.
 constexpr qint64 HöchstensBildpunkte = 100'000'000;
-// A drawing keeps its pictures as they are, however small they were packed.
-constexpr qint64 HöchstensMitgebracht = qint64{GrößteBreite} * GrößteBreite;
-
 // Millimetres.
 constexpr double Papierrand = 5;  ///< that many printers leave white
 constexpr double Seitenrand = 20; ///< where a long line is broken
 constexpr double KleinsteTextbreite = 30;
-
-// Far more than an emblem takes.
-constexpr qint64 GrößteZeichnung = qint64{4} * 1024 * 1024;
-
-bool istZeichnung(const QImageReader& leser) {
-    return leser.format().startsWith("svg");
-}
-
-/// How many pixels the picture has that an image element brings along; nothing when it names
-/// anything else. A drawing within a drawing is none: the toolkit follows it without end when it
-/// names itself.
-std::optional<qint64> mitgebrachteBildpunkte(const QString& verweis) {
-    const qsizetype bytes = verweis.lastIndexOf(QStringLiteral("base64,"));
-    if (!verweis.startsWith(QStringLiteral("data:")) || bytes < 0) {
-        return std::nullopt;
-    }
-    QByteArray inhalt = QByteArray::fromBase64(verweis.mid(bytes + 7).toLatin1());
-    QBuffer puffer(&inhalt);
-    const QImageReader leser(&puffer);
-    const QSize größe = leser.size();
-    return leser.canRead() && !istZeichnung(leser) && größe.isValid()
-               ? std::optional(qint64{größe.width()} * größe.height())
-               : std::nullopt;
-}
-
-/// Counts the elements that a drawing becomes when everything that it uses is put in its place. A
-/// few that use each other become more than can ever be drawn.
-class Verwendungen {
-public:
-    /// At the start of an element that is called @p name and uses @p verweis ("#name"); both may be
-    /// empty. False when that becomes too much, or when what it uses does not stand before it, as
-    /// nothing does that uses itself.
-    bool öffne(const QString& name, const QString& verweis) {
-        qint64 anzahl = 1;
-        if (!verweis.isEmpty()) {
-            const auto stelle = fertige_.constFind(verweis.mid(1));
-            if (stelle == fertige_.constEnd()) {
-                return false;
-            }
-            anzahl += *stelle;
-        }
-        constexpr qint64 Höchstens = 100'000;
-        verwendet_ += anzahl - 1;
-        offene_.push_back({name, anzahl});
-        return verwendet_ <= Höchstens;
-    }
-    void schließe() {
-        const auto [name, anzahl] = offene_.back();
-        offene_.pop_back();
-        if (!name.isEmpty()) {
-            fertige_[name] = anzahl;
-        }
-        if (!offene_.empty()) {
-            offene_.back().second += anzahl;
-        }
-    }
-
-private:
-    std::vector<std::pair<QString, qint64>> offene_;
-    QHash<QString, qint64> fertige_;
-    qint64 verwendet_ = 0;
-};
-
-/// The bytes of a drawing that needs nothing but itself; empty for any other.
-QByteArray leseZeichnung(const QString& datei) {
-    QFile quelle(datei);
-    if (!QFileInfo(datei).isFile() || quelle.size() > GrößteZeichnung ||
-        !quelle.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    QByteArray bytes = quelle.readAll();
-    QXmlStreamReader leser(bytes);
-    Verwendungen verwendungen;
-    qint64 bildpunkte = 0;
-    while (!leser.atEnd()) {
-        const QXmlStreamReader::TokenType art = leser.readNext();
-        if (art == QXmlStreamReader::EndElement) {
-            verwendungen.schließe();
-        }
-        if (art != QXmlStreamReader::StartElement) {
-            continue;
-        }
-        const QXmlStreamAttributes angaben = leser.attributes();
-        const bool bild = leser.name() == QStringLiteral("image");
-        QString verweis;
-        for (const QXmlStreamAttribute& angabe : angaben) {
-            if (angabe.name() != QStringLiteral("href")) {
-                continue;
-            }
-            verweis = angabe.value().trimmed().toString();
-            if (!bild) {
-                continue;
-            }
-            const auto mitgebracht = mitgebrachteBildpunkte(verweis);
-            bildpunkte += mitgebracht.value_or(0);
-            if (!mitgebracht || bildpunkte > HöchstensMitgebracht) {
-                return {};
-            }
-        }
-        const bool verwendet = leser.name() == QStringLiteral("use");
-        if (!verwendungen.öffne(angaben.value(QStringLiteral("id")).toString(),
-                                verwendet ? verweis : QString())) {
-            return {};
-        }
-    }
-    return leser.hasError() ? QByteArray() : bytes;
-}
 
 QImage leseBild(const QString& datei) {
     const std::optional<QSize> gesamt = Bilddatei::liesGröße(datei);
@@ -237,13 +123,20 @@ Briefkopfgrafik::Briefkopfgrafik(const Briefkopf& kopf) {
     if (datei.isEmpty()) {
         return;
     }
-    if (datei.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
-        zeichnung_ = std::make_unique<QSvgRenderer>(leseZeichnung(datei));
-        zeichnung_->setAspectRatioMode(Qt::KeepAspectRatio);
-        format_ = zeichnung_->isValid() ? zeichnung_->viewBoxF().size() : QSizeF();
+    if (!QFileInfo(datei).isFile()) {
+        fehler_ = Grafikfehler::NichtGefunden;
+    } else if (datei.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
+        Zeichnung zeichnung = leseZeichnung(datei);
+        zeichnung_ = std::move(zeichnung.maler);
+        format_ = zeichnung_ ? zeichnung_->viewBoxF().size() : QSizeF();
+        fehler_ = zeichnung.zuAufwendig ? Grafikfehler::ZuAufwendig : Grafikfehler::KeinBild;
     } else {
         bild_ = leseBild(datei);
         format_ = bild_.size();
+        fehler_ = Grafikfehler::KeinBild;
+    }
+    if (vorhanden()) {
+        fehler_ = Grafikfehler::Keiner;
     }
 }
 

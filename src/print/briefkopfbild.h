@@ -20,6 +20,14 @@ inline constexpr QSizeF PapierA4{210, 297}; ///< width and height in millimetres
 /// far as the paper goes.
 inline constexpr double Grafikhöhe = 25;
 
+/// Why the graphic of a letterhead is not shown.
+enum class Grafikfehler {
+    Keiner, ///< it is, or none was chosen
+    NichtGefunden,
+    KeinBild,
+    ZuAufwendig ///< a drawing that would take too long, or that needs other files
+};
+
 /// The graphic of a letterhead, read once and painted often: an emblem or a picture file.
 class Briefkopfgrafik {
 public:
@@ -31,6 +39,7 @@ public:
 
     /// False when there is nothing to paint: no file was chosen, or it is no readable picture.
     [[nodiscard]] bool vorhanden() const { return format_.isValid() && !format_.isEmpty(); }
+    [[nodiscard]] Grafikfehler fehler() const { return fehler_; }
     void paint(QPainter& painter, const QRectF& rahmen) const;
     /// Where the graphic lies on the paper, in millimetres; empty when there is none.
     [[nodiscard]] QRectF rahmen(const Briefkopf& kopf) const;
@@ -39,6 +48,7 @@ private:
     std::unique_ptr<QSvgRenderer> zeichnung_;
     QImage bild_;
     QSizeF format_;
+    Grafikfehler fehler_ = Grafikfehler::Keiner;
 };
 
 /// Where the letterhead's text lies on the paper, in millimetres; empty without text. A line that

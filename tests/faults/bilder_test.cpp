@@ -11,9 +11,13 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <random>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -61,6 +65,12 @@ protected:
         EXPECT_EQ(pixel->size(), datei.größe());
         EXPECT_FALSE(datei.übersicht().isNull());
         return {{}, *pixel};
+    }
+    [[nodiscard]] Briefkopfgrafik grafik() const {
+        Briefkopf briefkopf;
+        briefkopf.Ikone = Verband::Andere;
+        briefkopf.Datei = pfad_;
+        return Briefkopfgrafik(briefkopf);
     }
 };
 
@@ -161,6 +171,97 @@ TEST_F(Bildertest, fewBytesThatBecomeMany_areRefusedInTime) {
     // Hardly any bytes for all the pixels that are promised.
     EXPECT_EQ(lies(mitPixeln({19000, 19000}, nullen.left(1000))).art(), Art::Abgeschnitten);
     EXPECT_EQ(lies(tiff({19000, 19000}, 1, QByteArray(100, 'x'))).art(), Art::Abgeschnitten);
+}
+
+/// How often the system was asked for bytes; -1 where it does not count.
+qint64 leserufe() {
+    QFile angaben(u"/proc/self/io"_s);
+    const QByteArray text = angaben.open(QIODevice::ReadOnly) ? angaben.readAll() : QByteArray();
+    const qsizetype ort = text.indexOf("syscr: ");
+    return ort < 0 ? -1 : text.mid(ort + 7, text.indexOf('\n', ort) - ort - 7).toLongLong();
+}
+
+TEST_F(Bildertest, everyKind_isReadInBlocks) {
+    if (leserufe() < 0) {
+        GTEST_SKIP() << "the system does not count calls";
+    }
+    std::vector<Bildprobe> proben = bildproben({400, 300});
+    proben.push_back({"bmp in runs", bmpInLäufen({400, 300})});
+    proben.push_back({"pgm as text", pgmAlsText({400, 300})});
+    for (const Bildprobe& probe : proben) {
+        schreibe(probe.bytes);
+        const qint64 vorher = leserufe();
+        const Lesung lesung = lies(pfad_);
+        // Plain bitmaps are read row by row.
+        EXPECT_LT(leserufe() - vorher, 400 + probe.bytes.size() / 4096) << probe.was;
+        EXPECT_EQ(lesung.bild.size(), QSize(400, 300)) << probe.was;
+    }
+}
+
+/// By how many bytes a process of its own grows at most that reads the picture; 0 if it cannot.
+qint64 speicherbedarf(const std::function<bool()>& lies) {
+    int rohr[2];
+    if (pipe(rohr) != 0) {
+        return 0;
+    }
+    const pid_t kind = fork();
+    if (kind == 0) {
+        const auto höchststand = [] {
+            rusage stand{};
+            getrusage(RUSAGE_SELF, &stand);
+            return qint64{stand.ru_maxrss} * 1024;
+        };
+        const qint64 vorher = höchststand();
+        const qint64 bytes = lies() ? höchststand() - vorher : 0;
+        _exit(write(rohr[1], &bytes, sizeof bytes) == sizeof bytes ? 0 : 1);
+    }
+    close(rohr[1]);
+    qint64 bytes = 0;
+    const bool ganz = read(rohr[0], &bytes, sizeof bytes) == sizeof bytes;
+    close(rohr[0]);
+    waitpid(kind, nullptr, 0);
+    return ganz ? bytes : 0;
+}
+
+TEST_F(Bildertest, memoryOfASmallFile_isCountedBeforeItIsTaken) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "what is given back is kept for later checks";
+#endif
+    const QSize größe(3000, 3000);
+    const auto gepackt = [&](int bytes, int vorZeile) {
+        const qsizetype zeile = qsizetype{größe.width()} * bytes + vorZeile;
+        return qCompress(QByteArray(zeile * größe.height(), '\0'), 1).mid(4);
+    };
+    const QByteArray einByte = gepackt(1, 1);
+    const QByteArray zweiBytes = gepackt(2, 1);
+    const QByteArray achtBytes = gepackt(8, 1);
+    const QByteArray streifen1 = gepackt(1, 0);
+    const QByteArray streifen4 = gepackt(4, 0);
+    const QByteArray streifen8 = gepackt(8, 0);
+    const struct {
+        const char* was;
+        std::function<QByteArray(QSize)> datei;
+    } fälle[] = {
+        {"png grey", [&](QSize s) { return pngAus(s, 8, 0, einByte, false); }},
+        {"png grey, 16 bits", [&](QSize s) { return pngAus(s, 16, 0, zweiBytes, false); }},
+        {"png of colours and alpha, 16 bits",
+         [&](QSize s) { return pngAus(s, 16, 6, achtBytes, false); }},
+        {"tiff grey", [&](QSize s) { return tiff(s, 8, streifen1, 1, true); }},
+        {"tiff of colours and alpha", [&](QSize s) { return tiff(s, 8, streifen4, 4, true); }},
+        {"tiff of colours and alpha, 16 bits",
+         [&](QSize s) { return tiff(s, 16, streifen8, 4, true); }},
+    };
+    for (const auto& [was, datei] : fälle) {
+        const auto zuGroß = lies(datei({60000, 60000})).fehler;
+        ASSERT_TRUE(zuGroß && zuGroß->art == Art::ZuGross) << was;
+        const qint64 gezählt =
+            qint64{größe.width()} * größe.height() * Bilddatei::HöchstensBytes / zuGroß->höchstens;
+        schreibe(datei(größe));
+        const qint64 genommen = speicherbedarf([&] { return lies(pfad_).bild.size() == größe; });
+        EXPECT_GT(genommen, 0) << was;
+        constexpr qint64 Beiwerk = qint64{12} * 1024 * 1024;
+        EXPECT_LT(genommen, gezählt + Beiwerk) << was;
+    }
 }
 
 TEST_F(Bildertest, jpegOfEndlessScans_isRefused) {
@@ -295,25 +396,73 @@ TEST_F(Bildertest, letterheadDrawing_neverHangsOrReachesForOtherFiles) {
     for (const auto& [was, bytes] : fälle) {
         SCOPED_TRACE(was);
         schreibe(bytes);
-        Briefkopf briefkopf;
-        briefkopf.Ikone = Verband::Andere;
-        briefkopf.Datei = pfad_;
-        const Briefkopfgrafik grafik(briefkopf);
         QImage blatt(100, 100, QImage::Format_RGB32);
         blatt.fill(Qt::white);
         QPainter painter(&blatt);
-        grafik.paint(painter, QRectF(0, 0, 100, 100));
+        grafik().paint(painter, QRectF(0, 0, 100, 100));
         EXPECT_NE(blatt.pixel(50, 50), rot.pixel(0, 0)) << "shows a file that it was not given";
     }
 }
 
-TEST_F(Bildertest, letterheadPicture_isShownOrLeftOut) {
-    const auto grafik = [this] {
-        Briefkopf briefkopf;
-        briefkopf.Ikone = Verband::Andere;
-        briefkopf.Datei = pfad_;
-        return Briefkopfgrafik(briefkopf);
+TEST_F(Bildertest, letterheadDrawingThatTakesTooLong_isRefused) {
+    pfad_ = ordner_.filePath(u"kopf.svg"_s);
+    const auto oft = [](int anzahl, const QByteArray& teil) { return teil.repeated(anzahl); };
+    const QByteArray fläche = "<rect width='20' height='20' fill-opacity='.1'/>";
+    const auto linie = [](int ecken, const QByteArray& stift, int breite) {
+        return "<polyline fill='none' stroke='#000' " + stift + " stroke-width='" +
+               QByteArray::number(breite) + "' points='" +
+               QByteArray("0,0 20,20 ").repeated(ecken) + "'/>";
     };
+    QByteArray namen = "<g";
+    QByteArray räume = "<g";
+    for (int i = 0; i < 100'000; ++i) {
+        namen += " a" + QByteArray::number(i) + "=''";
+        räume += " xmlns:a" + QByteArray::number(i) + "='a'";
+    }
+    const struct {
+        const char* was;
+        QByteArray inhalt;
+        Grafikfehler fehler;
+    } fälle[] = {
+        {"areas", oft(50'000, fläche), Grafikfehler::ZuAufwendig},
+        {"areas, used again and again",
+         "<g id='a'>" + oft(300, fläche) + "</g>" + oft(300, "<use xlink:href='#a'/>"),
+         Grafikfehler::ZuAufwendig},
+        {"circles far beyond", oft(40'000, "<circle r='1e5'/>"), Grafikfehler::ZuAufwendig},
+        {"one line, crossing itself", linie(30'000, "", 1), Grafikfehler::ZuAufwendig},
+        {"round corners", linie(30'000, "stroke-linejoin='round'", 19), Grafikfehler::ZuAufwendig},
+        {"dashes", oft(2000, linie(1, "stroke-dasharray='1e-9'", 19)), Grafikfehler::ZuAufwendig},
+        {"texts", oft(20'000, "<text>x</text>"), Grafikfehler::ZuAufwendig},
+        {"much text", "<textArea width='1' height='1e9'>" + oft(100'000, "x ") + "</textArea>",
+         Grafikfehler::ZuAufwendig},
+        {"pictures painted again",
+         "<image id='a' width='9' height='9' xlink:href='data:image/png;base64," +
+             mitPixeln({4000, 4000}, qCompress(QByteArray(4001 * 4000, '\0')).mid(4)).toBase64() +
+             "'/>" + oft(100, "<use xlink:href='#a'/>"),
+         Grafikfehler::ZuAufwendig},
+        {"names", namen + "/>", Grafikfehler::ZuAufwendig},
+        {"name spaces", räume + "/>", Grafikfehler::ZuAufwendig},
+        {"many small parts", oft(9000, "<circle r='.1'/>"), Grafikfehler::Keiner},
+        {"some large areas", oft(100, fläche), Grafikfehler::Keiner},
+        {"some lines", linie(30, "stroke-dasharray='1 2'", 1), Grafikfehler::Keiner},
+        {"style and notes",
+         "<style>" + oft(2000, "a{fill:red} ") + "</style><metadata>" + oft(100'000, "x") +
+             "</metadata>" + fläche,
+         Grafikfehler::Keiner},
+        {"damaged", "<rect", Grafikfehler::KeinBild},
+    };
+    for (const auto& [was, inhalt, fehler] : fälle) {
+        schreibe("<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 20 20' "
+                 "xmlns:xlink='http://www.w3.org/1999/xlink'>" +
+                 inhalt + "</svg>");
+        EXPECT_EQ(grafik().fehler(), fehler) << was;
+    }
+    schreibe("<!DOCTYPE svg [<!ENTITY e '" + oft(4000, "x") + "'>]><svg a='" + oft(500'000, "&e;") +
+             "'/>");
+    EXPECT_EQ(grafik().fehler(), Grafikfehler::ZuAufwendig);
+}
+
+TEST_F(Bildertest, letterheadPicture_isShownOrLeftOut) {
     for (const Bildprobe& probe : bildproben({40, 30})) {
         SCOPED_TRACE(probe.was);
         schreibe(probe.bytes);

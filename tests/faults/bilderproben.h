@@ -117,28 +117,53 @@ inline QByteArray verschränktesPng(QSize größe) {
 }
 /// @}
 
-/// A grey TIFF of one strip, not packed.
-inline QByteArray tiff(QSize größe, int bits, const QByteArray& pixel) {
+/// A TIFF of one strip; with four values a pixel the last is alpha.
+inline QByteArray tiff(QSize größe, int bits, const QByteArray& pixel, int werte = 1,
+                       bool gepackt = false) {
     struct Eintrag {
         quint16 was;
         quint32 wert;
     };
     constexpr int anzahl = 9;
-    constexpr quint32 ort = 8 + 2 + anzahl * 12 + 4;
+    constexpr quint32 tiefen = 8 + 2 + anzahl * 12 + 4;
+    const quint32 ort = tiefen + 8;
     const Eintrag einträge[anzahl] = {{256, static_cast<quint32>(größe.width())},
                                       {257, static_cast<quint32>(größe.height())},
-                                      {258, static_cast<quint32>(bits)},
-                                      {259, 1},
-                                      {262, 1},
+                                      {258, werte == 1 ? static_cast<quint32>(bits) : tiefen},
+                                      {259, gepackt ? 8U : 1U},
+                                      {262, werte == 1 ? 1U : 2U},
                                       {273, ort},
-                                      {277, 1},
+                                      {277, static_cast<quint32>(werte)},
                                       {278, static_cast<quint32>(größe.height())},
                                       {279, static_cast<quint32>(pixel.size())}};
     QByteArray bytes = QByteArray("II*\0", 4) + klein(quint32{8}) + klein(quint16{anzahl});
     for (const Eintrag& eintrag : einträge) {
-        bytes += klein(eintrag.was) + klein(quint16{4}) + klein(quint32{1}) + klein(eintrag.wert);
+        const bool reihe = eintrag.was == 258 && werte > 1;
+        bytes += klein(eintrag.was) + klein(quint16(reihe ? 3 : 4)) +
+                 klein(quint32(reihe ? werte : 1)) + klein(eintrag.wert);
     }
-    return bytes + klein(quint32{0}) + pixel;
+    return bytes + klein(quint32{0}) + klein(static_cast<quint16>(bits)).repeated(4) + pixel;
+}
+
+/// A bitmap of eight bits a pixel in runs of ever the same length, or a map written as text.
+inline QByteArray bmpInLäufen(QSize größe) {
+    constexpr quint32 vorPixeln = 14 + 40 + 256 * 4;
+    QByteArray läufe;
+    for (int y = 0; y < größe.height(); ++y) {
+        for (int x = 0; x < größe.width(); x += 2) {
+            läufe += QByteArray("\2", 1) + static_cast<char>(x + y);
+        }
+        läufe += QByteArray(2, '\0');
+    }
+    return "BM" + klein(static_cast<quint32>(vorPixeln + läufe.size() + 2)) + klein(quint32{0}) +
+           klein(vorPixeln) + klein(quint32{40}) + klein(qint32{größe.width()}) +
+           klein(qint32{größe.height()}) + klein(quint16{1}) + klein(quint16{8}) +
+           klein(quint32{1}) + klein(static_cast<quint32>(läufe.size() + 2)) +
+           QByteArray(16 + 256 * 4, '\0') + läufe + QByteArray("\0\1", 2);
+}
+inline QByteArray pgmAlsText(QSize größe) {
+    return "P2\n" + QByteArray::number(größe.width()) + ' ' + QByteArray::number(größe.height()) +
+           "\n255\n" + QByteArray("7 ").repeated(größe.width() * größe.height());
 }
 
 /// A GIF with as many pictures; its codes are never packed.
