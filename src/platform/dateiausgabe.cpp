@@ -122,6 +122,12 @@ QString Rohfassung::ziel() const {
     return alsPfad(ziel_);
 }
 
+void Rohfassung::beschränkeAuf(const QString& vorbild) {
+    if (da_ && dateiart(ziel_) == Dateiart::Keine) {
+        datei_.beschränkeAuf(systempfad(vorbild));
+    }
+}
+
 bool Rohfassung::gelang(int fehler) {
     fehler_ = fehler;
     return fehler == 0;

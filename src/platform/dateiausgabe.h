@@ -43,6 +43,8 @@ public:
     [[nodiscard]] QString pfad() const;
     [[nodiscard]] QString ziel() const;
 
+    /// Where there was no file, it gets no more readers than the file @p vorbild has.
+    void beschränkeAuf(const QString& vorbild);
     [[nodiscard]] bool schreibe(const QByteArray& inhalt);
     /// Puts it in its place. False when anything on the way failed.
     [[nodiscard]] bool ersetze();

@@ -74,6 +74,14 @@ void Schreibdatei::nimmRechteVon(const std::filesystem::path& vorbild) {
     (void)(::fchmod(nummer_, alt.st_mode & Rechte) == 0);
 }
 
+void Schreibdatei::beschränkeAuf(const std::filesystem::path& vorbild) {
+    struct stat alt {};
+    struct stat neu {};
+    if (::stat(vorbild.c_str(), &alt) == 0 && ::fstat(nummer_, &neu) == 0) {
+        (void)(::fchmod(nummer_, (neu.st_mode & alt.st_mode & Rechte) | NurEigner) == 0);
+    }
+}
+
 void Schreibdatei::verschließe() {
     (void)(::fchmod(nummer_, NurEigner) == 0);
 }

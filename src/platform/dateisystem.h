@@ -31,6 +31,8 @@ public:
     [[nodiscard]] int öffne(const std::filesystem::path& pfad);
     /// Gives it owner and rights of the file @p vorbild, as far as the system lets it.
     void nimmRechteVon(const std::filesystem::path& vorbild);
+    /// Keeps it from all who may not read or write the file @p vorbild either, but for its owner.
+    void beschränkeAuf(const std::filesystem::path& vorbild);
     /// Keeps it from all but its owner.
     void verschließe();
     [[nodiscard]] int kürze(long long länge);

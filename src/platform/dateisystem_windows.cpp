@@ -36,6 +36,8 @@ int Schreibdatei::öffne(const std::filesystem::path& pfad) {
 
 void Schreibdatei::nimmRechteVon(const std::filesystem::path& /*vorbild*/) {}
 
+void Schreibdatei::beschränkeAuf(const std::filesystem::path& /*vorbild*/) {}
+
 void Schreibdatei::verschließe() {}
 
 int Schreibdatei::kürze(long long länge) {

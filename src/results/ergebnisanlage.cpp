@@ -125,6 +125,7 @@ void Ergebnistabelle::sichere(const QString& ziel) const {
         if (!roh.angelegt()) {
             throw fehlerVon(roh, ziel);
         }
+        roh.beschränkeAuf(pfad_);
         for (const QString& begleiter : {u"-journal"_s, u"-wal"_s}) {
             if (QFileInfo::exists(roh.ziel() + begleiter)) { // it would be applied to the copy
                 throw Datenbankfehler(Datenbankgrund::Gesperrt, ziel);

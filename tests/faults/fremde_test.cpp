@@ -4,6 +4,7 @@
 #include "faults/opferprozess.h"
 #include "platform/benutzerspeicher.h"
 #include "platform/profil.h"
+#include "results/dateizugang.h"
 #include "results/ergebnisdatei.h"
 #include "results/ergebnisdateien.h"
 #include "results/sitzung.h"
@@ -13,6 +14,7 @@
 #include <QDir>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -78,6 +80,32 @@ TEST_F(Fremdtest, fileLockedForLong_isToldAndUntouched) {
     EXPECT_EQ(bytes(pfad_), vorher_);
     tabelle().speichere(satz(u"1"_s));
     EXPECT_EQ(fremd(u"PRAGMA integrity_check"_s), u"ok"_s);
+}
+
+TEST_F(Fremdtest, programThatHoldsTheFile_isWaitedForTwoSeconds) {
+    static qint64 gewartet = 0; // microseconds that were asked for, none of which passes
+    sqlite3_vfs* const zugang = sqlite3_vfs_find(geschützterZugang());
+    const auto schlafe = zugang->xSleep;
+    zugang->xSleep = [](sqlite3_vfs*, int mikrosekunden) {
+        gewartet += mikrosekunden;
+        return mikrosekunden;
+    };
+    Opferprozess anderer("sperren", ordner_.path(), -1, 1);
+    ASSERT_TRUE(anderer.warteAuf(2));
+    Ergebnistabelle t(pfad_);
+    for (const std::function<void()>& arbeit :
+         {std::function<void()>([&] { t.speichere(satz(u"1"_s)); }),
+          {[&] { (void)t.lade(u"1"_s); }},
+          {[&] { (void)t.NächsteNummer(QDate(2025, 1, 1), {}); }},
+          {[&] { (void)t.zeilen(u"SELECT * FROM Ergebnisse"_s, {}, 1); }},
+          {[&] { t.SpracheDB(Sprache::Deutsch); }},
+          {[&] { t.sichere(ordner_.filePath(u"kopie.tdb"_s)); }},
+          {[&] { t.öffneProbeweise(); }}}) {
+        gewartet = 0;
+        EXPECT_EQ(grundVon(arbeit), Datenbankgrund::Gesperrt);
+        EXPECT_EQ(gewartet, 2'000'000);
+    }
+    zugang->xSleep = schlafe;
 }
 
 TEST_F(Fremdtest, programThatDiesWhileItWrites_leavesNoLock) {
@@ -149,6 +177,32 @@ TEST_F(Fremdtest, copyOntoALink_goesToItsFileAndKeepsWhoMayReadIt) {
     EXPECT_EQ(Ergebnistabelle(ziel).anzahl(), 20);
     schreibe(ziel + u"-journal"_s, "x"); // would be applied to the copy
     EXPECT_EQ(grundVon([&] { tabelle().sichere(verweis); }), Datenbankgrund::Gesperrt);
+}
+
+TEST_F(Fremdtest, newFiles_areForWhomTheHabitSays) {
+    const auto rechte = [](const QString& pfad) {
+        struct stat stand {};
+        return ::stat(QFile::encodeName(pfad).constData(), &stand) == 0 ? stand.st_mode & 0777U : 0;
+    };
+    const mode_t gewohnt = ::umask(022);
+    const QString journal = ordner_.filePath(u"Sitzung.journal"_s);
+    EXPECT_TRUE(Sitzung(journal).merke(probesitzung(1, 0)));
+    EXPECT_EQ(rechte(journal), 0600U);
+    for (const mode_t maske : {022U, 077U}) {
+        ::umask(maske);
+        const QString neu = ordner_.filePath(u"%1.tdb"_s.arg(maske));
+        const QString kopie = neu + u".kopie"_s;
+        NeueDatenbank(neu);
+        EXPECT_EQ(rechte(neu), 0666U & ~maske);
+        tabelle().sichere(kopie);
+        EXPECT_EQ(rechte(kopie), 0666U & ~maske);
+    }
+    ::umask(022);
+    ASSERT_EQ(::chmod(QFile::encodeName(pfad_).constData(), 0600), 0);
+    const QString eigene = ordner_.filePath(u"eigene.tdb"_s);
+    tabelle().sichere(eigene);
+    EXPECT_EQ(rechte(eigene), 0600U) << "a copy is for more people than the file";
+    ::umask(gewohnt);
 }
 
 TEST_F(Fremdtest, fullDrive_keepsEveryFileAsItWas) {
