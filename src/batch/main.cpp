@@ -93,7 +93,7 @@ int laufe(int argc, char** argv) {
                                  .zeigtAusgabe = istTerminal(stdout),
                                  .bildhöhe = bildhöhe};
     const Status status = std::visit(Ausführung(umgebung, argc, argv), aufruf.befehl);
-    if (!ausgabe.flush() && status == Status::Gut) {
+    if (!ausgabe.flush() || ausgabe.error() != QFileDevice::NoError) {
         melde(umgebung, u"tarvel-batch"_s, ausgabe.errorString());
         return static_cast<int>(Status::NichtLesbar);
     }

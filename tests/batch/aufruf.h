@@ -31,10 +31,13 @@ protected:
 
     /// Calls the program in the folder; arguments are separated by blanks.
     Lauf rufe(const QString& argumente, const QByteArray& eingabe = {},
-              const QString& eingabedatei = {}) const {
+              const QString& eingabedatei = {}, const QString& ausgabedatei = {}) const {
         QProcess programm;
         if (!eingabedatei.isEmpty()) {
             programm.setStandardInputFile(eingabedatei);
+        }
+        if (!ausgabedatei.isEmpty()) {
+            programm.setStandardOutputFile(ausgabedatei);
         }
         programm.setWorkingDirectory(ordner_.path());
         QProcessEnvironment umgebung = QProcessEnvironment::systemEnvironment();

@@ -4,6 +4,8 @@
 
 #include <QImage>
 
+#include <sqlite3.h>
+
 #ifdef Q_OS_UNIX
 #include <array>
 
@@ -137,6 +139,35 @@ TEST_F(Ausfuhr, tps_liesInThePictureAndGivesTheSameIndicesAgain) {
     }
 }
 
+TEST_F(Ausfuhr, valuesOfAnySize_areGivenOutAsNumbersOrNamed) {
+    sqlite3* db = nullptr;
+    int anzahl = 0;
+    for (const char* spalte : {"ZB_NR", "DATUM", "CI", "HI_DV", "PROZENT", "MERKMAL", "Grafik1",
+                               "Grafik2", "Grafik3", "Grafik4"}) {
+        for (const char* wert :
+             {"1e308", "-9e999", "9223372036854775807", "printf('%.*c', 300, '9')", "'NaN'",
+              "x'fffe00'", "replace(%1, '00', 'e308')", "replace(%1, '1', '99999999999999999999')",
+              "replace(%1, '2', '3.4028235e38')", "replace(%1, '3', 'nan')"}) {
+            const QString nummer = u"U%1"_s.arg(++anzahl);
+            speichere(nummer, {}, 0, u"a.png"_s, {2000, 1000});
+            sqlite3_open(QFile::encodeName(pfad(u"a.tdb"_s)).constData(), &db);
+            const QString neu = u"UPDATE Ergebnisse SET %1 = "_s + QLatin1StringView(wert) +
+                                u" WHERE U_NR = '%2'"_s;
+            EXPECT_EQ(sqlite3_exec(db, neu.arg(QLatin1StringView(spalte), nummer).toUtf8(), nullptr,
+                                   nullptr, nullptr),
+                      SQLITE_OK);
+            sqlite3_close(db);
+        }
+    }
+    for (const QString& art : {u""_s, u"--wings"_s, u"--tps"_s}) {
+        const Lauf lauf = rufe(u"export a.tdb "_s + art);
+        EXPECT_EQ(lauf.status, 0) << lauf.fehler;
+        EXPECT_GT(lauf.fehlerzahl(), 20);
+        EXPECT_THAT(lauf.ausgabe, Not(testing::ContainsRegex("[, -](inf|nan)")));
+        EXPECT_TRUE(!art.isEmpty() || lauf.zeilen().size() == anzahl + 2);
+    }
+}
+
 TEST_F(Ausfuhr, textThatWouldBeAFormula_isATextAndComesBack) {
     speichere(u"=1+1"_s, u"@SUM(A1);=x y"_s);
     speichere(u"-0.9"_s, u"'=1+1"_s);
@@ -235,6 +266,11 @@ TEST_F(Ausfuhr, outputThatIsNoFile_isWrittenInto) {
     const Lauf voll = rufe(u"export a.tdb --out /dev/full"_s);
     EXPECT_EQ(voll.status, 1);
     EXPECT_THAT(voll.fehler, HasSubstr("/dev/full"));
+    for (const QString& befehl : {u"export a.tdb"_s, u"report a.tdb U1 --pdf -"_s}) {
+        const Lauf lauf = rufe(befehl, {}, {}, u"/dev/full"_s);
+        EXPECT_EQ(lauf.status, 1);
+        EXPECT_THAT(lauf.fehler, HasSubstr("space")) << "more or less than fits a buffer";
+    }
 
     const QByteArray rohr = QFile::encodeName(pfad(u"rohr"_s));
     ASSERT_EQ(::mkfifo(rohr.constData(), 0600), 0);
