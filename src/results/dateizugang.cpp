@@ -33,13 +33,28 @@ sqlite3_vfs* systemzugang() {
     return sqlite3_vfs_find(nullptr);
 }
 
-/// Passes on how a call ended, and keeps why the system failed it.
-int gemerkt(int stand) {
-    if ((stand & 0xFF) == SQLITE_IOERR && stand != SQLITE_IOERR_SHORT_READ) {
-        sqlite3_vfs* const system = systemzugang();
-        merke(system->xGetLastError(system, 0, nullptr));
+#ifdef Q_OS_UNIX
+constexpr int Unterbrochen = EINTR;
+#else
+constexpr int Unterbrochen = -1; // happens to nobody
+#endif
+
+/// Passes on how a call ended, and keeps why the system failed it. One that a signal interrupted is
+/// made again, as the engine does with some of them only.
+template <typename Ruf>
+int gemerkt(Ruf&& ruf) {
+    sqlite3_vfs* const system = systemzugang();
+    for (;;) {
+        const int stand = ruf();
+        if ((stand & 0xFF) != SQLITE_IOERR || stand == SQLITE_IOERR_SHORT_READ) {
+            return stand;
+        }
+        const int grund = system->xGetLastError(system, 0, nullptr);
+        if (grund != Unterbrochen) {
+            merke(grund);
+            return stand;
+        }
     }
-    return stand;
 }
 
 /// The calls for an open file, with those of the system behind them. The engine knows the first
@@ -54,19 +69,19 @@ const sqlite3_io_methods& system(sqlite3_file* datei) {
 }
 
 int lies(sqlite3_file* datei, void* ziel, int anzahl, sqlite3_int64 ort) {
-    return gemerkt(system(datei).xRead(datei, ziel, anzahl, ort));
+    return gemerkt([&] { return system(datei).xRead(datei, ziel, anzahl, ort); });
 }
 
 int schreibe(sqlite3_file* datei, const void* bytes, int anzahl, sqlite3_int64 ort) {
-    return gemerkt(system(datei).xWrite(datei, bytes, anzahl, ort));
+    return gemerkt([&] { return system(datei).xWrite(datei, bytes, anzahl, ort); });
 }
 
 int kürze(sqlite3_file* datei, sqlite3_int64 länge) {
-    return gemerkt(system(datei).xTruncate(datei, länge));
+    return gemerkt([&] { return system(datei).xTruncate(datei, länge); });
 }
 
 int bringeAufDieScheibe(sqlite3_file* datei, int wie) {
-    return gemerkt(system(datei).xSync(datei, wie));
+    return gemerkt([&] { return system(datei).xSync(datei, wie); });
 }
 
 /// A system has few kinds of calls, one for each kind of lock.
@@ -114,7 +129,7 @@ int öffne(sqlite3_vfs* /*zugang*/, const char* name, sqlite3_file* datei, int a
 
 int entferne(sqlite3_vfs* /*zugang*/, const char* name, int bleibend) {
     sqlite3_vfs* const zugang = systemzugang();
-    return gemerkt(zugang->xDelete(zugang, name, bleibend));
+    return gemerkt([&] { return zugang->xDelete(zugang, name, bleibend); });
 }
 
 #ifdef Q_OS_UNIX
