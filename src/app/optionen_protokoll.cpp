@@ -237,17 +237,11 @@ QGroupBox* gruppeGrafik(const Seitenbau& bau, Briefkopffelder& felder) {
 
 /// Why the chosen picture is not shown; empty when it is.
 QString grafikfehler(const Beschriftungen& worte, const QString& datei, Grafikfehler fehler) {
-    switch (fehler) {
-    case Grafikfehler::Keiner:
+    if (fehler == Grafikfehler::Keiner) {
         return {};
-    case Grafikfehler::NichtGefunden:
-        return worte(Text::DateiNichtGefunden);
-    case Grafikfehler::KeinBild:
-        return worte(Meldung::BildKeinBild).arg(datei);
-    case Grafikfehler::ZuAufwendig:
-        return worte(Meldung::BriefkopfZeichnungZuAufwendig).arg(datei);
     }
-    return {};
+    return fehler == Grafikfehler::NichtGefunden ? worte(Text::DateiNichtGefunden)
+                                                 : worte(meldung(fehler)).arg(datei);
 }
 
 } // namespace

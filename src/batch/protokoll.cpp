@@ -50,8 +50,12 @@ Status schreibe(const GeleseneUntersuchung& gelesen, const Protokollbefehl& befe
          .protokolltexte = worte,
          .format = umgebung.format,
          .heute = umgebung.heute});
-    return schreibe(umgebung, befehl.pdf,
-                    protokollAlsPdf(daten, Briefkopfgrafik(aussehen.briefkopf)));
+    const Briefkopfgrafik grafik(aussehen.briefkopf);
+    if (grafik.fehler() != Grafikfehler::Keiner) {
+        const QString& datei = aussehen.briefkopf.Datei;
+        melde(umgebung, datei, t(meldung(grafik.fehler())).arg(datei));
+    }
+    return schreibe(umgebung, befehl.pdf, protokollAlsPdf(daten, grafik));
 }
 
 } // namespace

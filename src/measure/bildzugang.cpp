@@ -138,10 +138,11 @@ void Bildzugang::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) 
         text = texte_(Meldung::BildSpeicherReichtNicht).arg(name);
         break;
     case Bildfehler::Art::ZuGross: {
-        const QString megapixel = QString::number(fehler.höchstens / 1'000'000) + u" 000 000 "_s +
-                                  texte_(Meldung::EinheitPixel);
+        const QString einheit = u' ' + texte_(Meldung::EinheitPixel);
+        const QString megapixel =
+            QString::number(fehler.höchstens / 1'000'000) + u" 000 000"_s + einheit;
         text = texte_(Text::BildZuGroß) + u'\n' +
-               texte_(Meldung::BildGrößerAlsErlaubt).arg(name, fehler.grund, megapixel);
+               texte_(Meldung::BildGrößerAlsErlaubt).arg(name, fehler.grund + einheit, megapixel);
         break;
     }
     }

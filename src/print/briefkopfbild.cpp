@@ -113,6 +113,12 @@ void weicheAus(Briefkopf& kopf, const Briefkopfgrafik& grafik, double unten) {
 
 } // namespace
 
+Meldung meldung(Grafikfehler fehler) {
+    return fehler == Grafikfehler::NichtGefunden ? Meldung::DateiVerschwunden
+           : fehler == Grafikfehler::ZuAufwendig ? Meldung::BriefkopfZeichnungZuAufwendig
+                                                 : Meldung::BildKeinBild;
+}
+
 Briefkopfgrafik::Briefkopfgrafik() = default;
 Briefkopfgrafik::Briefkopfgrafik(Briefkopfgrafik&&) noexcept = default;
 Briefkopfgrafik& Briefkopfgrafik::operator=(Briefkopfgrafik&&) noexcept = default;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lang/meldungen.h"
 #include "print/briefkopf.h"
 
 #include <QImage>
@@ -27,6 +28,9 @@ enum class Grafikfehler {
     KeinBild,
     ZuAufwendig ///< a drawing that would take too long, or that needs other files
 };
+
+/// How that is told; %1 is the file.
+[[nodiscard]] Meldung meldung(Grafikfehler fehler);
 
 /// The graphic of a letterhead, read once and painted often: an emblem or a picture file.
 class Briefkopfgrafik {

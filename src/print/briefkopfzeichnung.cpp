@@ -130,6 +130,10 @@ bool istGenügsam(const QByteArray& bytes) {
             !verwendungen.trage(leser.text().size() * GewichtJeZeichen)) {
             return false;
         }
+        if (art == QXmlStreamReader::ProcessingInstruction &&
+            leser.processingInstructionTarget() == u"xml-stylesheet") {
+            return false;
+        }
         if (art != QXmlStreamReader::StartElement) {
             continue;
         }

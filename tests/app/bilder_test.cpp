@@ -165,3 +165,18 @@ TEST_F(Bildertest, pictureLoadedByHandElsewhere_showsItsWings_andComesBackAtTheN
     EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
     EXPECT_THAT(dialoge.meldungen, testing::IsEmpty());
 }
+
+TEST_F(Bildertest, pictureThatIsTooLarge_isRefusedWithWhatWouldBePossible) {
+    ASSERT_TRUE(starte());
+    QFile datei(maleBild({9, 9}, u"riesig.bmp"_s));
+    for (const auto& [bits, möglich] : {std::pair{24, "600 000 000 px"}, {32, "524 000 000 px"}}) {
+        ASSERT_TRUE(datei.open(QIODevice::ReadWrite));
+        datei.seek(18);
+        datei.write("\x60\xEA\0\0\x60\xEA\0\0\1\0", 10); // the size, and one layer
+        datei.putChar(static_cast<char>(bits));
+        datei.close();
+        EXPECT_FALSE(hg().ladeBild(datei.fileName()));
+        EXPECT_THAT(dialoge.meldungen.back().toStdString(),
+                    testing::AllOf(HasSubstr("60000 × 60000 px"), HasSubstr(möglich)));
+    }
+}

@@ -328,6 +328,17 @@ TEST_F(OptionenTest, preview_followsTheTypingAndTellsAboutAMissingPicture) {
     EXPECT_EQ(fehler.text(), QString());
     tippe(u"txt_Datei"_s, ordner.filePath(u"nicht da.png"_s));
     EXPECT_EQ(fehler.text(), texte(Text::DateiNichtGefunden));
+    for (const auto& [name, inhalt, meldung] :
+         {std::tuple{u"kaputt.svg"_s, QByteArray("<svg"), Meldung::BildKeinBild},
+          {u"fremd.svg"_s, "<svg><image href='a.png'/></svg>",
+           Meldung::BriefkopfZeichnungZuAufwendig}}) {
+        QFile datei(ordner.filePath(name));
+        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+        datei.write(inhalt);
+        datei.close();
+        tippe(u"txt_Datei"_s, datei.fileName());
+        EXPECT_EQ(fehler.text(), texte(meldung).arg(datei.fileName()));
+    }
 }
 
 TEST_F(OptionenTest, fourthRaceRenamed_renamesTabAndStartList) {

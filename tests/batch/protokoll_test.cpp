@@ -40,6 +40,19 @@ TEST_F(Protokoll, settings_decideOnThePages) {
     EXPECT_EQ(seiten(u"a.pdf"_s), 1);
 }
 
+TEST_F(Protokoll, letterheadWithoutItsGraphic_isToldOf) {
+    schreibe(u"b.svg"_s, "<svg><image href='a.png'/></svg>");
+    for (const auto& [datei, meldung] :
+         {std::pair{u"fehlt.png"_s, "fehlt.png"}, {u"a.Bee"_s, "a.Bee"}, {u"b.svg"_s, "PNG"}}) {
+        schreibe(u"Index.ini"_s, "[Briefkopf]\nIkone=3\nDatei=" + pfad(datei).toUtf8() + '\n');
+        const Lauf lauf = rufe(u"report a.tdb U5 --pdf a.pdf --ini Index.ini"_s);
+        EXPECT_EQ(lauf.status, 0);
+        EXPECT_THAT(lauf.fehler, HasSubstr(meldung));
+        EXPECT_EQ(lauf.fehlerzahl(), 1);
+        EXPECT_EQ(seiten(u"a.pdf"_s), 2);
+    }
+}
+
 TEST_F(Protokoll, whatCannotBePrinted_leavesNoFile) {
     const Lauf fehlt = rufe(u"report a.tdb U7 --pdf a.pdf"_s);
     EXPECT_EQ(fehlt.status, 1);

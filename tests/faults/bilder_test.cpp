@@ -457,6 +457,10 @@ TEST_F(Bildertest, letterheadDrawingThatTakesTooLong_isRefused) {
                  inhalt + "</svg>");
         EXPECT_EQ(grafik().fehler(), fehler) << was;
     }
+    // The toolkit would read all of that file, however long it is.
+    schreibe("<?xml-stylesheet type=\"text/css\" href=\"" + pfad_.toUtf8() +
+             "\"?><svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'/>");
+    EXPECT_EQ(grafik().fehler(), Grafikfehler::ZuAufwendig);
     schreibe("<!DOCTYPE svg [<!ENTITY e '" + oft(4000, "x") + "'>]><svg a='" + oft(500'000, "&e;") +
              "'/>");
     EXPECT_EQ(grafik().fehler(), Grafikfehler::ZuAufwendig);
