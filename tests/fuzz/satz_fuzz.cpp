@@ -45,9 +45,11 @@ void prüfeGrenzen(const GeleseneUntersuchung& gelesen) {
     }
 }
 
-/// Without what a row does not keep: cubital indices of 0.
+/// Without what a row does not keep: cubital indices of 0, and that body marks were not understood,
+/// which storing takes out of it.
 QByteArray abbildOhneChartwerte(const GeleseneUntersuchung& gelesen) {
     Sitzungsstand stand = sitzungsstand(untersuchung(gelesen));
+    stand.zusatz.merkmaleUnlesbar = false;
     const Messreihe& reihe = gelesen.reihe;
     std::vector<CiZeile> ci = reihe.ciZeilen();
     std::erase_if(ci, [](const CiZeile& z) { return getippteZahl(z.wert) == 0.0; });
