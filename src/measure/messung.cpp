@@ -167,7 +167,7 @@ Messergebnis Messung::BerechneIndizes(qint16 nummer) {
     if (!ergebnis.reihe) {
         return hinweis(HinweisPunkteFehlen);
     }
-    ergebnis.übernommen = Übernahme{nummer, {}};
+    ergebnis.übernommen = Übernahme{nummer, {}, wiederholt()};
     for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
         if (benutzt(stand_.messart, i) && !stand_.punkte.gemessen(i)) {
             ergebnis.übernommen->ohne.push_back(i);

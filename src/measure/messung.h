@@ -62,7 +62,8 @@ struct Messstand {
 /// A wing that was taken over.
 struct Übernahme {
     qint16 nummer = 0;
-    std::vector<int> ohne; ///< points that were not set, so that an index is missing
+    std::vector<int> ohne;   ///< points that were not set, so that an index is missing
+    bool wiederholt = false; ///< in place of the wing of that number
 };
 
 /// What an event on the picture led to, besides changed points.

@@ -6,6 +6,7 @@
 
 #include <QHelpEvent>
 #include <QListView>
+#include <QScrollBar>
 #include <QTableView>
 #include <QToolTip>
 
@@ -102,6 +103,31 @@ TEST_F(Flügeltest, wingChosenInOneView_isTheChosenOneInAll) {
     wähle(u"men_Ansicht_3"_s);
     drücke(Qt::Key_D, Qt::ControlModifier);
     EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
+}
+
+TEST_F(Flügeltest, longList_showsTheWingThatIsRepeatedAndItsMarkBesideTheValues) {
+    ASSERT_TRUE(starte());
+    hg().resize(1000, 600);
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    wähle(u"men_Ansicht_7"_s);
+    dialoge.antworten.assign(32, Antwort::Ja); // one lies on the other
+    for (int i = 0; i < 30; ++i) {
+        klickeFlügel();
+    }
+    ASSERT_THAT(reihe().nummern(), SizeIs(30));
+    auto& liste = kind<QListView>(u"Leiste_HI_DV"_s);
+    ASSERT_TRUE(liste.verticalScrollBar()->isVisible());
+    EXPECT_GE(liste.viewport()->width(), liste.sizeHintForColumn(0) + liste.fontMetrics().height() +
+                                             liste.fontMetrics().horizontalAdvance(u'0'));
+    wähle(u"men_Ansicht_0"_s);
+    wähleInListe(2);
+    wähle(u"men_Bearbeiten_1"_s);
+    QTest::qWait(0);
+    EXPECT_TRUE(liste.viewport()->rect().contains(liste.visualRect(liste.model()->index(1, 0))));
+    QTest::keyClick(&bild(), Qt::Key_Return);
+    klickeFlügel();
+    ASSERT_THAT(reihe().nummern(), SizeIs(31));
+    EXPECT_TRUE(liste.viewport()->rect().contains(liste.visualRect(liste.model()->index(30, 0))));
 }
 
 TEST_F(Flügeltest, deletingAWing_keepsTheOtherNumbersAndIsUndone) {

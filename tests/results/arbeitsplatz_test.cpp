@@ -148,6 +148,20 @@ TEST_F(Arbeitsplatztest, everyCommand_endsInOneNoticeThatSaysWhatChanged) {
     EXPECT_THAT(meldungen, SizeIs(0)); // nothing changed
 }
 
+TEST_F(Arbeitsplatztest, loading_isOneNoticeAndOneJudgement) {
+    miss();
+    Kolonieangaben angaben = platz.untersuchung().angaben();
+    angaben.UNr = u"X1"_s;
+    platz.setzeAngaben(angaben);
+    dialoge.antworten.assign(3, Antwort::Ja);
+    ASSERT_TRUE(platz.speichere(Speicheranlass::Wunsch));
+    platz.beginneNeue();
+    meldungen.clear();
+    ASSERT_TRUE(platz.lade(u"X1"_s));
+    ASSERT_THAT(meldungen, SizeIs(1));
+    EXPECT_TRUE(meldungen[0].Urteil && meldungen[0].Reihe && meldungen[0].Untersuchung);
+}
+
 TEST_F(Arbeitsplatztest, undoAndRedo_walkThroughEveryStateOfASession) {
     const std::function<void()> schritte[] = {
         [&] { klick(1, 2); },
