@@ -161,6 +161,9 @@ void HG::folge(const Änderung& änderung) {
     if (fläche_.kolonie->angaben() != untersuchung().angaben()) {
         fläche_.kolonie->zeige(untersuchung().angaben());
     }
+    if (änderung.Untersuchung) {
+        fläche_.wähle({}); // a wing of that number is another one now
+    }
     if (änderung.Reihe || änderung.Untersuchung) {
         flügelbefehle_.aktualisiere();
     }

@@ -66,8 +66,8 @@ std::optional<Hinweis> Hinweisgeber::geringeAuflösung(bool neu) {
     return Hinweis(Meldung::AuflösungZuGering, {QString::number(dpi)});
 }
 
-void Hinweisgeber::warneVorGeringerAuflösung(bool neu) {
-    if (const std::optional<Hinweis> hinweis = geringeAuflösung(neu)) {
+void Hinweisgeber::warneVorGeringerAuflösung() {
+    if (const std::optional<Hinweis> hinweis = geringeAuflösung(false)) {
         zeige(*hinweis);
     }
 }
@@ -85,8 +85,8 @@ void Hinweisgeber::warneVorSchreibfehlern() {
 
 void Hinweisgeber::sage(const Änderung& änderung) {
     const Texte& t = umgebung_.texte;
-    if (änderung.hinweis != HinweisKeiner) {
-        ZeigeHinweis(änderung.hinweis);
+    if (änderung.hinweis != Hinweis()) {
+        zeige(änderung.hinweis);
     }
     if (änderung.übernommen && !änderung.übernommen->ohne.empty()) {
         QStringList ohne;
@@ -133,7 +133,7 @@ bool Hinweisgeber::gilt(int hinweisnummer, int flügel) const {
     switch (hinweisnummer) {
     case HinweisÜbernehmen:
     case HinweisErneutSpeichern:
-        return messung.standhinweis() == hinweisnummer;
+        return messung.standhinweis() == Hinweis(hinweisnummer);
     case HinweisRechteckAufFlügel:
         return messung.nummer() == flügel;
     case HinweisWiederholen:
@@ -172,8 +172,7 @@ bool Hinweisgeber::gilt(Meldung meldung, const Hinweis& hinweis) const {
     case Meldung::ZoomBeimNächstenStart:
         return nennt(1, aufnahmeBeimStart(umgebung_.einstellungen).Zoomfaktor);
     case Meldung::ÜbernehmenPerTaste:
-        return messung.punkte().vollständig(messung.messart()) &&
-               !messung.punkte().fertig(messung.messart());
+        return messung.standhinweis() == hinweis;
     case Meldung::FlügelZumKorrigieren:
         return messung.wiederholt() && nennt(0, messung.nummer());
     case Meldung::FlügelFraglich:

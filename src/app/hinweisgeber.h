@@ -5,6 +5,7 @@
 #include "results/schritte.h"
 
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -43,9 +44,10 @@ public:
     void sage(const Änderung& änderung);
     /// Says whose the resolution is that was just chosen, and whether it is low.
     void sageAuflösung();
-    /// Says once that the resolution is low; @p neu after another was chosen, which counts anew.
-    void warneVorGeringerAuflösung(bool neu = false);
-    /// The same sentence for somebody who has more to say; nullopt when there is no reason.
+    /// Says once that the resolution is low.
+    void warneVorGeringerAuflösung();
+    /// That sentence for somebody who has more to say, nullopt without a reason; @p neu after
+    /// another resolution was chosen, which counts anew.
     [[nodiscard]] std::optional<Hinweis> geringeAuflösung(bool neu);
     /// Says once each that settings or journal could not be written.
     void warneVorSchreibfehlern();

@@ -144,10 +144,14 @@ int Auflösungsfenster::fülleBilder() {
             vorwahl = static_cast<int>(flügel_.size());
         }
         flügel_.push_back(darauf);
-        cbo_Bild_->addItem(texte_(Meldung::BildMitFlügeln)
-                               .arg(messung.bilddatei.isEmpty() ? texte_(Meldung::OhneBild)
-                                                                : dateiname(messung.bilddatei),
-                                    QString::number(darauf.size())));
+        const QString name =
+            messung.bilddatei.isEmpty() ? texte_(Meldung::OhneBild) : dateiname(messung.bilddatei);
+        const QFontMetrics maße = cbo_Bild_->fontMetrics();
+        cbo_Bild_->addItem(
+            texte_(Meldung::BildMitFlügeln)
+                .arg(maße.elidedText(name, Qt::ElideMiddle, 30 * maße.averageCharWidth()),
+                     QString::number(darauf.size())));
+        cbo_Bild_->setItemData(cbo_Bild_->count() - 1, name, Qt::ToolTipRole);
     }
     if (flügel_.size() > 1) {
         cbo_Bild_->addItem(texte_(Meldung::AlleBilder).arg(alle.size()));

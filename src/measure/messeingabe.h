@@ -28,12 +28,12 @@ public:
 
     /// A key that was pressed over the picture, or is meant for it. True when it meant something.
     bool taste(const QKeyEvent& ereignis);
-    /// What is to be done where all points are set and the right button still refuses.
-    void sagWieÜbernommenWird();
 
 private:
     void drück(const Zeigerereignis& ereignis);
     void beweg(const Zeigerereignis& ereignis);
+    /// What is to be done where all points are set and the right button still refuses.
+    void sagWieÜbernommenWird();
     [[nodiscard]] int nächsterGesetzter(float x, float y) const;
 
     Messbefehle& befehle_;

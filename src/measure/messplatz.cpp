@@ -198,7 +198,6 @@ void Messplatz::zeigeStandhinweis() {
         break;
     case Zustand::Messen:
         hinweis_(messung_.standhinweis());
-        eingabe_.sagWieÜbernommenWird();
         break;
     }
 }
@@ -389,7 +388,7 @@ void Messplatz::folge() {
     if (!messung_.wiederholt()) {
         zurück = std::exchange(reihenort_, std::nullopt);
     }
-    if (zurück) {
+    if (zurück && zurück->zustand != Zustand::OhneBild) {
         mitte_ = zurück->mitte;
     }
     zeigePunkte();
@@ -456,7 +455,16 @@ void Messplatz::folgeZoom() {
 }
 
 void Messplatz::zeigeFlügel() {
-    if (zustand_ == Zustand::Messen || !messung_.punkte().begonnen()) {
+    const Messpunkte& punkte = messung_.punkte();
+    if (!punkte.begonnen()) {
+        return;
+    }
+    if (zustand_ == Zustand::Messen) {
+        for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+            if (punkte.gemessen(i)) {
+                bild_->macheSichtbar(QPointF(punkte.PunktX[i], punkte.PunktY[i]));
+            }
+        }
         return;
     }
     mitte_ = flügelmitte(messung_.flügel()).value_or(mitte_);

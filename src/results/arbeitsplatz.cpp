@@ -29,7 +29,7 @@ Aufnahme aufnahmeBeimStart(const Einstellungen& einstellungen) {
 
 bool Änderung::etwas() const {
     return Punkte || Aufnahme || Reihe || Merkmale || Angaben || Urteil || Ablage ||
-           Einstellungen || Untersuchung || Schritte || hinweis != HinweisKeiner || übernommen ||
+           Einstellungen || Untersuchung || Schritte || hinweis != Hinweis() || übernommen ||
            fehler || reiheVoll;
 }
 

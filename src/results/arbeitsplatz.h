@@ -52,7 +52,7 @@ struct Änderung {
     bool Schritte = false;     ///< what can be undone or redone
 
     // What a person is to be told about it.
-    Hinweisnummer hinweis = HinweisKeiner;
+    Hinweis hinweis;
     std::optional<Übernahme> übernommen;
     std::optional<Rechenfehler> fehler;
     bool reiheVoll = false;

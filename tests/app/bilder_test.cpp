@@ -159,6 +159,8 @@ TEST_F(Bildertest, movedPicture_isAskedFor_andServesWithoutChangingTheExaminatio
     wähle(u"men_Bearbeiten_1"_s);
     EXPECT_TRUE(bild().isVisible());
     EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
+    QTest::keyClick(&bild(), Qt::Key_Escape);
+    EXPECT_TRUE(übersicht().isVisible()); // what was found stays open
     EXPECT_FALSE(hg().untersuchung().geändert());
 }
 

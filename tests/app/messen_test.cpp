@@ -481,6 +481,10 @@ TEST_F(Messentest, pointSetOnceMore_hintSaysHowTheWingIsTakenOver) {
     wähle(u"men_Sprache_1"_s);
     EXPECT_TRUE(hinweis().startsWith(u"All points are set"_s));
     wähle(u"men_Sprache_0"_s);
+    QTest::keyClick(&bild(), Qt::Key_Right);
+    wähle(u"men_Ansicht_0"_s);
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_EQ(hinweis(), wie);
     // The advice of the message is followed, and leads to the end.
     maus(QEvent::MouseMove, {237, 147}, Qt::NoButton);
     QTest::keyClick(&bild(), Qt::Key_7);

@@ -127,6 +127,15 @@ TEST_F(Korrekturtest, escape_givesARepeatUpSoThatTheNextWingIsANewOne) {
     rechts();
     EXPECT_EQ(*reihe().messung(1), vorher);
     EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
+
+    // What undo brings back is seen, wherever the measuring view is.
+    wiederholeErsten();
+    rechts();
+    wähle(u"men_Ansicht_7"_s);
+    ASSERT_FALSE(bild().ausschnitt().contains(QPointF(1292, 1075)));
+    zurück();
+    ASSERT_EQ(flügel(), Wiederholt);
+    EXPECT_TRUE(bild().ausschnitt().contains(QRectF(1292, 1050, 308, 151)));
 }
 
 TEST_F(Korrekturtest, afterARepeat_measuringGoesOnWhereTheSeriesStood) {

@@ -148,20 +148,6 @@ TEST_F(Arbeitsplatztest, everyCommand_endsInOneNoticeThatSaysWhatChanged) {
     EXPECT_THAT(meldungen, SizeIs(0)); // nothing changed
 }
 
-TEST_F(Arbeitsplatztest, loading_isOneNoticeAndOneJudgement) {
-    miss();
-    Kolonieangaben angaben = platz.untersuchung().angaben();
-    angaben.UNr = u"X1"_s;
-    platz.setzeAngaben(angaben);
-    dialoge.antworten.assign(3, Antwort::Ja);
-    ASSERT_TRUE(platz.speichere(Speicheranlass::Wunsch));
-    platz.beginneNeue();
-    meldungen.clear();
-    ASSERT_TRUE(platz.lade(u"X1"_s));
-    ASSERT_THAT(meldungen, SizeIs(1));
-    EXPECT_TRUE(meldungen[0].Urteil && meldungen[0].Reihe && meldungen[0].Untersuchung);
-}
-
 TEST_F(Arbeitsplatztest, undoAndRedo_walkThroughEveryStateOfASession) {
     const std::function<void()> schritte[] = {
         [&] { klick(1, 2); },
@@ -311,7 +297,7 @@ TEST_F(Arbeitsplatztest, undo_bringsPointsBackOnlyWithTheirPictureAndZoom) {
     EXPECT_EQ(platz.messung().bilddatei(), u"/a.png"_s);
     EXPECT_EQ(platz.messung().aufnahme().Zoomfaktor, 2);
     EXPECT_EQ(platz.messung().punkte().PunktX[1], 400.F);
-    EXPECT_EQ(meldungen.back().hinweis, HinweisÜbernehmen);
+    EXPECT_TRUE(meldungen.back().hinweis == HinweisÜbernehmen);
     platz.stelleWiederHer();
     EXPECT_EQ(platz.messung().bilddatei(), u"/c.png"_s);
     EXPECT_FALSE(platz.messung().punkte().begonnen());
