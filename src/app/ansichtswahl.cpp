@@ -19,10 +19,8 @@ Ansichtswahl::Ansichtswahl(Verteiler& verteiler, const Arbeitsplatz& arbeitsplat
     verteiler.meldeAn(befehl::Tabelle, [this] { zeige(fläche_.tabelle(), reihenhinweis()); });
     verteiler.meldeAn(befehl::Kurven,
                       [this, &auswertung] { zeige(auswertung.kurven(), HinweisKeiner); });
-    verteiler.meldeAn(befehl::Korrel, [this, &auswertung] {
-        zeige(auswertung.korrel(),
-              arbeitsplatz_.reihe().hiDvZeilen().empty() ? HinweisKeiner : HinweisKreuzZeigen);
-    });
+    verteiler.meldeAn(befehl::Korrel,
+                      [this, &auswertung] { zeige(auswertung.korrel(), korrelhinweis()); });
     verteiler.meldeAn(befehl::Merkmal, [this] { zeigeMerkmale(); });
     verteiler.meldeAn(befehl::Messen, [this] { zeigeMessplatz(false); });
     for (const auto& [wort, nummer] :
@@ -39,6 +37,10 @@ Ansichtswahl::Ansichtswahl(Verteiler& verteiler, const Arbeitsplatz& arbeitsplat
 
 int Ansichtswahl::reihenhinweis() const {
     return arbeitsplatz_.reihe().leer() ? HinweisKeiner : HinweisWiederholen;
+}
+
+int Ansichtswahl::korrelhinweis() const {
+    return arbeitsplatz_.reihe().hiDvZeilen().empty() ? HinweisKeiner : HinweisKreuzZeigen;
 }
 
 int Ansichtswahl::merkmalhinweis() const {
@@ -85,12 +87,16 @@ bool Ansichtswahl::zumMessplatz(const std::function<bool()>& tun) {
     return getan;
 }
 
-void Ansichtswahl::folge(const Änderung& änderung) {
-    const Hinweis& hinweis = hinweise_.gezeigter();
-    if (änderung.Merkmale && hinweis != Hinweis(merkmalhinweis()) &&
-        (hinweis == Hinweis(HinweisMerkmaleJeBiene) || hinweis == Hinweis(HinweisMerkmaleSummen))) {
-        hinweise_.ZeigeHinweis(merkmalhinweis());
+void Ansichtswahl::zeigeStandhinweis() {
+    if (fläche_.amMessplatz()) {
+        fläche_.messplatz->zeigeStandhinweis();
+        return;
     }
+    const QStringView ansicht = fläche_.ansichtswort();
+    hinweise_.ZeigeHinweis(ansicht == befehl::Merkmal  ? merkmalhinweis()
+                           : ansicht == befehl::Korrel ? korrelhinweis()
+                           : ansicht == befehl::Alle || ansicht == befehl::Tabelle ? reihenhinweis()
+                                                                                   : HinweisKeiner);
 }
 
 } // namespace tarvel

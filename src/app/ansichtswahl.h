@@ -28,12 +28,13 @@ public:
     /// comes back.
     bool zumMessplatz(const std::function<bool()>& tun);
 
-    /// Keeps the hint about body marks true to how they are entered.
-    void folge(const Änderung& änderung);
+    /// The hint that fits the view that is seen.
+    void zeigeStandhinweis();
 
 private:
     void zeige(QWidget& ansicht, int hinweisnummer);
     [[nodiscard]] int reihenhinweis() const;
+    [[nodiscard]] int korrelhinweis() const;
     [[nodiscard]] int merkmalhinweis() const;
 
     const Arbeitsplatz& arbeitsplatz_;

@@ -76,7 +76,7 @@ void Auswertung::aktualisiere() {
     korrel_->zeige(std::move(korrel));
     const QString& fremde = untersuchung.angaben().Rassenname;
     urteil_->zeige(beurteilung, fremde.isEmpty() ? rasse : fremde, umgebung_.format,
-                   arbeitsplatz_.gespeichertesUrteil());
+                   arbeitsplatz_.gespeichertesUrteil(), standard.istVorgabe());
     benenneBilder();
 }
 

@@ -48,12 +48,9 @@ void Bildgang::wähleAuflösung(int dpi) {
 
 void Bildgang::berichtigeAuflösung() {
     const Messung& messung = arbeitsplatz_.messung();
-    std::vector<int> weitere;
-    if (const std::optional<int> bild = fläche_.messplatz->bild().auflösung()) {
-        weitere.push_back(*bild);
-    }
     Auflösungsfenster fenster(umgebung_.texte, arbeitsplatz_.reihe(), umgebung_.format,
-                              messung.bilddatei(), weitere, &fenster_);
+                              messung.bilddatei(), fläche_.messplatz->bild().auflösung(),
+                              &fenster_);
     if (fenster.exec() == QDialog::Accepted) {
         arbeitsplatz_.setzeAuflösung(fenster.nummern(), fenster.dpi());
     }

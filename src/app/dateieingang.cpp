@@ -258,8 +258,13 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
                       [](const Koordinatensatz& satz) { return !auflösungAus(satz).has_value(); });
     const bool alleOhne = ohneAuflösung == std::ssize(koordinaten.flügel);
     const bool verschieden = !alleOhne && !auflösungAus(koordinaten);
-    std::optional<int> dpi = arbeitsplatz_.einstellungen().auflösung;
-    if (ohneAuflösung > 0 || !verschieden) {
+    const bool ausMaßstab =
+        std::any_of(koordinaten.flügel.begin(), koordinaten.flügel.end(),
+                    [](const Koordinatensatz& satz) { return satz.maßstab.has_value(); });
+    std::optional<int> dpi =
+        auflösungAus(koordinaten).value_or(arbeitsplatz_.einstellungen().auflösung);
+    // A scale does not name its unit, so what one gives is only proposed where it can be.
+    if (ohneAuflösung > 0 || (!verschieden && ausMaßstab)) {
         dpi = frageAuflösung(pfad, koordinaten, verschieden ? ohneAuflösung : 0);
     }
     if (!dpi) {
@@ -308,8 +313,9 @@ bool Dateieingang::lesKoordinaten(const QString& pfad) {
     for (const int wert : gerechnet) {
         worte << QString::number(wert);
     }
-    dienste_.hinweise.zeige(
-        {Meldung::KoordinatenEingelesen, {QString::number(nummern.size()), worte.join(u", "_s)}});
+    dienste_.hinweise.zeige({ohneAuflösung > 0 || ausMaßstab ? Meldung::KoordinatenEingelesen
+                                                             : Meldung::KoordinatenMitAuflösung,
+                             {QString::number(nummern.size()), worte.join(u", "_s)}});
     if (const QStringList zeilen =
             verschieden ? auflösungszeilen(koordinaten, neu.reihe(), t) : QStringList();
         !zeilen.isEmpty()) {
@@ -342,7 +348,7 @@ std::optional<int> Dateieingang::frageAuflösung(const QString& pfad, const Koor
     const std::optional<int> ausDatei = auflösungAus(koordinaten);
     QString frage = ohne > 0 ? t(Meldung::AuflösungFrageOhne).arg(name, QString::number(ohne))
                              : t(Meldung::AuflösungFrage).arg(name);
-    if (ausDatei && koordinaten.flügel.front().maßstab) {
+    if (ausDatei) {
         frage += u'\n' + t(Meldung::AuflösungAusMaßstab).arg(*ausDatei);
     }
     std::vector<int> dpi(Scannerauflösungen.begin(), Scannerauflösungen.end());

@@ -1,11 +1,12 @@
 #include "app/einstellungsgang.h"
 
 #include "app/optionen.h"
-#include "measure/aufloesung.h"
 #include "measure/messleiste.h"
 #include "measure/messplatz.h"
 
 #include <QGuiApplication>
+
+#include <vector>
 
 namespace tarvel {
 
@@ -27,12 +28,8 @@ void Einstellungsgang::richteEin() {
     fläche_.messleiste->setzeZiel(e.zahl(Einstellung::Zielzahl));
 }
 
-int Einstellungsgang::gespeicherteAuflösung() const {
-    return scannerauflösung(umgebung_.einstellungen.zahl(Einstellung::ScannMessung));
-}
-
 void Einstellungsgang::optionen(QWidget* fenster) {
-    const int vorher = gespeicherteAuflösung();
+    const Aufnahme vorher = aufnahmeBeimStart(umgebung_.einstellungen);
     Optionen dialog(umgebung_, speicher_, arbeitsplatz_.untersuchung().angaben().Rasse + 1,
                     fenster);
     dialog.exec();
@@ -45,18 +42,30 @@ void Einstellungsgang::optionen(QWidget* fenster) {
     if (andereAuflösung) {
         arbeitsplatz_.setzeAuflösung(e.auflösung);
     }
-    if (dialog.geändert(Einstellung::DefaultZoomOptionen)) {
+    const bool andererZoom = dialog.geändert(Einstellung::DefaultZoomOptionen);
+    if (andererZoom) {
         fläche_.messplatz->wünscheZoom(e.Zoomfaktor);
     }
     if (dialog.geändert(Einstellung::Betriebsart)) {
         fläche_.messplatz->wünscheMessart(e.messart);
     }
-    if (const int neue = gespeicherteAuflösung(); !andereAuflösung && neue != vorher) {
-        hinweise_.zeige(
-            {Meldung::AuflösungBeimNächstenStart,
-             {QString::number(arbeitsplatz_.messung().aufnahme().dpi), QString::number(neue)}});
+    const Aufnahme neue = aufnahmeBeimStart(umgebung_.einstellungen);
+    std::vector<Hinweis> sätze;
+    if (const auto gering = hinweise_.geringeAuflösung(andereAuflösung)) {
+        sätze.push_back(*gering);
     }
-    hinweise_.warneVorGeringerAuflösung(andereAuflösung);
+    if (!andereAuflösung && neue.dpi != vorher.dpi) {
+        sätze.emplace_back(
+            Meldung::AuflösungBeimNächstenStart,
+            std::vector<Hinweis::Argument>{QString::number(arbeitsplatz_.messung().aufnahme().dpi),
+                                           QString::number(neue.dpi)});
+    }
+    if (!andererZoom && neue.Zoomfaktor != vorher.Zoomfaktor) {
+        sätze.emplace_back(Meldung::ZoomBeimNächstenStart,
+                           std::vector<Hinweis::Argument>{QString::number(vorher.Zoomfaktor),
+                                                          QString::number(neue.Zoomfaktor)});
+    }
+    hinweise_.zeigeSätze(sätze);
 }
 
 void Einstellungsgang::wähleSprache(int index) {

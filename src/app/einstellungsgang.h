@@ -28,8 +28,6 @@ public:
     void schalteWerkzeugtexte();
 
 private:
-    [[nodiscard]] int gespeicherteAuflösung() const;
-
     Umgebung umgebung_;
     Benutzerspeicher& speicher_;
     Arbeitsplatz& arbeitsplatz_;

@@ -118,7 +118,7 @@ void Flügelbefehle::geheZurück(bool wiederherstellen) {
         fläche_.messplatz->zeigeFlügel();
     }
     // What the line said of the step is no longer so.
-    if (schritt && hinweise_.gezeigter() == vorher) {
+    if (schritt && (hinweise_.istErsatz() || hinweise_.gezeigter() == vorher)) {
         hinweise_.zeigeSchritt(*schritt, wiederherstellen);
     }
 }

@@ -90,6 +90,7 @@ HG::~HG() {
 }
 
 void HG::verbindeMessplatz() {
+    hinweise_.beiErsatz([this] { ansichten_.zeigeStandhinweis(); });
     fläche_.messplatz->beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
     protokoll_.beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
     fläche_.messplatz->beiZustand([this] { zeigeZustand(); });
@@ -160,6 +161,9 @@ void HG::folge(const Änderung& änderung) {
     if (fläche_.kolonie->angaben() != untersuchung().angaben()) {
         fläche_.kolonie->zeige(untersuchung().angaben());
     }
+    if (änderung.Untersuchung) {
+        fläche_.wähle({}); // a wing of that number is another one now
+    }
     if (änderung.Reihe || änderung.Untersuchung) {
         flügelbefehle_.aktualisiere();
     }
@@ -173,10 +177,11 @@ void HG::folge(const Änderung& änderung) {
     if (änderung.Angaben || änderung.Urteil || änderung.Ablage) {
         protokoll_.aktualisiere();
     }
-    ansichten_.folge(änderung);
     if (änderung.übernommen) {
         fläche_.wähle({änderung.übernommen->nummer});
-        fläche_.messplatz->nächsterFlügel();
+        if (!änderung.übernommen->wiederholt) {
+            fläche_.messplatz->nächsterFlügel();
+        }
     }
     bilder_.folge(änderung);
     hinweise_.sage(änderung);

@@ -7,6 +7,7 @@
 
 #include <QDir>
 
+#include <algorithm>
 #include <utility>
 
 namespace tarvel {
@@ -24,7 +25,16 @@ void Hinweisgeber::ZeigeHinweis(int nummer) {
 }
 
 void Hinweisgeber::zeige(const Hinweis& hinweis) {
+    istErsatz_ = false;
     lab_H_->zeige(hinweis);
+}
+
+void Hinweisgeber::zeigeSätze(const std::vector<Hinweis>& sätze) {
+    if (!sätze.empty()) {
+        Hinweis alles = sätze.front();
+        alles.weitere.assign(sätze.begin() + 1, sätze.end());
+        zeige(alles);
+    }
 }
 
 const Hinweis& Hinweisgeber::gezeigter() const {
@@ -47,11 +57,18 @@ void Hinweisgeber::TexteAnwenden() {
     }
 }
 
-void Hinweisgeber::warneVorGeringerAuflösung(bool neu) {
+std::optional<Hinweis> Hinweisgeber::geringeAuflösung(bool neu) {
     auflösungGemeldet_ = auflösungGemeldet_ && !neu;
     const int dpi = arbeitsplatz_.messung().aufnahme().dpi;
-    if (dpi < EmpfohleneAuflösung && !std::exchange(auflösungGemeldet_, true)) {
-        zeige({Meldung::AuflösungZuGering, {QString::number(dpi)}});
+    if (dpi >= EmpfohleneAuflösung || std::exchange(auflösungGemeldet_, true)) {
+        return std::nullopt;
+    }
+    return Hinweis(Meldung::AuflösungZuGering, {QString::number(dpi)});
+}
+
+void Hinweisgeber::warneVorGeringerAuflösung() {
+    if (const std::optional<Hinweis> hinweis = geringeAuflösung(false)) {
+        zeige(*hinweis);
     }
 }
 
@@ -68,8 +85,8 @@ void Hinweisgeber::warneVorSchreibfehlern() {
 
 void Hinweisgeber::sage(const Änderung& änderung) {
     const Texte& t = umgebung_.texte;
-    if (änderung.hinweis != HinweisKeiner) {
-        ZeigeHinweis(änderung.hinweis);
+    if (änderung.hinweis != Hinweis()) {
+        zeige(änderung.hinweis);
     }
     if (änderung.übernommen && !änderung.übernommen->ohne.empty()) {
         QStringList ohne;
@@ -91,6 +108,94 @@ void Hinweisgeber::sage(const Änderung& änderung) {
     }
     if (änderung.reiheVoll) {
         umgebung_.dialoge.meldung(t(Text::Fehler), t(Meldung::ReiheVoll), Meldungsart::Ausruf);
+    }
+    if (!gilt(gezeigter())) {
+        ersatz_();
+        istErsatz_ = true;
+    }
+}
+
+bool Hinweisgeber::gilt(const Hinweis& hinweis) const {
+    if (!std::all_of(hinweis.weitere.begin(), hinweis.weitere.end(),
+                     [this](const Hinweis& weiterer) { return gilt(weiterer); })) {
+        return false;
+    }
+    if (const int* nummer = std::get_if<int>(&hinweis.was)) {
+        return gilt(*nummer, hinweis.flügel);
+    }
+    const auto* const meldung = std::get_if<Meldung>(&hinweis.was);
+    return meldung == nullptr || gilt(*meldung, hinweis);
+}
+
+bool Hinweisgeber::gilt(int hinweisnummer, int flügel) const {
+    const Messung& messung = arbeitsplatz_.messung();
+    const bool jeBiene = arbeitsplatz_.untersuchung().merkmale().Modus == Merkmalmodus::Liste;
+    switch (hinweisnummer) {
+    case HinweisÜbernehmen:
+    case HinweisErneutSpeichern:
+        return messung.standhinweis() == Hinweis(hinweisnummer);
+    case HinweisRechteckAufFlügel:
+        return messung.nummer() == flügel;
+    case HinweisWiederholen:
+        return !arbeitsplatz_.reihe().leer();
+    case HinweisKreuzZeigen:
+        return !arbeitsplatz_.reihe().hiDvZeilen().empty();
+    case HinweisMerkmaleJeBiene:
+        return jeBiene;
+    case HinweisMerkmaleSummen:
+        return !jeBiene;
+    default:
+        return true;
+    }
+}
+
+bool Hinweisgeber::gilt(Meldung meldung, const Hinweis& hinweis) const {
+    const Messung& messung = arbeitsplatz_.messung();
+    const Messreihe& reihe = arbeitsplatz_.reihe();
+    const auto nennt = [&hinweis](std::size_t stelle, int zahl) {
+        const auto* const wert = std::get_if<QString>(&hinweis.argumente.at(stelle));
+        return wert != nullptr && wert->toInt() == zahl;
+    };
+    const int dpi = messung.aufnahme().dpi;
+    switch (meldung) {
+    case Meldung::AuflösungZuGering:
+    case Meldung::BildMitAuflösung:
+    case Meldung::RadialzelleUnmöglich:
+        return nennt(0, dpi);
+    case Meldung::BildauflösungHinweis:
+        return nennt(1, dpi);
+    case Meldung::AuflösungNurNeue:
+    case Meldung::AuflösungDesFlügels:
+        return auflösungshinweis() == hinweis;
+    case Meldung::AuflösungBeimNächstenStart:
+        return nennt(0, dpi) && nennt(1, aufnahmeBeimStart(umgebung_.einstellungen).dpi);
+    case Meldung::ZoomBeimNächstenStart:
+        return nennt(1, aufnahmeBeimStart(umgebung_.einstellungen).Zoomfaktor);
+    case Meldung::ÜbernehmenPerTaste:
+        return messung.standhinweis() == hinweis;
+    case Meldung::FlügelZumKorrigieren:
+        return messung.wiederholt() && nennt(0, messung.nummer());
+    case Meldung::FlügelFraglich:
+        return reihe.enthält(std::get<QString>(hinweis.argumente.front()).toInt());
+    case Meldung::EinFlügelAusgelassen:
+    case Meldung::FlügelAusgelassen:
+        return nennt(0, static_cast<int>(reihe.ausgelassene().size()));
+    case Meldung::AlleFlügelZählen:
+        return reihe.ausgelassene().empty();
+    case Meldung::FlügelGelöscht:
+    case Meldung::MehrereGelöscht: {
+        const Schritt* const letzter = arbeitsplatz_.rückgängig();
+        return letzter != nullptr && letzter->art == Schrittart::FlügelLöschen;
+    }
+    case Meldung::UntersuchungGespeichert:
+        return !arbeitsplatz_.untersuchung().geändert();
+    case Meldung::UrteilAnders:
+        return arbeitsplatz_.gespeichertesUrteil() && arbeitsplatz_.beurteilung().urteil() &&
+               arbeitsplatz_.gespeichertesUrteil() != arbeitsplatz_.beurteilung().urteil();
+    case Meldung::SitzungNichtGesichert:
+        return !arbeitsplatz_.gesichert();
+    default:
+        return true;
     }
 }
 
@@ -125,31 +230,39 @@ void Hinweisgeber::sageZweifel(int flügel) {
         sätze.push_back(passende ? Hinweis(Meldung::AuflösungPasst, {QString::number(*passende)})
                                  : Hinweis(Meldung::AuflösungPrüfen));
     }
-    if (!sätze.empty()) {
-        Hinweis alles = sätze.front();
-        alles.weitere.assign(sätze.begin() + 1, sätze.end());
-        zeige(alles);
-    }
+    zeigeSätze(sätze);
 }
 
 void Hinweisgeber::sageAuflösung() {
+    std::vector<Hinweis> sätze;
+    if (!arbeitsplatz_.messung().wiederholt()) {
+        if (const std::optional<Hinweis> gering = geringeAuflösung(true)) {
+            sätze.push_back(*gering);
+        }
+    }
+    if (const std::optional<Hinweis> auflösung = auflösungshinweis()) {
+        sätze.push_back(*auflösung);
+    }
+    zeigeSätze(sätze);
+}
+
+std::optional<Hinweis> Hinweisgeber::auflösungshinweis() const {
     const Messung& messung = arbeitsplatz_.messung();
     if (const auto& wiederholung = messung.stand().wiederholung) {
-        zeige({Meldung::AuflösungDesFlügels,
-               {QString::number(messung.aufnahme().dpi), dreistellig(wiederholung->nummer),
-                QString::number(wiederholung->aufnahme.dpi)}});
-        return;
+        return Hinweis(Meldung::AuflösungDesFlügels,
+                       {QString::number(messung.aufnahme().dpi), dreistellig(wiederholung->nummer),
+                        QString::number(wiederholung->aufnahme.dpi)});
     }
-    warneVorGeringerAuflösung(true);
     const int dpi = messung.aufnahme().dpi;
     const Messreihe& reihe = arbeitsplatz_.reihe();
     int andere = 0;
     for (const int nummer : reihe.flügelAufBild(messung.bilddatei(), messung.bild())) {
         andere += reihe.messung(nummer)->aufnahme.dpi == dpi ? 0 : 1;
     }
-    if (andere > 0) {
-        zeige({Meldung::AuflösungNurNeue, {QString::number(dpi), QString::number(andere)}});
+    if (andere == 0) {
+        return std::nullopt;
     }
+    return Hinweis(Meldung::AuflösungNurNeue, {QString::number(dpi), QString::number(andere)});
 }
 
 } // namespace tarvel

@@ -114,6 +114,9 @@ struct Rassestandard {
         return tiere == Geschlecht::Drohnen ? drohnen.mittel : arbeiterinnen.mittel;
     }
 
+    /// Nobody has set anything of it yet, or all as it was.
+    [[nodiscard]] bool istVorgabe() const { return *this == Rassestandard(); }
+
     bool operator==(const Rassestandard&) const = default;
 };
 

@@ -52,11 +52,13 @@ Urteilsanzeige::Urteilsanzeige(const Texte& texte, QWidget* parent)
 }
 
 void Urteilsanzeige::zeige(const Beurteilung& beurteilung, const QString& rasse,
-                           const Zahlenformat& format, std::optional<bool> gespeichertes) {
+                           const Zahlenformat& format, std::optional<bool> gespeichertes,
+                           bool nachVorgaben) {
     beurteilung_ = beurteilung;
     rasse_ = rasse;
     format_ = format;
     gespeichertes_ = gespeichertes;
+    nachVorgaben_ = nachVorgaben;
     beschrifte();
 }
 
@@ -74,7 +76,14 @@ void Urteilsanzeige::beschrifte() {
     lab_Urteil_->setText(urteil ? (*urteil ? u"✓ "_s : u"✗ "_s) + texte_(urteilssatz(*urteil)) +
                                       u' ' + rasse_
                                 : unbeurteilttext(beurteilung_, rasse_, texte_));
-    lab_Grundlage_->setText(urteil ? grundlagentext(beurteilung_.umfang, texte_) : QString());
+    QStringList grundlage;
+    if (urteil) {
+        grundlage << grundlagentext(beurteilung_.umfang, texte_);
+        if (nachVorgaben_) {
+            grundlage << texte_(Meldung::GrundlageVorgaben);
+        }
+    }
+    lab_Grundlage_->setText(grundlage.join(u'\n'));
     lab_Mängel_->setText(mängel.join(u"<br>"_s));
     lab_Mängel_->setToolTip(texte_(Meldung::TippMangel));
     const bool anders = gespeichertes_ && urteil && *gespeichertes_ != *urteil;

@@ -19,8 +19,9 @@ public:
 
     /// @p rasse name of the race of the sample, @p format of the limits. @p gespeichertes the
     /// verdict that is kept for storing; empty when that is the one of @p beurteilung.
+    /// @p nachVorgaben the standard is none that anybody set.
     void zeige(const Beurteilung& beurteilung, const QString& rasse, const Zahlenformat& format,
-               std::optional<bool> gespeichertes = {});
+               std::optional<bool> gespeichertes = {}, bool nachVorgaben = false);
 
     /// Called with the reason whose bees the user wants to see.
     void beiMangelwahl(std::function<void(const Prüfwert&)> wahl) {
@@ -38,6 +39,7 @@ private:
     std::function<void()> beiNeubeurteilung_;
     Beurteilung beurteilung_;
     std::optional<bool> gespeichertes_;
+    bool nachVorgaben_ = false;
     QString rasse_;
     Zahlenformat format_;
     QLabel* überschrift_;

@@ -2,6 +2,7 @@
 
 #include "measure/aufloesung.h"
 #include "measure/bildsuche.h"
+#include "measure/fluegelprobe.h"
 #include "measure/indexmuster.h"
 #include "measure/statistik.h"
 
@@ -38,13 +39,16 @@ float mittelDV(const Messreihe& reihe) {
 
 Auflösungsfenster::Auflösungsfenster(const Texte& texte, const Messreihe& reihe,
                                      Zahlenformat format, const QString& bild,
-                                     const std::vector<int>& weitere, QWidget* parent)
+                                     std::optional<int> dpiDesBildes, QWidget* parent)
     : QDialog(parent)
     , texte_(texte)
     , reihe_(reihe)
     , format_(std::move(format))
+    , bild_(bild)
+    , dpiDesBildes_(dpiDesBildes)
     , cbo_Bild_(new QComboBox)
     , cbo_Auflösung_(new QComboBox)
+    , lab_Vorschlag_(new QLabel)
     , tab_Wechsel_(new QTableWidget(0, 4))
     , lab_Mittel_(new QLabel) {
     setObjectName(u"Auflösung"_s);
@@ -54,29 +58,15 @@ Auflösungsfenster::Auflösungsfenster(const Texte& texte, const Messreihe& reih
     erklärung->setWordWrap(true);
     layout->addWidget(erklärung);
 
+    const int vorwahl = fülleBilder();
     std::set<int> dpi(Scannerauflösungen.begin(), Scannerauflösungen.end());
-    dpi.insert(weitere.begin(), weitere.end());
-    std::set<QString> pfade;
-    int vorwahl = 0;
+    if (dpiDesBildes_) {
+        dpi.insert(*dpiDesBildes_);
+    }
     for (const auto& [nummer, messung] : reihe_.messungen()) {
         dpi.insert(messung.aufnahme.dpi);
-        if (!pfade.insert(messung.bilddatei).second) {
-            continue;
-        }
-        std::vector<int> darauf;
-        for (const auto& [andere, m] : reihe_.messungen()) {
-            if (m.bilddatei == messung.bilddatei) {
-                darauf.push_back(andere);
-            }
-        }
-        if (messung.bilddatei == bild || flügel_.empty()) {
-            vorwahl = static_cast<int>(flügel_.size());
-        }
-        flügel_.push_back(darauf);
-        cbo_Bild_->addItem(texte_(Meldung::BildMitFlügeln)
-                               .arg(messung.bilddatei.isEmpty() ? texte_(Meldung::OhneBild)
-                                                                : dateiname(messung.bilddatei),
-                                    QString::number(darauf.size())));
+        dpi.insert(
+            passendeAuflösung(messung.punkte, messung.aufnahme).value_or(messung.aufnahme.dpi));
     }
     for (const int wert : dpi) {
         cbo_Auflösung_->addItem(QString::number(wert) + u' ' + texte_(Meldung::EinheitDpi), wert);
@@ -96,6 +86,9 @@ Auflösungsfenster::Auflösungsfenster(const Texte& texte, const Messreihe& reih
     cbo_Bild_->setMinimumContentsLength(24);
     cbo_Auflösung_->setObjectName(u"cbo_Auflösung"_s);
     layout->addLayout(formular);
+    lab_Vorschlag_->setObjectName(u"lab_Vorschlag"_s);
+    lab_Vorschlag_->setWordWrap(true);
+    layout->addWidget(lab_Vorschlag_);
 
     tab_Wechsel_->setObjectName(u"tab_Wechsel"_s);
     tab_Wechsel_->setAccessibleName(texte_(Meldung::FlügelauflösungTitel));
@@ -121,14 +114,94 @@ Auflösungsfenster::Auflösungsfenster(const Texte& texte, const Messreihe& reih
     layout->addWidget(knöpfe);
 
     cbo_Bild_->setCurrentIndex(vorwahl);
-    const int bisher = nummern().empty() ? Scannerauflösungen.back()
-                                         : reihe_.messung(nummern().back())->aufnahme.dpi;
-    cbo_Auflösung_->setCurrentIndex(
-        cbo_Auflösung_->findData(weitere.empty() ? bisher : weitere.front()));
-    connect(cbo_Bild_, &QComboBox::currentIndexChanged, this, [this] { zeige(); });
+    schlageVor();
+    connect(cbo_Bild_, &QComboBox::currentIndexChanged, this, [this] {
+        schlageVor();
+        zeige();
+    });
+    connect(cbo_Auflösung_, &QComboBox::activated, this, [this] { selbstGewählt_ = true; });
     connect(cbo_Auflösung_, &QComboBox::currentIndexChanged, this, [this] { zeige(); });
     zeige();
     resize(sizeHint().expandedTo({460, 420}));
+}
+
+int Auflösungsfenster::fülleBilder() {
+    std::set<QString> pfade;
+    std::vector<int> alle;
+    int vorwahl = 0;
+    for (const auto& [nummer, messung] : reihe_.messungen()) {
+        alle.push_back(nummer);
+        if (!pfade.insert(messung.bilddatei).second) {
+            continue;
+        }
+        std::vector<int> darauf;
+        for (const auto& [andere, m] : reihe_.messungen()) {
+            if (m.bilddatei == messung.bilddatei) {
+                darauf.push_back(andere);
+            }
+        }
+        if (messung.bilddatei == bild_) {
+            vorwahl = static_cast<int>(flügel_.size());
+        }
+        flügel_.push_back(darauf);
+        const QString name =
+            messung.bilddatei.isEmpty() ? texte_(Meldung::OhneBild) : dateiname(messung.bilddatei);
+        const QFontMetrics maße = cbo_Bild_->fontMetrics();
+        cbo_Bild_->addItem(
+            texte_(Meldung::BildMitFlügeln)
+                .arg(maße.elidedText(name, Qt::ElideMiddle, 30 * maße.averageCharWidth()),
+                     QString::number(darauf.size())));
+        cbo_Bild_->setItemData(cbo_Bild_->count() - 1, name, Qt::ToolTipRole);
+    }
+    if (flügel_.size() > 1) {
+        cbo_Bild_->addItem(texte_(Meldung::AlleBilder).arg(alle.size()));
+        flügel_.push_back(alle);
+    }
+    return vorwahl;
+}
+
+void Auflösungsfenster::schlageVor() {
+    if (nummern().empty()) {
+        return;
+    }
+    // The wing of medium size speaks for all: one with a point beside its place must not.
+    std::vector<std::pair<double, int>> längen;
+    for (const int nummer : nummern()) {
+        const Flügelmessung& m = *reihe_.messung(nummer);
+        if (const std::optional<double> länge = längeRadialzelle(m.punkte, m.aufnahme)) {
+            längen.emplace_back(*länge, nummer);
+        }
+    }
+    Aufnahme bisher = reihe_.messung(nummern().back())->aufnahme;
+    int vorschlag = bisher.dpi;
+    QString warum;
+    if (!längen.empty()) {
+        const auto mitte = längen.begin() + static_cast<std::ptrdiff_t>(längen.size() / 2);
+        std::nth_element(längen.begin(), mitte, längen.end());
+        const Flügelmessung& m = *reihe_.messung(mitte->second);
+        bisher = m.aufnahme;
+        if (const auto passende = passendeAuflösung(m.punkte, bisher)) {
+            vorschlag = *passende;
+            warum = texte_(Meldung::RadialzelleUnmöglich)
+                        .arg(QString::number(bisher.dpi), Format(mitte->first, u"0.0", format_)) +
+                    u' ' + texte_(Meldung::AuflösungPasst).arg(vorschlag);
+        }
+        const bool darauf = std::any_of(nummern().begin(), nummern().end(), [this](int nummer) {
+            return reihe_.messung(nummer)->bilddatei == bild_;
+        });
+        if (Aufnahme desBildes = bisher; dpiDesBildes_ && darauf) {
+            desBildes.dpi = *dpiDesBildes_;
+            const double länge = längeRadialzelle(m.punkte, desBildes).value_or(0);
+            if (länge >= KürzesteRadialzelle && länge <= LängsteRadialzelle) {
+                vorschlag = *dpiDesBildes_;
+            }
+        }
+    }
+    lab_Vorschlag_->setText(warum);
+    lab_Vorschlag_->setVisible(!warum.isEmpty());
+    if (!selbstGewählt_) {
+        cbo_Auflösung_->setCurrentIndex(cbo_Auflösung_->findData(vorschlag));
+    }
 }
 
 const std::vector<int>& Auflösungsfenster::nummern() const {

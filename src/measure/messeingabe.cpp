@@ -127,7 +127,7 @@ void Messeingabe::sagWieÜbernommenWird() {
     const Messart messart = messung_.messart();
     const Messpunkte& punkte = messung_.punkte();
     if (punkte.vollständig(messart) && !punkte.fertig(messart)) {
-        hinweis_({Meldung::ÜbernehmenPerTaste, {QString::number(letzterPunkt(messart))}});
+        hinweis_(messung_.standhinweis());
     }
 }
 

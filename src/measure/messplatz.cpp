@@ -102,7 +102,7 @@ void Messplatz::verbindeBild() {
         zeigeRahmen();
     });
     eingabe_.beiHinweis([this](const Hinweis& h) { hinweis_(h); });
-    eingabe_.beiVerlassen([this] { zeigeÜbersicht(); });
+    eingabe_.beiVerlassen([this] { verlasseMessen(); });
     offen_.beiWechsel([this] {
         // The pixels of the former picture go before those of the new one come.
         leereBild();
@@ -166,7 +166,7 @@ bool Messplatz::ladeBild(const QString& pfad) {
     if (gewählt.isEmpty() || !öffne(gewählt)) {
         return false;
     }
-    mitteDerReihe_.reset();
+    reihenort_.reset();
     nichtZuÖffnen_ = {};
     befehle_.setzeBild(gewählt);
     mitte_ = offen_.mitte();
@@ -187,14 +187,14 @@ bool Messplatz::öffne(const QString& pfad, bool ganz) {
     return geöffnet;
 }
 
-/// The hint that fits what is shown, after something else had the hint line.
 void Messplatz::zeigeStandhinweis() {
     switch (zustand_) {
     case Zustand::OhneBild:
         hinweis_(HinweisBildLaden);
         break;
     case Zustand::Übersicht:
-        hinweis_(HinweisRechteck);
+        hinweis_(reihe_.leer() ? Hinweis(HinweisRechteck)
+                               : Hinweis(HinweisRechteckAufFlügel, messung_.nummer()));
         break;
     case Zustand::Messen:
         hinweis_(messung_.standhinweis());
@@ -216,20 +216,46 @@ void Messplatz::zeigeÜbersicht() {
         return;
     }
     // The next wing that is clicked there is another one.
-    if (messung_.wiederholt() && !fragen_.verlässtFlügel(Meldung::WiederholungAufgebenFrage,
-                                                         Meldung::WiederholungAufgeben)) {
+    if (!verlässtWiederholung()) {
         return;
     }
     befehle_.gibWiederholungAuf();
     if (offen_.leer()) {
         return; // the picture of the series is gone
     }
+    zeigeScan();
+}
+
+bool Messplatz::verlässtWiederholung() const {
+    return !messung_.wiederholt() || fragen_.verlässtFlügel(Meldung::WiederholungAufgebenFrage,
+                                                            Meldung::WiederholungAufgeben);
+}
+
+void Messplatz::verlasseMessen() {
+    if (!messung_.wiederholt()) {
+        zeigeÜbersicht();
+    } else if (verlässtWiederholung()) {
+        befehle_.gibWiederholungAuf();
+    }
+}
+
+void Messplatz::zeigeScan() {
     wechsle(Zustand::Übersicht);
     zeigeRahmen();
     übersicht_->setzeMitte(mitte_);
     übersicht_->setFocus();
-    hinweis_(reihe_.leer() ? Hinweis(HinweisRechteck)
-                           : Hinweis(HinweisRechteckAufFlügel, messung_.nummer()));
+    zeigeStandhinweis();
+}
+
+void Messplatz::kehreZurück(Zustand zustand) {
+    if (offen_.leer() || !isVisible()) {
+        return; // told already, or chosen when the place is seen again
+    }
+    if (zustand == Zustand::Messen) {
+        zeigeMessen();
+    } else {
+        zeigeScan();
+    }
 }
 
 bool Messplatz::zeigeMessen() {
@@ -259,7 +285,7 @@ bool Messplatz::zeigeMessen() {
     lupen_.zeige(mitte * messung_.aufnahme().Zoomfaktor);
     bild_->sucheZeiger();
     nimmTastatur();
-    hinweis_(messung_.wiederholt() ? HinweisErneutSpeichern : HinweisPunkteSetzen);
+    zeigeStandhinweis();
     return true;
 }
 
@@ -323,6 +349,7 @@ bool Messplatz::wiederhole(int nummer) {
     if (!fragen_.verlässtFlügel(Meldung::WiederholenFrage, Meldung::Wiederholen)) {
         return false;
     }
+    const Reihenort hier{mitte_, zustand_}; // another picture has another middle
     if (!liegtAuf(*messung, offen_.pfad(), messung_.bild())) {
         const QString pfad = offen_.finde(*messung);
         if (pfad.isEmpty() || (pfad != offen_.pfad() && !öffne(pfad, true))) {
@@ -331,10 +358,11 @@ bool Messplatz::wiederhole(int nummer) {
         messung = reihe_.messung(nummer);
     }
     const QPointF mitte = flügelmitte(*messung).value_or(mitte_);
-    if (!mitteDerReihe_) {
-        mitteDerReihe_ = mitte_;
+    if (!messung_.wiederholt()) {
+        reihenort_ = hier;
     }
     if (!befehle_.wiederhole(nummer)) {
+        reihenort_.reset();
         return false;
     }
     mitte_ = mitte;
@@ -351,14 +379,24 @@ void Messplatz::folgeUntersuchung() {
 }
 
 void Messplatz::folge() {
+    if (messung_.wiederholt() && !reihenort_) {
+        reihenort_ = {mitte_, zustand_};
+    }
     folgeBild();
     folgeZoom();
-    if (!messung_.wiederholt() && mitteDerReihe_) {
-        mitte_ = *std::exchange(mitteDerReihe_, std::nullopt);
+    std::optional<Reihenort> zurück;
+    if (!messung_.wiederholt()) {
+        zurück = std::exchange(reihenort_, std::nullopt);
+    }
+    if (zurück && zurück->zustand != Zustand::OhneBild) {
+        mitte_ = zurück->mitte;
     }
     zeigePunkte();
     zeigeErledigte();
     zeigeRahmen();
+    if (zurück) {
+        kehreZurück(zurück->zustand);
+    }
 }
 
 void Messplatz::folgeBild() {
@@ -417,7 +455,16 @@ void Messplatz::folgeZoom() {
 }
 
 void Messplatz::zeigeFlügel() {
-    if (zustand_ == Zustand::Messen || !messung_.punkte().begonnen()) {
+    const Messpunkte& punkte = messung_.punkte();
+    if (!punkte.begonnen()) {
+        return;
+    }
+    if (zustand_ == Zustand::Messen) {
+        for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+            if (punkte.gemessen(i)) {
+                bild_->macheSichtbar(QPointF(punkte.PunktX[i], punkte.PunktY[i]));
+            }
+        }
         return;
     }
     mitte_ = flügelmitte(messung_.flügel()).value_or(mitte_);

@@ -65,6 +65,8 @@ public:
     bool bringeZurück(const QString& pfad);
     /// Leaves a wing that is repeated, after a question when it was changed.
     void zeigeÜbersicht();
+    /// The hint that fits what is shown, after something else had the hint line.
+    void zeigeStandhinweis();
     /// False when there is no picture or its pixels cannot be read; a message was shown then.
     bool zeigeMessen();
     /// The measured wing below the pointer in the overview; 0 for none.
@@ -91,11 +93,12 @@ public:
     /// After a wing was taken over: on to the next, in the overview of a scan with several wings.
     void nächsterFlügel();
 
-    /// Shows what is measured as it now stands: its picture and zoom, the points, and the wings of
     /// To be called when another examination is open: some of its wings may lie on the picture that
     /// is shown.
     void folgeUntersuchung();
+    /// Shows what is measured as it now stands: its picture and zoom, the points, and the wings of
     /// the series. A picture that cannot be opened any more is told of and leaves an empty place.
+    /// After a repeat it goes back to where the series stood.
     void folge();
     /// Goes to the points of the current wing, where they are out of sight.
     void zeigeFlügel();
@@ -114,9 +117,13 @@ private:
     void zeigeErledigte();
     void folgeBild();
     void folgeZoom();
+    /// Ends a repeat or, without one, goes to the overview, as Escape does.
+    void verlasseMessen();
+    [[nodiscard]] bool verlässtWiederholung() const;
+    void zeigeScan();
+    void kehreZurück(Zustand zustand);
     /// With @p ganz all pixels are there when it returns.
     bool öffne(const QString& pfad, bool ganz = false);
-    void zeigeStandhinweis();
     void zeigeRahmen();
     /// True when the picture is hardly larger than the view, as that of a single wing is.
     [[nodiscard]] bool einFlügel() const;
@@ -137,7 +144,11 @@ private:
     QPointF mitte_;                    ///< where measuring goes on, in pixels of the picture
     GesuchtesBild nichtZuÖffnen_ = {}; ///< picture of the current wing that was told of already
     /// Where the series goes on after the wing that is repeated.
-    std::optional<QPointF> mitteDerReihe_;
+    struct Reihenort {
+        QPointF mitte;
+        Zustand zustand;
+    };
+    std::optional<Reihenort> reihenort_;
 
     QStackedWidget* seiten_;
     QLabel* aufforderung_;

@@ -116,8 +116,10 @@ bool Messung::gibWiederholungAuf() {
     const Messstand::Wiederholung vorher = *std::exchange(stand_.wiederholung, std::nullopt);
     stand_.messart = vorher.messart;
     stand_.aufnahme = vorher.aufnahme;
-    stand_.bilddatei = vorher.bilddatei;
-    stand_.bild = vorher.bild;
+    if (!vorher.bilddatei.isEmpty()) { // else the series goes on with the one of this wing
+        stand_.bilddatei = vorher.bilddatei;
+        stand_.bild = vorher.bild;
+    }
     NeuerFlügel();
     return true;
 }
@@ -167,7 +169,7 @@ Messergebnis Messung::BerechneIndizes(qint16 nummer) {
     if (!ergebnis.reihe) {
         return hinweis(HinweisPunkteFehlen);
     }
-    ergebnis.übernommen = Übernahme{nummer, {}};
+    ergebnis.übernommen = Übernahme{nummer, {}, wiederholt()};
     for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
         if (benutzt(stand_.messart, i) && !stand_.punkte.gemessen(i)) {
             ergebnis.übernommen->ohne.push_back(i);
@@ -186,8 +188,12 @@ Hinweisnummer Messung::Fußzeile_MessungFertig() const {
     return wiederholt() ? HinweisErneutSpeichern : HinweisÜbernehmen;
 }
 
-Hinweisnummer Messung::standhinweis() const {
+Hinweis Messung::standhinweis() const {
     const Hinweisnummer fertig = Fußzeile_MessungFertig();
+    if (fertig == HinweisKeiner && stand_.punkte.vollständig(stand_.messart)) {
+        // The right button still refuses.
+        return {Meldung::ÜbernehmenPerTaste, {QString::number(letzterPunkt(stand_.messart))}};
+    }
     return fertig != HinweisKeiner ? fertig : HinweisPunkteSetzen;
 }
 

@@ -62,7 +62,8 @@ struct Messstand {
 /// A wing that was taken over.
 struct Übernahme {
     qint16 nummer = 0;
-    std::vector<int> ohne; ///< points that were not set, so that an index is missing
+    std::vector<int> ohne;   ///< points that were not set, so that an index is missing
+    bool wiederholt = false; ///< in place of the wing of that number
 };
 
 /// What an event on the picture led to, besides changed points.
@@ -106,7 +107,8 @@ public:
     /// lines. Kind, zoom, resolution and picture become those it was measured with, and go back
     /// afterwards. Another repeat is given up. False when the series holds no points of that wing.
     bool wiederhole(int nummer);
-    /// Ends a repeat; the wing of the series stays as it was. False when there is none.
+    /// Ends a repeat; the wing of the series stays as it was. A series without a picture keeps that
+    /// of the wing. False when there is none.
     bool gibWiederholungAuf();
 
     /// Puts the wing that was being measured back, as it was with its picture, zoom and resolution.
@@ -141,7 +143,7 @@ public:
     /// True when leaving the current wing loses work: points of a new one, changes of a repeated.
     [[nodiscard]] bool etwasZuVerlieren() const;
     /// Hint that fits the points as they stand.
-    [[nodiscard]] Hinweisnummer standhinweis() const;
+    [[nodiscard]] Hinweis standhinweis() const;
 
 private:
     [[nodiscard]] Messergebnis trageEin();

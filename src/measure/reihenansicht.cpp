@@ -46,15 +46,22 @@ QListView* neueListe(QAbstractItemModel& modell, const QString& name) {
     QFont schrift = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     schrift.setPointSizeF(QFont().pointSizeF() * 0.9);
     liste->setFont(schrift);
-    // A new wing is the one to look at, so a list scrolls along with it.
-    QObject::connect(liste->verticalScrollBar(), &QScrollBar::rangeChanged, liste,
-                     [liste] { liste->scrollToBottom(); });
+    // The chosen wing stays in sight, be it a new one or one that is repeated while the list gets
+    // another size.
+    QObject::connect(liste->verticalScrollBar(), &QScrollBar::rangeChanged, liste, [liste] {
+        const QModelIndexList gewählt = liste->selectionModel()->selectedIndexes();
+        if (gewählt.isEmpty()) {
+            liste->scrollToBottom();
+        } else {
+            liste->scrollTo(gewählt.constFirst());
+        }
+    });
     return liste;
 }
 
 /// Room for the longest line of any language, so that none is cut.
 void gibBreite(QListView& liste) {
-    constexpr QStringView Längste = u"200  IH=1.064  Classe 27.3   DD=+0.4 ";
+    constexpr QStringView Längste = u"200  IH=1.064  Classe 27.3   DD=+10.4 ";
     liste.setMinimumWidth(liste.fontMetrics().horizontalAdvance(Längste.toString()) +
                           Flügelzeile::markenbreite(liste.fontMetrics().height()) +
                           liste.verticalScrollBar()->sizeHint().width() + 2 * liste.frameWidth());

@@ -21,83 +21,27 @@ bool gültigeNamen(const QString& app, const QString& section, const QString& ke
     return gültigerName(app) && gültigerName(section) && gültigerName(key);
 }
 
-// The file is a profile whose names and values are spelled as QSettings does, in ASCII and UTF-8:
+// The file is a profile in UTF-8. What has a meaning in one, and '%', stands as in an address:
 //
 //   [Index]
 //   0ptionen\Tabelle="/home/Jürgen/Meine Tabelle.tdb"
-//   Grenzlinien\CI%20ArbeitC-=195
+//   Grenzlinien\CI%20ArbeitC-="195"
 
-bool istHexziffer(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+QByteArray name(const QString& section, const QString& key) {
+    return section.toUtf8().toPercentEncoding() + '\\' + key.toUtf8().toPercentEncoding();
 }
 
-QByteArray namensform(const QString& name) {
-    QByteArray form;
-    for (const QChar c : name) {
-        const char16_t u = c.unicode();
-        const bool schlicht = u < 0x80 && (c.isLetterOrNumber() || QStringView(u"_-.").contains(c));
-        if (schlicht) {
-            form += static_cast<char>(u);
-        } else {
-            const bool kurz = u <= 0xFF;
-            form += (kurz ? "%" : "%U") +
-                    QByteArray::number(u, 16).toUpper().rightJustified(kurz ? 2 : 4, '0');
-        }
-    }
-    return form;
-}
-
+/// Values stay readable: only '"', '%' and what a line cannot hold is spelled.
 QByteArray werteform(const QString& wert) {
-    QByteArray form = "\"";
-    bool nachZahl = false; // a digit would be taken for one of the number before it
-    for (const char c : (wert.startsWith(u'@') ? u'@' + wert : wert).toUtf8()) {
-        const auto byte = static_cast<uchar>(c);
-        if (byte < 0x20 || byte == 0x7F || (nachZahl && istHexziffer(c))) {
-            form += "\\x" + QByteArray::number(byte, 16);
-            nachZahl = true;
-            continue;
-        }
-        nachZahl = false;
-        if (c == '"' || c == '\\') {
-            form += '\\';
-        }
-        form += c;
+    QByteArray lesbar;
+    for (int c = ' '; c <= 0xFF; ++c) {
+        lesbar += c == '"' || c == 0x7F ? QByteArray() : QByteArray(1, static_cast<char>(c));
     }
-    return form + '"';
+    return '"' + wert.toUtf8().toPercentEncoding(lesbar) + '"';
 }
 
-/// Reads what werteform() and QSettings write for a text; nullopt for another kind of value.
-std::optional<QString> textAus(const QByteArray& form) {
-    QString text;
-    QByteArray utf8;
-    for (qsizetype i = 0; i < form.size(); ++i) {
-        if (form[i] != '\\' || i + 1 == form.size()) {
-            utf8 += form[i];
-            continue;
-        }
-        constexpr QByteArrayView Kürzel("abfnrtv0");
-        constexpr QByteArrayView Zeichen("\a\b\f\n\r\t\v\0", Kürzel.size());
-        const char art = form[++i];
-        if (art == 'x') {
-            qsizetype ende = i + 1;
-            while (ende < form.size() && istHexziffer(form[ende])) {
-                ++ende;
-            }
-            text += QString::fromUtf8(utf8) +
-                    QChar(form.sliced(i + 1, ende - i - 1).toUShort(nullptr, 16));
-            utf8.clear();
-            i = ende - 1;
-        } else if (const qsizetype stelle = Kürzel.indexOf(art); stelle >= 0) {
-            utf8 += Zeichen[stelle];
-        } else {
-            utf8 += art;
-        }
-    }
-    text += QString::fromUtf8(utf8);
-    if (!text.startsWith(u'@')) {
-        return text;
-    }
-    return text.startsWith(u"@@") ? std::optional(text.sliced(1)) : std::nullopt;
+QString textAus(const QByteArray& form) {
+    return QString::fromUtf8(QByteArray::fromPercentEncoding(form));
 }
 
 } // namespace
@@ -128,7 +72,7 @@ bool Benutzerspeicher::SaveSetting(const QString& app, const QString& section, c
     }
     if (istDatei_) {
         Profil profil(pfad_);
-        return profil.setze(namensform(app), namensform(section) + '\\' + namensform(key),
+        return profil.setze(app.toUtf8().toPercentEncoding(), name(section, key),
                             werteform(value)) &&
                QDir().mkpath(QFileInfo(pfad_).absolutePath()) && profil.sichere();
     }
@@ -144,9 +88,8 @@ QString Benutzerspeicher::GetSetting(const QString& app, const QString& section,
         return vorgabe;
     }
     if (istDatei_) {
-        const auto form =
-            Profil(pfad_).wert(namensform(app), namensform(section) + '\\' + namensform(key));
-        return (form ? textAus(*form) : std::nullopt).value_or(vorgabe);
+        const auto form = Profil(pfad_).wert(app.toUtf8().toPercentEncoding(), name(section, key));
+        return form ? textAus(*form) : vorgabe;
     }
     const QVariant wert =
         QSettings(pfad_, QSettings::NativeFormat).value(app + u'/' + section + u'/' + key);

@@ -21,9 +21,15 @@ bool gleicheAufnahme(const Messstand& a, const Messstand& b) {
 
 } // namespace
 
+Aufnahme aufnahmeBeimStart(const Einstellungen& einstellungen) {
+    return {static_cast<qint16>(
+                std::clamp(einstellungen.zahl(Einstellung::DefaultZoomHauptfenster) + 1, 1, 4)),
+            scannerauflösung(einstellungen.zahl(Einstellung::ScannMessung))};
+}
+
 bool Änderung::etwas() const {
     return Punkte || Aufnahme || Reihe || Merkmale || Angaben || Urteil || Ablage ||
-           Einstellungen || Untersuchung || Schritte || hinweis != HinweisKeiner || übernommen ||
+           Einstellungen || Untersuchung || Schritte || hinweis != Hinweis() || übernommen ||
            fehler || reiheVoll;
 }
 
@@ -513,19 +519,18 @@ bool Arbeitsplatz::speichere(Speicheranlass anlass) {
 void Arbeitsplatz::übernimmEinstellungen(bool auflösung) {
     führeAus([&] {
         const int bisher = einstellungen_.auflösung;
+        const Aufnahme amStart = aufnahmeBeimStart(ini_);
         const QStringList rassen = rassenliste(ini_);
-        einstellungen_ = {
-            .regeln = ladeUrteilsregeln(ini_),
-            .Kurvenform = ini_.zahl(Einstellung::Kurvenform),
-            .ZweiteKurve = ini_.zahl(Einstellung::ZweiteKurve),
-            .rassen = rassen,
-            .Rasse = std::clamp<int>(ini_.zahl(Einstellung::Rasse), 0,
-                                     static_cast<int>(rassen.size()) - 1),
-            .messart =
-                static_cast<Messart>(std::clamp<int>(ini_.zahl(Einstellung::Betriebsart), 0, 2)),
-            .auflösung =
-                auflösung ? scannerauflösung(ini_.zahl(Einstellung::ScannMessung)) : bisher,
-            .Zoomfaktor = ini_.zahl(Einstellung::DefaultZoomHauptfenster) + 1};
+        einstellungen_ = {.regeln = ladeUrteilsregeln(ini_),
+                          .Kurvenform = ini_.zahl(Einstellung::Kurvenform),
+                          .ZweiteKurve = ini_.zahl(Einstellung::ZweiteKurve),
+                          .rassen = rassen,
+                          .Rasse = std::clamp<int>(ini_.zahl(Einstellung::Rasse), 0,
+                                                   static_cast<int>(rassen.size()) - 1),
+                          .messart = static_cast<Messart>(
+                              std::clamp<int>(ini_.zahl(Einstellung::Betriebsart), 0, 2)),
+                          .auflösung = auflösung ? amStart.dpi : bisher,
+                          .Zoomfaktor = amStart.Zoomfaktor};
         änderung_.Einstellungen = true;
     });
 }

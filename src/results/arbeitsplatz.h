@@ -30,6 +30,9 @@ struct Arbeitseinstellungen {
     bool operator==(const Arbeitseinstellungen&) const = default;
 };
 
+/// Resolution and zoom that the program begins with, by the settings.
+[[nodiscard]] Aufnahme aufnahmeBeimStart(const Einstellungen& einstellungen);
+
 /// Whose colony the next examination is about: of people still to be named, or, for the next
 /// colony of a visit, breeder, owner and mating of the open one.
 enum class Personen { Neue, Dieselben };
@@ -49,7 +52,7 @@ struct Änderung {
     bool Schritte = false;     ///< what can be undone or redone
 
     // What a person is to be told about it.
-    Hinweisnummer hinweis = HinweisKeiner;
+    Hinweis hinweis;
     std::optional<Übernahme> übernommen;
     std::optional<Rechenfehler> fehler;
     bool reiheVoll = false;

@@ -215,7 +215,7 @@ void Ergebnisgitter::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     if (model() != nullptr && model()->rowCount() == 0) {
         QPainter maler(viewport());
-        maler.setPen(palette().color(QPalette::PlaceholderText));
+        maler.setPen(palette().color(QPalette::Text));
         constexpr int Rand = 24;
         maler.drawText(viewport()->rect().adjusted(Rand, Rand, -Rand, -Rand),
                        Qt::AlignCenter | Qt::TextWordWrap, leertext_);

@@ -91,6 +91,15 @@ TEST_F(Auswertungstest, verdict_followsWingsMarksAndRaceAtOnce) {
     ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
     miss(60); // cubital index 3, class 21: no objection
     EXPECT_EQ(text(u"lab_Urteil"_s), u"✓ Entspricht den Merkmalen der Rasse Carnica"_s);
+    const QString vorgaben =
+        u"\nStandard dieser Rasse: noch die Vorgaben des Programms (Extras › Optionen)"_s;
+    EXPECT_TRUE(text(u"lab_Grundlage"_s).endsWith(vorgaben));
+    inOptionen([](QDialog& dialog) {
+        auto& feld = tarvel::kind<QLineEdit>(dialog, u"txt_Filz_1"_s);
+        feld.setText(u"40%"_s);
+        Q_EMIT feld.editingFinished();
+    });
+    EXPECT_FALSE(text(u"lab_Grundlage"_s).contains(vorgaben));
     miss(30); // cubital index 1.5, class 12: one wing in two in the range 01-15
     EXPECT_EQ(text(u"lab_Urteil"_s), u"✗ Entspricht nicht den Merkmalen der Rasse Carnica"_s);
     EXPECT_EQ(text(u"lab_Mängel"_s), u"• Klassen 01-15: 50 %, erlaubt 2 %"_s);
@@ -278,7 +287,12 @@ TEST_F(Auswertungstest, optionsConfirmedUntouched_leaveTheRunningMeasurement) {
     EXPECT_TRUE(ini().contains("Scann=1\r\nDefault Zoom=1\r\n"));
     EXPECT_EQ(
         hinweis(),
-        u"Gemessen wird weiter mit 1200 dpi. Beim nächsten Start gelten die 600 dpi der Optionen."_s);
+        u"Gemessen wird weiter mit 1200 dpi. Beim nächsten Start gelten die 600 dpi der Optionen. "
+        "Der nächste Start beginnt mit dem Zoom 2 der Optionen statt mit 1."_s);
+    kind<QComboBox>(u"cbo_dpi"_s).setCurrentText(u"2400 dpi"_s);
+    Q_EMIT kind<QComboBox>(u"cbo_dpi"_s).activated(3);
+    EXPECT_FALSE(hinweis().contains(u"Gemessen wird weiter"_s)) << qPrintable(hinweis());
+    Q_EMIT kind<QComboBox>(u"cbo_dpi"_s).activated(2);
     wähle(u"men_Ansicht_2"_s);
     const QString anderer = hinweis();
     inOptionen([](QDialog&) {}); // once is enough

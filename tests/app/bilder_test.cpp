@@ -106,29 +106,42 @@ TEST_F(Bildertest, resolutionSetForTheNextScan_leavesTheMeasuredWingsTheirs) {
 TEST_F(Bildertest, resolutionOfMeasuredWings_isCorrectedAfterShowingTheChange_inOneStep) {
     ASSERT_TRUE(starte());
     missFlügel();
+    ASSERT_TRUE(hg().ladeBild(maleBild({910, 320}, u"zwei.png"_s)));
+    klickeFlügel();
+    ASSERT_TRUE(hinweis().contains(u"Dazu würden 2400 dpi passen."_s)) << qPrintable(hinweis());
     const int vorher = dpi();
     const float DV = reihe().chartwerte(1).DV;
     for (const bool ja : {false, true}) {
         QTimer::singleShot(0, [ja] {
             auto& fenster = *qobject_cast<QDialog*>(QApplication::activeModalWidget());
             auto& bef_OK = tarvel::kind<QPushButton>(fenster, u"bef_OK"_s);
-            EXPECT_FALSE(bef_OK.isEnabled()); // nothing would change
             auto& wahl = tarvel::kind<QComboBox>(fenster, u"cbo_Auflösung"_s);
+            EXPECT_EQ(wahl.currentData(), 2400); // what fits the wings
+            wahl.setCurrentIndex(wahl.findData(1200));
+            EXPECT_FALSE(bef_OK.isEnabled()); // nothing would change
             wahl.setCurrentIndex(wahl.findData(2400));
             auto& tabelle = tarvel::kind<QTableWidget>(fenster, u"tab_Wechsel"_s);
+            EXPECT_EQ(tabelle.rowCount(), 1);
             EXPECT_NE(tabelle.item(0, 2)->text(), tabelle.item(0, 3)->text());
             EXPECT_TRUE(bef_OK.isEnabled());
+            auto& bilder = tarvel::kind<QComboBox>(fenster, u"cbo_Bild"_s);
+            bilder.setCurrentIndex(bilder.findText(u"alle Bilder der Untersuchung (Flügel: 2)"_s));
+            EXPECT_EQ(tabelle.rowCount(), 2);
+            EXPECT_EQ(wahl.currentData(), 2400);
             QTest::mouseClick(ja ? &bef_OK
                                  : &tarvel::kind<QPushButton>(fenster, u"bef_Abbrechen"_s),
                               Qt::LeftButton);
         });
         wähle(u"men_Bearbeiten_20"_s);
-        EXPECT_EQ(dpi(), ja ? 2400 : vorher);
+        EXPECT_EQ(dpi(1), ja ? 2400 : vorher);
+        EXPECT_EQ(dpi(2), ja ? 2400 : vorher);
         EXPECT_EQ(reihe().chartwerte(1).DV == DV, !ja);
+        EXPECT_EQ(hinweis().contains(u"2400 dpi passen"_s), !ja) << qPrintable(hinweis());
     }
     EXPECT_THAT(status().toStdString(), HasSubstr("2400 dpi"));
     wähle(u"men_Bearbeiten_3"_s);
-    EXPECT_EQ(dpi(), vorher);
+    EXPECT_EQ(dpi(1), vorher);
+    EXPECT_EQ(dpi(2), vorher);
     EXPECT_EQ(reihe().chartwerte(1).DV, DV);
 }
 
@@ -146,6 +159,8 @@ TEST_F(Bildertest, movedPicture_isAskedFor_andServesWithoutChangingTheExaminatio
     wähle(u"men_Bearbeiten_1"_s);
     EXPECT_TRUE(bild().isVisible());
     EXPECT_EQ(reihe().messung(1)->bilddatei, neu);
+    QTest::keyClick(&bild(), Qt::Key_Escape);
+    EXPECT_TRUE(übersicht().isVisible()); // what was found stays open
     EXPECT_FALSE(hg().untersuchung().geändert());
 }
 

@@ -110,7 +110,7 @@ TEST_F(Eingabetest, tab_followsTheWork) {
     wähle(u"men_Datei_2"_s);
     const std::tuple<QString, QString, std::string> wege[] = {
         {u"men_Bearbeiten_20"_s, u"cbo_Bild"_s,
-         "cbo_Bild cbo_Auflösung tab_Wechsel bef_Abbrechen"}, // nothing to change yet
+         "cbo_Bild cbo_Auflösung tab_Wechsel bef_OK bef_Abbrechen"},
         {u"men_Datei_1"_s, u"Grid"_s, "Grid bef_Öffnen bef_Abbrechen"},
         {u"men_Extras_9"_s, u"chk_Nummer"_s,
          "chk_Nummer txt_Kurzzeichen txt_Zielzahl opt_Betriebsart_0 chk_OhneHaarlänge txt_Rasse "

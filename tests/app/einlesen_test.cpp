@@ -153,6 +153,14 @@ TEST_F(Einlesetest, wingsOfSeveralResolutions_keepTheirOwnAndTheOthersAreAskedFo
     EXPECT_EQ(reihe().messung(1)->aufnahme.dpi, 1200);
     EXPECT_EQ(reihe().messung(2)->aufnahme.dpi, 2400);
     EXPECT_TRUE(hinweis().contains(u"1200, 2400 dpi"_s)) << qPrintable(hinweis());
+    dialoge.antworten = {Antwort::Nein};
+    const QString gleiche =
+        datei(kopf + "2400," + flügelzeile("a", 0) + "2400," + flügelzeile("b", 0), u"gl.csv"_s);
+    ASSERT_TRUE(hg().öffneDatei(gleiche));
+    EXPECT_THAT(dialoge.auswahlen, IsEmpty());
+    EXPECT_EQ(reihe().messung(2)->aufnahme.dpi, 2400);
+    EXPECT_EQ(hinweis(),
+              u"Eingelesene Flügel: 2, gerechnet mit den 2400 dpi, die in der Datei stehen."_s);
 
     dialoge.antworten = {Antwort::Nein};
     dialoge.wahl = 3;

@@ -6,6 +6,7 @@
 
 #include <QHelpEvent>
 #include <QListView>
+#include <QScrollBar>
 #include <QTableView>
 #include <QToolTip>
 
@@ -102,6 +103,41 @@ TEST_F(Flügeltest, wingChosenInOneView_isTheChosenOneInAll) {
     wähle(u"men_Ansicht_3"_s);
     drücke(Qt::Key_D, Qt::ControlModifier);
     EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
+    // A wing of that number in another examination was not chosen.
+    QFile csv(ordner.filePath(u"a.csv"_s));
+    ASSERT_TRUE(csv.open(QIODevice::WriteOnly));
+    csv.write("dpi,x1,y1,x2,y2,x3,y3,x4,y4,x5,y5,x6,y6,x7,y7,x8,y8\n"
+              "2400,400,50,92,75,360,56,288,62,286,116,237,147,216,143,292,201\n");
+    csv.close();
+    dialoge.antworten = {Antwort::Nein};
+    ASSERT_TRUE(hg().öffneDatei(csv.fileName()));
+    EXPECT_THAT(static_cast<Diagrammansicht&>(kind<QWidget>(u"pic_Kurven"_s)).hervorgehoben(),
+                IsEmpty());
+}
+
+TEST_F(Flügeltest, longList_showsTheWingThatIsRepeatedAndItsMarkBesideTheValues) {
+    ASSERT_TRUE(starte());
+    hg().resize(1000, 600);
+    ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
+    wähle(u"men_Ansicht_7"_s);
+    dialoge.antworten.assign(32, Antwort::Ja); // one lies on the other
+    for (int i = 0; i < 30; ++i) {
+        klickeFlügel();
+    }
+    ASSERT_THAT(reihe().nummern(), SizeIs(30));
+    auto& liste = kind<QListView>(u"Leiste_HI_DV"_s);
+    ASSERT_TRUE(liste.verticalScrollBar()->isVisible());
+    EXPECT_GE(liste.viewport()->width(), liste.sizeHintForColumn(0) + liste.fontMetrics().height() +
+                                             liste.fontMetrics().horizontalAdvance(u'0'));
+    wähle(u"men_Ansicht_0"_s);
+    wähleInListe(2);
+    wähle(u"men_Bearbeiten_1"_s);
+    QTest::qWait(0);
+    EXPECT_TRUE(liste.viewport()->rect().contains(liste.visualRect(liste.model()->index(1, 0))));
+    QTest::keyClick(&bild(), Qt::Key_Return);
+    klickeFlügel();
+    ASSERT_THAT(reihe().nummern(), SizeIs(31));
+    EXPECT_TRUE(liste.viewport()->rect().contains(liste.visualRect(liste.model()->index(30, 0))));
 }
 
 TEST_F(Flügeltest, deletingAWing_keepsTheOtherNumbersAndIsUndone) {

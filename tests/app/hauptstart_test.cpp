@@ -117,6 +117,16 @@ TEST_F(Starttest, filesOfASecondStart_openInTheRunningWindow) {
     frage.close();
     EXPECT_TRUE(zweiter({bildpfad}));
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    QFile csv(ordner.filePath(u"a.csv"_s));
+    ASSERT_TRUE(csv.open(QIODevice::WriteOnly));
+    csv.write("wing,dpi,x5,y5,x6,y6,x7,y7\n1,2400,286,116,237,147,216,143\n");
+    csv.close();
+    kind<QAction>(u"men_Betriebsart_0"_s).trigger();
+    EXPECT_TRUE(zweiter({csv.fileName()}));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return hinweis() == u"Tarvel ist bereits gestartet. Eingelesene Flügel: 1, gerechnet mit "
+                            "den 2400 dpi, die in der Datei stehen."_s;
+    })) << qPrintable(hinweis());
 }
 
 TEST_F(Starttest, filesThatNobodyTakes_areToldLikeNone) {

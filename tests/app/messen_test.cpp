@@ -5,7 +5,9 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QListView>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QTableView>
 #include <QTimer>
@@ -479,6 +481,10 @@ TEST_F(Messentest, pointSetOnceMore_hintSaysHowTheWingIsTakenOver) {
     wähle(u"men_Sprache_1"_s);
     EXPECT_TRUE(hinweis().startsWith(u"All points are set"_s));
     wähle(u"men_Sprache_0"_s);
+    QTest::keyClick(&bild(), Qt::Key_Right);
+    wähle(u"men_Ansicht_0"_s);
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_EQ(hinweis(), wie);
     // The advice of the message is followed, and leads to the end.
     maus(QEvent::MouseMove, {237, 147}, Qt::NoButton);
     QTest::keyClick(&bild(), Qt::Key_7);
@@ -489,6 +495,43 @@ TEST_F(Messentest, pointSetOnceMore_hintSaysHowTheWingIsTakenOver) {
     QTest::keyClick(&bild(), Qt::Key_7);
     QTest::keyClick(&bild(), Qt::Key_Return);
     EXPECT_THAT(zeilen(u"Liste_CI"_s), ElementsAre(zeileCi));
+}
+
+TEST_F(Messentest, hintOfAState_goesWithTheState) {
+    QImage scan(906, 320, QImage::Format_Grayscale8);
+    scan.fill(220);
+    scan.setDotsPerMeterX(qRound(1600 / 0.0254));
+    scan.setDotsPerMeterY(qRound(1600 / 0.0254));
+    ASSERT_TRUE(scan.save(ordner.filePath(u"1600.png"_s)));
+    dialoge.antworten = {Antwort::Ja};
+    const struct {
+        QString hinweis;
+        std::function<void()> tun, dann;
+    } fälle[] = {
+        {u"Mit 600 dpi werden"_s, [&] { wähleAuflösung(u"600 dpi"_s); },
+         [&] { wähleAuflösung(u"2400 dpi"_s); }},
+        {u"Das Bild nennt 1600 dpi"_s,
+         [&] { EXPECT_TRUE(hg().ladeBild(ordner.filePath(u"1600.png"_s))); },
+         [&] { QTest::mouseClick(&kind<QPushButton>(u"bef_Bildauflösung"_s), Qt::LeftButton); }},
+        {u"Übernehmen Sie die Messung"_s, [&] { klickeFlügel(); },
+         [&] { wähle(u"men_Betriebsart_0"_s); }},
+        {u"1 Flügel ausgelassen: 001"_s,
+         [&] {
+             wähle(u"men_Betriebsart_1"_s);
+             klickeFlügel();
+             übernimm();
+             wähle(u"men_Bearbeiten_12"_s);
+         },
+         [&] { wähle(u"men_Bearbeiten_13"_s); }},
+        {u"Strg+Z holt ihn zurück"_s, [] {},
+         [&] { QTest::keyClicks(&kind<QLineEdit>(u"txt_Volk"_s), u"7"_s); }}};
+    for (const auto& fall : fälle) {
+        fall.tun();
+        EXPECT_TRUE(hinweis().contains(fall.hinweis)) << qPrintable(hinweis());
+        fall.dann();
+        EXPECT_FALSE(hinweis().contains(fall.hinweis)) << qPrintable(hinweis());
+    }
+    EXPECT_TRUE(hinweis().startsWith(u"Mit der linken Maustaste"_s)) << qPrintable(hinweis());
 }
 
 TEST_F(Messentest, measuredWingInTheOverview_opensForCorrectionAndWithCtrlAsANewOne) {

@@ -127,6 +127,15 @@ TEST_F(Korrekturtest, escape_givesARepeatUpSoThatTheNextWingIsANewOne) {
     rechts();
     EXPECT_EQ(*reihe().messung(1), vorher);
     EXPECT_THAT(reihe().nummern(), ElementsAre(1, 2));
+
+    // What undo brings back is seen, wherever the measuring view is.
+    wiederholeErsten();
+    rechts();
+    wähle(u"men_Ansicht_7"_s);
+    ASSERT_FALSE(bild().ausschnitt().contains(QPointF(1292, 1075)));
+    zurück();
+    ASSERT_EQ(flügel(), Wiederholt);
+    EXPECT_TRUE(bild().ausschnitt().contains(QRectF(1292, 1050, 308, 151)));
 }
 
 TEST_F(Korrekturtest, afterARepeat_measuringGoesOnWhereTheSeriesStood) {
@@ -137,7 +146,11 @@ TEST_F(Korrekturtest, afterARepeat_measuringGoesOnWhereTheSeriesStood) {
     ASSERT_TRUE(hg().ladeBild(zwei));
     wähle(u"men_Zoom_2"_s);
     wähleAuflösung(2);
-    for (const bool übernommen : {true, false}) {
+    bild().zeige({550, 220});
+    const QPointF mitte = bild().ausschnitt().center();
+    enum class Ende { Übernommen, Aufgegeben, Rückgängig };
+    for (const Ende ende : {Ende::Übernommen, Ende::Aufgegeben, Ende::Rückgängig}) {
+        const bool übernommen = ende == Ende::Übernommen;
         wiederholeErsten();
         EXPECT_EQ(bild().bild().size(), QSize(906, 320));
         EXPECT_EQ(bild().Zoomfaktor(), 1);
@@ -148,13 +161,16 @@ TEST_F(Korrekturtest, afterARepeat_measuringGoesOnWhereTheSeriesStood) {
                 << qPrintable(hinweis());
             rechts();
             EXPECT_EQ(reihe().messung(1)->aufnahme, (Aufnahme{1, 1200}));
-        } else {
+        } else if (ende == Ende::Aufgegeben) {
             QTest::keyClick(&bild(), Qt::Key_Escape);
+        } else {
+            zurück();
         }
         EXPECT_TRUE(status().startsWith(u"zwei.png"_s)) << qPrintable(status());
         EXPECT_TRUE(kind<QAction>(u"men_Zoom_2"_s).isChecked());
         EXPECT_TRUE(status().contains(u"1200 dpi"_s));
-        wähle(u"men_Ansicht_7"_s);
+        EXPECT_TRUE(bild().isVisible());
+        EXPECT_EQ(bild().ausschnitt().center(), mitte);
         EXPECT_EQ(bild().bild().size(), QSize(700, 300));
         EXPECT_EQ(bild().Zoomfaktor(), 2);
         EXPECT_THAT(bild().marken(), IsEmpty());

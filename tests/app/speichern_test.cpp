@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QCompleter>
 #include <QDir>
 #include <QLineEdit>
 #include <QListView>
@@ -447,6 +448,44 @@ TEST_F(Speicherntest, nameFields_offerWhatTheResultsFileKnows) {
     QTest::keyClick(&namen, Qt::Key_Escape);
     feld(u"txt_Volk"_s).setFocus();
     EXPECT_EQ(hg().untersuchung().angaben().Name, u"meyer"_s);
+    // A part of a name offers it, and Enter takes the one chosen.
+    namen.setFocus();
+    namen.lineEdit()->selectAll();
+    QTest::keyClicks(&namen, u"ngstr"_s);
+    QWidget* const angebot = namen.completer()->popup();
+    ASSERT_TRUE(angebot->isVisible());
+    EXPECT_EQ(namen.completer()->completionCount(), 1);
+    QTest::keyClick(angebot, Qt::Key_Down);
+    QTest::keyClick(angebot, Qt::Key_Return);
+    EXPECT_FALSE(angebot->isVisible());
+    EXPECT_EQ(hg().untersuchung().angaben().Name, u"Zoë Ängström"_s);
+}
+
+TEST_F(Speicherntest, loadedExamination_isDrawnOnce) {
+    missFlügel();
+    wähle(u"men_Datei_2"_s);
+    wähle(u"men_Datei_0"_s);
+    wähle(u"men_Ansicht_3"_s);
+    struct Zähler : QObject {
+        std::map<QObject*, int> gemalt;
+        bool eventFilter(QObject* wen, QEvent* ereignis) override {
+            gemalt[wen] += ereignis->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    } zähler;
+    QWidget& kurven = kind<QWidget>(u"pic_Kurven"_s);
+    QWidget& liste = *kind<QListView>(u"Liste_CI"_s).viewport();
+    QWidget& urteil = kind<QLabel>(u"lab_Urteil"_s);
+    QTest::qWait(0);
+    for (QWidget* ansicht : {&kurven, &liste, &urteil}) {
+        ansicht->installEventFilter(&zähler);
+    }
+    ASSERT_TRUE(hg().öffneDatei(pfad()));
+    QTest::qWait(0);
+    ASSERT_EQ(reihe().nummern().size(), 1U);
+    EXPECT_EQ(zähler.gemalt[&kurven], 0);
+    EXPECT_EQ(zähler.gemalt[&liste], 1);
+    EXPECT_EQ(zähler.gemalt[&urteil], 1);
 }
 
 TEST_F(Speicherntest, nameFilledIntoALoadedBlankField_hasNoBlankInFront) {
