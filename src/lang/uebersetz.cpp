@@ -2,7 +2,6 @@
 
 #include "lang/hilfe.h"
 
-#include "platform/codepage.h"
 #include "platform/profil.h"
 
 #include <QDialogButtonBox>
@@ -52,10 +51,6 @@ QString einzeilig(QString text) {
     return text;
 }
 
-QString inDerDatei(const QString& text) {
-    return ausCodepage1252(nachCodepage1252(text));
-}
-
 void leere(QGridLayout& raster) {
     while (QLayoutItem* teil = raster.takeAt(0)) {
         delete teil;
@@ -82,7 +77,6 @@ void leere(QGridLayout& raster) {
     tbs_Seiten_->setObjectName(u"tbs_Seiten"_s);
     lab_Hinweis_->setObjectName(u"lab_Hinweis"_s);
     lab_Hinweis_->setWordWrap(true);
-    lab_Hinweis_->hide();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(tbs_Seiten_, 1);
     layout->addWidget(lab_Hinweis_);
@@ -102,8 +96,8 @@ void leere(QGridLayout& raster) {
     });
     Form_Load();
     txt_Text_.front()->setFocus();
-    const QSize gewünscht(blockbreite() * 2 + fontMetrics().averageCharWidth() * 20,
-                          fontMetrics().height() * 42);
+    // One column, so that the preview has room beside it.
+    const QSize gewünscht(blockbreite(), fontMetrics().height() * 42);
     resize(gewünscht.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
@@ -134,7 +128,7 @@ void Übersetz::baueSeite(Seite& seite) {
         constexpr int Mindestbreite = 14; // characters
         feld->setMinimumWidth(feld->fontMetrics().averageCharWidth() * Mindestbreite);
         label->setBuddy(feld);
-        connect(feld, &QLineEdit::textChanged, this, [this] { zeigeUnspeicherbares(); });
+        connect(feld, &QLineEdit::textChanged, this, [this] { zeigeAnzahl(); });
         lab_Text_.at(i) = label;
         txt_Text_.at(i) = feld;
     }
@@ -247,17 +241,19 @@ void Übersetz::beschrifte() {
         txt_Text_.at(i)->setPlaceholderText(standard.at(i));
         txt_Text_.at(i)->setToolTip(texte_(Meldung::TippEigenerText));
     }
-    zeigeUnspeicherbares();
+    zeigeAnzahl();
 }
 
 void Übersetz::zeigeÜbersetzung(bool auchBearbeitete) {
-    Protokollfelder felder = ProtokolltexteStandard(texte_).felder;
+    const Protokollfelder standard = ProtokolltexteStandard(texte_).felder;
+    Protokollfelder felder = standard;
     ÜbersetzungLaden(IniPfad_, felder);
     for (std::size_t i = 0; i < felder.size(); ++i) {
         if (!auchBearbeitete && txt_Text_.at(i)->isModified()) {
             continue;
         }
-        txt_Text_.at(i)->setText(felder.at(i));
+        // The program's own word stays open, so that it follows the language.
+        txt_Text_.at(i)->setText(felder.at(i) == standard.at(i) ? QString() : felder.at(i));
         txt_Text_.at(i)->setCursorPosition(0);
     }
 }
@@ -270,7 +266,7 @@ Protokollfelder Übersetz::felder() const {
     Protokollfelder felder = ProtokolltexteStandard(texte_).felder;
     for (std::size_t i = 0; i < felder.size(); ++i) {
         if (const QString eigener = text(i); !eigener.isEmpty()) {
-            felder.at(i) = inDerDatei(eigener);
+            felder.at(i) = eigener;
         }
     }
     return felder;
@@ -279,8 +275,8 @@ Protokollfelder Übersetz::felder() const {
 bool Übersetz::SpeichernInINI() {
     Profil ini(IniPfad_);
     for (std::size_t i = 0; i < protokolltabelle.size(); ++i) {
-        ini.setze("Translate", protokollschlüssel(protokolltabelle.at(i).nummer),
-                  alsProfilwert(nachCodepage1252(text(i))));
+        ini.setzeText("Translate", protokollschlüssel(protokolltabelle.at(i).nummer),
+                      alsProfilwert(text(i)));
     }
     if (!ini.sichere()) {
         dialoge_.meldung(
@@ -295,18 +291,14 @@ bool Übersetz::SpeichernInINI() {
     return true;
 }
 
-void Übersetz::zeigeUnspeicherbares() {
-    QString zeichen;
-    for (std::size_t i = 0; i < txt_Text_.size(); ++i) {
-        for (const char32_t c : text(i).toUcs4()) {
-            const QString eines = QString::fromUcs4(&c, 1);
-            if (inDerDatei(eines) != eines && !zeichen.contains(eines)) {
-                zeichen += eines + u' ';
-            }
-        }
-    }
-    lab_Hinweis_->setText(texte_(Meldung::ZeichenNichtSpeicherbar).arg(zeichen.trimmed()));
-    lab_Hinweis_->setVisible(!zeichen.isEmpty());
+int Übersetz::eigene() const {
+    return static_cast<int>(std::count_if(txt_Text_.begin(), txt_Text_.end(),
+                                          [](const QLineEdit* f) { return !f->text().isEmpty(); }));
+}
+
+void Übersetz::zeigeAnzahl() {
+    lab_Hinweis_->setText(
+        texte_(Meldung::EigeneTexteZahl).arg(eigene()).arg(protokolltabelle.size()));
 }
 
 void Übersetz::bef_OK_Click() {
@@ -325,7 +317,7 @@ void Übersetz::pic_Cancel_Click() {
 
 void Übersetz::bef_Test_Click() {
     if (SpeichernInINI()) {
-        testen_(felder());
+        testen_(felder(), tbs_Seiten_->currentIndex() + 1);
     }
 }
 

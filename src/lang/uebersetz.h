@@ -19,11 +19,12 @@ namespace tarvel {
 
 /// The translation editor: beside each text of the printed report a field for the user's own. All
 /// of them reach the settings file at once; cancelled, it stays as it was. A field without a
-/// translation holds the wording of the current language. Works modal and beside the main window.
+/// translation is empty and shows the wording of the current language as its placeholder. Works
+/// modal and beside the main window.
 class Übersetz : public QDialog {
 public:
-    /// Shows the report printed with these texts.
-    using Testen = std::function<void(const Protokollfelder&)>;
+    /// Shows the report printed with these texts; page 1 or 2 is the one being worked on.
+    using Testen = std::function<void(const Protokollfelder&, int seite)>;
 
     /// @p texte, @p dialoge and @p shell must outlive this. @p IniPfad full path of the settings
     /// file.
@@ -39,6 +40,8 @@ public:
 
     /// True while a field holds what was typed and not stored yet.
     [[nodiscard]] bool geändert() const;
+    /// How many fields hold a text of the user's.
+    [[nodiscard]] int eigene() const;
     /// What the report prints: the fields' texts, for an empty one the wording of the current
     /// language.
     [[nodiscard]] Protokollfelder felder() const;
@@ -77,7 +80,7 @@ private:
     [[nodiscard]] QString text(std::size_t zeile) const;
     void beschrifte();
     void zeigeÜbersetzung(bool auchBearbeitete);
-    void zeigeUnspeicherbares();
+    void zeigeAnzahl();
     void blättere(int um);
     void hilfe();
 

@@ -16,10 +16,6 @@ namespace tarvel {
 
 inline constexpr QSizeF PapierA4{210, 297}; ///< width and height in millimetres
 
-/// Height of the letterhead's graphic in millimetres. Its width follows from its proportions, as
-/// far as the paper goes.
-inline constexpr double Grafikhöhe = 25;
-
 /// The graphic of a letterhead, read once and painted often: an emblem or a picture file.
 class Briefkopfgrafik {
 public:
@@ -47,7 +43,8 @@ private:
 
 /// The letterhead, its text and graphic each moved up as far as needed to end above @p unten
 /// millimetres from the top, and to the left where it would leave the paper. Text that is higher
-/// than that gets a smaller font. Text that would lie on the graphic goes to its right or below it.
+/// than that gets a smaller font, a graphic gets smaller. Text that would lie on the graphic goes
+/// to its right or below it.
 [[nodiscard]] Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik,
                                    double unten);
 

@@ -50,6 +50,12 @@ public:
         kriterien();
         datum();
         fußnoten();
+        if (q_.einstellungen.Anhang) {
+            const Texte& t = q_.texte;
+            d_.anhang = anhang(q_.untersuchung, t, q_.bild);
+            d_.anhangworte = {t(Meldung::AnhangFlügel), t(Meldung::AnhangBienen),
+                              t(Meldung::AnhangSeite), t(Meldung::AnhangErklärung)};
+        }
         return std::move(d_);
     }
 

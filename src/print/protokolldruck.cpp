@@ -95,7 +95,7 @@ void gleicheZeitAn(QByteArray& pdf) {
 bool Druckstart(QPagedPaintDevice& gerät, const Protokolldaten& daten,
                 const Briefkopfgrafik& grafik, Seitenauswahl seiten,
                 const std::function<bool(int seite)>& fortschritt) {
-    const int letzte = std::min(seiten.bis, seitenzahl(daten.einstellungen.art));
+    const int letzte = std::min(seiten.bis, seitenzahl(daten));
     const int erste = std::max(1, seiten.von);
     gerät.setPageSize(QPageSize(QPageSize::A4));
     gerät.setPageOrientation(QPageLayout::Portrait);

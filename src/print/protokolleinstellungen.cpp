@@ -57,6 +57,7 @@ Protokolleinstellungen ladeProtokolleinstellungen(const Einstellungen& einstellu
     p.art = ladeProtokollart(einstellungen);
     p.datum = wahl(einstellungen.zahl(E::Datum), Datumsform::ÄnderungKurz, p.datum);
     p.regeln = ladeUrteilsregeln(einstellungen);
+    p.Anhang = einstellungen.schalter(E::Anhang);
     p.Kurvenform = einstellungen.zahl(E::Kurvenform);
     p.rassen = rassenliste(einstellungen);
     return p;

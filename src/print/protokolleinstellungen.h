@@ -22,8 +22,9 @@ struct Protokolleinstellungen {
     Protokollart art = Protokollart::CubitalindexUndKorrelation;
     Datumsform datum = Datumsform::HeuteLang;
     Urteilsregeln regeln;
-    int Kurvenform = 1; ///< position of `opt_Kurvenform`
-    QStringList rassen; ///< names in the order of the race list
+    bool Anhang = false; ///< whether pages with every wing and bee follow
+    int Kurvenform = 1;  ///< position of `opt_Kurvenform`
+    QStringList rassen;  ///< names in the order of the race list
 
     bool operator==(const Protokolleinstellungen&) const = default;
 };
