@@ -1,5 +1,6 @@
 #include "app/protokollausgabe.h"
 
+#include "app/sprachpaketgang.h"
 #include "lang/uebersetz.h"
 #include "print/drucken.h"
 #include "print/vorschau.h"
@@ -218,6 +219,8 @@ void Protokollausgabe::übersetze(QWidget* fenster) {
             },
             fenster);
         editor->setAttribute(Qt::WA_DeleteOnClose);
+        editor->beiSprachpaket(
+            [this](Paketwunsch wunsch) { Sprachpaketgang(umgebung_).führeAus(wunsch); });
         QObject::connect(editor, &QDialog::finished, vorschau_, [this, editor](int ergebnis) {
             probe_.reset();
             if (ergebnis == QDialog::Accepted && editor->eigene() > 0) {

@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -71,7 +72,8 @@ void leere(QGridLayout& raster) {
     , lab_Hinweis_(new QLabel)
     , bef_OK_(new QPushButton)
     , bef_Abbrechen_(new QPushButton)
-    , bef_Test_(new QPushButton) {
+    , bef_Test_(new QPushButton)
+    , bef_Sprachpaket_(new QPushButton) {
     setObjectName(u"Übersetz"_s);
     setSizeGripEnabled(true);
     tbs_Seiten_->setObjectName(u"tbs_Seiten"_s);
@@ -144,7 +146,22 @@ void Übersetz::baueKnöpfe() {
     connect(bef_OK_, &QPushButton::clicked, this, [this] { bef_OK_Click(); });
     connect(bef_Abbrechen_, &QPushButton::clicked, this, [this] { bef_Abbrechen_Click(); });
     connect(bef_Test_, &QPushButton::clicked, this, [this] { bef_Test_Click(); });
+    bef_Sprachpaket_->setObjectName(u"bef_Sprachpaket"_s);
+    bef_Sprachpaket_->setAutoDefault(false);
+    auto* menü = new QMenu(bef_Sprachpaket_);
+    for (const Paketwunsch wunsch :
+         {Paketwunsch::Laden, Paketwunsch::Vorlage, Paketwunsch::Ablegen}) {
+        const auto i = static_cast<std::size_t>(wunsch);
+        men_Sprachpaket_.at(i) = menü->addAction(QString(), this, [this, wunsch] {
+            if (paket_) {
+                paket_(wunsch);
+            }
+        });
+        men_Sprachpaket_.at(i)->setObjectName(u"men_Sprachpaket_%1"_s.arg(i));
+    }
+    bef_Sprachpaket_->setMenu(menü);
     auto* knöpfe = new QDialogButtonBox;
+    knöpfe->addButton(bef_Sprachpaket_, QDialogButtonBox::ActionRole);
     knöpfe->addButton(bef_Test_, QDialogButtonBox::ActionRole);
     knöpfe->addButton(bef_OK_, QDialogButtonBox::AcceptRole);
     knöpfe->addButton(bef_Abbrechen_, QDialogButtonBox::RejectRole);
@@ -225,6 +242,12 @@ void Übersetz::beschrifte() {
     bef_Abbrechen_->setText(texte_(Text::Abbrechen));
     bef_Test_->setText(texte_(Text::Testen));
     bef_Test_->setToolTip(texte_(Meldung::TippÜbersetzungTesten));
+    bef_Sprachpaket_->setText(texte_(Meldung::Sprachpaket));
+    bef_Sprachpaket_->setToolTip(texte_(Meldung::TippSprachpaket));
+    men_Sprachpaket_[0]->setText(texte_(Meldung::SprachpaketLaden));
+    men_Sprachpaket_[1]->setText(texte_(Meldung::SprachpaketVorlage));
+    men_Sprachpaket_[2]->setText(texte_(Meldung::SprachpaketAblegen));
+    men_Sprachpaket_[2]->setEnabled(texte_.paket().has_value());
     const QString sprache = texte_(sprachname(texte_.sprache().value_or(Sprache::Deutsch)));
     for (const Seite& seite : seiten_) {
         for (QLabel* kopf : seite.sprachen) {
@@ -297,8 +320,13 @@ int Übersetz::eigene() const {
 }
 
 void Übersetz::zeigeAnzahl() {
-    lab_Hinweis_->setText(
-        texte_(Meldung::EigeneTexteZahl).arg(eigene()).arg(protokolltabelle.size()));
+    QStringList zeilen{texte_(Meldung::EigeneTexteZahl).arg(eigene()).arg(protokolltabelle.size())};
+    if (const auto& paket = texte_.paket()) {
+        zeilen << texte_(Meldung::SprachpaketStand)
+                      .arg(paket->name, QString::number(paket->anzahl()),
+                           QString::number(umfangSprachpaket()));
+    }
+    lab_Hinweis_->setText(zeilen.join(u'\n'));
 }
 
 void Übersetz::bef_OK_Click() {

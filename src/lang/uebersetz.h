@@ -17,6 +17,9 @@ class QTabWidget;
 
 namespace tarvel {
 
+/// What shall be done with a language pack.
+enum class Paketwunsch { Laden, Vorlage, Ablegen };
+
 /// The translation editor: beside each text of the printed report a field for the user's own. All
 /// of them reach the settings file at once; cancelled, it stays as it was. A field without a
 /// translation is empty and shows the wording of the current language as its placeholder. Works
@@ -30,6 +33,9 @@ public:
     /// file.
     Übersetz(const Texte& texte, QString IniPfad, Dialoge& dialoge, Shell& shell, Testen testen,
              QWidget* parent = nullptr);
+
+    /// Called when the user wants something of a language pack.
+    void beiSprachpaket(std::function<void(Paketwunsch)> wunsch) { paket_ = std::move(wunsch); }
 
     /// Captions and fields as the current language and the settings file give them; what was edited
     /// is gone.
@@ -97,6 +103,9 @@ private:
     QPushButton* bef_OK_;
     QPushButton* bef_Abbrechen_;
     QPushButton* bef_Test_;
+    QPushButton* bef_Sprachpaket_;
+    std::array<QAction*, 3> men_Sprachpaket_{};
+    std::function<void(Paketwunsch)> paket_;
 };
 
 } // namespace tarvel

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// What a cut-out shows around the points, as a part of their extent.
-constexpr double Rand = 0.4;
+constexpr double Rand = 0.25;
 
 /// The set points in pixels of the unzoomed picture.
 std::vector<QPointF> gesetzte(const Flügelmessung& flügel) {
@@ -67,7 +67,8 @@ Anhang anhang(const Untersuchung& untersuchung, const Texte& texte, const Flüge
         const auto ist = [nummer](const auto& zeile) { return zeile.nummer == nummer; };
         const auto& ci = reihe.ciZeilen();
         if (const auto z = std::find_if(ci.begin(), ci.end(), ist); z != ci.end()) {
-            zelle.kopf += u"  "_s + worte.CI + u' ' + z->wert + u" ("_s + z->klasse + u')';
+            zelle.kopf +=
+                u"  "_s + worte.CI + u' ' + z->wert + u"  "_s + worte.Klasse + u' ' + z->klasse;
         }
         const auto& hiDv = reihe.hiDvZeilen();
         if (const auto z = std::find_if(hiDv.begin(), hiDv.end(), ist); z != hiDv.end()) {

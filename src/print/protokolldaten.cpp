@@ -40,7 +40,8 @@ public:
     Protokolldaten daten() {
         d_.einstellungen = q_.einstellungen;
         d_.texte = p_;
-        d_.titel = p_(Text::MerkmalsuntersuchungNr) + u' ' + angaben_.UNr.trimmed();
+        d_.nummer = angaben_.UNr.trimmed();
+        d_.titel = p_(Text::MerkmalsuntersuchungNr) + u' ' + d_.nummer;
         diagramme();
         angaben();
         indizes();
@@ -333,7 +334,8 @@ private:
 
     [[nodiscard]] QString datumAls(Datumsform form) const {
         return datumstext(form, q_.heute, q_.untersuchung.datum(),
-                          q_.texte.sprache().value_or(Sprache::Deutsch));
+                          q_.texte.sprache().value_or(Sprache::Deutsch),
+                          q_.texte.paket().value_or(Sprachpaket()).gebiet);
     }
 
     void datum() {

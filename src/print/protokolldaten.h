@@ -51,7 +51,8 @@ struct Kriterienzeile {
 struct Protokolldaten {
     Protokolleinstellungen einstellungen;
     Protokolltexte texte;
-    QString titel;       ///< with the number of the examination
+    QString nummer;      ///< of the examination
+    QString titel;       ///< with that number
     QString untersucht;  ///< "25 Arbeiterinnen wurden untersucht"
     QString ausgelassen; ///< "2 Flügel ausgelassen: 003, 017"; empty without any
     std::vector<Protokollwert> königin;

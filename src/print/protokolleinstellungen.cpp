@@ -63,11 +63,12 @@ Protokolleinstellungen ladeProtokolleinstellungen(const Einstellungen& einstellu
     return p;
 }
 
-QString datumstext(Datumsform form, QDate heute, QDate änderung, Sprache sprache) {
+QString datumstext(Datumsform form, QDate heute, QDate änderung, Sprache sprache,
+                   const QString& gebiet) {
     const bool geändert = form == Datumsform::ÄnderungLang || form == Datumsform::ÄnderungKurz;
     const bool lang = form == Datumsform::HeuteLang || form == Datumsform::ÄnderungLang;
     const Datumsmuster muster = datumsmuster(sprache);
-    return QLocale(muster.sprache)
+    return (gebiet.isEmpty() ? QLocale(muster.sprache) : QLocale(gebiet))
         .toString(geändert && änderung.isValid() ? änderung : heute,
                   lang ? muster.lang : muster.kurz);
 }

@@ -86,12 +86,18 @@ private:
 
 void maleProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
                    int nummer) {
-    const Protokollseite seite = protokollseite(daten, grafik, nummer);
+    maleSeite(painter, protokollseite(daten, grafik, nummer), daten, grafik);
+}
+
+void maleSeite(QPainter& painter, const Protokollseite& seite, const Protokolldaten& daten,
+               const Briefkopfgrafik& grafik) {
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     Blattzeichner maler(painter, daten);
     // In the order of reading, which is that of a PDF for whoever has it read aloud.
-    maleBriefkopf(painter, seite.briefkopf, grafik);
+    if (!seite.briefkopfrahmen.isEmpty()) {
+        maleBriefkopf(painter, seite.briefkopf, grafik);
+    }
     for (const Protokolllinie& l : seite.linien) {
         maler.linie(l);
     }

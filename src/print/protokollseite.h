@@ -44,8 +44,8 @@ struct Flügelrahmen {
 /// Where everything stands on a page of the report: millimetres from the top left corner of an A4
 /// sheet in portrait.
 struct Protokollseite {
-    Briefkopf briefkopf; ///< moved where its place in the settings leaves the report no room
-    QRectF briefkopfrahmen;
+    Briefkopf briefkopf;    ///< moved where its place in the settings leaves the report no room
+    QRectF briefkopfrahmen; ///< empty on a page without letterhead
     std::vector<Protokolltext> texte;
     std::vector<Protokolllinie> linien;
     std::vector<Diagrammrahmen> diagramme;
@@ -73,5 +73,8 @@ inline constexpr double ProtokollrandUnten = 15;
 /// the same.
 void maleProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
                    int nummer);
+/// The same of a page that was laid out.
+void maleSeite(QPainter& painter, const Protokollseite& seite, const Protokolldaten& daten,
+               const Briefkopfgrafik& grafik);
 
 } // namespace tarvel

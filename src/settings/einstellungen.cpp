@@ -85,6 +85,8 @@ constexpr std::array tabelle{
     Einstellungszeile{E::DruckerVorher, u"Fenster", u"Drucker vorher", Text, 0, u"", 255},
     Einstellungszeile{E::DruckerGesetzt, u"Fenster", u"Drucker gesetzt", Text, 0, u"", 255},
     Einstellungszeile{E::DatenDaneben, u"Protokoll", u"Daten daneben", Zahl, 0, u"", 0},
+    // Full path of the language pack that is laid over the texts.
+    Einstellungszeile{E::Sprachpaket, u"Start", u"Sprachpaket", Text, 0, u"", 2048},
 };
 
 constexpr bool inReihenfolge() {

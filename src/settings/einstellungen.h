@@ -66,6 +66,7 @@ enum class Einstellung {
     DruckerVorher,
     DruckerGesetzt,
     DatenDaneben,
+    Sprachpaket,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

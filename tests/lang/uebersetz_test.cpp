@@ -277,6 +277,23 @@ TEST_F(ÜbersetzTest, rows_areLaidOutAnewForTheWidth) {
     EXPECT_LT(ort(35).y(), form->height());
 }
 
+TEST_F(ÜbersetzTest, languagePack_liesOverTheTextsAndIsCounted) {
+    ASSERT_TRUE(öffne());
+    QList<Paketwunsch> wünsche;
+    form->beiSprachpaket([&](Paketwunsch wunsch) { wünsche << wunsch; });
+    kind<QAction>(u"men_Sprachpaket_0"_s).trigger();
+    EXPECT_EQ(wünsche, QList{Paketwunsch::Laden});
+    EXPECT_FALSE(kind<QAction>(u"men_Sprachpaket_2"_s).isEnabled());
+    texte.setzePaket(leseSprachpaket("Tarvel language pack\nlanguage = Slovenski\n"
+                                     "Text.Cubitalindex = Kubitalni indeks\n"));
+    EXPECT_EQ(label(0).text(), u"Kubitalni indeks"_s);
+    EXPECT_TRUE(kind<QAction>(u"men_Sprachpaket_2"_s).isEnabled());
+    EXPECT_EQ(
+        kind<QLabel>(u"lab_Hinweis"_s).text(),
+        u"0 von 36 Texten sind Ihre eigenen\nSprachpaket 'Slovenski': 1 von %1 Texten übersetzt"_s
+            .arg(umfangSprachpaket()));
+}
+
 TEST_F(ÜbersetzTest, languageChange_reachesEverythingButTheUsersOwnTexts) {
     schreibe(andereEinstellungen);
     ASSERT_TRUE(öffne());

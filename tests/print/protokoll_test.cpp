@@ -1,5 +1,6 @@
 #include "print/protokollprobe.h"
 #include "print/protokollseite.h"
+#include "print/serie.h"
 
 #include <QFile>
 #include <QImage>
@@ -430,7 +431,7 @@ TEST_F(ProtokollTest, appendix_showsEveryWingAndBee) {
     });
     ASSERT_EQ(a.flügel.size(), 26U);
     EXPECT_TRUE(a.flügel[2].ausgelassen);
-    EXPECT_THAT(a.flügel[25].kopf.toStdString(), StartsWith("026 !  CI 9.90 ("));
+    EXPECT_THAT(a.flügel[25].kopf.toStdString(), StartsWith("026 !  CI 9.90  Klasse 30.5"));
     EXPECT_TRUE(a.flügel[0].größe.isEmpty());              // only its indices are known
     EXPECT_TRUE(gefragt.contains(QRect(110, 50, 70, 30))); // pixels of the scan, with some margin
     EXPECT_EQ(a.flügel[25].punkte.front() + gefragt.topLeft(), QPointF(110, 50));
@@ -443,6 +444,32 @@ TEST_F(ProtokollTest, appendix_showsEveryWingAndBee) {
     EXPECT_EQ(texteDerSeite.filter(QRegularExpression(u"^0\\d\\d [OE], k, F$"_s)).size(), 40);
     EXPECT_THAT(texteDerSeite, Contains(u"Anhang, Seite 1 von 1"_s));
     EXPECT_THAT(zeilen(d, 1), Not(Contains(u"Anhang, Seite 1 von 1"_s)));
+}
+
+TEST_F(ProtokollTest, summaryOfASeries_countsVerdictsAndFitsItsPages) {
+    miss25();
+    std::vector<Serienzeile> alle(90, serienzeile(daten()));
+    EXPECT_EQ(alle[0].nummer, u"001AB2026"_s);
+    EXPECT_EQ(alle[0].flügel, u"25"_s);
+    EXPECT_EQ(alle[0].HI, u"1,052"_s);
+    alle[0].entspricht = std::nullopt;
+    alle[1].entspricht = !alle[2].entspricht.value_or(false);
+    alle[3].volk = alle[3].königin = alle[3].rasse = u"Donaudampfschifffahrt"_s.repeated(4);
+    const auto seiten = serienübersicht(alle, texte, einstellungen);
+    ASSERT_EQ(seiten.size(), 2U);
+    int zeilenzahl = 0;
+    for (const Protokollseite& seite : seiten) {
+        EXPECT_THAT(fehler(seite), IsEmpty());
+        zeilenzahl += static_cast<int>(zeilen(seite).count(u"001AB2026"_s));
+    }
+    EXPECT_EQ(zeilenzahl, 90);
+    const bool gut = *alle[2].entspricht;
+    EXPECT_THAT(
+        zeilen(seiten[0]),
+        Contains(
+            u"Untersuchungen: 90 · entsprechen: %1 · entsprechen nicht: %2 · nicht beurteilt: 1"_s
+                .arg(gut ? 88 : 1)
+                .arg(gut ? 1 : 88)));
 }
 
 TEST_F(ProtokollTest, ownWordsOfFullLength_neverOverlap) {
