@@ -30,8 +30,12 @@ Ansichtswahl::Ansichtswahl(Verteiler& verteiler, const Arbeitsplatz& arbeitsplat
             protokoll.zeigeSeite(seite);
         });
     }
-    protokoll.beiSeitenwahl([&verteiler](int seite) {
-        verteiler.führeAus(seite == 2 ? befehl::Vorschau2 : befehl::Vorschau1);
+    protokoll.beiSeitenwahl([&verteiler, &protokoll](int seite) {
+        if (seite > protokoll.seitenzahl()) {
+            protokoll.zeigeSeite(seite);
+        } else {
+            verteiler.führeAus(seite == 2 ? befehl::Vorschau2 : befehl::Vorschau1);
+        }
     });
 }
 

@@ -37,6 +37,26 @@ QString zeile(const QString& datei, const Einfuhrbericht& bericht, const Texte& 
     return zeile;
 }
 
+Satzumgebung satzumgebung(const Umgebung& umgebung) {
+    return {.texte = umgebung.texte,
+            .format = umgebung.format,
+            .rassen = rassenliste(umgebung.einstellungen),
+            .OhneHaarlänge = umgebung.einstellungen.schalter(Einstellung::OhneHaarlänge)};
+}
+
+/// The open examination, as it would be stored.
+Ausfuhr ausfuhr(Ausfuhrart art, const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz) {
+    Ausfuhr ausfuhr(art, [&arbeitsplatz](const QString& bild) {
+        return bildhöhe(bild, arbeitsplatz.ablage().DatenbankPfad());
+    });
+    const Satzumgebung satz = satzumgebung(umgebung);
+    const Ablagestand stand = arbeitsplatz.ablagestand();
+    (void)ausfuhr.nimm(satzAus(arbeitsplatz.untersuchung(), stand.urteil, stand.auflösung,
+                               umgebung.uhr.now().date(), satz),
+                       satz);
+    return ausfuhr;
+}
+
 } // namespace
 
 Austausch::Austausch(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz)
@@ -49,10 +69,11 @@ QString Austausch::ordner() const {
 }
 
 Satzumgebung Austausch::satzumgebung() const {
-    return {.texte = umgebung_.texte,
-            .format = umgebung_.format,
-            .rassen = rassenliste(umgebung_.einstellungen),
-            .OhneHaarlänge = umgebung_.einstellungen.schalter(Einstellung::OhneHaarlänge)};
+    return tarvel::satzumgebung(umgebung_);
+}
+
+QByteArray flügeltabelle(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz) {
+    return ausfuhr(Ausfuhrart::Flügel, umgebung, arbeitsplatz).inhalt();
 }
 
 void Austausch::melde(const QString& titel, const QString& text) const {
@@ -144,14 +165,8 @@ QString Austausch::exportiere() const {
         return {};
     }
     const bool alsTps = ziel.endsWith(tps, Qt::CaseInsensitive);
-    const Satzumgebung satz = satzumgebung();
-    const Ablagestand stand = arbeitsplatz_.ablagestand();
-    Ausfuhr ausfuhr(alsTps ? Ausfuhrart::Tps : Ausfuhrart::Flügel, [&](const QString& bild) {
-        return bildhöhe(bild, arbeitsplatz_.ablage().DatenbankPfad());
-    });
-    (void)ausfuhr.nimm(satzAus(arbeitsplatz_.untersuchung(), stand.urteil, stand.auflösung,
-                               umgebung_.uhr.now().date(), satz),
-                       satz);
+    const Ausfuhr ausfuhr =
+        tarvel::ausfuhr(alsTps ? Ausfuhrart::Tps : Ausfuhrart::Flügel, umgebung_, arbeitsplatz_);
     if (const QStringList& flügel = ausfuhr.ohneBildhöhe(); !flügel.isEmpty()) {
         umgebung_.dialoge.bericht(titel, t(Meldung::ExportOhneBildhöhe), flügel);
         return {};

@@ -10,6 +10,10 @@ class QWidget;
 
 namespace tarvel {
 
+/// The wings of the open examination as a table with their points, as it would be stored; empty
+/// when there are no points.
+[[nodiscard]] QByteArray flügeltabelle(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz);
+
 /// The ways between the program and the files of others that do not change the open examination.
 class Austausch {
 public:

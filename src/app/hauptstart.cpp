@@ -2,6 +2,7 @@
 
 #include "app/dateiannahme.h"
 #include "app/hg.h"
+#include "app/sprachpaketgang.h"
 #include "app/start.h"
 
 #include <QApplication>
@@ -39,6 +40,7 @@ bool Programm::Hauptstart(const QStringList& dateien) {
         dienste_.ersterLauf(start);
     }
     texte_.SpracheEinstellen(einstellungen_.zahl(Einstellung::Sprache));
+    Sprachpaketgang::bringeZurück(einstellungen_, texte_, dienste_.dialoge);
 
     arbeitsplatz_.richteAblageEin();
 

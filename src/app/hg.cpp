@@ -1,5 +1,6 @@
 #include "app/hg.h"
 
+#include "app/austausch.h"
 #include "app/bildwahl.h"
 #include "app/fensterlage.h"
 #include "app/hinweiszeile.h"
@@ -22,6 +23,7 @@
 #include <QToolBar>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace tarvel {
@@ -93,6 +95,13 @@ void HG::verbindeMessplatz() {
     hinweise_.beiErsatz([this] { ansichten_.zeigeStandhinweis(); });
     fläche_.messplatz->beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
     protokoll_.beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
+    protokoll_.beiFlügelbildern([this] {
+        auto bilder = std::make_shared<Flügelbilder>(fläche_.messplatz->flügelbilder());
+        return [bilder](const Flügelmessung& flügel, const QRect& ausschnitt) {
+            return bilder->hole(flügel, ausschnitt);
+        };
+    });
+    protokoll_.beiTabelle([this] { return flügeltabelle(umgebung_, arbeitsplatz_); });
     fläche_.messplatz->beiZustand([this] { zeigeZustand(); });
     fläche_.messplatz->beiBildwunsch([this] { verteiler_.führeAus(befehl::BildLaden); });
     fläche_.messleiste->beiPunktwahl([this](int nummer) {

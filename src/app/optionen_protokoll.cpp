@@ -83,6 +83,7 @@ struct Briefkopffelder {
     QLineEdit* Datei;
     QSpinBox* GrafikLinks;
     QSpinBox* GrafikOben;
+    QSpinBox* GrafikHöhe;
     QButtonGroup* opt_Verband;
 
     [[nodiscard]] Briefkopf briefkopf() const {
@@ -99,6 +100,7 @@ struct Briefkopffelder {
         kopf.Zeilenwechsel = chk_Zeilen->isChecked();
         kopf.GrafikLinks = GrafikLinks->value();
         kopf.GrafikOben = GrafikOben->value();
+        kopf.GrafikHöhe = GrafikHöhe->value();
         kopf.Ikone = verband(opt_Verband->checkedId());
         kopf.Datei = Datei->text();
         return kopf;
@@ -106,7 +108,8 @@ struct Briefkopffelder {
 
     /// Calls @p geändert after every change of any of them.
     void beobachte(QObject* empfänger, const std::function<void()>& geändert) const {
-        for (const QSpinBox* feld : {TextLinks, TextOben, SchriftGröße, GrafikLinks, GrafikOben}) {
+        for (const QSpinBox* feld :
+             {TextLinks, TextOben, SchriftGröße, GrafikLinks, GrafikOben, GrafikHöhe}) {
             QObject::connect(feld, &QSpinBox::valueChanged, empfänger, geändert);
         }
         for (const QLineEdit* feld :
@@ -138,7 +141,7 @@ struct Briefkopffelder {
     }
 };
 
-QLayout* abstände(const Seitenbau& bau, QSpinBox* links, QSpinBox* oben) {
+QHBoxLayout* abstände(const Seitenbau& bau, QSpinBox* links, QSpinBox* oben) {
     auto* zeile = new QHBoxLayout;
     for (const auto& [wort, feld] : {std::pair{Text::Links, links}, {Text::Oben, oben}}) {
         zeile->addWidget(bau.worte.label(wort, feld));
@@ -231,7 +234,16 @@ QGroupBox* gruppeGrafik(const Seitenbau& bau, Briefkopffelder& felder) {
 
     felder.GrafikLinks = millimeter(bau, u"txt_GrafikLinks"_s, Text::AbstandVonLinks);
     felder.GrafikOben = millimeter(bau, u"txt_GrafikOben"_s, Text::AbstandVonOben);
-    layout->addLayout(abstände(bau, felder.GrafikLinks, felder.GrafikOben));
+    felder.GrafikHöhe = zahlfeld(u"txt_GrafikHöhe"_s, KleinsteGrafikhöhe, GrößteGrafikhöhe);
+    bau.worte.nimm([&worte = bau.worte, feld = felder.GrafikHöhe] {
+        feld->setSuffix(u' ' + worte(Meldung::EinheitMillimeter));
+        feld->setToolTip(worte(Meldung::TippGrafikhöhe));
+    });
+    QHBoxLayout* maße = abstände(bau, felder.GrafikLinks, felder.GrafikOben);
+    maße->insertWidget(maße->count() - 1,
+                       bau.worte.label(Meldung::BriefkopfGrafikhöhe, felder.GrafikHöhe));
+    maße->insertWidget(maße->count() - 1, felder.GrafikHöhe);
+    layout->addLayout(maße);
     return gruppe;
 }
 
@@ -252,6 +264,7 @@ QWidget* seiteBriefkopf(const Seitenbau& bau) {
     QGroupBox* text = gruppeText(bau, felder);
     QGroupBox* grafik = gruppeGrafik(bau, felder);
     felder.verbinde(bau.karte);
+    bau.eigene.zahl(Einstellung::GrafikHöhe, felder.GrafikHöhe);
 
     auto* vorschau = new Briefkopfvorschau;
     auto* fehler = new QLabel;
@@ -313,6 +326,11 @@ QWidget* seiteProtokoll(const Seitenbau& bau) {
     formular->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     formular->addRow(beurteilung);
     formular->addRow(übersetzen);
+    QCheckBox* anhang = schalter(bau, u"chk_Anhang"_s, Meldung::ProtokollMitAnhang);
+    bau.worte.nimm(
+        [&worte = bau.worte, anhang] { anhang->setToolTip(worte(Meldung::TippAnhang)); });
+    bau.eigene.schalter(Einstellung::Anhang, anhang);
+    formular->addRow(anhang);
     formular->addRow(bau.worte.label(Text::Schrift, schrift), schrift);
     formular->addRow(QString(), kursiv);
 

@@ -1,6 +1,5 @@
 #include "app/optionsfelder.h"
 
-#include "platform/codepage.h"
 #include "platform/profil.h"
 
 #include <QButtonGroup>
@@ -34,7 +33,7 @@ void Optionsfelder::textfeld(Einstellung id, QLineEdit* zeile,
     zeile->setMaxLength(std::min(zeile->maxLength(), eintrag.puffer - 1));
     // A key without a value reads as its default, so an emptied field shows that at once.
     const auto wert = [zeile, vorgabe = eintrag.text.toString()] {
-        const QString text = ausCodepage1252(nachCodepage1252(zeile->text())).trimmed();
+        const QString text = zeile->text().trimmed();
         return text.isEmpty() ? vorgabe : text;
     };
     QObject::connect(zeile, &QLineEdit::editingFinished, zeile, [zeile, wert, zeige] {

@@ -1,10 +1,12 @@
 #include "app/protokollausgabe.h"
 
+#include "app/sprachpaketgang.h"
 #include "lang/uebersetz.h"
 #include "print/drucken.h"
 #include "print/vorschau.h"
 
 #include <QDir>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -29,7 +31,7 @@ Protokollausgabe::Protokollausgabe(const Umgebung& umgebung, const Arbeitsplatz&
     : umgebung_(umgebung)
     , arbeitsplatz_(arbeitsplatz)
     , untersuchung_(arbeitsplatz.untersuchung())
-    , druckerwahl_(umgebung.drucker)
+    , druckerwahl_(umgebung.drucker, umgebung.einstellungen)
     , vorschau_(new Vorschau(umgebung.texte)) {
     vorschau_->beiBlättern([this](int um) {
         if (beiSeitenwahl_) {
@@ -59,7 +61,11 @@ Protokolltexte Protokollausgabe::texte() const {
     return ProtokolltexteÜbersetzt(standard.felder);
 }
 
-std::shared_ptr<const Protokollausgabe::Vorlage> Protokollausgabe::vorlage() const {
+bool Protokollausgabe::istAnhang(int seite) const {
+    return seite > seitenzahl() && umgebung_.einstellungen.schalter(Einstellung::Anhang);
+}
+
+std::shared_ptr<const Protokollausgabe::Vorlage> Protokollausgabe::vorlage(bool bilder) const {
     const Protokolleinstellungen einstellungen =
         ladeProtokolleinstellungen(umgebung_.einstellungen);
     const Protokolltexte worte = probe_ ? ProtokolltexteÜbersetzt(*probe_) : texte();
@@ -70,17 +76,20 @@ std::shared_ptr<const Protokollausgabe::Vorlage> Protokollausgabe::vorlage() con
                                          .texte = umgebung_.texte,
                                          .protokolltexte = worte,
                                          .format = umgebung_.format,
-                                         .heute = umgebung_.uhr.now().date()}),
+                                         .heute = umgebung_.uhr.now().date(),
+                                         .bild = bilder && einstellungen.Anhang && flügelbilder_
+                                                     ? flügelbilder_()
+                                                     : Flügelbild()}),
                 .grafik = Briefkopfgrafik(einstellungen.briefkopf)});
 }
 
 void Protokollausgabe::zeigeSeite(int nummer) {
     seite_ = nummer;
-    zeige(vorlage());
+    zeige(vorlage(istAnhang(nummer)));
 }
 
 void Protokollausgabe::zeige(std::shared_ptr<const Vorlage> neue) {
-    seite_ = std::clamp(seite_, 1, tarvel::seitenzahl(neue->daten.einstellungen.art));
+    seite_ = std::clamp(seite_, 1, tarvel::seitenzahl(neue->daten));
     vorschau_->zeige([neue = std::move(neue), seite = seite_](QPainter& painter) {
         maleProtokoll(painter, neue->daten, neue->grafik, seite);
     });
@@ -88,7 +97,7 @@ void Protokollausgabe::zeige(std::shared_ptr<const Vorlage> neue) {
 
 void Protokollausgabe::aktualisiere() {
     if (vorschau_->isVisible()) {
-        zeige(vorlage());
+        zeige(vorlage(istAnhang(seite_)));
     }
 }
 
@@ -111,6 +120,9 @@ QStringList Protokollausgabe::fehlendes() const {
             namen << t(name);
         }
     }
+    if (Briefkopfgrafik(ladeBriefkopf(e)).fehler() != Grafikfehler::Keiner) {
+        namen << t(Text::GrafikFürBriefkopf);
+    }
     return namen;
 }
 
@@ -130,21 +142,44 @@ void Protokollausgabe::drucke(QWidget* fenster, const QString& ordner) {
                                  .nein = t(Meldung::NichtDrucken)}) != Antwort::Ja) {
         return;
     }
-    const auto gedruckt = vorlage();
+    const auto gedruckt = vorlage(true);
     const QString nummer = dateiname(untersuchung_.angaben().UNr);
-    Drucken_ dialog({.texte = t,
-                     .dialoge = umgebung_.dialoge,
-                     .drucker = umgebung_.drucker,
-                     .wahl = druckerwahl_},
-                    {.daten = gedruckt->daten,
-                     .grafik = gedruckt->grafik,
-                     .titel = gedruckt->daten.titel,
-                     .pdf = QDir(ordner).filePath((nummer.isEmpty() ? t(Text::Protokoll) : nummer) +
-                                                  u".pdf"_s)},
-                    fenster);
+    Drucken_ dialog(
+        {.texte = t,
+         .dialoge = umgebung_.dialoge,
+         .drucker = umgebung_.drucker,
+         .wahl = druckerwahl_},
+        {.daten = gedruckt->daten,
+         .grafik = gedruckt->grafik,
+         .titel = gedruckt->daten.titel,
+         .pdf = QDir(ordner).filePath((nummer.isEmpty() ? t(Text::Protokoll) : nummer) + u".pdf"_s),
+         .tabelle = tabelle_ ? tabelle_() : QByteArray(),
+         .mitTabelle = umgebung_.einstellungen.schalter(Einstellung::DatenDaneben)},
+        fenster);
     dialog.exec();
+    if (dialog.mitTabelle() != umgebung_.einstellungen.schalter(Einstellung::DatenDaneben)) {
+        umgebung_.einstellungen.schreibe(Einstellung::DatenDaneben, dialog.mitTabelle() ? 1 : 0);
+    }
     if (!dialog.geschrieben().isEmpty() && beiHinweis_) {
         beiHinweis_({Meldung::DateiGeschrieben, {dialog.geschrieben()}});
+    }
+}
+
+void Protokollausgabe::merkeDrucker() {
+    druckerwahl_.merkeVorher();
+    if (druckerwahl_.hatAltes()) {
+        stelleDruckerNachAbsturzHer();
+    }
+}
+
+void Protokollausgabe::stelleDruckerNachAbsturzHer() {
+    constexpr int Abfrage = 50; // milliseconds
+    if (!druckerwahl_.hatAntwort()) {
+        QTimer::singleShot(Abfrage, vorschau_, [this] { stelleDruckerNachAbsturzHer(); });
+        return;
+    }
+    if (const auto wieder = druckerwahl_.stelleAltesHer(); wieder && beiHinweis_) {
+        beiHinweis_({Meldung::StandarddruckerWiederDa, {*wieder}});
     }
 }
 
@@ -163,23 +198,43 @@ bool Protokollausgabe::verlasseÜbersetzung() {
     return antwort == Antwort::Nein || (antwort == Antwort::Ja && editor->SpeichernInINI());
 }
 
+void Protokollausgabe::bieteTexteAn() {
+    const Texte& t = umgebung_.texte;
+    if (!umgebung_.einstellungen.schalter(Einstellung::Übersetzen) &&
+        umgebung_.dialoge.frage({.titel = t(Text::ProtokollÜbersetzen),
+                                 .text = t(Meldung::EigeneTexteNutzen),
+                                 .art = Meldungsart::Frage,
+                                 .ja = t(Meldung::TexteVerwenden),
+                                 .nein = t(Meldung::TexteNochNicht)}) == Antwort::Ja) {
+        umgebung_.einstellungen.schreibe(Einstellung::Übersetzen, 1);
+    }
+}
+
 void Protokollausgabe::übersetze(QWidget* fenster) {
     if (übersetz_ == nullptr) {
         auto* editor = new Übersetz(
             umgebung_.texte, umgebung_.einstellungen.IniPfad(), umgebung_.dialoge, umgebung_.shell,
-            [this](const Protokollfelder& felder) {
+            [this](const Protokollfelder& felder, int seite) {
                 probe_ = felder;
-                if (beiSeitenwahl_) {
-                    beiSeitenwahl_(seite_);
+                for (const int nummer : {1, 2, seite}) {
+                    beiSeitenwahl_(nummer);
                 }
             },
             fenster);
         editor->setAttribute(Qt::WA_DeleteOnClose);
-        QObject::connect(editor, &QDialog::finished, vorschau_, [this] {
+        editor->beiSprachpaket(
+            [this](Paketwunsch wunsch) { Sprachpaketgang(umgebung_).führeAus(wunsch); });
+        QObject::connect(editor, &QDialog::finished, vorschau_, [this, editor](int ergebnis) {
             probe_.reset();
+            if (ergebnis == QDialog::Accepted && editor->eigene() > 0) {
+                bieteTexteAn();
+            }
             aktualisiere();
         });
         übersetz_ = editor;
+        // At the left, so that the preview beside it stays in sight.
+        editor->move(fenster->frameGeometry().topLeft());
+        beiSeitenwahl_(seite_);
     }
     übersetz_->show();
     übersetz_->raise();

@@ -3,7 +3,7 @@
 #include "app/umgebung.h"
 #include "lang/hinweise.h"
 #include "lang/protokolltexte.h"
-#include "print/druckersystem.h"
+#include "print/druckerwahl.h"
 #include "print/protokollseite.h"
 #include "results/arbeitsplatz.h"
 
@@ -32,14 +32,18 @@ public:
     void beiHinweis(std::function<void(const Hinweis&)> hinweis) {
         beiHinweis_ = std::move(hinweis);
     }
-    /// Called when page 1 or 2 is to be seen.
+    /// Called when a page is to be seen; those of the appendix follow page 1 or 2.
     void beiSeitenwahl(std::function<void(int seite)> wahl) { beiSeitenwahl_ = std::move(wahl); }
+    /// Gives what cuts wings out of their scans, for a job.
+    void beiFlügelbildern(std::function<Flügelbild()> quelle) { flügelbilder_ = std::move(quelle); }
+    /// Gives the table that may be written beside a PDF file.
+    void beiTabelle(std::function<QByteArray()> tabelle) { tabelle_ = std::move(tabelle); }
 
     [[nodiscard]] QWidget& vorschau() const;
-    /// Pages of the kind of report that the settings ask for.
+    /// Pages of the kind of report that the settings ask for, without its appendix.
     [[nodiscard]] int seitenzahl() const;
 
-    /// Lays out page 1 or 2 in the preview, page 1 for a page that this kind of report has not.
+    /// Lays out a page in the preview, the last for one that this report has not.
     void zeigeSeite(int nummer);
     /// Lays the preview out anew while it is seen. To be called after every change of what the
     /// report says.
@@ -54,8 +58,8 @@ public:
     /// go on with them, or when they could not be stored.
     [[nodiscard]] bool verlasseÜbersetzung();
 
-    /// Brings back the default printer of the start.
-    void merkeDrucker() { druckerwahl_.merkeVorher(); }
+    /// Brings back the default printer of the start, after a crash of the one before.
+    void merkeDrucker();
     void stelleDruckerHer() { druckerwahl_.stelleHer(); }
 
 private:
@@ -63,14 +67,21 @@ private:
         Protokolldaten daten;
         Briefkopfgrafik grafik;
     };
-    [[nodiscard]] std::shared_ptr<const Vorlage> vorlage() const;
+    /// With @p bilder the wings of the appendix are cut out of their scans.
+    [[nodiscard]] std::shared_ptr<const Vorlage> vorlage(bool bilder) const;
+    [[nodiscard]] bool istAnhang(int seite) const;
+    void stelleDruckerNachAbsturzHer();
     [[nodiscard]] Protokolltexte texte() const;
     /// Names of the values that are missing and that the settings ask to be warned of.
     [[nodiscard]] QStringList fehlendes() const;
     void zeige(std::shared_ptr<const Vorlage> vorlage);
+    /// Asks whether the report shall use the user's texts, unless it does.
+    void bieteTexteAn();
 
     std::function<void(int seite)> beiSeitenwahl_;
     std::function<void(const Hinweis&)> beiHinweis_;
+    std::function<Flügelbild()> flügelbilder_;
+    std::function<QByteArray()> tabelle_;
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     const Untersuchung& untersuchung_;

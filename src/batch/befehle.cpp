@@ -227,21 +227,35 @@ Ausfuhrbefehl ausfuhr(const Leser& leser) {
 }
 
 Leser protokollleser() {
-    Leser leser({u"report"_s, u"DATABASE NUMBER --pdf FILE [options]"_s,
-                 u"Writes the report of an examination as PDF."_s,
+    Leser leser({u"report"_s, u"DATABASE [NUMBER...] --pdf FILE | --each FOLDER [options]"_s,
+                 u"Writes the reports of examinations as PDF. Several in one file stand behind a\n"
+                 "summary of them."_s,
                  u"tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026"_s});
     leser.option(u"pdf"_s, u"File to write; - for the standard output."_s, u"file"_s);
+    leser.option(u"each"_s, u"Folder that gets a file for each, NUMBER.pdf."_s, u"folder"_s);
+    leser.option(u"all"_s, u"All examinations of the database."_s);
     leser.optionIni();
     return leser;
 }
 
 Protokollbefehl protokoll(const Leser& leser) {
-    const QStringList argumente = leser.genau(2);
-    Protokollbefehl befehl{.datenbank = argumente[0],
-                           .nummer = argumente[1],
-                           .pdf = leser.nötig(u"pdf"_s),
+    QStringList argumente = leser.dateien();
+    const bool alle = leser.gesetzt(u"all"_s);
+    const bool einzeln = leser.gesetzt(u"each"_s);
+    Protokollbefehl befehl{.datenbank = argumente.takeFirst(),
+                           .nummern = argumente,
+                           .pdf = einzeln ? QString() : leser.nötig(u"pdf"_s),
+                           .ordner = leser.wert(u"each"_s),
                            .ini = leser.wert(u"ini"_s)};
-    prüfeZiel(befehl.pdf, befehl.datenbank);
+    if (argumente.isEmpty() != alle) {
+        throw Aufruffehler{u"Name the examinations or give --all, not both."_s};
+    }
+    if (einzeln && leser.gesetzt(u"pdf"_s)) {
+        throw Aufruffehler{u"Give --pdf or --each, not both."_s};
+    }
+    if (!einzeln) {
+        prüfeZiel(befehl.pdf, befehl.datenbank);
+    }
     return befehl;
 }
 

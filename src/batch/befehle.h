@@ -45,11 +45,12 @@ struct Ausfuhrbefehl {
     bool operator==(const Ausfuhrbefehl&) const = default;
 };
 
-/// report: one examination of a database as PDF.
+/// report: examinations of a database as PDF.
 struct Protokollbefehl {
     QString datenbank;
-    QString nummer;
-    QString pdf;
+    QStringList nummern; ///< none: all of the database
+    QString pdf;         ///< one file of all, with a summary when there are several; or
+    QString ordner;      ///< where each gets a file of its own
     QString ini;
 
     bool operator==(const Protokollbefehl&) const = default;

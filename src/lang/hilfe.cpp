@@ -67,12 +67,16 @@ bool öffneHilfe(const Texte& texte, Shell& shell, const QString& seite) {
 }
 
 void zeigeHilfe(const Texte& texte, Shell& shell, Dialoge& dialoge, const QString& seite) {
-    if (!öffneHilfe(texte, shell, seite)) {
-        dialoge.meldung(texte(Text::MenüHilfe),
-                        texte(Text::DateiNichtGefunden) + u'\n' +
-                            QDir::toNativeSeparators(texte.HilfeDatei()),
-                        Meldungsart::Ausruf);
+    if (öffneHilfe(texte, shell, seite)) {
+        return;
     }
+    const QString html = hilfeseite(texte, seite);
+    dialoge.meldung(texte(Text::MenüHilfe),
+                    html.isEmpty()
+                        ? texte(Text::DateiNichtGefunden) + u'\n' +
+                              QDir::toNativeSeparators(texte.HilfeDatei())
+                        : texte(Meldung::HilfeNichtGeöffnet).arg(QDir::toNativeSeparators(html)),
+                    Meldungsart::Ausruf);
 }
 
 } // namespace tarvel

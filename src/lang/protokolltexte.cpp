@@ -1,6 +1,5 @@
 #include "lang/protokolltexte.h"
 
-#include "platform/codepage.h"
 #include "platform/profil.h"
 
 #include <algorithm>
@@ -25,10 +24,10 @@ Protokolltexte ProtokolltexteÜbersetzt(const Protokollfelder& felder) {
 void ÜbersetzungLaden(const QString& IniPfad, Protokollfelder& felder) {
     constexpr int puffer = 128;
     for (std::size_t i = 0; i < felder.size(); ++i) {
-        const QByteArray wert = GetPrivateProfileStringA(
-            "Translate", protokollschlüssel(protokolltabelle[i].nummer), "", puffer, IniPfad);
+        const QString wert = profiltext("Translate", protokollschlüssel(protokolltabelle[i].nummer),
+                                        puffer, IniPfad);
         if (!wert.isEmpty()) {
-            felder[i] = ausCodepage1252(wert);
+            felder[i] = wert;
         }
     }
 }

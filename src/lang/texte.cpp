@@ -89,6 +89,20 @@ void Texte::kopiereSpalte(Sprache sprache) {
     for (std::size_t i = 0; i < meldungen_.size(); ++i) {
         meldungen_[i] = spalte(meldungstabelle[i], sprache);
     }
+    if (paket_) {
+        for (const auto& [nummer, wort] : paket_->texte) {
+            texte_.at(static_cast<std::size_t>(nummer)) = wort;
+        }
+        for (const auto& [nummer, wort] : paket_->meldungen) {
+            meldungen_.at(static_cast<std::size_t>(nummer)) = wort;
+        }
+    }
+}
+
+void Texte::setzePaket(std::optional<Sprachpaket> paket) {
+    paket_ = std::move(paket);
+    kopiereSpalte(sprache_.value_or(Sprache::Deutsch));
+    Q_EMIT languageChanged();
 }
 
 void Texte::lade(Sprache sprache) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lang/meldungen.h"
+#include "lang/sprachpaket.h"
 
 #include <QObject>
 #include <QString>
@@ -50,6 +51,11 @@ public:
     /// 0, 1 and 2 changes nothing and returns false.
     bool SpracheEinstellen(int nummer);
 
+    /// Lays a language pack over the texts, of this language and of every one loaded afterwards;
+    /// nullopt takes it away. What readers of files look for stays; see eintrag().
+    void setzePaket(std::optional<Sprachpaket> paket);
+    [[nodiscard]] const std::optional<Sprachpaket>& paket() const { return paket_; }
+
     /// Language that was loaded last; empty before the first.
     [[nodiscard]] std::optional<Sprache> sprache() const { return sprache_; }
     /// Full path of the help file; empty before a language is loaded.
@@ -74,6 +80,7 @@ private:
     QString programmordner_;
     QString HilfeDatei_;
     std::optional<Sprache> sprache_;
+    std::optional<Sprachpaket> paket_;
     std::array<QString, anzahlTexte> texte_;
     std::array<QString, anzahlMeldungen> meldungen_;
 };

@@ -2,7 +2,6 @@
 
 #include "lang/hilfe.h"
 
-#include "platform/codepage.h"
 #include "platform/profil.h"
 
 #include <QDialogButtonBox>
@@ -11,6 +10,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -52,10 +52,6 @@ QString einzeilig(QString text) {
     return text;
 }
 
-QString inDerDatei(const QString& text) {
-    return ausCodepage1252(nachCodepage1252(text));
-}
-
 void leere(QGridLayout& raster) {
     while (QLayoutItem* teil = raster.takeAt(0)) {
         delete teil;
@@ -76,13 +72,13 @@ void leere(QGridLayout& raster) {
     , lab_Hinweis_(new QLabel)
     , bef_OK_(new QPushButton)
     , bef_Abbrechen_(new QPushButton)
-    , bef_Test_(new QPushButton) {
+    , bef_Test_(new QPushButton)
+    , bef_Sprachpaket_(new QPushButton) {
     setObjectName(u"Übersetz"_s);
     setSizeGripEnabled(true);
     tbs_Seiten_->setObjectName(u"tbs_Seiten"_s);
     lab_Hinweis_->setObjectName(u"lab_Hinweis"_s);
     lab_Hinweis_->setWordWrap(true);
-    lab_Hinweis_->hide();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(tbs_Seiten_, 1);
     layout->addWidget(lab_Hinweis_);
@@ -102,8 +98,8 @@ void leere(QGridLayout& raster) {
     });
     Form_Load();
     txt_Text_.front()->setFocus();
-    const QSize gewünscht(blockbreite() * 2 + fontMetrics().averageCharWidth() * 20,
-                          fontMetrics().height() * 42);
+    // One column, so that the preview has room beside it.
+    const QSize gewünscht(blockbreite(), fontMetrics().height() * 42);
     resize(gewünscht.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
@@ -134,7 +130,7 @@ void Übersetz::baueSeite(Seite& seite) {
         constexpr int Mindestbreite = 14; // characters
         feld->setMinimumWidth(feld->fontMetrics().averageCharWidth() * Mindestbreite);
         label->setBuddy(feld);
-        connect(feld, &QLineEdit::textChanged, this, [this] { zeigeUnspeicherbares(); });
+        connect(feld, &QLineEdit::textChanged, this, [this] { zeigeAnzahl(); });
         lab_Text_.at(i) = label;
         txt_Text_.at(i) = feld;
     }
@@ -150,7 +146,22 @@ void Übersetz::baueKnöpfe() {
     connect(bef_OK_, &QPushButton::clicked, this, [this] { bef_OK_Click(); });
     connect(bef_Abbrechen_, &QPushButton::clicked, this, [this] { bef_Abbrechen_Click(); });
     connect(bef_Test_, &QPushButton::clicked, this, [this] { bef_Test_Click(); });
+    bef_Sprachpaket_->setObjectName(u"bef_Sprachpaket"_s);
+    bef_Sprachpaket_->setAutoDefault(false);
+    auto* menü = new QMenu(bef_Sprachpaket_);
+    for (const Paketwunsch wunsch :
+         {Paketwunsch::Laden, Paketwunsch::Vorlage, Paketwunsch::Ablegen}) {
+        const auto i = static_cast<std::size_t>(wunsch);
+        men_Sprachpaket_.at(i) = menü->addAction(QString(), this, [this, wunsch] {
+            if (paket_) {
+                paket_(wunsch);
+            }
+        });
+        men_Sprachpaket_.at(i)->setObjectName(u"men_Sprachpaket_%1"_s.arg(i));
+    }
+    bef_Sprachpaket_->setMenu(menü);
     auto* knöpfe = new QDialogButtonBox;
+    knöpfe->addButton(bef_Sprachpaket_, QDialogButtonBox::ActionRole);
     knöpfe->addButton(bef_Test_, QDialogButtonBox::ActionRole);
     knöpfe->addButton(bef_OK_, QDialogButtonBox::AcceptRole);
     knöpfe->addButton(bef_Abbrechen_, QDialogButtonBox::RejectRole);
@@ -231,6 +242,12 @@ void Übersetz::beschrifte() {
     bef_Abbrechen_->setText(texte_(Text::Abbrechen));
     bef_Test_->setText(texte_(Text::Testen));
     bef_Test_->setToolTip(texte_(Meldung::TippÜbersetzungTesten));
+    bef_Sprachpaket_->setText(texte_(Meldung::Sprachpaket));
+    bef_Sprachpaket_->setToolTip(texte_(Meldung::TippSprachpaket));
+    men_Sprachpaket_[0]->setText(texte_(Meldung::SprachpaketLaden));
+    men_Sprachpaket_[1]->setText(texte_(Meldung::SprachpaketVorlage));
+    men_Sprachpaket_[2]->setText(texte_(Meldung::SprachpaketAblegen));
+    men_Sprachpaket_[2]->setEnabled(texte_.paket().has_value());
     const QString sprache = texte_(sprachname(texte_.sprache().value_or(Sprache::Deutsch)));
     for (const Seite& seite : seiten_) {
         for (QLabel* kopf : seite.sprachen) {
@@ -247,17 +264,19 @@ void Übersetz::beschrifte() {
         txt_Text_.at(i)->setPlaceholderText(standard.at(i));
         txt_Text_.at(i)->setToolTip(texte_(Meldung::TippEigenerText));
     }
-    zeigeUnspeicherbares();
+    zeigeAnzahl();
 }
 
 void Übersetz::zeigeÜbersetzung(bool auchBearbeitete) {
-    Protokollfelder felder = ProtokolltexteStandard(texte_).felder;
+    const Protokollfelder standard = ProtokolltexteStandard(texte_).felder;
+    Protokollfelder felder = standard;
     ÜbersetzungLaden(IniPfad_, felder);
     for (std::size_t i = 0; i < felder.size(); ++i) {
         if (!auchBearbeitete && txt_Text_.at(i)->isModified()) {
             continue;
         }
-        txt_Text_.at(i)->setText(felder.at(i));
+        // The program's own word stays open, so that it follows the language.
+        txt_Text_.at(i)->setText(felder.at(i) == standard.at(i) ? QString() : felder.at(i));
         txt_Text_.at(i)->setCursorPosition(0);
     }
 }
@@ -270,7 +289,7 @@ Protokollfelder Übersetz::felder() const {
     Protokollfelder felder = ProtokolltexteStandard(texte_).felder;
     for (std::size_t i = 0; i < felder.size(); ++i) {
         if (const QString eigener = text(i); !eigener.isEmpty()) {
-            felder.at(i) = inDerDatei(eigener);
+            felder.at(i) = eigener;
         }
     }
     return felder;
@@ -279,8 +298,8 @@ Protokollfelder Übersetz::felder() const {
 bool Übersetz::SpeichernInINI() {
     Profil ini(IniPfad_);
     for (std::size_t i = 0; i < protokolltabelle.size(); ++i) {
-        ini.setze("Translate", protokollschlüssel(protokolltabelle.at(i).nummer),
-                  alsProfilwert(nachCodepage1252(text(i))));
+        ini.setzeText("Translate", protokollschlüssel(protokolltabelle.at(i).nummer),
+                      alsProfilwert(text(i)));
     }
     if (!ini.sichere()) {
         dialoge_.meldung(
@@ -295,18 +314,19 @@ bool Übersetz::SpeichernInINI() {
     return true;
 }
 
-void Übersetz::zeigeUnspeicherbares() {
-    QString zeichen;
-    for (std::size_t i = 0; i < txt_Text_.size(); ++i) {
-        for (const char32_t c : text(i).toUcs4()) {
-            const QString eines = QString::fromUcs4(&c, 1);
-            if (inDerDatei(eines) != eines && !zeichen.contains(eines)) {
-                zeichen += eines + u' ';
-            }
-        }
+int Übersetz::eigene() const {
+    return static_cast<int>(std::count_if(txt_Text_.begin(), txt_Text_.end(),
+                                          [](const QLineEdit* f) { return !f->text().isEmpty(); }));
+}
+
+void Übersetz::zeigeAnzahl() {
+    QStringList zeilen{texte_(Meldung::EigeneTexteZahl).arg(eigene()).arg(protokolltabelle.size())};
+    if (const auto& paket = texte_.paket()) {
+        zeilen << texte_(Meldung::SprachpaketStand)
+                      .arg(paket->name, QString::number(paket->anzahl()),
+                           QString::number(umfangSprachpaket()));
     }
-    lab_Hinweis_->setText(texte_(Meldung::ZeichenNichtSpeicherbar).arg(zeichen.trimmed()));
-    lab_Hinweis_->setVisible(!zeichen.isEmpty());
+    lab_Hinweis_->setText(zeilen.join(u'\n'));
 }
 
 void Übersetz::bef_OK_Click() {
@@ -325,7 +345,7 @@ void Übersetz::pic_Cancel_Click() {
 
 void Übersetz::bef_Test_Click() {
     if (SpeichernInINI()) {
-        testen_(felder());
+        testen_(felder(), tbs_Seiten_->currentIndex() + 1);
     }
 }
 

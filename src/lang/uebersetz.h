@@ -17,18 +17,25 @@ class QTabWidget;
 
 namespace tarvel {
 
+/// What shall be done with a language pack.
+enum class Paketwunsch { Laden, Vorlage, Ablegen };
+
 /// The translation editor: beside each text of the printed report a field for the user's own. All
 /// of them reach the settings file at once; cancelled, it stays as it was. A field without a
-/// translation holds the wording of the current language. Works modal and beside the main window.
+/// translation is empty and shows the wording of the current language as its placeholder. Works
+/// modal and beside the main window.
 class Übersetz : public QDialog {
 public:
-    /// Shows the report printed with these texts.
-    using Testen = std::function<void(const Protokollfelder&)>;
+    /// Shows the report printed with these texts; page 1 or 2 is the one being worked on.
+    using Testen = std::function<void(const Protokollfelder&, int seite)>;
 
     /// @p texte, @p dialoge and @p shell must outlive this. @p IniPfad full path of the settings
     /// file.
     Übersetz(const Texte& texte, QString IniPfad, Dialoge& dialoge, Shell& shell, Testen testen,
              QWidget* parent = nullptr);
+
+    /// Called when the user wants something of a language pack.
+    void beiSprachpaket(std::function<void(Paketwunsch)> wunsch) { paket_ = std::move(wunsch); }
 
     /// Captions and fields as the current language and the settings file give them; what was edited
     /// is gone.
@@ -39,6 +46,8 @@ public:
 
     /// True while a field holds what was typed and not stored yet.
     [[nodiscard]] bool geändert() const;
+    /// How many fields hold a text of the user's.
+    [[nodiscard]] int eigene() const;
     /// What the report prints: the fields' texts, for an empty one the wording of the current
     /// language.
     [[nodiscard]] Protokollfelder felder() const;
@@ -77,7 +86,7 @@ private:
     [[nodiscard]] QString text(std::size_t zeile) const;
     void beschrifte();
     void zeigeÜbersetzung(bool auchBearbeitete);
-    void zeigeUnspeicherbares();
+    void zeigeAnzahl();
     void blättere(int um);
     void hilfe();
 
@@ -94,6 +103,9 @@ private:
     QPushButton* bef_OK_;
     QPushButton* bef_Abbrechen_;
     QPushButton* bef_Test_;
+    QPushButton* bef_Sprachpaket_;
+    std::array<QAction*, 3> men_Sprachpaket_{};
+    std::function<void(Paketwunsch)> paket_;
 };
 
 } // namespace tarvel

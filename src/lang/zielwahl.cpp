@@ -22,17 +22,18 @@ QString wähleZiel(const Texte& texte, Dialoge& dialoge, const Zielfrage& frage)
     }
     // The file chooser asked about the name as it was typed.
     QString pfad = gewählt + frage.endungen.front();
-    if (QFileInfo::exists(pfad) &&
-        dialoge.frage(
-            {.titel = frage.titel,
-             .text = texte(Meldung::DateiErsetzenFrage).arg(QDir::toNativeSeparators(pfad)),
-             .art = Meldungsart::Ausruf,
-             .verwirft = true,
-             .ja = texte(Meldung::Ersetzen),
-             .nein = texte(Meldung::NichtErsetzen)}) != Antwort::Ja) {
-        return {};
-    }
-    return pfad;
+    return darfErsetzen(texte, dialoge, frage.titel, pfad) ? pfad : QString();
+}
+
+bool darfErsetzen(const Texte& texte, Dialoge& dialoge, const QString& titel, const QString& pfad) {
+    return !QFileInfo::exists(pfad) ||
+           dialoge.frage(
+               {.titel = titel,
+                .text = texte(Meldung::DateiErsetzenFrage).arg(QDir::toNativeSeparators(pfad)),
+                .art = Meldungsart::Ausruf,
+                .verwirft = true,
+                .ja = texte(Meldung::Ersetzen),
+                .nein = texte(Meldung::NichtErsetzen)}) == Antwort::Ja;
 }
 
 QString nichtGeschrieben(const Texte& texte, const QString& pfad, const QString& systemgrund) {

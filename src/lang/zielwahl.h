@@ -21,6 +21,10 @@ struct Zielfrage {
 /// an existing file is replaced, also when its name came about by adding the ending.
 [[nodiscard]] QString wähleZiel(const Texte& texte, Dialoge& dialoge, const Zielfrage& frage);
 
+/// Whether a file may be written to @p pfad; the user is asked when there is one already.
+[[nodiscard]] bool darfErsetzen(const Texte& texte, Dialoge& dialoge, const QString& titel,
+                                const QString& pfad);
+
 /// That @p pfad could not be written and why; @p systemgrund in the system's words, for what we
 /// have none of our own for.
 [[nodiscard]] QString nichtGeschrieben(const Texte& texte, const QString& pfad,

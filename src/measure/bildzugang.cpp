@@ -55,13 +55,16 @@ std::optional<Bilddatei> Bildzugang::öffne(const QString& pfad, bool ganz) {
     return std::get<Bilddatei>(std::move(ergebnis));
 }
 
-std::optional<Bilddatei> Bildzugang::öffneStill(const QString& pfad) {
+std::optional<Bilddatei> Bildzugang::öffneStill(const QString& pfad, bool ganz) {
     if (!QFileInfo(Bildort::aus(pfad).datei).isFile()) {
         return std::nullopt;
     }
     Ladefortschritt laden(&fenster_, texte_, pfad, zeigeLadenNach);
     auto ergebnis = Bilddatei::öffne(pfad, laden.weiter());
     auto* datei = std::get_if<Bilddatei>(&ergebnis);
+    if (datei != nullptr && ganz && datei->pixel(nullptr, laden.weiter()) == nullptr) {
+        return std::nullopt;
+    }
     return datei == nullptr ? std::nullopt : std::optional(std::move(*datei));
 }
 

@@ -29,7 +29,7 @@ public:
     /// be had; without one when the user stopped it.
     [[nodiscard]] std::optional<Bilddatei> öffne(const QString& pfad, bool ganz);
     /// The same without a word.
-    [[nodiscard]] std::optional<Bilddatei> öffneStill(const QString& pfad);
+    [[nodiscard]] std::optional<Bilddatei> öffneStill(const QString& pfad, bool ganz = false);
     /// All pixels; null, with a message, when they cannot be had.
     [[nodiscard]] const QImage* pixel(Bilddatei& datei);
 

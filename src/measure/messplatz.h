@@ -1,5 +1,6 @@
 #pragma once
 
+#include "measure/fluegelbilder.h"
 #include "measure/lupenpaar.h"
 #include "measure/messeingabe.h"
 #include "measure/offenesbild.h"
@@ -49,6 +50,8 @@ public:
     [[nodiscard]] Zustand zustand() const { return zustand_; }
     /// The picture that is shown.
     [[nodiscard]] const OffenesBild& bild() const { return offen_; }
+    /// Cuts wings of the series out of their scans.
+    [[nodiscard]] Flügelbilder flügelbilder() { return {offen_, befehle_.reihe()}; }
     /// The ways to the picture files.
     [[nodiscard]] Bildzugang& zugang() { return offen_.zugang(); }
     [[nodiscard]] Lupenpaar& lupen() { return lupen_; }

@@ -1,13 +1,17 @@
 #include "platform/cupsdrucker.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLibrary>
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 #include <span>
 
 #include <cups/cups.h>
+#include <cups/http.h>
+#include <sys/socket.h>
 
 namespace tarvel {
 namespace {
@@ -38,6 +42,13 @@ struct Cups {
     TARVEL_CUPS(ippDelete);
     TARVEL_CUPS(ippFindAttribute);
     TARVEL_CUPS(ippGetString);
+    TARVEL_CUPS(cupsServer);
+    TARVEL_CUPS(cupsEncryption);
+    TARVEL_CUPS(ippPort);
+    TARVEL_CUPS(httpConnect2);
+    TARVEL_CUPS(httpSetTimeout);
+    TARVEL_CUPS(httpClose);
+    TARVEL_CUPS(cupsLastError);
 #undef TARVEL_CUPS
 };
 
@@ -46,11 +57,42 @@ const Cups& cups() {
     return einmal;
 }
 
+std::atomic<int> frist = 3000;
+
+/// A connection that does not wait for ever: the library's own would, for a minute.
+class Verbindung {
+public:
+    Verbindung() {
+        if (cups().da) {
+            http_ = cups().httpConnect2(cups().cupsServer(), cups().ippPort(), nullptr, AF_UNSPEC,
+                                        cups().cupsEncryption(), 1, frist, nullptr);
+        }
+        if (http_ != nullptr) {
+            cups().httpSetTimeout(
+                http_, frist / 1000.0, [](http_t* /*http*/, void* /*nichts*/) { return 0; },
+                nullptr);
+        }
+    }
+    ~Verbindung() {
+        if (http_ != nullptr) {
+            cups().httpClose(http_);
+        }
+    }
+    Verbindung(const Verbindung&) = delete;
+    Verbindung& operator=(const Verbindung&) = delete;
+
+    [[nodiscard]] http_t* http() const { return http_; }
+
+private:
+    http_t* http_ = nullptr;
+};
+
 /// All printers the server tells of.
 class Ziele {
 public:
     Ziele()
-        : anzahl_(cups().da ? cups().cupsGetDests2(CUPS_HTTP_DEFAULT, &ziele_) : 0) {}
+        : anzahl_(verbindung_.http() != nullptr ? cups().cupsGetDests2(verbindung_.http(), &ziele_)
+                                                : 0) {}
     ~Ziele() {
         if (ziele_ != nullptr) {
             cups().cupsFreeDests(anzahl_, ziele_);
@@ -76,10 +118,13 @@ public:
     }
 
     [[nodiscard]] bool speichere() const {
-        return cups().da && cups().cupsSetDests2(CUPS_HTTP_DEFAULT, anzahl_, ziele_) == 0;
+        return verbindung_.http() != nullptr &&
+               cups().cupsSetDests2(verbindung_.http(), anzahl_, ziele_) == 0;
     }
+    [[nodiscard]] http_t* http() const { return verbindung_.http(); }
 
 private:
+    Verbindung verbindung_;
     cups_dest_t* ziele_ = nullptr;
     int anzahl_;
 };
@@ -108,15 +153,31 @@ private:
 };
 
 /// The default of the server, whatever the person chose.
-QString serverstandard() {
+QString serverstandard(http_t* http) {
     const std::unique_ptr<ipp_t, decltype(&::ippDelete)> antwort(
-        cups().cupsDoRequest(CUPS_HTTP_DEFAULT, cups().ippNewRequest(IPP_OP_CUPS_GET_DEFAULT), "/"),
+        cups().cupsDoRequest(http, cups().ippNewRequest(IPP_OP_CUPS_GET_DEFAULT), "/"),
         cups().ippDelete);
     ipp_attribute_t* name = cups().ippFindAttribute(antwort.get(), "printer-name", IPP_TAG_NAME);
     return name == nullptr ? QString() : QString::fromUtf8(cups().ippGetString(name, 0, nullptr));
 }
 
 } // namespace
+
+void setzeCupsFrist(int neue) {
+    frist = neue;
+}
+
+bool cupsAntwortet() {
+    QElapsedTimer uhr;
+    uhr.start();
+    const Verbindung verbindung;
+    if (verbindung.http() == nullptr) {
+        return uhr.elapsed() < frist / 2; // refused, so nobody is there who could be silent
+    }
+    (void)serverstandard(verbindung.http());
+    const ipp_status_t stand = cups().cupsLastError();
+    return stand != IPP_STATUS_ERROR_INTERNAL && stand != IPP_STATUS_ERROR_SERVICE_UNAVAILABLE;
+}
 
 QStringList cupsDrucker() {
     const Ziele ziele;
@@ -128,11 +189,12 @@ QStringList cupsDrucker() {
 }
 
 QString cupsStandarddrucker() {
-    if (!cups().da) {
+    const Verbindung verbindung;
+    if (verbindung.http() == nullptr) {
         return {};
     }
     const std::unique_ptr<cups_dest_t, void (*)(cups_dest_t*)> ziel(
-        cups().cupsGetNamedDest(CUPS_HTTP_DEFAULT, nullptr, nullptr),
+        cups().cupsGetNamedDest(verbindung.http(), nullptr, nullptr),
         [](cups_dest_t* eines) { cups().cupsFreeDests(1, eines); });
     return ziel ? Ziele::name(*ziel) : QString();
 }
@@ -146,7 +208,7 @@ bool setzeCupsStandarddrucker(const QString& name) {
     for (cups_dest_t& ziel : ziele.alle()) {
         ziel.is_default = 0;
     }
-    if (gewählt != nullptr && name != serverstandard()) {
+    if (gewählt != nullptr && name != serverstandard(ziele.http())) {
         gewählt->is_default = 1;
     }
     return ziele.speichere();
@@ -162,9 +224,9 @@ bool sendeAnCups(const QString& drucker, const QString& datei, const QString& ti
     Optionen optionen(*ziel);
     optionen.setze("copies", QByteArray::number(std::max(exemplare, 1)).constData());
     optionen.setze("media", "A4");
-    return cups().cupsPrintFile2(CUPS_HTTP_DEFAULT, ziel->name,
-                                 QFile::encodeName(datei).constData(), titel.toUtf8().constData(),
-                                 optionen.anzahl(), optionen.optionen()) != 0;
+    return cups().cupsPrintFile2(ziele.http(), ziel->name, QFile::encodeName(datei).constData(),
+                                 titel.toUtf8().constData(), optionen.anzahl(),
+                                 optionen.optionen()) != 0;
 }
 
 } // namespace tarvel

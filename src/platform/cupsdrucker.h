@@ -9,6 +9,12 @@ namespace tarvel {
 // its queue; a saved set of options of a queue is a printer of its own, "queue/set". Without a
 // print server there are no printers, and nothing here fails louder than that.
 
+/// Milliseconds that a print server may take for its answer, 3000 to begin with.
+void setzeCupsFrist(int frist);
+
+/// False when there is a print server that keeps silent.
+[[nodiscard]] bool cupsAntwortet();
+
 /// All printers in the order of the print server.
 [[nodiscard]] QStringList cupsDrucker();
 

@@ -8,10 +8,9 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-void vergibKürzelbuchstaben(const QList<QAction*>& aktionen) {
+QStringList mitKürzelbuchstaben(QStringList texte) {
     std::set<QChar> vergeben;
-    for (QAction* aktion : aktionen) {
-        QString text = aktion->text();
+    for (QString& text : texte) {
         text.replace(u'&', u"&&"_s);
         for (qsizetype i = 0; i < text.size() && text.at(i) != u'\t'; ++i) {
             const QChar buchstabe = text.at(i).toLower();
@@ -20,7 +19,18 @@ void vergibKürzelbuchstaben(const QList<QAction*>& aktionen) {
                 break;
             }
         }
-        aktion->setText(text);
+    }
+    return texte;
+}
+
+void vergibKürzelbuchstaben(const QList<QAction*>& aktionen) {
+    QStringList texte;
+    for (const QAction* aktion : aktionen) {
+        texte << aktion->text();
+    }
+    const QStringList neue = mitKürzelbuchstaben(texte);
+    for (qsizetype i = 0; i < neue.size(); ++i) {
+        aktionen[i]->setText(neue[i]);
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tarvel {
 namespace {
@@ -182,6 +183,15 @@ QByteArray nachUtf16(const QByteArray& inhalt) {
     return bytes;
 }
 
+QString mitAllenZeichen(const QByteArray& inhalt) {
+    const QByteArray utf16 = nachUtf16(inhalt).sliced(Utf16Marke.size());
+    QString text;
+    for (qsizetype i = 0; i < utf16.size(); i += 2) {
+        text += QChar(static_cast<uchar>(utf16[i]), static_cast<uchar>(utf16[i + 1]));
+    }
+    return text;
+}
+
 QByteArray ohneFlucht(QByteArray text) {
     for (qsizetype ort = text.indexOf(Flucht); ort >= 0; ort = text.indexOf(Flucht, ort)) {
         text.replace(ort, Fluchtlänge, "?");
@@ -294,6 +304,17 @@ int Profil::lesungen() {
 }
 
 std::optional<QByteArray> Profil::wert(QByteArrayView section, QByteArrayView key) const {
+    const auto roh = rohwert(section, key);
+    return roh ? std::optional(lesbar(*roh)) : std::nullopt;
+}
+
+std::optional<QString> Profil::text(QByteArrayView section, QByteArrayView key) const {
+    const auto roh = rohwert(section, key);
+    return !roh ? std::nullopt
+                : std::optional(utf16_ ? mitAllenZeichen(*roh) : ausCodepage1252(*roh));
+}
+
+std::optional<QByteArray> Profil::rohwert(QByteArrayView section, QByteArrayView key) const {
     const QByteArrayView gesucht = ohneBlanks(key);
     Zeilenleser leser(inhalt_);
     if (!leser.zurSektion(section)) {
@@ -301,7 +322,7 @@ std::optional<QByteArray> Profil::wert(QByteArrayView section, QByteArrayView ke
     }
     while (const auto zeile = leser.nächsteDerSektion()) {
         if (zeile->art == Zeilenart::Eintrag && gleicherName(zeile->name, gesucht)) {
-            return lesbar(ohneAnfuehrung(zeile->wert).toByteArray());
+            return ohneAnfuehrung(zeile->wert).toByteArray();
         }
     }
     return std::nullopt;
@@ -338,6 +359,29 @@ QList<QByteArray> Profil::schlüssel(QByteArrayView section) const {
 
 bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
                    std::optional<QByteArrayView> value) {
+    const QByteArray roh = utf16_ && value ? mitFlucht(ausCodepage1252(*value))
+                                           : value.value_or(QByteArrayView()).toByteArray();
+    return setzeRoh(section, key, value ? std::optional<QByteArrayView>(roh) : std::nullopt);
+}
+
+bool Profil::setzeText(QByteArrayView section, QByteArrayView key, const QString& value) {
+    const QByteArray bytes = nachCodepage1252(value);
+    if (utf16_ || ausCodepage1252(bytes) == value) {
+        return setzeRoh(section, key, utf16_ ? mitFlucht(value) : bytes);
+    }
+    const QByteArray vorher = std::exchange(inhalt_, mitFlucht(ausCodepage1252(inhalt_)));
+    utf16_ = true;
+    if (setzeRoh(section, key, mitFlucht(value))) {
+        ungesichert_ = true;
+        return true;
+    }
+    inhalt_ = vorher;
+    utf16_ = false;
+    return false;
+}
+
+bool Profil::setzeRoh(QByteArrayView section, std::optional<QByteArrayView> key,
+                      std::optional<QByteArrayView> value) {
     const QByteArrayView verboten(zeilenendeOderNul, sizeof zeilenendeOderNul);
     section = getrimmt(section);
     if (enthaeltEines(section, verboten) || section.contains(']')) {
@@ -357,10 +401,7 @@ bool Profil::setze(QByteArrayView section, std::optional<QByteArrayView> key,
         if (value) {
             value = bisZuEinem(*value, verboten);
         }
-        const QByteArray neu = value ? value->toByteArray() : QByteArray();
-        const QByteArray geschrieben = utf16_ ? mitFlucht(ausCodepage1252(neu)) : neu;
-        setzeEintrag(inhalt_, section, name,
-                     value ? std::optional<QByteArrayView>(geschrieben) : std::nullopt);
+        setzeEintrag(inhalt_, section, name, value);
     } else {
         entferneSektion(inhalt_, section);
     }
@@ -380,9 +421,10 @@ bool Profil::sichere() {
     return !ungesichert_;
 }
 
-QByteArray alsProfilwert(QByteArrayView wert) {
-    const bool verändert = ohneAnfuehrung(getrimmt(wert)) != wert;
-    return verändert ? '"' + wert.toByteArray() + '"' : wert.toByteArray();
+QString alsProfilwert(const QString& wert) {
+    const QByteArray bytes = mitFlucht(wert);
+    const bool verändert = ohneAnfuehrung(getrimmt(bytes)) != bytes;
+    return verändert ? u'"' + wert + u'"' : wert;
 }
 
 namespace {
@@ -427,6 +469,15 @@ QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
         ersatz.chop(1);
     }
     return ersatz.left(std::max(0, size - 1));
+}
+
+QString profiltext(QByteArrayView section, QByteArrayView key, int size, const QString& path) {
+    QString text =
+        gelesenesProfil(path).text(section, key).value_or(QString()).left(std::max(0, size - 1));
+    if (!text.isEmpty() && text.back().isHighSurrogate()) {
+        text.chop(1);
+    }
+    return text;
 }
 
 int GetPrivateProfileIntA(QByteArrayView section, QByteArrayView key, int vorgabe,

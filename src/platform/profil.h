@@ -35,6 +35,8 @@ public:
     /// The value without its quotes; empty for "key="; nullopt when section or key is missing. A
     /// character beyond the code page reads as '?', but stays in the file.
     [[nodiscard]] std::optional<QByteArray> wert(QByteArrayView section, QByteArrayView key) const;
+    /// The same with all its letters.
+    [[nodiscard]] std::optional<QString> text(QByteArrayView section, QByteArrayView key) const;
     /// Names of all sections in the order of the file, repeated ones included, empty ones not.
     [[nodiscard]] QList<QByteArray> sektionen() const;
     /// Names of all keys of the first such section, repeated ones included, empty ones not.
@@ -47,13 +49,19 @@ public:
     /// UTF-16 one with byte 0x81 too.
     bool setze(QByteArrayView section, std::optional<QByteArrayView> key,
                std::optional<QByteArrayView> value);
+    /// Sets a value of any letters. The first that the code page lacks turns the file into UTF-16.
+    bool setzeText(QByteArrayView section, QByteArrayView key, const QString& value);
     /// Writes the file if anything changed or it did not exist. A failure or a crash in the middle
     /// leaves the old file whole. Keeps the permissions; writes through a symbolic link to its
     /// target. False when it could not be written.
     [[nodiscard]] bool sichere();
 
 private:
+    [[nodiscard]] std::optional<QByteArray> rohwert(QByteArrayView section,
+                                                    QByteArrayView key) const;
     [[nodiscard]] QByteArray lesbar(const QByteArray& text) const;
+    bool setzeRoh(QByteArrayView section, std::optional<QByteArrayView> key,
+                  std::optional<QByteArrayView> value);
 
     QString path_;
     QByteArray inhalt_; ///< of UTF-16, what the code page lacks is escaped
@@ -64,9 +72,10 @@ private:
 
 /// @p wert as it must stand in the file to be read back unchanged: in quotes where the reading
 /// would take off blanks or quotes around it.
-[[nodiscard]] QByteArray alsProfilwert(QByteArrayView wert);
+[[nodiscard]] QString alsProfilwert(const QString& wert);
 
-// The next two look whether the file changed since it was last read; only then they read it again.
+// The next three look whether the file changed since it was last read; only then they read it
+// again.
 
 /// One value from the profile file @p path, cut to @p size - 1 bytes; when section or key is
 /// missing, @p vorgabe without its trailing blanks, cut the same way. Without @p key the names of
@@ -76,6 +85,11 @@ private:
                                                   std::optional<QByteArrayView> key,
                                                   std::optional<QByteArrayView> vorgabe, int size,
                                                   const QString& path);
+
+/// One value with all its letters, cut to @p size - 1 of them; empty when section or key is
+/// missing.
+[[nodiscard]] QString profiltext(QByteArrayView section, QByteArrayView key, int size,
+                                 const QString& path);
 
 /// The leading whole decimal number of a value, 0 when it begins with none ("False", "abc", "").
 /// @p vorgabe only when section or key is missing. Numbers beyond 32 bits wrap around.

@@ -1,5 +1,7 @@
 #include "print/briefkopf.h"
 
+#include <algorithm>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,8 @@ Briefkopf ladeBriefkopf(const Einstellungen& einstellungen) {
     kopf.Zeilenwechsel = einstellungen.schalter(E::Zeilenwechsel);
     kopf.GrafikLinks = einstellungen.zahl(E::GrafikLinks);
     kopf.GrafikOben = einstellungen.zahl(E::GrafikOben);
+    kopf.GrafikHöhe =
+        std::clamp<int>(einstellungen.zahl(E::GrafikHöhe), KleinsteGrafikhöhe, GrößteGrafikhöhe);
     kopf.Ikone = verband(einstellungen.zahl(E::Ikone));
     kopf.Datei = einstellungen.text(E::Datei);
     return kopf;

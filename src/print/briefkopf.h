@@ -23,11 +23,16 @@ struct Briefkopf {
     bool Zeilenwechsel = false; ///< whether name and street end a line
     int GrafikLinks = 20;
     int GrafikOben = 10;
+    int GrafikHöhe = 25; ///< its width follows from its proportions, as far as the paper goes
     Verband Ikone = Verband::Flügel;
     QString Datei; ///< picture of the user's own, for Verband::Andere
 
     bool operator==(const Briefkopf&) const = default;
 };
+
+/// Heights of the graphic that are possible.
+inline constexpr int KleinsteGrafikhöhe = 5;
+inline constexpr int GrößteGrafikhöhe = 60;
 
 /// The letterhead as the settings file holds it.
 [[nodiscard]] Briefkopf ladeBriefkopf(const Einstellungen& einstellungen);

@@ -164,7 +164,7 @@ QRectF Briefkopfgrafik::rahmen(const Briefkopf& kopf) const {
     }
     const double breite = std::max(1.0, PapierA4.width() - kopf.GrafikLinks);
     return {QPointF(kopf.GrafikLinks, kopf.GrafikOben),
-            format_.scaled(breite, Grafikhöhe, Qt::KeepAspectRatio)};
+            format_.scaled(breite, kopf.GrafikHöhe, Qt::KeepAspectRatio)};
 }
 
 QRectF briefkopftext(const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
@@ -179,6 +179,8 @@ Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik, doubl
     };
     Briefkopf neu = kopf;
     neu.GrafikLinks = std::max(0, kopf.GrafikLinks);
+    neu.GrafikHöhe = std::clamp(kopf.GrafikHöhe, KleinsteGrafikhöhe,
+                                std::max(KleinsteGrafikhöhe, static_cast<int>(unten - Papierrand)));
     neu.GrafikOben = oben(kopf.GrafikOben, grafik.rahmen(neu).height());
     neu.TextLinks = std::clamp(
         kopf.TextLinks, 0, static_cast<int>(PapierA4.width() - Papierrand - KleinsteTextbreite));

@@ -17,10 +17,6 @@ namespace tarvel {
 
 inline constexpr QSizeF PapierA4{210, 297}; ///< width and height in millimetres
 
-/// Height of the letterhead's graphic in millimetres. Its width follows from its proportions, as
-/// far as the paper goes.
-inline constexpr double Grafikhöhe = 25;
-
 /// Why the graphic of a letterhead is not shown.
 enum class Grafikfehler {
     Keiner, ///< it is, or none was chosen
@@ -61,7 +57,8 @@ private:
 
 /// The letterhead, its text and graphic each moved up as far as needed to end above @p unten
 /// millimetres from the top, and to the left where it would leave the paper. Text that is higher
-/// than that gets a smaller font. Text that would lie on the graphic goes to its right or below it.
+/// than that gets a smaller font, a graphic gets smaller. Text that would lie on the graphic goes
+/// to its right or below it.
 [[nodiscard]] Briefkopf eingepasst(const Briefkopf& kopf, const Briefkopfgrafik& grafik,
                                    double unten);
 

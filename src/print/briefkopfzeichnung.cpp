@@ -27,9 +27,9 @@ constexpr qsizetype HöchstensAngaben = 1000;
 constexpr qsizetype HöchstensNamensräume = 200;
 constexpr qsizetype HöchstensErsetzungen = 1000;
 
-// The graphic's place on the paper at 300 dots an inch, and what painting it there may take: a
-// second where all of it overlaps.
-constexpr QSizeF Blatt{2480, 300};
+// The largest place of the graphic on the paper at 300 dots an inch, and what painting it there may
+// take: a second where all of it overlaps.
+constexpr QSizeF Blatt{2480, 709};
 constexpr Malaufwand Höchstens{.fläche = 100e6, .umriss = 1e6, .teile = 50e3};
 
 /// How many pixels the picture has that an image element brings along; nothing when it names

@@ -20,6 +20,17 @@ QString CupsDruckersystem::standard() {
     return cupsStandarddrucker();
 }
 
+std::future<QString> CupsDruckersystem::frageStandard() {
+    return std::async(std::launch::async, cupsStandarddrucker);
+}
+
+std::future<Druckerauskunft> CupsDruckersystem::frage() {
+    return std::async(std::launch::async, [] {
+        return cupsAntwortet() ? Druckerauskunft{cupsDrucker(), cupsStandarddrucker()}
+                               : Druckerauskunft{{}, {}, false};
+    });
+}
+
 bool CupsDruckersystem::setzeStandard(const QString& drucker) {
     return setzeCupsStandarddrucker(drucker);
 }

@@ -1,8 +1,12 @@
 #include "print/drucken.h"
 
 #include "lang/zielwahl.h"
+#include "platform/dateiausgabe.h"
+#include "platform/kuerzel.h"
 #include "print/protokolloptionen.h"
+#include "print/protokollseite.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -11,7 +15,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <chrono>
 
 namespace tarvel {
 
@@ -49,21 +56,32 @@ void Drucken_::baue() {
     lab_Fortschritt_->setObjectName(u"lab_Fortschritt"_s);
     lab_Fortschritt_->setWordWrap(true);
 
+    chk_Tabelle_ = new QCheckBox;
+    chk_Tabelle_->setObjectName(u"chk_Tabelle"_s);
+    chk_Tabelle_->setToolTip(t(Meldung::TippDatenDaneben));
+    chk_Tabelle_->setChecked(vorlage_.mitTabelle && !vorlage_.tabelle.isEmpty());
+    chk_Tabelle_->setEnabled(!vorlage_.tabelle.isEmpty());
+
+    const QStringList worte = mitKürzelbuchstaben(
+        {t(Text::Drucken), t(Meldung::AlsPdfSpeichern), t(Text::Abbrechen), t(Text::Drucker),
+         t(Text::Protokoll), t(Meldung::FeldKopien), t(Meldung::DatenDaneben)});
     auto* felder = new QFormLayout;
-    felder->addRow(t(Text::Drucker), cbo_Drucker_);
-    felder->addRow(t(Text::Protokoll), cbo_Seiten_);
-    felder->addRow(t(Meldung::FeldKopien), txt_Kopien_);
+    felder->addRow(worte[3], cbo_Drucker_);
+    felder->addRow(worte[4], cbo_Seiten_);
+    felder->addRow(worte[5], txt_Kopien_);
     felder->addRow(t(Text::Format), format);
+    felder->addRow(QString(), chk_Tabelle_);
+    chk_Tabelle_->setText(worte[6]);
 
     auto* knöpfe = new QDialogButtonBox;
-    bef_Drucken_ = knöpfe->addButton(t(Text::Drucken), QDialogButtonBox::AcceptRole);
+    bef_Drucken_ = knöpfe->addButton(worte[0], QDialogButtonBox::AcceptRole);
     bef_Drucken_->setObjectName(u"bef_Drucken"_s);
     bef_Drucken_->setToolTip(t(Meldung::TippDrucken));
-    bef_PDF_ = knöpfe->addButton(t(Meldung::AlsPdfSpeichern), QDialogButtonBox::ActionRole);
+    bef_PDF_ = knöpfe->addButton(worte[1], QDialogButtonBox::ActionRole);
     bef_PDF_->setObjectName(u"bef_PDF"_s);
     bef_PDF_->setToolTip(t(Meldung::TippPdf));
     bef_PDF_->setAutoDefault(false);
-    bef_Abbrechen_ = knöpfe->addButton(t(Text::Abbrechen), QDialogButtonBox::RejectRole);
+    bef_Abbrechen_ = knöpfe->addButton(worte[2], QDialogButtonBox::RejectRole);
     bef_Abbrechen_->setObjectName(u"bef_Abbrechen"_s);
     connect(bef_Drucken_, &QPushButton::clicked, this, [this] { bef_Drucken_Click(); });
     connect(bef_PDF_, &QPushButton::clicked, this, [this] { bef_PDF_Click(); });
@@ -77,34 +95,70 @@ void Drucken_::baue() {
 
 void Drucken_::Form_Activate() {
     const Texte& t = umgebung_.texte;
-    cbo_Drucker_->addItems(umgebung_.drucker.liste());
-    cbo_Drucker_->setCurrentText(umgebung_.drucker.standard());
+    const int letzte = seitenzahl(vorlage_.daten.einstellungen.art);
+    QStringList namen{t(Text::Seite1)};
+    auswahlen_ = {{.von = 1, .bis = 1}};
+    if (letzte == 2) {
+        namen << t(Text::Seite2);
+        auswahlen_.push_back({.von = 2, .bis = 2});
+    }
+    if (seitenzahl(vorlage_.daten) > letzte) {
+        namen << t(Meldung::FeldAnhang);
+        auswahlen_.push_back({.von = letzte + 1});
+    }
+    if (namen.size() > 1) {
+        namen.prepend(namen.join(u", "_s));
+        auswahlen_.insert(auswahlen_.begin(), {});
+    }
+    cbo_Seiten_->addItems(namen);
+    cbo_Seiten_->setEnabled(namen.size() > 1);
+
+    frage_ = umgebung_.drucker.frage();
+    wecker_ = new QTimer(this);
+    connect(wecker_, &QTimer::timeout, this, [this] { nimmDrucker(); });
+    zeigeFortschritt(false);
+    bef_PDF_->setFocus();
+    nimmDrucker();
+}
+
+void Drucken_::nimmDrucker() {
+    constexpr int Abfrage = 20; // milliseconds
+    if (frage_.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+        wecker_->start(Abfrage);
+        return;
+    }
+    wecker_->stop();
+    zeigeDrucker(frage_.get());
+}
+
+void Drucken_::zeigeDrucker(const Druckerauskunft& auskunft) {
+    serverSchweigt_ = !auskunft.antwortet;
+    cbo_Drucker_->addItems(auskunft.liste);
+    cbo_Drucker_->setCurrentText(auskunft.standard);
     const bool gibtDrucker = cbo_Drucker_->count() > 0;
-    cbo_Drucker_->setEnabled(gibtDrucker);
     bef_Drucken_->setDefault(gibtDrucker);
     bef_PDF_->setDefault(!gibtDrucker);
-    (gibtDrucker ? bef_Drucken_ : bef_PDF_)->setFocus();
     zeigeFortschritt(false);
-    const bool zweiSeiten = seitenzahl(vorlage_.daten.einstellungen.art) == 2;
-    cbo_Seiten_->addItem(zweiSeiten ? t(Text::Seite1) + u", "_s + t(Text::Seite2)
-                                    : t(Text::Seite1));
-    if (zweiSeiten) {
-        cbo_Seiten_->addItems({t(Text::Seite1), t(Text::Seite2)});
-    }
-    cbo_Seiten_->setEnabled(zweiSeiten);
+    (gibtDrucker ? bef_Drucken_ : bef_PDF_)->setFocus();
+}
+
+bool Drucken_::mitTabelle() const {
+    return chk_Tabelle_->isChecked();
 }
 
 Seitenauswahl Drucken_::seiten() const {
-    const int seite = cbo_Seiten_->currentIndex();
-    return seite == 0 ? Seitenauswahl{} : Seitenauswahl{.von = seite, .bis = seite};
+    return auswahlen_.at(static_cast<std::size_t>(cbo_Seiten_->currentIndex()));
 }
 
 void Drucken_::zeigeFortschritt(bool läuft) {
     const bool gibtDrucker = cbo_Drucker_->count() > 0;
     const Texte& t = umgebung_.texte;
-    lab_Fortschritt_->setText(läuft         ? t(Text::ProtokollWirdGedruckt)
-                              : gibtDrucker ? QString()
-                                            : t(Meldung::KeinDrucker));
+    cbo_Drucker_->setEnabled(!läuft && gibtDrucker);
+    lab_Fortschritt_->setText(läuft             ? t(Text::ProtokollWirdGedruckt)
+                              : frage_.valid()  ? t(Meldung::DruckerWerdenGesucht)
+                              : gibtDrucker     ? QString()
+                              : serverSchweigt_ ? t(Meldung::DruckserverSchweigt)
+                                                : t(Meldung::KeinDrucker));
     for (QPushButton* knopf : {bef_PDF_, bef_Abbrechen_}) {
         knopf->setEnabled(!läuft);
     }
@@ -146,11 +200,28 @@ void Drucken_::bef_PDF_Click() {
     zeigeFortschritt(false);
     if (grund.isEmpty()) {
         geschrieben_ = pfad;
-        accept();
+        if (!mitTabelle() || schreibeTabelle(pfad)) {
+            accept();
+        }
         return;
     }
     umgebung_.dialoge.meldung(t(Meldung::AlsPdfSpeichern), nichtGeschrieben(t, pfad, grund),
                               Meldungsart::Ausruf);
+}
+
+bool Drucken_::schreibeTabelle(const QString& pdf) {
+    const Texte& t = umgebung_.texte;
+    const QFileInfo neben(pdf);
+    const QString csv = neben.dir().filePath(neben.completeBaseName() + u".csv"_s);
+    if (!darfErsetzen(t, umgebung_.dialoge, t(Meldung::AlsPdfSpeichern), csv)) {
+        return false;
+    }
+    const std::optional<QString> grund = schreibeDatei(csv, vorlage_.tabelle);
+    if (grund) {
+        umgebung_.dialoge.meldung(t(Meldung::AlsPdfSpeichern), nichtGeschrieben(t, csv, *grund),
+                                  Meldungsart::Ausruf);
+    }
+    return !grund;
 }
 
 } // namespace tarvel

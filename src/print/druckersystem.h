@@ -4,7 +4,8 @@
 #include <QStringList>
 
 #include <functional>
-#include <optional>
+#include <future>
+#include <utility>
 
 class QPagedPaintDevice;
 
@@ -20,6 +21,13 @@ struct Druckauftrag {
 /// of the paper. False when it could not be painted whole.
 using Seitenmaler = std::function<bool(QPagedPaintDevice&)>;
 
+/// What the system knows of its printers.
+struct Druckerauskunft {
+    QStringList liste;
+    QString standard;      ///< empty when there is none
+    bool antwortet = true; ///< false when who knows does not answer
+};
+
 /// The printers of the computer, called by the names that the system shows. Comes in from outside,
 /// so a test prints on none of them.
 class Druckersystem {
@@ -29,48 +37,25 @@ public:
     [[nodiscard]] virtual QStringList liste() = 0;
     /// The default printer; empty when there is none.
     [[nodiscard]] virtual QString standard() = 0;
+    /// The same, asked beside, where the answer may take its time; ready at once elsewhere.
+    [[nodiscard]] virtual std::future<QString> frageStandard() { return bereit(standard()); }
+    [[nodiscard]] virtual std::future<Druckerauskunft> frage() {
+        return bereit(Druckerauskunft{liste(), standard()});
+    }
     /// Makes @p drucker the default printer. An empty name takes an earlier choice back where the
     /// system knows what holds without one. False when nothing changed; the person has been told
     /// where telling is due.
     virtual bool setzeStandard(const QString& drucker) = 0;
     /// Prints what @p maler paints. False when the printer did not take the job.
     [[nodiscard]] virtual bool drucke(const Druckauftrag& auftrag, const Seitenmaler& maler) = 0;
-};
-
-/// The choice of a printer for as long as the program runs: remembers the default printer there was
-/// at its start and brings it back.
-class Druckerwahl {
-public:
-    explicit Druckerwahl(Druckersystem& system)
-        : system_(system) {}
-
-    /// Asks for the printer of the start. The answer takes its time, so a window that is not there
-    /// yet should not wait for it.
-    void merkeVorher() {
-        if (!vorher_) {
-            vorher_ = system_.standard();
-        }
-    }
-
-    bool wähle(const QString& drucker) {
-        merkeVorher();
-        const bool gesetzt = system_.setzeStandard(drucker);
-        verändert_ = verändert_ || gesetzt;
-        return gesetzt;
-    }
-
-    /// Makes the printer of the start the default again. Does nothing when none was chosen since,
-    /// so that a default somebody else has set meanwhile stays.
-    void stelleHer() {
-        if (verändert_ && (system_.standard() == *vorher_ || system_.setzeStandard(*vorher_))) {
-            verändert_ = false;
-        }
-    }
 
 private:
-    Druckersystem& system_;
-    std::optional<QString> vorher_;
-    bool verändert_ = false;
+    template <typename Wert>
+    static std::future<Wert> bereit(Wert wert) {
+        std::promise<Wert> versprechen;
+        versprechen.set_value(std::move(wert));
+        return versprechen.get_future();
+    }
 };
 
 } // namespace tarvel

@@ -40,7 +40,8 @@ public:
     Protokolldaten daten() {
         d_.einstellungen = q_.einstellungen;
         d_.texte = p_;
-        d_.titel = p_(Text::MerkmalsuntersuchungNr) + u' ' + angaben_.UNr.trimmed();
+        d_.nummer = angaben_.UNr.trimmed();
+        d_.titel = p_(Text::MerkmalsuntersuchungNr) + u' ' + d_.nummer;
         diagramme();
         angaben();
         indizes();
@@ -50,6 +51,12 @@ public:
         kriterien();
         datum();
         fußnoten();
+        if (q_.einstellungen.Anhang) {
+            const Texte& t = q_.texte;
+            d_.anhang = anhang(q_.untersuchung, t, q_.bild);
+            d_.anhangworte = {t(Meldung::AnhangFlügel), t(Meldung::AnhangBienen),
+                              t(Meldung::AnhangSeite), t(Meldung::AnhangErklärung)};
+        }
         return std::move(d_);
     }
 
@@ -327,7 +334,8 @@ private:
 
     [[nodiscard]] QString datumAls(Datumsform form) const {
         return datumstext(form, q_.heute, q_.untersuchung.datum(),
-                          q_.texte.sprache().value_or(Sprache::Deutsch));
+                          q_.texte.sprache().value_or(Sprache::Deutsch),
+                          q_.texte.paket().value_or(Sprachpaket()).gebiet);
     }
 
     void datum() {

@@ -3,6 +3,7 @@
 #include "evaluation/korrel.h"
 #include "evaluation/kurven.h"
 #include "lang/protokolltexte.h"
+#include "print/anhang.h"
 #include "print/protokolleinstellungen.h"
 
 #include <QDate>
@@ -50,7 +51,8 @@ struct Kriterienzeile {
 struct Protokolldaten {
     Protokolleinstellungen einstellungen;
     Protokolltexte texte;
-    QString titel;       ///< with the number of the examination
+    QString nummer;      ///< of the examination
+    QString titel;       ///< with that number
     QString untersucht;  ///< "25 Arbeiterinnen wurden untersucht"
     QString ausgelassen; ///< "2 Flügel ausgelassen: 003, 017"; empty without any
     std::vector<Protokollwert> königin;
@@ -72,6 +74,8 @@ struct Protokolldaten {
     std::array<QStringList, 2> fußnoten; ///< of each page
     Kurvenbild kurven;
     Korrelbild korrel;
+    Anhang anhang; ///< empty unless the settings ask for it
+    Anhangworte anhangworte;
 };
 
 /// Where the report comes from. Everything is read while protokolldaten() runs.
@@ -83,6 +87,7 @@ struct Protokollquelle {
     const Protokolltexte& protokolltexte;
     Zahlenformat format;
     QDate heute;
+    Flügelbild bild = {}; ///< of the wings in the appendix
 };
 
 /// Judges the examination by the standard and puts together what the report says about it. An

@@ -2,6 +2,7 @@
 
 #include "platform/dateiausgabe.h"
 #include "print/protokollseite.h"
+#include "print/serie.h"
 
 #include <QBuffer>
 #include <QPageLayout>
@@ -11,6 +12,8 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace tarvel {
 
@@ -41,13 +44,13 @@ void aufMillimeter(QPainter& painter, const QPageLayout& blatt) {
 const QByteArray OhneZeit = QByteArrayLiteral("0000-00-00T00:00:00+00:00");
 
 /// Who and what the report is about, as a PDF/A file says it.
-QByteArray xmp(const Protokolldaten& daten) {
+struct Metadaten {
+    QString titel;
+    QString ersteller;
     QStringList gegenstand;
-    for (const Protokollwert& w : daten.volk) {
-        gegenstand << w.wert;
-    }
-    gegenstand << daten.untersucht;
-    gegenstand.removeAll(QString());
+};
+
+QByteArray xmp(const Metadaten& d) {
     const auto element = [](const char* name, const char* art, const QString& text) {
         const QByteArray sprache = qstrcmp(art, "Alt") == 0 ? " xml:lang=\"x-default\"" : "";
         return text.isEmpty() ? QByteArray()
@@ -62,9 +65,8 @@ QByteArray xmp(const Protokolldaten& daten) {
            "xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\" "
            "xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\" "
            "xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">\n" +
-           element("title", "Alt", daten.titel) +
-           element("creator", "Seq", daten.einstellungen.briefkopf.Name.trimmed()) +
-           element("description", "Alt", gegenstand.join(QStringLiteral(", "))) +
+           element("title", "Alt", d.titel) + element("creator", "Seq", d.ersteller) +
+           element("description", "Alt", d.gegenstand.join(QStringLiteral(", "))) +
            "<xmp:CreatorTool>Tarvel " TARVEL_VERSION "</xmp:CreatorTool>\n<xmp:CreateDate>" +
            OhneZeit + "</xmp:CreateDate>\n<pdf:Producer>Qt " + qVersion() +
            "</pdf:Producer>\n"
@@ -90,12 +92,34 @@ void gleicheZeitAn(QByteArray& pdf) {
     pdf.replace(ort, OhneZeit.size(), zeit.toLatin1());
 }
 
+QByteArray alsPdf(const Metadaten& metadaten, const std::function<bool(QPdfWriter&)>& maler) {
+    // The writer does not tell when its target is full; it gets one that never is.
+    QBuffer inhalt;
+    inhalt.open(QIODevice::WriteOnly);
+    {
+        QPdfWriter pdf(&inhalt);
+        pdf.setTitle(metadaten.titel);
+        pdf.setCreator(QStringLiteral("Tarvel " TARVEL_VERSION));
+        // Nothing on the report is transparent, so the form for archives costs nothing.
+        pdf.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
+        pdf.setDocumentXmpMetadata(xmp(metadaten));
+        pdf.setResolution(PdfAuflösung);
+        pdf.setPageMargins({});
+        if (!maler(pdf)) {
+            return {};
+        }
+    }
+    QByteArray bytes = inhalt.data();
+    gleicheZeitAn(bytes);
+    return bytes;
+}
+
 } // namespace
 
 bool Druckstart(QPagedPaintDevice& gerät, const Protokolldaten& daten,
                 const Briefkopfgrafik& grafik, Seitenauswahl seiten,
                 const std::function<bool(int seite)>& fortschritt) {
-    const int letzte = std::min(seiten.bis, seitenzahl(daten.einstellungen.art));
+    const int letzte = std::min(seiten.bis, seitenzahl(daten));
     const int erste = std::max(1, seiten.von);
     gerät.setPageSize(QPageSize(QPageSize::A4));
     gerät.setPageOrientation(QPageLayout::Portrait);
@@ -118,25 +142,54 @@ bool Druckstart(QPagedPaintDevice& gerät, const Protokolldaten& daten,
 
 QByteArray protokollAlsPdf(const Protokolldaten& daten, const Briefkopfgrafik& grafik,
                            Seitenauswahl seiten) {
-    // The writer does not tell when its target is full; it gets one that never is.
-    QBuffer inhalt;
-    inhalt.open(QIODevice::WriteOnly);
-    {
-        QPdfWriter pdf(&inhalt);
-        pdf.setTitle(daten.titel);
-        pdf.setCreator(QStringLiteral("Tarvel " TARVEL_VERSION));
-        // Nothing on the report is transparent, so the form for archives costs nothing.
-        pdf.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
-        pdf.setDocumentXmpMetadata(xmp(daten));
-        pdf.setResolution(PdfAuflösung);
-        pdf.setPageMargins({});
-        if (!Druckstart(pdf, daten, grafik, seiten)) {
-            return {};
-        }
+    QStringList gegenstand;
+    for (const Protokollwert& w : daten.volk) {
+        gegenstand << w.wert;
     }
-    QByteArray bytes = inhalt.data();
-    gleicheZeitAn(bytes);
-    return bytes;
+    gegenstand << daten.untersucht;
+    gegenstand.removeAll(QString());
+    return alsPdf({daten.titel, daten.einstellungen.briefkopf.Name.trimmed(), gegenstand},
+                  [&](QPdfWriter& pdf) { return Druckstart(pdf, daten, grafik, seiten); });
+}
+
+QByteArray serieAlsPdf(const std::vector<Protokolldaten>& daten, const Briefkopfgrafik& grafik,
+                       const Texte& texte) {
+    if (daten.empty()) {
+        return {};
+    }
+    std::vector<Serienzeile> zeilen;
+    zeilen.reserve(daten.size());
+    std::transform(daten.begin(), daten.end(), std::back_inserter(zeilen), serienzeile);
+    return alsPdf(
+        {texte(Meldung::SerieTitel), daten.front().einstellungen.briefkopf.Name.trimmed(), {}},
+        [&](QPdfWriter& pdf) {
+            pdf.setPageSize(QPageSize(QPageSize::A4));
+            QPainter painter;
+            if (!painter.begin(&pdf)) {
+                return false;
+            }
+            bool erste = true;
+            const auto seite = [&](const auto& male) {
+                const bool neue = std::exchange(erste, false) || pdf.newPage();
+                aufMillimeter(painter, pdf.pageLayout());
+                male();
+                return neue;
+            };
+            for (const Protokollseite& s :
+                 serienübersicht(zeilen, texte, daten.front().einstellungen)) {
+                if (!seite([&] { maleSeite(painter, s, daten.front(), grafik); })) {
+                    return false;
+                }
+            }
+            for (const Protokolldaten& d : daten) {
+                for (int nummer = 1; nummer <= seitenzahl(d); ++nummer) {
+                    if (!seite([&] { maleProtokoll(painter, d, grafik, nummer); })) {
+                        return false;
+                    }
+                }
+            }
+            return painter.end();
+        });
 }
 
 QString speichereProtokoll(const QString& pfad, const Protokolldaten& daten,

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <functional>
+#include <limits>
 
 class QPagedPaintDevice;
 
@@ -16,7 +17,7 @@ namespace tarvel {
 /// Pages to print, both included; they are limited to those that the report has.
 struct Seitenauswahl {
     int von = 1;
-    int bis = 2;
+    int bis = std::numeric_limits<int>::max();
 };
 
 /// Prints the report on A4 in portrait; a printer with smaller paper gets it reduced. Copies are

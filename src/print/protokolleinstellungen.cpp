@@ -57,16 +57,18 @@ Protokolleinstellungen ladeProtokolleinstellungen(const Einstellungen& einstellu
     p.art = ladeProtokollart(einstellungen);
     p.datum = wahl(einstellungen.zahl(E::Datum), Datumsform::ÄnderungKurz, p.datum);
     p.regeln = ladeUrteilsregeln(einstellungen);
+    p.Anhang = einstellungen.schalter(E::Anhang);
     p.Kurvenform = einstellungen.zahl(E::Kurvenform);
     p.rassen = rassenliste(einstellungen);
     return p;
 }
 
-QString datumstext(Datumsform form, QDate heute, QDate änderung, Sprache sprache) {
+QString datumstext(Datumsform form, QDate heute, QDate änderung, Sprache sprache,
+                   const QString& gebiet) {
     const bool geändert = form == Datumsform::ÄnderungLang || form == Datumsform::ÄnderungKurz;
     const bool lang = form == Datumsform::HeuteLang || form == Datumsform::ÄnderungLang;
     const Datumsmuster muster = datumsmuster(sprache);
-    return QLocale(muster.sprache)
+    return (gebiet.isEmpty() ? QLocale(muster.sprache) : QLocale(gebiet))
         .toString(geändert && änderung.isValid() ? änderung : heute,
                   lang ? muster.lang : muster.kurz);
 }

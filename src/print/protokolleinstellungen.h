@@ -22,8 +22,9 @@ struct Protokolleinstellungen {
     Protokollart art = Protokollart::CubitalindexUndKorrelation;
     Datumsform datum = Datumsform::HeuteLang;
     Urteilsregeln regeln;
-    int Kurvenform = 1; ///< position of `opt_Kurvenform`
-    QStringList rassen; ///< names in the order of the race list
+    bool Anhang = false; ///< whether pages with every wing and bee follow
+    int Kurvenform = 1;  ///< position of `opt_Kurvenform`
+    QStringList rassen;  ///< names in the order of the race list
 
     bool operator==(const Protokolleinstellungen&) const = default;
 };
@@ -36,7 +37,9 @@ struct Protokolleinstellungen {
 
 /// The date that the report carries, in @p sprache: "5. Januar 2026" or "05.01.2026".
 /// @p änderung day on which the examination was last stored; one that never was changes today.
-[[nodiscard]] QString datumstext(Datumsform form, QDate heute, QDate änderung, Sprache sprache);
+/// @p gebiet ("sl"), when it is not empty, gives the names of the months instead.
+[[nodiscard]] QString datumstext(Datumsform form, QDate heute, QDate änderung, Sprache sprache,
+                                 const QString& gebiet = {});
 
 /// The queen's number in the stud book: region, breeder, queen and year, "06-012-007-2024". What is
 /// missing stays a gap to be filled in by hand, "06-___-007-2024"; empty when all of it is missing.

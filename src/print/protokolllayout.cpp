@@ -404,9 +404,16 @@ QRectF kopfrahmen(const Briefkopf& kopf, const Briefkopfgrafik& grafik) {
 
 } // namespace
 
+int seitenzahl(const Protokolldaten& daten) {
+    return seitenzahl(daten.einstellungen.art) + anhangseiten(daten);
+}
+
 Protokollseite protokollseite(const Protokolldaten& daten, const Briefkopfgrafik& grafik,
                               int nummer) {
     const Protokollart art = daten.einstellungen.art;
+    if (nummer > seitenzahl(art) && nummer <= seitenzahl(daten)) {
+        return anhangseite(daten, nummer - seitenzahl(art));
+    }
     const bool zweite = nummer == 2 && seitenzahl(art) == 2;
     const Block kopf = zweite ? oben2(daten) : oben1(daten);
     const Block fuß = unten(daten, zweite ? 2 : 1);

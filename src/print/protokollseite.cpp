@@ -39,7 +39,44 @@ public:
         }
     }
 
+    void flügel(const Flügelrahmen& f) {
+        const Anhangflügel& flügel = d_.anhang.flügel[f.flügel];
+        constexpr double Rahmenbreite = 0.12;
+        const QColor farbe = flügel.ausgelassen ? Qt::gray : Qt::black;
+        p_.setBrush(Qt::NoBrush);
+        p_.setPen(QPen(farbe, Rahmenbreite));
+        p_.drawRect(f.zelle);
+        if (!flügel.größe.isEmpty()) {
+            QRectF ziel(QPointF(), QSizeF(flügel.größe).scaled(f.bild.size(), Qt::KeepAspectRatio));
+            ziel.moveCenter(f.bild.center());
+            if (!flügel.bild.isNull()) {
+                p_.drawImage(ziel, flügel.bild);
+            }
+            punkte(flügel.punkte, ziel, ziel.width() / flügel.größe.width());
+        }
+        if (flügel.ausgelassen) {
+            constexpr double Strichbreite = 0.35;
+            p_.setPen(QPen(farbe, Strichbreite));
+            p_.drawLine(f.zelle.bottomLeft(), f.zelle.topRight());
+        }
+    }
+
 private:
+    /// Crosses with an edge of paper, so that they are seen on a dark scan too.
+    void punkte(const std::vector<QPointF>& orte, const QRectF& ziel, double maßstab) {
+        constexpr double Arm = 0.8;
+        constexpr double Strich = 0.15;
+        for (const auto& [farbe, breite] :
+             {std::pair{Qt::white, 3 * Strich}, {Qt::black, Strich}}) {
+            p_.setPen(QPen(farbe, breite, Qt::SolidLine, Qt::FlatCap));
+            for (const QPointF ort : orte) {
+                const QPointF mitte = ziel.topLeft() + ort * maßstab;
+                p_.drawLine(mitte - QPointF(Arm, 0), mitte + QPointF(Arm, 0));
+                p_.drawLine(mitte - QPointF(0, Arm), mitte + QPointF(0, Arm));
+            }
+        }
+    }
+
     QPainter& p_;
     const Protokolldaten& d_;
     Protokollsatz satz_;
@@ -49,14 +86,23 @@ private:
 
 void maleProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
                    int nummer) {
-    const Protokollseite seite = protokollseite(daten, grafik, nummer);
+    maleSeite(painter, protokollseite(daten, grafik, nummer), daten, grafik);
+}
+
+void maleSeite(QPainter& painter, const Protokollseite& seite, const Protokolldaten& daten,
+               const Briefkopfgrafik& grafik) {
     painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     Blattzeichner maler(painter, daten);
     // In the order of reading, which is that of a PDF for whoever has it read aloud.
-    maleBriefkopf(painter, seite.briefkopf, grafik);
+    if (!seite.briefkopfrahmen.isEmpty()) {
+        maleBriefkopf(painter, seite.briefkopf, grafik);
+    }
     for (const Protokolllinie& l : seite.linien) {
         maler.linie(l);
+    }
+    for (const Flügelrahmen& f : seite.flügel) {
+        maler.flügel(f);
     }
     auto diagramm = seite.diagramme.begin();
     for (const Protokolltext& t : seite.texte) {

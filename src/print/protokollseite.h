@@ -34,29 +34,47 @@ struct Diagrammrahmen {
     QRectF rahmen;
 };
 
+/// Where the picture of a wing of the appendix lies.
+struct Flügelrahmen {
+    std::size_t flügel = 0; ///< place in the appendix
+    QRectF zelle;           ///< with its texts
+    QRectF bild;
+};
+
 /// Where everything stands on a page of the report: millimetres from the top left corner of an A4
 /// sheet in portrait.
 struct Protokollseite {
-    Briefkopf briefkopf; ///< moved where its place in the settings leaves the report no room
-    QRectF briefkopfrahmen;
+    Briefkopf briefkopf;    ///< moved where its place in the settings leaves the report no room
+    QRectF briefkopfrahmen; ///< empty on a page without letterhead
     std::vector<Protokolltext> texte;
     std::vector<Protokolllinie> linien;
     std::vector<Diagrammrahmen> diagramme;
+    std::vector<Flügelrahmen> flügel;
 };
 
 /// What the report keeps free at the left and right, and at the bottom, in millimetres.
 inline constexpr double Protokollrand = 20;
 inline constexpr double ProtokollrandUnten = 15;
 
-/// Lays out page 1 or 2; any other number, and 2 of a report with one page, gives page 1. The body
-/// begins below the letterhead. Long texts are broken and at last shortened.
+/// Pages of the report, those of its appendix included.
+[[nodiscard]] int seitenzahl(const Protokolldaten& daten);
+
+/// Lays out a page; a number that there is not gives page 1. The body begins below the letterhead.
+/// Long texts are broken and at last shortened.
 [[nodiscard]] Protokollseite protokollseite(const Protokolldaten& daten,
                                             const Briefkopfgrafik& grafik, int nummer);
+
+/// Pages of the appendix alone, and the one of them with this number, from 1.
+[[nodiscard]] int anhangseiten(const Protokolldaten& daten);
+[[nodiscard]] Protokollseite anhangseite(const Protokolldaten& daten, int nummer);
 
 /// Paints a page in black on what is there, which is white paper. A unit of @p painter is a
 /// millimetre and its origin the paper's top left corner, so preview, printer, PDF and picture show
 /// the same.
 void maleProtokoll(QPainter& painter, const Protokolldaten& daten, const Briefkopfgrafik& grafik,
                    int nummer);
+/// The same of a page that was laid out.
+void maleSeite(QPainter& painter, const Protokollseite& seite, const Protokolldaten& daten,
+               const Briefkopfgrafik& grafik);
 
 } // namespace tarvel

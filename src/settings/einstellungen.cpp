@@ -78,6 +78,15 @@ constexpr std::array tabelle{
     // How many wings, and bees with body marks, a full judgement needs.
     Einstellungszeile{E::SollFlügel, u"Protokoll", u"Mindestzahl Flügel", Zahl, 50, u"", 0},
     Einstellungszeile{E::SollBienen, u"Protokoll", u"Mindestzahl Merkmale", Zahl, 50, u"", 0},
+    // Whether pages with every wing and bee follow the report; height of the letterhead's graphic.
+    Einstellungszeile{E::Anhang, u"Protokoll", u"Anhang", Zahl, 0, u"", 0},
+    Einstellungszeile{E::GrafikHöhe, u"Briefkopf", u"Grafik Höhe", Zahl, 25, u"", 0},
+    // The default printer that is to be brought back, and the one that took its place.
+    Einstellungszeile{E::DruckerVorher, u"Fenster", u"Drucker vorher", Text, 0, u"", 255},
+    Einstellungszeile{E::DruckerGesetzt, u"Fenster", u"Drucker gesetzt", Text, 0, u"", 255},
+    Einstellungszeile{E::DatenDaneben, u"Protokoll", u"Daten daneben", Zahl, 0, u"", 0},
+    // Full path of the language pack that is laid over the texts.
+    Einstellungszeile{E::Sprachpaket, u"Start", u"Sprachpaket", Text, 0, u"", 2048},
 };
 
 constexpr bool inReihenfolge() {
@@ -106,7 +115,7 @@ std::span<const Einstellungszeile> einstellungstabelle() {
 
 void setze(Profil& profil, Einstellung id, const QString& wert) {
     const Einstellungszeile& z = zeile(id);
-    profil.setze(bytes(z.abschnitt), bytes(z.schlüssel), alsProfilwert(bytes(wert)));
+    profil.setzeText(bytes(z.abschnitt), bytes(z.schlüssel), alsProfilwert(wert));
 }
 
 Einstellungen::Einstellungen(QString IniPfad)
@@ -120,9 +129,8 @@ qint16 Einstellungen::zahl(Einstellung id) const {
 
 QString Einstellungen::text(Einstellung id, const QString& bisher) const {
     const Einstellungszeile& z = zeile(id);
-    const QByteArray gelesen = GetPrivateProfileStringA(bytes(z.abschnitt), bytes(z.schlüssel),
-                                                        QByteArray(), z.puffer, IniPfad_);
-    return gelesen.isEmpty() ? bisher : ausCodepage1252(gelesen);
+    const QString gelesen = profiltext(bytes(z.abschnitt), bytes(z.schlüssel), z.puffer, IniPfad_);
+    return gelesen.isEmpty() ? bisher : gelesen;
 }
 
 QString Einstellungen::text(Einstellung id) const {

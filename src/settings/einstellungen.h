@@ -61,6 +61,12 @@ enum class Einstellung {
     LetztesBild,
     SollFlügel,
     SollBienen,
+    Anhang,
+    GrafikHöhe,
+    DruckerVorher,
+    DruckerGesetzt,
+    DatenDaneben,
+    Sprachpaket,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

@@ -2,8 +2,10 @@
 #include "print/vorschau.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -12,6 +14,7 @@
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -142,6 +145,60 @@ TEST_F(Protokolltest, withoutAPrinter_aPdfIsWritten) {
     EXPECT_EQ(hinweis(), u"'%1.pdf' ist geschrieben."_s.arg(pfad));
 }
 
+TEST_F(Protokolltest, dataBesideThePdf_isWrittenAndNeverReplacesUnasked) {
+    missFlügel();
+    const QString csv = ordner.filePath(u"p.csv"_s);
+    for (const Antwort ersetzen : {Antwort::Nein, Antwort::Ja}) {
+        dialoge.dateien = {ordner.filePath(u"p.pdf"_s)};
+        dialoge.antworten = {ersetzen};
+        drucke([&](QDialog& dialog) {
+            auto& tabelle = im<QCheckBox>(dialog, u"chk_Tabelle"_s);
+            EXPECT_EQ(tabelle.isChecked(), ersetzen == Antwort::Ja); // as it was left last time
+            tabelle.setChecked(true);
+            if (ersetzen == Antwort::Nein) {
+                QFile fremde(csv);
+                ASSERT_TRUE(fremde.open(QIODevice::WriteOnly));
+            }
+            im<QPushButton>(dialog, u"bef_PDF"_s).click();
+            EXPECT_EQ(QFileInfo(csv).size() > 0, ersetzen == Antwort::Ja);
+        });
+    }
+    QFile tabelle(csv);
+    ASSERT_TRUE(tabelle.open(QIODevice::ReadOnly));
+    EXPECT_THAT(tabelle.readLine().toStdString(), HasSubstr("x1,y1"));
+}
+
+TEST_F(Protokolltest, appendix_followsThePagesOfTheReport) {
+    missFlügel();
+    programm->einstellungen().schreibe(Einstellung::Anhang, 1);
+    wähle(u"men_Datei_10"_s);
+    auto& blatt = kind<QWidget>(u"pic_Vorschau"_s);
+    const QImage zweite = vorschau();
+    QTest::keyClick(&blatt, Qt::Key_PageDown);
+    const QImage anhang = vorschau();
+    EXPECT_NE(anhang, zweite);
+    QTest::keyClick(&blatt, Qt::Key_PageDown);
+    EXPECT_EQ(vorschau(), anhang); // the last
+    QTest::keyClick(&blatt, Qt::Key_PageUp);
+    EXPECT_EQ(vorschau(), zweite);
+    drucke([](QDialog& dialog) {
+        EXPECT_EQ(im<QComboBox>(dialog, u"cbo_Seiten"_s).count(), 4);
+        EXPECT_EQ(im<QComboBox>(dialog, u"cbo_Seiten"_s).itemText(3), u"Anhang"_s);
+    });
+}
+
+TEST_F(Protokolltest, defaultPrinterOfACrashedRun_isBroughtBackAndSaid) {
+    Einstellungen& e = programm->einstellungen();
+    e.schreibe(Einstellung::DruckerVorher, u"Imkerei"_s);
+    e.schreibe(Einstellung::DruckerGesetzt, u"Lager"_s);
+    dialoge.antworten = {Antwort::Nein, Antwort::Nein};
+    programm.reset();
+    drucker.vorgabe = u"Lager"_s;
+    ASSERT_TRUE(starte());
+    QTRY_COMPARE(drucker.vorgabe, u"Imkerei"_s);
+    EXPECT_TRUE(hinweis().endsWith(u"Standarddrucker ist wieder 'Imkerei'."_s));
+}
+
 TEST_F(Protokolltest, bodyMarksAlone_giveAReport) {
     wähle(u"men_Ansicht_2"_s);
     kind<QAbstractButton>(u"bef_Übernehmen"_s).click();
@@ -188,6 +245,45 @@ TEST_F(Protokolltest, ownWording_isTestedInThePreviewAndPrintedWhenTheOptionsSay
     EXPECT_EQ(vorschau(), getestet);
 }
 
+TEST_F(Protokolltest, ownWordsStored_areOfferedForTheReportAtOnce) {
+    missFlügel();
+    for (const Antwort antwort : {Antwort::Nein, Antwort::Ja}) {
+        wähle(u"men_Extras_8"_s);
+        auto& editor = kind<QDialog>(u"Übersetz"_s);
+        tarvel::kind<QLineEdit>(editor, u"txt_Text_0"_s).setText(u"Flügelindex"_s);
+        dialoge.antworten = {antwort};
+        tarvel::kind<QPushButton>(editor, u"bef_OK"_s).click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(programm->einstellungen().schalter(Einstellung::Übersetzen),
+                  antwort == Antwort::Ja);
+    }
+    wähle(u"men_Extras_8"_s); // used by now: nothing to ask
+    tarvel::kind<QPushButton>(kind<QDialog>(u"Übersetz"_s), u"bef_OK"_s).click();
+    EXPECT_THAT(dialoge.antworten, IsEmpty());
+}
+
+TEST_F(Protokolltest, languagePack_isLoadedKeptForTheNextStartAndTakenAway) {
+    const QString pfad = ordner.filePath(u"sl.txt"_s);
+    QFile datei(pfad);
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+    datei.write("Tarvel language pack\nlanguage = Slovenski\nText.Ja = x\n"
+                "Text.MenüProtokollDrucken = Natisni poro\xC4\x8Dilo\n");
+    datei.close();
+    wähle(u"men_Extras_8"_s);
+    dialoge.dateien = {pfad};
+    kind<QAction>(u"men_Sprachpaket_0"_s).trigger();
+    EXPECT_EQ(kind<QAction>(u"men_Datei_8"_s).text().remove(u'&').left(15), u"Natisni poročil"_s);
+    ASSERT_THAT(dialoge.meldungen, SizeIs(1)); // the line with a word that stands in files
+    EXPECT_TRUE(dialoge.meldungen[0].contains(u"1 Zeilen (3)"_s));
+    kind<QDialog>(u"Übersetz"_s).close();
+    programm.reset();
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(kind<QAction>(u"men_Datei_8"_s).text().remove(u'&').left(15), u"Natisni poročil"_s);
+    wähle(u"men_Extras_8"_s);
+    kind<QAction>(u"men_Sprachpaket_2"_s).trigger();
+    EXPECT_EQ(kind<QAction>(u"men_Datei_8"_s).text().remove(u'&').left(9), u"Protokoll"_s);
+}
+
 TEST_F(Protokolltest, closingWithOwnWordsNotStored_asksForThem) {
     wähle(u"men_Extras_8"_s);
     auto& editor = kind<QDialog>(u"Übersetz"_s);
@@ -201,5 +297,5 @@ TEST_F(Protokolltest, closingWithOwnWordsNotStored_asksForThem) {
                                       "Änderung speichern."_s);
     dialoge.antworten = {Antwort::Ja};
     EXPECT_TRUE(hg().close());
-    EXPECT_TRUE(ini().contains("Item505=Cubitalindexx\r\n")) << ini().toStdString();
+    EXPECT_TRUE(ini().contains("Item505=x\r\n")) << ini().toStdString();
 }

@@ -45,7 +45,9 @@ TEST(Befehle, goodLines_giveWhatTheySay) {
     EXPECT_EQ(befehl<Ausfuhrbefehl>(u"export --wings a.tdb --out b.csv"_s),
               (Ausfuhrbefehl{u"a.tdb"_s, Ausfuhrart::Flügel, u"b.csv"_s}));
     EXPECT_EQ(befehl<Protokollbefehl>(u"report a.tdb 7 --pdf b.pdf"_s),
-              (Protokollbefehl{u"a.tdb"_s, u"7"_s, u"b.pdf"_s, {}}));
+              (Protokollbefehl{u"a.tdb"_s, {u"7"_s}, u"b.pdf"_s, {}, {}}));
+    EXPECT_EQ(befehl<Protokollbefehl>(u"report a.tdb --all --each out"_s),
+              (Protokollbefehl{u"a.tdb"_s, {}, {}, u"out"_s, {}}));
     EXPECT_EQ(befehl<Einfuhrbefehl>(u"import-bee a.Bee b.Bee --into c.tdb --partial"_s),
               (Einfuhrbefehl{{u"a.Bee"_s, u"b.Bee"_s}, u"c.tdb"_s, {}, true, {}}));
 }
@@ -79,7 +81,10 @@ TEST(Befehle, badLines_giveTheReason) {
                              {u"export a.tdb b.tdb", "DATABASE"},
                              {u"export a.tdb --wings --tps", "exclude"},
                              {u"export a.tdb --out ./a.tdb", "replace"},
-                             {u"report a.tdb --pdf b.pdf", "NUMBER"},
+                             {u"report --pdf b.pdf", "file"},
+                             {u"report a.tdb --pdf b.pdf", "--all"},
+                             {u"report a.tdb 7 --all --pdf b.pdf", "--all"},
+                             {u"report a.tdb 7 --pdf b.pdf --each c", "--each"},
                              {u"report a.tdb 7", "pdf"},
                              {u"report a.tdb 7 --pdf x/../a.tdb", "replace"},
                              {u"import-bee a.Bee", "into"},

@@ -1,8 +1,12 @@
 #include "batch/aufruf.h"
 
+#include <QDir>
+
 using namespace tarvel;
 using namespace Qt::StringLiterals;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -61,4 +65,19 @@ TEST_F(Protokoll, whatCannotBePrinted_leavesNoFile) {
     EXPECT_EQ(ohneFlügel.status, 1);
     EXPECT_FALSE(QFile::exists(pfad(u"a.pdf"_s)));
     EXPECT_EQ(rufe(u"report a.tdb U5 --pdf nowhere/a.pdf"_s).status, 1);
+}
+
+TEST_F(Protokoll, several_standBehindASummaryOrInFilesOfTheirOwn) {
+    schreibe(u"c.Bee"_s, lies(u"a.Bee"_s).replace("U5", "U/7"));
+    ASSERT_EQ(rufe(u"import-bee c.Bee --into a.tdb"_s).status, 0);
+    const Lauf alle = rufe(u"report a.tdb --all --pdf alle.pdf"_s);
+    EXPECT_EQ(alle.status, 1); // one of them has nothing to print, which is said
+    EXPECT_THAT(alle.fehler, AllOf(HasSubstr("U6"), Not(HasSubstr("U5"))));
+    EXPECT_EQ(seiten(u"alle.pdf"_s), 1 + 2 + 2);
+    EXPECT_EQ(rufe(u"report a.tdb U/7 U5 --pdf zwei.pdf"_s).status, 0);
+    EXPECT_EQ(seiten(u"zwei.pdf"_s), 5);
+    ASSERT_TRUE(QDir(pfad(u"."_s)).mkdir(u"einzeln"_s));
+    EXPECT_EQ(rufe(u"report a.tdb U/7 U5 --each einzeln"_s).status, 0);
+    EXPECT_EQ(seiten(u"einzeln/U_7.pdf"_s), 2);
+    EXPECT_EQ(seiten(u"einzeln/U5.pdf"_s), 2);
 }

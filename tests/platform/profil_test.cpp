@@ -306,6 +306,24 @@ TEST_F(ProfilTest, utf16_isReadAndWrittenBackWithEveryCharacter) {
     EXPECT_FALSE(WritePrivateProfileStringA("a", "k\x81", "1", pfad()));
 }
 
+TEST_F(ProfilTest, letterBeyondTheCodePage_turnsTheFileIntoUtf16) {
+    schreibe("; \x81 gr\xFC\xDF\r\n[a]\r\nk=\x80\r\n");
+    Profil profil(pfad());
+    ASSERT_TRUE(profil.setzeText("a", "k2", u"größer €"_s));
+    ASSERT_TRUE(profil.sichere());
+    EXPECT_FALSE(lies().startsWith("\xFF\xFE")); // the code page serves as long as it can
+    ASSERT_TRUE(profil.setzeText("a", "name", u"Łódź 𝄞"_s));
+    EXPECT_FALSE(profil.setzeText("a", "[", u"ł"_s));
+    ASSERT_TRUE(profil.sichere());
+    QStringEncoder kodierer(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    EXPECT_EQ(lies(), QByteArray(kodierer(
+                          u"; \x81 grüß\r\n[a]\r\nk=€\r\nk2=größer €\r\nname=Łódź 𝄞\r\n"_s)));
+    EXPECT_EQ(profiltext("A", "NAME", 128, pfad()), u"Łódź 𝄞"_s);
+    EXPECT_EQ(profiltext("a", "name", 7, pfad()), u"Łódź "_s); // not half of a letter
+    EXPECT_EQ(text("a", "name"), "?\xF3"
+                                 "d? ??");
+}
+
 TEST_F(ProfilTest, file_isReadAgainOnlyWhenItChanged) {
     schreibe("[a]\r\nk=1\r\n");
     const auto liest = [this] {

@@ -1,18 +1,24 @@
 // The program's way to a printer, against a print server that runs for this test alone.
 
+#include "platform/cupsdrucker.h"
 #include "print/cups_druckersystem.h"
+#include "print/druckerwahl.h"
 #include "print/protokolldruck.h"
 #include "print/protokollprobe.h"
 #include "print/windows_druckersystem.h"
+#include "settings/einstellungen.h"
 
 #include "support/druckserver.h"
 #include "support/testdialoge.h"
 #include "support/testdruckertabelle.h"
 
+#include <QElapsedTimer>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTcpServer>
+#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 #include <csignal>
@@ -46,6 +52,8 @@ void erwarteZweiSeitenA4(const QByteArray& pdf) {
 struct CupsTest : testing::Test {
     inline static std::unique_ptr<Druckserver> server;
     CupsDruckersystem drucker;
+    QTemporaryDir einstellungsordner;
+    Einstellungen einstellungen{einstellungsordner.filePath(u"Index.ini"_s)};
 
     static void SetUpTestSuite() {
         if (!Druckserver::programm().isEmpty()) {
@@ -81,7 +89,7 @@ TEST_F(CupsTest, list_hasPrintersAndTheirSavedSets) {
 }
 
 TEST_F(CupsTest, default_isChangedForThePersonAndGivenBackToTheServer) {
-    Druckerwahl wahl(drucker);
+    Druckerwahl wahl(drucker, einstellungen);
     EXPECT_TRUE(wahl.wähle(u"Lager"_s));
     EXPECT_EQ(drucker.standard(), u"Lager"_s);
     EXPECT_EQ(server->wahl(), "Default Lager\n");
@@ -94,7 +102,7 @@ TEST_F(CupsTest, default_thatThePersonHadChosenComesBackWithItsOptions) {
     const QByteArray eigene = "Dest Imkerei sides=one-sided\n"
                               "Default Lager/Duplex sides=two-sided-long-edge\n";
     server->setzeWahl(eigene);
-    Druckerwahl wahl(drucker);
+    Druckerwahl wahl(drucker, einstellungen);
     EXPECT_EQ(drucker.standard(), u"Lager/Duplex"_s);
     EXPECT_TRUE(wahl.wähle(u"Imkerei"_s));
     EXPECT_EQ(drucker.standard(), u"Imkerei"_s);
@@ -195,7 +203,7 @@ TEST_F(CupsTest, printerObject_paintsOnThePrinterThatWasChosen) {
     EXPECT_THAT(windows.liste(), ElementsAre(u"Imkerei"_s, u"Lager"_s));
     EXPECT_EQ(windows.standard(), u"Imkerei"_s);
 
-    Druckerwahl wahl(windows);
+    Druckerwahl wahl(windows, einstellungen);
     ASSERT_TRUE(wahl.wähle(u"Lager"_s));
     ASSERT_TRUE(windows.drucke({QString(), u"Protokoll 8"_s, 2}, maleZweiSeiten));
     const auto ausdruck = server->hole("Lager");
@@ -207,4 +215,26 @@ TEST_F(CupsTest, printerObject_paintsOnThePrinterThatWasChosen) {
     wahl.stelleHer();
     EXPECT_EQ(windows.standard(), u"Imkerei"_s);
     EXPECT_FALSE(windows.drucke({u"Keller"_s, u"P"_s}, maleZweiSeiten));
+}
+
+TEST(CupsOhneAntwort, server_thatKeepsSilentIsNotWaitedForLong) {
+    QTcpServer stumm; // takes connections and never says a word
+    ASSERT_TRUE(stumm.listen(QHostAddress::LocalHost));
+    const QByteArray vorher = qgetenv("CUPS_SERVER");
+    qputenv("CUPS_SERVER", "127.0.0.1:" + QByteArray::number(stumm.serverPort()));
+    setzeCupsFrist(200);
+    CupsDruckersystem drucker;
+    QElapsedTimer uhr;
+    uhr.start();
+    std::future<Druckerauskunft> frage = drucker.frage();
+    EXPECT_LT(uhr.elapsed(), 150); // asked beside
+    const Druckerauskunft auskunft = frage.get();
+    EXPECT_FALSE(auskunft.antwortet);
+    EXPECT_TRUE(auskunft.liste.isEmpty());
+    EXPECT_EQ(drucker.frageStandard().get(), QString());
+    EXPECT_LT(uhr.elapsed(), 20'000); // the library's own limit is a minute a question
+    stumm.close();
+    EXPECT_TRUE(drucker.frage().get().antwortet); // nobody there is no silence
+    setzeCupsFrist(3000);
+    qputenv("CUPS_SERVER", vorher);
 }

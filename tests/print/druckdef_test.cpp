@@ -1,10 +1,12 @@
 #include "print/druckdef.h"
-#include "print/druckersystem.h"
+#include "print/druckerwahl.h"
+#include "settings/einstellungen.h"
 
 #include "support/testdialoge.h"
 #include "support/testdrucker.h"
 #include "support/testdruckertabelle.h"
 
+#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -183,9 +185,14 @@ TEST_F(AttributTest, refusedChange_isToldAndTheOldDefaultStays) {
     erwarteUnverändert();
 }
 
-TEST(Druckerwahl, bringsTheDefaultOfTheStartBack) {
+struct DruckerwahlTest : testing::Test {
+    QTemporaryDir ordner;
+    Einstellungen einstellungen{ordner.filePath(u"Index.ini"_s)};
     TestDrucker drucker;
-    Druckerwahl wahl(drucker);
+    Druckerwahl wahl{drucker, einstellungen};
+};
+
+TEST_F(DruckerwahlTest, bringsTheDefaultOfTheStartBack) {
     EXPECT_FALSE(wahl.wähle(u"Keller"_s));
     EXPECT_TRUE(wahl.wähle(u"Lager"_s));
     EXPECT_TRUE(wahl.wähle(u"Lager"_s));
@@ -198,9 +205,30 @@ TEST(Druckerwahl, bringsTheDefaultOfTheStartBack) {
     EXPECT_EQ(drucker.vorgabe, u"Imkerei"_s);
 }
 
-TEST(Druckerwahl, withoutAChoice_leavesWhatOthersHaveSet) {
-    TestDrucker drucker;
-    Druckerwahl wahl(drucker);
+TEST_F(DruckerwahlTest, afterACrash_theNextStartBringsItBackUnlessSomebodyChangedIt) {
+    EXPECT_FALSE(wahl.wähle(u"Keller"_s));
+    EXPECT_FALSE(wahl.hatAltes()); // nothing was changed
+    ASSERT_TRUE(wahl.wähle(u"Lager"_s));
+    for (const auto& [meanwhile, after] :
+         {std::pair{u"Lager"_s, u"Imkerei"_s}, {u"Büro"_s, u"Büro"_s}}) {
+        einstellungen.schreibe(Einstellung::DruckerVorher, u"Imkerei"_s);
+        einstellungen.schreibe(Einstellung::DruckerGesetzt, u"Lager"_s);
+        drucker.vorgabe = meanwhile;
+        Druckerwahl nächste(drucker, einstellungen);
+        nächste.merkeVorher();
+        ASSERT_TRUE(nächste.hatAltes() && nächste.hatAntwort());
+        EXPECT_EQ(nächste.stelleAltesHer().value_or(u"Büro"_s), after);
+        EXPECT_EQ(drucker.vorgabe, after);
+        EXPECT_FALSE(nächste.hatAltes());
+        // What the program brings back at its end is the person's own default.
+        nächste.wähle(u"Lager"_s);
+        nächste.stelleHer();
+        EXPECT_EQ(drucker.gesetzt.back(), after == u"Büro"_s ? u"Lager"_s : after);
+    }
+}
+
+TEST_F(DruckerwahlTest, withoutAChoice_leavesWhatOthersHaveSet) {
+    wahl.merkeVorher();
     drucker.vorgabe = u"Lager"_s;
     wahl.stelleHer();
     EXPECT_THAT(drucker.gesetzt, IsEmpty());

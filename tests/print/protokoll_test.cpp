@@ -1,8 +1,10 @@
 #include "print/protokollprobe.h"
 #include "print/protokollseite.h"
+#include "print/serie.h"
 
 #include <QFile>
 #include <QImage>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
@@ -15,6 +17,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -61,6 +64,9 @@ QStringList fehler(const Protokollseite& seite) {
         if (d.rahmen.height() < 60 || d.rahmen.width() < 150) {
             liste << u"Diagramm zu klein"_s;
         }
+    }
+    for (const Flügelrahmen& f : seite.flügel) {
+        kästen.emplace_back(u"Flügel"_s, f.bild);
     }
     for (std::size_t i = 0; i < kästen.size(); ++i) {
         if (!satzspiegel.adjusted(-0.01, 0, 0.01, 0).contains(kästen[i].second)) {
@@ -372,6 +378,7 @@ TEST_F(ProtokollTest, extremes_neverOverlap) {
                 Protokollprobe p;
                 p.texte.SpracheEinstellen(sprache);
                 p.setzeTiere(tiere);
+                p.einstellungen.Anhang = true;
                 for (int i = 0; i < (extrem ? 200 : 1); ++i) {
                     p.miss(10 + i % 12);
                 }
@@ -388,8 +395,9 @@ TEST_F(ProtokollTest, extremes_neverOverlap) {
                 }
                 for (const Protokollart art : alleArten) {
                     p.einstellungen.art = art;
-                    for (int seite = 1; seite <= seitenzahl(art); ++seite) {
-                        EXPECT_THAT(fehler(protokollseite(p.daten(), Briefkopfgrafik(), seite)),
+                    const Protokolldaten daten = p.daten();
+                    for (int seite = 1; seite <= seitenzahl(daten); ++seite) {
+                        EXPECT_THAT(fehler(protokollseite(daten, Briefkopfgrafik(), seite)),
                                     IsEmpty())
                             << sprache << static_cast<int>(art) << seite << extrem;
                     }
@@ -397,6 +405,71 @@ TEST_F(ProtokollTest, extremes_neverOverlap) {
             }
         }
     }
+}
+
+TEST_F(ProtokollTest, appendix_showsEveryWingAndBee) {
+    miss25();
+    merkmale(40, 20);
+    EXPECT_EQ(seitenzahl(daten()), 2);
+    einstellungen.Anhang = true;
+    ändere([](Messreihe& reihe) {
+        Flügelmessung messung;
+        messung.aufnahme.Zoomfaktor = 2;
+        for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+            messung.punkte.setze(Messart::AlleMessungen, i, 200.F + 20.F * static_cast<float>(i),
+                                 i % 2 != 0 ? 100.F : 160.F);
+        }
+        reihe.trageEin(26, {.CI = 9.9F, .HI = 1.0F, .DV = 12.0F, .fehler = {}}, messung, {});
+        (void)reihe.lassAus(3, true);
+    });
+    QRect gefragt;
+    const Anhang a = anhang(untersuchung, texte, [&gefragt](const Flügelmessung&, const QRect& r) {
+        gefragt = r;
+        QImage bild(r.size(), QImage::Format_RGB32);
+        bild.fill(Qt::gray);
+        return bild;
+    });
+    ASSERT_EQ(a.flügel.size(), 26U);
+    EXPECT_TRUE(a.flügel[2].ausgelassen);
+    EXPECT_THAT(a.flügel[25].kopf.toStdString(), StartsWith("026 !  CI 9.90  Klasse 30.5"));
+    EXPECT_TRUE(a.flügel[0].größe.isEmpty());              // only its indices are known
+    EXPECT_TRUE(gefragt.contains(QRect(110, 50, 70, 30))); // pixels of the scan, with some margin
+    EXPECT_EQ(a.flügel[25].punkte.front() + gefragt.topLeft(), QPointF(110, 50));
+    EXPECT_EQ(a.bienen.size(), 40);
+
+    const Protokolldaten d = daten();
+    ASSERT_EQ(seitenzahl(d), 3);
+    const QStringList texteDerSeite = zeilen(d, 3);
+    EXPECT_EQ(texteDerSeite.filter(QRegularExpression(u"^0\\d\\d( !)?  CI "_s)).size(), 26);
+    EXPECT_EQ(texteDerSeite.filter(QRegularExpression(u"^0\\d\\d [OE], k, F$"_s)).size(), 40);
+    EXPECT_THAT(texteDerSeite, Contains(u"Anhang, Seite 1 von 1"_s));
+    EXPECT_THAT(zeilen(d, 1), Not(Contains(u"Anhang, Seite 1 von 1"_s)));
+}
+
+TEST_F(ProtokollTest, summaryOfASeries_countsVerdictsAndFitsItsPages) {
+    miss25();
+    std::vector<Serienzeile> alle(90, serienzeile(daten()));
+    EXPECT_EQ(alle[0].nummer, u"001AB2026"_s);
+    EXPECT_EQ(alle[0].flügel, u"25"_s);
+    EXPECT_EQ(alle[0].HI, u"1,052"_s);
+    alle[0].entspricht = std::nullopt;
+    alle[1].entspricht = !alle[2].entspricht.value_or(false);
+    alle[3].volk = alle[3].königin = alle[3].rasse = u"Donaudampfschifffahrt"_s.repeated(4);
+    const auto seiten = serienübersicht(alle, texte, einstellungen);
+    ASSERT_EQ(seiten.size(), 2U);
+    int zeilenzahl = 0;
+    for (const Protokollseite& seite : seiten) {
+        EXPECT_THAT(fehler(seite), IsEmpty());
+        zeilenzahl += static_cast<int>(zeilen(seite).count(u"001AB2026"_s));
+    }
+    EXPECT_EQ(zeilenzahl, 90);
+    const bool gut = *alle[2].entspricht;
+    EXPECT_THAT(
+        zeilen(seiten[0]),
+        Contains(
+            u"Untersuchungen: 90 · entsprechen: %1 · entsprechen nicht: %2 · nicht beurteilt: 1"_s
+                .arg(gut ? 88 : 1)
+                .arg(gut ? 1 : 88)));
 }
 
 TEST_F(ProtokollTest, ownWordsOfFullLength_neverOverlap) {

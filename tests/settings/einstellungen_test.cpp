@@ -62,8 +62,8 @@ TEST_F(EinstellungenTest, written_isReadBackAndTheRaceGoesElsewhere) {
 }
 
 TEST_F(EinstellungenTest, quotesAndBlanksAround_areReadBack) {
-    for (const QString& wert :
-         {u"\"Zum Bienenstock\""_s, u"'s Imkereck'"_s, u" AB "_s, u"\""_s, u"O'Neill"_s}) {
+    for (const QString& wert : {u"\"Zum Bienenstock\""_s, u"'s Imkereck'"_s, u" AB "_s, u"\""_s,
+                                u"O'Neill"_s, u" Łódź α"_s, u"Ökotyp"_s}) {
         einstellungen.schreibe(Einstellung::Name, wert);
         EXPECT_EQ(einstellungen.text(Einstellung::Name), wert);
     }

@@ -1,0 +1,222 @@
+#include "print/protokollseite.h"
+
+#include <algorithm>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Grad = Protokollgrad;
+
+// Millimetres.
+constexpr double Oben = 15;
+constexpr double Links = Protokollrand;
+const double Rechts = PapierA4.width() - Protokollrand;
+const double Breite = Rechts - Links;
+const double Unten = PapierA4.height() - ProtokollrandUnten;
+constexpr int FlügelJeZeile = 4;
+constexpr int BienenJeZeile = 5;
+constexpr double Bildhöhe = 17;
+constexpr double Luft = 0.8;
+
+double zeile(Grad grad) {
+    return Protokollsatz::zeilenhöhe(grad);
+}
+
+/// What stands side by side on a line of its own.
+struct Streifen {
+    enum class Art { Flügelkopf, Flügel, Bienenkopf, Bienen };
+    Art art = Art::Flügel;
+    std::size_t erster = 0;
+
+    [[nodiscard]] bool istKopf() const { return art == Art::Flügelkopf || art == Art::Bienenkopf; }
+    [[nodiscard]] double höhe() const {
+        switch (art) {
+        case Art::Flügel:
+            return Bildhöhe + 2 * zeile(Grad::Klein) + 3 * Luft;
+        case Art::Bienen:
+            return zeile(Grad::Text);
+        default:
+            return zeile(Grad::Abschnitt) + 4 * Luft;
+        }
+    }
+};
+
+std::vector<Streifen> streifen(const Anhang& a) {
+    using Art = Streifen::Art;
+    std::vector<Streifen> alle;
+    const auto reihe = [&alle](Art kopf, Art art, std::size_t anzahl, std::size_t jeZeile) {
+        if (anzahl > 0) {
+            alle.push_back({kopf, 0});
+        }
+        for (std::size_t i = 0; i < anzahl; i += jeZeile) {
+            alle.push_back({art, i});
+        }
+    };
+    reihe(Art::Flügelkopf, Art::Flügel, a.flügel.size(), FlügelJeZeile);
+    reihe(Art::Bienenkopf, Art::Bienen, static_cast<std::size_t>(a.bienen.size()), BienenJeZeile);
+    return alle;
+}
+
+double kopfhöhe() {
+    return zeile(Grad::Titel) + 2 * zeile(Grad::Klein) + 2 * Luft;
+}
+
+double fußhöhe() {
+    return 2 * zeile(Grad::Klein) + 2 * Luft;
+}
+
+/// The strips of each page. A heading stays with what follows it.
+std::vector<std::vector<Streifen>> seiten(const Anhang& a) {
+    const double platz = Unten - fußhöhe() - Oben - kopfhöhe();
+    std::vector<std::vector<Streifen>> blätter;
+    double frei = 0;
+    const std::vector<Streifen> alle = streifen(a);
+    for (std::size_t i = 0; i < alle.size(); ++i) {
+        const double nötig = alle[i].höhe() + (alle[i].istKopf() ? alle[i + 1].höhe() : 0);
+        if (nötig > frei) {
+            blätter.emplace_back();
+            frei = platz;
+        }
+        blätter.back().push_back(alle[i]);
+        frei -= alle[i].höhe();
+    }
+    return blätter;
+}
+
+class Anhangsetzer {
+public:
+    explicit Anhangsetzer(const Protokolldaten& daten)
+        : d_(daten)
+        , satz_(daten.einstellungen.SchriftArt, daten.einstellungen.SchriftKursiv) {}
+
+    /// Which examination it is, so that the page stands alone.
+    void kopf() {
+        schreibe({Links, y_}, d_.titel, Grad::Titel, Breite);
+        y_ += zeile(Grad::Titel);
+        QStringList wer;
+        for (const auto& werte : {d_.volk, d_.königin}) {
+            for (const Protokollwert& w : werte) {
+                if (!w.wert.isEmpty()) {
+                    wer << w.name + u": "_s + w.wert;
+                }
+            }
+        }
+        wer << d_.untersucht;
+        y_ += absatz(wer.join(u"  ·  "_s), 2);
+        y_ = Oben + kopfhöhe();
+    }
+
+    void setze(const Streifen& s) {
+        switch (s.art) {
+        case Streifen::Art::Flügelkopf:
+            überschrift(d_.anhangworte.flügel);
+            break;
+        case Streifen::Art::Bienenkopf:
+            überschrift(d_.anhangworte.bienen);
+            break;
+        case Streifen::Art::Flügel:
+            flügel(s.erster);
+            break;
+        case Streifen::Art::Bienen:
+            bienen(s.erster);
+            break;
+        }
+        y_ += s.höhe();
+    }
+
+    void fuß(const QString& seitenzahl, bool mitFlügeln) {
+        y_ = Unten - fußhöhe();
+        seite_.linien.push_back({{Links, y_, Rechts, y_}, 0.12});
+        y_ += Luft;
+        const double länge = satz_.breite(seitenzahl, Grad::Klein, false);
+        schreibe({Rechts - länge, y_}, seitenzahl, Grad::Klein, länge + Luft);
+        if (mitFlügeln) {
+            absatz(d_.anhangworte.erklärung, 2, Breite - länge - 4);
+        }
+    }
+
+    [[nodiscard]] Protokollseite seite() && { return std::move(seite_); }
+
+private:
+    void schreibe(QPointF ort, const QString& text, Grad grad, double breite) {
+        const QString passend = satz_.umbrochen(text, grad, false, breite, 1).constFirst();
+        seite_.texte.push_back(
+            {QRectF(ort, QSizeF(satz_.breite(passend, grad, false), zeile(grad))), passend, grad});
+    }
+
+    double absatz(const QString& text, int höchstens, double breite = Breite) {
+        double y = y_;
+        for (const QString& z : satz_.umbrochen(text, Grad::Klein, false, breite, höchstens)) {
+            schreibe({Links, y}, z, Grad::Klein, breite + Luft);
+            y += zeile(Grad::Klein);
+        }
+        return y - y_;
+    }
+
+    void überschrift(const QString& text) {
+        schreibe({Links, y_ + 2 * Luft}, text, Grad::Abschnitt, Breite);
+    }
+
+    void flügel(std::size_t erster) {
+        constexpr double Zelle = 42.5;
+        const std::size_t ende =
+            std::min(d_.anhang.flügel.size(), erster + static_cast<std::size_t>(FlügelJeZeile));
+        double x = Links;
+        for (std::size_t i = erster; i < ende; ++i) {
+            const Anhangflügel& f = d_.anhang.flügel[i];
+            const double innen = Zelle - 2 * Luft;
+            QPointF ort(x + Luft, y_ + Luft);
+            schreibe(ort, f.kopf, Grad::Klein, innen);
+            ort.ry() += zeile(Grad::Klein);
+            if (!f.werte.isEmpty()) {
+                schreibe(ort, f.werte, Grad::Klein, innen);
+            }
+            ort.ry() += zeile(Grad::Klein);
+            seite_.flügel.push_back(
+                {i, QRectF(x, y_, Zelle, Streifen{Streifen::Art::Flügel, 0}.höhe()),
+                 QRectF(ort, QSizeF(innen, Bildhöhe))});
+            x += Zelle;
+        }
+    }
+
+    void bienen(std::size_t erste) {
+        const double spalte = Breite / BienenJeZeile;
+        const auto ende = std::min<qsizetype>(d_.anhang.bienen.size(),
+                                              static_cast<qsizetype>(erste) + BienenJeZeile);
+        double x = Links;
+        for (auto i = static_cast<qsizetype>(erste); i < ende; ++i) {
+            schreibe({x, y_}, d_.anhang.bienen[i].simplified(), Grad::Text, spalte - Luft);
+            x += spalte;
+        }
+    }
+
+    const Protokolldaten& d_;
+    Protokollsatz satz_;
+    Protokollseite seite_;
+    double y_ = Oben;
+};
+
+} // namespace
+
+int anhangseiten(const Protokolldaten& daten) {
+    return static_cast<int>(seiten(daten.anhang).size());
+}
+
+Protokollseite anhangseite(const Protokolldaten& daten, int nummer) {
+    const auto blätter = seiten(daten.anhang);
+    const auto& blatt = blätter.at(static_cast<std::size_t>(nummer - 1));
+    Anhangsetzer setzer(daten);
+    setzer.kopf();
+    for (const Streifen& s : blatt) {
+        setzer.setze(s);
+    }
+    setzer.fuß(daten.anhangworte.seite.arg(nummer).arg(blätter.size()),
+               std::any_of(blatt.begin(), blatt.end(),
+                           [](const Streifen& s) { return s.art == Streifen::Art::Flügel; }));
+    return std::move(setzer).seite();
+}
+
+} // namespace tarvel
