@@ -2,8 +2,11 @@
 
 #include "evaluation/diagrammansicht.h"
 #include "evaluation/kriterien.h"
+#include "evaluation/kriterienansicht.h"
 #include "evaluation/merkmalansicht.h"
+#include "evaluation/standarddatei.h"
 #include "evaluation/urteilsanzeige.h"
+#include "evaluation/urteilstext.h"
 #include "print/protokolleinstellungen.h"
 
 #include <algorithm>
@@ -41,6 +44,26 @@ Merkmalansicht& Auswertung::merkmal() {
     return *merkmal_;
 }
 
+Kriterienansicht& Auswertung::kriterien() {
+    if (kriterien_ == nullptr) {
+        kriterien_ = new Kriterienansicht(umgebung_.texte);
+        kriterien_->beiWahl([this](const Prüfwert& eines) { zeigeVerursacher(eines); });
+        zeigeKriterien();
+    }
+    return *kriterien_;
+}
+
+void Auswertung::zeigeKriterien() {
+    if (kriterien_ == nullptr) {
+        return;
+    }
+    const Texte& t = umgebung_.texte;
+    const Kolonieangaben& angaben = arbeitsplatz_.untersuchung().angaben();
+    kriterien_->zeige(kriterientabelle(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil(),
+                                       kriterienworte(t, t, umgebung_.format, true)),
+                      unbeurteilttext(arbeitsplatz_.beurteilung(), angaben.Rassenname, t));
+}
+
 void Auswertung::folge(const Änderung& änderung) {
     if (merkmal_ != nullptr && änderung.Einstellungen) {
         merkmal_->setzeOhneHaarlänge(arbeitsplatz_.einstellungen().regeln.OhneHaarlänge);
@@ -76,7 +99,10 @@ void Auswertung::aktualisiere() {
     korrel_->zeige(std::move(korrel));
     const QString& fremde = untersuchung.angaben().Rassenname;
     urteil_->zeige(beurteilung, fremde.isEmpty() ? rasse : fremde, umgebung_.format,
-                   arbeitsplatz_.gespeichertesUrteil());
+                   arbeitsplatz_.gespeichertesUrteil(),
+                   urteilsbeleg(untersuchung.zusatz().Grenzen, standard, tiere, umgebung_.texte,
+                                umgebung_.format));
+    zeigeKriterien();
     benenneBilder();
 }
 
@@ -97,7 +123,7 @@ Bildunterschrift Auswertung::unterschrift() const {
 }
 
 void Auswertung::zeigeVerursacher(const Prüfwert& mangel) {
-    const auto liste = kriterien(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil());
+    const auto liste = tarvel::kriterien(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil());
     const auto k = std::find_if(liste.begin(), liste.end(),
                                 [&](const Kriterium& eines) { return eines.prüfwert == mangel; });
     if (k == liste.end()) {

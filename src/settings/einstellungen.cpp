@@ -78,6 +78,9 @@ constexpr std::array tabelle{
     // How many wings, and bees with body marks, a full judgement needs.
     Einstellungszeile{E::SollFlügel, u"Protokoll", u"Mindestzahl Flügel", Zahl, 50, u"", 0},
     Einstellungszeile{E::SollBienen, u"Protokoll", u"Mindestzahl Merkmale", Zahl, 50, u"", 0},
+    // The table of criteria below the views.
+    Einstellungszeile{E::FensterKriterien, u"Fenster", u"Kriterien", Zahl, 0, u"", 0},
+    Einstellungszeile{E::FensterKriterienhöhe, u"Fenster", u"Kriterienhöhe", Zahl, 0, u"", 0},
 };
 
 constexpr bool inReihenfolge() {

@@ -61,6 +61,8 @@ enum class Einstellung {
     LetztesBild,
     SollFlügel,
     SollBienen,
+    FensterKriterien,
+    FensterKriterienhöhe,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

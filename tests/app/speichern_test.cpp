@@ -1,4 +1,6 @@
 #include "app/fenster.h"
+#include "platform/profil.h"
+#include "results/fluegelsatz.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -6,6 +8,8 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
+#include <QTextDocumentFragment>
+#include <QTimer>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -388,6 +392,56 @@ TEST_F(Speicherntest, storedVerdictThatTheStandardNoLongerGives_isSaid) {
     wähle(u"men_Bearbeiten_4"_s);
     wähle(u"men_Datei_2"_s);
     EXPECT_NE(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
+}
+
+TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
+    const auto gespeichert = [this] {
+        return QTextDocumentFragment::fromHtml(kind<QLabel>(u"lab_Gespeichert"_s).text())
+            .toPlainText();
+    };
+    const auto grenzen = [this] {
+        return beiangabenAusSatz(zeile(nummer())->Grafik[3]).inhalt.angaben.zusatz.Grenzen;
+    };
+    const auto setze = [this](const QByteArray& schlüssel, const QByteArray& wert) {
+        Profil profil(inipfad());
+        profil.setze("Merkmale Arbeiterinnen", schlüssel, wert);
+        ASSERT_TRUE(profil.sichere());
+    };
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
+    const QString damals = grenzen();
+    EXPECT_TRUE(damals.contains(u"\nRasse=Carnica\n"_s));
+    EXPECT_TRUE(damals.contains(u"\nPanzer E=30%\n"_s));
+
+    setze("Panzer EC-", "20%");
+    setze("max 1C-", "5%");
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'. Jetzt gelten andere Grenzen: "
+                             "Arbeiterinnen: Panzerzeichen E: 30% → 20%, Arbeiterinnen: Klasse 1 "
+                             "≤: 2% → 5%. Nach dem jetzigen Standard beurteilen"_s);
+    // Stored again with the same verdict, it keeps the limits that it was given by …
+    züchter().setText(u"B"_s);
+    QTest::keyClick(&züchter(), Qt::Key_Return);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(grenzen(), damals);
+    // … also where its race has no standard any more …
+    Ergebnissatz satz = zeile(nummer()).value();
+    satz.RASSE = u"Sicula"_s;
+    Ergebnistabelle(pfad()).speichere(satz);
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(gespeichert(), u"Gespeichert ist das Urteil '%1'. Beurteilt nach dem Standard "
+                             "'Carnica'."_s.arg(satz.ERGEBNIS));
+    satz.RASSE = u"Carnica"_s;
+    Ergebnistabelle(pfad()).speichere(satz);
+    // … until it is judged by those of today.
+    ASSERT_TRUE(starte());
+    Q_EMIT kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
+    EXPECT_EQ(gespeichert(), QString());
+    wähle(u"men_Datei_2"_s);
+    EXPECT_NE(grenzen(), damals);
+    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
 }
 
 TEST_F(Speicherntest, whatWasNotJudged_isNotStoredAsConforming) {
