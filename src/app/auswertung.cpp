@@ -37,6 +37,7 @@ Merkmalansicht& Auswertung::merkmal() {
     if (merkmal_ == nullptr) {
         merkmal_ = new Merkmalansicht(umgebung_.texte, umgebung_.dialoge);
         merkmal_->setzeOhneHaarlänge(arbeitsplatz_.einstellungen().regeln.OhneHaarlänge);
+        merkmal_->setzeFlügelzahl(static_cast<int>(arbeitsplatz_.reihe().gewertete().size()));
         merkmal_->zeige(arbeitsplatz_.untersuchung().merkmale());
         merkmal_->beiÄnderung(
             [this](const Merkmale& merkmale) { arbeitsplatz_.setzeMerkmale(merkmale); });
@@ -71,6 +72,12 @@ void Auswertung::folge(const Änderung& änderung) {
     const Merkmale& merkmale = arbeitsplatz_.untersuchung().merkmale();
     if (merkmal_ != nullptr && merkmal_->merkmale() != merkmale) {
         merkmal_->zeige(merkmale);
+    }
+    if (merkmal_ != nullptr && änderung.Untersuchung) {
+        merkmal_->beginneNeu();
+    }
+    if (merkmal_ != nullptr) {
+        merkmal_->setzeFlügelzahl(static_cast<int>(arbeitsplatz_.reihe().gewertete().size()));
     }
     if (änderung.Urteil) {
         aktualisiere();

@@ -276,6 +276,22 @@ TEST_F(Auswertungstest, criteria_standBelowTheViewsAndChooseTheirBees) {
     EXPECT_FALSE(kind<QWidget>(u"Kriterien"_s).isVisible());
 }
 
+TEST_F(Auswertungstest, marks_areCountedAgainstTheWingsAndBeginAnewWithTheExamination) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
+    miss(60);
+    wähle(u"men_Ansicht_2"_s);
+    QTest::keyClicks(QApplication::focusWidget(), u"2wx"_s);
+    EXPECT_EQ(text(u"lab_MerkmalFortschritt"_s), u"1 von 1"_s);
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_EQ(text(u"lab_MerkmalFortschritt"_s), u"0 von 1"_s);
+    wähle(u"men_Bearbeiten_4"_s);
+    dialoge.antworten = {Antwort::Nein, Antwort::Nein};
+    wähle(u"men_Datei_0"_s);
+    wähle(u"men_Ansicht_2"_s);
+    EXPECT_TRUE(kind<QAbstractButton>(u"opt_Panzer_A_0"_s).isChecked());
+    EXPECT_EQ(text(u"lab_MerkmalFortschritt"_s), QString());
+}
+
 TEST_F(Auswertungstest, hintOfTheBodyMarks_followsTheMode) {
     wähle(u"men_Ansicht_2"_s);
     const QString jeBiene = hinweis();
