@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QLineEdit>
 #include <QListView>
@@ -442,6 +443,30 @@ TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
     wähle(u"men_Datei_2"_s);
     EXPECT_NE(grenzen(), damals);
     EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
+}
+
+TEST_F(Speicherntest, examinations_areJudgedAgainFromTheBrowser) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    ASSERT_EQ(zeile(nummer())->ERGEBNIS, u"Ja"_s);
+    Profil profil(inipfad());
+    profil.setze("Merkmale Arbeiterinnen", "Klasse 0C-", "01-30");
+    ASSERT_TRUE(profil.sichere());
+    ASSERT_TRUE(starte());
+    dialoge.antworten = {Antwort::Ja};
+    QTimer::singleShot(0, &hg(), [this] {
+        auto& browser = *QApplication::activeModalWidget();
+        tarvel::kind<QAction>(browser, u"men_Tabelle_5"_s).trigger();
+        dynamic_cast<QDialog&>(browser).reject();
+    });
+    wähle(u"men_Datei_1"_s);
+    EXPECT_EQ(zeile(nummer())->ERGEBNIS, u"Nein"_s);
+    ASSERT_FALSE(dialoge.fragen.empty());
+    EXPECT_THAT(dialoge.fragen.back().zeilen,
+                ElementsAre(nummer() + u": Ja → Nein (Klassen 01-30: 100 %, erlaubt 15 %)"_s));
+    // The open one was loaded again.
+    EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).text().startsWith(u"Beurteilt"_s));
 }
 
 TEST_F(Speicherntest, whatWasNotJudged_isNotStoredAsConforming) {
