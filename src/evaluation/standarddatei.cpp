@@ -412,8 +412,10 @@ std::vector<const Standardzeile*> urteilsabweichungen(const Rassestandard& alt,
 }
 
 QString abweichungstext(const Standardzeile& zeile, const Rassestandard& alt,
-                        const Rassestandard& neu, const Texte& texte, const Zahlenformat& format) {
-    return wertname(zeile, texte) + u": "_s + wertanzeige(zeile, alt, texte, format) + u" → "_s +
+                        const Rassestandard& neu, const Texte& texte, const Zahlenformat& format,
+                        bool mitTieren) {
+    return (mitTieren ? wertname(zeile, texte) : innenname(zeile, texte)) + u": "_s +
+           wertanzeige(zeile, alt, texte, format) + u" → "_s +
            wertanzeige(zeile, neu, texte, format);
 }
 
@@ -427,7 +429,8 @@ std::optional<Urteilsbeleg> urteilsbeleg(QStringView grenzen, const Rassestandar
     }
     Urteilsbeleg beleg{standardname(damals->standard, damals->Rasse, texte), {}};
     for (const Standardzeile* zeile : urteilsabweichungen(damals->standard, jetzt, tiere)) {
-        beleg.abweichungen << abweichungstext(*zeile, damals->standard, jetzt, texte, format);
+        beleg.abweichungen << abweichungstext(*zeile, damals->standard, jetzt, texte, format,
+                                              false);
     }
     return beleg;
 }

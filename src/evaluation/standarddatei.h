@@ -90,15 +90,15 @@ struct Standardfehler {
 /// Those that a verdict on @p tiere rests on.
 [[nodiscard]] std::vector<const Standardzeile*>
 urteilsabweichungen(const Rassestandard& alt, const Rassestandard& neu, Geschlecht tiere);
-/// "Arbeiterinnen: Panzerzeichen E: 30% → 20%"
+/// "Arbeiterinnen: Panzerzeichen E: 30% → 20%", without @p mitTieren "Panzerzeichen E: 30% → 20%".
 [[nodiscard]] QString abweichungstext(const Standardzeile& zeile, const Rassestandard& alt,
                                       const Rassestandard& neu, const Texte& texte,
-                                      const Zahlenformat& format);
+                                      const Zahlenformat& format, bool mitTieren = true);
 
 /// What a stored verdict was given by.
 struct Urteilsbeleg {
     QString standard;         ///< its name, as standardname() gives it
-    QStringList abweichungen; ///< limits that are others today, as abweichungstext() gives them
+    QStringList abweichungen; ///< limits that are others today: "Panzerzeichen E: 30% → 20%"
 };
 /// @p grenzen as the examination keeps them; empty when they are not known.
 [[nodiscard]] std::optional<Urteilsbeleg> urteilsbeleg(QStringView grenzen,

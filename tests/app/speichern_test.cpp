@@ -419,9 +419,10 @@ TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
     setze("Panzer EC-", "20%");
     setze("max 1C-", "5%");
     ASSERT_TRUE(starte());
-    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'. Jetzt gelten andere Grenzen: "
-                             "Arbeiterinnen: Panzerzeichen E: 30% → 20%, Arbeiterinnen: Klasse 1 "
-                             "≤: 2% → 5%. Nach dem jetzigen Standard beurteilen"_s);
+    EXPECT_EQ(
+        gespeichert(),
+        u"Beurteilt nach dem Standard 'Carnica'. Jetzt gelten andere Grenzen: "
+        "Panzerzeichen E: 30% → 20%, Klasse 1 ≤: 2% → 5%. Nach dem jetzigen Standard beurteilen"_s);
     // Stored again with the same verdict, it keeps the limits that it was given by …
     züchter().setText(u"B"_s);
     QTest::keyClick(&züchter(), Qt::Key_Return);
