@@ -2,8 +2,11 @@
 
 #include "evaluation/diagrammansicht.h"
 #include "evaluation/kriterien.h"
+#include "evaluation/kriterienansicht.h"
 #include "evaluation/merkmalansicht.h"
+#include "evaluation/standarddatei.h"
 #include "evaluation/urteilsanzeige.h"
+#include "evaluation/urteilstext.h"
 #include "print/protokolleinstellungen.h"
 
 #include <algorithm>
@@ -34,11 +37,32 @@ Merkmalansicht& Auswertung::merkmal() {
     if (merkmal_ == nullptr) {
         merkmal_ = new Merkmalansicht(umgebung_.texte, umgebung_.dialoge);
         merkmal_->setzeOhneHaarlänge(arbeitsplatz_.einstellungen().regeln.OhneHaarlänge);
+        merkmal_->setzeFlügelzahl(static_cast<int>(arbeitsplatz_.reihe().gewertete().size()));
         merkmal_->zeige(arbeitsplatz_.untersuchung().merkmale());
         merkmal_->beiÄnderung(
             [this](const Merkmale& merkmale) { arbeitsplatz_.setzeMerkmale(merkmale); });
     }
     return *merkmal_;
+}
+
+Kriterienansicht& Auswertung::kriterien() {
+    if (kriterien_ == nullptr) {
+        kriterien_ = new Kriterienansicht(umgebung_.texte);
+        kriterien_->beiWahl([this](const Prüfwert& eines) { zeigeVerursacher(eines); });
+        zeigeKriterien();
+    }
+    return *kriterien_;
+}
+
+void Auswertung::zeigeKriterien() {
+    if (kriterien_ == nullptr) {
+        return;
+    }
+    const Texte& t = umgebung_.texte;
+    const Kolonieangaben& angaben = arbeitsplatz_.untersuchung().angaben();
+    kriterien_->zeige(kriterientabelle(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil(),
+                                       kriterienworte(t, t, umgebung_.format, true)),
+                      unbeurteilttext(arbeitsplatz_.beurteilung(), angaben.Rassenname, t));
 }
 
 void Auswertung::folge(const Änderung& änderung) {
@@ -48,6 +72,12 @@ void Auswertung::folge(const Änderung& änderung) {
     const Merkmale& merkmale = arbeitsplatz_.untersuchung().merkmale();
     if (merkmal_ != nullptr && merkmal_->merkmale() != merkmale) {
         merkmal_->zeige(merkmale);
+    }
+    if (merkmal_ != nullptr && änderung.Untersuchung) {
+        merkmal_->beginneNeu();
+    }
+    if (merkmal_ != nullptr) {
+        merkmal_->setzeFlügelzahl(static_cast<int>(arbeitsplatz_.reihe().gewertete().size()));
     }
     if (änderung.Urteil) {
         aktualisiere();
@@ -76,7 +106,11 @@ void Auswertung::aktualisiere() {
     korrel_->zeige(std::move(korrel));
     const QString& fremde = untersuchung.angaben().Rassenname;
     urteil_->zeige(beurteilung, fremde.isEmpty() ? rasse : fremde, umgebung_.format,
-                   arbeitsplatz_.gespeichertesUrteil(), standard.istVorgabe());
+                   arbeitsplatz_.gespeichertesUrteil(),
+                   urteilsbeleg(untersuchung.zusatz().Grenzen, standard, tiere, umgebung_.texte,
+                                umgebung_.format),
+                   standard.istVorgabe());
+    zeigeKriterien();
     benenneBilder();
 }
 
@@ -97,7 +131,7 @@ Bildunterschrift Auswertung::unterschrift() const {
 }
 
 void Auswertung::zeigeVerursacher(const Prüfwert& mangel) {
-    const auto liste = kriterien(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil());
+    const auto liste = tarvel::kriterien(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil());
     const auto k = std::find_if(liste.begin(), liste.end(),
                                 [&](const Kriterium& eines) { return eines.prüfwert == mangel; });
     if (k == liste.end()) {

@@ -12,10 +12,11 @@
 namespace tarvel {
 
 class Diagrammansicht;
+class Kriterienansicht;
 class Merkmalansicht;
 class Urteilsanzeige;
 
-/// The views of the judgement: both charts, the body marks and the verdict.
+/// The views of the judgement: both charts, the body marks, the verdict and its criteria.
 class Auswertung {
 public:
     /// The views are made here and belong to the window they are put into.
@@ -32,6 +33,8 @@ public:
     [[nodiscard]] Diagrammansicht& korrel() const { return *korrel_; }
     /// Made when it is asked for the first time: its many fields would hold up the start.
     [[nodiscard]] Merkmalansicht& merkmal();
+    /// The same: it is shown only where the user wants to see it.
+    [[nodiscard]] Kriterienansicht& kriterien();
     [[nodiscard]] Urteilsanzeige& urteil() { return *urteil_; }
 
     /// To be called with every notice of the workplace.
@@ -46,6 +49,7 @@ public:
 private:
     [[nodiscard]] Bildunterschrift unterschrift() const;
     void benenneBilder();
+    void zeigeKriterien();
     void zeigeVerursacher(const Prüfwert& mangel);
 
     std::function<void(const std::vector<int>&)> beiWahl_;
@@ -55,6 +59,7 @@ private:
     Diagrammansicht* kurven_;
     Diagrammansicht* korrel_;
     Merkmalansicht* merkmal_ = nullptr;
+    Kriterienansicht* kriterien_ = nullptr;
     Urteilsanzeige* urteil_;
 };
 

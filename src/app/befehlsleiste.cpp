@@ -150,6 +150,8 @@ const std::vector<Befehl>& befehle() {
          [](Lage l, int) { return l.leisteLinks; }, true},
         {Ansicht, AnsichtLeisteRechts, {Meldung::MenüLeisteRechts, Meldung::TippLeisteRechts, {Qt::Key_F10}}, u"seitenleiste-rechts", {}, {}, {},
          [](Lage l, int) { return l.leisteRechts; }},
+        {Ansicht, AnsichtKriterien, {Meldung::Kriterien, Meldung::TippKriterien, {Qt::SHIFT | Qt::Key_F9}}, {}, {}, {}, {},
+         [](Lage l, int) { return l.kriterien; }},
         {Ansicht, AnsichtLupeAmZeiger, {Meldung::MenüLupeAmZeiger, Meldung::TippLupeAmZeiger}, {}, {}, {}, {},
          [](Lage l, int) { return l.lupeAmZeiger; }},
         {Ansicht, AnsichtWerkzeugtexte, {Meldung::MenüWerkzeugtexte, Meldung::TippWerkzeugtexte}, {}, {}, {}, {},

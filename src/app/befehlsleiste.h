@@ -37,6 +37,7 @@ inline constexpr int AnsichtLeisteLinks = 20;
 inline constexpr int AnsichtLeisteRechts = 21;
 inline constexpr int AnsichtWerkzeugtexte = 22;
 inline constexpr int AnsichtLupeAmZeiger = 23;
+inline constexpr int AnsichtKriterien = 24;
 
 /// What the commands depend on: which make sense now and which are checked.
 struct Befehlslage {
@@ -54,6 +55,7 @@ struct Befehlslage {
     bool mitHilfe = false;
     bool leisteLinks = false;
     bool leisteRechts = false;
+    bool kriterien = false;
     bool lupeAmZeiger = false;
     bool werkzeugtexte = false;
     int Zoomfaktor = 1;

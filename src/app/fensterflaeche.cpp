@@ -3,6 +3,7 @@
 #include "app/auswertung.h"
 #include "app/statuszeile.h"
 #include "evaluation/diagrammansicht.h"
+#include "evaluation/kriterienansicht.h"
 #include "evaluation/merkmalansicht.h"
 #include "evaluation/urteilsanzeige.h"
 #include "measure/lupe.h"
@@ -46,6 +47,7 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     , modelle_(modelle)
     , auswertung_(auswertung)
     , vorschau_(vorschau)
+    , mitte_(new QSplitter(Qt::Vertical))
     , ansichten_(new QStackedWidget) {
     auto* links = new QScrollArea;
     links->setObjectName(u"Leiste_Links"_s);
@@ -75,10 +77,15 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
     messplatz->lupen().feste().setObjectName(u"pic_Lupe"_s);
     messleiste->setObjectName(u"Leiste_Rechts"_s);
 
+    mitte_->setObjectName(u"Teiler_Mitte"_s);
+    mitte_->setChildrenCollapsible(false);
+    mitte_->addWidget(ansichten_);
+    mitte_->setStretchFactor(0, 1);
+
     teiler->setObjectName(u"Teiler"_s);
     teiler->setChildrenCollapsible(false);
     for (QWidget* teil :
-         {linkeLeiste, static_cast<QWidget*>(ansichten_), static_cast<QWidget*>(messleiste)}) {
+         {linkeLeiste, static_cast<QWidget*>(mitte_), static_cast<QWidget*>(messleiste)}) {
         teiler->addWidget(teil);
     }
     teiler->setStretchFactor(1, 1); // the picture gets the room
@@ -142,6 +149,23 @@ void Fensterfläche::zeige(QWidget* ansicht) {
             beiAnsicht_();
         }
     }
+}
+
+void Fensterfläche::zeigeKriterien(bool zeigen) {
+    if (zeigen && kriterien_ == nullptr) {
+        kriterien_ = &auswertung_.kriterien();
+        mitte_->addWidget(kriterien_);
+        mitte_->setStretchFactor(1, 0);
+        const int höhe = kriterienhöhe_ > 0 ? kriterienhöhe_ : kriterien_->sizeHint().height();
+        mitte_->setSizes({std::max(1, mitte_->height() - höhe), höhe});
+    }
+    if (kriterien_ != nullptr) {
+        kriterien_->setVisible(zeigen && gezeigte() != &vorschau_);
+    }
+}
+
+int Fensterfläche::kriterienhöhe() const {
+    return kriterien_ != nullptr && kriterien_->isVisible() ? kriterien_->height() : kriterienhöhe_;
 }
 
 bool Fensterfläche::amMessplatz() const {

@@ -21,6 +21,7 @@ namespace tarvel {
 
 class Auswertung;
 class Kolonieformular;
+class Kriterienansicht;
 class Merkmalansicht;
 class Messleiste;
 class Messplatz;
@@ -29,7 +30,8 @@ class Statuszeile;
 class Tabellenansicht;
 
 /// The views of the main window and how they are laid out: colony data and verdict on the left, the
-/// view in the middle, the panel of measuring on the right, hint line and status below.
+/// view in the middle, the criteria below it, the panel of measuring on the right, hint line and
+/// status below.
 class Fensterfläche {
 public:
     /// Builds everything into @p fenster, which owns it. @p vorschau and @p hinweiszeile, and the
@@ -53,6 +55,12 @@ public:
     [[nodiscard]] std::vector<int> gewählteFlügel() const;
     /// Wing that a command about a single one means: the one chosen in the view, else the last.
     [[nodiscard]] int gewählterFlügel() const;
+    /// Shows or hides the table of criteria below the view. A preview of the report has it on it.
+    void zeigeKriterien(bool zeigen);
+    /// Height of that table in pixels; 0 for the usual one.
+    [[nodiscard]] int kriterienhöhe() const;
+    void setzeKriterienhöhe(int höhe) { kriterienhöhe_ = höhe; }
+
     /// What the context menus of lists, table, charts and overview offer for wings.
     void setzeFlügelbefehle(const QList<QAction*>& befehle);
     /// Chooses wings in the lists, and points them out in the charts.
@@ -81,12 +89,15 @@ private:
     Reihenmodelle& modelle_;
     Auswertung& auswertung_;
     QWidget& vorschau_;
+    QSplitter* mitte_;
     QStackedWidget* ansichten_;
     QList<QAction*> flügelbefehle_;
     bool überträgt_ = false; ///< a choice is on its way to the other views
     Reihenansicht* alle_ = nullptr;
     Tabellenansicht* tabelle_ = nullptr;
     Merkmalansicht* merkmal_ = nullptr;
+    Kriterienansicht* kriterien_ = nullptr;
+    int kriterienhöhe_ = 0; ///< that it gets when it is shown for the first time
 };
 
 } // namespace tarvel

@@ -31,7 +31,12 @@ Flügelbefehle::Flügelbefehle(const Umgebung& umgebung, Arbeitsplatz& arbeitspl
     fläche_.setzeFlügelbefehle(flügelbefehle);
     const auto wähle = [this](const std::vector<int>& flügel) { fläche_.wähle(flügel); };
     fläche_.messplatz->beiWahl(wähle);
-    auswertung_.beiWahl(wähle);
+    auswertung_.beiWahl([this](const std::vector<int>& flügel) {
+        if (fläche_.ansichtswort() == befehl::Merkmal) {
+            ansichten_.zeigeAlle(); // where they are seen
+        }
+        fläche_.wähle(flügel);
+    });
     auswertung_.beiMerkmalwahl([this](const std::vector<int>& bienen) {
         ansichten_.zeigeMerkmale();
         fläche_.merkmal().wähle(bienen);

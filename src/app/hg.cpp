@@ -8,6 +8,8 @@
 #include "app/programmsymbol.h"
 #include "app/statuszeile.h"
 #include "app/textbefehle.h"
+#include "evaluation/kriterienansicht.h"
+#include "evaluation/urteilsanzeige.h"
 #include "lang/hilfe.h"
 #include "measure/bildordner.h"
 #include "measure/messhilfe.h"
@@ -78,6 +80,8 @@ HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Arbeitsplatz& arbei
         stelleFensterlageHer(umgebung_.einstellungen, *this, *fläche_.teiler);
     fläche_.linkeLeiste->setVisible(leisten.links);
     rechteLeisteGewünscht_ = leisten.rechts;
+    fläche_.setzeKriterienhöhe(umgebung_.einstellungen.zahl(Einstellung::FensterKriterienhöhe));
+    kriterienGewünscht_ = umgebung_.einstellungen.schalter(Einstellung::FensterKriterien);
     zeigeZustand();
 }
 
@@ -102,6 +106,10 @@ void HG::verbindeMessplatz() {
         };
     });
     protokoll_.beiTabelle([this] { return flügeltabelle(umgebung_, arbeitsplatz_); });
+    auswertung_.urteil().beiKriterienwunsch([this] {
+        schalteKriterien(true);
+        auswertung_.kriterien().nimmTastatur();
+    });
     fläche_.messplatz->beiZustand([this] { zeigeZustand(); });
     fläche_.messplatz->beiBildwunsch([this] { verteiler_.führeAus(befehl::BildLaden); });
     fläche_.messleiste->beiPunktwahl([this](int nummer) {
@@ -215,6 +223,7 @@ Befehlslage HG::befehlslage() const {
     lage.mitHilfe = hilfeVorhanden(t);
     lage.leisteLinks = !fläche_.linkeLeiste->isHidden();
     lage.leisteRechts = rechteLeisteGewünscht_;
+    lage.kriterien = kriterienGewünscht_;
     lage.lupeAmZeiger = fläche_.messplatz->lupen().amZeiger();
     lage.werkzeugtexte = befehle_.mitWerkzeugtexten();
     lage.Zoomfaktor = messung_.aufnahme().Zoomfaktor;
@@ -237,6 +246,7 @@ void HG::zeigeZustand() {
                      name(arbeitsplatz_.wiederherstellbar(), Meldung::Wiederherstellen,
                           Meldung::WiederherstellenSchritt));
 
+    fläche_.zeigeKriterien(kriterienGewünscht_);
     fläche_.messleiste->setVisible(rechteLeisteGewünscht_ && lage.amMessplatz);
     fläche_.messleiste->zeigeFlügel(messung_.nummer(), messung_.wiederholt());
     fläche_.messleiste->zeigePunkte(messung_.punkte(), messung_.messart(), messung_.aufnahme());
@@ -367,6 +377,9 @@ void HG::men_Ansicht_Click(int index) {
         rechteLeisteGewünscht_ = !rechteLeisteGewünscht_;
         zeigeZustand();
         break;
+    case AnsichtKriterien:
+        schalteKriterien(!kriterienGewünscht_);
+        break;
     case AnsichtLupeAmZeiger:
         einstellungen_.schalteLupe();
         zeigeZustand();
@@ -423,6 +436,12 @@ void HG::men_Hilfe_Click(int index) {
     default:
         break;
     }
+}
+
+void HG::schalteKriterien(bool zeigen) {
+    kriterienGewünscht_ = zeigen;
+    umgebung_.einstellungen.schreibe(Einstellung::FensterKriterien, zeigen ? 1 : 0);
+    zeigeZustand();
 }
 
 void HG::drucke() {
@@ -485,6 +504,9 @@ void HG::closeEvent(QCloseEvent* event) {
         merkeFensterlage(
             umgebung_.einstellungen, *this, *fläche_.teiler,
             {.links = !fläche_.linkeLeiste->isHidden(), .rechts = rechteLeisteGewünscht_});
+        if (const int höhe = fläche_.kriterienhöhe(); höhe > 0) {
+            umgebung_.einstellungen.schreibe(Einstellung::FensterKriterienhöhe, höhe);
+        }
         bilder_.merke();
         arbeitsplatz_.beendeSitzung();
         event->accept();

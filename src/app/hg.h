@@ -84,6 +84,7 @@ private:
     bool Form_Unload();
 
     void drucke();
+    void schalteKriterien(bool zeigen);
 
     /// Brings everything up to date that shows what a command of the workplace changed.
     void folge(const Änderung& änderung);
@@ -111,6 +112,7 @@ private:
 
     QPointer<MessHilfe> messHilfe_;
     bool rechteLeisteGewünscht_ = true;
+    bool kriterienGewünscht_ = false;
     bool restAngefordert_ = false; ///< the window was painted once
 
     Arbeitsplatz::Beobachtung beobachtung_;

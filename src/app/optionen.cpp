@@ -54,6 +54,10 @@ Optionen::Optionen(const Umgebung& umgebung, Benutzerspeicher& speicher, int ras
         namen.last() = name;
         rassen_->setzeRassen(namen);
     });
+    const QString ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
+    rassen_->setzeUmgebung({.dialoge = &umgebung_.dialoge,
+                            .heute = [this] { return umgebung_.uhr.now().date(); },
+                            .ordner = ordner});
     rassen_->setzeQuelle(&umgebung_.einstellungen);
     rassen_->setzeRassen(rassenliste(umgebung_.einstellungen));
     connect(&umgebung_.texte, &Texte::languageChanged, this, [this] { beschrifte(); });

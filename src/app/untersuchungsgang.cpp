@@ -1,5 +1,6 @@
 #include "app/untersuchungsgang.h"
 
+#include "evaluation/rassen.h"
 #include "results/db.h"
 
 #include <QDir>
@@ -98,6 +99,20 @@ void Untersuchungsgang::neueUntersuchung(Personen personen) {
     dienste_.beginneMessen();
 }
 
+Neubeurteilungsregeln Untersuchungsgang::neubeurteilungsregeln() const {
+    const Einstellungen& e = umgebung_.einstellungen;
+    Neubeurteilungsregeln regeln{.satz = {.texte = umgebung_.texte,
+                                          .format = umgebung_.format,
+                                          .rassen = rassenliste(e),
+                                          .OhneHaarlänge = e.schalter(Einstellung::OhneHaarlänge)},
+                                 .standards = {},
+                                 .regeln = ladeUrteilsregeln(e)};
+    for (int rasse = 1; rasse <= Rassenzahl; ++rasse) {
+        regeln.standards.push_back(ladeRassestandard(rasse, e));
+    }
+    return regeln;
+}
+
 void Untersuchungsgang::öffne() {
     dienste_.vervollständige();
     if (!verlasse()) {
@@ -112,7 +127,8 @@ void Untersuchungsgang::öffne() {
            .dokumente = ablage.dokumente(),
            .DatenbankWählen =
                [this](const QString& pfad) { return arbeitsplatz_.DatenbankWählen(pfad); },
-           .LadenDB = [this](const QString& nummer) { return lade(nummer); }},
+           .LadenDB = [this](const QString& nummer) { return lade(nummer); },
+           .neubeurteilung = [this] { return neubeurteilungsregeln(); }},
           dienste_.fenster);
     if (db.exec() != QDialog::Accepted) {
         dienste_.hinweise.zeige(vorher);

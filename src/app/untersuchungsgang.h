@@ -4,6 +4,7 @@
 #include "app/umgebung.h"
 #include "measure/verteiler.h"
 #include "results/arbeitsplatz.h"
+#include "results/neubeurteilung.h"
 
 #include <functional>
 
@@ -52,6 +53,7 @@ public:
 private:
     [[nodiscard]] bool setzeSitzungFort();
     void zeigeLetzte();
+    [[nodiscard]] Neubeurteilungsregeln neubeurteilungsregeln() const;
 
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;

@@ -1,6 +1,7 @@
 #include "batch/ausgabe.h"
 
 #include "evaluation/rassen.h"
+#include "evaluation/standarddatei.h"
 #include "lang/zielwahl.h"
 #include "measure/textdatei.h"
 #include "platform/dateiausgabe.h"
@@ -127,6 +128,22 @@ std::optional<Rassenwahl> wähleRasse(const Batchumgebung& umgebung,
         position = static_cast<int>(stelle - rassen.begin());
     }
     return Rassenwahl{position, rassen[position], ladeRassestandard(position + 1, einstellungen)};
+}
+
+bool nimmStandard(const Batchumgebung& umgebung, const QString& datei, Rassenwahl& rasse) {
+    const std::optional<QByteArray> bytes = liesOderMelde(umgebung, datei);
+    if (!bytes) {
+        return false;
+    }
+    const auto gelesen = liesStandarddatei(*bytes);
+    if (const auto* fehler = std::get_if<Standardfehler>(&gelesen)) {
+        melde(umgebung, datei, fehlertext(*fehler, umgebung.texte));
+        return false;
+    }
+    const auto& standard = std::get<Standarddatei>(gelesen);
+    rasse.name = standard.Rasse;
+    rasse.standard = standard.standard;
+    return true;
 }
 
 } // namespace tarvel

@@ -81,4 +81,9 @@ struct Rassenwahl {
 [[nodiscard]] std::optional<Rassenwahl>
 wähleRasse(const Batchumgebung& umgebung, const Einstellungen& einstellungen, const QString& name);
 
+/// Puts the standard of a file in place of that of the settings, with the name of its race. False,
+/// with a message, when there is none to be read.
+[[nodiscard]] bool nimmStandard(const Batchumgebung& umgebung, const QString& datei,
+                                Rassenwahl& rasse);
+
 } // namespace tarvel

@@ -103,9 +103,12 @@ Status evaluate(const Auswertungsbefehl& befehl, const Batchumgebung& umgebung) 
     if (!einstellungen) {
         return Status::NichtLesbar;
     }
-    const auto rasse = wähleRasse(umgebung, *einstellungen, befehl.rasse);
+    auto rasse = wähleRasse(umgebung, *einstellungen, befehl.rasse);
     if (!rasse) {
         return Status::FalscherAufruf;
+    }
+    if (!befehl.standard.isEmpty() && !nimmStandard(umgebung, befehl.standard, *rasse)) {
+        return Status::NichtLesbar;
     }
     const int dpi =
         befehl.dpi.value_or(scannerauflösung(einstellungen->zahl(Einstellung::ScannMessung)));

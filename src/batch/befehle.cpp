@@ -177,6 +177,9 @@ Leser auswertungsleser() {
         u"n"_s);
     leser.option(u"caste"_s, u"workers (default) or drones."_s, u"caste"_s);
     leser.optionRasse();
+    leser.option(u"standard"_s,
+                 u"File with the standard of a race, in place of that of the settings."_s,
+                 u"file"_s);
     leser.optionIni();
     leser.option(u"format"_s, u"text (default), csv or json."_s, u"format"_s);
     return leser;
@@ -194,6 +197,7 @@ Auswertungsbefehl auswertung(const Leser& leser) {
                 u"caste"_s, Geschlecht::Arbeiterinnen,
                 {{"workers", Geschlecht::Arbeiterinnen}, {"drones", Geschlecht::Drohnen}}),
             .rasse = leser.wert(u"race"_s),
+            .standard = leser.wert(u"standard"_s),
             .ini = leser.wert(u"ini"_s),
             .format = leser.auswahl(u"format"_s, Ausgabeformat::Text,
                                     {{"text", Ausgabeformat::Text},

@@ -29,8 +29,9 @@ struct Auswertungsbefehl {
     std::optional<int> dpi; ///< nullopt: that of the file, else of the settings
     qint16 zoom = 1;        ///< zoom that the points were measured at, 1 to 4
     Geschlecht tiere = Geschlecht::Arbeiterinnen;
-    QString rasse; ///< empty: race of the settings
-    QString ini;   ///< settings file; empty: default settings
+    QString rasse;         ///< empty: race of the settings
+    QString standard = {}; ///< file with a standard; empty: that of the race
+    QString ini;           ///< settings file; empty: default settings
     Ausgabeformat format = Ausgabeformat::Text;
 
     bool operator==(const Auswertungsbefehl&) const = default;

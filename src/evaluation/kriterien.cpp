@@ -60,6 +60,14 @@ void bewerteMittel(Kriterium& k, const Messreihe& reihe) {
     k.anzahl = angabe->kennzahlen.anzahl;
     k.gesamt = k.anzahl;
     k.bereich = angabe->bereich;
+    for (const CiZeile& zeile : reihe.ciZeilen()) {
+        const float wert = reihe.chartwerte(zeile.nummer).CI;
+        const bool gut =
+            k.prüfwert.höchstens ? wert <= k.prüfwert.erlaubt : wert >= k.prüfwert.erlaubt;
+        if (!reihe.ausgelassen(zeile.nummer) && wert != Chartwerte::KeinWert && !gut) {
+            k.flügel.push_back(zeile.nummer);
+        }
+    }
     const std::optional<int> fest = festAb(angabe->kennzahlen, k.prüfwert.erlaubt, MeisteFlügel);
     k.gewissheit = fest == k.gesamt ? Gewissheit::Sicher : Gewissheit::Offen;
     k.festAb = fest;

@@ -27,7 +27,8 @@ struct Kriterium {
     Gewissheit gewissheit = Gewissheit::NichtGemessen;
     /// Sample size that would make an open outcome firm if its value stayed; empty when none would.
     std::optional<int> festAb;
-    std::vector<int> flügel; ///< numbers of the wings that are counted
+    /// Numbers of the wings that are counted; of a mean those on the wrong side of its limit.
+    std::vector<int> flügel;
     std::vector<int> bienen; ///< places from 0 in the list of body marks
 
     /// How far the value is from its limit: above 0 where it passes. Empty without measurements.

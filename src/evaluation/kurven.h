@@ -64,6 +64,8 @@ struct Kurvenbild {
     std::optional<int> nebengipfel;       ///< class of a secondary peak
     QString rasse;                        ///< name of the race, at the line of its mean
     std::optional<double> rassemittel;    ///< mean cubital index of the race
+    /// The rule for the mean of the sample, where the standard has one; it is that of the race.
+    std::optional<Prüfwert> mittelregel;
     /// The race lies below the boundary line of the second curve instead of above it.
     bool darunter = false;
     /// Whether ranges and secondary peak are marked as met or missed.

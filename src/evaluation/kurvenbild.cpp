@@ -53,6 +53,11 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
     bild.art = zweite;
     bild.rassemittel =
         (drohnen ? standard.drohnen.mittel : standard.arbeiterinnen.mittel).Mittelwert.wert();
+    for (const Prüfwert& wert : beurteilung.werte) {
+        if (wert.art == Prüfung::Mittelwert && beurteilung.BewertungAktiv) {
+            bild.mittelregel = wert;
+        }
+    }
     bild.beurteilt = beurteilung.BewertungAktiv;
     bild.nebengipfel = beurteilung.nebengipfel;
     bild.bereiche = bereichsangaben(beurteilung);

@@ -1,5 +1,7 @@
 #include "evaluation/kurvenlayout.h"
 
+#include "evaluation/urteilstext.h"
+
 #include "measure/indexmuster.h"
 
 #include <algorithm>
@@ -195,8 +197,13 @@ std::vector<Fahne> fahnen(const Feld& f, const Kurvenbild& bild, std::optional<d
                           int nebengipfel, const Diagrammstil& stil) {
     Fahnenreihe reihe(f, stil);
     if (rassemittel) {
-        reihe.füge(*rassemittel, bild.rasse, Format(*rassemittel, u"0.0", bild.format),
-                   {.farbe = stil.rasse, .art = Qt::DashLine});
+        const bool verfehlt = bild.mittelregel && bild.mittelregel->fett;
+        reihe.füge(*rassemittel, bild.rasse,
+                   bild.mittelregel ? mittelvergleich(*bild.mittelregel, bild.format)
+                                    : Format(*rassemittel, u"0.0", bild.format),
+                   {.farbe = verfehlt ? stil.verfehlt : stil.rasse,
+                    .art = Qt::DashLine,
+                    .fett = verfehlt});
     }
     if (const auto grenze = f.verteilung->grenzlinie) {
         reihe.füge(*grenze, bild.worte.grenzlinie,

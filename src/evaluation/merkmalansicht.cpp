@@ -66,6 +66,8 @@ Merkmalansicht::Merkmalansicht(const Texte& texte, Dialoge& dialoge, QWidget* pa
     , lab_Hinweis_(new QLabel)
     , seiten_(new QStackedWidget)
     , lab_Bienen_(new QLabel)
+    , lab_Fortschritt_(new QLabel)
+    , lab_Biene_(new QLabel)
     , lab_Fehler_(new QLabel)
     , Liste_(new QListView)
     , zeilen_(new QStringListModel(this))
@@ -74,8 +76,10 @@ Merkmalansicht::Merkmalansicht(const Texte& texte, Dialoge& dialoge, QWidget* pa
     setObjectName(u"Merkmal"_s);
     lab_Hinweis_->setObjectName(u"lab_Merkmalhinweis"_s);
     lab_Bienen_->setObjectName(u"lab_Bienen"_s);
+    lab_Fortschritt_->setObjectName(u"lab_MerkmalFortschritt"_s);
+    lab_Biene_->setObjectName(u"lab_Biene"_s);
     lab_Fehler_->setObjectName(u"lab_Merkmalfehler"_s);
-    for (QLabel* label : {lab_Hinweis_, lab_Fehler_}) {
+    for (QLabel* label : {lab_Hinweis_, lab_Biene_, lab_Fehler_}) {
         label->setWordWrap(true);
     }
     QFont fett = lab_Bienen_->font();
@@ -93,6 +97,10 @@ Merkmalansicht::Merkmalansicht(const Texte& texte, Dialoge& dialoge, QWidget* pa
     knopfzeile->addWidget(lab_Bienen_, 1);
     knopfzeile->addWidget(bef_Übernehmen_);
     eingabe->addLayout(knopfzeile);
+    auto* fortschritt = new QHBoxLayout;
+    fortschritt->addWidget(lab_Biene_, 1);
+    fortschritt->addWidget(lab_Fortschritt_);
+    eingabe->addLayout(fortschritt);
     eingabe->addWidget(lab_Fehler_);
     eingabe->addStretch();
 
@@ -134,6 +142,7 @@ QWidget* Merkmalansicht::listenleiste() {
     layout->setContentsMargins(0, 0, 0, 0);
     Liste_->setObjectName(u"Liste"_s);
     Liste_->setModel(zeilen_);
+    Liste_->installEventFilter(this);
     Liste_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     Liste_->setUniformItemSizes(true);
     Liste_->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -160,19 +169,23 @@ QWidget* Merkmalansicht::seite(Geschlecht tiere) {
 
 /// One option button and one count a code, and the group's summary below.
 Merkmalansicht::Gruppe Merkmalansicht::gruppe(Geschlecht tiere, Merkmalgruppe art) {
-    Gruppe neu{tiere, art, new QGroupBox, nullptr, {}, {}, new QLabel};
+    Gruppe neu{tiere, art, new QGroupBox, nullptr, {}, {}, new QLabel, false};
     neu.optionen = new QButtonGroup(neu.rahmen);
     auto* raster = new QGridLayout(neu.rahmen);
+    // The keys beside the codes must not make the window wider.
+    constexpr int Rand = 6;
+    raster->setContentsMargins(Rand, Rand, Rand, Rand);
+    raster->setHorizontalSpacing(2);
     const QString name = knopfname(tiere, art);
     const int platz = ersterPlatz(tiere, art);
     int index = 0;
     for (const Merkmalcode& code : merkmalcodes(tiere, art)) {
-        auto* option = new QRadioButton(code.code.toString());
+        auto* option = new QRadioButton;
         option->setObjectName(name + u'_' + QString::number(index));
         option->setChecked(index == 0);
         neu.optionen->addButton(option, index);
         neu.zahlen.push_back(zahlfeld(tiere, platz + index));
-        neu.codes.push_back(new QLabel(option->text()));
+        neu.codes.push_back(new QLabel(code.code.toString()));
         neu.codes.back()->setBuddy(neu.zahlen.back());
         raster->addWidget(option, index, 0);
         raster->addWidget(neu.codes.back(), index, 0);
@@ -236,7 +249,7 @@ void Merkmalansicht::TexteAnwenden() {
         const QString titel = texte_(überschrift(g.art));
         g.rahmen->setTitle(titel);
         for (int i = 0; i < static_cast<int>(g.zahlen.size()); ++i) {
-            const QString name = titel + u' ' + g.optionen->button(i)->text();
+            const QString name = titel + u' ' + g.codes.at(static_cast<std::size_t>(i))->text();
             g.optionen->button(i)->setAccessibleName(name);
             g.zahlen.at(static_cast<std::size_t>(i))
                 ->setAccessibleName(texte_(Meldung::NameBienenzahl).arg(name));
@@ -247,12 +260,18 @@ void Merkmalansicht::TexteAnwenden() {
         nummer = g.art == Merkmalgruppe::Panzer ? 1 : nummer + 1;
         g.rahmen->setToolTip(u"Alt+%1"_s.arg(nummer));
     }
+    beschrifteTasten();
     zeigeModus();
     zeigeAuswertung();
 }
 
 void Merkmalansicht::zeige(const Merkmale& merkmale) {
+    const bool andere = merkmale.Tiere != merkmale_.Tiere;
     merkmale_ = merkmale;
+    if (andere) {
+        beginneNeu();
+    }
+    beginneBiene(); // what was undone or loaded is not the bee that was being entered
     auswertung_ = MerkmaleAuswerten(merkmale_, OhneHaarlänge_);
     seiten_->setCurrentIndex(static_cast<int>(merkmale_.Tiere));
     zeigeModus();
@@ -464,6 +483,7 @@ void Merkmalansicht::zeigeZusammenfassung() {
     if (auswertung_.Fehler) {
         fehler << fehlertext(*auswertung_.Fehler);
     }
+    zeigeFortschritt();
     lab_Fehler_->setText(fehler.join(u'\n'));
 }
 

@@ -42,11 +42,20 @@ public:
     /// Chooses bees by their places from 0 in the list.
     void wähle(const std::vector<int>& bienen);
 
+    /// To be called for another examination: the choice for the last bee goes.
+    void beginneNeu();
+    /// How many wings the sample has; the bees are counted against them.
+    void setzeFlügelzahl(int flügel);
+
     /// Whether the hair length of workers is left out.
     void setzeOhneHaarlänge(bool ohne);
 
     /// Puts the words of the program's language on the controls.
     void TexteAnwenden();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* objekt, QEvent* ereignis) override;
 
 private:
     /// A group of marks of one caste.
@@ -58,6 +67,7 @@ private:
         std::vector<QLabel*> codes; ///< in place of the option buttons in sums mode
         std::vector<QLineEdit*> zahlen;
         QLabel* summe;
+        bool mitTaste = false; ///< got a key for the bee that is being entered
     };
 
     QWidget* seite(Geschlecht tiere);
@@ -73,6 +83,13 @@ private:
     void txt_Anzahl_Change(int platz, const QString& text);
     void nimmListenzeile();
     void taste_Enter();
+
+    [[nodiscard]] bool nimmTaste(const QKeyEvent& ereignis);
+    void beginneBiene();
+    void beschrifteTasten();
+    void zeigeFortschritt();
+    [[nodiscard]] std::vector<Gruppe*> gezeigteGruppen();
+    [[nodiscard]] bool wirdErfasst(const Gruppe& gruppe) const;
 
     void geändert();
     void zeigeAuswertung();
@@ -90,12 +107,15 @@ private:
     Merkmale merkmale_;
     Merkmalauswertung auswertung_;
     bool OhneHaarlänge_ = false;
+    int flügelzahl_ = 0;
 
     QLabel* lab_Hinweis_;
     std::array<QRadioButton*, 2> opt_Modus_{};
     QStackedWidget* seiten_;
     std::vector<Gruppe> gruppen_;
     QLabel* lab_Bienen_;
+    QLabel* lab_Fortschritt_;
+    QLabel* lab_Biene_;
     QLabel* lab_Fehler_;
     QListView* Liste_;
     QStringListModel* zeilen_;

@@ -1,5 +1,6 @@
 #include "evaluation/rassenseite.h"
 
+#include "evaluation/standarddatei.h"
 #include "platform/profil.h"
 
 #include <QApplication>
@@ -20,6 +21,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <tuple>
 
 namespace tarvel {
 
@@ -62,6 +64,17 @@ QColor mangelfarbe(const QPalette& palette) {
     return {gemischt(grund.red(), 255), gemischt(grund.green(), 0), gemischt(grund.blue(), 0)};
 }
 
+/// @p wort with a letter to be chosen by that is not in @p vergeben, where it goes.
+QString mitKürzel(QString wort, QString& vergeben) {
+    for (qsizetype i = 0; i < wort.size(); ++i) {
+        if (wort[i].isLetter() && !vergeben.contains(wort[i].toUpper())) {
+            vergeben += wort[i].toUpper();
+            return wort.insert(i, u'&');
+        }
+    }
+    return wort;
+}
+
 bool verweigert(Tastenfilter filter, const QString& text) {
     return std::ranges::any_of(text, [filter](QChar zeichen) {
         return (zeichen.isPrint() || zeichen == u'\b') && !erlaubt(filter, zeichen);
@@ -77,6 +90,11 @@ Rassenseite::Rassenseite(const Texte& texte, Zahlenformat format, QWidget* paren
     , piepston_([] { QApplication::beep(); })
     , tbs_Rasse_(new QTabBar)
     , blatt_(new QWidget)
+    , txt_Standardname_(new QLineEdit)
+    , txt_Standardversion_(new QLineEdit)
+    , lab_Standardstand_(new QLabel)
+    , bef_StandardImport_(new QPushButton)
+    , bef_StandardExport_(new QPushButton)
     , bef_TestReset_(new QPushButton)
     , bef_Standardwerte_(new QPushButton) {
     tbs_Rasse_->setObjectName(u"tbs_Rasse"_s);
@@ -107,7 +125,11 @@ Rassenseite::Rassenseite(const Texte& texte, Zahlenformat format, QWidget* paren
         knopf->setAutoDefault(false);
         knöpfe->addWidget(knopf);
     }
-    raster->addLayout(knöpfe, 1, 1, Qt::AlignBottom);
+    auto* unten = new QVBoxLayout;
+    unten->addWidget(gruppeStandard());
+    unten->addStretch();
+    unten->addLayout(knöpfe);
+    raster->addLayout(unten, 1, 1);
     raster->setColumnStretch(0, 1);
     raster->setColumnStretch(1, 1);
 
@@ -115,6 +137,7 @@ Rassenseite::Rassenseite(const Texte& texte, Zahlenformat format, QWidget* paren
     connect(bef_TestReset_, &QPushButton::clicked, this, [this] { bef_TestReset_Click(); });
     connect(bef_Standardwerte_, &QPushButton::clicked, this, [this] {
         gezeigt() = Rassestandard();
+        neuBenannt_.at(gezeigte_) = false;
         zeige();
     });
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
@@ -163,8 +186,19 @@ void Rassenseite::beschrifte() {
         }
         f.eingabe->setAccessibleName(name);
     }
+    for (QLineEdit* eingabe : {txt_Standardname_, txt_Standardversion_}) {
+        eingabe->setToolTip(texte_(Meldung::TippStandardname));
+    }
+    QString vergeben;
+    for (const auto& [knopf, wort, tipp] :
+         {std::tuple{bef_StandardImport_, texte_(Text::Importieren), Meldung::TippStandardImport},
+          {bef_StandardExport_, texte_(Meldung::Exportieren), Meldung::TippStandardExport}}) {
+        knopf->setText(mitKürzel(wort, vergeben));
+        knopf->setToolTip(texte_(tipp));
+    }
     zeigeHinweise();
     zeigeGeltende();
+    zeigeKennung();
 }
 
 void Rassenseite::setzeRassen(const QStringList& namen) {
@@ -182,7 +216,9 @@ void Rassenseite::lade(const Einstellungen& einstellungen, int rasse) {
         LadenMerkmaleArbeiterinnen(standard, nummer, einstellungen);
         LadenMerkmaleDrohnen(standard, nummer, einstellungen);
         LadenGrenzlinien(standard, nummer, einstellungen);
+        LadenKennung(standard, nummer, einstellungen);
     }
+    neuBenannt_ = {};
     geladene_ = standards_;
     gezeigte_ = static_cast<std::size_t>(rasse - 1);
     const QSignalBlocker still(tbs_Rasse_);
@@ -199,11 +235,15 @@ void Rassenseite::verwirf(const Einstellungen& einstellungen, int rasse) {
 
 bool Rassenseite::speichere(Profil& ini, Benutzerspeicher& speicher, int rasse) {
     vervollständige();
+    for (std::size_t i = 0; i < standards_.size(); ++i) {
+        besiegle(i);
+    }
     bool kopiert = true;
     const auto eine = [&](int nummer) {
         const Rassestandard& s = standard(nummer);
         SpeichernKarte5Arbeiterinnen(s, nummer, ini);
         SpeichernKarte5Drohnen(s, nummer, ini);
+        SpeichernKennung(s, nummer, ini);
         kopiert = SpeichernKarte5Linien(s, nummer, ini, speicher) && kopiert;
     };
     if (istRasse(rasse)) {
@@ -259,7 +299,9 @@ void Rassenseite::bef_TestReset_Click() {
         LadenMerkmaleArbeiterinnen(standard, rasse, *quelle_);
         LadenMerkmaleDrohnen(standard, rasse, *quelle_);
         LadenGrenzlinien(standard, rasse, *quelle_);
+        LadenKennung(standard, rasse, *quelle_);
     }
+    neuBenannt_.at(gezeigte_) = false;
     zeige();
 }
 
@@ -272,6 +314,7 @@ void Rassenseite::cbo_DV_Click(int position) {
 
 void Rassenseite::setze(Standardgruppe gruppe, QStringView schlüssel, int wert) {
     übernehme(standardzeile(gruppe, schlüssel), gezeigt(), QString::number(wert));
+    zeigeKennung();
 }
 
 void Rassenseite::zeige() {
@@ -288,8 +331,11 @@ void Rassenseite::zeige() {
     }
     cbo_CIMittel_[0]->setCurrentIndex(s.arbeiterinnen.mittel.unter() ? 1 : 0);
     cbo_CIMittel_[1]->setCurrentIndex(s.drohnen.mittel.unter() ? 1 : 0);
+    txt_Standardname_->setText(s.kennung.Name);
+    txt_Standardversion_->setText(s.kennung.Version);
     zeigeHinweise();
     zeigeGeltende();
+    zeigeKennung();
 }
 
 /// Brings the text of a field into its usual form and takes it over. A decimal beyond what can be
@@ -317,6 +363,7 @@ void Rassenseite::verlasse(const Feld& f) {
     }
     zeigeHinweise();
     zeigeGeltende();
+    zeigeKennung();
 }
 
 QLineEdit* Rassenseite::mangelhaftesFeld() {
@@ -351,7 +398,7 @@ void Rassenseite::zeigeHinweise() {
         QPalette farben;
         if (f.zeile->art == Werteart::Bereich) {
             if (const auto mangel = bereichsmangel(f.eingabe->text())) {
-                const QString grund = mangeltext(*mangel);
+                const QString grund = bereichstext(*mangel, texte_);
                 mängel.at(gruppe) << u"⚠ "_s + f.eingabe->accessibleName() + u": "_s + grund;
                 hinweis = grund;
                 farben.setColor(QPalette::Base, mangelfarbe(palette()));
@@ -367,18 +414,6 @@ void Rassenseite::zeigeHinweise() {
             texte_(Meldung::KriterienWirkungslos).arg(wirkungslose.at(i).join(u", "_s)));
         lab_Hinweis_.at(i)->setVisible(!wirkungslose.at(i).isEmpty());
     }
-}
-
-QString Rassenseite::mangeltext(Bereichsmangel mangel) const {
-    switch (mangel) {
-    case Bereichsmangel::Unfertig:
-        return texte_(Meldung::BereichUnfertig);
-    case Bereichsmangel::Verkehrt:
-        return texte_(Meldung::BereichVerkehrt);
-    case Bereichsmangel::ZuHoch:
-        break;
-    }
-    return texte_(Meldung::BereichZuHoch).arg(HöchsteKlasse);
 }
 
 /// With the lines after Kruber those that are stored step back, and those in force stand beside.
@@ -409,6 +444,7 @@ void Rassenseite::vervollständige() {
             verlasse(f);
         }
     }
+    benenne();
 }
 
 bool Rassenseite::eventFilter(QObject* objekt, QEvent* ereignis) {

@@ -3,7 +3,9 @@
 #include "evaluation/rassen.h"
 #include "evaluation/rassestandard.h"
 #include "lang/texte.h"
+#include "platform/dialoge.h"
 
+#include <QDate>
 #include <QStringList>
 #include <QWidget>
 
@@ -22,6 +24,15 @@ class QRadioButton;
 class QTabBar;
 
 namespace tarvel {
+
+struct Standarddatei;
+
+/// What giving standards on takes from outside. Everything outlives the page.
+struct Standardumgebung {
+    Dialoge* dialoge = nullptr;
+    std::function<QDate()> heute;
+    QString ordner; ///< that file choosers start in
+};
 
 /// The race page of the options: shows and edits the standards of the four races, each on its tab.
 /// One set of fields moves to the tab that is chosen.
@@ -56,6 +67,7 @@ public:
 
     /// Standard of race 1 to 4 with the changes made so far.
     [[nodiscard]] const Rassestandard& standard(int rasse) const;
+    void setzeUmgebung(Standardumgebung umgebung) { umgebung_ = std::move(umgebung); }
     /// What bef_TestReset loads from.
     void setzeQuelle(const Einstellungen* einstellungen) { quelle_ = einstellungen; }
 
@@ -75,6 +87,14 @@ private:
     void tbs_Rasse_Click();
     void bef_TestReset_Click();
     void cbo_DV_Click(int position);
+    void bef_StandardExport_Click();
+    void bef_StandardImport_Click();
+    void nimm(const Standarddatei& datei);
+    /// Takes over what was typed as the name of the standard that is shown.
+    void benenne();
+    /// The name belongs to the values as they are now.
+    void besiegle(std::size_t rasse);
+    void zeigeKennung();
 
     QLineEdit* feld(QStringView schlüssel, Standardgruppe gruppe, const QString& name, Text wort,
                     const QString& code = {});
@@ -85,6 +105,7 @@ private:
     QGroupBox* gruppeArbeiterinnen();
     QGroupBox* gruppeDrohnen();
     QGroupBox* gruppeLinien();
+    QGroupBox* gruppeStandard();
     QLabel* label(Text wort);
     QLabel* zeilenkopf(Text wort, const QString& nummer = {});
     void beschrifte();
@@ -93,7 +114,6 @@ private:
     void zeige();
     void zeigeHinweise();
     void zeigeGeltende();
-    [[nodiscard]] QString mangeltext(Bereichsmangel mangel) const;
     void verlasse(const Feld& feld);
     void vervollständige();
     [[nodiscard]] Rassestandard& gezeigt() { return standards_.at(gezeigte_); }
@@ -106,6 +126,8 @@ private:
     Standards standards_;
     Standards geladene_;
     std::size_t gezeigte_ = 0;
+    std::array<bool, Rassenzahl> neuBenannt_{}; ///< got a name here, not stored yet
+    Standardumgebung umgebung_;
 
     QTabBar* tbs_Rasse_;
     std::array<QWidget*, Rassenzahl> karten_{};
@@ -117,6 +139,11 @@ private:
     std::array<QLabel*, 2> lab_Hinweis_{};
     std::array<QRadioButton*, 2> opt_Korrelation_{};
     std::array<QComboBox*, 2> cbo_DV_{};
+    QLineEdit* txt_Standardname_;
+    QLineEdit* txt_Standardversion_;
+    QLabel* lab_Standardstand_;
+    QPushButton* bef_StandardImport_;
+    QPushButton* bef_StandardExport_;
     QPushButton* bef_TestReset_;
     QPushButton* bef_Standardwerte_;
     std::vector<QLabel*> zeilenköpfe_;

@@ -87,6 +87,17 @@ constexpr std::array<QStringView, 3> Abschnitte{u"Merkmale Arbeiterinnen", u"Mer
                                                 u"Grenzlinien"};
 constexpr std::array<QStringView, Rassenzahl> Endungen{u"C-", u"M-", u"L-", u"P-"};
 
+/// Where the settings file keeps what a standard goes by; the keys end with the mark of the race.
+constexpr QStringView AbschnittKennung = u"Standard";
+struct Kennungszeile {
+    QStringView name;
+    QString Standardkennung::*ort;
+};
+constexpr std::array Kennungszeilen{Kennungszeile{u"Name", &Standardkennung::Name},
+                                    Kennungszeile{u"Version", &Standardkennung::Version},
+                                    Kennungszeile{u"Datum", &Standardkennung::Datum},
+                                    Kennungszeile{u"Marke", &Standardkennung::Marke}};
+
 bool istRasse(int rasse) {
     return rasse >= 1 && rasse <= Rassenzahl;
 }
@@ -243,11 +254,34 @@ void LadenGrenzlinien(Rassestandard& standard, int rasse, const Einstellungen& e
     lade(Standardgruppe::Grenzlinien, standard, rasse, einstellungen);
 }
 
+void LadenKennung(Rassestandard& standard, int rasse, const Einstellungen& einstellungen) {
+    standard.kennung = {};
+    for (const Kennungszeile& zeile : Kennungszeilen) {
+        if (istRasse(rasse)) {
+            standard.kennung.*zeile.ort = ausCodepage1252(GetPrivateProfileStringA(
+                bytes(AbschnittKennung),
+                bytes(zeile.name.toString() + rassenendung(rasse).toString()), QByteArray(), Puffer,
+                einstellungen.IniPfad()));
+        }
+    }
+}
+
+void SpeichernKennung(const Rassestandard& standard, int rasse, Profil& ini) {
+    for (const Kennungszeile& zeile : Kennungszeilen) {
+        const QByteArray key = bytes(zeile.name.toString() + rassenendung(rasse).toString());
+        const QString& wert = standard.kennung.*zeile.ort;
+        if (istRasse(rasse) && (!wert.isEmpty() || ini.wert(bytes(AbschnittKennung), key))) {
+            ini.setze(bytes(AbschnittKennung), key, alsProfilwert(bytes(wert)));
+        }
+    }
+}
+
 Rassestandard ladeRassestandard(int rasse, const Einstellungen& einstellungen) {
     Rassestandard standard;
     LadenMerkmaleArbeiterinnen(standard, rasse, einstellungen);
     LadenMerkmaleDrohnen(standard, rasse, einstellungen);
     LadenGrenzlinien(standard, rasse, einstellungen);
+    LadenKennung(standard, rasse, einstellungen);
     return standard;
 }
 

@@ -102,6 +102,16 @@ struct Grenzlinien {
     bool operator==(const Grenzlinien&) const = default;
 };
 
+/// What a standard goes by. It belongs to the values that it was given to.
+struct Standardkennung {
+    QString Name;
+    QString Version;
+    QString Datum; ///< day of the version, "2026-03-01"
+    QString Marke; ///< of the values, see standardmarke()
+
+    bool operator==(const Standardkennung&) const = default;
+};
+
 /// What bees of one race are judged by. A new one holds the defaults, the same for every race.
 struct Rassestandard {
     Rassestandard();
@@ -109,6 +119,7 @@ struct Rassestandard {
     Arbeiterinnenstandard arbeiterinnen;
     Drohnenstandard drohnen;
     Grenzlinien linien;
+    Standardkennung kennung;
 
     [[nodiscard]] const Mittelgrenze& mittelgrenze(Geschlecht tiere) const {
         return tiere == Geschlecht::Drohnen ? drohnen.mittel : arbeiterinnen.mittel;
@@ -166,13 +177,16 @@ void LadenMerkmaleArbeiterinnen(Rassestandard& standard, int rasse,
                                 const Einstellungen& einstellungen);
 void LadenMerkmaleDrohnen(Rassestandard& standard, int rasse, const Einstellungen& einstellungen);
 void LadenGrenzlinien(Rassestandard& standard, int rasse, const Einstellungen& einstellungen);
-/// The three of them on a new standard.
+/// What the standard goes by; empty texts where it has no name.
+void LadenKennung(Rassestandard& standard, int rasse, const Einstellungen& einstellungen);
+/// All of them on a new standard.
 [[nodiscard]] Rassestandard ladeRassestandard(int rasse, const Einstellungen& einstellungen);
 
 /// These set their keys in @p ini, key by key in the order of the table; the caller writes the file
 /// with Profil::sichern. Nothing happens for a race number other than 1 to 4.
 void SpeichernKarte5Arbeiterinnen(const Rassestandard& standard, int rasse, Profil& ini);
 void SpeichernKarte5Drohnen(const Rassestandard& standard, int rasse, Profil& ini);
+void SpeichernKennung(const Rassestandard& standard, int rasse, Profil& ini);
 /// Other programs of the same person read the boundary lines from the user's store, so the same
 /// section, keys and texts go there too, under application "Index". False when that store did not
 /// take them all; @p ini has them in any case.

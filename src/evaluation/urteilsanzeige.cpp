@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -12,6 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString ZielNeu = u"neu"_s;
+const QString ZielKriterien = u"kriterien"_s;
 
 QString verweis(const QString& ziel, const QString& text) {
     return u"<a href=\"%1\">%2</a>"_s.arg(ziel, text.toHtmlEscaped());
@@ -26,7 +29,8 @@ Urteilsanzeige::Urteilsanzeige(const Texte& texte, QWidget* parent)
     , lab_Urteil_(new QLabel)
     , lab_Grundlage_(new QLabel)
     , lab_Mängel_(new QLabel)
-    , lab_Gespeichert_(new QLabel) {
+    , lab_Gespeichert_(new QLabel)
+    , lab_Kriterien_(new QLabel) {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(4);
     QFont fett = lab_Urteil_->font();
@@ -36,13 +40,14 @@ Urteilsanzeige::Urteilsanzeige(const Texte& texte, QWidget* parent)
     lab_Grundlage_->setObjectName(u"lab_Grundlage"_s);
     lab_Mängel_->setObjectName(u"lab_Mängel"_s);
     lab_Gespeichert_->setObjectName(u"lab_Gespeichert"_s);
-    for (QLabel* label :
-         {überschrift_, lab_Urteil_, lab_Grundlage_, lab_Mängel_, lab_Gespeichert_}) {
+    lab_Kriterien_->setObjectName(u"lab_Kriterien"_s);
+    for (QLabel* label : {überschrift_, lab_Urteil_, lab_Grundlage_, lab_Mängel_, lab_Kriterien_,
+                          lab_Gespeichert_}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
         layout->addWidget(label);
     }
-    for (QLabel* label : {lab_Mängel_, lab_Gespeichert_}) {
+    for (QLabel* label : {lab_Mängel_, lab_Kriterien_, lab_Gespeichert_}) {
         label->setTextFormat(Qt::RichText);
         label->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
         connect(label, &QLabel::linkActivated, this, [this](const QString& ziel) { folge(ziel); });
@@ -53,12 +58,13 @@ Urteilsanzeige::Urteilsanzeige(const Texte& texte, QWidget* parent)
 
 void Urteilsanzeige::zeige(const Beurteilung& beurteilung, const QString& rasse,
                            const Zahlenformat& format, std::optional<bool> gespeichertes,
-                           bool nachVorgaben) {
+                           const std::optional<Urteilsbeleg>& beleg, bool nachVorgaben) {
     beurteilung_ = beurteilung;
     rasse_ = rasse;
     format_ = format;
     gespeichertes_ = gespeichertes;
     nachVorgaben_ = nachVorgaben;
+    beleg_ = beleg;
     beschrifte();
 }
 
@@ -85,23 +91,61 @@ void Urteilsanzeige::beschrifte() {
     }
     lab_Grundlage_->setText(grundlage.join(u'\n'));
     lab_Mängel_->setText(mängel.join(u"<br>"_s));
+    lab_Kriterien_->setText(beurteilung_.BewertungAktiv
+                                ? verweis(ZielKriterien, texte_(Meldung::AlleKriterien))
+                                : QString());
+    lab_Kriterien_->setToolTip(texte_(Meldung::TippKriterien));
     lab_Mängel_->setToolTip(texte_(Meldung::TippMangel));
-    const bool anders = gespeichertes_ && urteil && *gespeichertes_ != *urteil;
-    lab_Gespeichert_->setText(
-        anders ? texte_(Meldung::UrteilAnders)
-                         .arg(texte_(urteilswort(*gespeichertes_)), texte_(urteilswort(*urteil)))
-                         .toHtmlEscaped() +
-                     u' ' + verweis(ZielNeu, texte_(Meldung::NeuBeurteilen))
-               : QString());
-    for (QLabel* label : {lab_Grundlage_, lab_Mängel_, lab_Gespeichert_}) {
+    lab_Gespeichert_->setText(gespeichertes());
+    lab_Gespeichert_->setToolTip(beleg_ ? beleg_->abweichungen.join(u'\n') : QString());
+    for (QLabel* label : {lab_Grundlage_, lab_Mängel_, lab_Kriterien_, lab_Gespeichert_}) {
         label->setVisible(!label->text().isEmpty());
     }
+}
+
+/// What is to be said of a stored verdict: that it is another one, by which standard it was given,
+/// and which limits are others now.
+QString Urteilsanzeige::gespeichertes() const {
+    if (!gespeichertes_) {
+        return {};
+    }
+    const std::optional<bool> urteil = beurteilung_.urteil();
+    const QString wort = texte_(urteilswort(*gespeichertes_));
+    const bool anders = urteil && *gespeichertes_ != *urteil;
+    const bool andereGrenzen = urteil && beleg_ && !beleg_->abweichungen.isEmpty();
+    QStringList sätze;
+    if (anders) {
+        sätze << texte_(Meldung::UrteilAnders).arg(wort, texte_(urteilswort(*urteil)));
+    } else if (!urteil) {
+        sätze << texte_(Meldung::UrteilGespeichert).arg(wort);
+    }
+    if (beleg_) {
+        sätze << texte_(Meldung::FußStandard).arg(beleg_->standard);
+    }
+    if (andereGrenzen) {
+        constexpr qsizetype Höchstens = 3;
+        QStringList grenzen =
+            beleg_->abweichungen.first(std::min(Höchstens, beleg_->abweichungen.size()));
+        if (const auto weitere = beleg_->abweichungen.size() - grenzen.size(); weitere > 0) {
+            grenzen << texte_(Meldung::UndWeitere).arg(weitere);
+        }
+        sätze << texte_(Meldung::GrenzenAnders).arg(grenzen.join(u", "_s));
+    }
+    const QString text = sätze.join(u' ').toHtmlEscaped();
+    return anders || andereGrenzen ? text + u' ' + verweis(ZielNeu, texte_(Meldung::NeuBeurteilen))
+                                   : text;
 }
 
 void Urteilsanzeige::folge(const QString& ziel) const {
     if (ziel == ZielNeu) {
         if (beiNeubeurteilung_) {
             beiNeubeurteilung_();
+        }
+        return;
+    }
+    if (ziel == ZielKriterien) {
+        if (beiKriterienwunsch_) {
+            beiKriterienwunsch_();
         }
         return;
     }

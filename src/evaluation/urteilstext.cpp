@@ -2,6 +2,8 @@
 
 #include "measure/indexmuster.h"
 
+#include <cmath>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,23 @@ QString teil(int anzahl, int soll, const Texte& texte, Meldung keine, Meldung we
 
 } // namespace
 
+QString mitteltext(const Prüfwert& wert, const Zahlenformat& format) {
+    const double mittel = wert.mittel.value_or(0);
+    constexpr double Rundung = 0.005;
+    return Format(mittel,
+                  wert.fett && std::abs(mittel - wert.erlaubt) <= Rundung ? QStringView(u"0.0000")
+                                                                          : muster::CI,
+                  format);
+}
+
+QString mittelvergleich(const Prüfwert& wert, const Zahlenformat& format) {
+    const QString grenze = Format(wert.erlaubt, u"0.0", format);
+    const QString zeichen = wert.höchstens == wert.fett ? (wert.fett ? u" > "_s : u" ≥ "_s)
+                                                        : (wert.fett ? u" < "_s : u" ≤ "_s);
+    return wert.mittel ? mitteltext(wert, format) + zeichen + grenze
+                       : zeichen.trimmed() + u' ' + grenze;
+}
+
 QString mangeltext(const Prüfwert& mangel, const Texte& texte, const Zahlenformat& format) {
     const QString bereich = klassenbereichtext(mangel.bereich);
     const QString gemessen = QString::number(mangel.gemessen.value_or(0));
@@ -30,7 +49,7 @@ QString mangeltext(const Prüfwert& mangel, const Texte& texte, const Zahlenform
         return texte(Text::Nebengipfel) + u' ' + bereich;
     case Prüfung::Mittelwert:
         return texte(mangel.höchstens ? Meldung::MangelMittelZuHoch : Meldung::MangelMittelZuTief)
-            .arg(Format(mangel.mittel.value_or(0), muster::CI, format), erlaubt);
+            .arg(mitteltext(mangel, format), erlaubt);
     case Prüfung::Merkmal:
         break;
     }

@@ -26,6 +26,8 @@ struct Frage {
     bool mitAbbrechen = false;
     QString ja = {};
     QString nein = {};
+    /// What it is about, where that may be too long for a message box.
+    QStringList zeilen = {};
 };
 
 /// Everything that stops and waits for the user: messages, questions and file choosers. Comes in

@@ -99,17 +99,9 @@ void lassDateienInRuhe(const QFileDialog& chooser) {
     }
 }
 
-} // namespace
-
-void SystemDialoge::meldung(const QString& titel, const QString& text, Meldungsart art) {
-    QMessageBox box(QApplication::activeWindow());
-    richteEin(box, titel, text, art);
-    knopf(box, QMessageBox::Ok, worte_.ok);
-    const Fragezeiger zeiger;
-    box.exec();
-}
-
-void SystemDialoge::bericht(const QString& titel, const QString& text, const QStringList& zeilen) {
+/// A text, a list below it and buttons. True when one was pressed that accepts.
+bool zeigeListe(const QString& titel, const QString& text, const QStringList& zeilen,
+                QDialogButtonBox* knoepfe) {
     QDialog fenster(QApplication::activeWindow());
     fenster.setObjectName(QStringLiteral("Bericht"));
     fenster.setWindowTitle(titel);
@@ -121,9 +113,8 @@ void SystemDialoge::bericht(const QString& titel, const QString& text, const QSt
     liste->setTabChangesFocus(true);
     liste->setAccessibleName(text);
     satz->setBuddy(liste);
-    auto* knoepfe = new QDialogButtonBox(QDialogButtonBox::Ok);
-    beschrifte(*knoepfe->button(QDialogButtonBox::Ok), worte_.ok);
     QObject::connect(knoepfe, &QDialogButtonBox::accepted, &fenster, &QDialog::accept);
+    QObject::connect(knoepfe, &QDialogButtonBox::rejected, &fenster, &QDialog::reject);
     auto* layout = new QVBoxLayout(&fenster);
     layout->addWidget(satz);
     layout->addWidget(liste, 1);
@@ -134,7 +125,34 @@ void SystemDialoge::bericht(const QString& titel, const QString& text, const QSt
     fenster.resize(QSize(breite * schrift.averageCharWidth(), höhe * schrift.lineSpacing())
                        .boundedTo(fenster.screen()->availableSize()));
     const Fragezeiger zeiger;
-    fenster.exec();
+    return fenster.exec() == QDialog::Accepted;
+}
+
+} // namespace
+
+void SystemDialoge::meldung(const QString& titel, const QString& text, Meldungsart art) {
+    QMessageBox box(QApplication::activeWindow());
+    richteEin(box, titel, text, art);
+    knopf(box, QMessageBox::Ok, worte_.ok);
+    const Fragezeiger zeiger;
+    box.exec();
+}
+
+void SystemDialoge::bericht(const QString& titel, const QString& text, const QStringList& zeilen) {
+    auto* knoepfe = new QDialogButtonBox(QDialogButtonBox::Ok);
+    beschrifte(*knoepfe->button(QDialogButtonBox::Ok), worte_.ok);
+    (void)zeigeListe(titel, text, zeilen, knoepfe);
+}
+
+/// Escape and closing mean the answer that gives nothing up.
+Antwort SystemDialoge::frageMitListe(const Frage& frage) {
+    auto* knoepfe = new QDialogButtonBox(QDialogButtonBox::Yes | QDialogButtonBox::No);
+    QPushButton* ja = knoepfe->button(QDialogButtonBox::Yes);
+    beschrifte(*ja, frage.ja.isEmpty() ? worte_.ja : frage.ja);
+    QPushButton* nein = knoepfe->button(QDialogButtonBox::No);
+    beschrifte(*nein, frage.nein.isEmpty() ? worte_.nein : frage.nein);
+    (frage.verwirft ? nein : ja)->setDefault(true);
+    return zeigeListe(frage.titel, frage.text, frage.zeilen, knoepfe) ? Antwort::Ja : Antwort::Nein;
 }
 
 std::optional<int> SystemDialoge::auswahl(const QString& titel, const QString& text,
@@ -164,6 +182,9 @@ std::optional<int> SystemDialoge::auswahl(const QString& titel, const QString& t
 }
 
 Antwort SystemDialoge::frage(const Frage& frage) {
+    if (!frage.zeilen.isEmpty()) {
+        return frageMitListe(frage);
+    }
     QMessageBox box(QApplication::activeWindow());
     richteEin(box, frage.titel, frage.text, frage.art);
     QPushButton* ja = knopf(box, QMessageBox::Yes, frage.ja.isEmpty() ? worte_.ja : frage.ja);

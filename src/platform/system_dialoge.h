@@ -36,6 +36,8 @@ public:
                                          const QString& filter) override;
 
 private:
+    [[nodiscard]] Antwort frageMitListe(const Frage& frage);
+
     Antwortworte worte_;
 };
 

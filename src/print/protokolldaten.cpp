@@ -1,7 +1,7 @@
 #include "print/protokolldaten.h"
 
 #include "evaluation/beurteilung.h"
-#include "evaluation/kriterien.h"
+#include "evaluation/standarddatei.h"
 #include "evaluation/urteilstext.h"
 #include "measure/indexmuster.h"
 #include "measure/reihenmodelle.h"
@@ -17,11 +17,6 @@ namespace tarvel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr Meldung Kriterienspalten[] = {Meldung::SpalteKriterium, Meldung::SpalteGemessen,
-                                        Meldung::SpalteErlaubt,   Meldung::SpalteAbstand,
-                                        Meldung::SpalteBienen,    Meldung::SpalteBereich,
-                                        Meldung::SpalteErgebnis};
 
 /// Whether the date of a report is that of its printing.
 bool istHeute(Datumsform form) {
@@ -234,102 +229,16 @@ private:
         }
     }
 
-    [[nodiscard]] QString kriterienname(const Prüfwert& w) const {
-        switch (w.art) {
-        case Prüfung::Mittelwert:
-            return p_(Text::Mittelwert) + u' ' + p_(Text::CI);
-        case Prüfung::Klassen:
-            return p_(Text::Klasse) + u' ' + klassenbereichtext(w.bereich);
-        case Prüfung::Nebengipfel:
-            return p_(Text::Nebengipfel) + u' ' + klassenbereichtext(w.bereich);
-        case Prüfung::Merkmal:
-            break;
-        }
-        return w.name;
-    }
-
-    [[nodiscard]] QString ergebnis(const Kriterium& k) const {
-        switch (k.gewissheit) {
-        case Gewissheit::NichtGemessen:
-        case Gewissheit::OhneStreuung:
-            break;
-        case Gewissheit::ImmerErfüllt:
-            return q_.texte(Meldung::ErgebnisImmer);
-        case Gewissheit::Sicher:
-            return q_.texte(Meldung::ErgebnisSicher);
-        case Gewissheit::Offen:
-            return k.festAb ? q_.texte(Meldung::ErgebnisSicherAb).arg(*k.festAb)
-                            : q_.texte(Meldung::ErgebnisOffen);
-        }
-        return u"–"_s;
-    }
-
-    [[nodiscard]] Kriterienzeile kriterienzeile(const Kriterium& k) const {
-        const Prüfwert& w = k.prüfwert;
-        const bool mittel = w.art == Prüfung::Mittelwert;
-        const QString einheit =
-            w.art == Prüfung::Merkmal || w.art == Prüfung::Klassen ? u" %"_s : QString();
-        const QStringView muster = mittel ? muster::CI : u"0";
-        Kriterienzeile zeile{{kriterienname(w)}, w.fett};
-        auto& [name, gemessen, erlaubt, abstand, bienen, bereich, sicher] = zeile.spalten;
-        erlaubt = (w.höchstens ? u"≤ "_s : u"≥ "_s) + zahltext(w.erlaubt, q_.format) + einheit;
-        const std::optional<double> rest = k.abstand();
-        if (!rest) {
-            gemessen = p_(Text::NichtGemessen);
-            abstand = bienen = bereich = sicher = u"–"_s;
-            return zeile;
-        }
-        gemessen = Format(mittel ? *w.mittel : *w.gemessen, muster, q_.format) + einheit;
-        abstand = (*rest > 0   ? u"+"_s
-                   : *rest < 0 ? u"−"_s
-                               : QString()) +
-                  (mittel ? Format(std::abs(*rest), muster, q_.format)
-                          : zahltext(std::abs(*rest), q_.format));
-        bienen = mittel ? QString::number(k.anzahl)
-                        : q_.texte(Meldung::AnzahlVon).arg(k.anzahl).arg(k.gesamt);
-        bereich = k.bereich ? Format(k.bereich->von, muster, q_.format) + u'–' +
-                                  Format(k.bereich->bis, muster, q_.format) + einheit
-                            : u"–"_s;
-        sicher = ergebnis(k);
-        return zeile;
-    }
-
     void kriterien() {
         if (!beurteilung_.BewertungAktiv) {
             return;
         }
-        using M = Meldung;
-        Kriterienzeile kopf;
-        std::transform(std::begin(Kriterienspalten), std::end(Kriterienspalten),
-                       kopf.spalten.begin(), [this](M spalte) { return q_.texte(spalte); });
-        d_.kriterien = {kopf};
-        for (const Kriterium& k : tarvel::kriterien(prüfling(q_.untersuchung), urteil_)) {
-            // A group of marks that was not recorded has one line, not one for each code.
-            const Merkmalreihe* gruppe =
-                k.prüfwert.art == Prüfung::Merkmal ? merkmalreihe(k.prüfwert.name) : nullptr;
-            if (gruppe == nullptr || gruppe->gemessen) {
-                d_.kriterien.push_back(kriterienzeile(k));
-                QString& name = d_.kriterien.back().spalten.front();
-                name = gruppe != nullptr ? gruppe->gruppe + u' ' + name : name;
-            } else if (d_.kriterien.back().spalten.front() != gruppe->gruppe) {
-                Kriterienzeile keine;
-                keine.spalten.fill(u"–"_s);
-                keine.spalten[0] = gruppe->gruppe;
-                keine.spalten[1] = p_(Text::NichtGemessen);
-                d_.kriterien.push_back(std::move(keine));
-            }
-        }
-        d_.kriterienüberschrift = q_.texte(M::Kriterien);
-        d_.kriterienerklärung = q_.texte(M::ErklärungKriterien);
-    }
-
-    [[nodiscard]] const Merkmalreihe* merkmalreihe(const QString& code) const {
-        const auto gruppe =
-            std::find_if(d_.merkmale.begin(), d_.merkmale.end(), [&code](const Merkmalreihe& r) {
-                return std::any_of(r.werte.begin(), r.werte.end(),
-                                   [&code](const Protokollwert& w) { return w.name == code; });
-            });
-        return gruppe == d_.merkmale.end() ? nullptr : &*gruppe;
+        d_.kriterien = {{kriterienspalten(q_.texte)}};
+        const auto zeilen = kriterientabelle(prüfling(q_.untersuchung), urteil_,
+                                             kriterienworte(p_, q_.texte, q_.format));
+        d_.kriterien.insert(d_.kriterien.end(), zeilen.begin(), zeilen.end());
+        d_.kriterienüberschrift = q_.texte(Meldung::Kriterien);
+        d_.kriterienerklärung = q_.texte(Meldung::ErklärungKriterien);
     }
 
     [[nodiscard]] QString datumAls(Datumsform form) const {
@@ -372,7 +281,8 @@ private:
         zweite << t(M::DefinitionHI) << t(M::DefinitionDV);
         QStringList gemeinsam{t(M::ErklärungWerte)};
         if (beurteilung_.BewertungAktiv) {
-            gemeinsam << t(M::ErklärungFett) << t(M::FußStandard).arg(rasse());
+            gemeinsam << t(M::ErklärungFett)
+                      << t(M::FußStandard).arg(standardname(q_.standard, rasse(), t));
             if (q_.standard.linien.nachKruber()) {
                 gemeinsam << t(M::FußKruber);
             }

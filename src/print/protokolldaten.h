@@ -1,6 +1,7 @@
 #pragma once
 
 #include "evaluation/korrel.h"
+#include "evaluation/kriterientabelle.h"
 #include "evaluation/kurven.h"
 #include "lang/protokolltexte.h"
 #include "print/anhang.h"
@@ -35,15 +36,6 @@ struct Merkmalreihe {
     bool gemessen = false;
 
     bool operator==(const Merkmalreihe&) const = default;
-};
-
-/// A check of the judgement with what it rests on: criterion, measured, allowed, margin, bees,
-/// interval, outcome.
-struct Kriterienzeile {
-    std::array<QString, 7> spalten;
-    bool fett = false; ///< what was measured is beyond the standard
-
-    bool operator==(const Kriterienzeile&) const = default;
 };
 
 /// Everything that stands on the report, in the words that it is printed with. The charts carry

@@ -227,8 +227,12 @@ Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speichera
         }
     }
     try {
+        Untersuchung mitGrenzen = untersuchung;
+        Untersuchungszusatz zusatz = untersuchung.zusatz();
+        zusatz.Grenzen = stand.grenzen;
+        mitGrenzen.setzeZusatz(zusatz);
         Ergebnissatz satz =
-            satzAus(untersuchung, stand.urteil, stand.auflösung, heute(), satzumgebung());
+            satzAus(mitGrenzen, stand.urteil, stand.auflösung, heute(), satzumgebung());
         satz.U_NR = satz.U_NR.trimmed();
         if (!darfUnlesbaresErsetzen(satz.U_NR)) {
             return Nicht;

@@ -28,6 +28,7 @@ struct Ablageumgebung {
 struct Ablagestand {
     std::optional<bool> urteil; ///< empty when it was not judged
     int auflösung = 0;          ///< in dots per inch
+    QString grenzen = {};       ///< limits of the verdict, see Untersuchungszusatz::Grenzen
 };
 
 /// Why an examination is saved: because the user said so, or because it is about to leave the

@@ -1,6 +1,7 @@
 #include "results/arbeitsplatz.h"
 
 #include "evaluation/rassen.h"
+#include "evaluation/standarddatei.h"
 #include "measure/aufloesung.h"
 
 #include <algorithm>
@@ -52,9 +53,16 @@ Arbeitsplatz::Beobachtung Arbeitsplatz::beobachte(Beobachter beobachter) {
 Ablagestand Arbeitsplatz::ablagestand() const {
     // A wing of the series that is corrected meanwhile may have another resolution.
     const auto& wiederholung = messung_.stand().wiederholung;
-    const bool gilt = untersuchung_.zusatz().Urteil != Ablageurteil::Keines;
-    return {.urteil = gilt ? gespeichertesUrteil() : beurteilung().urteil(),
-            .auflösung = wiederholung ? wiederholung->aufnahme.dpi : messung_.aufnahme().dpi};
+    const int dpi = wiederholung ? wiederholung->aufnahme.dpi : messung_.aufnahme().dpi;
+    const Untersuchungszusatz& zusatz = untersuchung_.zusatz();
+    if (zusatz.Urteil != Ablageurteil::Keines) {
+        return {gespeichertesUrteil(), dpi, zusatz.Grenzen};
+    }
+    const std::optional<bool> urteil = beurteilung().urteil();
+    return {urteil, dpi,
+            urteil ? standardtext(
+                         {einstellungen_.rassen.value(untersuchung_.angaben().Rasse), standard_})
+                   : QString()};
 }
 
 std::optional<bool> Arbeitsplatz::gespeichertesUrteil() const {
@@ -508,7 +516,7 @@ bool Arbeitsplatz::speichere(Speicheranlass anlass) {
                                                 : Ablageurteil::Nein;
     if (ergebnis.gespeichert) {
         führeAus([&] {
-            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert, urteil);
+            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert, urteil, stand.grenzen);
             bewerteGespeichertes();
             änderung_.Ablage = true;
         });

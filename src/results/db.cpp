@@ -72,6 +72,8 @@ void DB::baueFenster() {
     grid_->beiEnde([this] { Auf_Tabellenende(); });
     connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { zeigeStand(); });
+    connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { zeigeStand(); });
     layout->addWidget(grid_, 1);
     layout->addLayout(baueFuß());
 }
@@ -137,6 +139,7 @@ void DB::baueMenüs() {
     connect(öffnen, &QAction::triggered, this, [this] { ÖffnenStart(); });
     grid_->addAction(öffnen);
     grid_->addAction(&menüs_->aktion(Tabelle, Ergebnismenüs::Löschen));
+    grid_->addAction(&menüs_->aktion(Tabelle, Ergebnismenüs::NeuBeurteilen));
 }
 
 void DB::LadeTabelle() {
@@ -229,11 +232,15 @@ void DB::zeigeStand() {
                                                    : Meldung::AnzahlUntersuchungen;
     lab_Anzahl_->setText(meldung == Meldung::EineUntersuchung ? texte(meldung)
                                                               : texte(meldung).arg(zahl));
-    const bool gewählt = grid_->currentIndex().isValid();
+    // What is done with one row does not say which of several it means.
+    const bool gewählt =
+        grid_->currentIndex().isValid() && grid_->selectionModel()->selectedRows().size() < 2;
     bef_Öffnen_->setEnabled(gewählt);
     menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Löschen).setEnabled(gewählt);
     menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Sichern)
         .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
+    menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::NeuBeurteilen)
+        .setEnabled(zahl > 0 && umgebung_.neubeurteilung);
     menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Exportieren).setEnabled(zahl > 0);
 }
 

@@ -5,6 +5,7 @@
 #include "results/datenbankfehler.h"
 #include "results/ergebnismodell.h"
 #include "results/filterwahl.h"
+#include "results/neubeurteilung.h"
 
 #include <QDialog>
 
@@ -33,6 +34,8 @@ struct DbUmgebung {
     std::function<bool(const QString& pfad)> DatenbankWählen;
     /// Opens an examination in the main window; true when the browser has done its work.
     std::function<bool(const QString& nummer)> LadenDB;
+    /// What stored examinations are judged again by.
+    std::function<Neubeurteilungsregeln()> neubeurteilung = {};
 };
 
 /// The browser of a results file: its rows in a grid, narrowed and sorted by menus, edited and
@@ -91,6 +94,11 @@ private:
     void exportiereTabelle();
     [[nodiscard]] std::optional<QByteArray> gezeigteAlsCsv();
     void löscheZeile();
+    void beurteileNeu();
+    [[nodiscard]] std::vector<qint64> gemeinteZeilen();
+    [[nodiscard]] std::optional<std::vector<Neuurteil>>
+    prüfeNeu(const Neubeurteilung& neubeurteilung, QStringList& übergangen);
+    void speichereNeue(const Neubeurteilung& neubeurteilung, const std::vector<Neuurteil>& urteile);
     void nimmTabelle(const QString& pfad);
     [[nodiscard]] QString dateimuster() const;
     [[nodiscard]] QString ordner() const;

@@ -54,6 +54,9 @@ void DB::tabellenbefehl(int index) {
     case Ergebnismenüs::Exportieren:
         exportiereTabelle();
         break;
+    case Ergebnismenüs::NeuBeurteilen:
+        beurteileNeu();
+        break;
     default:
         break;
     }

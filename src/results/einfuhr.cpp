@@ -1,6 +1,7 @@
 #include "results/einfuhr.h"
 
 #include "evaluation/beurteilung.h"
+#include "evaluation/standarddatei.h"
 #include "measure/messdatei.h"
 #include "measure/textdatei.h"
 #include "results/datenbankfehler.h"
@@ -98,10 +99,17 @@ Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes) {
 }
 
 void Einfuhr::speichere(const Messdatei& datei, Einfuhrbericht& bericht) {
-    const EingeleseneUntersuchung eingelesen =
+    EingeleseneUntersuchung eingelesen =
         untersuchungAusMessdatei(datei, umgebung_.rasse, umgebung_.satz.format);
-    Ergebnissatz satz = satzAus(eingelesen.untersuchung, urteil(eingelesen.untersuchung),
-                                umgebung_.auflösung, umgebung_.heute, umgebung_.satz);
+    const std::optional<bool> urteil = this->urteil(eingelesen.untersuchung);
+    if (urteil) {
+        Untersuchungszusatz zusatz = eingelesen.untersuchung.zusatz();
+        zusatz.Grenzen =
+            standardtext({umgebung_.satz.rassen.value(umgebung_.rasse), umgebung_.standard});
+        eingelesen.untersuchung.setzeZusatz(zusatz);
+    }
+    Ergebnissatz satz = satzAus(eingelesen.untersuchung, urteil, umgebung_.auflösung,
+                                umgebung_.heute, umgebung_.satz);
     if (!eingelesen.merkmaleVerstanden) {
         satz.MERKMAL = datei.merkmaltext;
     }

@@ -77,7 +77,7 @@ Ergebnisgitter::Ergebnisgitter(const Texte& texte, QWidget* parent)
     : QTableView(parent) {
     setItemDelegate(new Zellendelegat(texte, this));
     setSelectionBehavior(SelectRows);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ExtendedSelection);
     setEditTriggers(EditKeyPressed | AnyKeyPressed | SelectedClicked);
     setTabKeyNavigation(false);
     setAlternatingRowColors(true);

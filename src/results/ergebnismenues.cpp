@@ -20,7 +20,8 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
           {Text::NeueTabelle, Meldung::TippNeueTabelle, {QKeySequence::New}},
           {Text::Sicherungskopie, Meldung::TippSicherungskopie, {Qt::CTRL | Qt::Key_B}},
           {Text::ZeileLöschen, {}, {QKeySequence::Delete}},
-          {Meldung::Exportieren, Meldung::TippExportTabelle, {Qt::CTRL | Qt::Key_E}}},
+          {Meldung::Exportieren, Meldung::TippExportTabelle, {Qt::CTRL | Qt::Key_E}},
+          {Meldung::MenüNeuBeurteilen, Meldung::TippNeuBeurteilen, {Qt::CTRL | Qt::Key_J}}},
          false);
     baue(Ergebnis, u"men_Ergebnis"_s, Text::Ergebnis,
          {{Text::Alle, Filtertipp},

@@ -25,7 +25,7 @@ enum class Ergebnismenü { Ergebnis, Rasse, Geschlecht, Sort, Filter, Tabelle };
 class Ergebnismenüs : public QMenuBar {
 public:
     enum Filterbefehl { Filtern, AlleZeigen, Suchen };
-    enum Tabellenbefehl { Öffnen, Neu, Sichern, Löschen, Exportieren };
+    enum Tabellenbefehl { Öffnen, Neu, Sichern, Löschen, Exportieren, NeuBeurteilen };
 
     explicit Ergebnismenüs(const Texte& texte, QWidget* parent = nullptr);
 

@@ -45,6 +45,8 @@ public:
     [[nodiscard]] bool vollständig() const { return vollständig_; }
     /// Examination number of a row as it is stored; empty when the row has gone.
     [[nodiscard]] QString nummer(int zeile) const;
+    /// Place of a row in the file.
+    [[nodiscard]] qint64 id(int zeile) const { return ids_.at(static_cast<std::size_t>(zeile)); }
     /// Whether a row is still there and can be read.
     [[nodiscard]] bool istVorhanden(int zeile) const { return this->zeile(zeile) != nullptr; }
     /// Deletes a row from the file. Throws Datenbankfehler; the row stays then.

@@ -89,10 +89,12 @@ public:
         angabenGeändert_ = angaben;
         messungenGeändert_ = messungen;
     }
-    /// To be called when the examination was stored with the date @p datum and that verdict.
-    void alsGespeichertMerken(const QDate& datum, Ablageurteil urteil) {
+    /// To be called when the examination was stored with the date @p datum, that verdict and the
+    /// limits @p grenzen that it was given by.
+    void alsGespeichertMerken(const QDate& datum, Ablageurteil urteil, const QString& grenzen) {
         datum_ = datum;
         zusatz_.Urteil = urteil;
+        zusatz_.Grenzen = grenzen;
         zusatz_.merkmaleUnlesbar = false; // it was asked about, and is not in the row any more
         alsUnverändertMerken();
     }

@@ -18,7 +18,9 @@ enum class Ablageurteil {
 
 /// What an examination carries along beside its data.
 struct Untersuchungszusatz {
-    QString Grenzen; ///< limits that it was judged by, as text; empty when they are not known
+    /// Limits that the stored verdict was given by, see standardtext(); empty when they are not
+    /// known.
+    QString Grenzen;
     Ablageurteil Urteil = Ablageurteil::Keines;
     bool merkmaleUnlesbar = false; ///< the row has body marks that are not understood
     QString Herkunft; ///< file or program that it came from; empty when it was measured here

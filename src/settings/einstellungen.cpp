@@ -87,6 +87,9 @@ constexpr std::array tabelle{
     Einstellungszeile{E::DatenDaneben, u"Protokoll", u"Daten daneben", Zahl, 0, u"", 0},
     // Full path of the language pack that is laid over the texts.
     Einstellungszeile{E::Sprachpaket, u"Start", u"Sprachpaket", Text, 0, u"", 2048},
+    // The table of criteria below the views.
+    Einstellungszeile{E::FensterKriterien, u"Fenster", u"Kriterien", Zahl, 0, u"", 0},
+    Einstellungszeile{E::FensterKriterienhöhe, u"Fenster", u"Kriterienhöhe", Zahl, 0, u"", 0},
 };
 
 constexpr bool inReihenfolge() {

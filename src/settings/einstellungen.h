@@ -67,6 +67,8 @@ enum class Einstellung {
     DruckerGesetzt,
     DatenDaneben,
     Sprachpaket,
+    FensterKriterien,
+    FensterKriterienhöhe,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

@@ -223,6 +223,84 @@ TEST_F(Auswertungstest, repeating_takesTheWingMarkedInTheChart) {
     EXPECT_EQ(text(u"lab_Flügel"_s), u"Flügel 002 (Wiederholung)"_s);
 }
 
+TEST_F(Auswertungstest, criteria_standBelowTheViewsAndChooseTheirBees) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
+    miss(60);
+    miss(30, 6);
+    wähle(u"men_Ansicht_3"_s);
+    EXPECT_EQ(hg().findChild<QTableView*>(u"Tabelle_Kriterien"_s), nullptr);
+    Q_EMIT kind<QLabel>(u"lab_Kriterien"_s).linkActivated(u"kriterien"_s);
+    auto& tabelle = kind<QTableView>(u"Tabelle_Kriterien"_s);
+    ASSERT_TRUE(tabelle.isVisible());
+    EXPECT_TRUE(tabelle.hasFocus());
+    const auto zeile = [&tabelle](const QString& anfang) {
+        const QModelIndexList treffer = tabelle.model()->match(
+            tabelle.model()->index(0, 0), Qt::DisplayRole, anfang, 1, Qt::MatchContains);
+        return treffer.value(0);
+    };
+    const QModelIndex klasse = zeile(u"01-15"_s);
+    EXPECT_EQ(klasse.data().toString(), u"✗ Klasse 01-15"_s);
+    tabelle.scrollTo(klasse);
+    QTest::mouseClick(tabelle.viewport(), Qt::LeftButton, {}, tabelle.visualRect(klasse).center());
+    EXPECT_THAT(diagramm(u"pic_Kurven"_s).hervorgehoben(), ElementsAre(2));
+    tabelle.setCurrentIndex(zeile(u"15-17"_s));
+    QTest::keyClick(&tabelle, Qt::Key_Return);
+    EXPECT_THAT(diagramm(u"pic_Kurven"_s).hervorgehoben(), IsEmpty());
+    tabelle.setCurrentIndex(zeile(u"Panzerzeichen"_s)); // not recorded: no bees
+    QTest::keyClick(&tabelle, Qt::Key_Return);
+    EXPECT_TRUE(diagramm(u"pic_Kurven"_s).isVisible());
+
+    // From the marks a row about wings goes where wings are seen, one about marks stays.
+    wähle(u"men_Ansicht_2"_s);
+    drücke(u"opt_Panzer_A_3"_s);
+    drücke(u"bef_Übernehmen"_s);
+    tabelle.setFocus();
+    tabelle.setCurrentIndex(zeile(u"2R"_s));
+    QTest::keyClick(&tabelle, Qt::Key_Return);
+    EXPECT_THAT(gewählt(u"Liste"_s), ElementsAre(1));
+    tabelle.setFocus();
+    tabelle.setCurrentIndex(zeile(u"01-15"_s));
+    QTest::keyClick(&tabelle, Qt::Key_Return);
+    EXPECT_TRUE(kind<QWidget>(u"Liste_CI"_s).isVisible());
+    EXPECT_THAT(gewählt(u"Liste_CI"_s), ElementsAre(2));
+
+    wähle(u"men_Sprache_1"_s);
+    EXPECT_EQ(zeile(u"01-15"_s).data().toString(), u"✗ Class 01-15"_s);
+    wähle(u"men_Datei_9"_s); // the preview has room for itself alone
+    EXPECT_FALSE(tabelle.isVisible());
+    wähle(u"men_Ansicht_3"_s);
+    EXPECT_TRUE(tabelle.isVisible());
+    inOptionen([](QDialog& dialog) {
+        tarvel::kind<QAbstractButton>(dialog, u"chk_Beurteilung"_s).click();
+    });
+    EXPECT_FALSE(tabelle.isVisible());
+    EXPECT_EQ(text(u"lab_KriterienStatt"_s), u"The judgement is switched off in the options."_s);
+
+    dialoge.antworten = {Antwort::Nein, Antwort::Nein};
+    hg().close();
+    ASSERT_TRUE(starte());
+    EXPECT_TRUE(kind<QAction>(u"men_Ansicht_24"_s).isChecked());
+    EXPECT_TRUE(kind<QWidget>(u"Kriterien"_s).isVisible());
+    QTest::keyClick(&hg(), Qt::Key_F9, Qt::ShiftModifier);
+    EXPECT_FALSE(kind<QWidget>(u"Kriterien"_s).isVisible());
+}
+
+TEST_F(Auswertungstest, marks_areCountedAgainstTheWingsAndBeginAnewWithTheExamination) {
+    ASSERT_TRUE(hg().ladeBild(maleBild({700, 320})));
+    miss(60);
+    wähle(u"men_Ansicht_2"_s);
+    QTest::keyClicks(QApplication::focusWidget(), u"2wx"_s);
+    EXPECT_EQ(text(u"lab_MerkmalFortschritt"_s), u"1 von 1"_s);
+    wähle(u"men_Bearbeiten_3"_s);
+    EXPECT_EQ(text(u"lab_MerkmalFortschritt"_s), u"0 von 1"_s);
+    wähle(u"men_Bearbeiten_4"_s);
+    dialoge.antworten = {Antwort::Nein, Antwort::Nein};
+    wähle(u"men_Datei_0"_s);
+    wähle(u"men_Ansicht_2"_s);
+    EXPECT_TRUE(kind<QAbstractButton>(u"opt_Panzer_A_0"_s).isChecked());
+    EXPECT_EQ(text(u"lab_MerkmalFortschritt"_s), QString());
+}
+
 TEST_F(Auswertungstest, hintOfTheBodyMarks_followsTheMode) {
     wähle(u"men_Ansicht_2"_s);
     const QString jeBiene = hinweis();

@@ -105,7 +105,7 @@ TEST_F(Eingabetest, tab_followsTheWork) {
     EXPECT_EQ(
         gehe(hg(), bild()).join(u' ').toStdString(),
         "Bild cbo_dpi Leiste_CI Leiste_HI_DV txt_UNr txt_LV txt_ZNr txt_KNr txt_Jahr cbo_Name "
-        "cbo_Besitzer txt_Volk cbo_Begattung cbo_Rasse cbo_Geschlecht");
+        "cbo_Besitzer txt_Volk cbo_Begattung cbo_Rasse cbo_Geschlecht lab_Kriterien lab_Kriterien");
     klickeFlügel();
     wähle(u"men_Datei_2"_s);
     const std::tuple<QString, QString, std::string> wege[] = {

@@ -1,12 +1,17 @@
 #include "app/fenster.h"
+#include "platform/profil.h"
+#include "results/fluegelsatz.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QCompleter>
+#include <QDialog>
 #include <QDir>
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
+#include <QTextDocumentFragment>
+#include <QTimer>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -389,6 +394,81 @@ TEST_F(Speicherntest, storedVerdictThatTheStandardNoLongerGives_isSaid) {
     wähle(u"men_Bearbeiten_4"_s);
     wähle(u"men_Datei_2"_s);
     EXPECT_NE(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
+}
+
+TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
+    const auto gespeichert = [this] {
+        return QTextDocumentFragment::fromHtml(kind<QLabel>(u"lab_Gespeichert"_s).text())
+            .toPlainText();
+    };
+    const auto grenzen = [this] {
+        return beiangabenAusSatz(zeile(nummer())->Grafik[3]).inhalt.angaben.zusatz.Grenzen;
+    };
+    const auto setze = [this](const QByteArray& schlüssel, const QByteArray& wert) {
+        Profil profil(inipfad());
+        profil.setze("Merkmale Arbeiterinnen", schlüssel, wert);
+        ASSERT_TRUE(profil.sichere());
+    };
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
+    const QString damals = grenzen();
+    EXPECT_TRUE(damals.contains(u"\nRasse=Carnica\n"_s));
+    EXPECT_TRUE(damals.contains(u"\nPanzer E=30%\n"_s));
+
+    setze("Panzer EC-", "20%");
+    setze("max 1C-", "5%");
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(
+        gespeichert(),
+        u"Beurteilt nach dem Standard 'Carnica'. Jetzt gelten andere Grenzen: "
+        "Panzerzeichen E: 30% → 20%, Klasse 1 ≤: 2% → 5%. Nach dem jetzigen Standard beurteilen"_s);
+    // Stored again with the same verdict, it keeps the limits that it was given by …
+    züchter().setText(u"B"_s);
+    QTest::keyClick(&züchter(), Qt::Key_Return);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(grenzen(), damals);
+    // … also where its race has no standard any more …
+    Ergebnissatz satz = zeile(nummer()).value();
+    satz.RASSE = u"Sicula"_s;
+    Ergebnistabelle(pfad()).speichere(satz);
+    ASSERT_TRUE(starte());
+    EXPECT_EQ(gespeichert(), u"Gespeichert ist das Urteil '%1'. Beurteilt nach dem Standard "
+                             "'Carnica'."_s.arg(satz.ERGEBNIS));
+    satz.RASSE = u"Carnica"_s;
+    Ergebnistabelle(pfad()).speichere(satz);
+    // … until it is judged by those of today.
+    ASSERT_TRUE(starte());
+    Q_EMIT kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
+    EXPECT_EQ(gespeichert(), QString());
+    wähle(u"men_Datei_2"_s);
+    EXPECT_NE(grenzen(), damals);
+    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
+}
+
+TEST_F(Speicherntest, examinations_areJudgedAgainFromTheBrowser) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    ASSERT_EQ(zeile(nummer())->ERGEBNIS, u"Ja"_s);
+    Profil profil(inipfad());
+    profil.setze("Merkmale Arbeiterinnen", "Klasse 0C-", "01-30");
+    ASSERT_TRUE(profil.sichere());
+    ASSERT_TRUE(starte());
+    dialoge.antworten = {Antwort::Ja};
+    QTimer::singleShot(0, &hg(), [this] {
+        auto& browser = *QApplication::activeModalWidget();
+        tarvel::kind<QAction>(browser, u"men_Tabelle_5"_s).trigger();
+        dynamic_cast<QDialog&>(browser).reject();
+    });
+    wähle(u"men_Datei_1"_s);
+    EXPECT_EQ(zeile(nummer())->ERGEBNIS, u"Nein"_s);
+    ASSERT_FALSE(dialoge.fragen.empty());
+    EXPECT_THAT(dialoge.fragen.back().zeilen,
+                ElementsAre(nummer() + u": Ja → Nein (Klassen 01-30: 100 %, erlaubt 15 %)"_s));
+    // The open one was loaded again.
+    EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).text().startsWith(u"Beurteilt"_s));
 }
 
 TEST_F(Speicherntest, whatWasNotJudged_isNotStoredAsConforming) {

@@ -1,4 +1,5 @@
 #include "batch/aufruf.h"
+#include "evaluation/standarddatei.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -186,6 +187,17 @@ TEST_F(Auswerten, verdict_followsTheStandardOfTheRace) {
     schreibe(u"Index.ini"_s, "[Protokoll]\nBeurteilung=0\n");
     EXPECT_TRUE(probe(u"--ini Index.ini"_s)[u"conforms"_s].isNull());
     EXPECT_EQ(rufe(u"evaluate a.csv --race Buckfast"_s).status, 2);
+
+    // A standard from a file, whatever the settings say.
+    Rassestandard nord;
+    nord.arbeiterinnen.max[1] = u"100%"_s;
+    schreibe(u"nord.tstd"_s, standardtext({u"Nigra"_s, nord}).toUtf8());
+    const QJsonObject nigra = probe(u"--standard nord.tstd"_s);
+    EXPECT_EQ(nigra[u"race"_s], u"Nigra"_s);
+    EXPECT_EQ(nigra[u"conforms"_s], QJsonValue(true));
+    const Lauf keiner = rufe(u"evaluate a.csv --standard a.csv"_s);
+    EXPECT_EQ(keiner.status, 1);
+    EXPECT_THAT(keiner.fehler, HasSubstr("does not contain the standard of a race"));
     EXPECT_EQ(rufe(u"evaluate a.csv --ini nowhere.ini"_s).status, 1);
 }
 

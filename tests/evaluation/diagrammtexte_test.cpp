@@ -67,6 +67,10 @@ public:
         }
         s.arbeiterinnen.mittel.Mittelwert.gespeichert = s.drohnen.mittel.Mittelwert.gespeichert =
             static_cast<qint16>(aus(std::array{0, 5, 12, 20, 25, 31, 90, 32767}));
+        for (Mittelgrenze* grenze : {&s.arbeiterinnen.mittel, &s.drohnen.mittel}) {
+            grenze->CIMittel = static_cast<qint16>(bis(1));
+            grenze->Richtung = static_cast<qint16>(bis(1));
+        }
         s.linien.Korrelation = 0;
         s.linien.DVRichtung = static_cast<qint16>(bis(1));
         for (Linienwerte* linien : {&s.linien.Arbeit, &s.linien.Drohn}) {

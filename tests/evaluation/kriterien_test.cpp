@@ -1,6 +1,6 @@
 // How firm a verdict is: intervals, margins, and the bees behind each check.
 
-#include "evaluation/kriterien.h"
+#include "evaluation/kriterientabelle.h"
 #include "evaluation/urteilstext.h"
 
 #include <gmock/gmock.h>
@@ -162,6 +162,63 @@ TEST_F(Kriterientest, limitOfTheMean_holdsForTheUnroundedMeanAndPassesWhenEqual)
     reihe = {};
     grenze.CIMittel = 1;
     EXPECT_EQ(beurteilung().urteil(), true); // what was not measured fails nothing
+}
+
+TEST_F(Kriterientest, meanThatRoundsToItsLimit_isShownWithMoreDecimals) {
+    Texte texte{QString()};
+    texte.SpracheDeutsch();
+    struct Fall {
+        float ci;
+        qint16 richtung;
+        QString vergleich;
+    };
+    for (const Fall& f : {Fall{2.61F, 0, u"2.61 ≥ 2.5"_s},
+                          {2.4996F, 0, u"2.4996 < 2.5"_s},
+                          {2.41F, 1, u"2.41 ≤ 2.5"_s},
+                          {2.504F, 1, u"2.5040 > 2.5"_s}}) {
+        reihe = reiheMit({f.ci, f.ci});
+        standard.arbeiterinnen.mittel = {.CIMittel = 1, .Mittelwert = {25}, .Richtung = f.richtung};
+        EXPECT_EQ(mittelvergleich(kriterium(u"CI"_s).prüfwert, {}), f.vergleich);
+    }
+    // The bees that pull the mean over its limit.
+    reihe = reiheMit({2.4F, 2.6F, 2.8F, 2.5F});
+    EXPECT_THAT(kriterium(u"CI"_s).flügel, ElementsAre(2, 3));
+}
+
+TEST_F(Kriterientest, table_hasARowForWhatWasNotRecordedAndNamesHowManyMore) {
+    Texte texte{QString()};
+    texte.SpracheDeutsch();
+    std::vector<float> ci(20, 3.0F);
+    ci[4] = 2.1F; // class 17
+    reihe = reiheMit(ci);
+    merkmale = bienen({{0, 0, 0}, {1, 0, 0}});
+    regeln.OhneHaarlänge = true;
+    merkmale.Liste = {u"001   O, -,  F"_s, u"002   E, -,  F"_s};
+    standard.arbeiterinnen.max[1] = u"100%"_s;
+    const auto tabelle = [&](bool weitere) {
+        return kriterientabelle(prüfling, urteile(prüfling, standard, regeln),
+                                kriterienworte(texte, texte, {u',', u'.'}, weitere));
+    };
+    std::string zeilen;
+    for (const Kriterienzeile& zeile : tabelle(true)) {
+        zeilen += QStringList(zeile.spalten.begin(), zeile.spalten.end()).join(u'|').toStdString() +
+                  (zeile.fett ? "!" : "") + (zeile.wirkungslos ? "*" : "") + '\n';
+    }
+    EXPECT_EQ(zeilen,
+              "Panzerzeichen O|50 %|≤ 100 %|+50|1 von 2|9–91 %|immer erfüllt*\n"
+              "Panzerzeichen E|50 %|≤ 30 %|−20|1 von 2|9–91 %|offen, sicher mit 20 weiteren!\n"
+              "Panzerzeichen 1R|0 %|≤ 0 %|0|0 von 2|0–66 %|offen\n"
+              "Panzerzeichen 2R|0 %|≤ 0 %|0|0 von 2|0–66 %|offen\n"
+              "Haarlänge|nicht gemessen|–|–|–|–|–\n"
+              "Filzbinden F|100 %|≤ 100 %|0|2 von 2|34–100 %|immer erfüllt*\n"
+              "Filzbinden ff|0 %|≤ 50 %|+50|0 von 2|0–66 %|offen, sicher mit 2 weiteren\n"
+              "Filzbinden f|0 %|≤ 0 %|0|0 von 2|0–66 %|offen\n"
+              "Klasse 15-17|5 %|≤ 15 %|+10|1 von 20|1–24 %|offen, sicher mit 26 weiteren\n"
+              "Klasse 01-15|0 %|≤ 100 %|+100|0 von 20|0–16 %|immer erfüllt*\n"
+              "Nebengipfel 16-17|1|≤ 0|−1|1 von 20|–|–!\n");
+    EXPECT_EQ(tabelle(false)[1].spalten.back(), u"offen, sicher ab 22"_s);
+    regeln.BewertungAktiv = false;
+    EXPECT_THAT(tabelle(true), IsEmpty());
 }
 
 TEST_F(Kriterientest, whatWasNotJudged_saysWhy) {

@@ -1,9 +1,12 @@
 #include "evaluation/merkmalansicht.h"
 
+#include "evaluation/merkmaltasten.h"
 #include "support/kinder.h"
 #include "support/testdialoge.h"
 
+#include <QApplication>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -108,6 +111,76 @@ TEST_F(MerkmalansichtTest, withoutHairLength_linesLeaveItOutAndNothingIsMissed) 
         dialoge.meldungen,
         ElementsAre(u"Körper-Merkmale: Unterschiedliche Zahl der Bienen bei den Merkmalen."_s));
     EXPECT_THAT(dialoge.arten, ElementsAre(Meldungsart::Ausruf));
+}
+
+TEST_F(MerkmalansichtTest, keys_enterABeeAndTheNextFollows) {
+    ansicht.setFocus();
+    ansicht.setzeFlügelzahl(50);
+    QTest::keyClicks(&ansicht, u"1qy"_s);
+    QTest::keyClicks(&kind<QListView>(u"Liste"_s), u"2"_s); // the list does not search for it
+    QTest::keyClick(&kind<QRadioButton>(u"opt_Filz_0"_s), Qt::Key_Z); // an English keyboard
+    EXPECT_EQ(kind<QLabel>(u"lab_Biene"_s).text(), u"Biene 002: noch Haarlänge"_s);
+    QTest::keyClicks(&ansicht, u"w"_s);
+    EXPECT_EQ(ansicht.merkmale().Liste, (QStringList{u"001   O, k,  F"_s, u"002   E, m,  F"_s}));
+    EXPECT_EQ(kind<QLabel>(u"lab_MerkmalFortschritt"_s).text(), u"2 von 50"_s);
+    ASSERT_EQ(gemeldet.size(), 2U);
+
+    // A bee that was begun is given up by Escape; keys that mean nothing, and those with others
+    // held, change nothing.
+    QTest::keyClicks(&ansicht, u"4e"_s);
+    QTest::keyClick(&ansicht, Qt::Key_Escape);
+    QTest::keyClicks(&ansicht, u"xr5p"_s);
+    QTest::keyClick(&ansicht, Qt::Key_1, Qt::AltModifier);
+    QTest::keyClick(&ansicht, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(kind<QLabel>(u"lab_Biene"_s).text(), u"Biene 003: noch Panzerzeichen, Haarlänge"_s);
+    QKeyEvent gehalten(QEvent::KeyPress, Qt::Key_1, Qt::NoModifier, u"1"_s, true);
+    QApplication::sendEvent(&ansicht, &gehalten);
+    EXPECT_EQ(gemeldet.size(), 2U);
+
+    // Undone from outside: what was begun is not the bee that comes next.
+    Merkmale eine = ansicht.merkmale();
+    eine.Liste.removeLast();
+    ansicht.zeige(eine);
+    QTest::keyClicks(&ansicht, u"3q"_s);
+    EXPECT_EQ(ansicht.merkmale().Liste.size(), 1);
+    // Another examination does not begin with the choice for the last bee.
+    ansicht.beginneNeu();
+    EXPECT_TRUE(kind<QRadioButton>(u"opt_Panzer_A_0"_s).isChecked());
+    QTest::keyClicks(&ansicht, u"y"_s);
+    EXPECT_EQ(ansicht.merkmale().Liste.size(), 1);
+}
+
+TEST_F(MerkmalansichtTest, keys_followCasteModeAndHairLength) {
+    ansicht.setFocus();
+    ansicht.setzeOhneHaarlänge(true);
+    QTest::keyClicks(&ansicht, u"1qc"_s);
+    EXPECT_EQ(ansicht.merkmale().Liste, QStringList{u"001   O, -,  f"_s});
+    Merkmale drohnen;
+    drohnen.Tiere = Geschlecht::Drohnen;
+    ansicht.zeige(drohnen);
+    QTest::keyClicks(&ansicht, u"4ry"_s);
+    EXPECT_EQ(ansicht.merkmale().Liste, QStringList{u"001  2R, sch"_s});
+    klicke(u"opt_Modus_1"_s);
+    QTest::keyClicks(&ansicht, u"1q"_s);
+    EXPECT_EQ(gemeldet.size(), 3U); // two bees, and the other mode
+    EXPECT_EQ(kind<QLabel>(u"lab_Biene"_s).text(), QString());
+}
+
+TEST(Merkmaltasten, places_areThoseOfTheKeyboardWhateverTheyType) {
+    using Taste = std::optional<Merkmaltaste>;
+    for (const auto& [code, plattform, taste] :
+         {std::tuple{10U, u"xcb", Taste({0, 0})},
+          {13U, u"xcb", Taste({0, 3})},
+          {24U, u"wayland", Taste({1, 0})},
+          {52U, u"xcb", Taste({2, 0})}, // Y in German, Z in English, W in French
+          {29U, u"xcb", Taste()},
+          {0x2CU, u"windows", Taste({2, 0})},
+          {0x05U, u"windows", Taste({0, 3})},
+          {24U, u"offscreen", Taste()}}) {
+        EXPECT_EQ(tasteAmPlatz(code, plattform), taste) << code;
+    }
+    EXPECT_EQ(tastenname({1, 0}, Sprache::Französisch), u"A"_s);
+    EXPECT_EQ(tastenname({2, 0}, Sprache::Englisch), u"Z"_s);
 }
 
 TEST_F(MerkmalansichtTest, bee328OfOneMark_isRefusedWithAMessage) {

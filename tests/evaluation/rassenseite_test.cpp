@@ -1,8 +1,10 @@
 #include "evaluation/rassenseite.h"
 
+#include "evaluation/standarddatei.h"
 #include "platform/benutzerspeicher.h"
 #include "platform/profil.h"
 #include "support/kinder.h"
+#include "support/testdialoge.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -20,6 +22,8 @@
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 namespace {
 
@@ -29,11 +33,14 @@ struct RassenseiteTest : testing::Test {
     Einstellungen einstellungen{ordner.filePath(u"Index.ini"_s)};
     Benutzerspeicher speicher{ordner.filePath(u"benutzer.ini"_s)};
     Rassenseite seite{texte, Zahlenformat{}};
+    TestDialoge dialoge;
     int pieptöne = 0;
 
     void SetUp() override {
         seite.beiFalscherTaste([this] { ++pieptöne; });
         seite.setzeQuelle(&einstellungen);
+        seite.setzeUmgebung({&dialoge, [] { return QDate(2026, 5, 1); }, ordner.path()});
+        seite.setzeRassen(rassenliste(einstellungen));
         seite.lade(einstellungen, 1);
         seite.show();
         seite.activateWindow();
@@ -305,6 +312,81 @@ TEST_F(RassenseiteTest, meanOfCI_isCheckedInTheChosenDirection) {
     EXPECT_TRUE(neu.standard(1).drohnen.mittel.unter());
     EXPECT_FALSE(neu.standard(1).arbeiterinnen.mittel.unter());
     EXPECT_EQ(tarvel::kind<QComboBox>(neu, u"cbo_CIMittel_1"_s).currentIndex(), 1);
+}
+
+TEST_F(RassenseiteTest, standard_travelsWithItsNameAsAFile) {
+    const QString pfad = ordner.filePath(u"Nord 1.tstd"_s);
+    const auto stand = [this] { return kind<QLabel>(u"lab_Standardstand"_s).text(); };
+    const auto klicke = [this](const QString& knopf) { kind<QPushButton>(knopf).click(); };
+    tippe(u"txt_Panzer_1"_s, u"20"_s);
+    tippe(u"txt_Standardname"_s, u"Nord"_s);
+    tippe(u"txt_Standardversion"_s, u"1"_s);
+    dialoge.dateien = {QString(), ordner.filePath(u"fehlt/a.tstd"_s), pfad};
+    klicke(u"bef_StandardExport"_s); // cancelled
+    EXPECT_THAT(dialoge.meldungen, IsEmpty());
+    klicke(u"bef_StandardExport"_s);
+    klicke(u"bef_StandardExport"_s);
+    EXPECT_THAT(dialoge.arten, ElementsAre(Meldungsart::Ausruf, Meldungsart::Hinweis));
+    EXPECT_EQ(stand(), u"Nord, Fassung 1 (2026-05-01)"_s);
+    tippe(u"txt_Panzer_1"_s, u"25"_s);
+    verlasse(u"txt_Panzer_1"_s);
+    EXPECT_EQ(stand(), u"Nord, Fassung 1, danach geändert (2026-05-01)"_s);
+
+    // Another race: shown first, refused, then taken.
+    wähleKarte(1);
+    dialoge.dateien = {pfad, pfad, pfad};
+    dialoge.antworten = {Antwort::Nein, Antwort::Ja};
+    const Rassestandard vorher = seite.standard(2);
+    klicke(u"bef_StandardImport"_s);
+    EXPECT_EQ(seite.standard(2), vorher);
+    EXPECT_TRUE(dialoge.fragen.back().text.startsWith(
+        u"Die Datei ist für die Rasse 'Carnica' geschrieben, nicht für 'Mellifera'!\n"_s));
+    EXPECT_TRUE(dialoge.fragen.back().verwirft);
+    EXPECT_THAT(dialoge.fragen.back().zeilen,
+                ElementsAre(u"Standard: Mellifera → Nord, Fassung 1"_s,
+                            u"Arbeiterinnen: Panzerzeichen E: 30% → 20%"_s));
+    klicke(u"bef_StandardImport"_s);
+    EXPECT_EQ(feld(u"txt_Panzer_1"_s).text(), u"20%"_s);
+    EXPECT_EQ(stand(), u"Nord, Fassung 1 (2026-05-01)"_s);
+    klicke(u"bef_StandardImport"_s);
+    EXPECT_TRUE(dialoge.meldungen.last().contains(u"derselbe"_s));
+
+    // Name and version are kept with their race; those of the other are gone with Reset.
+    speichere(2);
+    Texte englisch{ordner.path()};
+    Rassenseite wieder{englisch, Zahlenformat{}};
+    wieder.lade(einstellungen, 1);
+    EXPECT_EQ(wieder.standard(2), seite.standard(2));
+    EXPECT_EQ(wieder.standard(1).kennung.Version, u"1"_s);
+    EXPECT_EQ(standardname(wieder.standard(1), u"Carnica"_s, texte),
+              u"Nord, Fassung 1, danach geändert"_s);
+    tippe(u"txt_Standardversion"_s, u"7"_s);
+    kind<QPushButton>(u"bef_TestReset"_s).click();
+    EXPECT_EQ(feld(u"txt_Standardversion"_s).text(), u"1"_s);
+}
+
+TEST_F(RassenseiteTest, fileThatIsNoStandard_changesNothing) {
+    const Rassestandard vorher = seite.standard(1);
+    QFile datei(ordner.filePath(u"a.tstd"_s));
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+    datei.write("Tarvel-Rassestandard 1\n[Standard]\nRasse=Carnica\n");
+    datei.close();
+    dialoge.dateien = {datei.fileName(), ordner.filePath(u"fehlt"_s)};
+    kind<QPushButton>(u"bef_StandardImport"_s).click();
+    EXPECT_THAT(dialoge.meldungen,
+                ElementsAre(u"Importieren: Der Standard wurde nicht übernommen. Die Datei ist "
+                            "beschädigt: 'Arbeiterinnen: Filzbinden F' fehlt."_s));
+    kind<QPushButton>(u"bef_StandardImport"_s).click();
+    EXPECT_EQ(dialoge.meldungen.size(), 2);
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+    // A range that the page refuses is not given on either.
+    tippe(u"txt_CIK_0"_s, u"17-15"_s);
+    kind<QPushButton>(u"bef_StandardExport"_s).click();
+    EXPECT_EQ(dialoge.meldungen.last(), u"Exportieren: Arbeiterinnen: Klasse 0: Die erste Klasse "
+                                        "ist höher als die letzte."_s);
+    feld(u"txt_CIK_0"_s).setText(u"15-17"_s);
+    verlasse(u"txt_CIK_0"_s);
+    EXPECT_EQ(seite.standard(1).kennung, vorher.kennung);
 }
 
 TEST_F(RassenseiteTest, linesAfterKruber_standBesideTheStoredOnes) {

@@ -27,6 +27,7 @@ struct DBTest : Browserprobe {
     QStringList gewählt;
     QStringList geladen;
     bool lädt = true;
+    std::function<Neubeurteilungsregeln()> neubeurteilung;
     std::unique_ptr<DB> db;
 
     DBTest() { texte.SpracheDeutsch(); }
@@ -52,7 +53,8 @@ struct DBTest : Browserprobe {
                 [this](const QString& nummer) {
                     geladen << nummer;
                     return lädt;
-                }});
+                },
+            .neubeurteilung = neubeurteilung});
         db->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(db.get()));
         QApplication::processEvents(); // what waits for the first painting

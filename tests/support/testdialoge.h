@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <deque>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,7 @@ public:
     QStringList meldungen;          ///< "title: text" of every message
     std::vector<Meldungsart> arten; ///< pictures beside the messages
     std::vector<Frage> fragen;
+    std::function<void()> beiFrage; ///< what happens while the user reads a question
     QStringList filter;
     QStringList auswahlen;   ///< "text: preset" of every choice
     std::optional<int> wahl; ///< answer to every choice: the preset without one, -1 to cancel
@@ -38,6 +40,9 @@ public:
     }
     Antwort frage(const Frage& frage) override {
         fragen.push_back(frage);
+        if (beiFrage) {
+            beiFrage();
+        }
         if (antworten.empty()) {
             return Antwort::Nein;
         }

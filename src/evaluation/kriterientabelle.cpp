@@ -1,0 +1,168 @@
+#include "evaluation/kriterientabelle.h"
+
+#include "measure/indexmuster.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString Strich = u"–"_s;
+
+class Tabelle {
+public:
+    Tabelle(const Prüfling& prüfling, const Urteil& urteil, const Kriterienworte& worte)
+        : prüfling_(prüfling)
+        , urteil_(urteil)
+        , w_(worte) {}
+
+    std::vector<Kriterienzeile> zeilen() {
+        std::optional<Merkmalgruppe> fehlende;
+        for (const Kriterium& k : kriterien(prüfling_, urteil_)) {
+            const auto gruppe = gruppeVon(k.prüfwert);
+            if (!gruppe || gemessen(*gruppe)) {
+                zeilen_.push_back(zeile(k, gruppe));
+            } else if (fehlende != gruppe) {
+                fehlende = gruppe;
+                Kriterienzeile keine;
+                keine.spalten.fill(Strich);
+                keine.spalten[0] = gruppenname(*gruppe);
+                keine.spalten[1] = w_.nichtGemessen;
+                zeilen_.push_back(std::move(keine));
+            }
+        }
+        return std::move(zeilen_);
+    }
+
+private:
+    [[nodiscard]] std::optional<Merkmalgruppe> gruppeVon(const Prüfwert& wert) const {
+        if (wert.art == Prüfung::Merkmal) {
+            for (const Merkmalgruppe gruppe : merkmalgruppen(prüfling_.tiere)) {
+                if (enthält(gruppe, wert.name)) {
+                    return gruppe;
+                }
+            }
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] bool enthält(Merkmalgruppe gruppe, const QString& code) const {
+        const auto codes = merkmalcodes(prüfling_.tiere, gruppe);
+        return std::any_of(codes.begin(), codes.end(),
+                           [&code](const Merkmalcode& c) { return c.code == code; });
+    }
+
+    /// A group in which no code occurs was left out, such as the hair length.
+    [[nodiscard]] bool gemessen(Merkmalgruppe gruppe) const {
+        const auto& werte = urteil_.beurteilung.werte;
+        return urteil_.merkmale.Fehler ||
+               std::any_of(werte.begin(), werte.end(), [&](const Prüfwert& wert) {
+                   return wert.art == Prüfung::Merkmal && wert.gemessen.value_or(0) > 0 &&
+                          enthält(gruppe, wert.name);
+               });
+    }
+
+    [[nodiscard]] QString gruppenname(Merkmalgruppe gruppe) const {
+        switch (gruppe) {
+        case Merkmalgruppe::HaarLänge:
+            return w_.haarlänge;
+        case Merkmalgruppe::Filz:
+            return w_.filz;
+        case Merkmalgruppe::Haarfarbe:
+            return w_.haarfarbe;
+        case Merkmalgruppe::Panzer:
+            break;
+        }
+        return w_.panzer;
+    }
+
+    [[nodiscard]] QString name(const Prüfwert& wert, std::optional<Merkmalgruppe> gruppe) const {
+        switch (wert.art) {
+        case Prüfung::Mittelwert:
+            return w_.mittelwert;
+        case Prüfung::Klassen:
+            return w_.klasse + u' ' + klassenbereichtext(wert.bereich);
+        case Prüfung::Nebengipfel:
+            return w_.nebengipfel + u' ' + klassenbereichtext(wert.bereich);
+        case Prüfung::Merkmal:
+            break;
+        }
+        return gruppe ? gruppenname(*gruppe) + u' ' + wert.name : wert.name;
+    }
+
+    [[nodiscard]] QString ergebnis(const Kriterium& k) const {
+        const Texte& t = w_.texte;
+        switch (k.gewissheit) {
+        case Gewissheit::NichtGemessen:
+        case Gewissheit::OhneStreuung:
+            break;
+        case Gewissheit::ImmerErfüllt:
+            return t(Meldung::ErgebnisImmer);
+        case Gewissheit::Sicher:
+            return t(Meldung::ErgebnisSicher);
+        case Gewissheit::Offen:
+            return !k.festAb    ? t(Meldung::ErgebnisOffen)
+                   : w_.weitere ? t(Meldung::ErgebnisSicherMit).arg(*k.festAb - k.gesamt)
+                                : t(Meldung::ErgebnisSicherAb).arg(*k.festAb);
+        }
+        return Strich;
+    }
+
+    [[nodiscard]] Kriterienzeile zeile(const Kriterium& k,
+                                       std::optional<Merkmalgruppe> gruppe) const {
+        const Prüfwert& w = k.prüfwert;
+        const bool mittel = w.art == Prüfung::Mittelwert;
+        const QString einheit =
+            w.art == Prüfung::Merkmal || w.art == Prüfung::Klassen ? u" %"_s : QString();
+        const QStringView muster = mittel ? muster::CI : u"0";
+        Kriterienzeile zeile{
+            {name(w, gruppe)}, w.fett, k.gewissheit == Gewissheit::ImmerErfüllt, k.prüfwert};
+        auto& [_, gemessen, erlaubt, abstand, bienen, bereich, sicher] = zeile.spalten;
+        erlaubt = (w.höchstens ? u"≤ "_s : u"≥ "_s) + zahltext(w.erlaubt, w_.format) + einheit;
+        const std::optional<double> rest = k.abstand();
+        if (!rest) {
+            gemessen = w_.nichtGemessen;
+            abstand = bienen = bereich = sicher = Strich;
+            return zeile;
+        }
+        gemessen = Format(mittel ? *w.mittel : *w.gemessen, muster, w_.format) + einheit;
+        abstand = (*rest > 0   ? u"+"_s
+                   : *rest < 0 ? u"−"_s
+                               : QString()) +
+                  (mittel ? Format(std::abs(*rest), muster, w_.format)
+                          : zahltext(std::abs(*rest), w_.format));
+        bienen = mittel ? QString::number(k.anzahl)
+                        : w_.texte(Meldung::AnzahlVon).arg(k.anzahl).arg(k.gesamt);
+        bereich = k.bereich ? Format(k.bereich->von, muster, w_.format) + u'–' +
+                                  Format(k.bereich->bis, muster, w_.format) + einheit
+                            : Strich;
+        sicher = ergebnis(k);
+        return zeile;
+    }
+
+    const Prüfling& prüfling_;
+    const Urteil& urteil_;
+    const Kriterienworte& w_;
+    std::vector<Kriterienzeile> zeilen_;
+};
+
+} // namespace
+
+std::array<QString, Kriterienspaltenzahl> kriterienspalten(const Texte& texte) {
+    return {texte(Meldung::SpalteKriterium), texte(Meldung::SpalteGemessen),
+            texte(Meldung::SpalteErlaubt),   texte(Meldung::SpalteAbstand),
+            texte(Meldung::SpalteBienen),    texte(Meldung::SpalteBereich),
+            texte(Meldung::SpalteErgebnis)};
+}
+
+std::vector<Kriterienzeile> kriterientabelle(const Prüfling& prüfling, const Urteil& urteil,
+                                             const Kriterienworte& worte) {
+    return urteil.beurteilung.BewertungAktiv ? Tabelle(prüfling, urteil, worte).zeilen()
+                                             : std::vector<Kriterienzeile>();
+}
+
+} // namespace tarvel
