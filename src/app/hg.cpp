@@ -1,6 +1,5 @@
 #include "app/hg.h"
 
-#include "app/austausch.h"
 #include "app/bildwahl.h"
 #include "app/fensterlage.h"
 #include "app/hinweiszeile.h"
@@ -25,7 +24,6 @@
 #include <QToolBar>
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 namespace tarvel {
@@ -99,13 +97,7 @@ void HG::verbindeMessplatz() {
     hinweise_.beiErsatz([this] { ansichten_.zeigeStandhinweis(); });
     fläche_.messplatz->beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
     protokoll_.beiHinweis([this](const Hinweis& h) { hinweise_.zeige(h); });
-    protokoll_.beiFlügelbildern([this] {
-        auto bilder = std::make_shared<Flügelbilder>(fläche_.messplatz->flügelbilder());
-        return [bilder](const Flügelmessung& flügel, const QRect& ausschnitt) {
-            return bilder->hole(flügel, ausschnitt);
-        };
-    });
-    protokoll_.beiTabelle([this] { return flügeltabelle(umgebung_, arbeitsplatz_); });
+    protokoll_.setzeMessplatz(*fläche_.messplatz);
     auswertung_.urteil().beiKriterienwunsch([this] {
         schalteKriterien(true);
         auswertung_.kriterien().nimmTastatur();

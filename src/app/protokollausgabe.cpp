@@ -1,7 +1,9 @@
 #include "app/protokollausgabe.h"
 
+#include "app/austausch.h"
 #include "app/sprachpaketgang.h"
 #include "lang/uebersetz.h"
+#include "measure/messplatz.h"
 #include "print/drucken.h"
 #include "print/vorschau.h"
 
@@ -65,22 +67,31 @@ bool Protokollausgabe::istAnhang(int seite) const {
     return seite > seitenzahl() && umgebung_.einstellungen.schalter(Einstellung::Anhang);
 }
 
+Flügelbild Protokollausgabe::flügelbild() const {
+    if (messplatz_ == nullptr) {
+        return {};
+    }
+    auto bilder = std::make_shared<Flügelbilder>(messplatz_->flügelbilder());
+    return [bilder](const Flügelmessung& flügel, const QRect& ausschnitt) {
+        return bilder->hole(flügel, ausschnitt);
+    };
+}
+
 std::shared_ptr<const Protokollausgabe::Vorlage> Protokollausgabe::vorlage(bool bilder) const {
     const Protokolleinstellungen einstellungen =
         ladeProtokolleinstellungen(umgebung_.einstellungen);
     const Protokolltexte worte = probe_ ? ProtokolltexteÜbersetzt(*probe_) : texte();
-    return std::make_shared<Vorlage>(
-        Vorlage{.daten = protokolldaten({.untersuchung = untersuchung_,
-                                         .standard = arbeitsplatz_.standard(),
-                                         .einstellungen = einstellungen,
-                                         .texte = umgebung_.texte,
-                                         .protokolltexte = worte,
-                                         .format = umgebung_.format,
-                                         .heute = umgebung_.uhr.now().date(),
-                                         .bild = bilder && einstellungen.Anhang && flügelbilder_
-                                                     ? flügelbilder_()
-                                                     : Flügelbild()}),
-                .grafik = Briefkopfgrafik(einstellungen.briefkopf)});
+    return std::make_shared<Vorlage>(Vorlage{
+        .daten =
+            protokolldaten({.untersuchung = untersuchung_,
+                            .standard = arbeitsplatz_.standard(),
+                            .einstellungen = einstellungen,
+                            .texte = umgebung_.texte,
+                            .protokolltexte = worte,
+                            .format = umgebung_.format,
+                            .heute = umgebung_.uhr.now().date(),
+                            .bild = bilder && einstellungen.Anhang ? flügelbild() : Flügelbild()}),
+        .grafik = Briefkopfgrafik(einstellungen.briefkopf)});
 }
 
 void Protokollausgabe::zeigeSeite(int nummer) {
@@ -153,7 +164,7 @@ void Protokollausgabe::drucke(QWidget* fenster, const QString& ordner) {
          .grafik = gedruckt->grafik,
          .titel = gedruckt->daten.titel,
          .pdf = QDir(ordner).filePath((nummer.isEmpty() ? t(Text::Protokoll) : nummer) + u".pdf"_s),
-         .tabelle = tabelle_ ? tabelle_() : QByteArray(),
+         .tabelle = flügeltabelle(umgebung_, arbeitsplatz_),
          .mitTabelle = umgebung_.einstellungen.schalter(Einstellung::DatenDaneben)},
         fenster);
     dialog.exec();

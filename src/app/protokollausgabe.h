@@ -17,6 +17,7 @@
 
 namespace tarvel {
 
+class Messplatz;
 class Vorschau;
 
 /// The report of the open examination: its preview, the print dialog, and the editor of the user's
@@ -34,10 +35,8 @@ public:
     }
     /// Called when a page is to be seen; those of the appendix follow page 1 or 2.
     void beiSeitenwahl(std::function<void(int seite)> wahl) { beiSeitenwahl_ = std::move(wahl); }
-    /// Gives what cuts wings out of their scans, for a job.
-    void beiFlügelbildern(std::function<Flügelbild()> quelle) { flügelbilder_ = std::move(quelle); }
-    /// Gives the table that may be written beside a PDF file.
-    void beiTabelle(std::function<QByteArray()> tabelle) { tabelle_ = std::move(tabelle); }
+    /// Where the scans of the wings are; it outlives this.
+    void setzeMessplatz(Messplatz& messplatz) { messplatz_ = &messplatz; }
 
     [[nodiscard]] QWidget& vorschau() const;
     /// Pages of the kind of report that the settings ask for, without its appendix.
@@ -70,6 +69,8 @@ private:
     /// With @p bilder the wings of the appendix are cut out of their scans.
     [[nodiscard]] std::shared_ptr<const Vorlage> vorlage(bool bilder) const;
     [[nodiscard]] bool istAnhang(int seite) const;
+    /// What cuts wings out of their scans, for one job.
+    [[nodiscard]] Flügelbild flügelbild() const;
     void stelleDruckerNachAbsturzHer();
     [[nodiscard]] Protokolltexte texte() const;
     /// Names of the values that are missing and that the settings ask to be warned of.
@@ -80,8 +81,7 @@ private:
 
     std::function<void(int seite)> beiSeitenwahl_;
     std::function<void(const Hinweis&)> beiHinweis_;
-    std::function<Flügelbild()> flügelbilder_;
-    std::function<QByteArray()> tabelle_;
+    Messplatz* messplatz_ = nullptr;
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     const Untersuchung& untersuchung_;

@@ -258,10 +258,10 @@ void LadenKennung(Rassestandard& standard, int rasse, const Einstellungen& einst
     standard.kennung = {};
     for (const Kennungszeile& zeile : Kennungszeilen) {
         if (istRasse(rasse)) {
-            standard.kennung.*zeile.ort = ausCodepage1252(GetPrivateProfileStringA(
-                bytes(AbschnittKennung),
-                bytes(zeile.name.toString() + rassenendung(rasse).toString()), QByteArray(), Puffer,
-                einstellungen.IniPfad()));
+            standard.kennung.*zeile.ort =
+                profiltext(bytes(AbschnittKennung),
+                           bytes(zeile.name.toString() + rassenendung(rasse).toString()), Puffer,
+                           einstellungen.IniPfad());
         }
     }
 }
@@ -271,7 +271,7 @@ void SpeichernKennung(const Rassestandard& standard, int rasse, Profil& ini) {
         const QByteArray key = bytes(zeile.name.toString() + rassenendung(rasse).toString());
         const QString& wert = standard.kennung.*zeile.ort;
         if (istRasse(rasse) && (!wert.isEmpty() || ini.wert(bytes(AbschnittKennung), key))) {
-            ini.setze(bytes(AbschnittKennung), key, alsProfilwert(bytes(wert)));
+            ini.setzeText(bytes(AbschnittKennung), key, alsProfilwert(wert));
         }
     }
 }
