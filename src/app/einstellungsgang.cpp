@@ -33,8 +33,8 @@ int Einstellungsgang::gespeicherteAuflösung() const {
 
 void Einstellungsgang::optionen(QWidget* fenster) {
     const int vorher = gespeicherteAuflösung();
-    Optionen dialog(umgebung_, speicher_, arbeitsplatz_.untersuchung().angaben().Rasse + 1,
-                    fenster);
+    Optionen dialog(umgebung_, speicher_, arbeitsplatz_.untersuchung().angaben().Rasse + 1, fenster,
+                    arbeitsplatz_.ablage().dokumente());
     dialog.exec();
     // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
     // measured changes only where the user changed it. For a missing key the dialog shows, and
