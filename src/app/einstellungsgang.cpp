@@ -30,8 +30,8 @@ void Einstellungsgang::richteEin() {
 
 void Einstellungsgang::optionen(QWidget* fenster) {
     const Aufnahme vorher = aufnahmeBeimStart(umgebung_.einstellungen);
-    Optionen dialog(umgebung_, speicher_, arbeitsplatz_.untersuchung().angaben().Rasse + 1,
-                    fenster);
+    Optionen dialog(umgebung_, speicher_, arbeitsplatz_.untersuchung().angaben().Rasse + 1, fenster,
+                    arbeitsplatz_.ablage().dokumente());
     dialog.exec();
     // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
     // measured changes only where the user changed it. For a missing key the dialog shows, and

@@ -15,7 +15,8 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-Optionen::Optionen(const Umgebung& umgebung, Benutzerspeicher& speicher, int rasse, QWidget* parent)
+Optionen::Optionen(const Umgebung& umgebung, Benutzerspeicher& speicher, int rasse, QWidget* parent,
+                   const QString& dokumente)
     : QDialog(parent)
     , umgebung_(umgebung)
     , speicher_(speicher)
@@ -57,7 +58,7 @@ Optionen::Optionen(const Umgebung& umgebung, Benutzerspeicher& speicher, int ras
     const QString ordner = umgebung_.einstellungen.text(Einstellung::Arbeitsverzeichnis);
     rassen_->setzeUmgebung({.dialoge = &umgebung_.dialoge,
                             .heute = [this] { return umgebung_.uhr.now().date(); },
-                            .ordner = ordner});
+                            .ordner = ordner.isEmpty() ? dokumente : ordner});
     rassen_->setzeQuelle(&umgebung_.einstellungen);
     rassen_->setzeRassen(rassenliste(umgebung_.einstellungen));
     connect(&umgebung_.texte, &Texte::languageChanged, this, [this] { beschrifte(); });

@@ -16,9 +16,10 @@ class Rassenseite;
 /// settings file all at once when it is confirmed; cancelled, it leaves the file as it was.
 class Optionen : public QDialog {
 public:
-    /// @p rasse the main window's current race, 1 to 4, or 0 for none.
+    /// @p rasse the main window's current race, 1 to 4, or 0 for none. @p dokumente folder that
+    /// choosers start in without a working folder.
     Optionen(const Umgebung& umgebung, Benutzerspeicher& speicher, int rasse,
-             QWidget* parent = nullptr);
+             QWidget* parent = nullptr, const QString& dokumente = {});
     ~Optionen() override;
 
     /// The general page, in the order in which the keys are read and written.

@@ -251,7 +251,7 @@ QString innenname(const Standardzeile& zeile, const Texte& t) {
 /// A value for people.
 QString wertanzeige(const Standardzeile& zeile, const Rassestandard& standard, const Texte& t,
                     const Zahlenformat& format) {
-    const QString text = anzeigetext(zeile, standard, format);
+    QString text = anzeigetext(zeile, standard, format);
     switch (zeile.art) {
     case Werteart::Schalter:
         return t(text == u"0" ? Text::Nein : Text::Ja);

@@ -26,7 +26,8 @@ struct Frage {
     bool mitAbbrechen = false;
     QString ja = {};
     QString nein = {};
-    /// What it is about, where that may be too long for a message box.
+    /// What it is about, where that may be too long for a message box. Such a question has two
+    /// answers, and Escape means Nein.
     QStringList zeilen = {};
 };
 

@@ -53,10 +53,10 @@ QPushButton* knopf(QMessageBox& box, QMessageBox::StandardButton art, const QStr
 }
 
 // A letter to press with Alt for every button that has none: the first one that is free.
-void ergaenzeKuerzel(QMessageBox& box) {
+void ergaenzeKuerzel(const QList<QAbstractButton*>& knoepfe) {
     QString vergeben;
     QList<QAbstractButton*> ohne;
-    for (QAbstractButton* button : box.buttons()) {
+    for (QAbstractButton* button : knoepfe) {
         const QKeySequence kuerzel = QKeySequence::mnemonic(button->text());
         if (kuerzel.isEmpty()) {
             ohne << button;
@@ -99,9 +99,10 @@ void lassDateienInRuhe(const QFileDialog& chooser) {
     }
 }
 
-/// A text, a list below it and buttons. True when one was pressed that accepts.
+/// A text, a list below it and buttons, of which Enter means @p vorgabe. True when one was pressed
+/// that accepts.
 bool zeigeListe(const QString& titel, const QString& text, const QStringList& zeilen,
-                QDialogButtonBox* knoepfe) {
+                QDialogButtonBox* knoepfe, QPushButton* vorgabe) {
     QDialog fenster(QApplication::activeWindow());
     fenster.setObjectName(QStringLiteral("Bericht"));
     fenster.setWindowTitle(titel);
@@ -119,6 +120,7 @@ bool zeigeListe(const QString& titel, const QString& text, const QStringList& ze
     layout->addWidget(satz);
     layout->addWidget(liste, 1);
     layout->addWidget(knoepfe);
+    vorgabe->setDefault(true); // which counts only within a dialog
     const QFontMetrics schrift = fenster.fontMetrics();
     constexpr int breite = 90;
     constexpr int höhe = 20;
@@ -141,7 +143,7 @@ void SystemDialoge::meldung(const QString& titel, const QString& text, Meldungsa
 void SystemDialoge::bericht(const QString& titel, const QString& text, const QStringList& zeilen) {
     auto* knoepfe = new QDialogButtonBox(QDialogButtonBox::Ok);
     beschrifte(*knoepfe->button(QDialogButtonBox::Ok), worte_.ok);
-    (void)zeigeListe(titel, text, zeilen, knoepfe);
+    (void)zeigeListe(titel, text, zeilen, knoepfe, knoepfe->button(QDialogButtonBox::Ok));
 }
 
 /// Escape and closing mean the answer that gives nothing up.
@@ -151,8 +153,10 @@ Antwort SystemDialoge::frageMitListe(const Frage& frage) {
     beschrifte(*ja, frage.ja.isEmpty() ? worte_.ja : frage.ja);
     QPushButton* nein = knoepfe->button(QDialogButtonBox::No);
     beschrifte(*nein, frage.nein.isEmpty() ? worte_.nein : frage.nein);
-    (frage.verwirft ? nein : ja)->setDefault(true);
-    return zeigeListe(frage.titel, frage.text, frage.zeilen, knoepfe) ? Antwort::Ja : Antwort::Nein;
+    ergaenzeKuerzel(knoepfe->buttons());
+    return zeigeListe(frage.titel, frage.text, frage.zeilen, knoepfe, frage.verwirft ? nein : ja)
+               ? Antwort::Ja
+               : Antwort::Nein;
 }
 
 std::optional<int> SystemDialoge::auswahl(const QString& titel, const QString& text,
@@ -194,7 +198,7 @@ Antwort SystemDialoge::frage(const Frage& frage) {
     if (frage.mitAbbrechen) {
         sicherer = knopf(box, QMessageBox::Cancel, worte_.abbrechen);
     }
-    ergaenzeKuerzel(box);
+    ergaenzeKuerzel(box.buttons());
     box.setEscapeButton(sicherer);
     box.setDefaultButton(frage.verwirft ? sicherer : ja);
     const Fragezeiger zeiger;

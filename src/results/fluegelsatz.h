@@ -44,7 +44,7 @@ namespace tarvel {
 //          Jahr LV ZNr               year, region, breeder number
 //          Modus Summen Bienen       body marks as they were entered: mode (L list, A sums),
 //                                    counts, lines; the column MERKMAL does not keep all of them
-//          Grenzen                   limits that the examination was judged by
+//          Grenzen                   standard that the verdict was given by, see standardtext()
 //          Herkunft                  file or program that it came from
 //          Urteil                    -: nothing was judged, although the column says no. The
 //                                    journal has ja and nein, too

@@ -11,6 +11,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -18,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <tuple>
 
 namespace tarvel {
 
@@ -80,6 +82,41 @@ TEST(SystemDialoge, enterAndEscape_neverGiveSomethingUp) {
             EXPECT_EQ(antwortAuf(dialoge, frage, Qt::Key_Return), fall.enter);
             EXPECT_EQ(antwortAuf(dialoge, frage, Qt::Key_Escape), fall.escape);
         }
+    }
+}
+
+TEST(SystemDialoge, questionWithAList_isAnsweredLikeAnyOther) {
+    SystemDialoge dialoge;
+    dialoge.setzeWorte({u"OK"_s, u"Ja"_s, u"Nein"_s, u"Abbrechen"_s});
+    using enum Antwort;
+    for (const auto& [verwirft, taste, antwort] : {std::tuple{false, Qt::Key_Return, Ja},
+                                                   {true, Qt::Key_Return, Nein},
+                                                   {false, Qt::Key_Escape, Nein},
+                                                   {true, Qt::Key_Escape, Nein},
+                                                   {true, Qt::Key_Y, Ja}}) {
+        QTimer::singleShot(0, qApp, [key = taste] {
+            QWidget& fenster = *QApplication::activeModalWidget();
+            auto* liste = fenster.findChild<QPlainTextEdit*>();
+            ASSERT_NE(liste, nullptr);
+            EXPECT_EQ(liste->toPlainText(), u"a → b\nc → d"_s);
+            if (key == Qt::Key_Y) {
+                for (auto* knopf : fenster.findChildren<QPushButton*>()) {
+                    if (knopf->text() == u"&Speichern") {
+                        knopf->click();
+                    }
+                }
+                return;
+            }
+            QKeyEvent ereignis(QEvent::KeyPress, key, Qt::NoModifier);
+            QApplication::sendEvent(&fenster, &ereignis);
+        });
+        EXPECT_EQ(dialoge.frage({.titel = u"T"_s,
+                                 .text = u"?"_s,
+                                 .verwirft = verwirft,
+                                 .ja = u"Speichern"_s,
+                                 .zeilen = {u"a → b"_s, u"c → d"_s}}),
+                  antwort)
+            << verwirft << taste;
     }
 }
 

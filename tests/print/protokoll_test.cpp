@@ -1,3 +1,4 @@
+#include "evaluation/standarddatei.h"
 #include "print/protokollprobe.h"
 #include "print/protokollseite.h"
 #include "print/serie.h"
@@ -303,6 +304,10 @@ TEST_F(ProtokollTest, footnotes_sayHowValuesCameAbout) {
         EXPECT_EQ(noten(1).contains(wort), erste) << qPrintable(wort + noten(1));
         EXPECT_EQ(noten(2).contains(wort), zweite) << qPrintable(wort + noten(2));
     }
+    standard.kennung = {u"Landesverband Nord"_s, u"2"_s, u"2026-03-01"_s, standardmarke(standard)};
+    EXPECT_TRUE(noten(1).contains(u"nach dem Standard 'Landesverband Nord, Fassung 2'."_s));
+    standard.arbeiterinnen.Panzer[1] = u"1%"_s;
+    EXPECT_TRUE(noten(2).contains(u"Fassung 2, danach geändert'."_s));
     einstellungen.art = Protokollart::CubitalindexUndDV;
     EXPECT_TRUE(noten(1).contains(u"2,5 : (1,5 + h)"_s));
     einstellungen.briefkopf.Name.clear();
