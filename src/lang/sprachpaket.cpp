@@ -164,7 +164,7 @@ QByteArray sprachpaketvorlage(const Texte& texte) {
     QString vorlage = QLatin1StringView(Sprachpaketkopf) +
                       u"\n# UTF-8, one text a line: name = words. \\n breaks a line, %1, %2 stand "
                       "for what the program puts in.\nlanguage = "_s +
-                      paket.name + u"\nlocale = "_s + paket.gebiet + u'\n';
+                      alsZeile(paket.name) + u"\nlocale = "_s + alsZeile(paket.gebiet) + u'\n';
     for (const auto& [name, platz] : plätze()) {
         const auto& tabelle = platz.meldung ? paket.meldungen : paket.texte;
         const auto eigener = tabelle.find(platz.nummer);

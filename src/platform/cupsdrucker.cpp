@@ -11,7 +11,6 @@
 
 #include <cups/cups.h>
 #include <cups/http.h>
-#include <sys/socket.h>
 
 namespace tarvel {
 namespace {
