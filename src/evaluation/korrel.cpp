@@ -144,6 +144,9 @@ private:
         const QFont titel = diagrammschrift(stil_, Schriftgrad::Titel, true);
         z_.text({RandLinks, 19}, Qt::AlignLeft,
                 gekürzt(bild_.worte.korrelation, titel, l_.fläche.width()), titel, stil_.schrift);
+        if (!bild_.mitKennzahlen) {
+            return;
+        }
         const QString zahlen = eingepasst(l_.fläche.width(), normal_, [this](double breite) {
             return flügelzahl(bild_.flügel.size(), bild_.ausgelassen, bild_.worte) +
                    kennzahlen(bild_.worte.HI, bild_.HI, muster::HI, muster::HI, breite) +
@@ -185,11 +188,15 @@ private:
         };
         const auto alle = static_cast<int>(bild_.flügel.size());
         const int innen = bild_.anzahlImBereich();
-        QString anzahl = u": %1"_s.arg(innen);
-        if (alle > 0) {
-            anzahl += u" (%1 %)"_s.arg(bild_.anteilImBereich());
+        QString anzahl;
+        QString außen;
+        if (bild_.mitKennzahlen) {
+            anzahl = u": %1"_s.arg(innen);
+            if (alle > 0) {
+                anzahl += u" (%1 %)"_s.arg(bild_.anteilImBereich());
+            }
+            außen = u": %1"_s.arg(alle - innen);
         }
-        const QString außen = u": %1"_s.arg(alle - innen);
         // The words share the room that signs and numbers leave.
         const double zeichen = 3 * Zeichenbreite + 2 * Eintragsabstand +
                                (jenseits(true) + jenseits(false)) * Randzeichenbreite;

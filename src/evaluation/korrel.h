@@ -51,6 +51,8 @@ struct Korrelbild {
     bool begrenzt = true;
     std::optional<Kennzahlen> HI;
     std::optional<Kennzahlen> DV;
+    /// Numbers and means stand in the heading, unless they stand above the chart already.
+    bool mitKennzahlen = true;
     std::vector<int> hervorgehoben; ///< wings to point out, such as those selected in the lists
     Diagrammworte worte;
     Zahlenformat format;

@@ -95,6 +95,9 @@ private:
     /// "n = 25     s = 0.31"; the mean stands at its line.
     [[nodiscard]] QString kennzahlentext(const Feld& f) const {
         const Klassenverteilung& v = *f.verteilung;
+        if (!bild_.mitKennzahlen) {
+            return {};
+        }
         QString text = flügelzahl(v.flügel.size(), v.ausgelassen, bild_.worte);
         if (v.kennzahlen && v.kennzahlen->standardabweichung) {
             text += u"     s = "_s + Format(*v.kennzahlen->standardabweichung,

@@ -70,6 +70,8 @@ struct Kurvenbild {
     bool darunter = false;
     /// Whether ranges and secondary peak are marked as met or missed.
     bool beurteilt = true;
+    /// Number and deviation stand in the heading, unless they stand above the chart already.
+    bool mitKennzahlen = true;
     std::vector<int> hervorgehoben; ///< wings to point out, such as those selected in the lists
     Diagrammworte worte;
     Zahlenformat format;

@@ -66,9 +66,13 @@ void Drucken_::baue() {
         {t(Text::Drucken), t(Meldung::AlsPdfSpeichern), t(Text::Abbrechen), t(Text::Drucker),
          t(Text::Protokoll), t(Meldung::FeldKopien), t(Meldung::DatenDaneben)});
     auto* felder = new QFormLayout;
-    felder->addRow(worte[3], cbo_Drucker_);
-    felder->addRow(worte[4], cbo_Seiten_);
-    felder->addRow(worte[5], txt_Kopien_);
+    // The word for the format ends in a colon, in French with a blank before it.
+    const QString& letztes = t(Text::Format);
+    const QString punkte =
+        letztes.right(letztes.size() > 1 && letztes.chopped(1).back().isSpace() ? 2 : 1);
+    felder->addRow(worte[3] + punkte, cbo_Drucker_);
+    felder->addRow(worte[4] + punkte, cbo_Seiten_);
+    felder->addRow(worte[5] + punkte, txt_Kopien_);
     felder->addRow(t(Text::Format), format);
     felder->addRow(QString(), chk_Tabelle_);
     chk_Tabelle_->setText(worte[6]);

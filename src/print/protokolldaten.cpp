@@ -81,10 +81,11 @@ private:
         d_.korrel.format = q_.format;
         d_.korrel.worte = std::move(worte);
         d_.korrel.worte.cubitalindex = p_(Text::Cubitalindex);
+        d_.kurven.mitKennzahlen = d_.korrel.mitKennzahlen = false;
     }
 
     void angaben() {
-        const qsizetype flügel = std::ssize(q_.untersuchung.reihe().gewertete());
+        const qsizetype flügel = flügelzahl();
         d_.ausgelassen = ausgelassen(q_.untersuchung.reihe(), q_.texte);
         const QString bienen =
             QString::number(flügel > 0 ? flügel : static_cast<qsizetype>(merkmale_.Bienen));
@@ -100,6 +101,10 @@ private:
             {p_(Text::Rasse), angaben_.Rassenname.isEmpty() ? rasse() : angaben_.Rassenname, {}}};
     }
 
+    [[nodiscard]] int flügelzahl() const {
+        return static_cast<int>(std::ssize(q_.untersuchung.reihe().gewertete()));
+    }
+
     /// "3.02 ± 0.31"
     [[nodiscard]] Protokollwert mittelwert(const QString& index, const std::optional<Kennzahlen>& k,
                                            QStringView muster, QStringView streuung) const {
@@ -109,7 +114,9 @@ private:
             if (k->standardabweichung) {
                 w.wert += u" ± "_s + Format(*k->standardabweichung, streuung, q_.format);
             }
-            w.zusatz = u"n = %1"_s.arg(k->anzahl);
+            if (k->anzahl != flügelzahl()) { // else it stands above
+                w.zusatz = u"n = %1"_s.arg(k->anzahl);
+            }
         }
         return w;
     }
@@ -136,8 +143,8 @@ private:
             if (w.art == Prüfung::Mittelwert && beurteilung_.BewertungAktiv) {
                 Protokollwert& mittel = d_.indizes.front();
                 mittel.fett = w.fett;
-                mittel.zusatz +=
-                    (w.höchstens ? u", ≤ "_s : u", ≥ "_s) + zahltext(w.erlaubt, q_.format);
+                mittel.zusatz += (mittel.zusatz.isEmpty() ? QString() : u", "_s) +
+                                 (w.höchstens ? u"≤ "_s : u"≥ "_s) + zahltext(w.erlaubt, q_.format);
             }
         }
     }

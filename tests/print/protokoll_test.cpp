@@ -110,6 +110,8 @@ TEST_F(ProtokollTest, firstPage_holdsWhatABreederAsksFor) {
                               u"80 %"_s, u"Datum des Ausdrucks"_s, u"O80 E20  ·  k100  ·  F100"_s,
                               u"5. März 2026"_s, u"Unterschrift"_s, u"Seite 1 von 2"_s,
                               u"Entspricht den Merkmalen der Rasse Carnica"_s}));
+    EXPECT_EQ(zeilen(daten()).count(u"n = 25"_s),
+              1); // of the marks; that of the wings stands above
     EXPECT_THAT(zeilen(daten(), 2), IsSupersetOf({u"Hantelindex und DV"_s, u"1,052 ± 0,000"_s,
                                                   u"+0,8 ± 0,0"_s, u"100 %"_s, u"Seite 2"_s}));
 }
