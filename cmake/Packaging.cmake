@@ -22,6 +22,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Loaded at run time, so that the linker does not know it: the reader for TIFF.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libcups2, qt6-image-formats-plugins")
 # The toolkit's own words in German and French; a font; the opening of the guide.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n, fonts-dejavu-core, xdg-utils, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n, fonts-dejavu-core, fonts-liberation, xdg-utils, qt6-wayland")
 
 include(CPack)

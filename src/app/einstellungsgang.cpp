@@ -54,6 +54,9 @@ void Einstellungsgang::optionen(QWidget* fenster) {
     if (const auto gering = hinweise_.geringeAuflösung(andereAuflösung)) {
         sätze.push_back(*gering);
     }
+    if (const auto gemessene = hinweise_.auflösungshinweis(); andereAuflösung && gemessene) {
+        sätze.push_back(*gemessene);
+    }
     if (!andereAuflösung && neue.dpi != vorher.dpi) {
         sätze.emplace_back(
             Meldung::AuflösungBeimNächstenStart,

@@ -219,9 +219,13 @@ void Hinweisgeber::sageZweifel(int flügel) {
             sätze.push_back(Meldung::TasteLässtAus);
         }
     }
-    // The first wing of a picture says whether its resolution can be right.
+    // The first wing of a picture, or of another resolution on it, says whether that can be right.
     const std::optional<double> länge = längeRadialzelle(messung->punkte, messung->aufnahme);
-    if (sätze.empty() && länge && reihe.flügelAufBild(messung->bilddatei).size() == 1 &&
+    const auto mitDieser = [&](int nummer) {
+        return reihe.messung(nummer)->aufnahme.dpi == messung->aufnahme.dpi;
+    };
+    const std::vector<int> nachbarn = reihe.flügelAufBild(messung->bilddatei);
+    if (sätze.empty() && länge && std::count_if(nachbarn.begin(), nachbarn.end(), mitDieser) == 1 &&
         (*länge < KürzesteRadialzelle || *länge > LängsteRadialzelle)) {
         sätze.push_back(
             {Meldung::RadialzelleUnmöglich,

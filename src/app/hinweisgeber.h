@@ -49,6 +49,8 @@ public:
     /// That sentence for somebody who has more to say, nullopt without a reason; @p neu after
     /// another resolution was chosen, which counts anew.
     [[nodiscard]] std::optional<Hinweis> geringeAuflösung(bool neu);
+    /// What is to be known of the resolution beside its number.
+    [[nodiscard]] std::optional<Hinweis> auflösungshinweis() const;
     /// Says once each that settings or journal could not be written.
     void warneVorSchreibfehlern();
     /// Before this nothing is said of settings: at the start another hint would take its place.
@@ -57,8 +59,6 @@ public:
 private:
     /// Says why the wing that was taken over can hardly be right, and what can be done about it.
     void sageZweifel(int flügel);
-    /// What is to be known of the resolution beside its number.
-    [[nodiscard]] std::optional<Hinweis> auflösungshinweis() const;
     /// Whether what the hint tells of is still so. Hints that tell of an event always hold.
     [[nodiscard]] bool gilt(const Hinweis& hinweis) const;
     [[nodiscard]] bool gilt(int hinweisnummer, int flügel) const;

@@ -132,10 +132,19 @@ void Untersuchungsgang::öffne() {
           dienste_.fenster);
     if (db.exec() != QDialog::Accepted) {
         dienste_.hinweise.zeige(vorher);
-        if (const auto nummer = ablage.inDateiGeändert();
-            nummer && !arbeitsplatz_.untersuchung().geändert()) {
-            lade(*nummer); // edited in the browser
-        }
+        folgeDerZeile();
+    }
+}
+
+void Untersuchungsgang::folgeDerZeile() {
+    using Art = Zeilenlage::Art;
+    const Zeilenlage lage = arbeitsplatz_.ablage().zeilenlage();
+    if (lage.art == Art::Verschwunden) {
+        arbeitsplatz_.nimmAlsGelöscht();
+    } else if (lage.art != Art::Gleich && !arbeitsplatz_.untersuchung().geändert()) {
+        lade(lage.nummer);
+    } else if (lage.art == Art::Umbenannt) {
+        arbeitsplatz_.nimmUmbenannt(lage.nummer);
     }
 }
 

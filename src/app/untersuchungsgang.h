@@ -53,6 +53,8 @@ public:
 private:
     [[nodiscard]] bool setzeSitzungFort();
     void zeigeLetzte();
+    /// Brings what the browser did to the row of the open examination into the window.
+    void folgeDerZeile();
     [[nodiscard]] Neubeurteilungsregeln neubeurteilungsregeln() const;
 
     Umgebung umgebung_;

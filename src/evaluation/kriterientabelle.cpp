@@ -1,5 +1,6 @@
 #include "evaluation/kriterientabelle.h"
 
+#include "evaluation/urteilstext.h"
 #include "measure/indexmuster.h"
 
 #include <algorithm>
@@ -129,12 +130,18 @@ private:
             abstand = bienen = bereich = sicher = Strich;
             return zeile;
         }
-        gemessen = Format(mittel ? *w.mittel : *w.gemessen, muster, w_.format) + einheit;
-        abstand = (*rest > 0   ? u"+"_s
-                   : *rest < 0 ? u"−"_s
-                               : QString()) +
-                  (mittel ? Format(std::abs(*rest), muster, w_.format)
-                          : zahltext(std::abs(*rest), w_.format));
+        constexpr double Rundung = 0.005;
+        gemessen =
+            mittel ? mitteltext(w, w_.format) : Format(*w.gemessen, muster, w_.format) + einheit;
+        abstand =
+            (*rest > 0   ? u"+"_s
+             : *rest < 0 ? u"−"_s
+                         : QString()) +
+            // As exactly as what was measured: a failed one is not short of nothing.
+            (mittel ? Format(std::abs(*rest),
+                             w.fett && std::abs(*rest) <= Rundung ? QStringView(u"0.0000") : muster,
+                             w_.format)
+                    : zahltext(std::abs(*rest), w_.format));
         bienen = mittel ? QString::number(k.anzahl)
                         : w_.texte(Meldung::AnzahlVon).arg(k.anzahl).arg(k.gesamt);
         bereich = k.bereich ? Format(k.bereich->von, muster, w_.format) + u'–' +

@@ -1,5 +1,6 @@
 #include "evaluation/standarddatei.h"
 
+#include "evaluation/beurteilung.h"
 #include "measure/textdatei.h"
 
 #include <QCryptographicHash>
@@ -433,6 +434,32 @@ std::optional<Urteilsbeleg> urteilsbeleg(QStringView grenzen, const Rassestandar
                                               false);
     }
     return beleg;
+}
+
+Urteilsvergleich urteilsvergleich(bool gespeichert, std::optional<bool> urteil,
+                                  const std::optional<Urteilsbeleg>& beleg, const Texte& t) {
+    const QString wort = t(urteilswort(gespeichert));
+    const bool anders = urteil && gespeichert != *urteil;
+    const bool andereGrenzen = urteil && beleg && !beleg->abweichungen.isEmpty();
+    QStringList sätze;
+    if (anders) {
+        sätze << t(Meldung::UrteilAnders).arg(wort, t(urteilswort(*urteil)));
+    } else if (!urteil) {
+        sätze << t(Meldung::UrteilGespeichert).arg(wort);
+    }
+    if (beleg) {
+        sätze << t(Meldung::FußStandard).arg(beleg->standard);
+    }
+    if (andereGrenzen) {
+        constexpr qsizetype Höchstens = 3;
+        QStringList grenzen =
+            beleg->abweichungen.first(std::min(Höchstens, beleg->abweichungen.size()));
+        if (const auto weitere = beleg->abweichungen.size() - grenzen.size(); weitere > 0) {
+            grenzen << t(Meldung::UndWeitere).arg(weitere);
+        }
+        sätze << t(Meldung::GrenzenAnders).arg(grenzen.join(u", "_s));
+    }
+    return {sätze.join(u' '), anders || andereGrenzen};
 }
 
 } // namespace tarvel

@@ -106,4 +106,14 @@ struct Urteilsbeleg {
                                                        const Texte& texte,
                                                        const Zahlenformat& format);
 
+/// What is to be said of a stored verdict beside that of today, which is @p urteil: that it is
+/// another one, by which standard it was given, and which limits are others now.
+struct Urteilsvergleich {
+    QString text;
+    bool anders = false; ///< verdict or limits
+};
+[[nodiscard]] Urteilsvergleich urteilsvergleich(bool gespeichert, std::optional<bool> urteil,
+                                                const std::optional<Urteilsbeleg>& beleg,
+                                                const Texte& texte);
+
 } // namespace tarvel

@@ -109,31 +109,10 @@ QString Urteilsanzeige::gespeichertes() const {
     if (!gespeichertes_) {
         return {};
     }
-    const std::optional<bool> urteil = beurteilung_.urteil();
-    const QString wort = texte_(urteilswort(*gespeichertes_));
-    const bool anders = urteil && *gespeichertes_ != *urteil;
-    const bool andereGrenzen = urteil && beleg_ && !beleg_->abweichungen.isEmpty();
-    QStringList sätze;
-    if (anders) {
-        sätze << texte_(Meldung::UrteilAnders).arg(wort, texte_(urteilswort(*urteil)));
-    } else if (!urteil) {
-        sätze << texte_(Meldung::UrteilGespeichert).arg(wort);
-    }
-    if (beleg_) {
-        sätze << texte_(Meldung::FußStandard).arg(beleg_->standard);
-    }
-    if (andereGrenzen) {
-        constexpr qsizetype Höchstens = 3;
-        QStringList grenzen =
-            beleg_->abweichungen.first(std::min(Höchstens, beleg_->abweichungen.size()));
-        if (const auto weitere = beleg_->abweichungen.size() - grenzen.size(); weitere > 0) {
-            grenzen << texte_(Meldung::UndWeitere).arg(weitere);
-        }
-        sätze << texte_(Meldung::GrenzenAnders).arg(grenzen.join(u", "_s));
-    }
-    const QString text = sätze.join(u' ').toHtmlEscaped();
-    return anders || andereGrenzen ? text + u' ' + verweis(ZielNeu, texte_(Meldung::NeuBeurteilen))
-                                   : text;
+    const Urteilsvergleich v =
+        urteilsvergleich(*gespeichertes_, beurteilung_.urteil(), beleg_, texte_);
+    const QString text = v.text.toHtmlEscaped();
+    return v.anders ? text + u' ' + verweis(ZielNeu, texte_(Meldung::NeuBeurteilen)) : text;
 }
 
 void Urteilsanzeige::folge(const QString& ziel) const {

@@ -80,7 +80,8 @@ std::optional<int> flügelAn(const Messreihe& reihe, const QString& bilddatei, Q
 
 std::optional<int> liegtAufFlügel(const Messreihe& reihe, const Flügelmessung& flügel, int eigene) {
     for (const auto& [nummer, andere] : reihe.messungen()) {
-        if (nummer == eigene || !liegtAuf(andere, flügel.bilddatei, flügel.bild)) {
+        if (nummer == eigene || reihe.ausgelassen(nummer) ||
+            !liegtAuf(andere, flügel.bilddatei, flügel.bild)) {
             continue;
         }
         std::vector<QPointF> hier;

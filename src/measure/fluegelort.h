@@ -17,9 +17,9 @@ namespace tarvel {
 [[nodiscard]] std::optional<int> flügelAn(const Messreihe& reihe, const QString& bilddatei,
                                           QPointF ort, const Bildkennung& bild = {});
 
-/// Number of the wing of @p reihe, other than @p eigene, that the points of @p flügel lie on: the
-/// same picture, and the points that both have less than half a wing apart. Different wings never
-/// come so close. nullopt where there is none.
+/// Number of the wing of @p reihe, other than @p eigene, that counts and that the points of @p
+/// flügel lie on: the same picture, and the points that both have less than half a wing apart.
+/// Different wings never come so close. nullopt where there is none.
 [[nodiscard]] std::optional<int> liegtAufFlügel(const Messreihe& reihe, const Flügelmessung& flügel,
                                                 int eigene);
 

@@ -55,6 +55,7 @@ bool Messfragen::darfÜbernehmen() const {
                 .text = texte_(Meldung::FlügelSchonGemessenFrage)
                             .arg(dreistellig(*anderer), dreistellig(messung_.nummer())),
                 .art = Meldungsart::Frage,
+                .verwirft = true, // the key that takes over shall not answer it
                 .ja = texte_(Meldung::TrotzdemÜbernehmen),
                 .nein = texte_(Meldung::NichtÜbernehmen)}) == Antwort::Ja;
 }

@@ -20,8 +20,12 @@ QString CupsDruckersystem::standard() {
     return cupsStandarddrucker();
 }
 
-std::future<QString> CupsDruckersystem::frageStandard() {
-    return std::async(std::launch::async, cupsStandarddrucker);
+std::future<std::optional<QString>> CupsDruckersystem::frageStandard() {
+    return std::async(std::launch::async, []() -> std::optional<QString> {
+        const QString standard = cupsStandarddrucker();
+        // None at all may also mean that nobody was there to say so.
+        return standard.isEmpty() ? std::nullopt : std::optional(standard);
+    });
 }
 
 std::future<Druckerauskunft> CupsDruckersystem::frage() {

@@ -10,7 +10,7 @@ class CupsDruckersystem final : public Druckersystem {
 public:
     [[nodiscard]] QStringList liste() override;
     [[nodiscard]] QString standard() override;
-    [[nodiscard]] std::future<QString> frageStandard() override;
+    [[nodiscard]] std::future<std::optional<QString>> frageStandard() override;
     [[nodiscard]] std::future<Druckerauskunft> frage() override;
     bool setzeStandard(const QString& drucker) override;
     [[nodiscard]] bool drucke(const Druckauftrag& auftrag, const Seitenmaler& maler) override;

@@ -112,7 +112,7 @@ void Drucken_::Form_Activate() {
     }
     if (namen.size() > 1) {
         namen.prepend(namen.join(u", "_s));
-        auswahlen_.insert(auswahlen_.begin(), {});
+        auswahlen_.insert(auswahlen_.begin(), Seitenauswahl{});
     }
     cbo_Seiten_->addItems(namen);
     cbo_Seiten_->setEnabled(namen.size() > 1);

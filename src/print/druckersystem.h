@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <future>
+#include <optional>
 #include <utility>
 
 class QPagedPaintDevice;
@@ -37,8 +38,11 @@ public:
     [[nodiscard]] virtual QStringList liste() = 0;
     /// The default printer; empty when there is none.
     [[nodiscard]] virtual QString standard() = 0;
-    /// The same, asked beside, where the answer may take its time; ready at once elsewhere.
-    [[nodiscard]] virtual std::future<QString> frageStandard() { return bereit(standard()); }
+    /// The same, asked beside, where the answer may take its time; ready at once elsewhere. nullopt
+    /// when nobody answered.
+    [[nodiscard]] virtual std::future<std::optional<QString>> frageStandard() {
+        return bereit(std::optional(standard()));
+    }
     [[nodiscard]] virtual std::future<Druckerauskunft> frage() {
         return bereit(Druckerauskunft{liste(), standard()});
     }

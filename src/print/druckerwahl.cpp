@@ -22,31 +22,38 @@ bool Druckerwahl::hatAntwort() const {
 }
 
 std::optional<QString> Druckerwahl::stelleAltesHer() {
-    const QString gesetzt = einstellungen_.text(Einstellung::DruckerGesetzt);
     const QString altes = einstellungen_.text(Einstellung::DruckerVorher);
-    const bool nochSo = !gesetzt.isEmpty() && vorher() == gesetzt;
-    const bool hergestellt = nochSo && system_.setzeStandard(altes);
-    if (hergestellt) {
-        vorher_ = altes;
+    const std::optional<QString> jetzt = vorher_ ? vorher_ : frage_.get();
+    if (!jetzt) {
+        return std::nullopt;
     }
-    if (hergestellt || !nochSo) {
+    if (*jetzt != einstellungen_.text(Einstellung::DruckerGesetzt)) {
+        vorher_ = jetzt;
         merke({}, {});
+        return std::nullopt;
     }
-    return hergestellt ? std::optional(altes) : std::nullopt;
+    vorher_ = altes;
+    verändert_ = !system_.setzeStandard(altes); // then the end of this run tries again
+    if (verändert_) {
+        return std::nullopt;
+    }
+    merke({}, {});
+    return altes;
 }
 
 bool Druckerwahl::wähle(const QString& drucker) {
     const QString& erster = vorher();
+    const bool altes = hatAltes();
     // First what would be lost with a crash.
-    if (!verändert_ && drucker != erster) {
+    if (!altes && drucker != erster) {
         merke(erster, drucker);
     }
     const bool gesetzt = system_.setzeStandard(drucker);
     verändert_ = verändert_ || gesetzt;
-    if (!verändert_) {
-        merke({}, {});
-    } else if (gesetzt) {
+    if (gesetzt) {
         merke(erster, drucker);
+    } else if (!altes) {
+        merke({}, {});
     }
     return gesetzt;
 }
@@ -60,7 +67,12 @@ void Druckerwahl::stelleHer() {
 
 const QString& Druckerwahl::vorher() {
     if (!vorher_) {
-        vorher_ = frage_.valid() ? frage_.get() : system_.standard();
+        vorher_ = frage_.valid() ? frage_.get() : std::nullopt;
+        if (hatAltes()) {
+            vorher_ = einstellungen_.text(Einstellung::DruckerVorher);
+        } else if (!vorher_) {
+            vorher_ = system_.standard();
+        }
     }
     return *vorher_;
 }

@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool hatAltes() const;
     [[nodiscard]] bool hatAntwort() const;
     /// Brings that default back, unless somebody set another since. The printer's name, or nullopt
-    /// when nothing changed.
+    /// when nothing changed; where nobody answered, the next start tries again.
     std::optional<QString> stelleAltesHer();
 
     bool wähle(const QString& drucker);
@@ -42,7 +42,7 @@ private:
 
     Druckersystem& system_;
     Einstellungen& einstellungen_;
-    std::future<QString> frage_;
+    std::future<std::optional<QString>> frage_;
     std::optional<QString> vorher_;
     bool verändert_ = false;
 };

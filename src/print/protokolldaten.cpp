@@ -227,6 +227,14 @@ private:
                                         : p_(Text::EntsprichtNichtDenMerkmalen)) +
                         u' ' + rasse();
             d_.grundlage = grundlagentext(beurteilung_.umfang, q_.texte);
+            const Untersuchungszusatz& zusatz = q_.untersuchung.zusatz();
+            if (zusatz.Urteil == Ablageurteil::Ja || zusatz.Urteil == Ablageurteil::Nein) {
+                const Urteilsvergleich v = urteilsvergleich(
+                    zusatz.Urteil == Ablageurteil::Ja, d_.entspricht,
+                    urteilsbeleg(zusatz.Grenzen, q_.standard, angaben_.Tiere, q_.texte, q_.format),
+                    q_.texte);
+                d_.grundlage += v.anders ? u' ' + v.text : QString();
+            }
             for (const Prüfwert& mangel : beurteilung_.mängel()) {
                 d_.gründe << mangeltext(mangel, q_.texte, q_.format);
             }

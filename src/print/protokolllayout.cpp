@@ -25,7 +25,7 @@ constexpr double Gruppenbreite = 38; ///< names of the groups of body marks
 constexpr double Unterschriftshöhe = 15;
 constexpr double Unterschriftsbreite = 76;
 /// Columns of the table of criteria: criterion, measured, allowed, margin, bees, interval, outcome.
-constexpr std::array Tabellenspalten{43.0, 18.0, 17.0, 15.0, 19.0, 24.0, 34.0};
+constexpr std::array Tabellenspalten{39.5, 21.5, 17.0, 15.0, 19.0, 24.0, 34.0};
 constexpr double Tabellenluft = 0.15;
 constexpr double KleinstesDiagramm = 72;
 constexpr double KleinstesDoppeldiagramm = 84;
@@ -111,7 +111,7 @@ public:
     /// The verdict in a frame, with its sign: a failed one is bold and gives its reasons.
     void urteil(const Protokolldaten& d) {
         constexpr double Zeichenbreite = 8;
-        constexpr int MeisteGrundzeilen = 3;
+        constexpr int MeisteGrundzeilen = 5;
         const bool verfehlt = d.entspricht == false;
         const double oben = y_;
         const double x = Links + Einzug + Zeichenbreite;
@@ -124,7 +124,9 @@ public:
                          breite, MeisteGrundzeilen, Qt::AlignLeft);
         }
         if (!d.grundlage.isEmpty()) {
-            y_ += absatz({x, y_}, d.grundlage, {Grad::Text, false}, breite, 2, Qt::AlignLeft);
+            constexpr int MeisteGrundlagenzeilen = 4;
+            y_ += absatz({x, y_}, d.grundlage, {Grad::Text, false}, breite, MeisteGrundlagenzeilen,
+                         Qt::AlignLeft);
         }
         y_ += 1.4;
         rahmen(oben, {Links, Rechts});
@@ -166,7 +168,7 @@ public:
 
     /// The footnotes and the number of the page.
     void fuß(const QStringList& noten, const QString& seitenzahl) {
-        constexpr int MeisteZeilen = 5;
+        constexpr int MeisteZeilen = 7;
         constexpr double Zahlenbreite = 34;
         linie({Links, y_}, {Rechts, y_}, Haarlinie);
         y_ += 1;

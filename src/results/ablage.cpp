@@ -111,7 +111,7 @@ bool Ablage::DatenbankWählen(const QString& pfad) {
     }
     merkePfad(pfad);
     brauchbar_ = true;
-    gespeichert_.reset(); // the open examination is not in this file
+    setzeGespeichert(std::nullopt); // the open examination is not in this file
     return true;
 }
 
@@ -127,30 +127,62 @@ std::optional<QString> Ablage::letzteNummer() const {
     }
 }
 
-void Ablage::nimmAlsGespeichert(const QString& nummer) {
-    gespeichert_.reset();
+void Ablage::setzeGespeichert(std::optional<Ergebnissatz> satz) {
+    gespeichert_ = std::move(satz);
+    marke_ = gespeichert_ ? satzmarke(*gespeichert_) : QString();
+}
+
+void Ablage::nimmAlsGespeichert(const QString& nummer, const QString& marke) {
+    setzeGespeichert(std::nullopt);
     nichtGelesen_.clear();
     try {
-        gespeichert_ =
-            nummer.isEmpty() ? std::nullopt : Ergebnistabelle(DatenbankPfad_).lade(nummer);
+        setzeGespeichert(nummer.isEmpty() ? std::nullopt
+                                          : Ergebnistabelle(DatenbankPfad_).lade(nummer));
         if (gespeichert_) {
             nichtGelesen_ = untersuchungAus(*gespeichert_, satzumgebung()).nichtGelesen;
+            if (!marke.isEmpty() && marke != marke_) {
+                // What was there is not known any more, only that it was something else.
+                Ergebnissatz anderer;
+                anderer.U_NR = gespeichert_->U_NR;
+                gespeichert_ = anderer;
+                marke_ = marke;
+            }
         }
     } catch (const Datenbankfehler&) {
         // Without its row it is a new one, and nothing is replaced unasked.
     }
 }
 
-std::optional<QString> Ablage::inDateiGeändert() const {
+Zeilenlage Ablage::zeilenlage() const {
+    using Art = Zeilenlage::Art;
     if (!gespeichert_) {
-        return std::nullopt;
+        return {};
     }
     try {
-        const auto jetzt = Ergebnistabelle(DatenbankPfad_).lade(gespeichert_->U_NR);
-        return jetzt && !stehenGleich(*jetzt, *gespeichert_) ? std::optional(jetzt->U_NR)
-                                                             : std::nullopt;
+        const Ergebnistabelle tabelle(DatenbankPfad_);
+        const Ergebnissatz& alt = *gespeichert_;
+        if (const auto jetzt = tabelle.lade(alt.U_NR)) {
+            return stehenGleich(*jetzt, alt) ? Zeilenlage{}
+                                             : Zeilenlage{Art::Geändert, jetzt->U_NR};
+        }
+        // What was measured tells a row that has another number by now.
+        Zeilenlage lage{Art::Verschwunden};
+        tabelle.sätze(
+            tabelle.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),
+            [&](const Ergebnissatz& satz) {
+                Ergebnissatz gleicher = satz;
+                gleicher.U_NR = alt.U_NR;
+                const bool dieselben = satz.Grafik == alt.Grafik && satz.CI == alt.CI &&
+                                       satz.MERKMAL == alt.MERKMAL && !satz.CI.trimmed().isEmpty();
+                if (dieselben || stehenGleich(gleicher, alt)) {
+                    lage = {Art::Umbenannt, satz.U_NR};
+                }
+                return lage.art == Art::Verschwunden;
+            },
+            [](const QString& /*zuGroß*/) {});
+        return lage;
     } catch (const Datenbankfehler&) {
-        return std::nullopt; // whoever stores next is told
+        return {}; // whoever stores next is told
     }
 }
 
@@ -245,7 +277,7 @@ Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speichera
             }
             tabelle.speichere(satz);
         }
-        gespeichert_ = satz;
+        setzeGespeichert(satz);
         nichtGelesen_.clear();
         brauchbar_ = true;
         return {.fertig = true, .gespeichert = satz.DATUM};
@@ -289,7 +321,7 @@ Kolonieangaben Ablage::NeueUntersuchung(const Kolonieangaben& bisher) {
             }
         }
     }
-    gespeichert_.reset();
+    setzeGespeichert(std::nullopt);
     nichtGelesen_.clear();
     return neu;
 }
@@ -301,7 +333,7 @@ std::optional<GeleseneUntersuchung> Ablage::LadenDB(const QString& nummer) {
             throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, DatenbankPfad_, nummer);
         }
         GeleseneUntersuchung gelesen = untersuchungAus(*satz, satzumgebung());
-        gespeichert_ = *satz;
+        setzeGespeichert(*satz);
         nichtGelesen_ = gelesen.nichtGelesen;
         return gelesen;
     } catch (const Datenbankfehler& fehler) {

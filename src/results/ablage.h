@@ -41,6 +41,13 @@ struct Speicherergebnis {
     std::optional<QDate> gespeichert; ///< date that the row was stored with
 };
 
+/// What became of a row that others may write to.
+struct Zeilenlage {
+    enum class Art { Gleich, Geändert, Umbenannt, Verschwunden };
+    Art art = Art::Gleich;
+    QString nummer = {}; ///< that it lies under now; empty when it is gone
+};
+
 /// The results file in use, and the way of the open examination into it and out of it. Whatever
 /// goes wrong is told to the user.
 class Ablage {
@@ -73,12 +80,15 @@ public:
     [[nodiscard]] QString gespeicherteNummer() const {
         return gespeichert_ ? gespeichert_->U_NR : QString();
     }
-    /// Takes the open examination for that of @p nummer, as it lies in the file now.
-    void nimmAlsGespeichert(const QString& nummer);
+    /// The satzmarke() of its row as it was loaded or stored; empty for a new one.
+    [[nodiscard]] const QString& gespeicherteMarke() const { return marke_; }
+    /// Takes the open examination for that of @p nummer, as it lies in the file now. With another
+    /// @p marke than that of its row somebody changed it meanwhile, which is asked about before it
+    /// is replaced; an empty one is not compared.
+    void nimmAlsGespeichert(const QString& nummer, const QString& marke = {});
 
-    /// Number of the open examination when its row in the file is no longer as it was loaded or
-    /// stored here; nullopt when it is the same, gone, or cannot be read.
-    [[nodiscard]] std::optional<QString> inDateiGeändert() const;
+    /// What became of the row of the open examination since it was loaded or stored here.
+    [[nodiscard]] Zeilenlage zeilenlage() const;
 
     /// Saves the open examination if it was changed. Not finished when the user wants to go on with
     /// it, or when storing failed.
@@ -112,7 +122,10 @@ private:
     QString DatenbankPfad_;
     /// The row of the open examination as it was loaded or stored; nullopt when it is new. Whatever
     /// else stands under its number is not ours to replace unasked.
+    void setzeGespeichert(std::optional<Ergebnissatz> satz);
+
     std::optional<Ergebnissatz> gespeichert_;
+    QString marke_;
     /// Columns of that row that were not understood, and that storing would lose.
     QStringList nichtGelesen_;
     /// False while the file could not even be set up; the user knows then.

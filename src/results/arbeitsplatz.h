@@ -165,6 +165,10 @@ public:
     /// @p auflösung in dots per inch, that of the user without one.
     void nimmEin(const Untersuchung& untersuchung, std::optional<int> auflösung,
                  std::optional<Messart> messart = {});
+    /// Its row has another number by now, and so has the examination.
+    void nimmUmbenannt(const QString& nummer);
+    /// Its row is gone: all of it is left to be stored.
+    void nimmAlsGelöscht();
     /// True when nothing is left to be stored, as Ablage::SpeichernDB says.
     bool speichere(Speicheranlass anlass);
     /// Without @p auflösung that of the next examination stays as the user chose it last.

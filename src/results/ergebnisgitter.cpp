@@ -153,7 +153,9 @@ void Ergebnisgitter::setzeLeertext(const QString& text) {
 void Ergebnisgitter::wähleZeile(int zeile) {
     const QModelIndex ziel = model()->index(zeile, std::max(0, currentIndex().column()));
     if (ziel.isValid()) {
-        setCurrentIndex(ziel);
+        // Whatever key is down meanwhile, such as Ctrl of the command that opened the list.
+        selectionModel()->setCurrentIndex(ziel, QItemSelectionModel::ClearAndSelect |
+                                                    QItemSelectionModel::Rows);
         scrollTo(ziel);
     }
 }

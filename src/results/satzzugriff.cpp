@@ -1,5 +1,6 @@
 #include "results/satzzugriff.h"
 
+#include <QCryptographicHash>
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
@@ -228,23 +229,44 @@ GeleseneSätze lies(Ergebnisdatei& datei, std::span<const qint64> ids) {
     return gelesen;
 }
 
-bool stehenGleich(Ergebnissatz a, Ergebnissatz b) {
-    for (Ergebnissatz* satz : {&a, &b}) {
-        for (const Textstelle& stelle : textstellen) {
-            satz->*stelle.second = geschrieben(satz->*stelle.second);
-        }
-        for (QString& grafik : satz->Grafik) {
-            grafik = geschrieben(grafik);
-        }
-        for (QString* wort : {&satz->A_D, &satz->ERGEBNIS}) {
-            for (const Text text : {Text::Arbeiter, Text::Drohnen, Text::Ja, Text::Nein}) {
-                if (bedeutet(*wort, text)) {
-                    *wort = Texte::eintrag(text, Sprache::Deutsch);
-                }
+namespace {
+
+/// @p satz as it stands in the file, in words of one language.
+Ergebnissatz vereinheitlicht(Ergebnissatz satz) {
+    for (const Textstelle& stelle : textstellen) {
+        satz.*stelle.second = geschrieben(satz.*stelle.second);
+    }
+    for (QString& grafik : satz.Grafik) {
+        grafik = geschrieben(grafik);
+    }
+    for (QString* wort : {&satz.A_D, &satz.ERGEBNIS}) {
+        for (const Text text : {Text::Arbeiter, Text::Drohnen, Text::Ja, Text::Nein}) {
+            if (bedeutet(*wort, text)) {
+                *wort = Texte::eintrag(text, Sprache::Deutsch);
             }
         }
     }
-    return a == b;
+    return satz;
+}
+
+} // namespace
+
+bool stehenGleich(const Ergebnissatz& a, const Ergebnissatz& b) {
+    return vereinheitlicht(a) == vereinheitlicht(b);
+}
+
+QString satzmarke(const Ergebnissatz& satz) {
+    const Ergebnissatz einer = vereinheitlicht(satz);
+    QCryptographicHash marke(QCryptographicHash::Sha1);
+    const auto füge = [&marke](const QString& text) { marke.addData(text.toUtf8() + '\0'); };
+    for (const Textstelle& stelle : textstellen) {
+        füge(einer.*stelle.second);
+    }
+    for (const QString& grafik : einer.Grafik) {
+        füge(grafik);
+    }
+    füge(einer.DATUM.toString(Qt::ISODate));
+    return QString::fromLatin1(marke.result().toHex());
 }
 
 void setzeAnStelle(Ergebnisdatei& datei, const std::vector<std::string>& ziele,

@@ -25,7 +25,9 @@ struct GeleseneSätze {
 [[nodiscard]] GeleseneSätze lies(Ergebnisdatei& datei, std::span<const qint64> ids);
 /// Whether both stand in the file alike: an empty text is written as a blank, and the words of
 /// caste and verdict are the same in every language, because a change of language rewrites them.
-[[nodiscard]] bool stehenGleich(Ergebnissatz a, Ergebnissatz b);
+[[nodiscard]] bool stehenGleich(const Ergebnissatz& a, const Ergebnissatz& b);
+/// A short text that rows share when they stand alike, and otherwise practically never.
+[[nodiscard]] QString satzmarke(const Ergebnissatz& satz);
 /// Puts @p satz in the place of @p ziele. What other programs keep in columns of their own goes
 /// over from the first of them.
 void setzeAnStelle(Ergebnisdatei& datei, const std::vector<std::string>& ziele,

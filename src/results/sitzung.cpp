@@ -34,8 +34,9 @@ bool gleicheReihe(const Messreihe& a, const Messreihe& b) {
 bool gleicheUntersuchung(const Sitzungsstand& a, const Sitzungsstand& b) {
     return a.angabenGeändert == b.angabenGeändert && a.messungenGeändert == b.messungenGeändert &&
            a.DatenbankPfad == b.DatenbankPfad && a.gespeicherteNummer == b.gespeicherteNummer &&
-           a.angaben == b.angaben && a.merkmale == b.merkmale && a.datum == b.datum &&
-           a.zusatz == b.zusatz && gleicheReihe(a.reihe, b.reihe);
+           a.gespeicherteMarke == b.gespeicherteMarke && a.angaben == b.angaben &&
+           a.merkmale == b.merkmale && a.datum == b.datum && a.zusatz == b.zusatz &&
+           gleicheReihe(a.reihe, b.reihe);
 }
 
 bool gleicherFlügel(const Sitzungsstand& a, const Sitzungsstand& b) {

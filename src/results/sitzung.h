@@ -19,6 +19,7 @@ class Rohfassung;
 struct Sitzungsstand {
     QString DatenbankPfad;      ///< the results file in use
     QString gespeicherteNummer; ///< number it lies under in that file; empty for a new one
+    QString gespeicherteMarke;  ///< of its row there, see satzmarke()
     Kolonieangaben angaben;
     Messreihe reihe;
     Merkmale merkmale;

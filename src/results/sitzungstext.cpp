@@ -113,6 +113,7 @@ public:
     void liesUntersuchung(Sitzungsstand& stand) {
         stand.DatenbankPfad = text("Datenbank");
         stand.gespeicherteNummer = text("Nummer");
+        stand.gespeicherteMarke = text("Marke");
         const QByteArray datum = feld("Datum");
         stand.datum = QDate::fromString(QString::fromLatin1(datum), Qt::ISODate);
         prüfe(stand.datum.isValid() || datum.isEmpty());
@@ -223,6 +224,7 @@ QByteArray untersuchungszeilen(const Sitzungsstand& stand) {
     QByteArray zeilen;
     füge(zeilen, "Datenbank", kodiert(stand.DatenbankPfad));
     füge(zeilen, "Nummer", kodiert(stand.gespeicherteNummer));
+    füge(zeilen, "Marke", kodiert(stand.gespeicherteMarke));
     füge(zeilen, "Datum", stand.datum.toString(Qt::ISODate).toLatin1());
     füge(zeilen, "Geaendert",
          QByteArray::number((stand.angabenGeändert ? 1 : 0) + (stand.messungenGeändert ? 2 : 0)));

@@ -387,7 +387,10 @@ TEST_F(Auswertungstest, optionsChanged_reachTheRunningMeasurementOnlyWhenConfirm
     inOptionen(ändere, u"bef_Abbrechen"_s);
     EXPECT_TRUE(text(u"lab_Status"_s).contains(u"1200 dpi"_s));
     EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_1"_s).isChecked());
+    missFlügel();
     inOptionen(ändere);
+    EXPECT_TRUE(hinweis().contains(u"2400"_s))
+        << qPrintable(hinweis()); // what was measured keeps 1200
     EXPECT_TRUE(text(u"lab_Status"_s).contains(u"2400 dpi"_s));
     EXPECT_TRUE(text(u"lab_Status"_s).contains(u"Zoomfaktor 3"_s));
     EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_0"_s).isChecked());

@@ -44,7 +44,7 @@ TEST_F(Absturztest, nextStart_goesOnWithEveryWingAndEveryPoint) {
     ASSERT_TRUE(starte());
     ASSERT_THAT(dialoge.fragen, SizeIs(1));
     EXPECT_TRUE(dialoge.fragen[0].neinVerwirft);
-    EXPECT_TRUE(dialoge.fragen[0].text.contains(u"mit 1 Flügeln"_s));
+    EXPECT_TRUE(dialoge.fragen[0].text.contains(u"(Flügel: 1)"_s));
     EXPECT_EQ(hg().untersuchung().angaben(), vorher.angaben());
     EXPECT_EQ(reihe().ciZeilen(), vorher.reihe().ciZeilen());
     EXPECT_EQ(reihe().messungen(), vorher.reihe().messungen());

@@ -1,4 +1,4 @@
-#include "app/fenster.h"
+#include "app/speichern.h"
 #include "platform/profil.h"
 #include "results/fluegelsatz.h"
 
@@ -20,40 +20,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace {
-
-/// Examinations on their way between the main window and the results file.
-struct Speicherntest : Fenstertest {
-    void SetUp() override {
-        schreibeIni("[Start]\r\nNeu=False\r\nSprache=0\r\n[Allgemeines]\r\nKurzzeichen=AB\r\n");
-        ASSERT_TRUE(starte());
-    }
-
-    QString pfad(const QString& name = u"Meine Tabelle.tdb"_s) const {
-        return ordner.filePath(name);
-    }
-    QLineEdit& feld(const QString& name) const { return kind<QLineEdit>(name); }
-    QString nummer() const { return feld(u"txt_UNr"_s).text(); }
-    QLineEdit& züchter() const { return *kind<QComboBox>(u"cbo_Name"_s).lineEdit(); }
-
-    QStringList liste(const QString& name) const {
-        QStringList texte;
-        const QAbstractItemModel& modell = *kind<QListView>(name).model();
-        for (int i = 0; i < modell.rowCount(); ++i) {
-            texte << modell.index(i, 0).data().toString();
-        }
-        return texte;
-    }
-    std::vector<QString> fragetexte() const {
-        std::vector<QString> texte;
-        for (const Frage& frage : dialoge.fragen) {
-            texte.push_back(frage.text);
-        }
-        return texte;
-    }
-    std::optional<Ergebnissatz> zeile(const QString& unr) const {
-        return Ergebnistabelle(pfad()).lade(unr);
-    }
-};
 
 const QString nummerFehlt =
     u"Die Untersuchung kann nicht gespeichert werden, da 'Untersuchung Nr.' fehlt.\n"
@@ -363,121 +329,6 @@ TEST_F(Speicherntest, loadedExamination_isNotChangedByLookingAtIt) {
     EXPECT_THAT(dialoge.fragen, IsEmpty());
     EXPECT_EQ(zeile(u"X1"_s)->ZB_NR, u"7"_s);
     EXPECT_EQ(zeile(u"X1"_s)->DATUM, QDate(2024, 5, 1));
-}
-
-TEST_F(Speicherntest, storedVerdictThatTheStandardNoLongerGives_isSaid) {
-    missFlügel();
-    züchter().setText(u"A"_s);
-    wähle(u"men_Datei_2"_s);
-    Ergebnissatz satz = zeile(nummer()).value();
-    const bool ja = satz.ERGEBNIS == u"Ja"_s;
-    satz.ERGEBNIS = ja ? u"Nein"_s : u"Ja"_s;
-    Ergebnistabelle(pfad()).speichere(satz);
-    ASSERT_TRUE(starte());
-    EXPECT_EQ(hinweis(),
-              u"Gespeichert ist das Urteil '%1'. Nach dem jetzigen Standard lautet es '%2'."_s.arg(
-                  satz.ERGEBNIS, ja ? u"Ja"_s : u"Nein"_s));
-
-    // It stays while nothing changes that it rests on …
-    züchter().setText(u"B"_s);
-    QTest::keyClick(&züchter(), Qt::Key_Return);
-    wähle(u"men_Datei_2"_s);
-    EXPECT_EQ(zeile(nummer())->Z_NAME, u"B"_s);
-    EXPECT_EQ(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
-    // … and until the user wants the present standard's.
-    Q_EMIT kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
-    EXPECT_TRUE(hg().isWindowModified());
-    EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).isHidden());
-    wähle(u"men_Bearbeiten_3"_s); // undone
-    EXPECT_FALSE(kind<QLabel>(u"lab_Gespeichert"_s).isHidden());
-    EXPECT_FALSE(hg().isWindowModified());
-    wähle(u"men_Bearbeiten_4"_s);
-    wähle(u"men_Datei_2"_s);
-    EXPECT_NE(zeile(nummer())->ERGEBNIS, satz.ERGEBNIS);
-}
-
-TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
-    const auto gespeichert = [this] {
-        return QTextDocumentFragment::fromHtml(kind<QLabel>(u"lab_Gespeichert"_s).text())
-            .toPlainText();
-    };
-    const auto grenzen = [this] {
-        return beiangabenAusSatz(zeile(nummer())->Grafik[3]).inhalt.angaben.zusatz.Grenzen;
-    };
-    const auto setze = [this](const QByteArray& schlüssel, const QByteArray& wert) {
-        Profil profil(inipfad());
-        profil.setze("Merkmale Arbeiterinnen", schlüssel, wert);
-        ASSERT_TRUE(profil.sichere());
-    };
-    missFlügel();
-    züchter().setText(u"A"_s);
-    wähle(u"men_Datei_2"_s);
-    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
-    const QString damals = grenzen();
-    EXPECT_TRUE(damals.contains(u"\nRasse=Carnica\n"_s));
-    EXPECT_TRUE(damals.contains(u"\nPanzer E=30%\n"_s));
-
-    setze("Panzer EC-", "20%");
-    setze("max 1C-", "5%");
-    ASSERT_TRUE(starte());
-    EXPECT_EQ(
-        gespeichert(),
-        u"Beurteilt nach dem Standard 'Carnica'. Jetzt gelten andere Grenzen: "
-        "Panzerzeichen E: 30% → 20%, Klasse 1 ≤: 2% → 5%. Nach dem jetzigen Standard beurteilen"_s);
-    // Stored again with the same verdict, it keeps the limits that it was given by …
-    züchter().setText(u"B"_s);
-    QTest::keyClick(&züchter(), Qt::Key_Return);
-    wähle(u"men_Datei_2"_s);
-    EXPECT_EQ(grenzen(), damals);
-    // … also where its race has no standard any more …
-    Ergebnissatz satz = zeile(nummer()).value();
-    satz.RASSE = u"Sicula"_s;
-    Ergebnistabelle(pfad()).speichere(satz);
-    ASSERT_TRUE(starte());
-    EXPECT_EQ(gespeichert(), u"Gespeichert ist das Urteil '%1'. Beurteilt nach dem Standard "
-                             "'Carnica'."_s.arg(satz.ERGEBNIS));
-    satz.RASSE = u"Carnica"_s;
-    Ergebnistabelle(pfad()).speichere(satz);
-    // … until it is judged by those of today.
-    ASSERT_TRUE(starte());
-    Q_EMIT kind<QLabel>(u"lab_Gespeichert"_s).linkActivated(u"neu"_s);
-    EXPECT_EQ(gespeichert(), QString());
-    wähle(u"men_Datei_2"_s);
-    EXPECT_NE(grenzen(), damals);
-    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
-}
-
-TEST_F(Speicherntest, examinations_areJudgedAgainFromTheBrowser) {
-    missFlügel();
-    züchter().setText(u"A"_s);
-    wähle(u"men_Datei_2"_s);
-    ASSERT_EQ(zeile(nummer())->ERGEBNIS, u"Ja"_s);
-    Profil profil(inipfad());
-    profil.setze("Merkmale Arbeiterinnen", "Klasse 0C-", "01-30");
-    ASSERT_TRUE(profil.sichere());
-    ASSERT_TRUE(starte());
-    dialoge.antworten = {Antwort::Ja};
-    QTimer::singleShot(0, &hg(), [this] {
-        auto& browser = *QApplication::activeModalWidget();
-        tarvel::kind<QAction>(browser, u"men_Tabelle_5"_s).trigger();
-        dynamic_cast<QDialog&>(browser).reject();
-    });
-    wähle(u"men_Datei_1"_s);
-    EXPECT_EQ(zeile(nummer())->ERGEBNIS, u"Nein"_s);
-    ASSERT_FALSE(dialoge.fragen.empty());
-    EXPECT_THAT(dialoge.fragen.back().zeilen,
-                ElementsAre(nummer() + u": Ja → Nein (Klassen 01-30: 100 %, erlaubt 15 %)"_s));
-    // The open one was loaded again.
-    EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).text().startsWith(u"Beurteilt"_s));
-}
-
-TEST_F(Speicherntest, whatWasNotJudged_isNotStoredAsConforming) {
-    züchter().setText(u"A"_s); // neither wings nor marks
-    wähle(u"men_Datei_2"_s);
-    EXPECT_EQ(zeile(nummer())->ERGEBNIS, u"Nein"_s);
-    EXPECT_EQ(hg().beurteilung().urteil(), std::nullopt);
-    missFlügel();
-    EXPECT_NE(hg().beurteilung().urteil(), std::nullopt);
 }
 
 TEST_F(Speicherntest, partsThatWereNotUnderstood_areNotStoredAwayWithoutAQuestion) {

@@ -231,7 +231,7 @@ TEST(CupsOhneAntwort, server_thatKeepsSilentIsNotWaitedForLong) {
     const Druckerauskunft auskunft = frage.get();
     EXPECT_FALSE(auskunft.antwortet);
     EXPECT_TRUE(auskunft.liste.isEmpty());
-    EXPECT_EQ(drucker.frageStandard().get(), QString());
+    EXPECT_EQ(drucker.frageStandard().get(), std::nullopt);
     EXPECT_LT(uhr.elapsed(), 20'000); // the library's own limit is a minute a question
     stumm.close();
     EXPECT_TRUE(drucker.frage().get().antwortet); // nobody there is no silence

@@ -227,6 +227,21 @@ TEST_F(DruckerwahlTest, afterACrash_theNextStartBringsItBackUnlessSomebodyChange
     }
 }
 
+TEST_F(DruckerwahlTest, whenNobodyAnswers_theOldDefaultIsNotForgotten) {
+    einstellungen.schreibe(Einstellung::DruckerVorher, u"Imkerei"_s);
+    einstellungen.schreibe(Einstellung::DruckerGesetzt, u"Lager"_s);
+    drucker.vorgabe = u"Lager"_s;
+    drucker.antwortet = false;
+    wahl.merkeVorher();
+    EXPECT_EQ(wahl.stelleAltesHer(), std::nullopt);
+    EXPECT_TRUE(wahl.hatAltes());
+    // The program's own choice is never taken for the person's.
+    EXPECT_TRUE(wahl.wähle(u"Lager"_s));
+    wahl.stelleHer();
+    EXPECT_EQ(drucker.vorgabe, u"Imkerei"_s);
+    EXPECT_FALSE(wahl.hatAltes());
+}
+
 TEST_F(DruckerwahlTest, withoutAChoice_leavesWhatOthersHaveSet) {
     wahl.merkeVorher();
     drucker.vorgabe = u"Lager"_s;

@@ -318,10 +318,31 @@ TEST_F(ProtokollTest, footnotes_sayHowValuesCameAbout) {
     EXPECT_EQ(daten().datumswort, u"Datum der Untersuchung"_s);
 }
 
+TEST_F(ProtokollTest, footnotesAndWords_areNeverCutWithOrdinaryNames) {
+    standard.kennung = {u"Landesverband der Bienenzüchter 2026"_s, u"3.1"_s, {}, {}};
+    einstellungen.briefkopf.Name = u"Landesverband der Bienenzüchter, Untersuchungsstelle Graz"_s;
+    for (int sprache = 0; sprache < anzahlSprachen; ++sprache) {
+        texte.SpracheEinstellen(sprache);
+        for (const int seite : {1, 2}) {
+            EXPECT_TRUE(zeilen(daten(), seite).filter(u"…"_s).isEmpty()) << sprache << seite;
+            EXPECT_FALSE(zeilen(daten(), seite).filter(u"Tarvel "_s).isEmpty());
+        }
+    }
+}
+
+TEST_F(ProtokollTest, storedVerdictThatIsAnotherToday_isSaidOnThePaper) {
+    miss25();
+    EXPECT_TRUE(zeilen(daten()).filter(u"Gespeichert"_s).isEmpty());
+    Untersuchungszusatz zusatz = untersuchung.zusatz();
+    zusatz.Urteil = *daten().entspricht ? Ablageurteil::Nein : Ablageurteil::Ja;
+    untersuchung.setzeZusatz(zusatz);
+    EXPECT_EQ(zeilen(daten()).filter(u"Gespeichert ist das Urteil"_s).size(), 1);
+}
+
 TEST_F(ProtokollTest, whatWasNotMeasured_isSaid) {
     miss(18, false);
-    EXPECT_EQ(zeilen(daten()).count(u"nicht gemessen"_s), 4); // three groups and the formula
-    EXPECT_EQ(zeilen(daten(), 2).count(u"nicht gemessen"_s), 2);
+    EXPECT_EQ(zeilen(daten()).count(u"nicht gemessen"_s), 4);    // three groups and the formula
+    EXPECT_EQ(zeilen(daten(), 2).count(u"nicht gemessen"_s), 5); // both means, three groups
 
     einstellungen.regeln.OhneHaarlänge = true;
     merkmale(4, 1, true);

@@ -15,9 +15,15 @@ public:
     std::vector<Druckauftrag> aufträge;
     QPagedPaintDevice* papier = nullptr; ///< painted on when there is one
     bool nimmtAn = true;
+    bool antwortet = true; ///< to the question for the default printer
 
     QStringList liste() override { return namen; }
     QString standard() override { return vorgabe; }
+    std::future<std::optional<QString>> frageStandard() override {
+        std::promise<std::optional<QString>> antwort;
+        antwort.set_value(antwortet ? std::optional(vorgabe) : std::nullopt);
+        return antwort.get_future();
+    }
     bool setzeStandard(const QString& drucker) override {
         if (!drucker.isEmpty() && !namen.contains(drucker)) {
             return false;
