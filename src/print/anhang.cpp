@@ -55,10 +55,15 @@ void nimmPunkte(Anhangflügel& zelle, const Flügelmessung& flügel, const Flüg
 
 } // namespace
 
-Anhang anhang(const Untersuchung& untersuchung, const Texte& texte, const Flügelbild& bild) {
+Anhang anhang(const Untersuchung& untersuchung, const Texte& texte, const Zahlenformat& format,
+              const Flügelbild& bild) {
     const Messreihe& reihe = untersuchung.reihe();
     const auto zweifel = flügelzweifel(reihe);
     const Zeilenwörter worte = zeilenwörter(texte);
+    // Lines keep the decimal sign that they were made with; the paper has one.
+    const auto zahl = [&format](QString text) {
+        return text.replace(u'.', format.dezimal).replace(u',', format.dezimal);
+    };
     Anhang a;
     for (const int nummer : reihe.nummern()) {
         Anhangflügel zelle;
@@ -67,12 +72,12 @@ Anhang anhang(const Untersuchung& untersuchung, const Texte& texte, const Flüge
         const auto ist = [nummer](const auto& zeile) { return zeile.nummer == nummer; };
         const auto& ci = reihe.ciZeilen();
         if (const auto z = std::find_if(ci.begin(), ci.end(), ist); z != ci.end()) {
-            zelle.kopf +=
-                u"  "_s + worte.CI + u' ' + z->wert + u"  "_s + worte.Klasse + u' ' + z->klasse;
+            zelle.kopf += u"  "_s + worte.CI + u' ' + zahl(z->wert) + u"  "_s + worte.Klasse +
+                          u' ' + zahl(z->klasse);
         }
         const auto& hiDv = reihe.hiDvZeilen();
         if (const auto z = std::find_if(hiDv.begin(), hiDv.end(), ist); z != hiDv.end()) {
-            zelle.werte = worte.HI + u' ' + z->hi + u"  "_s + worte.DV + u' ' + z->dv;
+            zelle.werte = worte.HI + u' ' + zahl(z->hi) + u"  "_s + worte.DV + u' ' + zahl(z->dv);
         }
         if (const Flügelmessung* messung = reihe.messung(nummer)) {
             nimmPunkte(zelle, *messung, bild);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lang/texte.h"
+#include "platform/zahlen.h"
 
 #include <QImage>
 #include <QPointF>
@@ -54,6 +55,6 @@ using Flügelbild = std::function<QImage(const Flügelmessung& flügel, const QR
 
 /// Puts the appendix together; without @p bild there are no pictures.
 [[nodiscard]] Anhang anhang(const Untersuchung& untersuchung, const Texte& texte,
-                            const Flügelbild& bild);
+                            const Zahlenformat& format, const Flügelbild& bild);
 
 } // namespace tarvel

@@ -48,7 +48,7 @@ public:
         fußnoten();
         if (q_.einstellungen.Anhang) {
             const Texte& t = q_.texte;
-            d_.anhang = anhang(q_.untersuchung, t, q_.bild);
+            d_.anhang = anhang(q_.untersuchung, t, q_.format, q_.bild);
             d_.anhangworte = {t(Meldung::AnhangFlügel), t(Meldung::AnhangBienen),
                               t(Meldung::AnhangSeite), t(Meldung::AnhangErklärung)};
         }

@@ -451,15 +451,16 @@ TEST_F(ProtokollTest, appendix_showsEveryWingAndBee) {
         (void)reihe.lassAus(3, true);
     });
     QRect gefragt;
-    const Anhang a = anhang(untersuchung, texte, [&gefragt](const Flügelmessung&, const QRect& r) {
-        gefragt = r;
-        QImage bild(r.size(), QImage::Format_RGB32);
-        bild.fill(Qt::gray);
-        return bild;
-    });
+    const Anhang a = anhang(untersuchung, texte, {.dezimal = u',', .tausender = u'.'},
+                            [&gefragt](const Flügelmessung&, const QRect& r) {
+                                gefragt = r;
+                                QImage bild(r.size(), QImage::Format_RGB32);
+                                bild.fill(Qt::gray);
+                                return bild;
+                            });
     ASSERT_EQ(a.flügel.size(), 26U);
     EXPECT_TRUE(a.flügel[2].ausgelassen);
-    EXPECT_THAT(a.flügel[25].kopf.toStdString(), StartsWith("026 !  CI 9.90  Klasse 30.5"));
+    EXPECT_THAT(a.flügel[25].kopf.toStdString(), StartsWith("026 !  CI 9,90  Klasse 30,5"));
     EXPECT_TRUE(a.flügel[0].größe.isEmpty());              // only its indices are known
     EXPECT_TRUE(gefragt.contains(QRect(110, 50, 70, 30))); // pixels of the scan, with some margin
     EXPECT_EQ(a.flügel[25].punkte.front() + gefragt.topLeft(), QPointF(110, 50));
