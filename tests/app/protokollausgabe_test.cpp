@@ -187,8 +187,8 @@ TEST_F(Protokolltest, appendix_followsThePagesOfTheReport) {
                                            {u"Anhang"_s, 1}}) {
         const QString pfad = ordner.filePath(wahl + u".pdf"_s);
         dialoge.dateien = {pfad};
-        drucke([&](QDialog& dialog) {
-            im<QComboBox>(dialog, u"cbo_Seiten"_s).setCurrentText(wahl);
+        drucke([&eintrag = wahl](QDialog& dialog) {
+            im<QComboBox>(dialog, u"cbo_Seiten"_s).setCurrentText(eintrag);
             im<QPushButton>(dialog, u"bef_PDF"_s).click();
         });
         QFile pdf(pfad);

@@ -108,7 +108,7 @@ TEST_F(Speicherntest, examinations_areJudgedAgainFromTheBrowser) {
     ASSERT_TRUE(profil.sichere());
     ASSERT_TRUE(starte());
     dialoge.antworten = {Antwort::Ja};
-    QTimer::singleShot(0, &hg(), [this] {
+    QTimer::singleShot(0, &hg(), [] {
         auto& browser = *QApplication::activeModalWidget();
         tarvel::kind<QAction>(browser, u"men_Tabelle_5"_s).trigger();
         dynamic_cast<QDialog&>(browser).reject();
