@@ -438,7 +438,7 @@ std::optional<Urteilsbeleg> urteilsbeleg(QStringView grenzen, const Rassestandar
 
 Urteilsvergleich urteilsvergleich(bool gespeichert, std::optional<bool> urteil,
                                   const std::optional<Urteilsbeleg>& beleg, const Texte& t) {
-    const QString wort = t(urteilswort(gespeichert));
+    const QString& wort = t(urteilswort(gespeichert));
     const bool anders = urteil && gespeichert != *urteil;
     const bool andereGrenzen = urteil && beleg && !beleg->abweichungen.isEmpty();
     QStringList sätze;
