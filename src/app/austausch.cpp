@@ -148,10 +148,7 @@ QString Austausch::importiereOrdner(QWidget* fenster, const QString& ordner) con
 QString Austausch::exportiere() const {
     const Texte& t = umgebung_.texte;
     const QString titel = t(Meldung::Exportieren);
-    QString name = arbeitsplatz_.untersuchung().angaben().UNr.trimmed();
-    for (QChar& zeichen : name) {
-        zeichen = zeichen.isLetterOrNumber() || zeichen == u'-' ? zeichen : QChar(u'_');
-    }
+    const QString name = alsDateiname(arbeitsplatz_.untersuchung().angaben().UNr);
     const QString tps = u".tps"_s;
     const QString ziel = wähleZiel(
         t, umgebung_.dialoge,

@@ -3,6 +3,7 @@
 #include "app/austausch.h"
 #include "app/sprachpaketgang.h"
 #include "lang/uebersetz.h"
+#include "lang/zielwahl.h"
 #include "measure/messplatz.h"
 #include "print/drucken.h"
 #include "print/vorschau.h"
@@ -11,23 +12,11 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// A file name from an examination number, which may have any characters.
-QString dateiname(const QString& nummer) {
-    QString name;
-    for (const QChar zeichen : nummer.trimmed()) {
-        name += zeichen.isLetterOrNumber() || zeichen == u'-' || zeichen == u'_' ? zeichen : u'_';
-    }
-    return name;
-}
-
-} // namespace
 
 Protokollausgabe::Protokollausgabe(const Umgebung& umgebung, const Arbeitsplatz& arbeitsplatz)
     : umgebung_(umgebung)
@@ -72,8 +61,13 @@ Flügelbild Protokollausgabe::flügelbild() const {
         return {};
     }
     auto bilder = std::make_shared<Flügelbilder>(messplatz_->flügelbilder());
-    return [bilder](const Flügelmessung& flügel, const QRect& ausschnitt) {
-        return bilder->hole(flügel, ausschnitt);
+    auto bisher = std::make_shared<Flügelschnitte>(std::exchange(schnitte_, {}));
+    return [this, bilder, bisher](const Flügelmessung& flügel, const QRect& ausschnitt) {
+        const auto da = std::find_if(bisher->begin(), bisher->end(),
+                                     [&flügel](const auto& s) { return s.first == flügel; });
+        const QImage bild = da != bisher->end() ? da->second : bilder->hole(flügel, ausschnitt);
+        schnitte_.emplace_back(flügel, bild);
+        return bild;
     };
 }
 
@@ -96,6 +90,7 @@ std::shared_ptr<const Protokollausgabe::Vorlage> Protokollausgabe::vorlage(bool 
 
 void Protokollausgabe::zeigeSeite(int nummer) {
     seite_ = nummer;
+    std::erase_if(schnitte_, [](const auto& s) { return s.second.isNull(); }); // looked for anew
     zeige(vorlage(istAnhang(nummer)));
 }
 
@@ -154,7 +149,7 @@ void Protokollausgabe::drucke(QWidget* fenster, const QString& ordner) {
         return;
     }
     const auto gedruckt = vorlage(true);
-    const QString nummer = dateiname(untersuchung_.angaben().UNr);
+    const QString nummer = alsDateiname(untersuchung_.angaben().UNr);
     Drucken_ dialog(
         {.texte = t,
          .dialoge = umgebung_.dialoge,
@@ -228,7 +223,7 @@ void Protokollausgabe::übersetze(QWidget* fenster) {
             [this](const Protokollfelder& felder, int seite) {
                 probe_ = felder;
                 for (const int nummer : {1, 2, seite}) {
-                    beiSeitenwahl_(nummer);
+                    beiSeitenwahl_(std::min(nummer, seitenzahl()));
                 }
             },
             fenster);
@@ -245,7 +240,7 @@ void Protokollausgabe::übersetze(QWidget* fenster) {
         übersetz_ = editor;
         // At the left, so that the preview beside it stays in sight.
         editor->move(fenster->frameGeometry().topLeft());
-        beiSeitenwahl_(seite_);
+        beiSeitenwahl_(std::min(seite_, seitenzahl()));
     }
     übersetz_->show();
     übersetz_->raise();

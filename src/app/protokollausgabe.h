@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace tarvel {
 
@@ -82,6 +83,9 @@ private:
     std::function<void(int seite)> beiSeitenwahl_;
     std::function<void(const Hinweis&)> beiHinweis_;
     Messplatz* messplatz_ = nullptr;
+    /// Wings of the appendix as they were cut out last, so that typing does not read scans again.
+    using Flügelschnitte = std::vector<std::pair<Flügelmessung, QImage>>;
+    mutable Flügelschnitte schnitte_;
     Umgebung umgebung_;
     const Arbeitsplatz& arbeitsplatz_;
     const Untersuchung& untersuchung_;

@@ -1,6 +1,7 @@
 #include "batch/protokoll.h"
 
 #include "lang/protokolltexte.h"
+#include "lang/zielwahl.h"
 #include "print/protokolldaten.h"
 #include "print/protokolldruck.h"
 #include "print/serie.h"
@@ -25,15 +26,6 @@ Protokolltexte protokolltexte(const Einstellungen& einstellungen, const Texte& t
         ÜbersetzungLaden(einstellungen.IniPfad(), worte.felder);
     }
     return worte;
-}
-
-/// The name of a file for an examination, whose number may have any characters.
-QString dateiname(const QString& nummer) {
-    QString name;
-    for (const QChar zeichen : nummer.trimmed()) {
-        name += zeichen.isLetterOrNumber() || zeichen == u'-' ? zeichen : QChar(u'_');
-    }
-    return name + u".pdf"_s;
 }
 
 /// Puts reports together and writes them.
@@ -129,9 +121,9 @@ private:
         Status status = Status::Gut;
         std::set<QString> vergeben;
         for (const Protokolldaten& d : daten_) {
-            QString name = dateiname(d.nummer);
+            QString name = alsDateiname(d.nummer) + u".pdf"_s;
             for (int i = 2; !vergeben.insert(name.toLower()).second; ++i) {
-                name = dateiname(d.nummer + u'-' + QString::number(i));
+                name = alsDateiname(d.nummer) + u'-' + QString::number(i) + u".pdf"_s;
             }
             const Status geschrieben = schreibe(umgebung_, QDir(befehl_.ordner).filePath(name),
                                                 protokollAlsPdf(d, grafik_));

@@ -36,6 +36,14 @@ bool darfErsetzen(const Texte& texte, Dialoge& dialoge, const QString& titel, co
                 .nein = texte(Meldung::NichtErsetzen)}) == Antwort::Ja;
 }
 
+QString alsDateiname(const QString& nummer) {
+    QString name = nummer.trimmed();
+    for (QChar& zeichen : name) {
+        zeichen = zeichen.isLetterOrNumber() || zeichen == u'-' ? zeichen : QChar(u'_');
+    }
+    return name;
+}
+
 QString nichtGeschrieben(const Texte& texte, const QString& pfad, const QString& systemgrund) {
     const QFileInfo datei(pfad);
     const QFileInfo ordner(datei.absolutePath());

@@ -25,6 +25,9 @@ struct Zielfrage {
 [[nodiscard]] bool darfErsetzen(const Texte& texte, Dialoge& dialoge, const QString& titel,
                                 const QString& pfad);
 
+/// A number of an examination, which may have any characters, as the name of a file.
+[[nodiscard]] QString alsDateiname(const QString& nummer);
+
 /// That @p pfad could not be written and why; @p systemgrund in the system's words, for what we
 /// have none of our own for.
 [[nodiscard]] QString nichtGeschrieben(const Texte& texte, const QString& pfad,

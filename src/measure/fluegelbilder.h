@@ -28,7 +28,7 @@ public:
     /// stopped its loading.
     [[nodiscard]] QImage hole(const Flügelmessung& flügel, const QRect& ausschnitt);
 
-    static constexpr int GrößteBreite = 500;
+    static constexpr int GrößteBreite = 320;
 
 private:
     [[nodiscard]] const QImage* pixel(const Flügelmessung& flügel);

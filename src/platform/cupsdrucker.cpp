@@ -61,14 +61,15 @@ std::atomic<int> frist = 3000;
 /// A connection that does not wait for ever: the library's own would, for a minute.
 class Verbindung {
 public:
-    Verbindung() {
+    /// @p geduld milliseconds that an answer may take.
+    explicit Verbindung(int geduld = frist) {
         if (cups().da) {
             http_ = cups().httpConnect2(cups().cupsServer(), cups().ippPort(), nullptr, AF_UNSPEC,
                                         cups().cupsEncryption(), 1, frist, nullptr);
         }
         if (http_ != nullptr) {
             cups().httpSetTimeout(
-                http_, frist / 1000.0, [](http_t* /*http*/, void* /*nichts*/) { return 0; },
+                http_, geduld / 1000.0, [](http_t* /*http*/, void* /*nichts*/) { return 0; },
                 nullptr);
         }
     }
@@ -89,8 +90,9 @@ private:
 /// All printers the server tells of.
 class Ziele {
 public:
-    Ziele()
-        : anzahl_(verbindung_.http() != nullptr ? cups().cupsGetDests2(verbindung_.http(), &ziele_)
+    explicit Ziele(int geduld = frist)
+        : verbindung_(geduld)
+        , anzahl_(verbindung_.http() != nullptr ? cups().cupsGetDests2(verbindung_.http(), &ziele_)
                                                 : 0) {}
     ~Ziele() {
         if (ziele_ != nullptr) {
@@ -215,7 +217,9 @@ bool setzeCupsStandarddrucker(const QString& name) {
 
 bool sendeAnCups(const QString& drucker, const QString& datei, const QString& titel,
                  int exemplare) {
-    const Ziele ziele;
+    // A busy server takes a job slowly. Given up too early it would be printed twice.
+    constexpr int GeduldFürAuftrag = 60'000;
+    const Ziele ziele(GeduldFürAuftrag);
     const cups_dest_t* ziel = ziele.finde(drucker);
     if (ziel == nullptr) {
         return false;

@@ -5,6 +5,7 @@
 #include "results/untersuchung.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarvel {
 
@@ -14,6 +15,9 @@ namespace {
 
 /// What a cut-out shows around the points, as a part of their extent.
 constexpr double Rand = 0.25;
+/// Pixels of the scan that a cut-out has at most, far more than a wing at any resolution. Points of
+/// a file may lie anywhere.
+constexpr double GrößterAusschnitt = 20000;
 
 /// The set points in pixels of the unzoomed picture.
 std::vector<QPointF> gesetzte(const Flügelmessung& flügel) {
@@ -27,15 +31,20 @@ std::vector<QPointF> gesetzte(const Flügelmessung& flügel) {
     return orte;
 }
 
+/// Empty where the points are too far apart for a wing, or lie nowhere.
 QRect ausschnitt(const std::vector<QPointF>& punkte) {
     const auto [links, rechts] = std::minmax_element(
         punkte.begin(), punkte.end(), [](QPointF a, QPointF b) { return a.x() < b.x(); });
     const auto [oben, unten] = std::minmax_element(
         punkte.begin(), punkte.end(), [](QPointF a, QPointF b) { return a.y() < b.y(); });
     const double luft = 1 + std::max(rechts->x() - links->x(), unten->y() - oben->y()) * Rand;
-    return QRectF(QPointF(links->x(), oben->y()), QPointF(rechts->x(), unten->y()))
-        .adjusted(-luft, -luft, luft, luft)
-        .toAlignedRect();
+    const QRectF rahmen = QRectF(QPointF(links->x(), oben->y()), QPointF(rechts->x(), unten->y()))
+                              .adjusted(-luft, -luft, luft, luft);
+    constexpr double FernsterOrt = 1e6;
+    const bool möglich =
+        rahmen.width() <= GrößterAusschnitt && rahmen.height() <= GrößterAusschnitt &&
+        std::abs(rahmen.left()) < FernsterOrt && std::abs(rahmen.top()) < FernsterOrt;
+    return möglich ? rahmen.toAlignedRect() : QRect();
 }
 
 void nimmPunkte(Anhangflügel& zelle, const Flügelmessung& flügel, const Flügelbild& bild) {
@@ -44,6 +53,10 @@ void nimmPunkte(Anhangflügel& zelle, const Flügelmessung& flügel, const Flüg
         return;
     }
     const QRect rahmen = ausschnitt(zelle.punkte);
+    if (rahmen.isEmpty()) {
+        zelle.punkte.clear();
+        return;
+    }
     for (QPointF& punkt : zelle.punkte) {
         punkt -= rahmen.topLeft();
     }

@@ -20,8 +20,8 @@ struct Flügelmessung;
 
 /// A wing as the appendix of the report shows it.
 struct Anhangflügel {
-    QString
-        kopf; ///< "003  CI 2.71  Klasse 19.4", with "!" when it is doubtful or far from the sample
+    /// "003  CI 2.71  Klasse 19.4", with "!" when it is doubtful or far from the sample.
+    QString kopf;
     QString werte; ///< "HI 0.912  DV +0.9"
     bool ausgelassen = false;
     std::vector<QPointF> punkte; ///< the points that were set, in pixels of the cut-out

@@ -121,6 +121,7 @@ void Drucken_::Form_Activate() {
     wecker_ = new QTimer(this);
     connect(wecker_, &QTimer::timeout, this, [this] { nimmDrucker(); });
     zeigeFortschritt(false);
+    bef_PDF_->setDefault(true);
     bef_PDF_->setFocus();
     nimmDrucker();
 }
@@ -140,10 +141,14 @@ void Drucken_::zeigeDrucker(const Druckerauskunft& auskunft) {
     cbo_Drucker_->addItems(auskunft.liste);
     cbo_Drucker_->setCurrentText(auskunft.standard);
     const bool gibtDrucker = cbo_Drucker_->count() > 0;
-    bef_Drucken_->setDefault(gibtDrucker);
-    bef_PDF_->setDefault(!gibtDrucker);
+    if (!isVisible()) {
+        bef_Drucken_->setDefault(gibtDrucker);
+        bef_PDF_->setDefault(!gibtDrucker);
+    }
     zeigeFortschritt(false);
-    (gibtDrucker ? bef_Drucken_ : bef_PDF_)->setFocus();
+    if (!isVisible()) { // an answer that comes late takes no key from what the user is doing
+        (gibtDrucker ? bef_Drucken_ : bef_PDF_)->setFocus();
+    }
 }
 
 bool Drucken_::mitTabelle() const {

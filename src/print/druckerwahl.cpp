@@ -22,6 +22,9 @@ bool Druckerwahl::hatAntwort() const {
 }
 
 std::optional<QString> Druckerwahl::stelleAltesHer() {
+    if (verändert_) {
+        return std::nullopt; // printed meanwhile: the end of this run brings it back
+    }
     const QString altes = einstellungen_.text(Einstellung::DruckerVorher);
     const std::optional<QString> jetzt = vorher_ ? vorher_ : frage_.get();
     if (!jetzt) {

@@ -465,6 +465,19 @@ TEST_F(ProtokollTest, appendix_showsEveryWingAndBee) {
     EXPECT_TRUE(gefragt.contains(QRect(110, 50, 70, 30))); // pixels of the scan, with some margin
     EXPECT_EQ(a.flügel[25].punkte.front() + gefragt.topLeft(), QPointF(110, 50));
     EXPECT_EQ(a.bienen.size(), 40);
+    // Points that a file puts anywhere ask for no picture, however large.
+    ändere([](Messreihe& reihe) {
+        Flügelmessung messung;
+        messung.punkte.setze(Messart::AlleMessungen, 1, 3e9F, 0);
+        messung.punkte.setze(Messart::AlleMessungen, 2, 0, -3e9F);
+        reihe.trageEin(27, {.CI = 2.5F, .HI = {}, .DV = {}, .fehler = {}}, messung, {});
+    });
+    const Anhang fern = anhang(untersuchung, texte, {}, [](const Flügelmessung& f, const QRect&) {
+        EXPECT_EQ(f.aufnahme.Zoomfaktor, 2);
+        return QImage();
+    });
+    EXPECT_TRUE(fern.flügel[26].größe.isEmpty());
+    ändere([](Messreihe& reihe) { (void)reihe.löscheLetzte(); });
 
     const Protokolldaten d = daten();
     ASSERT_EQ(seitenzahl(d), 3);
