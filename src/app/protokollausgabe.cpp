@@ -65,7 +65,7 @@ Flügelbild Protokollausgabe::flügelbild() const {
     return [this, bilder, bisher](const Flügelmessung& flügel, const QRect& ausschnitt) {
         const auto da = std::find_if(bisher->begin(), bisher->end(),
                                      [&flügel](const auto& s) { return s.first == flügel; });
-        const QImage bild = da != bisher->end() ? da->second : bilder->hole(flügel, ausschnitt);
+        QImage bild = da != bisher->end() ? da->second : bilder->hole(flügel, ausschnitt);
         schnitte_.emplace_back(flügel, bild);
         return bild;
     };
