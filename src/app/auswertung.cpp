@@ -60,8 +60,9 @@ void Auswertung::zeigeKriterien() {
     }
     const Texte& t = umgebung_.texte;
     const Kolonieangaben& angaben = arbeitsplatz_.untersuchung().angaben();
-    kriterien_->zeige(kriterientabelle(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil(),
-                                       kriterienworte(t, t, umgebung_.format, true)),
+    Kriterienworte worte = kriterienworte(t, t, umgebung_.format);
+    worte.weitere = true;
+    kriterien_->zeige(kriterientabelle(arbeitsplatz_.prüfling(), arbeitsplatz_.urteil(), worte),
                       unbeurteilttext(arbeitsplatz_.beurteilung(), angaben.Rassenname, t));
 }
 
@@ -126,7 +127,8 @@ Bildunterschrift Auswertung::unterschrift() const {
                      : angaben.Rassenname,
         .tiere = texte(angaben.Tiere == Geschlecht::Drohnen ? Text::Drohnen : Text::Arbeiterinnen),
         .datum = datumstext(Datumsform::ÄnderungLang, umgebung_.uhr.now().date(),
-                            untersuchung.datum(), texte.sprache().value_or(Sprache::Deutsch)),
+                            untersuchung.datum(), texte.sprache().value_or(Sprache::Deutsch),
+                            texte.paket().value_or(Sprachpaket()).gebiet),
         .ausgelassen = ausgelassen(untersuchung.reihe(), texte)};
 }
 

@@ -228,8 +228,9 @@ bool Dateieingang::lesMessdatei(const QString& pfad) {
     if (!gang_.verlasse()) {
         return false;
     }
-    const EingeleseneUntersuchung gelesen = untersuchungAusMessdatei(
-        datei, arbeitsplatz_.untersuchung().angaben().Rasse, umgebung_.format);
+    const EingeleseneUntersuchung gelesen =
+        untersuchungAusMessdatei(datei, arbeitsplatz_.untersuchung().angaben().Rasse,
+                                 umgebung_.format, QFileInfo(pfad).fileName());
     arbeitsplatz_.nimmEin(gelesen.untersuchung, {}, gelesen.messart);
     dienste_.verteiler.führeAus(befehl::Kurven);
     if (!gelesen.merkmaleVerstanden) {

@@ -5,6 +5,7 @@
 #include "results/datenbankfehler.h"
 #include "results/einfuhr.h"
 
+#include <QFileInfo>
 #include <QIODevice>
 
 namespace tarvel {
@@ -19,7 +20,7 @@ bool nimm(const QString& datei, Einfuhr& einfuhr, const Batchumgebung& umgebung)
     if (!bytes) {
         return false;
     }
-    const Einfuhrbericht bericht = einfuhr.nimmInhalt(*bytes);
+    const Einfuhrbericht bericht = einfuhr.nimmInhalt(*bytes, QFileInfo(datei).fileName());
     for (const Einfuhrbericht::Hinweis& hinweis : bericht.hinweise) {
         melde(umgebung, datei, hinweis.text, hinweis.zeile);
     }

@@ -1,7 +1,9 @@
 #include "batch/protokoll.h"
 
 #include "lang/protokolltexte.h"
+#include "lang/sprachpaket.h"
 #include "lang/zielwahl.h"
+#include "measure/fluegelbilder.h"
 #include "print/protokolldaten.h"
 #include "print/protokolldruck.h"
 #include "print/serie.h"
@@ -11,7 +13,9 @@
 
 #include <QDir>
 
+#include <optional>
 #include <set>
+#include <variant>
 #include <vector>
 
 namespace tarvel {
@@ -22,10 +26,18 @@ namespace {
 
 Protokolltexte protokolltexte(const Einstellungen& einstellungen, const Texte& texte) {
     Protokolltexte worte = ProtokolltexteStandard(texte);
-    if (einstellungen.schalter(Einstellung::Übersetzen)) {
-        ÜbersetzungLaden(einstellungen.IniPfad(), worte.felder);
+    if (!einstellungen.schalter(Einstellung::Übersetzen)) {
+        return worte;
     }
-    return worte;
+    ÜbersetzungLaden(einstellungen.IniPfad(), worte.felder);
+    return ProtokolltexteÜbersetzt(worte.felder);
+}
+
+std::optional<Bilddatei> öffneScan(const QString& pfad) {
+    auto offen = Bilddatei::öffne(pfad);
+    auto* datei = std::get_if<Bilddatei>(&offen);
+    return datei != nullptr && datei->pixel(nullptr) != nullptr ? std::optional(std::move(*datei))
+                                                                : std::nullopt;
 }
 
 /// Puts reports together and writes them.
@@ -36,35 +48,46 @@ public:
         : befehl_(befehl)
         , umgebung_(umgebung)
         , einstellungen_(einstellungen)
+        , tabelle_(befehl.datenbank)
+        , texte_(QString())
         , aussehen_(ladeProtokolleinstellungen(einstellungen))
-        , worte_(protokolltexte(einstellungen, umgebung.texte))
-        , grafik_(aussehen_.briefkopf) {
+        , grafik_(aussehen_.briefkopf)
+        , suche_([](const QString& pfad) { return Bilddatei::liesGröße(pfad).value_or(QSize()); }) {
+        texte_.SpracheEinstellen(
+            static_cast<int>(umgebung.texte.sprache().value_or(Sprache::Deutsch)));
+        if (const QString pfad = einstellungen.text(Einstellung::Sprachpaket); !pfad.isEmpty()) {
+            texte_.setzePaket(ladeSprachpaket(pfad));
+            if (!texte_.paket()) {
+                tarvel::melde(umgebung, pfad, texte_(Meldung::SprachpaketUnlesbar).arg(pfad));
+            }
+        }
+        worte_ = protokolltexte(einstellungen, texte_);
+        suche_.setzeErgebnisdatei(befehl.datenbank);
+        suche_.vertraue(befehl.datenbank);
         if (grafik_.fehler() != Grafikfehler::Keiner) {
             const QString& datei = aussehen_.briefkopf.Datei;
-            tarvel::melde(umgebung, datei, umgebung.texte(meldung(grafik_.fehler())).arg(datei));
+            tarvel::melde(umgebung, datei, texte_(meldung(grafik_.fehler())).arg(datei));
         }
     }
 
     Status führeAus() {
-        const Ergebnistabelle tabelle(befehl_.datenbank);
         if (befehl_.nummern.isEmpty()) {
-            tabelle.sätze(
-                tabelle.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),
+            tabelle_.sätze(
+                tabelle_.zeilenfolge(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}),
                 [this](const Ergebnissatz& satz) {
                     nimm(satz);
                     return true;
                 },
                 [this](const QString& nummer) {
-                    melde(umgebung_.texte(Meldung::UntersuchungZuGroß).arg(nummer));
+                    melde(texte_(Meldung::UntersuchungZuGroß).arg(nummer));
                 });
         }
         for (const QString& nummer : befehl_.nummern) {
-            if (const auto satz = tabelle.lade(nummer)) {
+            if (const auto satz = tabelle_.lade(nummer)) {
                 nimm(*satz);
             } else {
-                melde(
-                    meldungstext(umgebung_.texte, Datenbankfehler(Datenbankgrund::UntersuchungFehlt,
-                                                                  befehl_.datenbank, nummer)));
+                melde(meldungstext(texte_, Datenbankfehler(Datenbankgrund::UntersuchungFehlt,
+                                                           befehl_.datenbank, nummer)));
             }
         }
         const Status geschrieben = befehl_.ordner.isEmpty() ? schreibeEine() : schreibeJede();
@@ -77,56 +100,82 @@ private:
         status_ = Status::NichtLesbar;
     }
 
-    void nimm(const Ergebnissatz& satz) {
-        const Texte& t = umgebung_.texte;
-        const GeleseneUntersuchung gelesen =
-            untersuchungAus(satz, {.texte = t,
-                                   .format = umgebung_.format,
-                                   .rassen = aussehen_.rassen,
-                                   .OhneHaarlänge = aussehen_.regeln.OhneHaarlänge});
-        const QString nummer = satz.U_NR.trimmed();
-        if (!gelesen.nichtGelesen.isEmpty()) {
-            tarvel::melde(
-                umgebung_, befehl_.datenbank,
-                t(Meldung::UntersuchungTeilweise).arg(nummer, gelesen.nichtGelesen.join(u", "_s)));
-        }
+    [[nodiscard]] GeleseneUntersuchung lies(const Ergebnissatz& satz) const {
+        return untersuchungAus(satz, {.texte = texte_,
+                                      .format = umgebung_.format,
+                                      .rassen = aussehen_.rassen,
+                                      .OhneHaarlänge = aussehen_.regeln.OhneHaarlänge});
+    }
+
+    [[nodiscard]] Protokolldaten daten(const GeleseneUntersuchung& gelesen, bool mitAnhang) {
         Untersuchung untersuchung;
         untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
                           gelesen.zusatz);
-        if (untersuchung.reihe().leer() && untersuchung.merkmale().leer()) {
-            melde(nummer + u": "_s + t(Meldung::ProtokollOhneFlügel));
-            return;
-        }
-        daten_.push_back(protokolldaten(
+        Protokolleinstellungen aussehen = aussehen_;
+        aussehen.Anhang = aussehen_.Anhang && mitAnhang;
+        Flügelbilder bilder({.suche = suche_, .öffne = öffneScan}, untersuchung.reihe());
+        return protokolldaten(
             {.untersuchung = untersuchung,
              .standard = ladeRassestandard(untersuchung.angaben().Rasse + 1, einstellungen_),
-             .einstellungen = aussehen_,
-             .texte = t,
+             .einstellungen = aussehen,
+             .texte = texte_,
              .protokolltexte = worte_,
              .format = umgebung_.format,
-             .heute = umgebung_.heute}));
+             .heute = umgebung_.heute,
+             .bild = [&bilder](const Flügelmessung& flügel, const QRect& ausschnitt) {
+                 return bilder.hole(flügel, ausschnitt);
+             }});
     }
 
-    [[nodiscard]] Status schreibeEine() const {
-        if (daten_.empty()) {
+    void nimm(const Ergebnissatz& satz) {
+        const GeleseneUntersuchung gelesen = lies(satz);
+        const QString nummer = satz.U_NR.trimmed();
+        if (!gelesen.nichtGelesen.isEmpty()) {
+            tarvel::melde(umgebung_, befehl_.datenbank,
+                          texte_(Meldung::UntersuchungTeilweise)
+                              .arg(nummer, gelesen.nichtGelesen.join(u", "_s)));
+        }
+        if (gelesen.reihe.leer() && gelesen.merkmale.leer()) {
+            melde(nummer + u": "_s + texte_(Meldung::ProtokollOhneFlügel));
+            return;
+        }
+        nummern_ << satz.U_NR;
+        zeilen_.push_back(serienzeile(daten(gelesen, false)));
+    }
+
+    /// The report at a place of zeilen_, read anew since pictures of many would fill the memory.
+    [[nodiscard]] Protokolldaten protokoll(std::size_t i) {
+        const QString& nummer = nummern_.at(static_cast<qsizetype>(i));
+        const auto satz = tabelle_.lade(nummer);
+        if (!satz) {
+            throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, befehl_.datenbank, nummer);
+        }
+        return daten(lies(*satz), true);
+    }
+
+    [[nodiscard]] Status schreibeEine() {
+        if (zeilen_.empty()) {
             return Status::NichtLesbar;
         }
-        const bool eines = daten_.size() == 1 && befehl_.nummern.size() == 1;
+        const bool eines = zeilen_.size() == 1;
         return schreibe(umgebung_, befehl_.pdf,
-                        eines ? protokollAlsPdf(daten_.front(), grafik_)
-                              : serieAlsPdf(daten_, grafik_, umgebung_.texte));
+                        eines ? protokollAlsPdf(protokoll(0), grafik_)
+                              : serieAlsPdf(
+                                    zeilen_, [this](std::size_t i) { return protokoll(i); },
+                                    aussehen_, grafik_, texte_));
     }
 
-    [[nodiscard]] Status schreibeJede() const {
+    [[nodiscard]] Status schreibeJede() {
         Status status = Status::Gut;
         std::set<QString> vergeben;
-        for (const Protokolldaten& d : daten_) {
-            QString name = alsDateiname(d.nummer) + u".pdf"_s;
+        for (std::size_t p = 0; p < zeilen_.size(); ++p) {
+            const QString stamm = alsDateiname(zeilen_[p].nummer);
+            QString name = stamm + u".pdf"_s;
             for (int i = 2; !vergeben.insert(name.toLower()).second; ++i) {
-                name = alsDateiname(d.nummer) + u'-' + QString::number(i) + u".pdf"_s;
+                name = stamm + u'-' + QString::number(i) + u".pdf"_s;
             }
             const Status geschrieben = schreibe(umgebung_, QDir(befehl_.ordner).filePath(name),
-                                                protokollAlsPdf(d, grafik_));
+                                                protokollAlsPdf(protokoll(p), grafik_));
             status = geschrieben == Status::Gut ? status : geschrieben;
         }
         return status;
@@ -135,10 +184,14 @@ private:
     const Protokollbefehl& befehl_;
     const Batchumgebung& umgebung_;
     const Einstellungen& einstellungen_;
+    Ergebnistabelle tabelle_;
+    Texte texte_;
     Protokolleinstellungen aussehen_;
     Protokolltexte worte_;
     Briefkopfgrafik grafik_;
-    std::vector<Protokolldaten> daten_;
+    Bildsuche suche_;
+    QStringList nummern_; ///< of the examinations that can be printed
+    std::vector<Serienzeile> zeilen_;
     Status status_ = Status::Gut;
 };
 

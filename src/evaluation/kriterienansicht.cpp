@@ -48,17 +48,16 @@ QVariant Kriterienmodell::data(const QModelIndex& index, int role) const {
     case Qt::FontRole: {
         QFont schrift;
         schrift.setBold(zeile.fett);
-        schrift.setItalic(zeile.wirkungslos);
+        schrift.setItalic(zeile.blass);
         return schrift;
     }
     case Qt::ForegroundRole:
-        return zeile.wirkungslos || !zeile.prüfwert
-                   ? QVariant(QGuiApplication::palette().color(QPalette::PlaceholderText))
-                   : QVariant();
+        return zeile.blass ? QVariant(QGuiApplication::palette().color(QPalette::PlaceholderText))
+                           : QVariant();
     case Qt::ToolTipRole:
-        return zeile.wirkungslos ? texte_(Meldung::HinweisWirkungslos)
-               : zeile.prüfwert  ? texte_(Meldung::TippMangel)
-                                 : QString();
+        return zeile.blass && zeile.prüfwert ? texte_(Meldung::HinweisWirkungslos)
+               : zeile.prüfwert              ? texte_(Meldung::TippMangel)
+                                             : QString();
     default:
         return {};
     }

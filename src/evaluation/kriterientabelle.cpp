@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tarvel {
 
@@ -25,6 +26,7 @@ public:
         std::optional<Merkmalgruppe> fehlende;
         for (const Kriterium& k : kriterien(prüfling_, urteil_)) {
             const auto gruppe = gruppeVon(k.prüfwert);
+            mitMittelCI_ = mitMittelCI_ || k.prüfwert.art == Prüfung::Mittelwert;
             if (!gruppe || gemessen(*gruppe)) {
                 zeilen_.push_back(zeile(k, gruppe));
             } else if (fehlende != gruppe) {
@@ -33,13 +35,44 @@ public:
                 keine.spalten.fill(Strich);
                 keine.spalten[0] = gruppenname(*gruppe);
                 keine.spalten[1] = w_.nichtGemessen;
+                keine.blass = true;
                 zeilen_.push_back(std::move(keine));
             }
         }
+        if (!mitMittelCI_) {
+            mittel(w_.CI, &Chartwerte::CI, muster::CI);
+        }
+        mittel(w_.HI, &Chartwerte::HI, muster::HI);
+        mittel(w_.DV, &Chartwerte::DV, muster::DV);
         return std::move(zeilen_);
     }
 
 private:
+    /// A mean that nothing limits, with where that of the colony lies.
+    void mittel(const QString& index, float Chartwerte::*wert, QStringView muster) {
+        const auto angabe = mittelangabe(prüfling_.reihe, wert);
+        if (!angabe) {
+            return;
+        }
+        Kriterienzeile zeile;
+        zeile.spalten.fill(Strich);
+        auto& [name, gemessen, _, abstand, bienen, bereich, sicher] = zeile.spalten;
+        name = w_.mittelwert + u' ' + index;
+        gemessen = Format(angabe->kennzahlen.mittelwert, muster, w_.format);
+        bienen = QString::number(angabe->kennzahlen.anzahl);
+        bereich = bereichstext(angabe->bereich, muster, {});
+        zeilen_.push_back(std::move(zeile));
+    }
+
+    [[nodiscard]] QString bereichstext(const std::optional<Vertrauensintervall>& bereich,
+                                       QStringView muster, const QString& einheit) const {
+        // A dash beside a minus could not be read.
+        return bereich ? Format(bereich->von, muster, w_.format) +
+                             (bereich->von < 0 ? u" … "_s : u"–"_s) +
+                             Format(bereich->bis, muster, w_.format) + einheit
+                       : Strich;
+    }
+
     [[nodiscard]] std::optional<Merkmalgruppe> gruppeVon(const Prüfwert& wert) const {
         if (wert.art == Prüfung::Merkmal) {
             for (const Merkmalgruppe gruppe : merkmalgruppen(prüfling_.tiere)) {
@@ -84,7 +117,7 @@ private:
     [[nodiscard]] QString name(const Prüfwert& wert, std::optional<Merkmalgruppe> gruppe) const {
         switch (wert.art) {
         case Prüfung::Mittelwert:
-            return w_.mittelwert;
+            return w_.mittelwert + u' ' + w_.CI;
         case Prüfung::Klassen:
             return w_.klasse + u' ' + klassenbereichtext(wert.bereich);
         case Prüfung::Nebengipfel:
@@ -144,9 +177,10 @@ private:
                     : zahltext(std::abs(*rest), w_.format));
         bienen = mittel ? QString::number(k.anzahl)
                         : w_.texte(Meldung::AnzahlVon).arg(k.anzahl).arg(k.gesamt);
-        bereich = k.bereich ? Format(k.bereich->von, muster, w_.format) + u'–' +
-                                  Format(k.bereich->bis, muster, w_.format) + einheit
-                            : Strich;
+        if (w_.merkmaleAlsZahl && w.art == Prüfung::Merkmal) {
+            gemessen = std::exchange(bienen, QString::number(k.gesamt));
+        }
+        bereich = bereichstext(k.bereich, muster, einheit);
         sicher = ergebnis(k);
         return zeile;
     }
@@ -155,6 +189,7 @@ private:
     const Urteil& urteil_;
     const Kriterienworte& w_;
     std::vector<Kriterienzeile> zeilen_;
+    bool mitMittelCI_ = false; ///< the standard limits it
 };
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "measure/fluegelbilder.h"
 
-#include "measure/offenesbild.h"
-
 #include <QPainter>
 
 namespace tarvel {
@@ -32,23 +30,22 @@ const QImage* Flügelbilder::pixel(const Flügelmessung& flügel) {
     if (flügel.bilddatei.isEmpty() || flügel.ohneBildhöhe) {
         return nullptr;
     }
-    if (!offen_.leer() && liegtAuf(flügel, offen_.pfad(), flügel.bild)) {
-        return offen_.pixel();
+    if (const auto offen = quelle_.offener ? quelle_.offener(flügel) : std::nullopt) {
+        return *offen;
     }
     if (vergeblich_.contains(flügel.bilddatei)) {
         return nullptr;
     }
-    Bildzugang& zugang = offen_.zugang();
-    const Bildfund fund = zugang.suche().suche(gesuchtesBild(reihe_, flügel));
-    if (fund.art == Bildfund::Art::Gefunden && (!anderes_ || anderes_->pfad() != fund.pfad)) {
-        anderes_.reset(); // never two of them in memory
-        anderes_ = zugang.öffneStill(fund.pfad, true);
+    const Bildfund fund = quelle_.suche.suche(gesuchtesBild(reihe_, flügel));
+    if (fund.art == Bildfund::Art::Gefunden && (!anderer_ || anderer_->pfad() != fund.pfad)) {
+        anderer_.reset(); // never two of them in memory
+        anderer_ = quelle_.öffne(fund.pfad);
     }
-    if (fund.art != Bildfund::Art::Gefunden || !anderes_) {
+    if (fund.art != Bildfund::Art::Gefunden || !anderer_) {
         vergeblich_.insert(flügel.bilddatei);
         return nullptr;
     }
-    return anderes_->pixel(nullptr);
+    return anderer_->pixel(nullptr);
 }
 
 } // namespace tarvel

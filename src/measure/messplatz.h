@@ -51,7 +51,7 @@ public:
     /// The picture that is shown.
     [[nodiscard]] const OffenesBild& bild() const { return offen_; }
     /// Cuts wings of the series out of their scans.
-    [[nodiscard]] Flügelbilder flügelbilder() { return {offen_, befehle_.reihe()}; }
+    [[nodiscard]] Flügelbilder flügelbilder() { return {offen_.scanquelle(), befehle_.reihe()}; }
     /// The ways to the picture files.
     [[nodiscard]] Bildzugang& zugang() { return offen_.zugang(); }
     [[nodiscard]] Lupenpaar& lupen() { return lupen_; }

@@ -35,6 +35,15 @@ const QImage* OffenesBild::pixel() {
     return datei_ ? zugang_.pixel(*datei_) : nullptr;
 }
 
+Scanquelle OffenesBild::scanquelle() {
+    return {.suche = zugang_.suche(),
+            .öffne = [this](const QString& pfad) { return zugang_.öffneStill(pfad, true); },
+            .offener = [this](const Flügelmessung& flügel) -> std::optional<const QImage*> {
+                return datei_ && liegtAuf(flügel, pfad(), flügel.bild) ? std::optional(pixel())
+                                                                       : std::nullopt;
+            }};
+}
+
 bool OffenesBild::öffne(const QString& pfad, bool ganz) {
     std::optional<Bilddatei> datei = zugang_.öffne(pfad, ganz);
     if (!datei) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "measure/bildzugang.h"
+#include "measure/fluegelbilder.h"
 #include "measure/messbefehle.h"
 
 #include <functional>
@@ -32,6 +33,8 @@ public:
     [[nodiscard]] const QImage* pixel();
 
     [[nodiscard]] Bildzugang& zugang() { return zugang_; }
+    /// This picture and, without a word, the others on which wings were measured.
+    [[nodiscard]] Scanquelle scanquelle();
 
     /// Makes @p pfad the open picture. False, with the present one kept, when it cannot be had; see
     /// Bildzugang::öffne.

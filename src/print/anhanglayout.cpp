@@ -16,8 +16,9 @@ constexpr double Links = Protokollrand;
 const double Rechts = PapierA4.width() - Protokollrand;
 const double Breite = Rechts - Links;
 const double Unten = PapierA4.height() - ProtokollrandUnten;
-constexpr int FlügelJeZeile = 4;
-constexpr int BienenJeZeile = 5;
+constexpr std::size_t FlügelJeZeile = 4;
+constexpr std::size_t BienenJeZeile = 5;
+constexpr int Erklärungszeilen = 3;
 constexpr double Bildhöhe = 17;
 constexpr double Luft = 0.8;
 
@@ -27,36 +28,63 @@ double zeile(Grad grad) {
 
 /// What stands side by side on a line of its own.
 struct Streifen {
-    enum class Art { Flügelkopf, Flügel, Bienenkopf, Bienen };
-    Art art = Art::Flügel;
+    enum class Art { Kopf, Kriterium, Kriterienerklärung, Flügel, FlügelOhnePunkte, Bienen };
+    Art art = Art::Kopf;
     std::size_t erster = 0;
+    QString kopf = {};
 
-    [[nodiscard]] bool istKopf() const { return art == Art::Flügelkopf || art == Art::Bienenkopf; }
     [[nodiscard]] double höhe() const {
         switch (art) {
         case Art::Flügel:
             return Bildhöhe + 2 * zeile(Grad::Klein) + 3 * Luft;
+        case Art::FlügelOhnePunkte:
+            return 2 * zeile(Grad::Klein) + 3 * Luft;
+        case Art::Kriterium:
+            return zeile(Grad::Klein) + Luft;
+        case Art::Kriterienerklärung:
+            return Erklärungszeilen * zeile(Grad::Klein) + 2 * Luft;
         case Art::Bienen:
             return zeile(Grad::Text);
-        default:
-            return zeile(Grad::Abschnitt) + 4 * Luft;
+        case Art::Kopf:
+            break;
         }
+        return zeile(Grad::Abschnitt) + 4 * Luft;
     }
 };
 
-std::vector<Streifen> streifen(const Anhang& a) {
+/// Reports of one page have no room for the criteria there.
+bool mitKriterien(const Protokolldaten& d) {
+    return d.einstellungen.Anhang && seitenzahl(d.einstellungen.art) == 1 && !d.kriterien.empty();
+}
+
+std::vector<Streifen> streifen(const Protokolldaten& d) {
     using Art = Streifen::Art;
     std::vector<Streifen> alle;
-    const auto reihe = [&alle](Art kopf, Art art, std::size_t anzahl, std::size_t jeZeile) {
-        if (anzahl > 0) {
-            alle.push_back({kopf, 0});
-        }
-        for (std::size_t i = 0; i < anzahl; i += jeZeile) {
-            alle.push_back({art, i});
+    const auto kopf = [&alle](const QString& text, bool mit) {
+        if (mit) {
+            alle.push_back({Art::Kopf, 0, text});
         }
     };
-    reihe(Art::Flügelkopf, Art::Flügel, a.flügel.size(), FlügelJeZeile);
-    reihe(Art::Bienenkopf, Art::Bienen, static_cast<std::size_t>(a.bienen.size()), BienenJeZeile);
+    if (mitKriterien(d)) {
+        kopf(d.kriterienüberschrift, true);
+        for (std::size_t i = 0; i < d.kriterien.size(); ++i) {
+            alle.push_back({Art::Kriterium, i});
+        }
+        alle.push_back({Art::Kriterienerklärung, 0});
+    }
+    const std::vector<Anhangflügel>& flügel = d.anhang.flügel;
+    kopf(d.anhangworte.flügel, !flügel.empty());
+    for (std::size_t i = 0; i < flügel.size(); i += FlügelJeZeile) {
+        const std::size_t ende = std::min(flügel.size(), i + FlügelJeZeile);
+        const bool punkte = std::any_of(&flügel[i], flügel.data() + ende,
+                                        [](const Anhangflügel& f) { return !f.punkte.empty(); });
+        alle.push_back({punkte ? Art::Flügel : Art::FlügelOhnePunkte, i});
+    }
+    const auto bienen = static_cast<std::size_t>(d.anhang.bienen.size());
+    kopf(d.anhangworte.bienen, bienen > 0);
+    for (std::size_t i = 0; i < bienen; i += BienenJeZeile) {
+        alle.push_back({Art::Bienen, i});
+    }
     return alle;
 }
 
@@ -69,13 +97,14 @@ double fußhöhe() {
 }
 
 /// The strips of each page. A heading stays with what follows it.
-std::vector<std::vector<Streifen>> seiten(const Anhang& a) {
+std::vector<std::vector<Streifen>> seiten(const Protokolldaten& d) {
     const double platz = Unten - fußhöhe() - Oben - kopfhöhe();
     std::vector<std::vector<Streifen>> blätter;
     double frei = 0;
-    const std::vector<Streifen> alle = streifen(a);
+    const std::vector<Streifen> alle = streifen(d);
     for (std::size_t i = 0; i < alle.size(); ++i) {
-        const double nötig = alle[i].höhe() + (alle[i].istKopf() ? alle[i + 1].höhe() : 0);
+        const bool istKopf = alle[i].art == Streifen::Art::Kopf;
+        const double nötig = alle[i].höhe() + (istKopf ? alle[i + 1].höhe() : 0);
         if (nötig > frei) {
             blätter.emplace_back();
             frei = platz;
@@ -111,14 +140,18 @@ public:
 
     void setze(const Streifen& s) {
         switch (s.art) {
-        case Streifen::Art::Flügelkopf:
-            überschrift(d_.anhangworte.flügel);
+        case Streifen::Art::Kopf:
+            schreibe({Links, y_ + 2 * Luft}, s.kopf, Grad::Abschnitt, Breite);
             break;
-        case Streifen::Art::Bienenkopf:
-            überschrift(d_.anhangworte.bienen);
+        case Streifen::Art::Kriterium:
+            kriterium(d_.kriterien[s.erster], s.höhe());
+            break;
+        case Streifen::Art::Kriterienerklärung:
+            absatz(d_.kriterienerklärung, Erklärungszeilen);
             break;
         case Streifen::Art::Flügel:
-            flügel(s.erster);
+        case Streifen::Art::FlügelOhnePunkte:
+            flügel(s);
             break;
         case Streifen::Art::Bienen:
             bienen(s.erster);
@@ -141,10 +174,10 @@ public:
     [[nodiscard]] Protokollseite seite() && { return std::move(seite_); }
 
 private:
-    void schreibe(QPointF ort, const QString& text, Grad grad, double breite) {
-        const QString passend = satz_.umbrochen(text, grad, false, breite, 1).constFirst();
-        seite_.texte.push_back(
-            {QRectF(ort, QSizeF(satz_.breite(passend, grad, false), zeile(grad))), passend, grad});
+    void schreibe(QPointF ort, const QString& text, Grad grad, double breite, bool fett = false) {
+        const QString passend = satz_.umbrochen(text, grad, fett, breite, 1).constFirst();
+        seite_.texte.push_back({QRectF(ort, QSizeF(satz_.breite(passend, grad, fett), zeile(grad))),
+                                passend, grad, fett});
     }
 
     double absatz(const QString& text, int höchstens, double breite = Breite) {
@@ -156,16 +189,21 @@ private:
         return y - y_;
     }
 
-    void überschrift(const QString& text) {
-        schreibe({Links, y_ + 2 * Luft}, text, Grad::Abschnitt, Breite);
+    void kriterium(const Kriterienzeile& kriterium, double höhe) {
+        double x = Links;
+        for (std::size_t i = 0; i < kriterium.spalten.size(); ++i) {
+            schreibe({x, y_}, kriterium.spalten[i], Grad::Klein, Kriterienspalten[i] - Luft,
+                     kriterium.fett && i == 1);
+            x += Kriterienspalten[i];
+        }
+        seite_.linien.push_back({{Links, y_ + höhe - Luft / 2, x, y_ + höhe - Luft / 2}, 0.12});
     }
 
-    void flügel(std::size_t erster) {
+    void flügel(const Streifen& streifen) {
         constexpr double Zelle = 42.5;
-        const std::size_t ende =
-            std::min(d_.anhang.flügel.size(), erster + static_cast<std::size_t>(FlügelJeZeile));
+        const std::size_t ende = std::min(d_.anhang.flügel.size(), streifen.erster + FlügelJeZeile);
         double x = Links;
-        for (std::size_t i = erster; i < ende; ++i) {
+        for (std::size_t i = streifen.erster; i < ende; ++i) {
             const Anhangflügel& f = d_.anhang.flügel[i];
             const double innen = Zelle - 2 * Luft;
             QPointF ort(x + Luft, y_ + Luft);
@@ -175,17 +213,17 @@ private:
                 schreibe(ort, f.werte, Grad::Klein, innen);
             }
             ort.ry() += zeile(Grad::Klein);
-            seite_.flügel.push_back(
-                {i, QRectF(x, y_, Zelle, Streifen{Streifen::Art::Flügel, 0}.höhe()),
-                 QRectF(ort, QSizeF(innen, Bildhöhe))});
+            const bool mitBild = streifen.art == Streifen::Art::Flügel;
+            seite_.flügel.push_back({i, QRectF(x, y_, Zelle, streifen.höhe()),
+                                     mitBild ? QRectF(ort, QSizeF(innen, Bildhöhe)) : QRectF()});
             x += Zelle;
         }
     }
 
     void bienen(std::size_t erste) {
         const double spalte = Breite / BienenJeZeile;
-        const auto ende = std::min<qsizetype>(d_.anhang.bienen.size(),
-                                              static_cast<qsizetype>(erste) + BienenJeZeile);
+        const auto ende =
+            std::min(d_.anhang.bienen.size(), static_cast<qsizetype>(erste + BienenJeZeile));
         double x = Links;
         for (auto i = static_cast<qsizetype>(erste); i < ende; ++i) {
             schreibe({x, y_}, d_.anhang.bienen[i].simplified(), Grad::Text, spalte - Luft);
@@ -202,11 +240,11 @@ private:
 } // namespace
 
 int anhangseiten(const Protokolldaten& daten) {
-    return static_cast<int>(seiten(daten.anhang).size());
+    return static_cast<int>(seiten(daten).size());
 }
 
 Protokollseite anhangseite(const Protokolldaten& daten, int nummer) {
-    const auto blätter = seiten(daten.anhang);
+    const auto blätter = seiten(daten);
     const auto& blatt = blätter.at(static_cast<std::size_t>(nummer - 1));
     Anhangsetzer setzer(daten);
     setzer.kopf();

@@ -92,6 +92,7 @@ private:
         d_.untersucht = bienen + u' ' +
                         (angaben_.Tiere == Geschlecht::Drohnen ? p_(Text::DrohnenUntersucht)
                                                                : p_(Text::ArbeiterinnenUntersucht));
+        d_.gemessen = flügel > 0 ? d_.untersucht : QString();
         d_.königin = {{p_(Text::Zuchtbuch), zuchtbuchnummer(angaben_), {}},
                       {p_(Text::Züchter), angaben_.Name.trimmed(), {}},
                       {p_(Text::Begattung), angaben_.Begattung.trimmed(), {}}};
@@ -215,7 +216,8 @@ private:
             }
         }
         if (merkmale_.Bienen > 0) {
-            d_.merkmalszahl = u"n = %1"_s.arg(merkmale_.Bienen);
+            d_.merkmalszahl =
+                d_.gemessen.isEmpty() ? d_.untersucht : u"n = %1"_s.arg(merkmale_.Bienen);
         }
         d_.merkmalsformel = formeln.isEmpty() ? p_(Text::NichtGemessen) : formeln.join(u"  ·  "_s);
     }
@@ -236,7 +238,8 @@ private:
                 d_.grundlage += v.anders ? u' ' + v.text : QString();
             }
             for (const Prüfwert& mangel : beurteilung_.mängel()) {
-                d_.gründe << mangeltext(mangel, q_.texte, q_.format);
+                // A share and its sign stay on one line.
+                d_.gründe << mangeltext(mangel, q_.texte, q_.format).replace(u" %"_s, u"\u00a0%"_s);
             }
         } else if (q_.einstellungen.regeln.BewertungAktiv &&
                    beurteilung_.unbeurteilt != Unbeurteilt::NichtsGemessen) {
@@ -249,8 +252,9 @@ private:
             return;
         }
         d_.kriterien = {{kriterienspalten(q_.texte)}};
-        const auto zeilen = kriterientabelle(prüfling(q_.untersuchung), urteil_,
-                                             kriterienworte(p_, q_.texte, q_.format));
+        Kriterienworte worte = kriterienworte(p_, q_.texte, q_.format);
+        worte.merkmaleAlsZahl = true; // the shares stand beside their codes
+        const auto zeilen = kriterientabelle(prüfling(q_.untersuchung), urteil_, worte);
         d_.kriterien.insert(d_.kriterien.end(), zeilen.begin(), zeilen.end());
         d_.kriterienüberschrift = q_.texte(Meldung::Kriterien);
         d_.kriterienerklärung = q_.texte(Meldung::ErklärungKriterien);
@@ -265,8 +269,9 @@ private:
     void datum() {
         const Datumsform form = q_.einstellungen.datum;
         d_.datum = datumAls(form);
-        d_.datumswort =
-            q_.texte(istHeute(form) ? Meldung::DatumAusdruck : Meldung::DatumUntersuchung);
+        d_.datumswort = q_.texte(istHeute(form)         ? Meldung::DatumAusdruck
+                                 : herkunft().isEmpty() ? Meldung::DatumUntersuchung
+                                                        : Meldung::DatumÜbernahme);
     }
 
     /// The resolutions of the wings that count, "1200, 2400"; empty when none is known.
@@ -285,6 +290,22 @@ private:
         return texte.join(u", "_s);
     }
 
+    [[nodiscard]] const QString& herkunft() const { return q_.untersuchung.zusatz().Herkunft; }
+
+    /// Who measured, as far as that is known, and who prints where it is somebody else.
+    [[nodiscard]] QStringList personen() const {
+        const QString aussteller = q_.einstellungen.briefkopf.Name.trimmed();
+        const QString untersucher = tarvel::untersucher(q_.untersuchung, aussteller);
+        QStringList texte;
+        if (!untersucher.isEmpty()) {
+            texte << q_.texte(Meldung::FußUntersucher).arg(untersucher);
+        }
+        if (!aussteller.isEmpty() && aussteller != untersucher) {
+            texte << q_.texte(Meldung::FußAussteller).arg(aussteller);
+        }
+        return texte;
+    }
+
     void fußnoten() {
         using M = Meldung;
         const Texte& t = q_.texte;
@@ -295,7 +316,8 @@ private:
         }
         zweite << t(M::DefinitionHI) << t(M::DefinitionDV);
         QStringList gemeinsam{t(M::ErklärungWerte)};
-        if (beurteilung_.BewertungAktiv) {
+        if (beurteilung_.BewertungAktiv &&
+            beurteilung_.unbeurteilt != Unbeurteilt::NichtsGemessen) {
             gemeinsam << t(M::ErklärungFett)
                       << t(M::FußStandard).arg(standardname(q_.standard, rasse(), t));
             if (q_.standard.linien.nachKruber()) {
@@ -305,11 +327,14 @@ private:
         if (const QString dpi = auflösungen(); !dpi.isEmpty()) {
             gemeinsam << t(M::FußAuflösung).arg(dpi);
         }
-        if (const QString name = q_.einstellungen.briefkopf.Name.trimmed(); !name.isEmpty()) {
-            gemeinsam << t(M::FußUntersucher).arg(name);
+        gemeinsam << personen();
+        const bool übernommen = !herkunft().isEmpty();
+        if (übernommen) {
+            gemeinsam << t(M::FußHerkunft).arg(herkunft());
         }
         if (istHeute(q_.einstellungen.datum) && q_.untersuchung.datum().isValid()) {
-            gemeinsam << t(M::FußUntersuchung).arg(datumAls(Datumsform::ÄnderungLang));
+            gemeinsam << t(übernommen ? M::FußÜbernahme : M::FußUntersuchung)
+                             .arg(datumAls(Datumsform::ÄnderungLang));
         }
         gemeinsam << u"Tarvel " TARVEL_VERSION "."_s;
         erste << gemeinsam;

@@ -46,6 +46,7 @@ struct Protokolldaten {
     QString nummer;      ///< of the examination
     QString titel;       ///< with that number
     QString untersucht;  ///< "25 Arbeiterinnen wurden untersucht"
+    QString gemessen;    ///< the same where wings were measured, else empty
     QString ausgelassen; ///< "2 Flügel ausgelassen: 003, 017"; empty without any
     std::vector<Protokollwert> königin;
     std::vector<Protokollwert> volk;

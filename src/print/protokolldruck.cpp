@@ -152,44 +152,47 @@ QByteArray protokollAlsPdf(const Protokolldaten& daten, const Briefkopfgrafik& g
                   [&](QPdfWriter& pdf) { return Druckstart(pdf, daten, grafik, seiten); });
 }
 
-QByteArray serieAlsPdf(const std::vector<Protokolldaten>& daten, const Briefkopfgrafik& grafik,
+QByteArray serieAlsPdf(const std::vector<Serienzeile>& zeilen,
+                       const std::function<std::optional<Protokolldaten>(std::size_t)>& protokoll,
+                       const Protokolleinstellungen& aussehen, const Briefkopfgrafik& grafik,
                        const Texte& texte) {
-    if (daten.empty()) {
-        return {};
-    }
-    std::vector<Serienzeile> zeilen;
-    zeilen.reserve(daten.size());
-    std::transform(daten.begin(), daten.end(), std::back_inserter(zeilen), serienzeile);
-    return alsPdf(
-        {texte(Meldung::SerieTitel), daten.front().einstellungen.briefkopf.Name.trimmed(), {}},
-        [&](QPdfWriter& pdf) {
-            pdf.setPageSize(QPageSize(QPageSize::A4));
-            QPainter painter;
-            if (!painter.begin(&pdf)) {
+    const auto maleAlle = [&](QPdfWriter& pdf) {
+        pdf.setPageSize(QPageSize(QPageSize::A4));
+        QPainter painter;
+        if (!painter.begin(&pdf)) {
+            return false;
+        }
+        bool erste = true;
+        const auto seite = [&](const auto& male) {
+            const bool neue = std::exchange(erste, false) || pdf.newPage();
+            aufMillimeter(painter, pdf.pageLayout());
+            male();
+            return neue;
+        };
+        Protokolldaten schrift;
+        schrift.einstellungen = aussehen;
+        for (const Protokollseite& s : serienübersicht(zeilen, texte, aussehen)) {
+            if (!seite([&] { maleSeite(painter, s, schrift, grafik); })) {
                 return false;
             }
-            bool erste = true;
-            const auto seite = [&](const auto& male) {
-                const bool neue = std::exchange(erste, false) || pdf.newPage();
-                aufMillimeter(painter, pdf.pageLayout());
-                male();
-                return neue;
-            };
-            for (const Protokollseite& s :
-                 serienübersicht(zeilen, texte, daten.front().einstellungen)) {
-                if (!seite([&] { maleSeite(painter, s, daten.front(), grafik); })) {
+        }
+        for (std::size_t i = 0; i < zeilen.size(); ++i) {
+            const std::optional<Protokolldaten> d = protokoll(i);
+            for (int nummer = 1; d && nummer <= seitenzahl(*d); ++nummer) {
+                if (!seite([&] { maleProtokoll(painter, *d, grafik, nummer); })) {
                     return false;
                 }
             }
-            for (const Protokolldaten& d : daten) {
-                for (int nummer = 1; nummer <= seitenzahl(d); ++nummer) {
-                    if (!seite([&] { maleProtokoll(painter, d, grafik, nummer); })) {
-                        return false;
-                    }
-                }
+            if (!d) {
+                return false;
             }
-            return painter.end();
-        });
+        }
+        return painter.end();
+    };
+    return zeilen.empty()
+               ? QByteArray()
+               : alsPdf({texte(Meldung::SerieTitel), aussehen.briefkopf.Name.trimmed(), {}},
+                        maleAlle);
 }
 
 QString speichereProtokoll(const QString& pfad, const Protokolldaten& daten,

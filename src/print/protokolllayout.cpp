@@ -24,8 +24,6 @@ constexpr double Kopflinie = 0.35;
 constexpr double Gruppenbreite = 38; ///< names of the groups of body marks
 constexpr double Unterschriftshöhe = 15;
 constexpr double Unterschriftsbreite = 76;
-/// Columns of the table of criteria: criterion, measured, allowed, margin, bees, interval, outcome.
-constexpr std::array Tabellenspalten{39.5, 21.5, 17.0, 15.0, 19.0, 24.0, 34.0};
 constexpr double Tabellenluft = 0.15;
 constexpr double KleinstesDiagramm = 72;
 constexpr double KleinstesDoppeldiagramm = 84;
@@ -141,9 +139,9 @@ public:
             for (std::size_t i = 0; i < zeile.spalten.size(); ++i) {
                 constexpr std::size_t Gemessen = 1;
                 absatz({x + Einzug, y_}, zeile.spalten[i],
-                       {Grad::Klein, zeile.fett && i == Gemessen}, Tabellenspalten[i] - Einzug, 1,
+                       {Grad::Klein, zeile.fett && i == Gemessen}, Kriterienspalten[i] - Einzug, 1,
                        Qt::AlignLeft);
-                x += Tabellenspalten[i];
+                x += Kriterienspalten[i];
             }
             y_ += ::tarvel::zeile(Grad::Klein) + Tabellenluft;
             rahmen(oben, {Links, Rechts});
@@ -357,7 +355,7 @@ Block oben1(const Protokolldaten& d) {
     s.abschnitt(d.einstellungen.art == Protokollart::CubitalindexUndDV
                     ? d.texte(Text::CubitalindexUndDiscoidalverschiebung)
                     : d.texte(Text::Cubitalindex),
-                d.untersucht);
+                d.gemessen);
     s.zellen(d.indizes);
     s.anmerkung(d.ausgelassen);
     s.lücke(2);
@@ -372,7 +370,7 @@ Block oben2(const Protokolldaten& d) {
     s.spalten(d.königin);
     s.spalten(d.volk);
     s.lücke(Abstand);
-    s.abschnitt(d.texte(Text::HantelindexUndDV), d.untersucht);
+    s.abschnitt(d.texte(Text::HantelindexUndDV), d.gemessen);
     s.zellen(d.korrelation);
     s.anmerkung(d.ausgelassen);
     s.lücke(2);

@@ -8,6 +8,7 @@
 #include <QRectF>
 #include <QString>
 
+#include <array>
 #include <vector>
 
 class QPainter;
@@ -38,7 +39,7 @@ struct Diagrammrahmen {
 struct Flügelrahmen {
     std::size_t flügel = 0; ///< place in the appendix
     QRectF zelle;           ///< with its texts
-    QRectF bild;
+    QRectF bild;            ///< empty where no wing of the row has points
 };
 
 /// Where everything stands on a page of the report: millimetres from the top left corner of an A4
@@ -55,6 +56,10 @@ struct Protokollseite {
 /// What the report keeps free at the left and right, and at the bottom, in millimetres.
 inline constexpr double Protokollrand = 20;
 inline constexpr double ProtokollrandUnten = 15;
+/// Widths of the columns of the table of criteria: criterion, measured, allowed, margin, bees,
+/// interval, outcome.
+inline constexpr std::array<double, Kriterienspaltenzahl> Kriterienspalten{39.5, 21.5, 17.0, 15.0,
+                                                                           19.0, 24.0, 34.0};
 
 /// Pages of the report, those of its appendix included.
 [[nodiscard]] int seitenzahl(const Protokolldaten& daten);

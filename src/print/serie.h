@@ -5,6 +5,8 @@
 
 #include <QByteArray>
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -30,9 +32,13 @@ struct Serienzeile {
                                                           const Texte& texte,
                                                           const Protokolleinstellungen& aussehen);
 
-/// The reports of several examinations as one PDF/A-1b, behind the pages that list them; empty when
-/// it could not be painted.
-[[nodiscard]] QByteArray serieAlsPdf(const std::vector<Protokolldaten>& daten,
-                                     const Briefkopfgrafik& grafik, const Texte& texte);
+/// The reports of several examinations as one PDF/A-1b, behind the pages that list them as
+/// @p zeilen says. @p protokoll gives the report at a place when its turn comes, so that there is
+/// one at a time in memory; nullopt gives all up. Empty then, and when it could not be painted.
+[[nodiscard]] QByteArray
+serieAlsPdf(const std::vector<Serienzeile>& zeilen,
+            const std::function<std::optional<Protokolldaten>(std::size_t)>& protokoll,
+            const Protokolleinstellungen& aussehen, const Briefkopfgrafik& grafik,
+            const Texte& texte);
 
 } // namespace tarvel

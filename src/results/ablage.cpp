@@ -259,12 +259,10 @@ Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speichera
         }
     }
     try {
-        Untersuchung mitGrenzen = untersuchung;
-        Untersuchungszusatz zusatz = untersuchung.zusatz();
-        zusatz.Grenzen = stand.grenzen;
-        mitGrenzen.setzeZusatz(zusatz);
+        Untersuchung mitZusatz = untersuchung;
+        mitZusatz.setzeZusatz(stand.zusatz);
         Ergebnissatz satz =
-            satzAus(mitGrenzen, stand.urteil, stand.auflösung, heute(), satzumgebung());
+            satzAus(mitZusatz, stand.urteil, stand.auflösung, heute(), satzumgebung());
         satz.U_NR = satz.U_NR.trimmed();
         if (!darfUnlesbaresErsetzen(satz.U_NR)) {
             return Nicht;

@@ -24,11 +24,11 @@ struct Ablageumgebung {
     QString dokumente; ///< folder that the first results file is made in
 };
 
-/// The verdict and the resolution that an examination is stored with.
+/// What an examination is stored with beside its data.
 struct Ablagestand {
     std::optional<bool> urteil; ///< empty when it was not judged
     int auflösung = 0;          ///< in dots per inch
-    QString grenzen = {};       ///< limits of the verdict, see Untersuchungszusatz::Grenzen
+    Untersuchungszusatz zusatz = {};
 };
 
 /// Why an examination is saved: because the user said so, or because it is about to leave the

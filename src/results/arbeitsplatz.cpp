@@ -54,15 +54,16 @@ Ablagestand Arbeitsplatz::ablagestand() const {
     // A wing of the series that is corrected meanwhile may have another resolution.
     const auto& wiederholung = messung_.stand().wiederholung;
     const int dpi = wiederholung ? wiederholung->aufnahme.dpi : messung_.aufnahme().dpi;
-    const Untersuchungszusatz& zusatz = untersuchung_.zusatz();
-    if (zusatz.Urteil != Ablageurteil::Keines) {
-        return {gespeichertesUrteil(), dpi, zusatz.Grenzen};
+    Ablagestand stand{gespeichertesUrteil(), dpi, untersuchung_.zusatz()};
+    stand.zusatz.Untersucher = untersucher(untersuchung_, ini_.text(Einstellung::Name).trimmed());
+    if (stand.zusatz.Urteil == Ablageurteil::Keines) {
+        stand.urteil = beurteilung().urteil();
+        stand.zusatz.Grenzen =
+            stand.urteil ? standardtext({einstellungen_.rassen.value(untersuchung_.angaben().Rasse),
+                                         standard_})
+                         : QString();
     }
-    const std::optional<bool> urteil = beurteilung().urteil();
-    return {urteil, dpi,
-            urteil ? standardtext(
-                         {einstellungen_.rassen.value(untersuchung_.angaben().Rasse), standard_})
-                   : QString()};
+    return stand;
 }
 
 std::optional<bool> Arbeitsplatz::gespeichertesUrteil() const {

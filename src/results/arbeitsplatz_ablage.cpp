@@ -92,7 +92,7 @@ bool Arbeitsplatz::speichere(Speicheranlass anlass) {
                                                 : Ablageurteil::Nein;
     if (ergebnis.gespeichert) {
         führeAus([&] {
-            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert, urteil, stand.grenzen);
+            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert, urteil, stand.zusatz);
             bewerteGespeichertes();
             änderung_.Ablage = true;
         });

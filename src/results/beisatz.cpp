@@ -86,6 +86,7 @@ constexpr std::array Textfelder{
     Textfeld{u"ZNr", [](Beiangaben& b) -> QString& { return b.ZNr; }, true},
     Textfeld{u"Grenzen", [](Beiangaben& b) -> QString& { return b.zusatz.Grenzen; }, false},
     Textfeld{u"Herkunft", [](Beiangaben& b) -> QString& { return b.zusatz.Herkunft; }, false},
+    Textfeld{u"Untersucher", [](Beiangaben& b) -> QString& { return b.zusatz.Untersucher; }, false},
 };
 
 QString textfelder(Beiangaben angaben, bool immer) {

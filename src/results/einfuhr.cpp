@@ -8,6 +8,7 @@
 #include "results/einlesen.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <array>
@@ -72,10 +73,10 @@ Einfuhrbericht Einfuhr::nimm(const QString& pfad) {
         bericht.hinweise.push_back({1, textUnlesbar(pfad, umgebung_.satz.texte)});
         return bericht;
     }
-    return nimmInhalt(*bytes);
+    return nimmInhalt(*bytes, QFileInfo(pfad).fileName());
 }
 
-Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes) {
+Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes, const QString& herkunft) {
     const Texte& texte = umgebung_.satz.texte;
     Einfuhrbericht bericht;
     const Messdatei gelesen = liesMessdatei(bytes);
@@ -88,7 +89,7 @@ Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes) {
         return bericht;
     }
     try {
-        speichere(gelesen, bericht);
+        speichere(gelesen, herkunft, bericht);
     } catch (const Datenbankfehler& fehler) {
         bericht.hinweise.push_back(ablehnung(fehler, texte));
     } catch (const NummerZuLang& zuLang) {
@@ -98,9 +99,9 @@ Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes) {
     return bericht;
 }
 
-void Einfuhr::speichere(const Messdatei& datei, Einfuhrbericht& bericht) {
+void Einfuhr::speichere(const Messdatei& datei, const QString& herkunft, Einfuhrbericht& bericht) {
     EingeleseneUntersuchung eingelesen =
-        untersuchungAusMessdatei(datei, umgebung_.rasse, umgebung_.satz.format);
+        untersuchungAusMessdatei(datei, umgebung_.rasse, umgebung_.satz.format, herkunft);
     const std::optional<bool> urteil = this->urteil(eingelesen.untersuchung);
     if (urteil) {
         Untersuchungszusatz zusatz = eingelesen.untersuchung.zusatz();

@@ -46,10 +46,10 @@ public:
 
     [[nodiscard]] Einfuhrbericht nimm(const QString& pfad);
     /// The same for the content of a file.
-    [[nodiscard]] Einfuhrbericht nimmInhalt(QByteArrayView bytes);
+    [[nodiscard]] Einfuhrbericht nimmInhalt(QByteArrayView bytes, const QString& herkunft);
 
 private:
-    void speichere(const Messdatei& datei, Einfuhrbericht& bericht);
+    void speichere(const Messdatei& datei, const QString& herkunft, Einfuhrbericht& bericht);
     [[nodiscard]] QString speichere(Ergebnissatz& satz);
     [[nodiscard]] std::optional<bool> urteil(const Untersuchung& untersuchung) const;
 

@@ -168,7 +168,8 @@ std::optional<Merkmale> merkmaleAus(const Messdatei& datei) {
 }
 
 EingeleseneUntersuchung untersuchungAusMessdatei(const Messdatei& datei, int Rasse,
-                                                 const Zahlenformat& format) {
+                                                 const Zahlenformat& format,
+                                                 const QString& herkunft) {
     const Geschlecht tiere = tiereAus(datei);
     EingeleseneUntersuchung eingelesen;
     Untersuchung& u = eingelesen.untersuchung;
@@ -180,6 +181,7 @@ EingeleseneUntersuchung untersuchungAusMessdatei(const Messdatei& datei, int Ras
     eingelesen.merkmaleVerstanden = merkmale.has_value();
     Untersuchungszusatz zusatz;
     zusatz.merkmaleUnlesbar = !merkmale;
+    zusatz.Herkunft = herkunft;
     u.setzeZusatz(zusatz);
     u.setzeMerkmale(merkmale.value_or(keineMerkmale(tiere)));
     eingelesen.messart = datei.korrelation() ? Messart::Korrelation : Messart::NurCubitalindex;

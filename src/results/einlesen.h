@@ -22,9 +22,10 @@ struct EingeleseneUntersuchung {
 };
 
 /// @p datei as an examination of the race at position @p Rasse of the race list. Year and numbers
-/// are completed as if they had been typed, read in @p format.
+/// are completed as if they had been typed, read in @p format. @p herkunft names the file.
 [[nodiscard]] EingeleseneUntersuchung untersuchungAusMessdatei(const Messdatei& datei, int Rasse,
-                                                               const Zahlenformat& format);
+                                                               const Zahlenformat& format,
+                                                               const QString& herkunft = {});
 
 /// The body marks of a measurement file as numbers of bees. A line is understood when it holds
 /// - the numbers of one group in the order of its codes, "18;2;0;0", in the group's own line, or

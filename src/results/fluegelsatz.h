@@ -46,6 +46,7 @@ namespace tarvel {
 //                                    counts, lines; the column MERKMAL does not keep all of them
 //          Grenzen                   standard that the verdict was given by, see standardtext()
 //          Herkunft                  file or program that it came from
+//          Untersucher               who measured it
 //          Urteil                    -: nothing was judged, although the column says no. The
 //                                    journal has ja and nein, too
 //          Merkmale                  unlesbar: the row has body marks that are not understood

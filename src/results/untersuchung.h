@@ -89,12 +89,12 @@ public:
         angabenGeändert_ = angaben;
         messungenGeändert_ = messungen;
     }
-    /// To be called when the examination was stored with the date @p datum, that verdict and the
-    /// limits @p grenzen that it was given by.
-    void alsGespeichertMerken(const QDate& datum, Ablageurteil urteil, const QString& grenzen) {
+    /// To be called when the examination was stored with that date, verdict and addition.
+    void alsGespeichertMerken(const QDate& datum, Ablageurteil urteil,
+                              const Untersuchungszusatz& zusatz) {
         datum_ = datum;
+        zusatz_ = zusatz;
         zusatz_.Urteil = urteil;
-        zusatz_.Grenzen = grenzen;
         zusatz_.merkmaleUnlesbar = false; // it was asked about, and is not in the row any more
         alsUnverändertMerken();
     }
@@ -117,5 +117,9 @@ private:
             .fremdeRasse = !untersuchung.angaben().Rassenname.isEmpty(),
             .merkmaleUnlesbar = untersuchung.zusatz().merkmaleUnlesbar};
 }
+
+/// Who measured it, empty when that is not known: @p hier, the user of this program, as long as it
+/// is stored nowhere and nothing of it comes from elsewhere.
+[[nodiscard]] QString untersucher(const Untersuchung& untersuchung, const QString& hier);
 
 } // namespace tarvel

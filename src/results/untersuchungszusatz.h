@@ -24,6 +24,7 @@ struct Untersuchungszusatz {
     Ablageurteil Urteil = Ablageurteil::Keines;
     bool merkmaleUnlesbar = false; ///< the row has body marks that are not understood
     QString Herkunft; ///< file or program that it came from; empty when it was measured here
+    QString Untersucher = {}; ///< who measured it; empty when that is not known
     /// Fields of a stored row that this version does not know, name and text as they stand.
     std::vector<std::pair<QString, QString>> weitere = {};
 

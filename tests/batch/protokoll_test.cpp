@@ -1,6 +1,9 @@
 #include "batch/aufruf.h"
+#include "results/ergebnistabelle.h"
+#include "results/untersuchungssatz.h"
 
 #include <QDir>
+#include <QImage>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -80,4 +83,47 @@ TEST_F(Protokoll, several_standBehindASummaryOrInFilesOfTheirOwn) {
     EXPECT_EQ(rufe(u"report a.tdb U/7 U5 --each einzeln"_s).status, 0);
     EXPECT_EQ(seiten(u"einzeln/U_7.pdf"_s), 2);
     EXPECT_EQ(seiten(u"einzeln/U5.pdf"_s), 2);
+}
+
+TEST_F(Protokoll, languagePackOfTheSettings_givesTheWords) {
+    schreibe(u"wends.txt"_s, "Tarvel language pack\nText.MerkmalsuntersuchungNr = Pruwowanje\n");
+    for (const auto& [paket, meldet] : {std::pair{"wends.txt", false}, {"fehlt.txt", true}}) {
+        schreibe(u"Index.ini"_s, "[Start]\nSprachpaket=" + pfad(QString::fromUtf8(paket)).toUtf8());
+        const Lauf lauf = rufe(u"report a.tdb U5 --pdf a.pdf --ini Index.ini"_s);
+        EXPECT_EQ(lauf.status, 0);
+        EXPECT_EQ(lauf.fehler.find("fehlt.txt") != std::string::npos, meldet);
+        EXPECT_EQ(text(u"a.pdf"_s).find("Pruwowanje U5") != std::string::npos, !meldet);
+    }
+}
+
+TEST_F(Protokoll, appendix_hasThePicturesThatAreAtHand) {
+    Texte texte{QString()};
+    texte.SpracheDeutsch();
+    Messreihe reihe;
+    Flügelmessung messung;
+    messung.bilddatei = pfad(u"scan.png"_s);
+    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+        messung.punkte.setze(Messart::AlleMessungen, i, 40.F * static_cast<float>(i),
+                             i % 2 != 0 ? 100.F : 160.F);
+    }
+    reihe.trageEin(1, {.CI = 2.5F, .HI = 1.0F, .DV = 0, .fehler = {}}, messung, {});
+    Untersuchung untersuchung;
+    untersuchung.setzeReihe(reihe);
+    Kolonieangaben angaben;
+    angaben.UNr = u"B1"_s;
+    untersuchung.setzeAngaben(angaben);
+    Ergebnistabelle(pfad(u"a.tdb"_s))
+        .speichere(satzAus(untersuchung, {}, 1200, {2026, 1, 1},
+                           {.texte = texte, .format = {}, .rassen = {u"Carnica"_s}}));
+    schreibe(u"Index.ini"_s, "[Protokoll]\nAnhang=1\n");
+    const auto bilder = [this] {
+        EXPECT_EQ(rufe(u"report a.tdb B1 --pdf b.pdf --ini Index.ini"_s).status, 0);
+        EXPECT_EQ(seiten(u"b.pdf"_s), 3);
+        return lies(u"b.pdf"_s).count("/Subtype /Image");
+    };
+    const qsizetype ohne = bilder();
+    QImage scan(400, 300, QImage::Format_Grayscale8);
+    scan.fill(200);
+    ASSERT_TRUE(scan.save(messung.bilddatei));
+    EXPECT_EQ(bilder(), ohne + 1);
 }

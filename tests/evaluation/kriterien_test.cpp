@@ -196,26 +196,28 @@ TEST_F(Kriterientest, table_hasARowForWhatWasNotRecordedAndNamesHowManyMore) {
     merkmale.Liste = {u"001   O, -,  F"_s, u"002   E, -,  F"_s};
     standard.arbeiterinnen.max[1] = u"100%"_s;
     const auto tabelle = [&](bool weitere) {
-        return kriterientabelle(prüfling, urteile(prüfling, standard, regeln),
-                                kriterienworte(texte, texte, {u',', u'.'}, weitere));
+        Kriterienworte worte = kriterienworte(texte, texte, {u',', u'.'});
+        worte.weitere = weitere;
+        return kriterientabelle(prüfling, urteile(prüfling, standard, regeln), worte);
     };
     std::string zeilen;
     for (const Kriterienzeile& zeile : tabelle(true)) {
         zeilen += QStringList(zeile.spalten.begin(), zeile.spalten.end()).join(u'|').toStdString() +
-                  (zeile.fett ? "!" : "") + (zeile.wirkungslos ? "*" : "") + '\n';
+                  (zeile.fett ? "!" : "") + (zeile.blass ? "*" : "") + '\n';
     }
     EXPECT_EQ(zeilen,
               "Panzerzeichen O|50 %|≤ 100 %|+50|1 von 2|9–91 %|immer erfüllt*\n"
               "Panzerzeichen E|50 %|≤ 30 %|−20|1 von 2|9–91 %|offen, sicher mit 20 weiteren!\n"
               "Panzerzeichen 1R|0 %|≤ 0 %|0|0 von 2|0–66 %|offen\n"
               "Panzerzeichen 2R|0 %|≤ 0 %|0|0 von 2|0–66 %|offen\n"
-              "Haarlänge|nicht gemessen|–|–|–|–|–\n"
+              "Haarlänge|nicht gemessen|–|–|–|–|–*\n"
               "Filzbinden F|100 %|≤ 100 %|0|2 von 2|34–100 %|immer erfüllt*\n"
               "Filzbinden ff|0 %|≤ 50 %|+50|0 von 2|0–66 %|offen, sicher mit 2 weiteren\n"
               "Filzbinden f|0 %|≤ 0 %|0|0 von 2|0–66 %|offen\n"
               "Klasse 15-17|5 %|≤ 15 %|+10|1 von 20|1–24 %|offen, sicher mit 26 weiteren\n"
               "Klasse 01-15|0 %|≤ 100 %|+100|0 von 20|0–16 %|immer erfüllt*\n"
-              "Nebengipfel 16-17|1|≤ 0|−1|1 von 20|–|–!\n");
+              "Nebengipfel 16-17|1|≤ 0|−1|1 von 20|–|–!\n"
+              "Mittelwert CI|2,95|–|–|20|2,86–3,05|–\n");
     EXPECT_EQ(tabelle(false)[1].spalten.back(), u"offen, sicher ab 22"_s);
     regeln.BewertungAktiv = false;
     EXPECT_THAT(tabelle(true), IsEmpty());

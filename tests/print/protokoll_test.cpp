@@ -34,6 +34,11 @@ QStringList zeilen(const Protokolldaten& daten, int nummer = 1) {
     return zeilen(protokollseite(daten, Briefkopfgrafik(), nummer));
 }
 
+/// A share as it stands in a sentence: never broken before its sign.
+QString ungetrennt(QString text) {
+    return text.replace(u" %"_s, u"\u00a0%"_s);
+}
+
 QStringList fettes(const Protokolldaten& daten, int nummer = 1) {
     QStringList liste;
     for (const Protokolltext& t : protokollseite(daten, Briefkopfgrafik(), nummer).texte) {
@@ -67,7 +72,9 @@ QStringList fehler(const Protokollseite& seite) {
         }
     }
     for (const Flügelrahmen& f : seite.flügel) {
-        kästen.emplace_back(u"Flügel"_s, f.bild);
+        if (!f.bild.isEmpty()) {
+            kästen.emplace_back(u"Flügel"_s, f.bild);
+        }
     }
     for (std::size_t i = 0; i < kästen.size(); ++i) {
         if (!satzspiegel.adjusted(-0.01, 0, 0.01, 0).contains(kästen[i].second)) {
@@ -191,10 +198,12 @@ TEST_F(ProtokollTest, bold_isExactlyWhatTheStandardForbids) {
     miss(8);
     miss(18); // 3 of 12 are 25 %, and there is no peak beside class 18 any more
     merkmale(1, 1);
-    EXPECT_THAT(fettes(daten()),
-                ElementsAre(nein, u"E: 27 %, erlaubt 20 %  ·  Klassen 06-10: 25 %, erlaubt 20 %"_s,
-                            u"27 %"_s));
-    EXPECT_THAT(fettes(daten(), 2), ElementsAre(u"27 %"_s, u"25 %"_s));
+    EXPECT_THAT(
+        fettes(daten()),
+        ElementsAre(nein,
+                    ungetrennt(u"E: 27 %, erlaubt 20 %  ·  Klassen 06-10: 25 %, erlaubt 20 %"_s),
+                    u"27 %"_s));
+    EXPECT_THAT(fettes(daten(), 2), ElementsAre(u"3 von 11"_s, u"25 %"_s));
 
     einstellungen.regeln.BewertungAktiv = false;
     EXPECT_THAT(fettes(daten()) + fettes(daten(), 2), IsEmpty());
@@ -233,7 +242,7 @@ TEST_F(ProtokollTest, verdict_standsFirstWithSignReasonsAndBasis) {
     standard.arbeiterinnen.max[0] = u"5%"_s;
     const QStringList nein = verdict().first;
     EXPECT_EQ(nein.front(), u"Entspricht nicht den Merkmalen der Rasse Carnica"_s);
-    EXPECT_TRUE(nein.at(1).startsWith(u"Klassen 01-05: 17 %, erlaubt 5 %"_s));
+    EXPECT_TRUE(nein.at(1).startsWith(ungetrennt(u"Klassen 01-05: 17 %, erlaubt 5 %"_s)));
 }
 
 TEST_F(ProtokollTest, raceOutsideTheList_isNotJudgedAndHasNoLimitsAnywhere) {
@@ -279,13 +288,21 @@ TEST_F(ProtokollTest, criteria_sayMarginBeesIntervalAndWhatMakesThemFirm) {
     EXPECT_EQ(zeile(u"Kriterium"_s), u"gemessen|erlaubt|Abstand|Bienen|95-%-Bereich|Ergebnis"_s);
     // Wilson of 9 among 25 is 20.2 to 55.5.
     EXPECT_TRUE(zeile(u"Panzerzeichen E"_s)
-                    .startsWith(u"36 %|≤ 30 %|−6|9 von 25|20–55 %|offen, sicher ab "_s))
+                    .startsWith(u"9 von 25|≤ 30 %|−6|25|20–55 %|offen, sicher ab "_s))
         << qPrintable(zeile(u"Panzerzeichen E"_s));
     EXPECT_EQ(zeile(u"Klasse 01-05"_s), u"0 %|≤ 20 %|+20|0 von 25|0–13 %|sicher"_s);
     EXPECT_EQ(zeile(u"Klasse 06-10"_s), u"0 %|≤ 100 %|+100|0 von 25|0–13 %|immer erfüllt"_s);
     EXPECT_TRUE(zeile(u"Mittelwert CI"_s).contains(u"|≥ 2,5|+"_s));
     EXPECT_TRUE(zeile(u"Nebengipfel 16-17"_s).endsWith(u"|–|–"_s));
+    EXPECT_EQ(zeile(u"Mittelwert HI"_s), u"1,052|–|–|25|1,052–1,052|–"_s);
     EXPECT_THAT(zeilen(daten(), 2), Contains(u"9 von 25"_s));
+    // A page alone has no room for them; the appendix has.
+    einstellungen.art = Protokollart::CubitalindexUndDV;
+    EXPECT_EQ(seitenzahl(daten()), 1);
+    einstellungen.Anhang = true;
+    EXPECT_THAT(zeilen(daten(), 2), Contains(u"Klasse 06-10"_s));
+    einstellungen.art = Protokollart::CubitalindexUndKorrelation;
+    EXPECT_THAT(zeilen(daten(), 3), Not(Contains(u"Klasse 06-10"_s)));
     untersuchung.setzeMerkmale({});
     EXPECT_EQ(zeile(u"Filzbinden"_s), u"nicht gemessen|–|–|–|–|–"_s);
 }
@@ -318,14 +335,36 @@ TEST_F(ProtokollTest, footnotes_sayHowValuesCameAbout) {
     EXPECT_EQ(daten().datumswort, u"Datum der Untersuchung"_s);
 }
 
+TEST_F(ProtokollTest, whoMeasuredAndWhoPrints_areNotMixedUp) {
+    miss25();
+    const auto sagt = [this](const QString& wort) {
+        return daten().fußnoten[0].join(u' ').contains(wort);
+    };
+    const auto speichere = [this](const Untersuchungszusatz& zusatz) {
+        untersuchung.lade(untersuchung.angaben(), untersuchung.reihe(), {}, {2026, 2, 1}, zusatz);
+    };
+    const QString hier = u": Imkerverband"_s;
+    EXPECT_TRUE(sagt(u"Untersucht von"_s + hier) && !sagt(u"Ausgestellt"_s));
+    speichere({}); // by a version that did not note it
+    EXPECT_TRUE(!sagt(u"Untersucht von"_s) && sagt(u"Ausgestellt von"_s + hier));
+    speichere({.Grenzen = {}, .Herkunft = {}, .Untersucher = u"Maier"_s});
+    EXPECT_TRUE(sagt(u"Untersucht von: Maier"_s) && sagt(u"Ausgestellt von"_s + hier));
+    speichere({.Grenzen = {}, .Herkunft = u"Volk 5.Bee"_s});
+    EXPECT_TRUE(!sagt(u"Untersucht von"_s) && sagt(u"Übernommen aus Volk 5.Bee. "_s));
+    EXPECT_TRUE(!sagt(u"Untersuchung vom"_s) && sagt(u"Übernommen am 1. Februar 2026"_s));
+    einstellungen.datum = Datumsform::ÄnderungKurz;
+    EXPECT_EQ(daten().datumswort, u"Datum der Übernahme"_s);
+}
+
 TEST_F(ProtokollTest, footnotesAndWords_areNeverCutWithOrdinaryNames) {
     standard.kennung = {u"Landesverband der Bienenzüchter 2026"_s, u"3.1"_s, {}, {}};
     einstellungen.briefkopf.Name = u"Landesverband der Bienenzüchter, Untersuchungsstelle Graz"_s;
+    miss25();
     for (int sprache = 0; sprache < anzahlSprachen; ++sprache) {
         texte.SpracheEinstellen(sprache);
         for (const int seite : {1, 2}) {
             EXPECT_TRUE(zeilen(daten(), seite).filter(u"…"_s).isEmpty()) << sprache << seite;
-            EXPECT_FALSE(zeilen(daten(), seite).filter(u"Tarvel "_s).isEmpty());
+            EXPECT_FALSE(zeilen(daten(), seite).filter(u"Tarvel"_s).isEmpty());
         }
     }
 }
@@ -486,6 +525,9 @@ TEST_F(ProtokollTest, appendix_showsEveryWingAndBee) {
     EXPECT_EQ(texteDerSeite.filter(QRegularExpression(u"^0\\d\\d [OE], k, F$"_s)).size(), 40);
     EXPECT_THAT(texteDerSeite, Contains(u"Anhang, Seite 1 von 1"_s));
     EXPECT_THAT(zeilen(d, 1), Not(Contains(u"Anhang, Seite 1 von 1"_s)));
+    // Only the row with the wing that has points leaves room for a picture.
+    const auto rahmen = protokollseite(d, Briefkopfgrafik(Briefkopf{}), 3).flügel;
+    EXPECT_GT(rahmen.back().zelle.height(), 2 * rahmen.front().zelle.height());
 }
 
 TEST_F(ProtokollTest, summaryOfASeries_countsVerdictsAndFitsItsPages) {

@@ -129,7 +129,7 @@ TEST_F(ProtokolldruckTest, boldInThePdf_isWhatExceedsTheStandard) {
     einstellungen.art = Protokollart::Cubitalindex;
     ASSERT_EQ(speichereProtokoll(pdf, daten(), Briefkopfgrafik()), QString());
     EXPECT_THAT(fettes(diagramm), ElementsAre(u"Entspricht nicht den Merkmalen der Rasse Carnica"_s,
-                                              u"E: 36 %, erlaubt 30 %"_s, u"36 %"_s));
+                                              u"E: 36\u00a0%, erlaubt 30\u00a0%"_s, u"36 %"_s));
     einstellungen.regeln.BewertungAktiv = false;
     const Protokolldaten ohne = daten();
     ASSERT_EQ(speichereProtokoll(pdf, ohne, Briefkopfgrafik()), QString());
