@@ -178,7 +178,7 @@ bool Untersuchungsgang::lade(const QString& nummer) {
     if (!gelesen->nichtGelesen.isEmpty()) {
         umgebung_.dialoge.meldung(
             t(Text::Untersuchung),
-            t(Meldung::UntersuchungNichtLesbar).arg(nummer, gelesen->nichtGelesen.join(u", "_s)),
+            t(Meldung::UntersuchungNichtLesbar).arg(nummer, spaltennamen(t, gelesen->nichtGelesen)),
             Meldungsart::Ausruf);
     }
     return true;

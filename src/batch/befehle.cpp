@@ -211,6 +211,11 @@ Leser ausfuhrleser() {
                  u"tarvel-batch export --wings --out wings.csv results.tdb"_s});
     leser.option(u"wings"_s, u"A row a wing, with the indices in full precision."_s);
     leser.option(u"tps"_s, u"The measured points of all wings as TPS."_s);
+    leser.option(u"tables"_s,
+                 u"Tables for research: a row an examination, wing, point and body mark, with a "
+                 u"dictionary; CSV files in a folder, or a new SQLite file when the name ends with "
+                 u".sqlite."_s,
+                 u"folder|file"_s);
     leser.option(u"out"_s, u"File to write instead of the standard output (-)."_s, u"file"_s);
     return leser;
 }
@@ -221,12 +226,21 @@ Ausfuhrbefehl ausfuhr(const Leser& leser) {
     if (wings && tps) {
         throw Aufruffehler{u"'--wings' and '--tps' exclude each other."_s};
     }
+    const bool tabellen = leser.gesetzt(u"tables"_s);
+    if (tabellen && (wings || tps || leser.gesetzt(u"out"_s))) {
+        throw Aufruffehler{u"'--tables' stands alone."_s};
+    }
     Ausfuhrbefehl befehl{.datenbank = leser.genau(1).constFirst(),
                          .art = wings ? Ausfuhrart::Flügel
                                 : tps ? Ausfuhrart::Tps
                                       : Ausfuhrart::Untersuchungen,
-                         .ziel = leser.wert(u"out"_s)};
+                         .ziel = leser.wert(u"out"_s),
+                         .tabellen = leser.wert(u"tables"_s)};
     prüfeZiel(befehl.ziel, befehl.datenbank);
+    prüfeZiel(befehl.tabellen, befehl.datenbank);
+    if (tabellen && befehl.tabellen.isEmpty()) {
+        throw Aufruffehler{u"'--tables' needs a folder or a file."_s};
+    }
     return befehl;
 }
 

@@ -41,7 +41,8 @@ struct Auswertungsbefehl {
 struct Ausfuhrbefehl {
     QString datenbank;
     Ausfuhrart art = Ausfuhrart::Untersuchungen;
-    QString ziel; ///< file to write; empty: standard output
+    QString ziel;          ///< file to write; empty: standard output
+    QString tabellen = {}; ///< folder, or file *.sqlite, for the tables for research instead
 
     bool operator==(const Ausfuhrbefehl&) const = default;
 };

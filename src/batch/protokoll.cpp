@@ -133,7 +133,7 @@ private:
         if (!gelesen.nichtGelesen.isEmpty()) {
             tarvel::melde(umgebung_, befehl_.datenbank,
                           texte_(Meldung::UntersuchungTeilweise)
-                              .arg(nummer, gelesen.nichtGelesen.join(u", "_s)));
+                              .arg(nummer, spaltennamen(texte_, gelesen.nichtGelesen)));
         }
         if (gelesen.reihe.leer() && gelesen.merkmale.leer()) {
             melde(nummer + u": "_s + texte_(Meldung::ProtokollOhneFlügel));

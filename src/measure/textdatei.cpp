@@ -52,22 +52,22 @@ Dateitext dekodiert(QByteArrayView bytes) {
 
 } // namespace
 
-std::optional<QByteArray> dateiinhalt(const QString& pfad) {
-    return QFileInfo(pfad).isFile() ? strominhalt(pfad) : std::nullopt;
+std::optional<QByteArray> dateiinhalt(const QString& pfad, qsizetype höchstens) {
+    return QFileInfo(pfad).isFile() ? strominhalt(pfad, höchstens) : std::nullopt;
 }
 
-std::optional<QByteArray> strominhalt(const QString& pfad) {
+std::optional<QByteArray> strominhalt(const QString& pfad, qsizetype höchstens) {
     QFile datei(pfad);
     if (!datei.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    QByteArray inhalt = datei.read(GrößteTextdatei + 1);
+    QByteArray inhalt = datei.read(höchstens + 1);
     return datei.error() == QFileDevice::NoError ? std::optional(std::move(inhalt)) : std::nullopt;
 }
 
-Dateitext dateitext(QByteArrayView bytes) {
-    if (bytes.size() > GrößteTextdatei) {
-        const QString megabytes = QString::number(GrößteTextdatei / (1024 * 1024));
+Dateitext dateitext(QByteArrayView bytes, qsizetype höchstens) {
+    if (bytes.size() > höchstens) {
+        const QString megabytes = QString::number(höchstens / (1024 * 1024));
         return {{}, {}, Leseproblem{.grund = Lesegrund::ZuGroß, .texte = {megabytes}}};
     }
     Dateitext datei = dekodiert(bytes);

@@ -17,9 +17,11 @@ inline constexpr qsizetype GrößteTextdatei = qsizetype{16} * 1024 * 1024;
 /// cannot be read
 /// @{
 /// Of a regular file alone: nothing waits for what a pipe may bring.
-[[nodiscard]] std::optional<QByteArray> dateiinhalt(const QString& pfad);
+[[nodiscard]] std::optional<QByteArray> dateiinhalt(const QString& pfad,
+                                                    qsizetype höchstens = GrößteTextdatei);
 /// Of a pipe or a device too.
-[[nodiscard]] std::optional<QByteArray> strominhalt(const QString& pfad);
+[[nodiscard]] std::optional<QByteArray> strominhalt(const QString& pfad,
+                                                    qsizetype höchstens = GrößteTextdatei);
 /// @}
 
 /// The text of a file.
@@ -34,7 +36,7 @@ struct Dateitext {
 /// Decodes a file: by its byte order mark, else as UTF-8 when it is nothing but valid UTF-8 (which
 /// real Windows-1252 text with umlauts never is), else as Windows-1252. An end-of-file character at
 /// the end is dropped.
-[[nodiscard]] Dateitext dateitext(QByteArrayView bytes);
+[[nodiscard]] Dateitext dateitext(QByteArrayView bytes, qsizetype höchstens = GrößteTextdatei);
 
 /// Reads a text line by line; a line ends with CRLF, LF or CR. The text must outlive the reader.
 class Zeilenleser {

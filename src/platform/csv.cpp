@@ -51,6 +51,77 @@ QString ausTextzelle(const QString& zelle) {
     return beiFormeln(zelle, [](qsizetype anzahl) { return std::max<qsizetype>(anzahl - 1, 0); });
 }
 
+QChar csvTrenner(QStringView text) {
+    const qsizetype ende = text.indexOf(u'\n');
+    const QStringView kopf = ende < 0 ? text : text.first(ende);
+    QChar bester = u',';
+    for (const QChar trenner : {QChar(u';'), QChar(u'\t')}) {
+        bester = kopf.count(trenner) > kopf.count(bester) ? trenner : bester;
+    }
+    return bester;
+}
+
+std::optional<QStringList> CsvLeser::nächster() {
+    constexpr qsizetype MeisteFelder = 2000;
+    while (!rest_.isEmpty()) {
+        QStringList felder;
+        zeile_ = nächste_;
+        bool weiter = true;
+        while (weiter) {
+            QString eines = feld();
+            if (felder.size() < MeisteFelder) {
+                felder << std::move(eines);
+            }
+            weiter = !rest_.isEmpty() && rest_.front() == trenner_;
+            rest_ = weiter ? rest_.sliced(1) : rest_;
+        }
+        (void)nimmZeilenende();
+        if (felder.size() > 1 || !felder.front().trimmed().isEmpty()) {
+            return felder;
+        }
+    }
+    return std::nullopt;
+}
+
+bool CsvLeser::nimmZeilenende() {
+    if (rest_.isEmpty() || (rest_.front() != u'\n' && rest_.front() != u'\r')) {
+        return false;
+    }
+    rest_ = rest_.sliced(rest_.startsWith(u"\r\n") ? 2 : 1);
+    ++nächste_;
+    return true;
+}
+
+QString CsvLeser::feld() {
+    constexpr QChar Anführung = u'"';
+    QString text;
+    bool angeführt = false;
+    while (!rest_.isEmpty()) {
+        const QChar c = rest_.front();
+        if (angeführt) {
+            const bool doppelt = rest_.startsWith(u"\"\"");
+            if (c != Anführung || doppelt) {
+                text += c;
+                nächste_ += c == u'\n' ? 1 : 0;
+            } else {
+                angeführt = false;
+            }
+            rest_ = rest_.sliced(doppelt ? 2 : 1);
+        } else if (c == trenner_ || c == u'\n' || c == u'\r') {
+            break;
+        } else {
+            if (c == Anführung && text.isEmpty()) {
+                angeführt = true;
+            } else {
+                text += c;
+            }
+            rest_ = rest_.sliced(1);
+        }
+    }
+    offen_ = offen_ || angeführt;
+    return text;
+}
+
 void CsvTabelle::zelle(const QByteArray& inhalt) {
     csv_ += (zeilenbeginn_ ? "" : ",") + inhalt;
     zeilenbeginn_ = false;

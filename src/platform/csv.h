@@ -2,6 +2,11 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
+#include <QStringView>
+
+#include <optional>
+#include <utility>
 
 namespace tarvel {
 
@@ -31,10 +36,44 @@ public:
     void zeilenende();
 
     [[nodiscard]] const QByteArray& csv() const { return csv_; }
+    /// The same, and begins anew behind it.
+    [[nodiscard]] QByteArray nimmHeraus() { return std::exchange(csv_, {}); }
 
 private:
     QByteArray csv_;
     bool zeilenbeginn_ = true;
+};
+
+/// What separates the fields of @p text: that of comma, semicolon and tab which its first line has
+/// most of.
+[[nodiscard]] QChar csvTrenner(QStringView text);
+
+/// Takes a table of text apart, a record at a time. Fields come as they stand: blanks, and line
+/// ends between quotes, belong to them.
+class CsvLeser {
+public:
+    /// @p text outlives it.
+    CsvLeser(QStringView text, QChar trenner)
+        : rest_(text)
+        , trenner_(trenner) {}
+
+    /// The next record that is not blank; nullopt after the last one. Of one that has more fields
+    /// than a table can have, those are left out.
+    [[nodiscard]] std::optional<QStringList> nächster();
+    /// Line that it began in, from 1.
+    [[nodiscard]] int zeile() const { return zeile_; }
+    /// A quote of it is not closed: the rest of the text was taken for its field.
+    [[nodiscard]] bool offen() const { return offen_; }
+
+private:
+    [[nodiscard]] QString feld();
+    [[nodiscard]] bool nimmZeilenende();
+
+    QStringView rest_;
+    QChar trenner_;
+    int zeile_ = 0;
+    int nächste_ = 1;
+    bool offen_ = false;
 };
 
 } // namespace tarvel

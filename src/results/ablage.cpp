@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -206,15 +208,46 @@ bool Ablage::darfAndereErsetzen(const QString& nummer) const {
                                     .nein = t(Meldung::NichtErsetzen)}) == Antwort::Ja;
 }
 
-bool Ablage::darfUnlesbaresErsetzen(const QString& nummer) const {
-    if (nichtGelesen_.isEmpty() || !istGespeicherte(nummer)) {
-        return true; // nothing of it is replaced
+QStringList Ablage::bewahreUngelesenes(Ergebnissatz& satz, const Ablagestand& stand) const {
+    if (nichtGelesen_.isEmpty() || !istGespeicherte(satz.U_NR)) {
+        return {};
+    }
+    // What the row would be if nothing had been changed: a column that is the same in both was not
+    // edited.
+    const GeleseneUntersuchung gelesen = untersuchungAus(*gespeichert_, satzumgebung());
+    Untersuchung unverändert;
+    unverändert.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum, stand.zusatz);
+    Ergebnissatz vorher =
+        satzAus(unverändert, stand.urteil, gelesen.auflösung.value_or(stand.auflösung), heute(),
+                satzumgebung());
+    Ergebnissatz alt = *gespeichert_;
+    QStringList ersetzt;
+    const auto bewahre = [&](const QString& spalte) {
+        QString* jetzt = spaltentext(satz, spalte);
+        if (jetzt == nullptr) {
+            return; // an unreadable date is set anew
+        }
+        if (*jetzt == *spaltentext(vorher, spalte)) {
+            *jetzt = *spaltentext(alt, spalte);
+        } else {
+            ersetzt << spalte;
+        }
+    };
+    std::for_each(nichtGelesen_.begin(), nichtGelesen_.end(), bewahre);
+    if (nichtGelesen_.contains(u"MERKMAL"_s) && !nichtGelesen_.contains(u"PROZENT"_s)) {
+        bewahre(u"PROZENT"_s); // the shares of those marks
+    }
+    return ersetzt;
+}
+
+bool Ablage::darfUnlesbaresErsetzen(const QString& nummer, const QStringList& spalten) const {
+    if (spalten.isEmpty()) {
+        return true;
     }
     const Texte& t = umgebung_.texte;
     return umgebung_.dialoge.frage(
                {.titel = t(Text::MenüSpeichern),
-                .text =
-                    t(Meldung::UntersuchungNichtLesbar).arg(nummer, nichtGelesen_.join(u", "_s)),
+                .text = t(Meldung::UngelesenesErsetzen).arg(nummer, spaltennamen(t, spalten)),
                 .art = Meldungsart::Ausruf,
                 .verwirft = true,
                 .ja = t(Meldung::Ersetzen),
@@ -223,8 +256,8 @@ bool Ablage::darfUnlesbaresErsetzen(const QString& nummer) const {
 
 Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speicheranlass anlass,
                                      const Ablagestand& stand) {
-    constexpr Speicherergebnis Nicht{.fertig = false, .gespeichert = {}};
-    constexpr Speicherergebnis Ohne{.fertig = true, .gespeichert = {}};
+    constexpr Speicherergebnis Nicht{.fertig = false, .gespeichert = {}, .merkmaleBewahrt = false};
+    constexpr Speicherergebnis Ohne{.fertig = true, .gespeichert = {}, .merkmaleBewahrt = false};
     if (!untersuchung.geändert()) {
         return Ohne;
     }
@@ -264,7 +297,8 @@ Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speichera
         Ergebnissatz satz =
             satzAus(mitZusatz, stand.urteil, stand.auflösung, heute(), satzumgebung());
         satz.U_NR = satz.U_NR.trimmed();
-        if (!darfUnlesbaresErsetzen(satz.U_NR)) {
+        const QStringList ersetzt = bewahreUngelesenes(satz, stand);
+        if (!darfUnlesbaresErsetzen(satz.U_NR, ersetzt)) {
             return Nicht;
         }
         Ergebnistabelle tabelle(DatenbankPfad_);
@@ -276,9 +310,11 @@ Speicherergebnis Ablage::SpeichernDB(const Untersuchung& untersuchung, Speichera
             tabelle.speichere(satz);
         }
         setzeGespeichert(satz);
-        nichtGelesen_.clear();
+        nichtGelesen_ = untersuchungAus(satz, satzumgebung()).nichtGelesen;
         brauchbar_ = true;
-        return {.fertig = true, .gespeichert = satz.DATUM};
+        return {.fertig = true,
+                .gespeichert = satz.DATUM,
+                .merkmaleBewahrt = nichtGelesen_.contains(u"MERKMAL"_s)};
     } catch (const Datenbankfehler& fehler) {
         umgebung_.dialoge.meldung(titel,
                                   t(Text::SpeichernNichtMöglich) + u'\n' + meldungstext(t, fehler),

@@ -39,6 +39,8 @@ enum class Speicheranlass { Wunsch, Verlassen };
 struct Speicherergebnis {
     bool fertig = false;              ///< stored, or the user chose not to store
     std::optional<QDate> gespeichert; ///< date that the row was stored with
+    /// Body marks that are not understood stay in the row as they were.
+    bool merkmaleBewahrt = false;
 };
 
 /// What became of a row that others may write to.
@@ -111,7 +113,12 @@ private:
     [[nodiscard]] Satzumgebung satzumgebung() const;
     [[nodiscard]] QDate heute() const { return umgebung_.uhr.now().date(); }
     [[nodiscard]] bool frage(const QString& titel, const QString& text, Meldungsart art) const;
-    [[nodiscard]] bool darfUnlesbaresErsetzen(const QString& nummer) const;
+    /// Puts what was not read of the stored row back where nothing of it was edited. Names of the
+    /// columns where it was, so that it would be lost.
+    [[nodiscard]] QStringList bewahreUngelesenes(Ergebnissatz& satz,
+                                                 const Ablagestand& stand) const;
+    [[nodiscard]] bool darfUnlesbaresErsetzen(const QString& nummer,
+                                              const QStringList& spalten) const;
     [[nodiscard]] bool darfAndereErsetzen(const QString& nummer) const;
     [[nodiscard]] bool istGespeicherte(const QString& nummer) const;
     /// Tells @p vorweg, and that the store did not take the path, in one message.

@@ -68,9 +68,7 @@ Ablagestand Arbeitsplatz::ablagestand() const {
 
 std::optional<bool> Arbeitsplatz::gespeichertesUrteil() const {
     const Untersuchungszusatz& zusatz = untersuchung_.zusatz();
-    // Marks that are not understood are not stored again, and the verdict rested on them.
-    return zusatz.merkmaleUnlesbar               ? std::nullopt
-           : zusatz.Urteil == Ablageurteil::Ja   ? std::optional(true)
+    return zusatz.Urteil == Ablageurteil::Ja     ? std::optional(true)
            : zusatz.Urteil == Ablageurteil::Nein ? std::optional(false)
                                                  : std::nullopt;
 }
@@ -424,7 +422,9 @@ void Arbeitsplatz::bewerteGespeichertes() {
     for (std::vector<Rückschritt>* schritte : {&zurück_, &vor_}) {
         for (Rückschritt& r : *schritte) {
             r.vorher.angabenGeändert = r.vorher.angaben != u.angaben();
-            r.vorher.zusatz.merkmaleUnlesbar = false; // they are not in the row any more
+            // Otherwise they are not in the row any more.
+            r.vorher.zusatz.merkmaleUnlesbar =
+                r.vorher.zusatz.merkmaleUnlesbar && u.zusatz().merkmaleUnlesbar;
             r.vorher.messungenGeändert = r.vorher.merkmale != u.merkmale() ||
                                          *r.vorher.reihe != u.reihe() ||
                                          (r.vorher.zusatz.Urteil != Ablageurteil::Keines &&

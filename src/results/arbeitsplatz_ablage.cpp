@@ -92,7 +92,10 @@ bool Arbeitsplatz::speichere(Speicheranlass anlass) {
                                                 : Ablageurteil::Nein;
     if (ergebnis.gespeichert) {
         führeAus([&] {
-            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert, urteil, stand.zusatz);
+            Untersuchungszusatz zusatz = stand.zusatz;
+            zusatz.Urteil = urteil;
+            zusatz.merkmaleUnlesbar = zusatz.merkmaleUnlesbar && ergebnis.merkmaleBewahrt;
+            untersuchung_.alsGespeichertMerken(*ergebnis.gespeichert, zusatz);
             bewerteGespeichertes();
             änderung_.Ablage = true;
         });

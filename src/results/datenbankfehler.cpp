@@ -16,11 +16,14 @@ std::string technisch(Datenbankgrund grund, const QString& datei, const QString&
         .toStdString();
 }
 
+} // namespace
+
 QString spaltenname(const Texte& texte, const QString& spalte) {
-    struct {
+    struct Überschrift {
         QStringView name;
         Text text;
-    } static constexpr namen[] = {
+    };
+    static constexpr Überschrift namen[] = {
         {u"U_NR", Text::UntersuchungNr}, {u"ZB_NR", Text::SpalteKönigin},
         {u"Z_NAME", Text::Züchter},      {u"A_D", Text::SpalteGeschlecht},
         {u"RASSE", Text::Rasse},         {u"B_NAME", Text::Besitzer},
@@ -32,10 +35,36 @@ QString spaltenname(const Texte& texte, const QString& spalte) {
             return texte(text);
         }
     }
+    struct Inhalt {
+        QStringView name;
+        Meldung text;
+    };
+    static constexpr Inhalt inhalte[] = {
+        {u"CI", Meldung::InhaltCI},
+        {u"HI_DV", Meldung::InhaltHIDV},
+        {u"MERKMAL", Meldung::InhaltMerkmale},
+        {u"PROZENT", Meldung::InhaltMerkmale},
+        {u"Grafik1", Meldung::InhaltDiagrammwerte},
+        {u"Grafik2", Meldung::InhaltDiagrammwerte},
+        {u"Grafik3", Meldung::InhaltPunkte},
+        {u"Grafik4", Meldung::InhaltWeiteres},
+    };
+    for (const auto& [name, text] : inhalte) {
+        if (name == spalte) {
+            return texte(text);
+        }
+    }
     return spalte;
 }
 
-} // namespace
+QString spaltennamen(const Texte& texte, const QStringList& spalten) {
+    QStringList namen;
+    for (const QString& spalte : spalten) {
+        namen << spaltenname(texte, spalte);
+    }
+    namen.removeDuplicates();
+    return namen.join(u", "_s);
+}
 
 Datenbankfehler::Datenbankfehler(Datenbankgrund grund, QString datei, QString einzelheit)
     : std::runtime_error(technisch(grund, datei, einzelheit))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <stdexcept>
 
@@ -59,5 +60,10 @@ private:
 /// What happened, to which file, why and what to do, in the language of @p texte. Columns are named
 /// by the captions that a person knows them by.
 [[nodiscard]] QString meldungstext(const Texte& texte, const Datenbankfehler& fehler);
+
+/// What a column of the table `Ergebnisse` holds, as a user knows it; the name of any other column.
+[[nodiscard]] QString spaltenname(const Texte& texte, const QString& spalte);
+/// The same of several, each once, "Breeder, body marks".
+[[nodiscard]] QString spaltennamen(const Texte& texte, const QStringList& spalten);
 
 } // namespace tarvel

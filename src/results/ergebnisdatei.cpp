@@ -4,6 +4,7 @@
 #include "platform/dateiausgabe.h"
 #include "results/begleitdateien.h"
 #include "results/dateizugang.h"
+#include "results/ergebnissatz.h"
 #include "results/sqlfunktionen.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -292,12 +293,6 @@ std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
         gefunden.front().allein = anzahl == 1 && anders == nummer.end();
     }
     return gefunden;
-}
-
-QStringList tabellenspalten() {
-    return {u"U_NR"_s,     u"ZB_NR"_s,   u"Z_NAME"_s,  u"A_D"_s,     u"RASSE"_s,   u"B_NAME"_s,
-            u"ERGEBNIS"_s, u"DATUM"_s,   u"VATER"_s,   u"VOLK"_s,    u"CI"_s,      u"HI_DV"_s,
-            u"PROZENT"_s,  u"MERKMAL"_s, u"Grafik1"_s, u"Grafik2"_s, u"Grafik3"_s, u"Grafik4"_s};
 }
 
 void legeTabelleAn(SQLite::Database& verbindung) {

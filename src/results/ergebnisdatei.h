@@ -106,8 +106,6 @@ auto mitErgebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit, 
 /// @name What the file is made of
 /// @{
 
-/// The columns of the table in its order.
-[[nodiscard]] QStringList tabellenspalten();
 /// Makes the table and its indexes in an empty file.
 void legeTabelleAn(SQLite::Database& verbindung);
 [[nodiscard]] bool indizesVollständig(SQLite::Database& verbindung);

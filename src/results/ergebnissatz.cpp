@@ -5,6 +5,8 @@
 
 namespace tarvel {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr Textspalte alle[] = {
@@ -24,6 +26,29 @@ constexpr Textspalte alle[] = {
 
 std::span<const Textspalte> textspalten() {
     return alle;
+}
+
+QStringList tabellenspalten() {
+    return {u"U_NR"_s,     u"ZB_NR"_s,   u"Z_NAME"_s,  u"A_D"_s,     u"RASSE"_s,   u"B_NAME"_s,
+            u"ERGEBNIS"_s, u"DATUM"_s,   u"VATER"_s,   u"VOLK"_s,    u"CI"_s,      u"HI_DV"_s,
+            u"PROZENT"_s,  u"MERKMAL"_s, u"Grafik1"_s, u"Grafik2"_s, u"Grafik3"_s, u"Grafik4"_s};
+}
+
+QString* spaltentext(Ergebnissatz& satz, QStringView spalte) {
+    for (const Textspalte& eine : alle) {
+        if (eine.name == spalte) {
+            return &(satz.*eine.wert);
+        }
+    }
+    for (std::size_t i = 0; i < satz.Grafik.size(); ++i) {
+        if (spalte == u"Grafik%1"_s.arg(i + 1)) {
+            return &satz.Grafik.at(i);
+        }
+    }
+    return spalte == u"CI"        ? &satz.CI
+           : spalte == u"HI_DV"   ? &satz.HI_DV
+           : spalte == u"MERKMAL" ? &satz.MERKMAL
+                                  : nullptr;
 }
 
 bool bedeutet(QStringView wort, Text text) {

@@ -53,6 +53,11 @@ struct Textspalte {
 /// The text columns of fixed width, in the order of the table.
 [[nodiscard]] std::span<const Textspalte> textspalten();
 
+/// The columns of the table in its order.
+[[nodiscard]] QStringList tabellenspalten();
+/// The text of @p satz in the column of that name; null for `DATUM` and for any other name.
+[[nodiscard]] QString* spaltentext(Ergebnissatz& satz, QStringView spalte);
+
 /// What the width of a column counts: a character beyond the basic plane is one.
 [[nodiscard]] int zeichenzahl(QStringView text);
 

@@ -236,15 +236,22 @@ std::optional<QString> Ergebnistabelle::letzteNummer() const {
 
 QString Ergebnistabelle::NächsteNummer(const QDate& heute, const QString& kurzzeichen) const {
     const QString jahr = heute.toString(u"yyyy"_s);
-    const double n = mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         SQLite::Statement höchste(datei.verbindung(),
                                   "SELECT MAX(VAL(U_NR)) FROM Ergebnisse WHERE Year(Datum) = " +
                                       jahr.toStdString());
         höchste.executeStep();
         const SQLite::Column wert = höchste.getColumn(0);
-        return wert.isNull() ? 1 : wert.getDouble() + 1;
+        double n = wert.isNull() ? 1 : wert.getDouble() + 1;
+        QString nummer;
+        constexpr double Größte = 1e9; // beyond, the numbers are not ours
+        // An examination of another year, or without a date, may have it.
+        do {
+            nummer = Format(n, u"000", {}) + kurzzeichen.left(3) + jahr;
+            n += 1;
+        } while (n < Größte && !datei.finde(nummer).empty());
+        return nummer;
     });
-    return Format(n, u"000", {}) + kurzzeichen.left(3) + jahr;
 }
 
 void Ergebnistabelle::speichere(const Ergebnissatz& satz) {

@@ -44,7 +44,8 @@ public:
     [[nodiscard]] std::optional<QString> letzteNummer() const;
 
     /// The number that the next examination of the year of @p heute gets: running number, short
-    /// sign of the examiner (at most 3 characters), year.
+    /// sign of the examiner (at most 3 characters), year. While an examination has it, the next
+    /// one.
     [[nodiscard]] QString NächsteNummer(const QDate& heute, const QString& kurzzeichen) const;
 
     /// Stores a row in place of the one with the same number: that of the same spelling, else all

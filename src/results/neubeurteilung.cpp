@@ -48,7 +48,7 @@ Neuurteil Neubeurteilung::prüfe(const Ergebnissatz& satz) const {
     if (!gelesen.nichtGelesen.isEmpty()) {
         // What was not understood could not be stored again.
         urteil.gründe << texte(Meldung::UntersuchungTeilweise)
-                             .arg(urteil.nummer, gelesen.nichtGelesen.join(u", "_s));
+                             .arg(urteil.nummer, spaltennamen(texte, gelesen.nichtGelesen));
         return urteil;
     }
     Untersuchung untersuchung;

@@ -89,13 +89,10 @@ public:
         angabenGeändert_ = angaben;
         messungenGeändert_ = messungen;
     }
-    /// To be called when the examination was stored with that date, verdict and addition.
-    void alsGespeichertMerken(const QDate& datum, Ablageurteil urteil,
-                              const Untersuchungszusatz& zusatz) {
+    /// To be called when the examination was stored with that date and addition.
+    void alsGespeichertMerken(const QDate& datum, const Untersuchungszusatz& zusatz) {
         datum_ = datum;
         zusatz_ = zusatz;
-        zusatz_.Urteil = urteil;
-        zusatz_.merkmaleUnlesbar = false; // it was asked about, and is not in the row any more
         alsUnverändertMerken();
     }
 

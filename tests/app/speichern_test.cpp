@@ -331,21 +331,48 @@ TEST_F(Speicherntest, loadedExamination_isNotChangedByLookingAtIt) {
     EXPECT_EQ(zeile(u"X1"_s)->DATUM, QDate(2024, 5, 1));
 }
 
-TEST_F(Speicherntest, partsThatWereNotUnderstood_areNotStoredAwayWithoutAQuestion) {
+TEST_F(Speicherntest, partsThatWereNotUnderstood_stayAsTheyAreUntilTheyAreEdited) {
     Ergebnissatz satz;
     satz.U_NR = u"X1"_s;
     satz.Z_NAME = u"A"_s;
     satz.A_D = u"Arbeiter"_s;
+    satz.ERGEBNIS = u"Ja"_s;
+    satz.CI = u"#001;2,5;18,0; "_s;
     satz.MERKMAL = u"Lunbekannt"_s;
+    satz.PROZENT = u"O=90%; 7"_s;
+    satz.Grafik[0] = u"CI-HI 2; neuere Fassung"_s;
+    satz.Grafik[3] = u"Angaben 9;Neues=1;"_s;
     Ergebnistabelle(pfad()).speichere(satz);
     ASSERT_TRUE(starte());
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"MERKMAL"_s));
-    züchter().setText(u"B"_s);
+    for (const char* teil : {"Körpermerkmale", "Werte der Diagramme", "Angaben zu Scans"}) {
+        EXPECT_TRUE(dialoge.meldungen[0].contains(QString::fromUtf8(teil))) << teil;
+    }
+    EXPECT_FALSE(dialoge.meldungen[0].contains(u"Grafik"_s));
+    for (const QString& name : {u"B"_s, u"C"_s}) { // and again after a save
+        züchter().setText(name);
+        wähle(u"men_Datei_2"_s);
+        const Ergebnissatz jetzt = zeile(u"X1"_s).value();
+        EXPECT_EQ(jetzt.Z_NAME, name);
+        EXPECT_EQ(jetzt.MERKMAL, satz.MERKMAL);
+        EXPECT_EQ(jetzt.PROZENT, satz.PROZENT);
+        EXPECT_EQ(jetzt.Grafik[0], satz.Grafik[0]);
+        EXPECT_EQ(jetzt.Grafik[3], satz.Grafik[3]);
+        EXPECT_EQ(jetzt.ERGEBNIS, satz.ERGEBNIS);
+    }
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+    // The year has its place there, so what stood there would be lost.
+    feld(u"txt_Jahr"_s).setText(u"2020"_s);
     dialoge.antworten = {Antwort::Nein};
     wähle(u"men_Datei_2"_s);
-    EXPECT_EQ(zeile(u"X1"_s)->MERKMAL, u"Lunbekannt"_s);
-    EXPECT_EQ(zeile(u"X1"_s)->Z_NAME, u"A"_s);
+    ASSERT_THAT(dialoge.fragen, SizeIs(1));
+    EXPECT_TRUE(dialoge.fragen[0].text.contains(u"Angaben zu Scans"_s));
+    EXPECT_FALSE(dialoge.fragen[0].text.contains(u"Körpermerkmale"_s));
+    EXPECT_EQ(zeile(u"X1"_s)->Grafik[3], satz.Grafik[3]);
+    dialoge.antworten = {Antwort::Ja};
+    wähle(u"men_Datei_2"_s);
+    EXPECT_NE(zeile(u"X1"_s)->Grafik[3], satz.Grafik[3]);
+    EXPECT_EQ(zeile(u"X1"_s)->MERKMAL, satz.MERKMAL);
 }
 
 TEST_F(Speicherntest, nameFields_offerWhatTheResultsFileKnows) {

@@ -120,6 +120,37 @@ TEST_F(Ausfuhr, wings_haveFullValuesAndTheirPicture) {
     EXPECT_THAT(text, HasSubstr("\n   21    1  *\n"));
 }
 
+TEST_F(Ausfuhr, tablesForResearch_areTheSameAsCsvAndSqlite) {
+    speichere(u"007"_s, u"Huber, \"A\""_s, 2);
+    ASSERT_EQ(rufe(u"export a.tdb --tables t"_s).status, 0);
+    ASSERT_EQ(rufe(u"export a.tdb --tables t.sqlite"_s).status, 0);
+    EXPECT_THAT(text(u"t/examinations.csv"_s), HasSubstr("007,2025-06-07,\"Huber, \"\"A\"\"\","));
+    EXPECT_THAT(text(u"t/wings.csv"_s), HasSubstr("\n007,1,0,2.3"));
+    EXPECT_THAT(text(u"t/wings.csv"_s), HasSubstr("\n007,2,1,2.3"));
+    EXPECT_THAT(text(u"t/points.csv"_s), HasSubstr("\n007,1,8,225,182,\n")); // of the scan itself
+    EXPECT_THAT(text(u"t/marks.csv"_s), HasSubstr("\n007,O,1,1\n"));
+    EXPECT_THAT(text(u"t/columns.csv"_s), HasSubstr("points,x,REAL,"));
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(pfad(u"t.sqlite"_s).toUtf8().constData(), &db), SQLITE_OK);
+    for (const QString& name :
+         {u"examinations"_s, u"wings"_s, u"points"_s, u"marks"_s, u"columns"_s}) {
+        sqlite3_stmt* zeilen = nullptr;
+        const QByteArray sql = "SELECT COUNT(*) FROM " + name.toUtf8();
+        ASSERT_EQ(sqlite3_prepare_v2(db, sql.constData(), -1, &zeilen, nullptr), SQLITE_OK);
+        ASSERT_EQ(sqlite3_step(zeilen), SQLITE_ROW);
+        EXPECT_EQ(sqlite3_column_int(zeilen, 0), lies(u"t/"_s + name + u".csv"_s).count('\n') - 1);
+        sqlite3_finalize(zeilen);
+    }
+    sqlite3_close(db);
+    // What cannot be written leaves what was there.
+    schreibe(u"besetzt"_s, "x");
+    EXPECT_EQ(rufe(u"export a.tdb --tables besetzt"_s).status, 1);
+    EXPECT_EQ(text(u"besetzt"_s), "x");
+    EXPECT_EQ(rufe(u"export a.tdb --tables a.tdb"_s).status, 2);
+    EXPECT_EQ(rufe(u"export fehlt.tdb --tables neu"_s).status, 1);
+    EXPECT_FALSE(QFile::exists(pfad(u"neu"_s)));
+}
+
 TEST_F(Ausfuhr, tps_liesInThePictureAndGivesTheSameIndicesAgain) {
     QImage bild(500, 400, QImage::Format_Grayscale8);
     bild.fill(200);

@@ -94,7 +94,7 @@ TEST_F(Neubeurteilungstest, ListsWhatChangesAndWritesItOnlyThen) {
               "2: Ja → Nein (E: 100 %, erlaubt 20 %)\n5: Nein → Ja\n"
               "1: bleibt 'Ja', jetzt nach anderen Grenzen\n"
               "4: Nicht beurteilt: Für die Rasse 'Sicula' ist kein Standard eingerichtet.\n"
-              "7: Von der Untersuchung '7' war nicht alles lesbar. Was fehlt: MERKMAL.\n"
+              "7: Von der Untersuchung '7' war nicht alles lesbar. Was fehlt: Körpermerkmale.\n"
               "6: Noch kein Flügel gemessen.");
     EXPECT_EQ(bytes(pfad_), vorher);
     const Ergebnissatz alt = zeile(u"2"_s);
