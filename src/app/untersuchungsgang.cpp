@@ -1,11 +1,13 @@
 #include "app/untersuchungsgang.h"
 
+#include "app/protokollserie.h"
 #include "evaluation/rassen.h"
 #include "results/db.h"
 
 #include <QDir>
 
 #include <algorithm>
+#include <chrono>
 
 namespace tarvel {
 
@@ -128,7 +130,12 @@ void Untersuchungsgang::öffne() {
            .DatenbankWählen =
                [this](const QString& pfad) { return arbeitsplatz_.DatenbankWählen(pfad); },
            .LadenDB = [this](const QString& nummer) { return lade(nummer); },
-           .neubeurteilung = [this] { return neubeurteilungsregeln(); }},
+           .neubeurteilung = [this] { return neubeurteilungsregeln(); },
+           .protokolle = [this] { return neueProtokollserie(umgebung_); },
+           .rassen = rassenliste(umgebung_.einstellungen),
+           .format = umgebung_.format,
+           .einstellungen = &umgebung_.einstellungen,
+           .nachsehen = std::chrono::milliseconds(1500)},
           dienste_.fenster);
     if (db.exec() != QDialog::Accepted) {
         dienste_.hinweise.zeige(vorher);

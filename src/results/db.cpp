@@ -1,5 +1,6 @@
 #include "results/db.h"
 
+#include "platform/kuerzel.h"
 #include "results/ergebnisgitter.h"
 #include "results/ergebnismenues.h"
 
@@ -11,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMenu>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
@@ -27,7 +29,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Widths of the columns in 1/1440 inch.
-const QList<int> Spaltenbreiten = {1050, 1500, 1800, 1800, 900, 800, 800, 1500, 900};
+const QList<int> Spaltenbreiten = {1050, 1500, 1800, 1800, 900, 800, 800,  1500,
+                                   900,  1200, 700,  700,  700, 700, 2000, 1000};
 
 } // namespace
 
@@ -37,22 +40,39 @@ DB::DB(DbUmgebung umgebung, QWidget* parent)
     , modell_(umgebung_.texte)
     , menüs_(new Ergebnismenüs(umgebung_.texte))
     , grid_(new Ergebnisgitter(umgebung_.texte))
+    , filter_(new Filterzeile(umgebung_.texte))
     , lab_Anzahl_(new QLabel)
     , bef_Öffnen_(new QPushButton(umgebung_.texte(Text::MenüÖffnen))) {
     setObjectName(u"DB"_s);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     modell_.setObjectName(u"Data1"_s);
+    modell_.setzeFormat(umgebung_.format);
     modell_.vorÄnderung(Grid_BeforeUpdate);
+    modell_.vorTierwechsel([this](const QString& nummer, const QString& wort) {
+        return prüfeTierwechsel(nummer, wort);
+    });
     // A message must not be waited for within painting, nor while an editor still has its text.
     modell_.beiFehler([this](int DataErr, const QString& text) {
+        grid_->lehneAb();
+        if (!meldungen_.empty() && meldungen_.back() == std::pair(DataErr, text)) {
+            return; // leaving a cell tries it twice
+        }
         meldungen_.emplace_back(DataErr, text);
         QTimer::singleShot(0, this, [this] { zeigeMeldungen(); });
     });
+    // Our own changes are none to be noticed.
+    connect(&modell_, &QAbstractItemModel::dataChanged, this, [this] { stand_ = dateistände(); });
     baueFenster();
     baueMenüs();
     LadeTabelle();
+    stelleFensterHer();
     DB_Open();
     grid_->setFocus();
+    if (umgebung_.nachsehen.count() > 0) {
+        auto* uhr = new QTimer(this);
+        connect(uhr, &QTimer::timeout, this, [this] { siehNach(); });
+        uhr->start(umgebung_.nachsehen);
+    }
 }
 
 void DB::baueFenster() {
@@ -63,39 +83,90 @@ void DB::baueFenster() {
     hinweis->setObjectName(u"lab_Hinweis"_s);
     hinweis->setWordWrap(true);
     layout->addWidget(hinweis);
-    layout->addWidget(baueSuche());
+    layout->addLayout(baueSuche());
+    layout->addWidget(filter_);
+    filter_->beiListen([this] { return filterlisten(); });
+    filter_->beiWahl([this] { engeEin(); });
 
     grid_->setObjectName(u"Grid"_s);
     grid_->setAccessibleName(texte(Text::Ergebnisse));
     grid_->setModel(&modell_);
+    if (umgebung_.rassen.isEmpty()) {
+        umgebung_.rassen = {u"Carnica"_s, u"Mellifera"_s, u"Ligustica"_s, u"Carpatica"_s};
+    }
+    grid_->setzeRassen(umgebung_.rassen);
     grid_->beiÖffnen([this] { ÖffnenStart(); });
     grid_->beiEnde([this] { Auf_Tabellenende(); });
-    connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this] { zeigeStand(); });
-    connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { zeigeStand(); });
+    grid_->beiSuche([this](const QString& text) { sucheMit(text); });
+    const auto gewählt = [this] {
+        vergissWahl();
+        zeigeStand();
+    };
+    connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, gewählt);
+    connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this, gewählt);
+    QHeaderView* kopf = grid_->horizontalHeader();
+    connect(kopf, &QHeaderView::sortIndicatorChanged, this,
+            [this](int spalte, Qt::SortOrder ordnung) {
+                sortiere(spalte, ordnung == Qt::DescendingOrder);
+            });
+    kopf->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(kopf, &QWidget::customContextMenuRequested, this, [this, kopf](const QPoint& ort) {
+        menüs_->menü(Ergebnismenü::Spalten)->popup(kopf->mapToGlobal(ort));
+    });
     layout->addWidget(grid_, 1);
     layout->addLayout(baueFuß());
+    vergibBuchstaben();
 }
 
-QWidget* DB::baueSuche() {
-    suche_ = new QWidget;
-    auto* zeile = new QHBoxLayout(suche_);
-    zeile->setContentsMargins(0, 0, 0, 0);
+/// Field and buttons get letters that no menu has.
+void DB::vergibBuchstaben() {
+    QStringList worte;
+    for (const QAction* menü : menüs_->actions()) {
+        worte << menü->text().remove(u'&');
+    }
+    const qsizetype erstes = worte.size();
+    auto* lab_Suche = findChild<QLabel*>(u"lab_Suche"_s);
+    worte << lab_Suche->text();
+    QList<QPushButton*> knöpfe;
+    for (const QString& name :
+         {u"bef_AllesZeigen"_s, u"bef_Ändern"_s, u"bef_Öffnen"_s, u"bef_Abbrechen"_s}) {
+        knöpfe << findChild<QPushButton*>(name);
+        worte << knöpfe.last()->text();
+    }
+    worte = mitKürzelbuchstaben(worte);
+    lab_Suche->setText(worte.at(erstes));
+    for (qsizetype i = 0; i < knöpfe.size(); ++i) {
+        knöpfe.at(i)->setText(worte.at(erstes + 1 + i));
+    }
+}
+
+QLayout* DB::baueSuche() {
+    const Texte& texte = umgebung_.texte;
+    auto* zeile = new QHBoxLayout;
     txt_Suche_ = new QLineEdit;
     txt_Suche_->setObjectName(u"txt_Suche"_s);
-    txt_Suche_->setPlaceholderText(umgebung_.texte(Meldung::SuchfeldInhalt));
-    txt_Suche_->setToolTip(umgebung_.texte(Meldung::TippSuchen));
+    txt_Suche_->setPlaceholderText(texte(Meldung::SuchfeldInhalt));
+    txt_Suche_->setToolTip(texte(Meldung::TippSuchen));
     txt_Suche_->setClearButtonEnabled(true);
     txt_Suche_->installEventFilter(this);
-    auto* wort = new QLabel(umgebung_.texte(Meldung::Suchen));
+    auto* bef_Alles = new QPushButton(texte(Meldung::AllesZeigen));
+    bef_Alles->setObjectName(u"bef_AllesZeigen"_s);
+    bef_Alles->setToolTip(texte(Meldung::TippAllesZeigen));
+    bef_Alles->setAutoDefault(false);
+    connect(bef_Alles, &QPushButton::clicked, this, [this] {
+        if (beendeEingabe()) {
+            zeigeAlles();
+        }
+    });
+    auto* wort = new QLabel(texte(Meldung::Suchen));
+    wort->setObjectName(u"lab_Suche"_s);
     wort->setBuddy(txt_Suche_);
-    txt_Suche_->setAccessibleName(wort->text());
+    txt_Suche_->setAccessibleName(texte(Meldung::Suchen));
     zeile->addWidget(wort);
-    zeile->addWidget(txt_Suche_);
-    suche_->hide();
-    connect(txt_Suche_, &QLineEdit::textChanged, this, [this] { zeigeZeilen(); });
-    return suche_;
+    zeile->addWidget(txt_Suche_, 1);
+    zeile->addWidget(bef_Alles);
+    connect(txt_Suche_, &QLineEdit::textChanged, this, [this] { engeEin(); });
+    return zeile;
 }
 
 QLayout* DB::baueFuß() {
@@ -103,16 +174,22 @@ QLayout* DB::baueFuß() {
     lab_Anzahl_->setObjectName(u"lab_Anzahl"_s);
     bef_Öffnen_->setObjectName(u"bef_Öffnen"_s);
     bef_Öffnen_->setToolTip(texte(Meldung::TippUntersuchungÖffnen));
+    auto* bef_Ändern = new QPushButton(texte(Meldung::ZelleÄndern));
+    bef_Ändern->setObjectName(u"bef_Ändern"_s);
+    bef_Ändern->setToolTip(texte(Meldung::TippZelleÄndern));
     auto* bef_Abbrechen = new QPushButton(texte(Text::Schließen));
     bef_Abbrechen->setObjectName(u"bef_Abbrechen"_s);
     // Enter belongs to the row, not to a button.
-    bef_Öffnen_->setAutoDefault(false);
-    bef_Abbrechen->setAutoDefault(false);
+    for (QPushButton* knopf : {bef_Öffnen_, bef_Ändern, bef_Abbrechen}) {
+        knopf->setAutoDefault(false);
+    }
     connect(bef_Öffnen_, &QPushButton::clicked, this, [this] { ÖffnenStart(); });
+    connect(bef_Ändern, &QPushButton::clicked, this, [this] { grid_->beginneEingabe(); });
     connect(bef_Abbrechen, &QPushButton::clicked, this, [this] { reject(); });
     auto* zeile = new QHBoxLayout;
     zeile->addWidget(lab_Anzahl_);
     zeile->addStretch();
+    zeile->addWidget(bef_Ändern);
     zeile->addWidget(bef_Öffnen_);
     zeile->addWidget(bef_Abbrechen);
     return zeile;
@@ -124,20 +201,25 @@ void DB::baueMenüs() {
         menüs_->beiKlick(menü, [this, handlung](int i) {
             if (beendeEingabe()) { // reading rows anew would drop it
                 handlung(i);
-            } else {
-                menüs_->zeige(wahl_);
             }
+            menüs_->zeige(wahl_, !spalte_, absteigend_);
+            zeigeSpaltenhaken();
         });
     };
     befehl(Ergebnis, [this](int i) { wähle(static_cast<Ergebnisfilter>(i)); });
     befehl(Rasse, [this](int i) { wähle(static_cast<Rassenfilter>(i)); });
     befehl(Geschlecht, [this](int i) { wähle(static_cast<Geschlechtsfilter>(i)); });
-    befehl(Sort, [this](int i) { wähle(static_cast<Sortierung>(i)); });
+    befehl(Sort, [this](int i) { sortierbefehl(i); });
     befehl(Filter, [this](int i) { filterbefehl(i); });
     befehl(Tabelle, [this](int i) { tabellenbefehl(i); });
+    befehl(Zeilen, [this](int i) { zeilenbefehl(i); });
+    befehl(Spalten, [this](int i) { spaltenbefehl(i); });
     auto* öffnen = new QAction(umgebung_.texte(Text::MenüÖffnen), grid_);
     connect(öffnen, &QAction::triggered, this, [this] { ÖffnenStart(); });
     grid_->addAction(öffnen);
+    for (int i = Ergebnismenüs::ZelleÄndern; i <= Ergebnismenüs::FeldÄndern; ++i) {
+        grid_->addAction(&menüs_->aktion(Zeilen, i));
+    }
     grid_->addAction(&menüs_->aktion(Tabelle, Ergebnismenüs::Löschen));
     grid_->addAction(&menüs_->aktion(Tabelle, Ergebnismenüs::NeuBeurteilen));
 }
@@ -145,12 +227,15 @@ void DB::baueMenüs() {
 void DB::LadeTabelle() {
     const Texte& texte = umgebung_.texte;
     QList<QStringList> worte;
-    for (int spalte = 0; spalte < modell_.columnCount(); ++spalte) {
+    for (int spalte = 0; spalte < ErsteZusatzspalte; ++spalte) {
         const auto art = static_cast<Ergebnisspalte>(spalte);
         worte << spaltentitel(texte, art).split(u' ') + spaltenworte(texte, art);
     }
     worte[static_cast<int>(Ergebnisspalte::Rasse)] << u"Mellifera"_s << u"Carpatica"_s;
     worte[static_cast<int>(Ergebnisspalte::Datum)] << kurzesDatum(texte, QDate(2000, 12, 30));
+    for (int spalte = ErsteZusatzspalte; spalte < modell_.columnCount(); ++spalte) {
+        grid_->setColumnHidden(spalte, true);
+    }
     grid_->richteSpaltenEin(Spaltenbreiten, worte);
     constexpr int Zeilen = 14;
     const int breite = grid_->horizontalHeader()->length() +
@@ -167,10 +252,15 @@ void DB::DB_Open() {
                              : QFileInfo(umgebung_.DatenbankPfad).fileName();
     setWindowTitle(texte(Text::Ergebnisse) + u" ["_s + name + u']');
     wahl_ = Filterwahl();
+    spalte_.reset();
+    absteigend_ = false;
     {
         const QSignalBlocker still(txt_Suche_); // the rows are read once, below
-        zeigeSuche(false);
+        txt_Suche_->clear();
     }
+    filter_->leere();
+    gemerkt_.reset();
+    grid_->clearSelection();
     zeigeZeilen();
     if (modell_.vollständig()) {
         Auf_Tabellenende();
@@ -180,42 +270,70 @@ void DB::DB_Open() {
 }
 
 void DB::zeigeZeilen() {
-    menüs_->zeige(wahl_);
+    merkeWahl();
+    menüs_->zeige(wahl_, !spalte_, absteigend_);
+    zeigeOrdnung();
     const Texte& texte = umgebung_.texte;
-    QString leer = wahl_.filtert() || !txt_Suche_->text().trimmed().isEmpty()
-                       ? texte(Meldung::KeineUntersuchungGefunden)
-                       : texte(Meldung::NochKeineUntersuchung);
+    QString leer = engtEin() ? texte(Meldung::KeineUntersuchungGefunden)
+                             : texte(Meldung::NochKeineUntersuchung);
+    stand_ = dateistände();
+    stelltWahl_ = true;
     if (umgebung_.DatenbankPfad.isEmpty()) {
         leer = texte(Meldung::DatenbankNichtGewählt);
         modell_.leere();
     } else {
         try {
-            modell_.zeige(umgebung_.DatenbankPfad, wahl_.datenquelle(),
-                          txt_Suche_->text().trimmed());
+            modell_.zeige(umgebung_.DatenbankPfad, zeilenwahl(), flügelsieb());
         } catch (const Datenbankfehler& fehler) {
             leer = meldungstext(texte, fehler);
             meldeFehler(fehler);
         }
     }
     grid_->setzeLeertext(leer);
-    grid_->wähleZeile(0);
-    if (!modell_.vollständig()) {
-        grid_->nachMalen([this] { ladeRest(); });
+    if (!stelleWahlHer()) {
+        grid_->wähleZeile(0);
     }
-    zeigeStand();
+    stelltWahl_ = false;
+    if (modell_.vollständig()) {
+        ladeRest();
+    } else {
+        grid_->nachMalen([this] { ladeRest(); });
+        zeigeStand();
+    }
 }
 
 /// The same rows as the file has them now, at about the same place.
 void DB::zeigeNeu() {
     const int zeile = grid_->currentIndex().row();
+    const int oben = grid_->verticalScrollBar()->value();
+    gesamt_.reset();
+    filter_->veralte();
+    flügelzahlen_.clear();
     zeigeZeilen();
     ladeRest();
-    grid_->wähleZeile(std::min(zeile, modell_.rowCount() - 1));
+    stelltWahl_ = true;
+    if (!stelleWahlHer()) {
+        grid_->wähleZeile(std::min(zeile, modell_.rowCount() - 1));
+    }
+    stelltWahl_ = false;
+    grid_->verticalScrollBar()->setValue(oben);
 }
 
 /// The first page is on the screen; now all rows get their place.
 void DB::ladeRest() {
-    modell_.fetchMore({});
+    if (!modell_.vollständig()) {
+        modell_.fetchMore({});
+        stelltWahl_ = true;
+        (void)stelleWahlHer();
+        stelltWahl_ = false;
+    }
+    if (modell_.vollständig() && engtEin() && !gesamt_) {
+        try {
+            gesamt_ = Ergebnistabelle(umgebung_.DatenbankPfad).anzahl();
+        } catch (const Datenbankfehler&) {
+            gesamt_.reset(); // whoever reads rows is told
+        }
+    }
     zeigeStand();
 }
 
@@ -226,58 +344,52 @@ void DB::Auf_Tabellenende() {
 
 void DB::zeigeStand() {
     const Texte& texte = umgebung_.texte;
+    const QLocale raum = sprachraum(texte);
     const int zahl = modell_.rowCount();
-    const Meldung meldung = !modell_.vollständig() ? Meldung::AnzahlUntersuchungenMehr
-                            : zahl == 1            ? Meldung::EineUntersuchung
-                                                   : Meldung::AnzahlUntersuchungen;
-    lab_Anzahl_->setText(meldung == Meldung::EineUntersuchung ? texte(meldung)
-                                                              : texte(meldung).arg(zahl));
+    QString stand;
+    if (!modell_.vollständig()) {
+        stand = texte(Meldung::AnzahlUntersuchungenMehr).arg(raum.toString(zahl));
+    } else if (engtEin() && gesamt_) {
+        stand = texte(Meldung::AnzahlGefiltert).arg(raum.toString(zahl), raum.toString(*gesamt_));
+    } else {
+        stand = zahl == 1 ? texte(Meldung::EineUntersuchung)
+                          : texte(Meldung::AnzahlUntersuchungen).arg(raum.toString(zahl));
+    }
+    const int gewählte = anzahlGewählte();
+    const QString wieviele = raum.toString(gewählte);
+    if (gewählte > 1) {
+        stand += u" · "_s + texte(Meldung::AnzahlGewählt).arg(wieviele);
+    }
+    lab_Anzahl_->setText(stand);
+    using enum Ergebnismenü;
     // What is done with one row does not say which of several it means.
-    const bool gewählt =
-        grid_->currentIndex().isValid() && grid_->selectionModel()->selectedRows().size() < 2;
-    bef_Öffnen_->setEnabled(gewählt);
-    menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Löschen).setEnabled(gewählt);
-    menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Sichern)
+    const bool eine = grid_->currentIndex().isValid() && gewählte < 2;
+    bef_Öffnen_->setEnabled(eine);
+    menüs_->aktion(Tabelle, Ergebnismenüs::Löschen).setEnabled(gewählte > 0);
+    menüs_->aktion(Tabelle, Ergebnismenüs::Sichern).setEnabled(!umgebung_.DatenbankPfad.isEmpty());
+    menüs_->aktion(Tabelle, Ergebnismenüs::Exportieren).setEnabled(zahl > 0);
+    QAction& neu = menüs_->aktion(Tabelle, Ergebnismenüs::NeuBeurteilen);
+    neu.setEnabled(gewählte > 0 && umgebung_.neubeurteilung);
+    neu.setText(gewählte == 0   ? texte(Meldung::MenüNeuBeurteilen)
+                : gewählte == 1 ? texte(Meldung::EineNeuBeurteilen)
+                                : texte(Meldung::MehrereNeuBeurteilen).arg(wieviele));
+    for (const int i : {Ergebnismenüs::ProtokolleEinPdf, Ergebnismenüs::ProtokolleEinzeln}) {
+        menüs_->aktion(Zeilen, i).setEnabled(gewählte > 0 && umgebung_.protokolle);
+    }
+    for (const int i : {Ergebnismenüs::GewählteExportieren, Ergebnismenüs::FeldÄndern}) {
+        menüs_->aktion(Zeilen, i).setEnabled(gewählte > 0);
+    }
+    menüs_->aktion(Zeilen, Ergebnismenüs::ZelleÄndern).setEnabled(zahl > 0);
+    menüs_->aktion(Zeilen, Ergebnismenüs::Schreibweisen)
         .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
-    menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::NeuBeurteilen)
-        .setEnabled(zahl > 0 && umgebung_.neubeurteilung);
-    menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Exportieren).setEnabled(zahl > 0);
+    menüs_->aktion(Filter, Ergebnismenüs::AllesZeigen).setEnabled(engtEin());
+    findChild<QPushButton*>(u"bef_AllesZeigen"_s)->setEnabled(engtEin());
 }
 
 template <typename Filter>
 void DB::wähle(Filter filter) {
     wahl_.wähle(filter);
     zeigeZeilen();
-}
-
-void DB::filterbefehl(int index) {
-    switch (index) {
-    case Ergebnismenüs::Filtern:
-        wahl_.filtere(!wahl_.filtert());
-        zeigeZeilen();
-        break;
-    case Ergebnismenüs::AlleZeigen:
-        wahl_.wähleAlle();
-        zeigeZeilen();
-        break;
-    case Ergebnismenüs::Suchen:
-        zeigeSuche(suche_->isHidden() || !txt_Suche_->hasFocus());
-        break;
-    default:
-        break;
-    }
-}
-
-void DB::zeigeSuche(bool zeigen) {
-    menüs_->aktion(Ergebnismenü::Filter, Ergebnismenüs::Suchen).setChecked(zeigen);
-    suche_->setVisible(zeigen);
-    if (zeigen) {
-        txt_Suche_->setFocus(Qt::ShortcutFocusReason);
-        txt_Suche_->selectAll();
-    } else {
-        txt_Suche_->clear(); // what is out of sight must not hide rows
-        grid_->setFocus();
-    }
 }
 
 void DB::ÖffnenStart() {
@@ -310,13 +422,28 @@ bool DB::beendeEingabe() {
     return !zeigeMeldungen();
 }
 
-/// Whether there were any.
+/// Whether something was refused and not settled.
 bool DB::zeigeMeldungen() {
-    const auto offene = std::exchange(meldungen_, {});
-    for (const auto& [DataErr, text] : offene) {
-        Grid_Error(DataErr, text);
+    bool offen = false;
+    while (!meldungen_.empty()) {
+        const auto [DataErr, text] = meldungen_.front();
+        meldungen_.erase(meldungen_.begin());
+        if (DataErr == Ergebnismodell::Fremdgeändert) {
+            offen = !frageErsetzen(text) || offen;
+        } else if (DataErr == Tierwechsel) {
+            offen = !frageTierwechsel() || offen;
+        } else {
+            Grid_Error(DataErr, text);
+            offen = true;
+        }
     }
-    return !offene.empty();
+    if (offen && grid_->bearbeitet()) {
+        grid_->kehreZurEingabe();
+    } else if (offen && (focusWidget() == nullptr || !grid_->isAncestorOf(focusWidget())) &&
+               !txt_Suche_->hasFocus()) {
+        grid_->setFocus(); // the cell that had it has gone with its row
+    }
+    return offen;
 }
 
 bool DB::Grid_BeforeDelete() {
@@ -348,8 +475,10 @@ void DB::meldeFehler(const Datenbankfehler& fehler) {
 void DB::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Escape:
+        // First it takes back what was searched for, then it closes.
         if (txt_Suche_->hasFocus()) {
-            zeigeSuche(false);
+            txt_Suche_->clear();
+            grid_->setFocus();
             return;
         }
         break;

@@ -1,12 +1,8 @@
-// Judging stored examinations again: the rows that are chosen, or all that are shown.
+// Judging stored examinations again: the rows that are chosen.
 
 #include "results/db.h"
 
 #include "platform/fortschritt.h"
-#include "results/ergebnisgitter.h"
-
-#include <QItemSelectionModel>
-#include <QLineEdit>
 
 #include <algorithm>
 #include <memory>
@@ -15,31 +11,11 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-/// The places of the chosen rows where there are several, else of all that are shown.
-std::vector<qint64> DB::gemeinteZeilen() {
-    ladeRest();
-    std::vector<int> zeilen;
-    for (const QModelIndex& index : grid_->selectionModel()->selectedRows()) {
-        zeilen.push_back(index.row());
-    }
-    if (zeilen.size() < 2) {
-        return Ergebnistabelle(umgebung_.DatenbankPfad)
-            .zeilenfolge(wahl_.datenquelle(), txt_Suche_->text().trimmed());
-    }
-    std::sort(zeilen.begin(), zeilen.end());
-    std::vector<qint64> ids;
-    ids.reserve(zeilen.size());
-    for (const int zeile : zeilen) {
-        ids.push_back(modell_.id(zeile));
-    }
-    return ids;
-}
-
 /// nullopt when the user stopped it.
 std::optional<std::vector<Neuurteil>> DB::prüfeNeu(const Neubeurteilung& neubeurteilung,
                                                    QStringList& übergangen) {
     const Texte& texte = umgebung_.texte;
-    const std::vector<qint64> ids = gemeinteZeilen();
+    const std::vector<qint64> ids = gewählteIds();
     const QString zahl = QString::number(ids.size());
     Fortschritt fortschritt(this, texte(Meldung::MenüNeuBeurteilen), texte(Text::Abbrechen),
                             static_cast<int>(ids.size()));

@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QLineEdit>
 
 #include <algorithm>
 #include <memory>
@@ -52,10 +51,14 @@ void DB::tabellenbefehl(int index) {
         löscheZeile();
         break;
     case Ergebnismenüs::Exportieren:
-        exportiereTabelle();
+        ladeRest();
+        exportiere(modell_.ids());
         break;
     case Ergebnismenüs::NeuBeurteilen:
         beurteileNeu();
+        break;
+    case Ergebnismenüs::NeuLesen:
+        zeigeNeu();
         break;
     default:
         break;
@@ -147,7 +150,7 @@ void DB::sichereTabelle() {
                               Meldungsart::Hinweis);
 }
 
-void DB::exportiereTabelle() {
+void DB::exportiere(const std::vector<qint64>& ids) {
     const Texte& texte = umgebung_.texte;
     const QString titel = texte(Meldung::Exportieren);
     const QFileInfo quelle(umgebung_.DatenbankPfad);
@@ -162,7 +165,7 @@ void DB::exportiereTabelle() {
     }
     std::optional<QByteArray> csv;
     try {
-        csv = gezeigteAlsCsv();
+        csv = alsCsv(ids);
     } catch (const Datenbankfehler& fehler) {
         meldeFehler(fehler);
     }
@@ -180,11 +183,9 @@ void DB::exportiereTabelle() {
 }
 
 /// nullopt when the user stopped it.
-std::optional<QByteArray> DB::gezeigteAlsCsv() {
+std::optional<QByteArray> DB::alsCsv(const std::vector<qint64>& ids) {
     const Texte& texte = umgebung_.texte;
     const Ergebnistabelle tabelle(umgebung_.DatenbankPfad);
-    const std::vector<qint64> ids =
-        tabelle.zeilenfolge(wahl_.datenquelle(), txt_Suche_->text().trimmed());
     const QString zahl = QString::number(ids.size());
     auto fortschritt = std::make_unique<Fortschritt>(
         this, texte(Meldung::Exportieren), texte(Text::Abbrechen), static_cast<int>(ids.size()));
@@ -222,7 +223,12 @@ std::optional<QByteArray> DB::gezeigteAlsCsv() {
 }
 
 void DB::löscheZeile() {
-    const int zeile = grid_->currentIndex().row();
+    const QList<int> gewählte = gewählteZeilen();
+    if (gewählte.size() > 1) {
+        löscheMehrere(gewählte);
+        return;
+    }
+    const int zeile = gewählte.value(0, grid_->currentIndex().row());
     if (zeile < 0) {
         return;
     }
@@ -236,8 +242,10 @@ void DB::löscheZeile() {
         meldeFehler(fehler);
         return;
     }
+    stand_ = dateistände();
+    gesamt_.reset();
     grid_->wähleZeile(std::min(zeile, modell_.rowCount() - 1));
-    zeigeStand();
+    ladeRest();
 }
 
 } // namespace tarvel

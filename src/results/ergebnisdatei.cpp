@@ -143,6 +143,15 @@ bool istCodepage1252(QByteArrayView bytes, const QString& utf8) {
            !angefangen.contains(bytes.back());
 }
 
+/// A number and the same with blanks at its end are one; of blanks alone all stay.
+QString ohneEndblanks(const QString& nummer) {
+    qsizetype ende = nummer.size();
+    while (ende > 0 && nummer.at(ende - 1) == u' ') {
+        --ende;
+    }
+    return ende > 0 ? nummer.first(ende) : nummer;
+}
+
 struct Index {
     const char* name;
     const char* führend;
@@ -268,14 +277,16 @@ void Ergebnisdatei::vergleicheMitUmlauten() {
     registriereLIKE(verbindung_);
 }
 
-std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
+std::vector<Fundstelle> Ergebnisdatei::finde(const QString& gesucht) {
+    const QString nummer = ohneEndblanks(gesucht);
     const auto anders = std::find_if(nummer.begin(), nummer.end(),
                                      [](QChar c) { return c.unicode() >= 0x80 || c.isNull(); });
     // The engine compares only ASCII letters without regard to case, and nothing behind a zero.
     // Those in front keep the index in use; the rest is compared here.
     const std::string muster =
         anders == nummer.end()
-            ? likeWörtlich(nummer)
+            ? likeWörtlich(nummer) + " OR U_NR LIKE " +
+                  gequotet(ohnePlatzhalter(nummer) + u" %"_s) + " ESCAPE '\\'"
             : gequotet(ohnePlatzhalter(nummer.left(anders - nummer.begin())) + u'%') +
                   " ESCAPE '\\'";
     SQLite::Statement kandidaten(
@@ -285,7 +296,7 @@ std::vector<Fundstelle> Ergebnisdatei::finde(const QString& nummer) {
     while (kandidaten.executeStep()) {
         ++anzahl;
         Fundstelle stelle{kandidaten.getColumn(0).getInt64(), spaltentext(kandidaten.getColumn(1))};
-        if (stelle.U_NR.text.compare(nummer, Qt::CaseInsensitive) == 0) {
+        if (ohneEndblanks(stelle.U_NR.text).compare(nummer, Qt::CaseInsensitive) == 0) {
             gefunden.push_back(std::move(stelle));
         }
     }

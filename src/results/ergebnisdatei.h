@@ -54,7 +54,8 @@ public:
     /// From here on LIKE on this file knows umlauts; see registriereLIKE.
     void vergleicheMitUmlauten();
 
-    /// The rows of that number in every spelling that differs only in case, umlauts included.
+    /// The rows of that number in every spelling that differs only in case, umlauts included, or in
+    /// blanks at its end.
     [[nodiscard]] std::vector<Fundstelle> finde(const QString& nummer);
 
     /// Throws Datenbankfehler when the table or one of its columns is missing.

@@ -4,16 +4,20 @@
 
 #include <QAbstractItemDelegate>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <QToolTip>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace tarvel {
 
@@ -21,25 +25,36 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Offers the words of a column that has such, and shows a text that is cut as a tool tip.
+/// Columns of names take what room is left.
+constexpr Ergebnisspalte Dehnbare[] = {Ergebnisspalte::Züchter, Ergebnisspalte::Besitzer,
+                                       Ergebnisspalte::Begattung, Ergebnisspalte::Königin};
+
+/// Offers the words of a column that has such, limits what is typed, and shows a text that is cut
+/// as a tool tip.
 class Zellendelegat : public QStyledItemDelegate {
 public:
     Zellendelegat(const Texte& texte, QObject* parent)
         : QStyledItemDelegate(parent)
         , texte_(texte) {}
 
+    void setzeRassen(const QStringList& rassen) { rassen_ = rassen; }
+
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override {
         const auto spalte = static_cast<Ergebnisspalte>(index.column());
-        const QStringList worte = spaltenworte(texte_, spalte);
+        const QStringList worte =
+            spalte == Ergebnisspalte::Rasse ? rassen_ : spaltenworte(texte_, spalte);
         if (worte.isEmpty()) {
             QWidget* feld = QStyledItemDelegate::createEditor(parent, option, index);
             feld->setAccessibleName(spaltentitel(texte_, spalte));
+            if (auto* zeile = qobject_cast<QLineEdit*>(feld)) {
+                // What another program stored must not be cut by looking at it.
+                const qsizetype steht = index.data(Qt::EditRole).toString().size();
+                zeile->setMaxLength(std::max(spaltenbreite(spalte), static_cast<int>(steht)));
+            }
             return feld;
         }
         auto* auswahl = new QComboBox(parent);
-        auswahl->setEditable(true);
-        auswahl->setInsertPolicy(QComboBox::NoInsert);
         auswahl->addItems(worte);
         auswahl->view()->setMinimumWidth(auswahl->sizeHint().width()); // the column may be narrower
         auswahl->setAccessibleName(spaltentitel(texte_, spalte));
@@ -47,12 +62,39 @@ public:
     }
 
     void setEditorData(QWidget* editor, const QModelIndex& index) const override {
-        if (auto* auswahl = qobject_cast<QComboBox*>(editor)) {
-            auswahl->setEditText(index.data(Qt::EditRole).toString());
-            auswahl->lineEdit()->selectAll(); // typing replaces the word
+        auto* auswahl = qobject_cast<QComboBox*>(editor);
+        if (auswahl == nullptr) {
+            QStyledItemDelegate::setEditorData(editor, index);
             return;
         }
-        QStyledItemDelegate::setEditorData(editor, index);
+        const QString wort = index.data(Qt::EditRole).toString();
+        int stelle = auswahl->findText(wort, Qt::MatchFixedString);
+        if (stelle < 0) { // a word of another language or program stays until another is chosen
+            auswahl->insertItem(0, wort);
+            stelle = 0;
+        }
+        auswahl->setCurrentIndex(stelle);
+    }
+
+    void setModelData(QWidget* editor, QAbstractItemModel* model,
+                      const QModelIndex& index) const override {
+        if (const auto* auswahl = qobject_cast<QComboBox*>(editor)) {
+            model->setData(index, auswahl->currentText(), Qt::EditRole);
+            return;
+        }
+        QStyledItemDelegate::setModelData(editor, model, index);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        // Another window, or a menu, is no end of what is being typed.
+        if (event->type() == QEvent::FocusOut) {
+            const Qt::FocusReason grund = static_cast<QFocusEvent*>(event)->reason();
+            if (grund == Qt::ActiveWindowFocusReason || grund == Qt::PopupFocusReason ||
+                grund == Qt::MenuBarFocusReason) {
+                return false;
+            }
+        }
+        return QStyledItemDelegate::eventFilter(watched, event);
     }
 
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
@@ -69,6 +111,7 @@ public:
 
 private:
     const Texte& texte_;
+    QStringList rassen_;
 };
 
 } // namespace
@@ -78,7 +121,7 @@ Ergebnisgitter::Ergebnisgitter(const Texte& texte, QWidget* parent)
     setItemDelegate(new Zellendelegat(texte, this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
-    setEditTriggers(EditKeyPressed | AnyKeyPressed | SelectedClicked);
+    setEditTriggers(EditKeyPressed | SelectedClicked);
     setTabKeyNavigation(false);
     setAlternatingRowColors(true);
     setWordWrap(false);
@@ -88,7 +131,14 @@ Ergebnisgitter::Ergebnisgitter(const Texte& texte, QWidget* parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setSectionsClickable(true);
+    horizontalHeader()->setSortIndicatorShown(true);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int spalte, int /*bisher*/, int breite) {
+                if (!verteilt_ && breite > 0 && spalte < eigene_.size()) {
+                    eigene_[spalte] = breite;
+                }
+            });
     horizontalHeader()->setDefaultAlignment(Qt::AlignCenter | Qt::Alignment(Qt::TextWordWrap));
     connect(this, &QTableView::doubleClicked, this, [this] {
         if (öffnen_) {
@@ -134,9 +184,85 @@ void Ergebnisgitter::richteSpaltenEin(const QList<int>& breiten, const QList<QSt
     verticalHeader()->setDefaultSectionSize(höhe + Luft);
     horizontalHeader()->setMinimumSectionSize(höhe);
     horizontalHeader()->setFixedHeight(2 * höhe + Luft); // a heading may take two lines
-    for (int spalte = 0; spalte < breiten.size(); ++spalte) {
-        setColumnWidth(spalte, pixel(breiten.at(spalte)));
+    übliche_.clear();
+    for (const int breite : breiten) {
+        übliche_ << pixel(breite);
     }
+    eigene_ = QList<int>(breiten.size(), 0);
+    verteileBreiten();
+}
+
+QList<int> Ergebnisgitter::eigeneBreiten() const {
+    QList<int> breiten = eigene_;
+    for (int spalte = 0; spalte < breiten.size(); ++spalte) {
+        if (isColumnHidden(spalte)) {
+            breiten[spalte] = -1;
+        }
+    }
+    return breiten;
+}
+
+void Ergebnisgitter::setzeEigeneBreiten(const QList<int>& breiten) {
+    constexpr int Schmalste = 20;
+    constexpr int Breiteste = 2000;
+    for (int spalte = 0; spalte < std::min(breiten.size(), eigene_.size()); ++spalte) {
+        const int breite = breiten.at(spalte);
+        eigene_[spalte] = breite <= 0 ? 0 : std::clamp(breite, Schmalste, Breiteste);
+        setColumnHidden(spalte, breite < 0 && spalte >= ErsteZusatzspalte);
+    }
+    verteileBreiten();
+}
+
+void Ergebnisgitter::zeigeSpalte(int spalte, bool zeigen) {
+    setColumnHidden(spalte, !zeigen);
+    verteileBreiten();
+    if (zeigen) {
+        scrollTo(model()->index(std::max(0, currentIndex().row()), spalte));
+    }
+}
+
+void Ergebnisgitter::setzeRassen(const QStringList& rassen) {
+    static_cast<Zellendelegat*>(itemDelegate())->setzeRassen(rassen);
+}
+
+/// What is left of the window goes to the names, in the proportion of their widths.
+void Ergebnisgitter::verteileBreiten() {
+    verteilt_ = true;
+    int belegt = 0;
+    int dehnbar = 0;
+    const auto grundbreite = [this](int spalte) {
+        return eigene_.at(spalte) > 0 ? eigene_.at(spalte) : übliche_.at(spalte);
+    };
+    for (int spalte = 0; spalte < übliche_.size(); ++spalte) {
+        belegt += isColumnHidden(spalte) ? 0 : grundbreite(spalte);
+    }
+    for (const Ergebnisspalte spalte : Dehnbare) {
+        const auto stelle = static_cast<int>(spalte);
+        dehnbar += stelle < eigene_.size() && eigene_.at(stelle) == 0 ? übliche_.at(stelle) : 0;
+    }
+    // The place of a scroll bar that is not needed is none to be given away.
+    int frei = viewport()->width() - belegt;
+    frei = frei > 2 * verticalScrollBar()->sizeHint().width() && dehnbar > 0 ? frei : 0;
+    for (int spalte = 0; spalte < übliche_.size(); ++spalte) {
+        int breite = grundbreite(spalte);
+        const bool nimmt = std::find(std::begin(Dehnbare), std::end(Dehnbare),
+                                     static_cast<Ergebnisspalte>(spalte)) != std::end(Dehnbare);
+        if (frei > 0 && nimmt && eigene_.at(spalte) == 0) {
+            const int anteil = frei * breite / dehnbar;
+            frei -= anteil;
+            dehnbar -= breite;
+            breite += anteil;
+        }
+        if (!isColumnHidden(spalte)) {
+            setColumnWidth(spalte, breite);
+        }
+    }
+    verteilt_ = false;
+}
+
+void Ergebnisgitter::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    verteileBreiten();
 }
 
 void Ergebnisgitter::nachMalen(std::function<void()> handlung) {
@@ -150,8 +276,9 @@ void Ergebnisgitter::setzeLeertext(const QString& text) {
     viewport()->update();
 }
 
-void Ergebnisgitter::wähleZeile(int zeile) {
-    const QModelIndex ziel = model()->index(zeile, std::max(0, currentIndex().column()));
+void Ergebnisgitter::wähleZeile(int zeile, int spalte) {
+    const QModelIndex ziel =
+        model()->index(zeile, std::max(0, spalte < 0 ? currentIndex().column() : spalte));
     if (ziel.isValid()) {
         // Whatever key is down meanwhile, such as Ctrl of the command that opened the list.
         selectionModel()->setCurrentIndex(ziel, QItemSelectionModel::ClearAndSelect |
@@ -160,11 +287,72 @@ void Ergebnisgitter::wähleZeile(int zeile) {
     }
 }
 
+void Ergebnisgitter::wähleZeilen(const QList<int>& zeilen, int spalte) {
+    if (zeilen.isEmpty()) {
+        return;
+    }
+    wähleZeile(zeilen.first(), spalte);
+    QItemSelection alle;
+    for (const int zeile : zeilen) {
+        const QModelIndex erste = model()->index(zeile, 0);
+        alle.merge({erste, erste}, QItemSelectionModel::Select);
+    }
+    selectionModel()->select(alle, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+}
+
+void Ergebnisgitter::selectAll() {
+    if (model()->canFetchMore({})) {
+        model()->fetchMore({});
+    }
+    QTableView::selectAll();
+}
+
+bool Ergebnisgitter::bearbeitet() const {
+    return bearbeitet_.isValid() && indexWidget(bearbeitet_) != nullptr;
+}
+
+void Ergebnisgitter::beginneEingabe() {
+    if (bearbeitet()) {
+        kehreZurEingabe();
+    } else if (currentIndex().isValid()) {
+        setFocus();
+        edit(currentIndex(), EditKeyPressed, nullptr);
+    }
+}
+
 void Ergebnisgitter::beendeEingabe() {
-    if (QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr) {
+    if (bearbeitet()) {
+        QWidget* editor = indexWidget(bearbeitet_);
         commitData(editor);
         closeEditor(editor, QAbstractItemDelegate::NoHint);
     }
+}
+
+void Ergebnisgitter::kehreZurEingabe() {
+    if (bearbeitet()) {
+        QWidget* editor = indexWidget(bearbeitet_);
+        setCurrentIndex(bearbeitet_);
+        editor->setFocus();
+    }
+}
+
+void Ergebnisgitter::verwirfEingabe() {
+    if (bearbeitet()) {
+        closeEditor(indexWidget(bearbeitet_), QAbstractItemDelegate::RevertModelCache);
+    }
+}
+
+void Ergebnisgitter::commitData(QWidget* editor) {
+    abgelehnt_ = false;
+    QTableView::commitData(editor);
+}
+
+void Ergebnisgitter::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    if (std::exchange(abgelehnt_, false) && hint != QAbstractItemDelegate::RevertModelCache) {
+        return;
+    }
+    bearbeitet_ = QPersistentModelIndex();
+    QTableView::closeEditor(editor, hint);
 }
 
 void Ergebnisgitter::keyPressEvent(QKeyEvent* event) {
@@ -172,7 +360,7 @@ void Ergebnisgitter::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         // While a cell is edited, the key is that of its editor.
-        if (state() != EditingState && öffnen_) {
+        if (!bearbeitet() && öffnen_) {
             öffnen_();
         }
         event->accept();
@@ -189,8 +377,17 @@ void Ergebnisgitter::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Backspace:
         return; // would begin to edit the cell
     default:
-        QTableView::keyPressEvent(event);
+        break;
     }
+    constexpr Qt::KeyboardModifiers Befehl =
+        Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const QString text = event->text();
+    if (suche_ && !bearbeitet() && !text.trimmed().isEmpty() && text.front().isPrint() &&
+        (event->modifiers() & Befehl) == 0) {
+        suche_(text);
+        return;
+    }
+    QTableView::keyPressEvent(event);
 }
 
 void Ergebnisgitter::mousePressEvent(QMouseEvent* event) {
@@ -201,16 +398,15 @@ void Ergebnisgitter::mousePressEvent(QMouseEvent* event) {
 }
 
 bool Ergebnisgitter::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
-    // A click on another cell of the selected row only goes there, and the blank of a key pressed
-    // by mistake must not replace a text.
+    // A click on another cell of the selected row only goes there.
     if (trigger == SelectedClicked && !nochmalGeklickt_) {
         return false;
     }
-    if (trigger == AnyKeyPressed && event != nullptr && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->text().trimmed().isEmpty()) {
-        return false;
+    const bool beginnt = QTableView::edit(index, trigger, event);
+    if (beginnt && state() == EditingState) {
+        bearbeitet_ = index;
     }
-    return QTableView::edit(index, trigger, event);
+    return beginnt;
 }
 
 void Ergebnisgitter::paintEvent(QPaintEvent* event) {

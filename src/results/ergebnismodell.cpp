@@ -1,6 +1,6 @@
 #include "results/ergebnismodell.h"
 
-#include "platform/zahlen.h"
+#include "measure/statistik.h"
 #include "results/untersuchungssatz.h"
 
 #include <QDate>
@@ -16,6 +16,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Blöcke = 64; // pages that are kept
+constexpr int Gruppe = 16; // rows whose long texts are read together, about half a screen
+constexpr int Gruppen = 256;
 
 bool istZentriert(Ergebnisspalte spalte) {
     switch (spalte) {
@@ -24,6 +26,11 @@ bool istZentriert(Ergebnisspalte spalte) {
     case Ergebnisspalte::Geschlecht:
     case Ergebnisspalte::Entspricht:
     case Ergebnisspalte::Rasse:
+    case Ergebnisspalte::Flügel:
+    case Ergebnisspalte::MittelCI:
+    case Ergebnisspalte::MittelHI:
+    case Ergebnisspalte::MittelDV:
+    case Ergebnisspalte::Auflösung:
         return true;
     default:
         return false;
@@ -54,11 +61,13 @@ QString dreistellig(const QString& nummer) {
 Ergebnismodell::Ergebnismodell(const Texte& texte, QObject* parent)
     : QAbstractTableModel(parent)
     , texte_(texte)
-    , blöcke_(Blöcke) {}
+    , blöcke_(Blöcke)
+    , zusätze_(Gruppen) {}
 
 void Ergebnismodell::vergiss() {
     ids_.clear();
     blöcke_.clear();
+    zusätze_.clear();
     vollständig_ = true;
     gestört_ = false;
 }
@@ -69,23 +78,29 @@ void Ergebnismodell::leere() {
     endResetModel();
 }
 
-void Ergebnismodell::zeige(const QString& datei, const QString& datenquelle,
-                           const QString& suchtext) {
+void Ergebnismodell::zeige(const QString& datei, const Zeilenwahl& wahl, const Sieb& sieb) {
     beginResetModel();
     vergiss();
     tabelle_ = Ergebnistabelle(datei);
-    datenquelle_ = datenquelle;
-    suchtext_ = suchtext;
+    wahl_ = wahl;
     try {
-        const std::vector<Zeile> seite = tabelle_.zeilen(datenquelle, suchtext, Seite);
-        auto erster = std::make_unique<Block>();
-        for (const Zeile& zeile : seite) {
-            ids_.push_back(zeile.id);
-            erster->emplace_back(zeile);
+        if (sieb || wahl.brauchtAlle()) {
+            std::vector<qint64> alle = tabelle_.zeilenfolge(wahl);
+            if (sieb && !sieb(alle)) {
+                alle.clear();
+            }
+            ids_ = std::move(alle);
+        } else {
+            auto erster = std::make_unique<Block>();
+            for (const Zeile& zeile : tabelle_.zeilen(wahl, Seite)) {
+                ids_.push_back(zeile.id);
+                erster->emplace_back(zeile);
+            }
+            vollständig_ = ids_.size() < Seite;
+            blöcke_.insert(0, erster.release());
         }
-        vollständig_ = ids_.size() < Seite;
-        blöcke_.insert(0, erster.release());
     } catch (...) {
+        vergiss();
         endResetModel();
         throw;
     }
@@ -103,7 +118,7 @@ void Ergebnismodell::fetchMore(const QModelIndex& parent) {
     }
     std::vector<qint64> alle;
     try {
-        alle = tabelle_.zeilenfolge(datenquelle_, suchtext_);
+        alle = tabelle_.zeilenfolge(wahl_);
     } catch (const Datenbankfehler& fehler) {
         gestört_ = true;
         melde(fehler);
@@ -166,6 +181,62 @@ const Ergebnismodell::Zeile* Ergebnismodell::zeile(int nummer) const {
     return stelle ? &*stelle : nullptr;
 }
 
+std::optional<Ergebnismodell::Zeile> Ergebnismodell::gezeigte(int nummer) const {
+    const Zeile* gesucht = zeile(nummer);
+    return gesucht == nullptr ? std::nullopt : std::optional(*gesucht);
+}
+
+Ergebnismodell::Zusatz Ergebnismodell::zusatzVon(const Ergebnissatz& satz) const {
+    const GeleseneUntersuchung gelesen =
+        untersuchungAus(satz, {.texte = texte_, .format = format_, .rassen = {}});
+    const auto mittel = [&](float Chartwerte::*größe, QStringView muster) {
+        const auto k = kennzahlen(werte(gelesen.reihe, größe));
+        return k ? Format(k->mittelwert, muster, format_) : QString();
+    };
+    const QString prozent = satz.PROZENT.trimmed();
+    return {satz.VOLK.trimmed(),
+            QString::number(satz.CI.count(u'#')),
+            mittel(&Chartwerte::CI, u"0.00"),
+            mittel(&Chartwerte::HI, u"0.000"),
+            mittel(&Chartwerte::DV, u"+0.0;-0.0"),
+            prozent.left(std::max<qsizetype>(prozent.lastIndexOf(u';'), 0)),
+            gelesen.auflösung ? QString::number(*gelesen.auflösung) + u" dpi"_s : QString()};
+}
+
+/// Read when they are looked at, with those around them: they lie in the long texts.
+QString Ergebnismodell::zusatz(int zeile, int stelle) const {
+    const int gruppe = zeile / Gruppe;
+    const std::vector<Zusatz>* werte = zusätze_.object(gruppe);
+    if (werte == nullptr) {
+        if (gestört_) {
+            return {};
+        }
+        const auto anfang = static_cast<std::size_t>(gruppe) * Gruppe;
+        const std::size_t ende = std::min(anfang + Gruppe, ids_.size());
+        auto neu = std::make_unique<std::vector<Zusatz>>();
+        try {
+            for (std::size_t i = anfang; i < ende; ++i) {
+                Zusatz& einer = neu->emplace_back();
+                tabelle_.sätze(
+                    {ids_[i]},
+                    [&](const Ergebnissatz& satz) {
+                        einer = zusatzVon(satz);
+                        return true;
+                    },
+                    [](const QString&) {}); // too large to be read: nothing is said of it
+            }
+        } catch (const Datenbankfehler& fehler) {
+            gestört_ = true;
+            melde(fehler);
+            return {};
+        }
+        zusätze_.insert(gruppe, neu.release());
+        werte = zusätze_.object(gruppe);
+    }
+    const auto ort = static_cast<std::size_t>(zeile % Gruppe);
+    return ort < werte->size() ? (*werte)[ort].at(static_cast<std::size_t>(stelle)) : QString();
+}
+
 QString Ergebnismodell::nummer(int nummer) const {
     const Zeile* gesucht = zeile(nummer);
     return gesucht == nullptr ? QString() : gesucht->werte.front();
@@ -176,7 +247,7 @@ int Ergebnismodell::rowCount(const QModelIndex& parent) const {
 }
 
 int Ergebnismodell::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : Ergebnistabelle::Spaltenzahl;
+    return parent.isValid() ? 0 : AnzahlErgebnisspalten;
 }
 
 QString Ergebnismodell::anzeige(const QString& wert, Ergebnisspalte spalte) const {
@@ -203,6 +274,9 @@ QVariant Ergebnismodell::data(const QModelIndex& index, int role) const {
     }
     if (role != Qt::DisplayRole && role != Qt::EditRole) {
         return {};
+    }
+    if (index.column() >= ErsteZusatzspalte) {
+        return zusatz(index.row(), index.column() - ErsteZusatzspalte);
     }
     const Zeile* gezeigt = zeile(index.row());
     if (gezeigt == nullptr) {
@@ -231,12 +305,20 @@ QVariant Ergebnismodell::headerData(int section, Qt::Orientation orientation, in
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < columnCount()) {
         return spaltentitel(texte_, static_cast<Ergebnisspalte>(section));
     }
+    if (orientation == Qt::Horizontal && role == Qt::ToolTipRole) {
+        return texte_(section < ErsteZusatzspalte ? Meldung::TippSpaltenkopf
+                                                  : Meldung::TippSpaltenkopfOhneSortieren);
+    }
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 
 Qt::ItemFlags Ergebnismodell::flags(const QModelIndex& index) const {
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.isValid() ? flags | Qt::ItemIsEditable | Qt::ItemNeverHasChildren : flags;
+    if (!index.isValid()) {
+        return flags;
+    }
+    return flags | Qt::ItemNeverHasChildren |
+           (index.column() < ErsteZusatzspalte ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }
 
 void Ergebnismodell::melde(const Datenbankfehler& fehler) const {
@@ -245,8 +327,23 @@ void Ergebnismodell::melde(const Datenbankfehler& fehler) const {
     }
 }
 
+/// What stands in the columns of a row that differ from what was shown.
+QString Ergebnismodell::unterschied(const Zeile& alt, const Zeile& jetzt) const {
+    QString text = texte_(Meldung::ZeileFremdGeändert).arg(alt.werte.front().trimmed());
+    for (int i = 0; i < Ergebnistabelle::Spaltenzahl; ++i) {
+        const auto stelle = static_cast<std::size_t>(i);
+        if (alt.werte.at(stelle) != jetzt.werte.at(stelle)) {
+            const auto spalte = static_cast<Ergebnisspalte>(i);
+            text += u'\n' + spaltentitel(texte_, spalte) + u": "_s +
+                    anzeige(jetzt.werte.at(stelle), spalte);
+        }
+    }
+    return text;
+}
+
 bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, int role) {
-    const Zeile* gezeigt = role == Qt::EditRole ? zeile(index.row()) : nullptr;
+    const Zeile* gezeigt =
+        role == Qt::EditRole && index.column() < ErsteZusatzspalte ? zeile(index.row()) : nullptr;
     if (gezeigt == nullptr || value.toString().trimmed() == data(index, role).toString()) {
         return false;
     }
@@ -264,16 +361,38 @@ bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, in
     if (vorÄnderung_) {
         vorÄnderung_(neu);
     }
-    bool gelungen = true;
+    if (spalte == Ergebnisspalte::Geschlecht && vorTierwechsel_) {
+        switch (vorTierwechsel_(alt.werte.front(), wert)) {
+        case Wortwechsel::Schreiben:
+            break;
+        case Wortwechsel::Erledigt:
+            frische(index.row());
+            return true;
+        case Wortwechsel::Ablehnen:
+            return false;
+        }
+    }
     try {
         tabelle_.ändere(alt, neu);
+    } catch (const Ergebnistabelle::Zeilenkonflikt& konflikt) {
+        blöcke_.remove(index.row() / Seite); // the next attempt starts from what stands there now
+        if (beiFehler_) {
+            beiFehler_(Fremdgeändert, unterschied(alt, konflikt.jetzt()));
+        }
+        return false;
     } catch (const Datenbankfehler& fehler) {
-        gelungen = false;
         melde(fehler);
+        return false;
     }
-    blöcke_.remove(index.row() / Seite); // what the file holds now is shown
-    Q_EMIT dataChanged(index.siblingAtColumn(0), index.siblingAtColumn(columnCount() - 1));
-    return gelungen;
+    frische(index.row());
+    return true;
+}
+
+/// What the file holds now of a row is shown.
+void Ergebnismodell::frische(int zeile) {
+    blöcke_.remove(zeile / Seite);
+    zusätze_.remove(zeile / Gruppe);
+    Q_EMIT dataChanged(index(zeile, 0), index(zeile, columnCount() - 1));
 }
 
 void Ergebnismodell::lösche(int zeile) {
@@ -285,6 +404,7 @@ void Ergebnismodell::lösche(int zeile) {
     beginRemoveRows({}, zeile, zeile);
     ids_.erase(ids_.begin() + zeile);
     blöcke_.clear(); // every row behind it moves up
+    zusätze_.clear();
     endRemoveRows();
 }
 

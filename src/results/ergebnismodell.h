@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lang/texte.h"
+#include "platform/zahlen.h"
 #include "results/datenbankfehler.h"
 #include "results/ergebnistabelle.h"
 #include "results/zeileneingabe.h"
@@ -8,6 +9,7 @@
 #include <QAbstractTableModel>
 #include <QCache>
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -32,11 +34,24 @@ public:
     /// the user.
     using Fehlerempfänger = std::function<void(int DataErr, const QString& text)>;
     static constexpr int Einwand = -1;
+    /// Another program has changed the row; the text says what stands in it now.
+    static constexpr int Fremdgeändert = -2;
     void beiFehler(Fehlerempfänger empfänger) { beiFehler_ = std::move(empfänger); }
 
-    /// Shows the rows of @p datenquelle, with @p suchtext only those that contain it. Throws
-    /// Datenbankfehler; no row is shown then.
-    void zeige(const QString& datei, const QString& datenquelle, const QString& suchtext);
+    /// What a change of a word asks for before it is written, and does in place of it.
+    enum class Wortwechsel { Schreiben, Erledigt, Ablehnen };
+    /// Called with the number of an examination whose caste is to change to @p wort. Must not wait
+    /// for the user.
+    using Wortprüfer = std::function<Wortwechsel(const QString& nummer, const QString& wort)>;
+    void vorTierwechsel(Wortprüfer prüfer) { vorTierwechsel_ = std::move(prüfer); }
+
+    /// How the columns on demand write numbers.
+    void setzeFormat(const Zahlenformat& format) { format_ = format; }
+
+    /// Narrows the rows further once all their places are known. False when the user stopped it.
+    using Sieb = std::function<bool(std::vector<qint64>&)>;
+    /// Shows the rows of @p wahl that @p sieb leaves. Throws Datenbankfehler; no row is shown then.
+    void zeige(const QString& datei, const Zeilenwahl& wahl, const Sieb& sieb = {});
 
     /// Shows no row.
     void leere();
@@ -47,6 +62,10 @@ public:
     [[nodiscard]] QString nummer(int zeile) const;
     /// Place of a row in the file.
     [[nodiscard]] qint64 id(int zeile) const { return ids_.at(static_cast<std::size_t>(zeile)); }
+    /// The places of the rows that are known, in their order.
+    [[nodiscard]] const std::vector<qint64>& ids() const { return ids_; }
+    /// A row as it was read; nothing when it has gone.
+    [[nodiscard]] std::optional<Zeile> gezeigte(int zeile) const;
     /// Whether a row is still there and can be read.
     [[nodiscard]] bool istVorhanden(int zeile) const { return this->zeile(zeile) != nullptr; }
     /// Deletes a row from the file. Throws Datenbankfehler; the row stays then.
@@ -71,20 +90,28 @@ private:
     [[nodiscard]] const Zeile* zeile(int nummer) const;
     [[nodiscard]] const Block* block(int nummer) const;
     [[nodiscard]] QString anzeige(const QString& wert, Ergebnisspalte spalte) const;
+    /// What the columns on demand say of a row.
+    using Zusatz = std::array<QString, AnzahlZusatzspalten>;
+    [[nodiscard]] QString zusatz(int zeile, int stelle) const;
+    [[nodiscard]] Zusatz zusatzVon(const Ergebnissatz& satz) const;
+    [[nodiscard]] QString unterschied(const Zeile& alt, const Zeile& jetzt) const;
     /// What the word about the verdict of a row does not tell.
     [[nodiscard]] QVariant tipp(int nummer) const;
     void vergiss();
+    void frische(int zeile);
     void melde(const Datenbankfehler& fehler) const;
 
     const Texte& texte_;
     std::function<void(Zeile&)> vorÄnderung_;
     Fehlerempfänger beiFehler_;
     Ergebnistabelle tabelle_{QString()};
-    QString datenquelle_;
-    QString suchtext_;
+    Wortprüfer vorTierwechsel_;
+    Zahlenformat format_;
+    Zeilenwahl wahl_;
     std::vector<qint64> ids_;
     bool vollständig_ = true;
     mutable QCache<int, Block> blöcke_;
+    mutable QCache<int, std::vector<Zusatz>> zusätze_; ///< groups of rows
     mutable bool gestört_ =
         false; ///< reading failed: not tried anew with every cell that is painted
 };

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <span>
 
 namespace tarvel {
@@ -83,56 +82,19 @@ bool trifft(Ergebnisdatei& datei, const std::string& bedingung) {
                .getInt() != 0;
 }
 
-/// The record source with the place of each row, in an order that is the same every time.
-std::string mitId(const QString& datenquelle, const std::string& platz) {
-    constexpr QStringView alles = u"SELECT * FROM Ergebnisse";
-    if (!datenquelle.startsWith(alles)) {
-        throw std::invalid_argument("no record source of the table");
-    }
-    QString sql = u"SELECT "_s + QString::fromStdString(platz) + u" AS id, * FROM Ergebnisse"_s +
-                  datenquelle.mid(alles.size());
-    if (sql.contains(u" ORDER BY "_s)) { // exactly as the indexes are sorted
-        sql = sql.trimmed();
-        if (!sql.endsWith(u"DATUM"_s)) {
-            sql += u" COLLATE NOCASE"_s;
-        }
-        if (!sql.endsWith(u"U_NR COLLATE NOCASE"_s)) {
-            sql += u", U_NR COLLATE NOCASE"_s;
-        }
-    }
-    return sql.toStdString();
-}
-
-std::string spaltenliste() {
-    QString liste;
+Ergebnistabelle::Zeile liesZeile(Ergebnisdatei& datei, qint64 id) {
+    std::string liste;
     for (const QStringView spalte : gezeigt) {
-        liste += u", "_s;
-        liste += spalte;
+        liste += (liste.empty() ? "" : ", ") + spalte.toString().toStdString();
     }
-    return liste.toStdString();
-}
-
-/// Only what the statement names is read, never the long texts.
-SQLite::Statement auswahl(Ergebnisdatei& datei, const std::string& spalten,
-                          const QString& datenquelle, const QString& suchtext, int höchstens) {
-    datei.vergleicheMitUmlauten();
-    std::string sql = "SELECT id" + spalten + " FROM (" + mitId(datenquelle, datei.platz()) + ")";
-    if (!suchtext.isEmpty()) {
-        sql += " WHERE U_NR LIKE ?1 ESCAPE '\\' OR Z_NAME LIKE ?1 ESCAPE '\\'"
-               " OR B_NAME LIKE ?1 ESCAPE '\\' OR VOLK LIKE ?1 ESCAPE '\\'";
-    }
-    SQLite::Statement anweisung(datei.verbindung(), sql + " LIMIT " + std::to_string(höchstens));
-    if (!suchtext.isEmpty()) {
-        binde(anweisung, 1, u'%' + ohnePlatzhalter(suchtext) + u'%');
-    }
-    return anweisung;
-}
-
-Ergebnistabelle::Zeile zeile(SQLite::Statement& anweisung) {
-    Ergebnistabelle::Zeile zeile;
-    zeile.id = anweisung.getColumn(0).getInt64();
-    for (int i = 0; i < Ergebnistabelle::Spaltenzahl; ++i) {
-        zeile.werte.at(i) = text(anweisung.getColumn(i + 1));
+    SQLite::Statement abfrage(datei.verbindung(), "SELECT " + liste + " FROM Ergebnisse WHERE " +
+                                                      datei.platz() + " = ?");
+    abfrage.bind(1, static_cast<int64_t>(id));
+    Ergebnistabelle::Zeile zeile{.id = id, .werte = {}};
+    if (abfrage.executeStep()) {
+        for (size_t i = 0; i < gezeigt.size(); ++i) {
+            zeile.werte.at(i) = text(abfrage.getColumn(static_cast<int>(i)));
+        }
     }
     return zeile;
 }
@@ -319,50 +281,6 @@ const std::array<QStringView, Ergebnistabelle::Spaltenzahl>& Ergebnistabelle::sp
     return gezeigt;
 }
 
-std::vector<Ergebnistabelle::Zeile>
-Ergebnistabelle::zeilen(const QString& datenquelle, const QString& suchtext, int höchstens) const {
-    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
-        auto anweisung = auswahl(datei, spaltenliste(), datenquelle, suchtext, höchstens);
-        std::vector<Zeile> ergebnis;
-        while (anweisung.executeStep()) {
-            ergebnis.push_back(zeile(anweisung));
-        }
-        return ergebnis;
-    });
-}
-
-std::vector<qint64> Ergebnistabelle::zeilenfolge(const QString& datenquelle,
-                                                 const QString& suchtext) const {
-    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
-        constexpr int alle = std::numeric_limits<int>::max();
-        auto anweisung = auswahl(datei, {}, datenquelle, suchtext, alle);
-        std::vector<qint64> ergebnis;
-        while (anweisung.executeStep()) {
-            ergebnis.push_back(anweisung.getColumn(0).getInt64());
-        }
-        return ergebnis;
-    });
-}
-
-std::vector<Ergebnistabelle::Zeile> Ergebnistabelle::zeilen(const std::vector<qint64>& ids) const {
-    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
-        SQLite::Transaction lesen(datei.verbindung());
-        SQLite::Statement anweisung(datei.verbindung(), "SELECT " + datei.platz() + spaltenliste() +
-                                                            " FROM Ergebnisse WHERE " +
-                                                            datei.platz() + " = ?");
-        std::vector<Zeile> ergebnis;
-        ergebnis.reserve(ids.size());
-        for (const qint64 id : ids) {
-            anweisung.bind(1, static_cast<int64_t>(id));
-            if (anweisung.executeStep()) {
-                ergebnis.push_back(zeile(anweisung));
-            }
-            anweisung.reset();
-        }
-        return ergebnis;
-    });
-}
-
 void Ergebnistabelle::sätze(const std::vector<qint64>& ids,
                             const std::function<bool(const Ergebnissatz&)>& nimm,
                             const std::function<void(const QString&)>& übergehe) const {
@@ -397,6 +315,9 @@ void Ergebnistabelle::ändere(const Zeile& alt, const Zeile& neu) {
     mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
         prüfeZeile(datei, alt);
+        if (Zeile jetzt = liesZeile(datei, alt.id); jetzt.werte != alt.werte) {
+            throw Zeilenkonflikt(std::move(jetzt));
+        }
         for (const size_t i : geändert) {
             if (i == spalteNummer) {
                 prüfeNummerFrei(datei, neu);

@@ -2,6 +2,7 @@
 
 #include "lang/texte.h"
 #include "results/ergebnissatz.h"
+#include "results/zeilenwahl.h"
 
 #include <QDate>
 #include <QString>
@@ -12,6 +13,8 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace tarvel {
@@ -85,14 +88,19 @@ public:
         std::array<QString, Spaltenzahl> werte;
     };
 
-    /// The first @p höchstens rows of @p datenquelle, a "SELECT * FROM Ergebnisse …". With
-    /// @p suchtext only those that contain it in number, breeder, owner or colony. Texts are sorted
-    /// without regard to the case of ASCII letters, rows that are equal by their number.
+    /// The first @p höchstens rows of @p wahl, a record source or one with a search and more. Texts
+    /// are sorted without regard to case and accents, rows that are equal by their number.
+    [[nodiscard]] std::vector<Zeile> zeilen(const Zeilenwahl& wahl, int höchstens) const;
     [[nodiscard]] std::vector<Zeile> zeilen(const QString& datenquelle, const QString& suchtext,
-                                            int höchstens) const;
-    /// The places of all rows of @p datenquelle in its order.
+                                            int höchstens) const {
+        return zeilen(Zeilenwahl{.datenquelle = datenquelle, .suchtext = suchtext}, höchstens);
+    }
+    /// The places of all rows of @p wahl in its order.
+    [[nodiscard]] std::vector<qint64> zeilenfolge(const Zeilenwahl& wahl) const;
     [[nodiscard]] std::vector<qint64> zeilenfolge(const QString& datenquelle,
-                                                  const QString& suchtext) const;
+                                                  const QString& suchtext) const {
+        return zeilenfolge(Zeilenwahl{.datenquelle = datenquelle, .suchtext = suchtext});
+    }
     /// The rows at @p ids; one that has gone meanwhile is left out.
     [[nodiscard]] std::vector<Zeile> zeilen(const std::vector<qint64>& ids) const;
 
@@ -103,11 +111,41 @@ public:
     void sätze(const std::vector<qint64>& ids, const std::function<bool(const Ergebnissatz&)>& nimm,
                const std::function<void(const QString&)>& übergehe) const;
 
+    /// The place of the row that lade() would give; nullopt when there is none.
+    [[nodiscard]] std::optional<qint64> platz(const QString& nummer) const;
+    /// The years of the dates that stand in the file, the latest first, and OhneSaison where a date
+    /// tells none.
+    [[nodiscard]] QStringList saisons() const;
+    struct Anzahl {
+        QString text;
+        int zeilen = 0;
+    };
+    /// The texts of a column as they are stored, other than blanks, and how many rows have each.
+    [[nodiscard]] std::vector<Anzahl> schreibweisen(int spalte) const;
+    /// The places of the rows with one of @p texte in a column, exactly as they are stored.
+    [[nodiscard]] std::vector<qint64> zeilenMit(int spalte, const QStringList& texte) const;
+    /// Gives the number of measured wings of each row at @p ids to @p nimm, until it returns false;
+    /// 0 for a row that has gone.
+    void flügelzahlen(const std::vector<qint64>& ids,
+                      const std::function<bool(qint64 id, int zahl)>& nimm) const;
+
+    /// Another program has changed a row since it was read; this is how it stands now.
+    class Zeilenkonflikt : public std::runtime_error {
+    public:
+        explicit Zeilenkonflikt(Zeile jetzt)
+            : std::runtime_error("row changed meanwhile")
+            , jetzt_(std::move(jetzt)) {}
+        [[nodiscard]] const Zeile& jetzt() const { return jetzt_; }
+
+    private:
+        Zeile jetzt_;
+    };
+
     /// Writes what differs between @p alt, a row as it was read, and @p neu, all of it or nothing.
     /// Texts are measured against their widths unless only blanks at their ends went; a number must
     /// not exist yet. An empty text is stored as a single blank, an empty date as none; so blank
     /// and empty do not differ. UntersuchungFehlt when the row has gone or its place belongs to
-    /// another number now.
+    /// another number now, Zeilenkonflikt when another text stands in it now.
     void ändere(const Zeile& alt, const Zeile& neu);
     /// Deletes a row as it was read. UntersuchungFehlt as above.
     void lösche(const Zeile& zeile);

@@ -11,20 +11,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The double blanks of the race conditions belong to them.
-QString bedingung(Ergebnisfilter ergebnis) {
-    QString ja = u"ERGEBNIS LIKE 'Ja' OR ERGEBNIS LIKE 'Yes' OR ERGEBNIS LIKE 'Oui'"_s;
-    QString nein = u"ERGEBNIS LIKE 'Nein' OR ERGEBNIS LIKE 'No' OR ERGEBNIS LIKE 'Non'"_s;
-    switch (ergebnis) {
-    case Ergebnisfilter::Ja:
-        return ja;
-    case Ergebnisfilter::Nein:
-        return nein;
-    case Ergebnisfilter::Alle:
-        break;
-    }
-    return ja + u" OR "_s + nein;
-}
-
 QString bedingung(Rassenfilter rasse) {
     switch (rasse) {
     case Rassenfilter::Carnica:
@@ -42,6 +28,28 @@ QString bedingung(Rassenfilter rasse) {
            u"OR  RASSE  LIKE 'Ligustica' OR  RASSE  LIKE 'Carpatica'"_s;
 }
 
+QString ordnung(Sortierung sortierung) {
+    constexpr std::array<QStringView, 5> Spalten = {u"DATUM", u"U_NR", u"ZB_NR", u"Z_NAME",
+                                                    u"B_NAME"};
+    return u"ORDER BY "_s + Spalten.at(static_cast<std::size_t>(sortierung)).toString();
+}
+
+} // namespace
+
+QString bedingung(Ergebnisfilter ergebnis) {
+    QString ja = u"ERGEBNIS LIKE 'Ja' OR ERGEBNIS LIKE 'Yes' OR ERGEBNIS LIKE 'Oui'"_s;
+    QString nein = u"ERGEBNIS LIKE 'Nein' OR ERGEBNIS LIKE 'No' OR ERGEBNIS LIKE 'Non'"_s;
+    switch (ergebnis) {
+    case Ergebnisfilter::Ja:
+        return ja;
+    case Ergebnisfilter::Nein:
+        return nein;
+    case Ergebnisfilter::Alle:
+        break;
+    }
+    return ja + u" OR "_s + nein;
+}
+
 QString bedingung(Geschlechtsfilter geschlecht) {
     QString arbeiter = u"A_D LIKE 'Arbeiter' OR A_D LIKE 'Workers' OR A_D LIKE 'Ouvrières'"_s;
     QString drohnen = u"A_D LIKE 'Drohnen' OR A_D LIKE 'Drones' OR A_D LIKE 'Mâles'"_s;
@@ -55,14 +63,6 @@ QString bedingung(Geschlechtsfilter geschlecht) {
     }
     return arbeiter + u" OR "_s + drohnen;
 }
-
-QString ordnung(Sortierung sortierung) {
-    constexpr std::array<QStringView, 5> Spalten = {u"DATUM", u"U_NR", u"ZB_NR", u"Z_NAME",
-                                                    u"B_NAME"};
-    return u"ORDER BY "_s + Spalten.at(static_cast<std::size_t>(sortierung)).toString();
-}
-
-} // namespace
 
 Filterwahl::Filterwahl()
     // The conditions at the start are those of "all" with a blank before them.

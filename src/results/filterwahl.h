@@ -15,6 +15,10 @@ enum class Sortierung { Datum, Nummer, Königin, Züchter, Besitzer };
 
 #endif
 
+/// What of a statement lets through the rows of that choice.
+[[nodiscard]] QString bedingung(Ergebnisfilter ergebnis);
+[[nodiscard]] QString bedingung(Geschlechtsfilter geschlecht);
+
 /// The choice in the menus of the browser and the record source that follows from it.
 ///
 /// The race filter knows the four races by their fixed words, so rows of a fourth race under a name

@@ -5,7 +5,9 @@
 
 #include <QChar>
 
+#include <algorithm>
 #include <charconv>
+#include <memory>
 #include <optional>
 #include <tuple>
 #include <utility>
@@ -72,6 +74,47 @@ void Year(sqlite3_context* kontext, int, sqlite3_value** werte) {
     if (const int jahr = istNull(werte[0]) ? 0 : jahrVon(text(werte[0])); jahr != 0) {
         sqlite3_result_int(kontext, jahr);
     }
+}
+
+/// Appends @p text to @p ziel in the form in which letters compare.
+void füge(std::string& ziel, std::string_view text) {
+    Zeichenfolge folge(text);
+    while (!folge.amEnde()) {
+        const char32_t c = gefaltet(folge.nimm());
+        if (c < 0x80) {
+            ziel += static_cast<char>(c);
+        } else if (c < 0x800) {
+            ziel += static_cast<char>(0xC0 | (c >> 6));
+            ziel += static_cast<char>(0x80 | (c & 0x3F));
+        } else {
+            for (const int stelle : {18, 12, 6, 0}) { // only compared, so no need for the shortest
+                ziel += static_cast<char>(0x80 | ((c >> stelle) & 0x3F));
+            }
+        }
+    }
+}
+
+/// What findet() looks for, folded, and the place to fold a row in.
+struct Suche {
+    std::vector<std::vector<std::string>> worte;
+    std::string zeile;
+};
+
+void findet(sqlite3_context* kontext, int anzahl, sqlite3_value** werte) {
+    auto& suche = *static_cast<Suche*>(sqlite3_user_data(kontext));
+    std::string& zeile = suche.zeile;
+    zeile.clear();
+    for (int i = 0; i < anzahl; ++i) {
+        füge(zeile, text(werte[i]));
+        zeile += '\0'; // no word goes on in the next text
+    }
+    const auto kommtVor = [&zeile](const std::string& wort) {
+        return zeile.find(wort) != std::string::npos;
+    };
+    const bool alle = std::all_of(suche.worte.begin(), suche.worte.end(), [&](const auto& formen) {
+        return std::any_of(formen.begin(), formen.end(), kommtVor);
+    });
+    sqlite3_result_int(kontext, alle ? 1 : 0);
 }
 
 /// like(Y, X) and like(Y, X, Z) are what the engine calls for X LIKE Y ESCAPE Z.
@@ -164,6 +207,20 @@ void registriereVALundYear(SQLite::Database& verbindung) {
 void registriereLIKE(SQLite::Database& verbindung) {
     verbindung.createFunction("like", 2, true, nullptr, like);
     verbindung.createFunction("like", 3, true, nullptr, like);
+}
+
+void registriereSuche(SQLite::Database& verbindung,
+                      const std::vector<std::vector<std::string>>& worte) {
+    auto suche = std::make_unique<Suche>();
+    for (const auto& formen : worte) {
+        auto& gefaltete = suche->worte.emplace_back();
+        for (const std::string& form : formen) {
+            füge(gefaltete.emplace_back(), form);
+        }
+    }
+    const auto räumeAuf = [](void* zeiger) { delete static_cast<Suche*>(zeiger); };
+    verbindung.createFunction("findet", -1, false, suche.release(), findet, nullptr, nullptr,
+                              räumeAuf);
 }
 
 } // namespace tarvel

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace SQLite {
 class Database;
@@ -28,5 +30,10 @@ void registriereVALundYear(SQLite::Database& verbindung);
 /// Lets LIKE compare umlauts without regard to case on this connection. The engine then scans
 /// instead of using an index.
 void registriereLIKE(SQLite::Database& verbindung);
+
+/// Gives a connection the function findet(text, …): whether each of @p worte (UTF-8), in one of its
+/// forms, occurs in one of the texts, letters of any alphabet without regard to case.
+void registriereSuche(SQLite::Database& verbindung,
+                      const std::vector<std::vector<std::string>>& worte);
 
 } // namespace tarvel

@@ -289,6 +289,9 @@ Ergebnissatz satzAus(const Untersuchung& untersuchung, std::optional<bool> urtei
     for (const Textfeld& feld : Textfelder) {
         satz.*feld.spalte = angaben.*feld.wert;
     }
+    while (satz.U_NR.endsWith(u' ')) { // nobody sees them, and they would be another number
+        satz.U_NR.chop(1);
+    }
     satz.A_D = texte(drohnen ? Text::Drohnen : Text::Arbeiter);
     satz.RASSE =
         angaben.Rassenname.isEmpty() ? umgebung.rassen.value(angaben.Rasse) : angaben.Rassenname;

@@ -1,8 +1,11 @@
 #include "results/zeileneingabe.h"
 
-#include <QLocale>
+#include "results/ergebnistabelle.h"
+
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <limits>
 #include <vector>
 
 namespace tarvel {
@@ -11,22 +14,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QLocale locale(const Texte& texte) {
-    switch (texte.sprache().value_or(Sprache::Deutsch)) {
-    case Sprache::Englisch:
-        return {QLocale::English, QLocale::UnitedKingdom};
-    case Sprache::Französisch:
-        return {QLocale::French, QLocale::France};
-    case Sprache::Deutsch:
-        break;
-    }
-    return {QLocale::German, QLocale::Germany};
-}
-
 /// The short form of the language with a year of @p jahr ("yy" or "yyyy").
 QString datumsmuster(const Texte& texte, const QString& jahr) {
     static const QRegularExpression jahresstelle(u"y+"_s);
-    return locale(texte).dateFormat(QLocale::ShortFormat).replace(jahresstelle, jahr);
+    return sprachraum(texte).dateFormat(QLocale::ShortFormat).replace(jahresstelle, jahr);
 }
 
 /// Leading zeros of day and month need not be typed.
@@ -72,6 +63,28 @@ Zelleneingabe prüfeDatum(const Texte& texte, const QString& text) {
 
 } // namespace
 
+QLocale sprachraum(const Texte& texte) {
+    switch (texte.sprache().value_or(Sprache::Deutsch)) {
+    case Sprache::Englisch:
+        return {QLocale::English, QLocale::UnitedKingdom};
+    case Sprache::Französisch:
+        return {QLocale::French, QLocale::France};
+    case Sprache::Deutsch:
+        break;
+    }
+    return {QLocale::German, QLocale::Germany};
+}
+
+int spaltenbreite(Ergebnisspalte spalte) {
+    const auto platz = static_cast<std::size_t>(spalte);
+    const auto breiten = textspalten();
+    const auto stelle = std::find_if(breiten.begin(), breiten.end(), [&](const Textspalte& s) {
+        return platz < Ergebnistabelle::Spaltenzahl &&
+               s.name == Ergebnistabelle::spalten().at(platz);
+    });
+    return stelle == breiten.end() ? std::numeric_limits<int>::max() : stelle->breite;
+}
+
 QString spaltentitel(const Texte& texte, Ergebnisspalte spalte) {
     switch (spalte) {
     case Ergebnisspalte::Nummer:
@@ -92,6 +105,20 @@ QString spaltentitel(const Texte& texte, Ergebnisspalte spalte) {
         return texte(Text::Begattung);
     case Ergebnisspalte::Datum:
         return texte(Text::SpalteDatum);
+    case Ergebnisspalte::Volk:
+        return texte(Text::Volk);
+    case Ergebnisspalte::Flügel:
+        return texte(Meldung::SpalteFlügelzahl);
+    case Ergebnisspalte::MittelCI:
+        return texte(Meldung::SpalteMittel).arg(u"CI"_s);
+    case Ergebnisspalte::MittelHI:
+        return texte(Meldung::SpalteMittel).arg(u"HI"_s);
+    case Ergebnisspalte::MittelDV:
+        return texte(Meldung::SpalteMittel).arg(u"DV"_s);
+    case Ergebnisspalte::Anteile:
+        return texte(Meldung::SpalteAnteile);
+    case Ergebnisspalte::Auflösung:
+        return texte(Meldung::SpalteAuflösung);
     }
     return {};
 }
@@ -105,11 +132,11 @@ QStringList spaltenworte(const Texte& texte, Ergebnisspalte spalte) {
 }
 
 QString kurzesDatum(const Texte& texte, const QDate& datum) {
-    return locale(texte).toString(datum, datumsmuster(texte, u"yy"_s));
+    return sprachraum(texte).toString(datum, datumsmuster(texte, u"yy"_s));
 }
 
 QString vollesDatum(const Texte& texte, const QDate& datum) {
-    return locale(texte).toString(datum, datumsmuster(texte, u"yyyy"_s));
+    return sprachraum(texte).toString(datum, datumsmuster(texte, u"yyyy"_s));
 }
 
 QDate datumAusText(const Texte& texte, const QString& text) {
@@ -123,6 +150,17 @@ QDate datumAusText(const Texte& texte, const QString& text) {
     const QDate kurz = QDate::fromString(knapp, ohneFührendeNullen(datumsmuster(texte, u"yy"_s)));
     constexpr int ErstesJahr = 1970; // the toolkit takes two digits for the twentieth century
     return kurz.isValid() && kurz.year() < ErstesJahr ? kurz.addYears(100) : kurz;
+}
+
+QStringList gesuchteDaten(const Texte& texte, const QString& wort) {
+    if (const QDate datum = datumAusText(texte, wort); datum.isValid()) {
+        return {datum.toString(Qt::ISODate)};
+    }
+    static const QRegularExpression monatUndJahr(u"^(\\d{1,2})[./](\\d{4})$"_s);
+    if (const auto treffer = monatUndJahr.match(wort); treffer.hasMatch()) {
+        return {treffer.captured(2) + u'-' + treffer.captured(1).rightJustified(2, u'0') + u'-'};
+    }
+    return {};
 }
 
 Zelleneingabe prüfeEingabe(const Texte& texte, Ergebnisspalte spalte, const QString& text) {

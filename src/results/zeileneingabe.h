@@ -3,6 +3,7 @@
 #include "lang/texte.h"
 
 #include <QDate>
+#include <QLocale>
 #include <QString>
 #include <QStringList>
 
@@ -10,7 +11,8 @@ namespace tarvel {
 
 #ifndef Q_MOC_RUN // moc takes no umlauts in the names of an enumeration
 
-/// The columns of the browser in their order, which is that of Ergebnistabelle::spalten().
+/// The columns of the browser in their order: first those of Ergebnistabelle::spalten(), then
+/// those that are shown on demand and not edited.
 enum class Ergebnisspalte {
     Nummer,
     Königin,
@@ -20,8 +22,18 @@ enum class Ergebnisspalte {
     Entspricht,
     Rasse,
     Begattung,
-    Datum
+    Datum,
+    Volk,
+    Flügel,
+    MittelCI,
+    MittelHI,
+    MittelDV,
+    Anteile,
+    Auflösung
 };
+inline constexpr int ErsteZusatzspalte = static_cast<int>(Ergebnisspalte::Volk);
+inline constexpr int AnzahlZusatzspalten = 7;
+inline constexpr int AnzahlErgebnisspalten = ErsteZusatzspalte + AnzahlZusatzspalten;
 
 #endif
 
@@ -32,6 +44,12 @@ enum class Ergebnisspalte {
 /// that takes any text.
 [[nodiscard]] QStringList spaltenworte(const Texte& texte, Ergebnisspalte spalte);
 
+/// Characters that a text of a column has at most.
+[[nodiscard]] int spaltenbreite(Ergebnisspalte spalte);
+
+/// How the program's language writes numbers of rows and dates.
+[[nodiscard]] QLocale sprachraum(const Texte& texte);
+
 /// A date as the program's language writes it in short, with two digits for the year. An invalid
 /// date gives an empty text.
 [[nodiscard]] QString kurzesDatum(const Texte& texte, const QDate& datum);
@@ -40,6 +58,10 @@ enum class Ergebnisspalte {
 /// Reads what kurzesDatum and vollesDatum write, and "yyyy-MM-dd". A year of two digits lies
 /// between 1970 and 2069. Invalid when the text is no date.
 [[nodiscard]] QDate datumAusText(const Texte& texte, const QString& text);
+
+/// What a word of a search means in stored dates ("yyyy-MM-dd"): a date as kurzesDatum and
+/// vollesDatum write it, or a month and year, "6.2025". None for any other word.
+[[nodiscard]] QStringList gesuchteDaten(const Texte& texte, const QString& wort);
 
 /// What a text that was typed into a cell becomes in the file, or what speaks against it.
 struct Zelleneingabe {

@@ -90,6 +90,9 @@ constexpr std::array tabelle{
     // The table of criteria below the views.
     Einstellungszeile{E::FensterKriterien, u"Fenster", u"Kriterien", Zahl, 0, u"", 0},
     Einstellungszeile{E::FensterKriterienhöhe, u"Fenster", u"Kriterienhöhe", Zahl, 0, u"", 0},
+    // The list of examinations: its place; widths of its columns and which of them are shown.
+    Einstellungszeile{E::FensterErgebnisse, u"Fenster", u"Ergebnisse", Text, 0, u"", 2048},
+    Einstellungszeile{E::FensterErgebnisspalten, u"Fenster", u"Ergebnisspalten", Text, 0, u"", 2048},
 };
 
 constexpr bool inReihenfolge() {

@@ -69,6 +69,8 @@ enum class Einstellung {
     Sprachpaket,
     FensterKriterien,
     FensterKriterienhöhe,
+    FensterErgebnisse,
+    FensterErgebnisspalten,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

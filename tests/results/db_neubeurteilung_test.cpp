@@ -51,6 +51,10 @@ struct Neubeurteilungstest : DBTest {
         tabelle().speichere(satz);
     }
     void beurteile() const { wähle(u"men_Tabelle_5"_s); }
+    void beurteileAlle() const {
+        grid().selectAll();
+        beurteile();
+    }
     [[nodiscard]] QStringList gezeigteWorte() const {
         const int spalte = static_cast<int>(Ergebnisspalte::Entspricht);
         QStringList worte;
@@ -83,13 +87,13 @@ TEST_F(Neubeurteilungstest, ListsWhatChangesAndWritesItOnlyThen) {
     öffne();
     const QByteArray vorher = bytes(pfad_);
     dialoge.antworten = {Antwort::Nein, Antwort::Ja};
-    beurteile();
+    beurteileAlle();
     ASSERT_THAT(dialoge.fragen, SizeIs(1));
     const Frage frage = dialoge.fragen.front();
     EXPECT_TRUE(frage.verwirft);
-    EXPECT_EQ(frage.text, u"Nach dem jetzigen Standard ändern sich 2 Urteile, 2 bleiben, 3 "
-                          "Untersuchungen werden nicht beurteilt. Wollen Sie die Urteile "
-                          "speichern?"_s);
+    EXPECT_EQ(frage.text,
+              u"Urteile, die sich nach dem jetzigen Standard ändern: 2; die bleiben: 2; "
+              "Untersuchungen ohne Urteil: 3. Wollen Sie die Urteile speichern?"_s);
     EXPECT_EQ(frage.zeilen.join(u'\n').toStdString(),
               "2: Ja → Nein (E: 100 %, erlaubt 20 %)\n5: Nein → Ja\n"
               "1: bleibt 'Ja', jetzt nach anderen Grenzen\n"
@@ -98,8 +102,8 @@ TEST_F(Neubeurteilungstest, ListsWhatChangesAndWritesItOnlyThen) {
               "6: Noch kein Flügel gemessen.");
     EXPECT_EQ(bytes(pfad_), vorher);
     const Ergebnissatz alt = zeile(u"2"_s);
-    beurteile();
-    EXPECT_EQ(dialoge.meldungen.last(), u"Neu beurteilen: 3 von 3 Urteilen sind gespeichert."_s);
+    beurteileAlle();
+    EXPECT_EQ(dialoge.meldungen.last(), u"Neu beurteilen: Gespeicherte Urteile: 3 von 3."_s);
     EXPECT_EQ(zeile(u"5"_s).ERGEBNIS, u"Ja"_s);
     Ergebnissatz neu = zeile(u"2"_s);
     EXPECT_EQ(std::exchange(neu.ERGEBNIS, alt.ERGEBNIS), u"Nein"_s);
@@ -111,11 +115,11 @@ TEST_F(Neubeurteilungstest, ListsWhatChangesAndWritesItOnlyThen) {
         EXPECT_THAT(angaben(nummer).zusatz.weitere, SizeIs(1));
     }
     EXPECT_TRUE(gezeigteWorte().contains(u"Nein"_s)); // the grid shows what was written
-    beurteile();                                      // once more: nothing is left to be done
+    beurteileAlle();                                  // once more: nothing is left to be done
     EXPECT_THAT(dialoge.fragen, SizeIs(2));
     EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("Kein Urteil ändert sich."));
     regeln.BewertungAktiv = false;
-    beurteile();
+    beurteileAlle();
     EXPECT_THAT(dialoge.fragen, SizeIs(2));
 }
 
@@ -128,7 +132,7 @@ TEST_F(Neubeurteilungstest, TakesTheChosenRowsAndOneThatFailsStopsNoOther) {
     gehe(1, 0);
     taste(Qt::Key_Down, Qt::ShiftModifier);
     taste(Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_FALSE(aktion(u"men_Tabelle_3"_s).isEnabled()); // which of them would be deleted?
+    EXPECT_EQ(aktion(u"men_Tabelle_5"_s).text(), u"3 Untersuchungen neu beurteilen"_s);
     // Wider than its column, as another program may leave it: such a row is not stored.
     fremd(u"UPDATE Ergebnisse SET VOLK = hex(zeroblob(40)) WHERE U_NR = '3'"_s);
     dialoge.antworten = {Antwort::Ja};
@@ -136,13 +140,25 @@ TEST_F(Neubeurteilungstest, TakesTheChosenRowsAndOneThatFailsStopsNoOther) {
     ASSERT_THAT(dialoge.fragen, SizeIs(1));
     EXPECT_THAT(dialoge.fragen.front().zeilen, SizeIs(3));
     EXPECT_THAT(dialoge.meldungen.last().toStdString(),
-                HasSubstr("2 von 3 Urteilen sind gespeichert."));
+                HasSubstr("Gespeicherte Urteile: 2 von 3."));
     EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("\n3: "));
     QStringList worte;
     for (const QString& nummer : {u"1"_s, u"2"_s, u"3"_s, u"4"_s}) {
         worte << zeile(nummer).ERGEBNIS;
     }
     EXPECT_THAT(worte, ElementsAre(u"Ja"_s, u"Nein"_s, u"Ja"_s, u"Nein"_s));
+}
+
+TEST_F(Neubeurteilungstest, OfOneChosenRowOnlyThatOneIsJudged) {
+    lege(u"1"_s, 3, true, {});
+    lege(u"2"_s, 3, true, {});
+    öffne();
+    gehe(0, 0);
+    EXPECT_EQ(aktion(u"men_Tabelle_5"_s).text(), u"1 Untersuchung neu beurteilen"_s);
+    dialoge.antworten = {Antwort::Ja};
+    beurteile();
+    EXPECT_EQ(zeile(u"1"_s).ERGEBNIS + zeile(u"2"_s).ERGEBNIS, u"NeinJa"_s);
+    EXPECT_EQ(zelle(grid().currentIndex().row(), 0), u"001"_s) << "stored anew, still selected";
 }
 
 TEST_F(Neubeurteilungstest, EscapeAndChangesMeanwhile_leaveRowsAsTheyAre) {
@@ -156,14 +172,14 @@ TEST_F(Neubeurteilungstest, EscapeAndChangesMeanwhile_leaveRowsAsTheyAre) {
             fenster->cancel();
         }
     });
-    beurteile();
+    beurteileAlle();
     EXPECT_THAT(dialoge.fragen, IsEmpty());
     // Another program is quicker while the list is read.
     dialoge.antworten = {Antwort::Ja};
     dialoge.beiFrage = [this] { fremd(u"UPDATE Ergebnisse SET ERGEBNIS='Nein' WHERE U_NR='5'"_s); };
-    beurteile();
+    beurteileAlle();
     EXPECT_THAT(dialoge.meldungen.last().toStdString(),
-                HasSubstr("29 von 30 Urteilen sind gespeichert."));
+                HasSubstr("Gespeicherte Urteile: 29 von 30."));
     EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("5: Sie ist inzwischen"));
 }
 

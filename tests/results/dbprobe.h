@@ -3,6 +3,7 @@
 #include "results/browserprobe.h"
 #include "results/db.h"
 #include "results/ergebnisgitter.h"
+#include "settings/einstellungen.h"
 #include "support/kinder.h"
 #include "support/testdialoge.h"
 
@@ -28,6 +29,8 @@ struct DBTest : Browserprobe {
     QStringList geladen;
     bool lädt = true;
     std::function<Neubeurteilungsregeln()> neubeurteilung;
+    std::function<std::unique_ptr<Protokollserie>()> protokolle;
+    std::unique_ptr<Einstellungen> einstellungen; ///< none unless a test wants them kept
     std::unique_ptr<DB> db;
 
     DBTest() { texte.SpracheDeutsch(); }
@@ -54,7 +57,9 @@ struct DBTest : Browserprobe {
                     geladen << nummer;
                     return lädt;
                 },
-            .neubeurteilung = neubeurteilung});
+            .neubeurteilung = neubeurteilung,
+            .protokolle = protokolle,
+            .einstellungen = einstellungen.get()});
         db->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(db.get()));
         QApplication::processEvents(); // what waits for the first painting
@@ -97,7 +102,7 @@ struct DBTest : Browserprobe {
         taste(Qt::Key_F2);
         QWidget* editor = QApplication::focusWidget();
         if (auto* auswahl = qobject_cast<QComboBox*>(editor)) {
-            auswahl->setEditText(text);
+            auswahl->setCurrentText(text); // a word that is not offered changes nothing
         } else if (auto* feld = qobject_cast<QLineEdit*>(editor)) {
             feld->setText(text);
         } else {

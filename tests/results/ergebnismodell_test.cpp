@@ -28,7 +28,7 @@ struct Ergebnismodelltest : Browserprobe {
     }
     void zeige() {
         prüfer.reset();
-        modell.zeige(pfad_, nachDatum, {});
+        modell.zeige(pfad_, {.datenquelle = nachDatum});
     }
     /// From here on the toolkit's tester watches the model. It fetches all rows, which it must not
     /// do while a reset is being told.
@@ -239,7 +239,7 @@ TEST_F(Ergebnismodelltest, ColumnsHaveHeadingsAndAlignmentOfTheGrid) {
     zeige();
     QStringList köpfe;
     QString zentriert;
-    for (int spalte = 0; spalte < modell.columnCount(); ++spalte) {
+    for (int spalte = 0; spalte < ErsteZusatzspalte; ++spalte) {
         köpfe << modell.headerData(spalte, Qt::Horizontal, Qt::DisplayRole).toString();
         const auto lage =
             modell.index(0, spalte).data(Qt::TextAlignmentRole).value<Qt::Alignment>();

@@ -1,4 +1,5 @@
 #include "results/ergebnisdateien.h"
+#include "results/untersuchungssatz.h"
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -132,6 +133,25 @@ TEST_F(Tabellentest, umlautsOfANumber_compareWithoutCase) {
     EXPECT_EQ(tabelle().lade(u"01ä2025"_s)->U_NR, u"01Ä2025"_s);
     speichere({u"01ä2025"_s});
     EXPECT_EQ(nummern(), u"01A2025;01Ö2025;01ä2025"_s);
+}
+
+TEST_F(Tabellentest, blanksAtTheEndOfANumber_areNone) {
+    for (const QString& nummer : {u"007"_s, u"00Ä"_s}) {
+        fremd(u"DELETE FROM Ergebnisse"_s);
+        speichere({nummer, nummer + u"1"_s, nummer + u" 2"_s});
+        fremd(u"UPDATE Ergebnisse SET U_NR = U_NR || '  ' WHERE U_NR = '%1'"_s.arg(nummer));
+        EXPECT_TRUE(tabelle().lade(nummer));
+        speichere({nummer});
+        EXPECT_EQ(nummern(), QStringList({nummer, nummer + u" 2"_s, nummer + u"1"_s}).join(u';'));
+        EXPECT_TRUE(tabelle().lade(nummer + u' '));
+    }
+    Untersuchung typed;
+    Kolonieangaben angaben;
+    angaben.UNr = u"008  "_s;
+    typed.setzeAngaben(angaben);
+    Texte texte{QString()};
+    texte.SpracheDeutsch();
+    EXPECT_EQ(satzAus(typed, true, 1200, QDate(2025, 1, 1), {texte, {}, {}, false}).U_NR, u"008"_s);
 }
 
 TEST_F(Tabellentest, numbersThatDifferOnlyInCase_areKeptApartByTheirSpelling) {
