@@ -15,7 +15,19 @@ Untersuchungsgang::Untersuchungsgang(const Umgebung& umgebung, Arbeitsplatz& arb
                                      const Fensterdienste& dienste)
     : umgebung_(umgebung)
     , arbeitsplatz_(arbeitsplatz)
-    , dienste_(dienste) {}
+    , dienste_(dienste)
+    , sicherung_([this](const Datenbankfehler& fehler) {
+        const QString grund = meldungstext(umgebung_.texte, fehler);
+        dienste_.hinweise.zeige(fehler.grund() == Datenbankgrund::ZuGroßZumSichern
+                                    ? Hinweis(grund)
+                                    : Hinweis(Meldung::TagessicherungGescheitert, {grund}));
+    }) {}
+
+void Untersuchungsgang::prüfeSicherung() {
+    if (umgebung_.einstellungen.schalter(Einstellung::Tagessicherung)) {
+        sicherung_.prüfe(arbeitsplatz_.ablage().DatenbankPfad(), umgebung_.uhr.now().date());
+    }
+}
 
 void Untersuchungsgang::beginne() {
     if (!setzeSitzungFort()) {
@@ -86,6 +98,7 @@ bool Untersuchungsgang::speichere(Speicheranlass anlass) {
     const bool fertig = arbeitsplatz_.speichere(anlass);
     if (warGeändert && !untersuchung.geändert()) {
         dienste_.hinweise.zeige({Meldung::UntersuchungGespeichert, {untersuchung.angaben().UNr}});
+        prüfeSicherung();
     }
     return fertig;
 }
@@ -134,6 +147,7 @@ void Untersuchungsgang::öffne() {
         dienste_.hinweise.zeige(vorher);
         folgeDerZeile();
     }
+    prüfeSicherung();
 }
 
 void Untersuchungsgang::folgeDerZeile() {

@@ -16,6 +16,8 @@ std::string technisch(Datenbankgrund grund, const QString& datei, const QString&
         .toStdString();
 }
 
+} // namespace
+
 QString spaltenname(const Texte& texte, const QString& spalte) {
     struct {
         QStringView name;
@@ -34,8 +36,6 @@ QString spaltenname(const Texte& texte, const QString& spalte) {
     }
     return spalte;
 }
-
-} // namespace
 
 Datenbankfehler::Datenbankfehler(Datenbankgrund grund, QString datei, QString einzelheit)
     : std::runtime_error(technisch(grund, datei, einzelheit))
@@ -93,6 +93,16 @@ QString meldungstext(const Texte& texte, const Datenbankfehler& fehler) {
             .arg(datei, QDir::toNativeSeparators(fehler.einzelheit()));
     case Datenbankgrund::OhneSperren:
         return mitDatei(Meldung::DatenbankOhneSperren);
+    case Datenbankgrund::ZuGroßZumSichern:
+        return mitDatei(Meldung::TagessicherungZuGroß);
+    case Datenbankgrund::QuelleDieselbe:
+        return mitDatei(Meldung::QuelleDieselbe);
+    case Datenbankgrund::QuelleUnterbrochen:
+        return mitDatei(Meldung::QuelleUnterbrochen);
+    case Datenbankgrund::KorbEintragFehlt:
+        return mitDatei(Meldung::KorbEintragFehlt);
+    case Datenbankgrund::SeitherGeändert:
+        return texte(Meldung::SeitherGeändert).arg(fehler.einzelheit());
     case Datenbankgrund::Laufwerk:
         return texte(Meldung::DatenbankLaufwerk).arg(datei, fehler.einzelheit());
     case Datenbankgrund::Sonstiges:

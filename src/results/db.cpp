@@ -72,6 +72,7 @@ void DB::baueFenster() {
     grid_->beiEnde([this] { Auf_Tabellenende(); });
     connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { zeigeStand(); });
+    connect(&modell_, &QAbstractItemModel::dataChanged, this, [this] { zeigeStand(); });
     connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { zeigeStand(); });
     layout->addWidget(grid_, 1);
@@ -167,6 +168,7 @@ void DB::DB_Open() {
                              : QFileInfo(umgebung_.DatenbankPfad).fileName();
     setWindowTitle(texte(Text::Ergebnisse) + u" ["_s + name + u']');
     wahl_ = Filterwahl();
+    modell_.rücknahmen().clear(); // those of another file
     {
         const QSignalBlocker still(txt_Suche_); // the rows are read once, below
         zeigeSuche(false);
@@ -242,6 +244,13 @@ void DB::zeigeStand() {
     menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::NeuBeurteilen)
         .setEnabled(zahl > 0 && umgebung_.neubeurteilung);
     menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Exportieren).setEnabled(zahl > 0);
+    menüs_->aktion(Ergebnismenü::Tabelle, Ergebnismenüs::Rückgängig)
+        .setEnabled(!modell_.rücknahmen().empty());
+    for (const auto befehl :
+         {Ergebnismenüs::Papierkorb, Ergebnismenüs::Zusammenführen, Ergebnismenüs::AusSicherung}) {
+        menüs_->aktion(Ergebnismenü::Tabelle, befehl)
+            .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
+    }
 }
 
 template <typename Filter>

@@ -95,6 +95,8 @@ private:
     [[nodiscard]] std::optional<QByteArray> gezeigteAlsCsv();
     void löscheZeile();
     void beurteileNeu();
+    void sammlungsbefehl(int index);
+    [[nodiscard]] Satzumgebung satzumgebung() const;
     [[nodiscard]] std::vector<qint64> gemeinteZeilen();
     [[nodiscard]] std::optional<std::vector<Neuurteil>>
     prüfeNeu(const Neubeurteilung& neubeurteilung, QStringList& übergangen);

@@ -58,6 +58,7 @@ void DB::tabellenbefehl(int index) {
         beurteileNeu();
         break;
     default:
+        sammlungsbefehl(index);
         break;
     }
 }

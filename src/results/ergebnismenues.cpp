@@ -21,7 +21,11 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
           {Text::Sicherungskopie, Meldung::TippSicherungskopie, {Qt::CTRL | Qt::Key_B}},
           {Text::ZeileLöschen, {}, {QKeySequence::Delete}},
           {Meldung::Exportieren, Meldung::TippExportTabelle, {Qt::CTRL | Qt::Key_E}},
-          {Meldung::MenüNeuBeurteilen, Meldung::TippNeuBeurteilen, {Qt::CTRL | Qt::Key_J}}},
+          {Meldung::MenüNeuBeurteilen, Meldung::TippNeuBeurteilen, {Qt::CTRL | Qt::Key_J}},
+          {Meldung::Rückgängig, Meldung::TippRückgängigTabelle, {QKeySequence::Undo}},
+          {Meldung::MenüPapierkorb, Meldung::TippPapierkorb},
+          {Meldung::MenüZusammenführen, Meldung::TippZusammenführen},
+          {Meldung::MenüAusSicherung, Meldung::TippAusSicherung}},
          false);
     baue(Ergebnis, u"men_Ergebnis"_s, Text::Ergebnis,
          {{Text::Alle, Filtertipp},

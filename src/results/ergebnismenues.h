@@ -25,7 +25,18 @@ enum class Ergebnismenü { Ergebnis, Rasse, Geschlecht, Sort, Filter, Tabelle };
 class Ergebnismenüs : public QMenuBar {
 public:
     enum Filterbefehl { Filtern, AlleZeigen, Suchen };
-    enum Tabellenbefehl { Öffnen, Neu, Sichern, Löschen, Exportieren, NeuBeurteilen };
+    enum Tabellenbefehl {
+        Öffnen,
+        Neu,
+        Sichern,
+        Löschen,
+        Exportieren,
+        NeuBeurteilen,
+        Rückgängig,
+        Papierkorb,
+        Zusammenführen,
+        AusSicherung
+    };
 
     explicit Ergebnismenüs(const Texte& texte, QWidget* parent = nullptr);
 

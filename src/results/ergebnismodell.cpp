@@ -266,7 +266,7 @@ bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, in
     }
     bool gelungen = true;
     try {
-        tabelle_.ändere(alt, neu);
+        rücknahmen_.push_back(tabelle_.ändere(alt, neu));
     } catch (const Datenbankfehler& fehler) {
         gelungen = false;
         melde(fehler);
@@ -281,7 +281,7 @@ void Ergebnismodell::lösche(int zeile) {
     if (gezeigt == nullptr) {
         throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, tabelle_.pfad());
     }
-    tabelle_.lösche(*gezeigt);
+    rücknahmen_.push_back(tabelle_.lösche(*gezeigt));
     beginRemoveRows({}, zeile, zeile);
     ids_.erase(ids_.begin() + zeile);
     blöcke_.clear(); // every row behind it moves up

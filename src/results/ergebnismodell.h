@@ -51,6 +51,8 @@ public:
     [[nodiscard]] bool istVorhanden(int zeile) const { return this->zeile(zeile) != nullptr; }
     /// Deletes a row from the file. Throws Datenbankfehler; the row stays then.
     void lösche(int zeile);
+    /// What takes back the changes made here, the last one at the end.
+    [[nodiscard]] std::vector<Rücknahme>& rücknahmen() { return rücknahmen_; }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -82,6 +84,7 @@ private:
     Ergebnistabelle tabelle_{QString()};
     QString datenquelle_;
     QString suchtext_;
+    std::vector<Rücknahme> rücknahmen_;
     std::vector<qint64> ids_;
     bool vollständig_ = true;
     mutable QCache<int, Block> blöcke_;

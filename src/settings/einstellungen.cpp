@@ -90,6 +90,8 @@ constexpr std::array tabelle{
     // The table of criteria below the views.
     Einstellungszeile{E::FensterKriterien, u"Fenster", u"Kriterien", Zahl, 0, u"", 0},
     Einstellungszeile{E::FensterKriterienhöhe, u"Fenster", u"Kriterienhöhe", Zahl, 0, u"", 0},
+    // Whether the results file is backed up once a day.
+    Einstellungszeile{E::Tagessicherung, u"Speichern", u"Tagessicherung", Zahl, 1, u"", 0},
 };
 
 constexpr bool inReihenfolge() {

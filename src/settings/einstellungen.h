@@ -69,6 +69,7 @@ enum class Einstellung {
     Sprachpaket,
     FensterKriterien,
     FensterKriterienhöhe,
+    Tagessicherung,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed
