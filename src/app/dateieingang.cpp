@@ -122,6 +122,7 @@ bool Dateieingang::öffneDateien(const QStringList& pfade) {
         }
         if (art == Dateiart::Messdatei && dateien.size() > 1) {
             gelungen = importiert(austausch_.importiere(dienste_.fenster, dateien)) && gelungen;
+            gang_.prüfeSicherung();
             continue;
         }
         const bool offen = öffneDatei(dateien.constFirst());

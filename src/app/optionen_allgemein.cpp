@@ -103,6 +103,17 @@ QGroupBox* gruppeRasse(const Seitenbau& bau, QLineEdit* name) {
     return gruppe;
 }
 
+QCheckBox* feldTagessicherung(const Seitenbau& bau) {
+    auto* sicherung = new QCheckBox;
+    sicherung->setObjectName(u"chk_Tagessicherung"_s);
+    bau.worte.knopf(Meldung::TagessicherungAnlegen, sicherung);
+    bau.worte.nimm([&worte = bau.worte, sicherung] {
+        sicherung->setToolTip(worte(Meldung::TippTagessicherung));
+    });
+    bau.eigene.schalter(Einstellung::Tagessicherung, sicherung);
+    return sicherung;
+}
+
 QGroupBox* gruppeOrdner(const Seitenbau& bau, QLineEdit* ordner, QLineEdit* programm) {
     QGroupBox* gruppe = bau.worte.gruppe(Text::LadenUndSpeichern, u"fra_Ordner"_s);
     auto* raster = new QGridLayout(gruppe);
@@ -208,6 +219,7 @@ QWidget* seiteAllgemeines(const Seitenbau& bau) {
     links->addWidget(betriebsart);
     links->addWidget(merkmale);
     links->addWidget(gruppeRasse(bau, rasse));
+    links->addWidget(feldTagessicherung(bau));
     links->addStretch();
     auto* rechts = new QVBoxLayout;
     for (QWidget* gruppe : {scanner, zoom, kurvenform, zweiteKurve, gruppeBeurteilung(bau)}) {

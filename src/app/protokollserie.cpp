@@ -1,85 +1,68 @@
 #include "app/protokollserie.h"
 
-#include "lang/protokolltexte.h"
-#include "print/protokolldaten.h"
 #include "print/protokolldruck.h"
 #include "print/serie.h"
-#include "results/untersuchungssatz.h"
+#include "print/serienquelle.h"
+#include "results/datenbankfehler.h"
 
 #include <vector>
 
 namespace tarvel {
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-Protokolltexte protokolltexte(const Umgebung& umgebung) {
-    Protokolltexte worte = ProtokolltexteStandard(umgebung.texte);
-    if (umgebung.einstellungen.schalter(Einstellung::Übersetzen)) {
-        ÜbersetzungLaden(umgebung.einstellungen.IniPfad(), worte.felder);
-    }
-    return worte;
-}
 
 class Serie final : public Protokollserie {
 public:
-    explicit Serie(const Umgebung& umgebung)
-        : umgebung_(umgebung)
-        , aussehen_(ladeProtokolleinstellungen(umgebung.einstellungen))
-        , worte_(protokolltexte(umgebung))
-        , grafik_(aussehen_.briefkopf) {}
+    Serie(const Umgebung& umgebung, const QString& DatenbankPfad)
+        : texte_(umgebung.texte)
+        , quelle_(umgebung.einstellungen, umgebung.texte, umgebung.format,
+                  umgebung.uhr.now().date(), DatenbankPfad) {}
 
     QString nimm(const Ergebnissatz& satz) override {
-        const Texte& t = umgebung_.texte;
-        const GeleseneUntersuchung gelesen =
-            untersuchungAus(satz, {.texte = t,
-                                   .format = umgebung_.format,
-                                   .rassen = aussehen_.rassen,
-                                   .OhneHaarlänge = aussehen_.regeln.OhneHaarlänge});
+        const GeleseneUntersuchung gelesen = quelle_.lies(satz);
         if (!gelesen.nichtGelesen.isEmpty()) {
             // On paper it would look as if it were all there is.
-            return t(Meldung::UntersuchungTeilweise)
-                .arg(satz.U_NR.trimmed(), gelesen.nichtGelesen.join(u", "_s));
+            return texte_(Meldung::UntersuchungTeilweise)
+                .arg(satz.U_NR.trimmed(), spaltennamen(texte_, gelesen.nichtGelesen));
         }
-        Untersuchung untersuchung;
-        untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
-                          gelesen.zusatz);
-        if (untersuchung.reihe().leer() && untersuchung.merkmale().leer()) {
-            return t(Meldung::ProtokollOhneFlügel);
+        if (gelesen.reihe.leer() && gelesen.merkmale.leer()) {
+            return texte_(Meldung::ProtokollOhneFlügel);
         }
-        daten_.push_back(
-            protokolldaten({.untersuchung = untersuchung,
-                            .standard = ladeRassestandard(untersuchung.angaben().Rasse + 1,
-                                                          umgebung_.einstellungen),
-                            .einstellungen = aussehen_,
-                            .texte = t,
-                            .protokolltexte = worte_,
-                            .format = umgebung_.format,
-                            .heute = umgebung_.uhr.now().date()}));
+        zeilen_.push_back(serienzeile(quelle_.protokoll(gelesen, false)));
+        sätze_.push_back(satz);
         return {};
     }
 
     QByteArray einzeln() override {
-        QByteArray pdf = protokollAlsPdf(daten_.back(), grafik_);
-        daten_.clear(); // of a thousand reports one is enough in memory
+        const QByteArray pdf = protokollAlsPdf(protokoll(sätze_.size() - 1), quelle_.grafik());
+        zeilen_.clear();
+        sätze_.clear();
         return pdf;
     }
 
-    QByteArray alle() override { return serieAlsPdf(daten_, grafik_, umgebung_.texte); }
+    QByteArray alle() override {
+        return serieAlsPdf(
+            zeilen_, [this](std::size_t i) { return protokoll(i); }, quelle_.aussehen(),
+            quelle_.grafik(), texte_);
+    }
 
 private:
-    const Umgebung& umgebung_;
-    Protokolleinstellungen aussehen_;
-    Protokolltexte worte_;
-    Briefkopfgrafik grafik_;
-    std::vector<Protokolldaten> daten_;
+    /// Made when its turn comes: the pictures of many appendices would fill the memory.
+    [[nodiscard]] Protokolldaten protokoll(std::size_t i) {
+        return quelle_.protokoll(quelle_.lies(sätze_.at(i)), true);
+    }
+
+    const Texte& texte_;
+    Serienquelle quelle_;
+    std::vector<Serienzeile> zeilen_;
+    std::vector<Ergebnissatz> sätze_;
 };
 
 } // namespace
 
-std::unique_ptr<Protokollserie> neueProtokollserie(const Umgebung& umgebung) {
-    return std::make_unique<Serie>(umgebung);
+std::unique_ptr<Protokollserie> neueProtokollserie(const Umgebung& umgebung,
+                                                   const QString& DatenbankPfad) {
+    return std::make_unique<Serie>(umgebung, DatenbankPfad);
 }
 
 } // namespace tarvel

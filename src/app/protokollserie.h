@@ -7,7 +7,9 @@
 
 namespace tarvel {
 
-/// Begins a series of reports as the settings want them now. @p umgebung outlives it.
-[[nodiscard]] std::unique_ptr<Protokollserie> neueProtokollserie(const Umgebung& umgebung);
+/// Begins a series of reports of that results file as the settings want them now. @p umgebung
+/// outlives it.
+[[nodiscard]] std::unique_ptr<Protokollserie> neueProtokollserie(const Umgebung& umgebung,
+                                                                 const QString& DatenbankPfad);
 
 } // namespace tarvel

@@ -17,7 +17,19 @@ Untersuchungsgang::Untersuchungsgang(const Umgebung& umgebung, Arbeitsplatz& arb
                                      const Fensterdienste& dienste)
     : umgebung_(umgebung)
     , arbeitsplatz_(arbeitsplatz)
-    , dienste_(dienste) {}
+    , dienste_(dienste)
+    , sicherung_([this](const Datenbankfehler& fehler) {
+        const QString grund = meldungstext(umgebung_.texte, fehler);
+        dienste_.hinweise.zeige(fehler.grund() == Datenbankgrund::ZuGroßZumSichern
+                                    ? Hinweis(grund)
+                                    : Hinweis(Meldung::TagessicherungGescheitert, {grund}));
+    }) {}
+
+void Untersuchungsgang::prüfeSicherung() {
+    if (umgebung_.einstellungen.schalter(Einstellung::Tagessicherung)) {
+        sicherung_.prüfe(arbeitsplatz_.ablage().DatenbankPfad(), umgebung_.uhr.now().date());
+    }
+}
 
 void Untersuchungsgang::beginne() {
     if (!setzeSitzungFort()) {
@@ -88,6 +100,7 @@ bool Untersuchungsgang::speichere(Speicheranlass anlass) {
     const bool fertig = arbeitsplatz_.speichere(anlass);
     if (warGeändert && !untersuchung.geändert()) {
         dienste_.hinweise.zeige({Meldung::UntersuchungGespeichert, {untersuchung.angaben().UNr}});
+        prüfeSicherung();
     }
     return fertig;
 }
@@ -131,9 +144,12 @@ void Untersuchungsgang::öffne() {
                [this](const QString& pfad) { return arbeitsplatz_.DatenbankWählen(pfad); },
            .LadenDB = [this](const QString& nummer) { return lade(nummer); },
            .neubeurteilung = [this] { return neubeurteilungsregeln(); },
-           .protokolle = [this] { return neueProtokollserie(umgebung_); },
+           .protokolle = [this] { 
+               return neueProtokollserie(umgebung_, arbeitsplatz_.ablage().DatenbankPfad());
+           },
            .rassen = rassenliste(umgebung_.einstellungen),
            .format = umgebung_.format,
+           .heute = umgebung_.uhr.now().date(),
            .einstellungen = &umgebung_.einstellungen,
            .nachsehen = std::chrono::milliseconds(1500)},
           dienste_.fenster);
@@ -141,6 +157,7 @@ void Untersuchungsgang::öffne() {
         dienste_.hinweise.zeige(vorher);
         folgeDerZeile();
     }
+    prüfeSicherung();
 }
 
 void Untersuchungsgang::folgeDerZeile() {

@@ -5,6 +5,7 @@
 #include "measure/verteiler.h"
 #include "results/arbeitsplatz.h"
 #include "results/neubeurteilung.h"
+#include "results/tagessicherung.h"
 
 #include <functional>
 
@@ -49,6 +50,8 @@ public:
     /// Changes the caste. Asks before body marks that do not fit the other one are cleared; false
     /// when the present one stays.
     [[nodiscard]] bool wechsleGeschlecht(Geschlecht tiere);
+    /// To be called when the results file may have changed: begins its daily backup, if it is due.
+    void prüfeSicherung();
 
 private:
     [[nodiscard]] bool setzeSitzungFort();
@@ -60,6 +63,7 @@ private:
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;
     const Fensterdienste& dienste_;
+    Tagessicherung sicherung_;
 };
 
 } // namespace tarvel

@@ -298,6 +298,55 @@ Einfuhrbefehl einfuhr(const Leser& leser) {
             .ini = leser.wert(u"ini"_s)};
 }
 
+Leser zusammenführungsleser() {
+    Leser leser(
+        {u"merge"_s, u"DATABASE OTHER... [options]"_s,
+         u"Brings the examinations of other databases into one. New ones come in as they\n"
+         "stand; one whose number another examination has stays out unless an option says\n"
+         "what becomes of it. What is replaced goes into the bin of the database. Doing it\n"
+         "again changes nothing. The others are only read: results files, tables (CSV) with\n"
+         "the names of their columns, and Jet databases where mdb-export is installed."_s,
+         u"tarvel-batch merge --keep-both association.tdb anna.tdb paul.tdb"_s});
+    leser.option(u"keep-mine"_s, u"Conflicting ones stay out."_s);
+    leser.option(u"take-theirs"_s, u"Conflicting ones take the place of those in DATABASE."_s);
+    leser.option(u"keep-both"_s, u"Conflicting ones come in under a new number."_s);
+    leser.option(u"dry-run"_s, u"Only list what is new and what is conflicting."_s);
+    leser.option(u"day-first"_s, u"Dates such as 03/12/15 of a table begin with the day."_s);
+    leser.option(u"month-first"_s, u"They begin with the month."_s);
+    return leser;
+}
+
+Zusammenführungsbefehl zusammenführung(const Leser& leser) {
+    QStringList dateien = leser.dateien();
+    Zusammenführungsbefehl befehl{.datenbank = dateien.takeFirst(),
+                                  .andere = dateien,
+                                  .beiVerschiedenen = {},
+                                  .nurZeigen = leser.gesetzt(u"dry-run"_s)};
+    if (leser.gesetzt(u"day-first"_s) && leser.gesetzt(u"month-first"_s)) {
+        throw Aufruffehler{u"'--day-first' and '--month-first' exclude each other."_s};
+    }
+    if (leser.gesetzt(u"day-first"_s) || leser.gesetzt(u"month-first"_s)) {
+        befehl.folge =
+            leser.gesetzt(u"day-first"_s) ? Tagesfolge::TagZuerst : Tagesfolge::MonatZuerst;
+    }
+    if (dateien.isEmpty()) {
+        throw Aufruffehler{u"'merge' needs a database and at least one other."_s};
+    }
+    const std::pair<QString, Entscheidung> wahl[] = {{u"keep-mine"_s, Entscheidung::Lassen},
+                                                     {u"take-theirs"_s, Entscheidung::Nehmen},
+                                                     {u"keep-both"_s, Entscheidung::Beide}};
+    for (const auto& [name, entscheidung] : wahl) {
+        if (leser.gesetzt(name) && befehl.beiVerschiedenen) {
+            throw Aufruffehler{
+                u"'--keep-mine', '--take-theirs' and '--keep-both' exclude each other."_s};
+        }
+        if (leser.gesetzt(name)) {
+            befehl.beiVerschiedenen = entscheidung;
+        }
+    }
+    return befehl;
+}
+
 template <typename Befehl>
 Aufruf lies(Leser leser, Befehl (*befehl)(const Leser&), const QStringList& argumente) {
     leser.lies(argumente);
@@ -315,7 +364,8 @@ const QString& übersicht() {
         "  evaluate    indices and judgement of coordinate files (CSV, TPS)\n"
         "  export      a database as CSV or TPS\n"
         "  report      the report of an examination as PDF\n"
-        "  import-bee  measurement files (*.Bee) into a database\n\n"
+        "  import-bee  measurement files (*.Bee) into a database\n"
+        "  merge       other databases into one\n\n"
         "'tarvel-batch COMMAND --help' tells more.\n\n"
         "Options:\n"
         "  -h, --help     Show this help.\n"
@@ -324,7 +374,8 @@ const QString& übersicht() {
         "  tarvel-batch evaluate --dpi 2400 --race Carnica points.csv\n"
         "  tarvel-batch export --wings --out wings.csv results.tdb\n"
         "  tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026\n"
-        "  tarvel-batch import-bee --into results.tdb old/*.Bee\n"_s;
+        "  tarvel-batch import-bee --into results.tdb old/*.Bee\n"
+        "  tarvel-batch merge --keep-both association.tdb anna.tdb paul.tdb\n"_s;
     return text;
 }
 
@@ -351,6 +402,9 @@ Aufruf lies(const QStringList& argumente) {
     }
     if (befehl == u"import-bee") {
         return lies(einfuhrleser(), einfuhr, rest);
+    }
+    if (befehl == u"merge") {
+        return lies(zusammenführungsleser(), zusammenführung, rest);
     }
     throw Aufruffehler{u"There is no command '%1'."_s.arg(befehl)};
 }

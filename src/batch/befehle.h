@@ -4,6 +4,8 @@
 #include "lang/texte.h"
 #include "measure/messpunkte.h"
 #include "results/ausfuhr.h"
+#include "results/datumsformen.h"
+#include "results/zusammenfuehrung.h"
 
 #include <QString>
 #include <QStringList>
@@ -69,6 +71,19 @@ struct Einfuhrbefehl {
     bool operator==(const Einfuhrbefehl&) const = default;
 };
 
+/// merge: other databases into one.
+struct Zusammenführungsbefehl {
+    QString datenbank;
+    QStringList andere; ///< at least one
+    /// What becomes of rows whose number another one has; nullopt: they stay, and count as fault.
+    std::optional<Entscheidung> beiVerschiedenen;
+    bool nurZeigen = false;
+    /// What comes first in dates of tables that do not say it.
+    std::optional<Tagesfolge> folge = {};
+
+    bool operator==(const Zusammenführungsbefehl&) const = default;
+};
+
 /// A text that was asked for: help or version.
 struct Auskunft {
     QString text;
@@ -80,7 +95,9 @@ struct Auskunft {
 struct Aufruf {
     /// Language of texts and messages.
     Sprache sprache = Sprache::Englisch;
-    std::variant<Auskunft, Auswertungsbefehl, Ausfuhrbefehl, Protokollbefehl, Einfuhrbefehl> befehl;
+    std::variant<Auskunft, Auswertungsbefehl, Ausfuhrbefehl, Protokollbefehl, Einfuhrbefehl,
+                 Zusammenführungsbefehl>
+        befehl;
 };
 
 /// Why a call cannot be carried out. In English, as option names are.

@@ -4,6 +4,7 @@
 #include "batch/befehle.h"
 #include "batch/einfuhr.h"
 #include "batch/protokoll.h"
+#include "batch/zusammenfuehren.h"
 #include "measure/bildhoehe.h"
 #include "platform/uhr.h"
 
@@ -47,6 +48,9 @@ public:
     Status operator()(const Auswertungsbefehl& befehl) const { return evaluate(befehl, umgebung_); }
     Status operator()(const Ausfuhrbefehl& befehl) const { return exportiere(befehl, umgebung_); }
     Status operator()(const Einfuhrbefehl& befehl) const { return importiere(befehl, umgebung_); }
+    Status operator()(const Zusammenführungsbefehl& befehl) const {
+        return führeZusammen(befehl, umgebung_);
+    }
     Status operator()(const Protokollbefehl& befehl) const {
         // Painting needs fonts, never a display. What the toolkit misses of a desktop is no message
         // for the caller.

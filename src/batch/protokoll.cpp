@@ -1,21 +1,16 @@
 #include "batch/protokoll.h"
 
-#include "lang/protokolltexte.h"
 #include "lang/sprachpaket.h"
 #include "lang/zielwahl.h"
-#include "measure/fluegelbilder.h"
-#include "print/protokolldaten.h"
 #include "print/protokolldruck.h"
 #include "print/serie.h"
+#include "print/serienquelle.h"
 #include "results/datenbankfehler.h"
 #include "results/ergebnistabelle.h"
-#include "results/untersuchungssatz.h"
 
 #include <QDir>
 
-#include <optional>
 #include <set>
-#include <variant>
 #include <vector>
 
 namespace tarvel {
@@ -24,49 +19,31 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Protokolltexte protokolltexte(const Einstellungen& einstellungen, const Texte& texte) {
-    Protokolltexte worte = ProtokolltexteStandard(texte);
-    if (!einstellungen.schalter(Einstellung::Übersetzen)) {
-        return worte;
+/// The words of the call, with the language pack of the settings laid over them.
+void ladeTexte(Texte& texte, const Batchumgebung& umgebung, const Einstellungen& einstellungen) {
+    texte.SpracheEinstellen(static_cast<int>(umgebung.texte.sprache().value_or(Sprache::Deutsch)));
+    if (const QString pfad = einstellungen.text(Einstellung::Sprachpaket); !pfad.isEmpty()) {
+        texte.setzePaket(ladeSprachpaket(pfad));
+        if (!texte.paket()) {
+            melde(umgebung, pfad, texte(Meldung::SprachpaketUnlesbar).arg(pfad));
+        }
     }
-    ÜbersetzungLaden(einstellungen.IniPfad(), worte.felder);
-    return ProtokolltexteÜbersetzt(worte.felder);
-}
-
-std::optional<Bilddatei> öffneScan(const QString& pfad) {
-    auto offen = Bilddatei::öffne(pfad);
-    auto* datei = std::get_if<Bilddatei>(&offen);
-    return datei != nullptr && datei->pixel(nullptr) != nullptr ? std::optional(std::move(*datei))
-                                                                : std::nullopt;
 }
 
 /// Puts reports together and writes them.
 class Ausgabe {
 public:
     Ausgabe(const Protokollbefehl& befehl, const Batchumgebung& umgebung,
-            const Einstellungen& einstellungen)
+            const Einstellungen& einstellungen, const Texte& texte)
         : befehl_(befehl)
         , umgebung_(umgebung)
-        , einstellungen_(einstellungen)
+        , texte_(texte)
         , tabelle_(befehl.datenbank)
-        , texte_(QString())
-        , aussehen_(ladeProtokolleinstellungen(einstellungen))
-        , grafik_(aussehen_.briefkopf)
-        , suche_([](const QString& pfad) { return Bilddatei::liesGröße(pfad).value_or(QSize()); }) {
-        texte_.SpracheEinstellen(
-            static_cast<int>(umgebung.texte.sprache().value_or(Sprache::Deutsch)));
-        if (const QString pfad = einstellungen.text(Einstellung::Sprachpaket); !pfad.isEmpty()) {
-            texte_.setzePaket(ladeSprachpaket(pfad));
-            if (!texte_.paket()) {
-                tarvel::melde(umgebung, pfad, texte_(Meldung::SprachpaketUnlesbar).arg(pfad));
-            }
-        }
-        worte_ = protokolltexte(einstellungen, texte_);
-        suche_.setzeErgebnisdatei(befehl.datenbank);
-        suche_.vertraue(befehl.datenbank);
-        if (grafik_.fehler() != Grafikfehler::Keiner) {
-            const QString& datei = aussehen_.briefkopf.Datei;
-            tarvel::melde(umgebung, datei, texte_(meldung(grafik_.fehler())).arg(datei));
+        , quelle_(einstellungen, texte, umgebung.format, umgebung.heute, befehl.datenbank) {
+        const Grafikfehler fehler = quelle_.grafik().fehler();
+        if (fehler != Grafikfehler::Keiner) {
+            const QString& datei = quelle_.aussehen().briefkopf.Datei;
+            tarvel::melde(umgebung, datei, texte_(meldung(fehler)).arg(datei));
         }
     }
 
@@ -100,35 +77,8 @@ private:
         status_ = Status::NichtLesbar;
     }
 
-    [[nodiscard]] GeleseneUntersuchung lies(const Ergebnissatz& satz) const {
-        return untersuchungAus(satz, {.texte = texte_,
-                                      .format = umgebung_.format,
-                                      .rassen = aussehen_.rassen,
-                                      .OhneHaarlänge = aussehen_.regeln.OhneHaarlänge});
-    }
-
-    [[nodiscard]] Protokolldaten daten(const GeleseneUntersuchung& gelesen, bool mitAnhang) {
-        Untersuchung untersuchung;
-        untersuchung.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum,
-                          gelesen.zusatz);
-        Protokolleinstellungen aussehen = aussehen_;
-        aussehen.Anhang = aussehen_.Anhang && mitAnhang;
-        Flügelbilder bilder({.suche = suche_, .öffne = öffneScan}, untersuchung.reihe());
-        return protokolldaten(
-            {.untersuchung = untersuchung,
-             .standard = ladeRassestandard(untersuchung.angaben().Rasse + 1, einstellungen_),
-             .einstellungen = aussehen,
-             .texte = texte_,
-             .protokolltexte = worte_,
-             .format = umgebung_.format,
-             .heute = umgebung_.heute,
-             .bild = [&bilder](const Flügelmessung& flügel, const QRect& ausschnitt) {
-                 return bilder.hole(flügel, ausschnitt);
-             }});
-    }
-
     void nimm(const Ergebnissatz& satz) {
-        const GeleseneUntersuchung gelesen = lies(satz);
+        const GeleseneUntersuchung gelesen = quelle_.lies(satz);
         const QString nummer = satz.U_NR.trimmed();
         if (!gelesen.nichtGelesen.isEmpty()) {
             tarvel::melde(umgebung_, befehl_.datenbank,
@@ -140,7 +90,7 @@ private:
             return;
         }
         nummern_ << satz.U_NR;
-        zeilen_.push_back(serienzeile(daten(gelesen, false)));
+        zeilen_.push_back(serienzeile(quelle_.protokoll(gelesen, false)));
     }
 
     /// The report at a place of zeilen_, read anew since pictures of many would fill the memory.
@@ -150,7 +100,7 @@ private:
         if (!satz) {
             throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, befehl_.datenbank, nummer);
         }
-        return daten(lies(*satz), true);
+        return quelle_.protokoll(quelle_.lies(*satz), true);
     }
 
     [[nodiscard]] Status schreibeEine() {
@@ -159,10 +109,10 @@ private:
         }
         const bool eines = zeilen_.size() == 1;
         return schreibe(umgebung_, befehl_.pdf,
-                        eines ? protokollAlsPdf(protokoll(0), grafik_)
+                        eines ? protokollAlsPdf(protokoll(0), quelle_.grafik())
                               : serieAlsPdf(
                                     zeilen_, [this](std::size_t i) { return protokoll(i); },
-                                    aussehen_, grafik_, texte_));
+                                    quelle_.aussehen(), quelle_.grafik(), texte_));
     }
 
     [[nodiscard]] Status schreibeJede() {
@@ -175,7 +125,7 @@ private:
                 name = stamm + u'-' + QString::number(i) + u".pdf"_s;
             }
             const Status geschrieben = schreibe(umgebung_, QDir(befehl_.ordner).filePath(name),
-                                                protokollAlsPdf(protokoll(p), grafik_));
+                                                protokollAlsPdf(protokoll(p), quelle_.grafik()));
             status = geschrieben == Status::Gut ? status : geschrieben;
         }
         return status;
@@ -183,13 +133,9 @@ private:
 
     const Protokollbefehl& befehl_;
     const Batchumgebung& umgebung_;
-    const Einstellungen& einstellungen_;
+    const Texte& texte_;
     Ergebnistabelle tabelle_;
-    Texte texte_;
-    Protokolleinstellungen aussehen_;
-    Protokolltexte worte_;
-    Briefkopfgrafik grafik_;
-    Bildsuche suche_;
+    Serienquelle quelle_;
     QStringList nummern_; ///< of the examinations that can be printed
     std::vector<Serienzeile> zeilen_;
     Status status_ = Status::Gut;
@@ -203,7 +149,9 @@ Status schreibeProtokoll(const Protokollbefehl& befehl, const Batchumgebung& umg
         return Status::NichtLesbar;
     }
     try {
-        return Ausgabe(befehl, umgebung, *einstellungen).führeAus();
+        Texte texte{QString()};
+        ladeTexte(texte, umgebung, *einstellungen);
+        return Ausgabe(befehl, umgebung, *einstellungen, texte).führeAus();
     } catch (const Datenbankfehler& fehler) {
         melde(umgebung, befehl.datenbank, meldungstext(umgebung.texte, fehler));
         return Status::NichtLesbar;

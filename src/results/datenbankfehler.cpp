@@ -86,6 +86,8 @@ QString meldungstext(const Texte& texte, const Datenbankfehler& fehler) {
     switch (fehler.grund()) {
     case Datenbankgrund::Keine:
         return mitDatei(Meldung::DatenbankKeine);
+    case Datenbankgrund::Früher:
+        return mitDatei(Meldung::JetDatei);
     case Datenbankgrund::OhneTabelle:
         return mitDatei(Meldung::DatenbankOhneTabelle);
     case Datenbankgrund::SpalteFehlt:
@@ -122,6 +124,16 @@ QString meldungstext(const Texte& texte, const Datenbankfehler& fehler) {
             .arg(datei, QDir::toNativeSeparators(fehler.einzelheit()));
     case Datenbankgrund::OhneSperren:
         return mitDatei(Meldung::DatenbankOhneSperren);
+    case Datenbankgrund::ZuGroßZumSichern:
+        return mitDatei(Meldung::TagessicherungZuGroß);
+    case Datenbankgrund::QuelleDieselbe:
+        return mitDatei(Meldung::QuelleDieselbe);
+    case Datenbankgrund::QuelleUnterbrochen:
+        return mitDatei(Meldung::QuelleUnterbrochen);
+    case Datenbankgrund::KorbEintragFehlt:
+        return mitDatei(Meldung::KorbEintragFehlt);
+    case Datenbankgrund::SeitherGeändert:
+        return texte(Meldung::SeitherGeändert).arg(fehler.einzelheit());
     case Datenbankgrund::Laufwerk:
         return texte(Meldung::DatenbankLaufwerk).arg(datei, fehler.einzelheit());
     case Datenbankgrund::Sonstiges:

@@ -11,25 +11,31 @@ class Texte;
 
 /// Why an operation on a results file did not happen.
 enum class Datenbankgrund {
-    Keine,             ///< not a results file at all
-    OhneTabelle,       ///< a database without the table `Ergebnisse`
-    SpalteFehlt,       ///< einzelheit: name of the column
-    Beschädigt,        ///< truncated or malformed
-    Verschwunden,      ///< the file is not there
-    Gesperrt,          ///< another program keeps it locked
-    Schreibgeschützt,  ///< the file or its folder
-    Voll,              ///< no room on the drive
-    NichtAnlegbar,     ///< a new file cannot be made there
-    SchonVorhanden,    ///< a file of that name exists already
-    GleicheDatei,      ///< the backup copy would be the open file itself
-    TextZuLang,        ///< einzelheit: column; a text is wider than its column
-    NummerDoppelt,     ///< einzelheit: examination number that exists already
-    UntersuchungFehlt, ///< einzelheit: examination number that is not in the file; may be empty
-    NichtGewählt,      ///< no file is chosen
-    FremdesJournal,    ///< einzelheit: the file beside it that could reach others
-    OhneSperren,       ///< the drive keeps no locks
-    Laufwerk,          ///< einzelheit: what the system says; the drive has failed
-    Sonstiges,         ///< einzelheit: what the engine says
+    Keine,              ///< not a results file at all
+    Früher, ///< a database of the kind that results were kept in formerly
+    OhneTabelle,        ///< a database without the table `Ergebnisse`
+    SpalteFehlt,        ///< einzelheit: name of the column
+    Beschädigt,         ///< truncated or malformed
+    Verschwunden,       ///< the file is not there
+    Gesperrt,           ///< another program keeps it locked
+    Schreibgeschützt,   ///< the file or its folder
+    Voll,               ///< no room on the drive
+    NichtAnlegbar,      ///< a new file cannot be made there
+    SchonVorhanden,     ///< a file of that name exists already
+    GleicheDatei,       ///< the backup copy would be the open file itself
+    TextZuLang,         ///< einzelheit: column; a text is wider than its column
+    NummerDoppelt,      ///< einzelheit: examination number that exists already
+    UntersuchungFehlt,  ///< einzelheit: examination number that is not in the file; may be empty
+    NichtGewählt,       ///< no file is chosen
+    FremdesJournal,     ///< einzelheit: the file beside it that could reach others
+    OhneSperren,        ///< the drive keeps no locks
+    ZuGroßZumSichern,   ///< beyond what is backed up daily
+    QuelleDieselbe,     ///< the other collection is the open file itself
+    QuelleUnterbrochen, ///< a crash left the other collection in the middle of a save
+    KorbEintragFehlt,   ///< what is to come back is not in the bin any more
+    SeitherGeändert,    ///< einzelheit: examination number; not as it was left any more
+    Laufwerk,           ///< einzelheit: what the system says; the drive has failed
+    Sonstiges,          ///< einzelheit: what the engine says
 };
 
 /// Thrown by every operation on a results file that could not be done. The file is then as it was

@@ -42,12 +42,21 @@ DB::DB(DbUmgebung umgebung, QWidget* parent)
     , grid_(new Ergebnisgitter(umgebung_.texte))
     , filter_(new Filterzeile(umgebung_.texte))
     , lab_Anzahl_(new QLabel)
-    , bef_Öffnen_(new QPushButton(umgebung_.texte(Text::MenüÖffnen))) {
+    , bef_Öffnen_(new QPushButton(umgebung_.texte(Text::MenüÖffnen)))
+    , bef_Daten_(new QPushButton(umgebung_.texte(Meldung::AlteDatenBefehl))) {
     setObjectName(u"DB"_s);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     modell_.setObjectName(u"Data1"_s);
     modell_.setzeFormat(umgebung_.format);
     modell_.vorÄnderung(Grid_BeforeUpdate);
+    modell_.vorDatum([this](const QDate& datum) {
+        const Texte& t = umgebung_.texte;
+        return !umgebung_.heute.isValid() || !datum.isValid() || datum <= umgebung_.heute ||
+               umgebung_.dialoge.frage(
+                   {.titel = t(Text::SpalteDatum),
+                    .text = t(Meldung::DatumInZukunft).arg(vollesDatum(t, datum))}) ==
+                   Antwort::Ja;
+    });
     modell_.vorTierwechsel([this](const QString& nummer, const QString& wort) {
         return prüfeTierwechsel(nummer, wort);
     });
@@ -113,6 +122,7 @@ void DB::baueFenster() {
     connect(kopf, &QWidget::customContextMenuRequested, this, [this, kopf](const QPoint& ort) {
         menüs_->menü(Ergebnismenü::Spalten)->popup(kopf->mapToGlobal(ort));
     });
+    connect(&modell_, &QAbstractItemModel::dataChanged, this, [this] { zeigeStand(); });
     layout->addWidget(grid_, 1);
     layout->addLayout(baueFuß());
     vergibBuchstaben();
@@ -129,9 +139,9 @@ void DB::vergibBuchstaben() {
     worte << lab_Suche->text();
     QList<QPushButton*> knöpfe;
     for (const QString& name :
-         {u"bef_AllesZeigen"_s, u"bef_Ändern"_s, u"bef_Öffnen"_s, u"bef_Abbrechen"_s}) {
+         {u"bef_AllesZeigen"_s, u"bef_Daten"_s, u"bef_Ändern"_s, u"bef_Öffnen"_s, u"bef_Abbrechen"_s}) {
         knöpfe << findChild<QPushButton*>(name);
-        worte << knöpfe.last()->text();
+        worte << knöpfe.last()->text().remove(u'&');
     }
     worte = mitKürzelbuchstaben(worte);
     lab_Suche->setText(worte.at(erstes));
@@ -190,6 +200,13 @@ QLayout* DB::baueFuß() {
     zeile->addWidget(lab_Anzahl_);
     zeile->addStretch();
     zeile->addWidget(bef_Ändern);
+    bef_Daten_->setObjectName(u"bef_Daten"_s);
+    bef_Daten_->setToolTip(texte(Meldung::AlteDatenText));
+    bef_Daten_->setAutoDefault(false);
+    bef_Daten_->hide();
+    connect(bef_Daten_, &QPushButton::clicked, this,
+            [this] { sammlungsbefehl(Ergebnismenüs::DatenUmwandeln); });
+    zeile->addWidget(bef_Daten_);
     zeile->addWidget(bef_Öffnen_);
     zeile->addWidget(bef_Abbrechen);
     return zeile;
@@ -254,6 +271,7 @@ void DB::DB_Open() {
     wahl_ = Filterwahl();
     spalte_.reset();
     absteigend_ = false;
+    modell_.rücknahmen().clear(); // those of another file
     {
         const QSignalBlocker still(txt_Suche_); // the rows are read once, below
         txt_Suche_->clear();
@@ -262,6 +280,7 @@ void DB::DB_Open() {
     gemerkt_.reset();
     grid_->clearSelection();
     zeigeZeilen();
+    zeigeAlteDaten();
     if (modell_.vollständig()) {
         Auf_Tabellenende();
     } else {
@@ -384,6 +403,13 @@ void DB::zeigeStand() {
         .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
     menüs_->aktion(Filter, Ergebnismenüs::AllesZeigen).setEnabled(engtEin());
     findChild<QPushButton*>(u"bef_AllesZeigen"_s)->setEnabled(engtEin());
+    menüs_->aktion(Tabelle, Ergebnismenüs::Rückgängig)
+        .setEnabled(!modell_.rücknahmen().empty());
+    for (const auto befehl :
+         {Ergebnismenüs::Papierkorb, Ergebnismenüs::Zusammenführen, Ergebnismenüs::AusSicherung, Ergebnismenüs::DatenUmwandeln}) {
+        menüs_->aktion(Tabelle, befehl)
+            .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
+    }
 }
 
 template <typename Filter>

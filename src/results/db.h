@@ -64,6 +64,7 @@ struct DbUmgebung {
     std::function<std::unique_ptr<Protokollserie>()> protokolle = {};
     QStringList rassen = {};                ///< the race list
     Zahlenformat format = {};               ///< of means and resolutions
+    QDate heute = {}; ///< later dates are asked about; invalid: none is
     Einstellungen* einstellungen = nullptr; ///< keep place, widths and columns of the window
     /// How often to look whether another program has changed the file; 0 for never.
     std::chrono::milliseconds nachsehen{0};
@@ -168,11 +169,16 @@ private:
     void exportiere(const std::vector<qint64>& ids);
     [[nodiscard]] std::optional<QByteArray> alsCsv(const std::vector<qint64>& ids);
     void löscheZeile();
+    void merke(const Rücknahme& rücknahme);
     void löscheMehrere(const QList<int>& zeilen);
     void beurteileNeu();
     [[nodiscard]] QList<int> gewählteZeilen() const;
     [[nodiscard]] int anzahlGewählte() const;
     [[nodiscard]] std::vector<qint64> gewählteIds();
+    void sammlungsbefehl(int index);
+    void zeigeAlteDaten();
+    bool wandleDaten();
+    [[nodiscard]] Satzumgebung satzumgebung() const;
     [[nodiscard]] std::optional<std::vector<Neuurteil>>
     prüfeNeu(const Neubeurteilung& neubeurteilung, QStringList& übergangen);
     void speichereNeue(const Neubeurteilung& neubeurteilung, const std::vector<Neuurteil>& urteile);
@@ -205,6 +211,7 @@ private:
     QLineEdit* txt_Suche_ = nullptr;
     QLabel* lab_Anzahl_;
     QPushButton* bef_Öffnen_;
+    QPushButton* bef_Daten_; ///< tells of dates in another form
 };
 
 } // namespace tarvel

@@ -61,6 +61,7 @@ void DB::tabellenbefehl(int index) {
         zeigeNeu();
         break;
     default:
+        sammlungsbefehl(index);
         break;
     }
 }

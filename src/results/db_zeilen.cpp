@@ -64,18 +64,30 @@ void DB::berichte(const QString& titel, const QString& text, const QStringList& 
     }
 }
 
+/// What several rows went through is undone in one, as long as the bin has them all.
+void DB::merke(const Rücknahme& rücknahme) {
+    if (!rücknahme.leer() && rücknahme.einträge.size() <= Papierkorb::Höchstens) {
+        modell_.rücknahmen().push_back(rücknahme);
+    }
+}
+
 void DB::löscheMehrere(const QList<int>& zeilen) {
     const Texte& texte = umgebung_.texte;
     const QString titel = texte(Text::ZeileLöschen);
     const QString zahl = sprachraum(texte).toString(zeilen.size());
     if (umgebung_.dialoge.frage({.titel = titel,
-                                 .text = texte(Meldung::MehrereLöschenFrage).arg(zahl),
+                                 .text = texte(Meldung::MehrereLöschenFrage).arg(zahl) +
+                                         (zeilen.size() > Papierkorb::Höchstens
+                                              ? u' ' + texte(Meldung::KorbFasst)
+                                                           .arg(Papierkorb::Höchstens)
+                                              : QString()),
                                  .verwirft = true}) != Antwort::Ja) {
         return;
     }
     auto fortschritt = std::make_unique<Fortschritt>(this, titel, texte(Text::Abbrechen),
                                                      static_cast<int>(zeilen.size()));
     Ergebnistabelle tabelle(umgebung_.DatenbankPfad);
+    Rücknahme rücknahme;
     QStringList gescheitert;
     int gelöscht = 0;
     int schritt = 0;
@@ -91,7 +103,7 @@ void DB::löscheMehrere(const QList<int>& zeilen) {
             if (!satz) {
                 throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, umgebung_.DatenbankPfad);
             }
-            tabelle.lösche(*satz);
+            rücknahme += tabelle.lösche(*satz);
             ++gelöscht;
         } catch (const Datenbankfehler& fehler) {
             gescheitert << (satz ? satz->werte.front().trimmed() + u": "_s : QString()) +
@@ -100,6 +112,7 @@ void DB::löscheMehrere(const QList<int>& zeilen) {
     }
     fortschritt.reset();
     gemerkt_.reset();
+    merke(rücknahme);
     zeigeNeu();
     if (gelöscht < zeilen.size()) {
         berichte(titel, texte(Meldung::GelöschtFertig).arg(QString::number(gelöscht), zahl),
@@ -115,6 +128,7 @@ void DB::trageEin(const QString& titel, const std::vector<qint64>& ids,
     const auto anzahl = static_cast<int>(ids.size());
     auto fortschritt = std::make_unique<Fortschritt>(this, titel, texte(Text::Abbrechen), anzahl);
     Ergebnistabelle tabelle(umgebung_.DatenbankPfad);
+    Rücknahme rücknahme;
     QStringList gescheitert;
     int geändert = 0;
     for (int i = 0; i < anzahl; ++i) {
@@ -134,7 +148,7 @@ void DB::trageEin(const QString& titel, const std::vector<qint64>& ids,
                 continue;
             }
             Grid_BeforeUpdate(neu);
-            tabelle.ändere(zeilen.front(), neu);
+            rücknahme += tabelle.ändere(zeilen.front(), neu);
             ++geändert;
         } catch (const Ergebnistabelle::Zeilenkonflikt&) {
             gescheitert << nummer + texte(Meldung::ZeileInzwischenGeändert);
@@ -143,6 +157,7 @@ void DB::trageEin(const QString& titel, const std::vector<qint64>& ids,
         }
     }
     fortschritt.reset();
+    merke(rücknahme);
     zeigeNeu();
     berichte(titel,
              texte(Meldung::GeändertFertig)

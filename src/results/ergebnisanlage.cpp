@@ -11,8 +11,10 @@
 
 #include <QFileInfo>
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
+#include <thread>
 
 namespace tarvel {
 
@@ -92,6 +94,45 @@ void kopiere(Ergebnisdatei& datei, const Rohfassung& roh, const QString& ziel) {
     }
 }
 
+/// Copies a little at a time. False when it was told to stop.
+bool kopiereNebenbei(Ergebnisdatei& datei, const Rohfassung& roh, const QString& ziel,
+                     const std::atomic<bool>& aufhören) {
+    constexpr int SeitenJeSchritt = 128;
+    constexpr std::chrono::milliseconds Pause(2); // long enough for one who waits to write
+    bool fertig = false;
+    fülle(roh, ziel, [&](SQLite::Database& kopie) {
+        {
+            SQLite::Backup sicherung(kopie, datei.verbindung());
+            while (!aufhören && sicherung.executeStep(SeitenJeSchritt) != SQLITE_DONE) {
+                std::this_thread::sleep_for(Pause);
+            }
+            fertig = !aufhören;
+        }
+        sqlite3_progress_handler(
+            kopie.getHandle(), 10'000,
+            [](void* flagge) {
+                return static_cast<const std::atomic<bool>*>(flagge)->load() ? 1 : 0;
+            },
+            const_cast<std::atomic<bool>*>(&aufhören)); // NOLINT: the engine's signature
+        try {
+            if (fertig && !istHeil(kopie)) {
+                throw Datenbankfehler(Datenbankgrund::Beschädigt, datei.pfad());
+            }
+        } catch (const SQLite::Exception&) {
+            if (!aufhören) {
+                throw;
+            }
+        }
+    });
+    return fertig && !aufhören;
+}
+
+/// Whether a file lies beside @p ziel that the engine would apply to a copy there.
+bool hatBegleiter(const Rohfassung& roh) {
+    return QFileInfo::exists(roh.ziel() + u"-journal"_s) ||
+           QFileInfo::exists(roh.ziel() + u"-wal"_s);
+}
+
 } // namespace
 
 void NeueDatenbank(const QString& pfad) {
@@ -126,15 +167,39 @@ void Ergebnistabelle::sichere(const QString& ziel) const {
             throw fehlerVon(roh, ziel);
         }
         roh.beschränkeAuf(pfad_);
-        for (const QString& begleiter : {u"-journal"_s, u"-wal"_s}) {
-            if (QFileInfo::exists(roh.ziel() + begleiter)) { // it would be applied to the copy
-                throw Datenbankfehler(Datenbankgrund::Gesperrt, ziel);
-            }
+        if (hatBegleiter(roh)) {
+            throw Datenbankfehler(Datenbankgrund::Gesperrt, ziel);
         }
         kopiere(datei, roh, ziel);
         if (!roh.ersetze()) {
             throw fehlerVon(roh, ziel);
         }
+    });
+}
+
+bool Ergebnistabelle::sichereNebenbei(const QString& ziel,
+                                      const std::atomic<bool>& aufhören) const {
+    const QString absolut = QFileInfo(ziel).absoluteFilePath();
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        datei.prüfeAufbau();
+        if (istBelegt(absolut)) {
+            return false;
+        }
+        Rohfassung roh(absolut);
+        if (!roh.angelegt()) {
+            throw fehlerVon(roh, ziel);
+        }
+        roh.beschränkeAuf(pfad_);
+        if (hatBegleiter(roh) || !kopiereNebenbei(datei, roh, ziel, aufhören)) {
+            return false;
+        }
+        if (!roh.benenne()) {
+            if (istBelegt(absolut)) {
+                return false;
+            }
+            throw fehlerVon(roh, ziel);
+        }
+        return true;
     });
 }
 

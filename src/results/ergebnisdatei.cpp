@@ -5,6 +5,7 @@
 #include "results/begleitdateien.h"
 #include "results/dateizugang.h"
 #include "results/ergebnissatz.h"
+#include "results/jetdatei.h"
 #include "results/sqlfunktionen.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -23,8 +24,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Longer values are none of an examination, and their texts would fill the memory.
-constexpr qsizetype LängsterWert = qsizetype{64} * 1024 * 1024;
 constexpr qsizetype GezeigterAnfang = 2000;
 
 QString geprüfterPfad(const QString& pfad) {
@@ -74,6 +73,14 @@ std::string unveränderlich(const QString& pfad) {
     return QUrl::fromLocalFile(pfad).toEncoded().toStdString() + "?immutable=1";
 }
 
+int öffnungsart(Ergebnisdatei::Zugriff zugriff) {
+    using enum Ergebnisdatei::Zugriff;
+    return SQLite::OPEN_NOMUTEX |
+           (zugriff == Üblich     ? SQLite::OPEN_READWRITE
+            : zugriff == NurLesen ? SQLite::OPEN_READONLY
+                                  : SQLite::OPEN_READONLY | SQLite::OPEN_URI);
+}
+
 std::string gequotet(QString text) {
     return (u'\'' + text.replace(u'\'', u"''"_s) + u'\'').toStdString();
 }
@@ -84,6 +91,9 @@ Datenbankgrund grundFür(int code, Fehlerart art, const QString& pfad) {
     switch (code) { // what the general code alone does not tell
     case SQLITE_READONLY_DBMOVED:
         return Datenbankgrund::Verschwunden;
+    case SQLITE_READONLY_ROLLBACK: // a journal that only one who writes could apply
+    case SQLITE_READONLY_RECOVERY:
+        return Datenbankgrund::QuelleUnterbrochen;
     case SQLITE_IOERR_SHORT_READ:
         return Datenbankgrund::Beschädigt;
     case SQLITE_IOERR_LOCK:
@@ -99,7 +109,7 @@ Datenbankgrund grundFür(int code, Fehlerart art, const QString& pfad) {
     case SQLITE_AUTH:
         return Datenbankgrund::FremdesJournal;
     case SQLITE_NOTADB:
-        return Datenbankgrund::Keine;
+        return istJetDatei(pfad) ? Datenbankgrund::Früher : Datenbankgrund::Keine;
     case SQLITE_CORRUPT:
         return Datenbankgrund::Beschädigt;
     case SQLITE_BUSY:
@@ -214,12 +224,9 @@ Ergebnisdatei::Ergebnisdatei(const QString& pfad, std::chrono::milliseconds wart
                              Zugriff zugriff)
     : pfad_(pfad)
     // For reading too: after a crash the reader has to undo what a writer had begun.
-    , verbindung_(zugriff == Zugriff::Üblich ? geprüfterPfad(pfad).toStdString()
-                                             : unveränderlich(geprüfterPfad(pfad)),
-                  zugriff == Zugriff::Üblich
-                      ? SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX
-                      : SQLite::OPEN_READONLY | SQLite::OPEN_NOMUTEX | SQLite::OPEN_URI,
-                  static_cast<int>(wartezeit.count()), neuerZugang()) {
+    , verbindung_(zugriff == Zugriff::Unveränderlich ? unveränderlich(geprüfterPfad(pfad))
+                                                     : geprüfterPfad(pfad).toStdString(),
+                  öffnungsart(zugriff), static_cast<int>(wartezeit.count()), neuerZugang()) {
     nimmNurDaten(verbindung_.getHandle());
     registriereVALundYear(verbindung_);
 }

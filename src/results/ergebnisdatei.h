@@ -14,6 +14,9 @@
 
 namespace tarvel {
 
+/// Longer values, in bytes, are none of an examination, and their texts would fill the memory.
+inline constexpr qsizetype LängsterWert = qsizetype{64} * 1024 * 1024;
+
 /// A text as a column holds it. The engine takes whatever bytes a program gives it: those that are
 /// no UTF-8 are taken for Windows-1252.
 struct Spaltentext {
@@ -37,6 +40,7 @@ class Ergebnisdatei {
 public:
     enum class Zugriff {
         Üblich,
+        NurLesen,       ///< never writes, not even what a crash left to be undone
         Unveränderlich, ///< reads where no file can be made beside it, and asks for no lock
     };
     /// Opens a file that exists. @p wartezeit how long to wait for another program that writes.
@@ -77,7 +81,8 @@ private:
 
 /// Does @p arbeit on the open file; whatever the engine reports becomes a Datenbankfehler.
 template <typename Arbeit>
-auto mitErgebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit, Arbeit&& arbeit) {
+auto mitErgebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit, Arbeit&& arbeit,
+                      Ergebnisdatei::Zugriff zugang = Ergebnisdatei::Zugriff::Üblich) {
     using enum Ergebnisdatei::Zugriff;
     const auto versuche = [&](Ergebnisdatei::Zugriff zugriff) {
         Ergebnisdatei datei(pfad, wartezeit, zugriff);
@@ -92,7 +97,7 @@ auto mitErgebnisdatei(const QString& pfad, std::chrono::milliseconds wartezeit, 
     };
     try {
         try {
-            return versuche(Üblich);
+            return versuche(zugang);
         } catch (const SQLite::Exception& fehler) {
             if (!Ergebnisdatei::liegtFest(pfad, fehler)) {
                 throw;

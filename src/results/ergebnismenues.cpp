@@ -26,7 +26,13 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
           {Text::ZeileLöschen, {}, {QKeySequence::Delete}},
           {Meldung::Exportieren, Meldung::TippExportTabelle, {Qt::CTRL | Qt::Key_E}},
           {Meldung::MenüNeuBeurteilen, Meldung::TippNeuBeurteilen, {Qt::CTRL | Qt::Key_J}},
-          {Meldung::NeuLesen, Meldung::TippNeuLesen, {QKeySequence(Qt::Key_F5)}}},
+          {Meldung::NeuLesen, Meldung::TippNeuLesen, {QKeySequence(Qt::Key_F5)}},
+          {Meldung::Rückgängig, Meldung::TippRückgängigTabelle, {QKeySequence::Undo}},
+          {Meldung::MenüPapierkorb, Meldung::TippPapierkorb},
+          {Meldung::MenüZusammenführen, Meldung::TippZusammenführen},
+          {Meldung::MenüAusSicherung, Meldung::TippAusSicherung},
+          {Meldung::AlteDatenBefehl, Meldung::AlteDatenText}},
+         false);
          keine);
     baue(Ergebnis, u"men_Ergebnis"_s, Text::Ergebnis,
          {{Text::Alle, Filtertipp},

@@ -361,6 +361,10 @@ bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, in
     if (vorÄnderung_) {
         vorÄnderung_(neu);
     }
+    if (spalte == Ergebnisspalte::Datum && vorDatum_ &&
+        !vorDatum_(QDate::fromString(wert, Qt::ISODate))) {
+        return false;
+    }
     if (spalte == Ergebnisspalte::Geschlecht && vorTierwechsel_) {
         switch (vorTierwechsel_(alt.werte.front(), wert)) {
         case Wortwechsel::Schreiben:
@@ -373,7 +377,7 @@ bool Ergebnismodell::setData(const QModelIndex& index, const QVariant& value, in
         }
     }
     try {
-        tabelle_.ändere(alt, neu);
+        rücknahmen_.push_back(tabelle_.ändere(alt, neu));
     } catch (const Ergebnistabelle::Zeilenkonflikt& konflikt) {
         blöcke_.remove(index.row() / Seite); // the next attempt starts from what stands there now
         if (beiFehler_) {
@@ -400,7 +404,7 @@ void Ergebnismodell::lösche(int zeile) {
     if (gezeigt == nullptr) {
         throw Datenbankfehler(Datenbankgrund::UntersuchungFehlt, tabelle_.pfad());
     }
-    tabelle_.lösche(*gezeigt);
+    rücknahmen_.push_back(tabelle_.lösche(*gezeigt));
     beginRemoveRows({}, zeile, zeile);
     ids_.erase(ids_.begin() + zeile);
     blöcke_.clear(); // every row behind it moves up

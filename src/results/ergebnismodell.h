@@ -43,6 +43,8 @@ public:
     /// Called with the number of an examination whose caste is to change to @p wort. Must not wait
     /// for the user.
     using Wortprüfer = std::function<Wortwechsel(const QString& nummer, const QString& wort)>;
+    /// Asked before a date is written.
+    void vorDatum(std::function<bool(const QDate& datum)> prüfer) { vorDatum_ = std::move(prüfer); }
     void vorTierwechsel(Wortprüfer prüfer) { vorTierwechsel_ = std::move(prüfer); }
 
     /// How the columns on demand write numbers.
@@ -70,6 +72,8 @@ public:
     [[nodiscard]] bool istVorhanden(int zeile) const { return this->zeile(zeile) != nullptr; }
     /// Deletes a row from the file. Throws Datenbankfehler; the row stays then.
     void lösche(int zeile);
+    /// What takes back the changes made here, the last one at the end.
+    [[nodiscard]] std::vector<Rücknahme>& rücknahmen() { return rücknahmen_; }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -106,8 +110,10 @@ private:
     Fehlerempfänger beiFehler_;
     Ergebnistabelle tabelle_{QString()};
     Wortprüfer vorTierwechsel_;
+    std::function<bool(const QDate&)> vorDatum_;
     Zahlenformat format_;
     Zeilenwahl wahl_;
+    std::vector<Rücknahme> rücknahmen_;
     std::vector<qint64> ids_;
     bool vollständig_ = true;
     mutable QCache<int, Block> blöcke_;

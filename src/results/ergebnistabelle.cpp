@@ -2,6 +2,7 @@
 
 #include "platform/zahlen.h"
 #include "results/ergebnisdatei.h"
+#include "results/herkunft.h"
 #include "results/satzzugriff.h"
 
 #include <SQLiteCpp/Statement.h>
@@ -220,13 +221,14 @@ void Ergebnistabelle::speichere(const Ergebnissatz& satz) {
     prüfeBreiten(pfad_, satz);
     mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
-        setzeAnStelle(datei, zielzeilen(datei, geschrieben(satz.U_NR)), satz);
+        setzeAnStelle(datei, zielzeilen(datei, geschrieben(satz.U_NR)), satz,
+                      Korbanlass::Überschrieben);
         vorgang.commit();
     });
 }
 
-bool Ergebnistabelle::ersetze(const Ergebnissatz& satz,
-                              const std::optional<Ergebnissatz>& erwartet) {
+bool Ergebnistabelle::ersetze(const Ergebnissatz& satz, const std::optional<Ergebnissatz>& erwartet,
+                              std::optional<Korbanlass> anlass) {
     prüfeBreiten(pfad_, satz);
     return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
@@ -236,7 +238,7 @@ bool Ergebnistabelle::ersetze(const Ergebnissatz& satz,
                 return false;
             }
         }
-        setzeAnStelle(datei, ziele, satz);
+        setzeAnStelle(datei, ziele, satz, anlass);
         vorgang.commit();
         return true;
     });
@@ -299,7 +301,7 @@ void Ergebnistabelle::sätze(const std::vector<qint64>& ids,
     }
 }
 
-void Ergebnistabelle::ändere(const Zeile& alt, const Zeile& neu) {
+Rücknahme Ergebnistabelle::ändere(const Zeile& alt, const Zeile& neu) {
     std::vector<size_t> geändert;
     for (size_t i = 0; i < gezeigt.size(); ++i) {
         const QString altKnapp = alt.werte.at(i).trimmed();
@@ -312,31 +314,47 @@ void Ergebnistabelle::ändere(const Zeile& alt, const Zeile& neu) {
             prüfeBreite(pfad_, gezeigt.at(i), neu.werte.at(i));
         }
     }
-    mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+    const bool umbenannt =
+        std::find(geändert.begin(), geändert.end(), spalteNummer) != geändert.end();
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
         prüfeZeile(datei, alt);
         if (Zeile jetzt = liesZeile(datei, alt.id); jetzt.werte != alt.werte) {
             throw Zeilenkonflikt(std::move(jetzt));
         }
+        Rücknahme rücknahme;
+        if (geändert.empty()) {
+            return rücknahme;
+        }
+        rücknahme.einträge = {
+            hebeAuf(datei, alt.id, umbenannt ? Korbanlass::Umbenannt : Korbanlass::Geändert)};
         for (const size_t i : geändert) {
             if (i == spalteNummer) {
                 prüfeNummerFrei(datei, neu);
+                benenneHerkunftUm(datei, alt.werte.at(i), geschrieben(neu.werte.at(i)));
             }
             schreibeSpalte(datei, neu, i);
         }
+        const std::array ids{alt.id};
+        for (const Ergebnissatz& jetzt : lies(datei, ids).sätze) {
+            vermerkeNachfolger(datei, rücknahme.einträge.front(), jetzt.U_NR, satzmarke(jetzt));
+        }
+        räumeKorbAuf(datei);
         vorgang.commit();
+        return rücknahme;
     });
 }
 
-void Ergebnistabelle::lösche(const Zeile& zeile) {
-    mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+Rücknahme Ergebnistabelle::lösche(const Zeile& zeile) {
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         Schreibvorgang vorgang(datei);
         prüfeZeile(datei, zeile);
-        SQLite::Statement löschen(datei.verbindung(),
-                                  "DELETE FROM Ergebnisse WHERE " + datei.platz() + " = ?");
-        löschen.bind(1, static_cast<int64_t>(zeile.id));
-        löschen.exec();
+        Rücknahme rücknahme;
+        rücknahme.einträge = {hebeAuf(datei, zeile.id, Korbanlass::Gelöscht)};
+        entferneZeile(datei, zeile.id);
+        räumeKorbAuf(datei);
         vorgang.commit();
+        return rücknahme;
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "lang/texte.h"
 #include "results/ergebnissatz.h"
+#include "results/papierkorb.h"
 #include "results/zeilenwahl.h"
 
 #include <QDate>
@@ -10,6 +11,7 @@
 #include <QStringView>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <optional>
@@ -54,13 +56,14 @@ public:
     /// Stores a row in place of the one with the same number: that of the same spelling, else all
     /// that differ only in case. Texts are measured against their columns before anything is
     /// deleted; removing and adding are one transaction. Columns that other programs have added
-    /// keep their values.
+    /// keep their values. A row that is replaced by another content goes into the bin.
     void speichere(const Ergebnissatz& satz);
     /// The same unless a row that would be replaced differs from @p erwartet, what lade() gave when
     /// it was last looked at: then nothing changes and false comes back. A row that has gone
-    /// meanwhile is no difference.
+    /// meanwhile is no difference. Without @p anlass nothing goes into the bin.
     [[nodiscard]] bool ersetze(const Ergebnissatz& satz,
-                               const std::optional<Ergebnissatz>& erwartet);
+                               const std::optional<Ergebnissatz>& erwartet,
+                               std::optional<Korbanlass> anlass = Korbanlass::Überschrieben);
     /// The row of that number, of several spellings the exact one; nullopt when there is none.
     [[nodiscard]] std::optional<Ergebnissatz> lade(const QString& nummer) const;
 
@@ -75,6 +78,9 @@ public:
     /// Copies the file to @p ziel while others may work on it. An existing file there is replaced
     /// only after the copy is complete. Never the file itself.
     void sichere(const QString& ziel) const;
+    /// The same in small steps between which others can write. A file at @p ziel is never replaced.
+    /// False when there was one, or when @p aufhören became true; nothing is left over then.
+    bool sichereNebenbei(const QString& ziel, const std::atomic<bool>& aufhören) const;
 
     /// @name Rows by their place in the file, for the browser
     /// @{
@@ -145,10 +151,10 @@ public:
     /// Texts are measured against their widths unless only blanks at their ends went; a number must
     /// not exist yet. An empty text is stored as a single blank, an empty date as none; so blank
     /// and empty do not differ. UntersuchungFehlt when the row has gone or its place belongs to
-    /// another number now, Zeilenkonflikt when another text stands in it now.
-    void ändere(const Zeile& alt, const Zeile& neu);
-    /// Deletes a row as it was read. UntersuchungFehlt as above.
-    void lösche(const Zeile& zeile);
+    /// another number now, Zeilenkonflikt when another text stands in it now. The row goes into the bin as it was; what is returned takes it back.
+    Rücknahme ändere(const Zeile& alt, const Zeile& neu);
+    /// Deletes a row as it was read, into the bin. UntersuchungFehlt as above.
+    Rücknahme lösche(const Zeile& zeile);
     /// @}
 
 private:

@@ -95,8 +95,9 @@ QString Neubeurteilung::speichere(const Neuurteil& urteil, Ergebnistabelle& tabe
         const std::optional<Ergebnissatz> jetzt = tabelle.lade(urteil.nummer);
         const auto neu =
             jetzt && prüfe(*jetzt) == urteil ? neuerSatz(*jetzt, urteil) : std::nullopt;
-        return neu && tabelle.ersetze(*neu, *jetzt) ? QString()
-                                                    : texte(Meldung::ZeileInzwischenGeändert);
+        return neu && tabelle.ersetze(*neu, *jetzt, std::nullopt)
+                   ? QString()
+                   : texte(Meldung::ZeileInzwischenGeändert);
     } catch (const Datenbankfehler& fehler) {
         return meldungstext(texte, fehler);
     }

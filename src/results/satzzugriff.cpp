@@ -5,9 +5,9 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cstdint>
+#include <array>
+#include <iterator>
 #include <utility>
-#include <variant>
 
 namespace tarvel {
 
@@ -29,64 +29,45 @@ std::string grafikspalte(std::size_t i) {
     return "Grafik" + std::to_string(i + 1);
 }
 
-/// A value of a column that is not ours, as the engine holds it.
-struct Fremdwert {
-    std::string spalte;
-    std::variant<std::monostate, std::int64_t, double, std::string, std::vector<char>> wert;
-};
-
-std::string bezeichner(std::string name) {
-    for (std::size_t i = 0; (i = name.find('"', i)) != std::string::npos; i += 2) {
-        name.insert(i, 1, '"');
-    }
-    return '"' + name + '"';
-}
-
 /// The columns that other programs have added.
 std::vector<std::string> fremdspalten(Ergebnisdatei& datei) {
     const QStringList eigene = tabellenspalten();
-    std::vector<std::string> fremde;
-    SQLite::Statement vorhanden(datei.verbindung(), "PRAGMA table_info(Ergebnisse)");
-    while (vorhanden.executeStep()) {
-        const std::string name = vorhanden.getColumn(1).getString();
-        if (!eigene.contains(QString::fromStdString(name), Qt::CaseInsensitive)) {
-            fremde.push_back(name);
-        }
-    }
+    std::vector<std::string> fremde = spaltennamen(datei, "Ergebnisse");
+    std::erase_if(fremde, [&](const std::string& name) {
+        return eigene.contains(QString::fromStdString(name), Qt::CaseInsensitive);
+    });
     return fremde;
 }
 
-std::vector<Fremdwert> fremdwerte(Ergebnisdatei& datei, const std::string& ziel) {
-    std::vector<Fremdwert> werte;
-    for (const std::string& spalte : fremdspalten(datei)) {
-        SQLite::Statement abfrage(datei.verbindung(), "SELECT " + bezeichner(spalte) + ziel);
-        if (!abfrage.executeStep()) {
-            continue;
-        }
-        const SQLite::Column wert = abfrage.getColumn(0);
-        Fremdwert& neu = werte.emplace_back(Fremdwert{spalte, {}});
-        if (wert.isInteger()) {
-            neu.wert = static_cast<std::int64_t>(wert.getInt64());
-        } else if (wert.isFloat()) {
-            neu.wert = wert.getDouble();
-        } else if (wert.isText()) {
-            neu.wert = wert.getString();
-        } else if (wert.isBlob()) {
-            const auto* bytes = static_cast<const char*>(wert.getBlob());
-            neu.wert = std::vector<char>(bytes, bytes + wert.getBytes());
-        }
+/// To be called before the value is read as text, which would make it one.
+Rohwert rohwert(const SQLite::Column& wert) {
+    if ((wert.isText() || wert.isBlob()) && wert.getBytes() > LängsterWert) {
+        throw SQLite::Exception("value too long", SQLITE_TOOBIG);
     }
-    return werte;
+    if (wert.isInteger()) {
+        return static_cast<std::int64_t>(wert.getInt64());
+    }
+    if (wert.isFloat()) {
+        return wert.getDouble();
+    }
+    if (wert.isText()) {
+        return wert.getString();
+    }
+    if (wert.isBlob()) {
+        const auto* bytes = static_cast<const char*>(wert.getBlob());
+        return std::vector<char>(bytes, bytes + wert.getBytes());
+    }
+    return std::monostate();
 }
 
-void binde(SQLite::Statement& anweisung, int stelle, const Fremdwert& fremd) {
-    if (const auto* ganz = std::get_if<std::int64_t>(&fremd.wert)) {
+void binde(SQLite::Statement& anweisung, int stelle, const Rohwert& wert) {
+    if (const auto* ganz = std::get_if<std::int64_t>(&wert)) {
         anweisung.bind(stelle, *ganz);
-    } else if (const auto* bruch = std::get_if<double>(&fremd.wert)) {
+    } else if (const auto* bruch = std::get_if<double>(&wert)) {
         anweisung.bind(stelle, *bruch);
-    } else if (const auto* text = std::get_if<std::string>(&fremd.wert)) {
+    } else if (const auto* text = std::get_if<std::string>(&wert)) {
         anweisung.bind(stelle, *text);
-    } else if (const auto* bytes = std::get_if<std::vector<char>>(&fremd.wert)) {
+    } else if (const auto* bytes = std::get_if<std::vector<char>>(&wert)) {
         // Without bytes there is no address, which would bind NULL.
         anweisung.bind(stelle, bytes->empty() ? "" : static_cast<const void*>(bytes->data()),
                        static_cast<int>(bytes->size()));
@@ -95,43 +76,12 @@ void binde(SQLite::Statement& anweisung, int stelle, const Fremdwert& fremd) {
     }
 }
 
-void füge(Ergebnisdatei& datei, const Ergebnissatz& satz, const std::vector<Fremdwert>& fremde) {
-    std::string spalten = "U_NR, DATUM";
-    std::string plätze = "?, ?";
-    const auto nenne = [&](const std::string& name) {
-        spalten += ", " + name;
-        plätze += ", ?";
-    };
-    for (const Textstelle& stelle : textstellen) {
-        nenne(stelle.first);
+void setzeWert(Rohzeile& zeile, const std::string& spalte, const QString& wert) {
+    for (Rohspalte& s : zeile) {
+        if (s.name == spalte) {
+            s.wert = wert.toStdString();
+        }
     }
-    for (std::size_t i = 0; i < satz.Grafik.size(); ++i) {
-        nenne(grafikspalte(i));
-    }
-    for (const Fremdwert& fremd : fremde) {
-        nenne(bezeichner(fremd.spalte));
-    }
-    SQLite::Statement einfügen(datei.verbindung(),
-                               "INSERT INTO Ergebnisse(" + spalten + ") VALUES(" + plätze + ")");
-    int platz = 0;
-    const auto setze = [&](const QString& wert) {
-        einfügen.bind(++platz, geschrieben(wert).toStdString());
-    };
-    setze(satz.U_NR);
-    ++platz; // an invalid date stays NULL
-    if (satz.DATUM.isValid()) {
-        einfügen.bind(platz, satz.DATUM.toString(Qt::ISODate).toStdString());
-    }
-    for (const Textstelle& stelle : textstellen) {
-        setze(satz.*stelle.second);
-    }
-    for (const QString& grafik : satz.Grafik) {
-        setze(grafik);
-    }
-    for (const Fremdwert& fremd : fremde) {
-        binde(einfügen, ++platz, fremd);
-    }
-    einfügen.exec();
 }
 
 /// A row whose columns @p spalte gives by their names, always in the same order.
@@ -164,7 +114,182 @@ Ergebnissatz baueSatz(Spalte&& spalte) {
     return satz;
 }
 
+/// The number of a row that cannot be read as a whole; its place where that is beyond all measure.
+QString nummerVon(Ergebnisdatei& datei, const std::string& woher, qint64 id) {
+    SQLite::Statement nummer(datei.verbindung(), "SELECT U_NR" + woher);
+    nummer.bind(1, static_cast<std::int64_t>(id));
+    const Spaltentext text = nummer.tryExecuteStep() == SQLITE_ROW
+                                 ? spaltentext(nummer.getColumn(0))
+                                 : Spaltentext{{}, true, false, true};
+    return text.istZuGroß ? u'#' + QString::number(id) : text.text.trimmed();
+}
+
 } // namespace
+
+std::string bezeichner(std::string name) {
+    for (std::size_t i = 0; (i = name.find('"', i)) != std::string::npos; i += 2) {
+        name.insert(i, 1, '"');
+    }
+    return '"' + name + '"';
+}
+
+std::vector<std::string> spaltennamen(Ergebnisdatei& datei, const std::string& tabelle) {
+    std::vector<std::string> namen;
+    SQLite::Statement vorhanden(datei.verbindung(),
+                                "PRAGMA table_info(" + bezeichner(tabelle) + ")");
+    while (vorhanden.executeStep()) {
+        namen.push_back(vorhanden.getColumn(1).getString());
+    }
+    return namen;
+}
+
+Rohzeile rohzeile(const Ergebnissatz& satz) {
+    const auto text = [](const QString& wert) { return geschrieben(wert).toStdString(); };
+    Rohzeile zeile{{"U_NR", text(satz.U_NR)}, {"DATUM", std::monostate()}};
+    if (satz.DATUM.isValid()) { // an invalid date stays NULL
+        zeile.back().wert = satz.DATUM.toString(Qt::ISODate).toStdString();
+    }
+    for (const Textstelle& stelle : textstellen) {
+        zeile.push_back({stelle.first, text(satz.*stelle.second)});
+    }
+    for (std::size_t i = 0; i < satz.Grafik.size(); ++i) {
+        zeile.push_back({grafikspalte(i), text(satz.Grafik.at(i))});
+    }
+    return zeile;
+}
+
+QByteArray rohbytes(const Rohwert& wert) {
+    if (const auto* ganz = std::get_if<std::int64_t>(&wert)) {
+        return QByteArray::number(static_cast<qlonglong>(*ganz));
+    }
+    if (const auto* bruch = std::get_if<double>(&wert)) {
+        constexpr int Genau = 17;
+        return QByteArray::number(*bruch, 'g', Genau);
+    }
+    if (const auto* text = std::get_if<std::string>(&wert)) {
+        return QByteArray::fromStdString(*text);
+    }
+    if (const auto* bytes = std::get_if<std::vector<char>>(&wert)) {
+        return {bytes->data(), static_cast<qsizetype>(bytes->size())};
+    }
+    return {};
+}
+
+void setzeNummer(Rohsatz& zeile, const QString& nummer) {
+    zeile.satz.U_NR = nummer;
+    setzeWert(zeile.roh, "U_NR", nummer);
+}
+
+void setzeWörter(Rohsatz& zeile, Sprache sprache) {
+    const std::pair<const char*, QString Ergebnissatz::*> spalten[] = {
+        {"A_D", &Ergebnissatz::A_D}, {"ERGEBNIS", &Ergebnissatz::ERGEBNIS}};
+    for (const auto& [name, stelle] : spalten) {
+        for (const Text text : {Text::Arbeiter, Text::Drohnen, Text::Ja, Text::Nein}) {
+            const QString wort = Texte::eintrag(text, sprache);
+            if (bedeutet(zeile.satz.*stelle, text) && zeile.satz.*stelle != wort) {
+                zeile.satz.*stelle = wort;
+                setzeWert(zeile.roh, name, wort);
+            }
+        }
+    }
+}
+
+void füge(Ergebnisdatei& datei, const Rohzeile& zeile) {
+    std::string spalten;
+    std::string plätze;
+    for (const Rohspalte& spalte : zeile) {
+        const char* trenner = spalten.empty() ? "" : ", ";
+        spalten += trenner + bezeichner(spalte.name);
+        plätze += std::string(trenner) + '?';
+    }
+    SQLite::Statement einfügen(datei.verbindung(),
+                               "INSERT INTO Ergebnisse(" + spalten + ") VALUES(" + plätze + ")");
+    int platz = 0;
+    for (const Rohspalte& spalte : zeile) {
+        binde(einfügen, ++platz, spalte.wert);
+    }
+    einfügen.exec();
+}
+
+void entferneZeile(Ergebnisdatei& datei, qint64 id) {
+    SQLite::Statement löschen(datei.verbindung(),
+                              "DELETE FROM Ergebnisse WHERE " + datei.platz() + " = ?");
+    löschen.bind(1, static_cast<std::int64_t>(id));
+    löschen.exec();
+}
+
+Rohzeile fremdwerte(Ergebnisdatei& datei, qint64 id) {
+    Rohzeile werte;
+    for (const std::string& spalte : fremdspalten(datei)) {
+        SQLite::Statement abfrage(datei.verbindung(), "SELECT " + bezeichner(spalte) +
+                                                          " FROM Ergebnisse WHERE " +
+                                                          datei.platz() + " = ?");
+        abfrage.bind(1, static_cast<std::int64_t>(id));
+        if (abfrage.executeStep()) {
+            werte.push_back({spalte, rohwert(abfrage.getColumn(0))});
+        }
+    }
+    return werte;
+}
+
+std::vector<qint64> zielstellen(Ergebnisdatei& datei, const QString& nummer) {
+    std::vector<Fundstelle> gefunden = datei.finde(nummer);
+    const auto genau = [&](const Fundstelle& stelle) { return stelle.U_NR.text == nummer; };
+    if (std::any_of(gefunden.begin(), gefunden.end(), genau)) {
+        std::erase_if(gefunden, [&](const Fundstelle& stelle) { return !genau(stelle); });
+    }
+    std::vector<qint64> ids;
+    ids.reserve(gefunden.size());
+    std::transform(gefunden.begin(), gefunden.end(), std::back_inserter(ids),
+                   [](const Fundstelle& stelle) { return stelle.id; });
+    return ids;
+}
+
+void liesRoh(Ergebnisdatei& datei, const Rohort& ort, std::span<const qint64> ids,
+             const std::function<bool(const Rohsatz&)>& nimm,
+             const std::function<void(const QString&)>& übergehe) {
+    std::vector<std::string> namen;
+    (void)baueSatz([&](const std::string& name) {
+        namen.push_back(name);
+        return Spaltentext();
+    });
+    namen.insert(namen.end(), ort.weitere.begin(), ort.weitere.end());
+    std::string spalten;
+    for (const std::string& name : namen) {
+        spalten += (spalten.empty() ? "" : ", ") + bezeichner(name);
+    }
+    const std::string woher = " FROM " + ort.tabelle + " WHERE " + ort.platz + " = ?";
+    SQLite::Statement abfrage(datei.verbindung(), "SELECT " + spalten + woher);
+    for (const qint64 id : ids) {
+        abfrage.bind(1, static_cast<std::int64_t>(id));
+        try {
+            if (abfrage.executeStep()) {
+                Rohsatz zeile;
+                zeile.id = id;
+                zeile.roh.reserve(namen.size());
+                for (const std::string& name : namen) {
+                    const int platz = static_cast<int>(zeile.roh.size());
+                    zeile.roh.push_back({name, rohwert(abfrage.getColumn(platz))});
+                }
+                int platz = 0;
+                zeile.satz = baueSatz([&](const std::string& /*name*/) {
+                    return spaltentext(abfrage.getColumn(platz++));
+                });
+                if (!nimm(zeile)) {
+                    return;
+                }
+            }
+        } catch (const SQLite::Exception& fehler) {
+            if (fehler.getErrorCode() != SQLITE_TOOBIG) {
+                throw;
+            }
+            if (übergehe) {
+                übergehe(nummerVon(datei, woher, id));
+            }
+        }
+        abfrage.tryReset();
+    }
+}
 
 QString geschrieben(const QString& wert) {
     return wert.isEmpty() ? u" "_s : wert;
@@ -217,12 +342,7 @@ GeleseneSätze lies(Ergebnisdatei& datei, std::span<const qint64> ids) {
             if (fehler.getErrorCode() != SQLITE_TOOBIG) {
                 throw;
             }
-            SQLite::Statement nummer(datei.verbindung(), "SELECT U_NR" + woher);
-            nummer.bind(1, static_cast<std::int64_t>(id));
-            const Spaltentext text = nummer.tryExecuteStep() == SQLITE_ROW
-                                         ? spaltentext(nummer.getColumn(0))
-                                         : Spaltentext{{}, true, false, true};
-            gelesen.zuGroß << (text.istZuGroß ? u'#' + QString::number(id) : text.text.trimmed());
+            gelesen.zuGroß << nummerVon(datei, woher, id);
         }
         abfrage.tryReset();
     }
@@ -270,13 +390,33 @@ QString satzmarke(const Ergebnissatz& satz) {
 }
 
 void setzeAnStelle(Ergebnisdatei& datei, const std::vector<std::string>& ziele,
-                   const Ergebnissatz& satz) {
-    const std::vector<Fremdwert> fremde =
-        ziele.empty() ? std::vector<Fremdwert>() : fremdwerte(datei, ziele.front());
+                   const Ergebnissatz& satz, std::optional<Korbanlass> anlass) {
+    Rohzeile zeile = rohzeile(satz);
+    std::vector<qint64> einträge;
+    bool erste = true;
     for (const std::string& ziel : ziele) {
+        const qint64 id =
+            datei.verbindung().execAndGet("SELECT " + datei.platz() + ziel).getInt64();
+        if (std::exchange(erste, false)) {
+            const Rohzeile fremde = fremdwerte(datei, id);
+            zeile.insert(zeile.end(), fremde.begin(), fremde.end());
+        }
+        const std::array ids{id};
+        const GeleseneSätze alte = lies(datei, ids);
+        if (anlass && (alte.sätze.empty() || !alte.sätze.front().unlesbar.isEmpty() ||
+                       !stehenGleich(alte.sätze.front(), satz))) {
+            einträge.push_back(hebeAuf(datei, id, *anlass));
+        }
         datei.verbindung().exec("DELETE" + ziel);
     }
-    füge(datei, satz, fremde);
+    füge(datei, zeile);
+    if (!einträge.empty()) {
+        const QString marke = satzmarke(satz);
+        for (const qint64 eintrag : einträge) {
+            vermerkeNachfolger(datei, eintrag, satz.U_NR, marke);
+        }
+        räumeKorbAuf(datei);
+    }
 }
 
 } // namespace tarvel

@@ -71,6 +71,7 @@ enum class Einstellung {
     FensterKriterienhöhe,
     FensterErgebnisse,
     FensterErgebnisspalten,
+    Tagessicherung,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

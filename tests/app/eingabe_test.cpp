@@ -114,7 +114,8 @@ TEST_F(Eingabetest, tab_followsTheWork) {
         {u"men_Datei_1"_s, u"Grid"_s, "Grid bef_Öffnen bef_Abbrechen"},
         {u"men_Extras_9"_s, u"chk_Nummer"_s,
          "chk_Nummer txt_Kurzzeichen txt_Zielzahl opt_Betriebsart_0 chk_OhneHaarlänge txt_Rasse "
-         "cbo_RasseStart cbo_dpi opt_Zoom_0 opt_Kurvenform_0 opt_CubiDis_0 txt_SollFlügel "
+         "cbo_RasseStart chk_Tagessicherung cbo_dpi opt_Zoom_0 opt_Kurvenform_0 opt_CubiDis_0 "
+         "txt_SollFlügel "
          "txt_SollBienen txt_Arbeit_0 "
          "bef_Durchsuchen_0 txt_Arbeit_3 bef_Durchsuchen_3 bef_OK bef_Abbrechen "
          "qt_tabwidget_tabbar"}};

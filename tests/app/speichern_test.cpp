@@ -1,6 +1,8 @@
 #include "app/speichern.h"
 #include "platform/profil.h"
 #include "results/fluegelsatz.h"
+#include "results/tagessicherung.h"
+#include "settings/einstellungen.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -479,4 +481,21 @@ TEST_F(Speicherntest, nextColony_hasThePersonsOfTheOneBefore) {
               QStringList({u"Meyer"_s, u"Kaya"_s, u"Insel"_s, QString()}));
     EXPECT_EQ(züchter().text(), u"Meyer"_s);
     EXPECT_FALSE(hg().untersuchung().geändert());
+}
+
+TEST_F(Speicherntest, saving_makesTheBackupOfTheDay_unlessSwitchedOff) {
+    const auto speichere = [this](const QString& name) {
+        züchter().setText(name);
+        wähle(u"men_Datei_2"_s);
+    };
+    const QString kopie = sicherungsordner(pfad()) + u"/Meine Tabelle "_s +
+                          uhr.now().date().toString(Qt::ISODate) + u".tdb"_s;
+    Einstellungen(inipfad()).schreibe(Einstellung::Tagessicherung, 0);
+    speichere(u"Meyer"_s);
+    ASSERT_TRUE(zeile(nummer()));
+    EXPECT_FALSE(QFileInfo::exists(sicherungsordner(pfad())));
+    Einstellungen(inipfad()).schreibe(Einstellung::Tagessicherung, 1);
+    speichere(u"Huber"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFileInfo::exists(kopie); }));
+    EXPECT_EQ(sicherungen(pfad()).size(), 1U);
 }

@@ -97,7 +97,8 @@ TEST(Befehle, badLines_giveTheReason) {
 }
 
 TEST(Befehle, help_hasAnExampleThatTheProgramTakes) {
-    for (const QString& name : {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s}) {
+    for (const QString& name :
+         {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s, u"merge"_s}) {
         const QString hilfe = befehl<Auskunft>(name + u" --help"_s).text;
         const QString anfang = u"Example:\n  tarvel-batch "_s;
         const qsizetype beispiel = hilfe.indexOf(anfang + name);

@@ -5,6 +5,7 @@
 #include "platform/benutzerspeicher.h"
 #include "platform/profil.h"
 #include "results/ergebnisdateien.h"
+#include "results/tagessicherung.h"
 #include "settings/einstellungen.h"
 
 #include <QDir>
@@ -164,6 +165,64 @@ TEST_F(Abbruchtest, backup_isWholeOrNotThere) {
         } else {
             EXPECT_EQ(stand.fertig, schritt_) << "a finished copy is gone";
         }
+        return stand.begonnen;
+    });
+}
+
+TEST_F(Abbruchtest, bin_andTable_haveTheRowBetweenThem) {
+    tabelle().speichere(fassung::satz(1));
+    töteOft("papierkorb", [this](const Stand& stand) {
+        erwarteHeil();
+        const int inTabelle = tabelle().anzahl();
+        const auto imKorb = static_cast<int>(Papierkorb(pfad_).einträge().size());
+        EXPECT_EQ(inTabelle + imKorb, 1);
+        if (inTabelle == 1) {
+            EXPECT_TRUE(tabelle().lade(u"A"_s) == fassung::satz(1));
+        }
+        return stand.begonnen;
+    });
+}
+
+TEST_F(Abbruchtest, merge_takesAllRowsOrNone) {
+    for (int i = 0; i < 2; ++i) {
+        const QString andere = ordner_.filePath(u"%1.tdb"_s.arg(i));
+        NeueDatenbank(andere);
+        const QString eigene = std::exchange(pfad_, andere);
+        fremd(u"WITH RECURSIVE z(i) AS (SELECT 1 UNION SELECT i + 1 FROM z WHERE i < 40) "
+              u"INSERT INTO Ergebnisse(U_NR, Z_NAME, CI) SELECT i, %1, hex(zeroblob(500)) FROM z"_s
+                  .arg(i));
+        pfad_ = eigene;
+    }
+    töteOft("zusammenführen", [this](const Stand& stand) {
+        erwarteHeil();
+        const QString stände = fremd(u"SELECT Z_NAME, count(*) FROM Ergebnisse GROUP BY Z_NAME"_s);
+        EXPECT_TRUE(stände == u"0|40" || stände == u"1|40" ||
+                    (stände.isEmpty() && stand.fertig == 1))
+            << stände.toStdString();
+        return stand.begonnen;
+    });
+}
+
+TEST_F(Abbruchtest, dailyBackup_isWholeOrNotThere) {
+    fremd(u"WITH RECURSIVE z(i) AS (SELECT 1 UNION SELECT i + 1 FROM z WHERE i < 200) "
+          u"INSERT INTO Ergebnisse(U_NR, CI) SELECT i, hex(zeroblob(5000)) FROM z"_s);
+    QFile datei(pfad_); // changed again and again, as it were
+    ASSERT_TRUE(datei.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(datei.setFileTime(QDateTime::currentDateTime().addYears(1),
+                                  QFileDevice::FileModificationTime));
+    datei.close();
+    const QByteArray vorher = bytes(pfad_);
+    const QString original = pfad_;
+    töteOft("tagessichern", [&](const Stand& stand) {
+        EXPECT_EQ(bytes(original), vorher);
+        const auto alle = sicherungen(original);
+        EXPECT_EQ(alle.empty(), stand.fertig == 1 && alle.empty());
+        for (const Sicherung& sicherung : alle) {
+            pfad_ = sicherung.pfad;
+            EXPECT_EQ(tabelle().anzahl(), 200);
+            erwarteHeil();
+        }
+        pfad_ = original;
         return stand.begonnen;
     });
 }

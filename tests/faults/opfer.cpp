@@ -10,6 +10,8 @@
 #include "print/protokolldruck.h"
 #include "results/datenbankfehler.h"
 #include "results/sitzung.h"
+#include "results/tagessicherung.h"
+#include "results/zusammenfuehrung.h"
 #include "settings/einstellungen.h"
 
 #include <QGuiApplication>
@@ -67,6 +69,31 @@ void sperre(const QString& pfad, int millisekunden) {
     sqlite3_close(db);
 }
 
+/// Deletes the only row, or brings it back out of the bin where it is gone.
+void werfeHinUndHer(const Ergebnistabelle& tabelle) {
+    Ergebnistabelle t = tabelle;
+    const auto zeilen = t.zeilen(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}, 1);
+    if (!zeilen.empty()) {
+        t.lösche(zeilen.front());
+        return;
+    }
+    const Papierkorb korb(t.pfad(), std::chrono::seconds(60));
+    verlange(korb.stelleWiederHer({korb.einträge().front().nr},
+                                  Papierkorb::BeiVergebener::Auslassen, Sprache::Deutsch)
+                 .zahl == 1);
+}
+
+/// Takes all rows of another file in place of those here.
+void führeZusammen(const QString& pfad, const QString& andere) {
+    const auto weiter = [](int /*schritt*/, int /*alle*/) { return true; };
+    const Dateiquelle quelle(andere, pfad);
+    Zusammenführung zusammenführung(pfad, quelle, std::chrono::seconds(60));
+    verlange(zusammenführung.vergleiche(weiter));
+    zusammenführung.entscheide(Zeilenstand::Neu, Entscheidung::Nehmen);
+    zusammenführung.entscheide(Zeilenstand::Verschieden, Entscheidung::Nehmen);
+    verlange(zusammenführung.übernimm(Sprache::Deutsch, weiter).has_value());
+}
+
 std::map<std::string, Arbeit> arbeiten(const QString& ordner) {
     const QString pfad = ordner + u"/Völker 100% 'neu'.tdb"_s;
     const Ergebnistabelle tabelle(pfad, std::chrono::seconds(60)); // the tests run beside others
@@ -93,6 +120,14 @@ std::map<std::string, Arbeit> arbeiten(const QString& ordner) {
              const auto vorher = zeilen.front();
              zeilen.front().werte[2] = QString::number(schritt);
              t.ändere(vorher, zeilen.front());
+         }},
+        {"papierkorb", [=](int) { werfeHinUndHer(tabelle); }},
+        {"zusammenführen",
+         [=](int schritt) { führeZusammen(pfad, ordner + u"/%1.tdb"_s.arg(schritt % 2)); }},
+        {"tagessichern",
+         [=](int schritt) {
+             const std::atomic<bool> aufhören = false;
+             sichereTag(pfad, QDate(2026, 1, 1).addDays(schritt), aufhören);
          }},
         {"csv",
          [=](int schritt) {

@@ -7,6 +7,7 @@
 #include "platform/profil.h"
 #include "results/ergebnisdateien.h"
 #include "results/sitzung.h"
+#include "results/tagessicherung.h"
 
 #include <QDir>
 
@@ -132,6 +133,60 @@ TEST_F(Störungstest, resultsFile_keepsItsRowsOrTakesTheNewOnes) {
         return zahlOder0(heil() && !(neu && wörter.contains(u"Arbeiter"_s)),
                          neu ? Nachher : Vorher);
     });
+}
+
+TEST_F(Störungstest, binAndMerge_areDoneOrNot) {
+    const QString andere = ordner_.filePath(u"%1.tdb"_s.arg(Nachher % 2));
+    NeueDatenbank(andere);
+    Ergebnistabelle(andere).speichere(fassung::satz(Nachher));
+    Ergebnistabelle(andere).speichere(fassung::eingelesen(Nachher));
+    const QByteArray quelle = bytes(andere);
+    tabelle().speichere(fassung::satz(Vorher));
+    const QByteArray ausgang = bytes(pfad_);
+    const auto anfang = [&] {
+        QFile::remove(pfad_ + u"-journal"_s);
+        schreibe(pfad_, ausgang);
+    };
+    const auto korbzahl = [this] { return Papierkorb(pfad_).einträge().size(); };
+    const auto heil = [this] { return fremd(u"PRAGMA integrity_check"_s) == u"ok"; };
+    störe("papierkorb", anfang, [&] {
+        const bool da = tabelle().anzahl() == 1;
+        return zahlOder0(heil() && korbzahl() == (da ? 0U : 1U), da ? Vorher : Nachher);
+    });
+    störe("zusammenführen", anfang, [&] {
+        EXPECT_EQ(bytes(andere), quelle);
+        const bool neu = tabelle().anzahl() == 2;
+        const auto satz = tabelle().lade(u"A"_s);
+        const int stand = neu ? Nachher : Vorher;
+        return zahlOder0(heil() && satz == fassung::satz(stand) && korbzahl() == (neu ? 1U : 0U),
+                         stand);
+    });
+}
+
+TEST_F(Störungstest, dailyBackup_isWholeOrNotThere) {
+    tabelle().speichere(fassung::satz(Vorher));
+    const QString original = pfad_;
+    ASSERT_TRUE(QDir().mkpath(sicherungsordner(pfad_)));
+    störe(
+        "tagessichern",
+        [&] {
+            for (const Sicherung& sicherung : sicherungen(original)) {
+                QFile::remove(sicherung.pfad);
+            }
+        },
+        [&] {
+            const auto alle = sicherungen(original);
+            EXPECT_EQ(QDir(sicherungsordner(original)).entryList(QDir::Files | QDir::Hidden).size(),
+                      alle.size());
+            if (alle.empty()) {
+                return Vorher;
+            }
+            pfad_ = alle.front().pfad;
+            const bool ganz =
+                fremd(u"PRAGMA integrity_check"_s) == u"ok" && tabelle().anzahl() == 1;
+            pfad_ = original;
+            return zahlOder0(ganz, Nachher);
+        });
 }
 
 TEST_F(Störungstest, copyAndNewFile_areWholeOrNotThere) {

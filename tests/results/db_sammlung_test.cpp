@@ -1,0 +1,188 @@
+#include "results/dbprobe.h"
+#include "results/papierkorb.h"
+#include "results/tagessicherung.h"
+
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTimer>
+
+using namespace tarvel;
+using testing::HasSubstr;
+
+namespace {
+
+/// The browser with windows before it that wait for the user.
+class DBSammlungstest : public DBTest {
+protected:
+    QString andere_ = ordner_.filePath(u"Anna.tdb"_s);
+
+    /// Does @p tun in the window that opens next, and closes it where that did not.
+    void imFenster(std::function<void(QDialog&)> tun) {
+        QTimer::singleShot(0, db.get(), [tun = std::move(tun)] {
+            auto& fenster = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+            tun(fenster);
+            if (fenster.isVisible()) {
+                fenster.reject();
+            }
+        });
+    }
+    static QTableView& gitter(QDialog& fenster, const QString& name) {
+        return tarvel::kind<QTableView>(fenster, name);
+    }
+    static void klicke(QDialog& fenster, const QString& name) {
+        QTest::mouseClick(&tarvel::kind<QPushButton>(fenster, name), Qt::LeftButton);
+    }
+    static QString zeile(const QTableView& gitter, int zeile) {
+        QStringList zellen;
+        for (int i = 0; i < gitter.model()->columnCount(); ++i) {
+            zellen << gitter.model()->index(zeile, i).data().toString();
+        }
+        return zellen.join(u'|');
+    }
+    static QString vergleich(QDialog& fenster, const QString& name) {
+        const auto& tabelle = tarvel::kind<QTableWidget>(fenster, name);
+        QStringList zeilen;
+        for (int i = 0; i < tabelle.rowCount(); ++i) {
+            zeilen << zeile(tabelle, i);
+        }
+        return zeilen.join(u';');
+    }
+    void lösche(int zeile) {
+        gehe(zeile, 0);
+        dialoge.antworten = {Antwort::Ja};
+        taste(Qt::Key_Delete);
+    }
+    static inline const QString Rückgängig = u"men_Tabelle_6"_s;
+    static inline const QString Korb = u"men_Tabelle_7"_s;
+    static inline const QString Zusammenführen = u"men_Tabelle_8"_s;
+    static inline const QString AusSicherung = u"men_Tabelle_9"_s;
+};
+
+} // namespace
+
+TEST_F(DBSammlungstest, undo_takesEditsAndDeletionsBack_oneByOne) {
+    speichere(vollerSatz(u"001"_s));
+    speichere(vollerSatz(u"002"_s));
+    öffne();
+    EXPECT_FALSE(aktion(Rückgängig).isEnabled());
+    tippe(0, 2, u"Müller"_s);
+    lösche(1);
+    ASSERT_EQ(gezeigt(), u"001"_s);
+    grid().setFocus();
+    taste(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(gezeigt(), u"001 002"_s);
+    EXPECT_EQ(zelle(0, 2), u"Müller"_s);
+    taste(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(zelle(0, 2), u"Anna Weiß"_s);
+    EXPECT_FALSE(aktion(Rückgängig).isEnabled());
+
+    tippe(0, 2, u"Maier"_s);
+    fremd(u"UPDATE Ergebnisse SET VOLK = 'anders' WHERE U_NR = '001'"_s);
+    taste(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("seither noch einmal geändert"));
+    EXPECT_EQ(zelle(0, 2), u"Maier"_s);
+}
+
+TEST_F(DBSammlungstest, bin_showsWhatDiffersFromToday_andRestores) {
+    speichere(vollerSatz(u"001"_s));
+    speichere(vollerSatz(u"002"_s));
+    öffne();
+    tippe(0, 2, u"Müller"_s);
+    lösche(1);
+    imFenster([&](QDialog& fenster) {
+        auto& liste = gitter(fenster, u"Korbgitter"_s);
+        ASSERT_EQ(liste.model()->rowCount(), 2);
+        EXPECT_THAT(zeile(liste, 0).toStdString(),
+                    HasSubstr("|gelöscht|steht nicht mehr in der Datei"));
+        EXPECT_THAT(zeile(liste, 1).toStdString(), HasSubstr("|in der Liste geändert|Züchter"));
+        liste.selectRow(1);
+        EXPECT_EQ(vergleich(fenster, u"Korbvergleich"_s), u"Züchter|Anna Weiß|Müller"_s);
+        liste.selectRow(0);
+        klicke(fenster, u"bef_Wiederherstellen"_s);
+        EXPECT_EQ(liste.model()->rowCount(), 1);
+        dialoge.wahl = -1; // not decided: nothing happens
+        klicke(fenster, u"bef_Wiederherstellen"_s);
+        EXPECT_EQ(liste.model()->rowCount(), 1);
+        dialoge.wahl = 0;
+        klicke(fenster, u"bef_Wiederherstellen"_s);
+    });
+    wähle(Korb);
+    EXPECT_EQ(gezeigt(), u"001 002"_s);
+    EXPECT_EQ(zelle(0, 2), u"Anna Weiß"_s);
+    wähle(Rückgängig);
+    EXPECT_EQ(zelle(0, 2), u"Müller"_s);
+    wähle(Rückgängig);
+    EXPECT_EQ(gezeigt(), u"001"_s);
+
+    imFenster([&](QDialog& fenster) {
+        dialoge.antworten = {Antwort::Nein, Antwort::Ja};
+        klicke(fenster, u"bef_Leeren"_s);
+        EXPECT_GT(gitter(fenster, u"Korbgitter"_s).model()->rowCount(), 0);
+        klicke(fenster, u"bef_Leeren"_s);
+        EXPECT_EQ(gitter(fenster, u"Korbgitter"_s).model()->rowCount(), 0);
+        EXPECT_FALSE(tarvel::kind<QPushButton>(fenster, u"bef_Wiederherstellen"_s).isEnabled());
+    });
+    wähle(Korb);
+    EXPECT_TRUE(Papierkorb(pfad_).einträge().empty());
+}
+
+TEST_F(DBSammlungstest, merge_showsBothSides_andDoesWhatWasDecided) {
+    NeueDatenbank(andere_);
+    for (const QString& nummer : {u"001"_s, u"002"_s, u"003"_s}) {
+        Ergebnissatz satz = vollerSatz(nummer);
+        speichere(satz);
+        satz.Z_NAME = u"Anna"_s;
+        Ergebnistabelle(andere_).speichere(satz);
+    }
+    Ergebnistabelle(andere_).speichere(vollerSatz(u"004"_s));
+    öffne();
+    const auto entscheide = [&](QDialog& fenster, int zeile, const QString& knopf) {
+        gitter(fenster, u"Vorschaugitter"_s).selectRow(zeile);
+        klicke(fenster, knopf);
+    };
+    dialoge.dateien = {andere_, andere_, pfad_};
+    imFenster([&](QDialog& fenster) {
+        EXPECT_EQ(tarvel::kind<QLabel>(fenster, u"lab_Summe"_s).text(),
+                  u"1 neu, 3 verschieden, 0 gleich"_s);
+        const auto& liste = gitter(fenster, u"Vorschaugitter"_s);
+        EXPECT_EQ(vergleich(fenster, u"Gegenüber"_s), u"Züchter|Anna Weiß|Anna"_s);
+        EXPECT_THAT(zeile(liste, 0).toStdString(), HasSubstr("|verschieden|meine behalten"));
+        EXPECT_THAT(zeile(liste, 3).toStdString(), HasSubstr("|neu|übernehmen"));
+        entscheide(fenster, 1, u"bef_Nehmen"_s);
+        entscheide(fenster, 2, u"bef_Beide"_s);
+        EXPECT_THAT(zeile(liste, 1).toStdString(), HasSubstr("die andere nehmen"));
+    });
+    wähle(Zusammenführen); // closed without applying
+    EXPECT_EQ(gezeigt(), u"001 002 003"_s);
+    imFenster([&](QDialog& fenster) {
+        entscheide(fenster, 1, u"bef_Nehmen"_s);
+        entscheide(fenster, 2, u"bef_Beide"_s);
+        klicke(fenster, u"bef_Übernehmen"_s);
+    });
+    wähle(Zusammenführen);
+    EXPECT_EQ(fremd(u"SELECT U_NR, Z_NAME FROM Ergebnisse ORDER BY U_NR"_s),
+              u"001|Anna Weiß;002|Anna;003|Anna Weiß;004|Anna Weiß;005|Anna"_s);
+    EXPECT_THAT(dialoge.meldungen.last().toStdString(),
+                HasSubstr("Übernommen: 3, davon unter neuer Nummer: 1. Ersetzt: 1."));
+    wähle(Zusammenführen);
+    EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("selbst"));
+}
+
+TEST_F(DBSammlungstest, rowsComeBackFromABackup) {
+    speichere(vollerSatz(u"001"_s));
+    speichere(vollerSatz(u"002"_s));
+    sichereTag(pfad_, QDate(2026, 11, 22), false);
+    öffne();
+    lösche(1);
+    imFenster([&](QDialog& fenster) {
+        const auto& übernehmen = tarvel::kind<QPushButton>(fenster, u"bef_Übernehmen"_s);
+        EXPECT_FALSE(übernehmen.isEnabled()) << "nothing is chosen yet";
+        klicke(fenster, u"bef_Nehmen"_s);
+        EXPECT_TRUE(übernehmen.isEnabled());
+        klicke(fenster, u"bef_Übernehmen"_s);
+    });
+    wähle(AusSicherung);
+    EXPECT_EQ(gezeigt(), u"001 002"_s);
+    wähle(AusSicherung);
+    EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("stehen schon gleich"));
+}
