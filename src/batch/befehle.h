@@ -4,6 +4,7 @@
 #include "lang/texte.h"
 #include "measure/messpunkte.h"
 #include "results/ausfuhr.h"
+#include "results/kolonieauswahl.h"
 
 #include <QString>
 #include <QStringList>
@@ -68,6 +69,25 @@ struct Einfuhrbefehl {
     bool operator==(const Einfuhrbefehl&) const = default;
 };
 
+/// What a picture of a database shows.
+enum class Übersichtsansicht { Tabelle, Kreuze, Histogramme, Jahre, Vergleich };
+
+/// overview: the examinations of a database side by side.
+struct Übersichtsbefehl {
+    QString datenbank;
+    QStringList nummern; ///< examinations pointed out, or compared
+    Koloniefilter filter;
+    std::optional<Merkmalsfeld> nach; ///< seasons of each group in place of the examinations
+    Ausgabeformat format = Ausgabeformat::Csv;
+    QString ziel; ///< file of the table; empty: standard output
+    QString bild; ///< file of a picture, *.png, *.svg or *.pdf; empty for none
+    Übersichtsansicht ansicht = Übersichtsansicht::Kreuze;
+    Größe index = Größe::CI; ///< of histograms
+    QString ini;
+
+    bool operator==(const Übersichtsbefehl&) const = default;
+};
+
 /// A text that was asked for: help or version.
 struct Auskunft {
     QString text;
@@ -79,7 +99,9 @@ struct Auskunft {
 struct Aufruf {
     /// Language of texts and messages.
     Sprache sprache = Sprache::Englisch;
-    std::variant<Auskunft, Auswertungsbefehl, Ausfuhrbefehl, Protokollbefehl, Einfuhrbefehl> befehl;
+    std::variant<Auskunft, Auswertungsbefehl, Ausfuhrbefehl, Protokollbefehl, Einfuhrbefehl,
+                 Übersichtsbefehl>
+        befehl;
 };
 
 /// Why a call cannot be carried out. In English, as option names are.
