@@ -36,6 +36,8 @@ struct DbUmgebung {
     std::function<bool(const QString& nummer)> LadenDB;
     /// What stored examinations are judged again by.
     std::function<Neubeurteilungsregeln()> neubeurteilung = {};
+    /// Shows the overview of the file; true when an examination was opened from there.
+    std::function<bool()> zuchtübersicht = {};
 };
 
 /// The browser of a results file: its rows in a grid, narrowed and sorted by menus, edited and
