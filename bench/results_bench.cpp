@@ -4,8 +4,10 @@
 
 #include "tabelle.h"
 
+#include "evaluation/rassen.h"
 #include "results/ergebnisdatei.h"
 #include "results/ergebnistabelle.h"
+#include "results/kolonieauswahl.h"
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
@@ -13,6 +15,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <chrono>
@@ -322,6 +325,36 @@ void sprache(const QString& pfad) {
     tabelle.SpracheDB(Sprache::Deutsch);
 }
 
+/// All that the overview needs before it paints: figures, what filters offer, rows in their order.
+void übersicht(const QString& pfad, int runden, int anzahl) {
+    const QTemporaryDir speicher;
+    const Texte texte{QString()};
+    const Einstellungen einstellungen{QString()};
+    const Kolonieregeln regeln = kolonieregeln(
+        {.texte = texte, .format = {}, .rassen = rassenliste(einstellungen)}, einstellungen);
+    const auto lies = [&] {
+        const auto sammlung =
+            liesKolonien(pfad, speicher.path(), regeln, [](int, int) { return true; });
+        (void)filterwerte(*sammlung, Geschlecht::Arbeiterinnen);
+        Kolonieauswahl auswahl = wähle(*sammlung, {});
+        sortiere(auswahl, static_cast<int>(Kolonienspalte::Datum), true);
+    };
+    const Ziel ziel{.höchstens = anzahl <= 3000      ? std::optional(300.0)
+                                 : anzahl <= 100'000 ? std::optional(2000.0)
+                                                     : std::nullopt};
+    tabellenzeile("D7", beiZeilen("overview, first reading"), zeit(lies), {}, {}, "ms");
+    vergleiche("D7", "overview, file untouched", ziel, runden, lies, {});
+    std::vector<double> zeiten;
+    for (int i = 0; i < runden; ++i) {
+        // A row less and a row more, as another program saves it.
+        Ergebnissatz satz = beispiel(i * (anzahl / runden));
+        satz.VOLK += u'+';
+        Ergebnistabelle(pfad).speichere(satz);
+        zeiten.push_back(zeit(lies));
+    }
+    tabellenzeile("D7", beiZeilen("overview, a row changed"), median(zeiten), {}, ziel, "ms");
+}
+
 void miss(const QString& pfad, int runden) {
     const Ergebnistabelle tabelle(pfad);
     const int anzahl = tabelle.anzahl();
@@ -342,6 +375,7 @@ void miss(const QString& pfad, int runden) {
                alle([&](const QString& nummer) { (void)tabelle.lade(nummer); }),
                alle([&](const QString& nummer) { sucheMitGleich(pfad, nummer, "*"); }), 500);
     speichern(pfad, runden, anzahl);
+    übersicht(pfad, runden, anzahl);
     vergleiche("D5", "next number of a year", {.höchstens = 25}, runden,
                [&] { (void)tabelle.NächsteNummer(QDate(2020, 6, 1), u"K"_s); }, {});
     if (anzahl <= 200'000) { // beyond that it only shows how quick the drive is

@@ -106,6 +106,7 @@ const std::vector<Befehl>& befehle() {
         {Datei, 3, {Text::Importieren, Meldung::TippImportieren, {strg(Qt::Key_I)}}},
         {Datei, DateiOrdnerImportieren, {Meldung::ImportOrdner, Meldung::TippImportOrdner, {strgUmschalt(Qt::Key_I)}}},
         {Datei, DateiExportieren, {Meldung::Exportieren, Meldung::TippExportieren, {strg(Qt::Key_E)}}, {}, {}, {}, mitFlügeln},
+        {Datei, DateiZuchtübersicht, {Meldung::Zuchtübersicht, Meldung::TippZuchtübersicht, {strg(Qt::Key_U)}}},
         {Datei, 5, {Text::MenüBildLaden, Meldung::TippBildLaden, {strg(Qt::Key_L)}}, u"bild-laden", Knopf{14, 2, 1}, befehl::BildLaden, {}, {}, true},
         {Datei, 6, {Text::MenüGrafikprogramm, Meldung::TippGrafik, {strg(Qt::Key_G)}}, u"grafik", Knopf{6, 2, 2}, befehl::Grafik, mitBild},
         {Datei, 8, {Text::MenüProtokollDrucken, Meldung::TippDrucken, {QKeySequence::Print}}, u"drucken", Knopf{10, 4, 1}, {}, {}, {}, true},

@@ -23,6 +23,8 @@ inline constexpr int DateiOrdnerImportieren = 20;
 inline constexpr int DateiExportieren = 21;
 /// Begins an examination with the persons of the open one.
 inline constexpr int DateiNächstesVolk = 22;
+/// What the results file says of the bees.
+inline constexpr int DateiZuchtübersicht = 23;
 
 inline constexpr int BearbeitenRückgängig = 3;
 inline constexpr int BearbeitenWiederherstellen = 4;

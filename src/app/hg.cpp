@@ -304,6 +304,9 @@ void HG::men_Datei_Click(int index) {
     case DateiExportieren:
         eingang_.exportiere();
         break;
+    case DateiZuchtübersicht:
+        gang_.zeigeZuchtübersicht();
+        break;
     case 8:
         drucke();
         break;

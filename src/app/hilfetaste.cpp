@@ -21,6 +21,7 @@ QString thema(const QString& fenster) {
         {u"HG"_s, {}},
         {u"Übersetz"_s, {}},
         {u"DB"_s, u"ergebnisse"_s},
+        {u"Zuchtschau"_s, u"ergebnisse"_s},
         {u"Bericht"_s, u"austausch"_s},
         {u"Auswahl"_s, u"austausch"_s},
         {u"Drucken_"_s, u"protokoll"_s},

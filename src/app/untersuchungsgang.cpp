@@ -3,7 +3,9 @@
 #include "app/protokollserie.h"
 #include "evaluation/rassen.h"
 #include "results/db.h"
+#include "results/zuchtschau.h"
 
+#include <QApplication>
 #include <QDir>
 
 #include <algorithm>
@@ -114,14 +116,18 @@ void Untersuchungsgang::neueUntersuchung(Personen personen) {
     dienste_.beginneMessen();
 }
 
+Satzumgebung Untersuchungsgang::satzumgebung() const {
+    const Einstellungen& e = umgebung_.einstellungen;
+    return {.texte = umgebung_.texte,
+            .format = umgebung_.format,
+            .rassen = rassenliste(e),
+            .OhneHaarlänge = e.schalter(Einstellung::OhneHaarlänge)};
+}
+
 Neubeurteilungsregeln Untersuchungsgang::neubeurteilungsregeln() const {
     const Einstellungen& e = umgebung_.einstellungen;
-    Neubeurteilungsregeln regeln{.satz = {.texte = umgebung_.texte,
-                                          .format = umgebung_.format,
-                                          .rassen = rassenliste(e),
-                                          .OhneHaarlänge = e.schalter(Einstellung::OhneHaarlänge)},
-                                 .standards = {},
-                                 .regeln = ladeUrteilsregeln(e)};
+    Neubeurteilungsregeln regeln{
+        .satz = satzumgebung(), .standards = {}, .regeln = ladeUrteilsregeln(e)};
     for (int rasse = 1; rasse <= Rassenzahl; ++rasse) {
         regeln.standards.push_back(ladeRassestandard(rasse, e));
     }
@@ -151,13 +157,39 @@ void Untersuchungsgang::öffne() {
            .format = umgebung_.format,
            .heute = umgebung_.uhr.now().date(),
            .einstellungen = &umgebung_.einstellungen,
-           .nachsehen = std::chrono::milliseconds(1500)},
+           .nachsehen = std::chrono::milliseconds(1500),
+           .zuchtübersicht =
+               [this] {
+                   return zeigeZuchtübersicht(
+                       QApplication::activeWindow(),
+                       [this](const QString& nummer) { return lade(nummer); });
+               }},
           dienste_.fenster);
     if (db.exec() != QDialog::Accepted) {
         dienste_.hinweise.zeige(vorher);
         folgeDerZeile();
     }
     prüfeSicherung();
+}
+
+void Untersuchungsgang::zeigeZuchtübersicht() {
+    dienste_.vervollständige();
+    zeigeZuchtübersicht(dienste_.fenster,
+                        [this](const QString& nummer) { return verlasse() && lade(nummer); });
+}
+
+bool Untersuchungsgang::zeigeZuchtübersicht(QWidget* über,
+                                            const std::function<bool(const QString&)>& lade) {
+    const Ablage& ablage = arbeitsplatz_.ablage();
+    Zuchtschau schau({.texte = umgebung_.texte,
+                      .dialoge = umgebung_.dialoge,
+                      .DatenbankPfad = ablage.DatenbankPfad(),
+                      .speicher = QDir(umgebung_.ordner).filePath(Übersichtsordner.toString()),
+                      .dokumente = ablage.dokumente(),
+                      .regeln = kolonieregeln(satzumgebung(), umgebung_.einstellungen),
+                      .LadenDB = lade},
+                     über);
+    return schau.lies() && schau.exec() == QDialog::Accepted;
 }
 
 void Untersuchungsgang::folgeDerZeile() {

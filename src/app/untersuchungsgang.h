@@ -40,6 +40,8 @@ public:
     void neueUntersuchung(Personen personen = Personen::Neue);
     /// Lets the user choose one in the browser.
     void öffne();
+    /// Shows what the results file says of the bees; one of its examinations may be opened there.
+    void zeigeZuchtübersicht();
     /// Makes another results file the one in use. False when the user stays, or it is none.
     bool öffneDatenbank(const QString& pfad);
     bool lade(const QString& nummer);
@@ -59,6 +61,9 @@ private:
     /// Brings what the browser did to the row of the open examination into the window.
     void folgeDerZeile();
     [[nodiscard]] Neubeurteilungsregeln neubeurteilungsregeln() const;
+    [[nodiscard]] Satzumgebung satzumgebung() const;
+    /// True when @p lade has opened an examination.
+    bool zeigeZuchtübersicht(QWidget* über, const std::function<bool(const QString&)>& lade);
 
     Umgebung umgebung_;
     Arbeitsplatz& arbeitsplatz_;

@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <initializer_list>
 #include <memory>
 #include <utility>
@@ -347,6 +348,101 @@ Zusammenführungsbefehl zusammenführung(const Leser& leser) {
     return befehl;
 }
 
+Leser übersichtsleser() {
+    Leser leser(
+        {u"overview"_s, u"DATABASE [NUMBER...] [options]"_s,
+         u"Writes the examinations of a database side by side: of each index the number of\n"
+         "wings, mean, standard deviation and the shares below and above the boundary\n"
+         "line. With --by a row an index and season: the mean of the colonies, its 95 %\n"
+         "interval between colonies, and how many of the judged ones conform. Workers and\n"
+         "drones never mix, nor discoidal shifts of different resolution."_s,
+         u"tarvel-batch overview --race Carnica --by breeder --chart years.pdf results.tdb"_s});
+    leser.option(u"caste"_s, u"workers (default) or drones."_s, u"caste"_s);
+    leser.option(u"race"_s, u"Only this race."_s, u"name"_s);
+    leser.option(u"breeder"_s, u"Only this breeder."_s, u"name"_s);
+    leser.option(u"owner"_s, u"Only this owner."_s, u"name"_s);
+    leser.option(u"mating"_s, u"Only this mating."_s, u"name"_s);
+    leser.option(u"queen"_s, u"Only this queen number."_s, u"number"_s);
+    leser.option(u"season"_s, u"Only examinations of this year."_s, u"year"_s);
+    leser.option(u"dpi"_s, u"Only this resolution."_s, u"n"_s);
+    leser.option(u"by"_s, u"Seasons of each breeder, mating or queen."_s, u"field"_s);
+    leser.option(u"format"_s, u"csv (default) or json."_s, u"format"_s);
+    leser.option(u"out"_s, u"File to write instead of the standard output (-)."_s, u"file"_s);
+    leser.option(u"chart"_s, u"File of a picture besides: *.png, *.svg or *.pdf."_s, u"file"_s);
+    leser.option(
+        u"view"_s,
+        u"What the picture shows: spread (default), table, histograms of up to six NUMBERs, "
+        "years (default with --by) of all that was chosen, comparison of two NUMBERs, which "
+        "the table then has, too."_s,
+        u"view"_s);
+    leser.option(u"index"_s, u"Index of the histograms: ci (default), hi or dv."_s, u"index"_s);
+    leser.optionIni();
+    return leser;
+}
+
+void prüfeBildname(const QString& datei) {
+    const QStringList endungen{u".png"_s, u".svg"_s, u".pdf"_s};
+    if (std::none_of(endungen.begin(), endungen.end(), [&datei](const QString& endung) {
+            return datei.endsWith(endung, Qt::CaseInsensitive);
+        })) {
+        throw Aufruffehler{u"'--chart' takes a file *.png, *.svg or *.pdf, not '%1'."_s.arg(datei)};
+    }
+}
+
+Übersichtsbefehl übersichtsbefehl(const Leser& leser) {
+    using enum Übersichtsansicht;
+    QStringList argumente = leser.dateien();
+    Übersichtsbefehl befehl;
+    befehl.datenbank = argumente.takeFirst();
+    befehl.nummern = argumente;
+    befehl.filter.tiere =
+        leser.auswahl(u"caste"_s, Geschlecht::Arbeiterinnen,
+                      {{"workers", Geschlecht::Arbeiterinnen}, {"drones", Geschlecht::Drohnen}});
+    for (const auto& [option, feld] :
+         {std::pair(u"race"_s, Merkmalsfeld::Rasse), std::pair(u"breeder"_s, Merkmalsfeld::Züchter),
+          std::pair(u"owner"_s, Merkmalsfeld::Besitzer),
+          std::pair(u"mating"_s, Merkmalsfeld::Begattung),
+          std::pair(u"queen"_s, Merkmalsfeld::Königin)}) {
+        befehl.filter[feld] = leser.wert(option);
+    }
+    constexpr int letztesJahr = 9999;
+    befehl.filter.saison = leser.zahl(u"season"_s, letztesJahr);
+    befehl.filter.dpi = leser.zahl(u"dpi"_s, höchsteAuflösung);
+    befehl.nach = leser.auswahl<std::optional<Merkmalsfeld>>(u"by"_s, std::nullopt,
+                                                             {{"breeder", Merkmalsfeld::Züchter},
+                                                              {"mating", Merkmalsfeld::Begattung},
+                                                              {"queen", Merkmalsfeld::Königin}});
+    befehl.format = leser.auswahl(u"format"_s, Ausgabeformat::Csv,
+                                  {{"csv", Ausgabeformat::Csv}, {"json", Ausgabeformat::Json}});
+    befehl.ansicht = leser.auswahl(u"view"_s, befehl.nach ? Jahre : Kreuze,
+                                   {{"spread", Kreuze},
+                                    {"table", Tabelle},
+                                    {"histograms", Histogramme},
+                                    {"years", Jahre},
+                                    {"comparison", Vergleich}});
+    befehl.index = leser.auswahl(u"index"_s, Größe::CI,
+                                 {{"ci", Größe::CI}, {"hi", Größe::HI}, {"dv", Größe::DV}});
+    befehl.ziel = leser.wert(u"out"_s);
+    befehl.bild = leser.wert(u"chart"_s);
+    befehl.ini = leser.wert(u"ini"_s);
+    prüfeZiel(befehl.ziel, befehl.datenbank);
+    if (!befehl.bild.isEmpty()) {
+        prüfeBildname(befehl.bild);
+        prüfeZiel(befehl.bild, befehl.datenbank);
+        if (befehl.bild == befehl.ziel) {
+            throw Aufruffehler{u"'--out' and '--chart' name the same file."_s};
+        }
+    }
+    const qsizetype zahl = befehl.nummern.size();
+    if (befehl.ansicht == Vergleich && (zahl != 2 || befehl.nach)) {
+        throw Aufruffehler{u"A comparison needs two examinations, and no '--by'."_s};
+    }
+    if (befehl.ansicht == Histogramme && (zahl < 1 || zahl > 6)) {
+        throw Aufruffehler{u"Histograms need one to six examinations."_s};
+    }
+    return befehl;
+}
+
 template <typename Befehl>
 Aufruf lies(Leser leser, Befehl (*befehl)(const Leser&), const QStringList& argumente) {
     leser.lies(argumente);
@@ -365,7 +461,8 @@ const QString& übersicht() {
         "  export      a database as CSV or TPS\n"
         "  report      the report of an examination as PDF\n"
         "  import-bee  measurement files (*.Bee) into a database\n"
-        "  merge       other databases into one\n\n"
+        "  merge       other databases into one\n"
+        "  overview    the examinations of a database side by side\n\n"
         "'tarvel-batch COMMAND --help' tells more.\n\n"
         "Options:\n"
         "  -h, --help     Show this help.\n"
@@ -375,7 +472,8 @@ const QString& übersicht() {
         "  tarvel-batch export --wings --out wings.csv results.tdb\n"
         "  tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026\n"
         "  tarvel-batch import-bee --into results.tdb old/*.Bee\n"
-        "  tarvel-batch merge --keep-both association.tdb anna.tdb paul.tdb\n"_s;
+        "  tarvel-batch merge --keep-both association.tdb anna.tdb paul.tdb\n"
+        "  tarvel-batch overview --race Carnica --by breeder --chart years.pdf results.tdb\n"_s;
     return text;
 }
 
@@ -405,6 +503,9 @@ Aufruf lies(const QStringList& argumente) {
     }
     if (befehl == u"merge") {
         return lies(zusammenführungsleser(), zusammenführung, rest);
+    }
+    if (befehl == u"overview") {
+        return lies(übersichtsleser(), übersichtsbefehl, rest);
     }
     throw Aufruffehler{u"There is no command '%1'."_s.arg(befehl)};
 }

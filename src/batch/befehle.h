@@ -6,6 +6,7 @@
 #include "results/ausfuhr.h"
 #include "results/datumsformen.h"
 #include "results/zusammenfuehrung.h"
+#include "results/kolonieauswahl.h"
 
 #include <QString>
 #include <QStringList>
@@ -84,6 +85,25 @@ struct Zusammenführungsbefehl {
     bool operator==(const Zusammenführungsbefehl&) const = default;
 };
 
+/// What a picture of a database shows.
+enum class Übersichtsansicht { Tabelle, Kreuze, Histogramme, Jahre, Vergleich };
+
+/// overview: the examinations of a database side by side.
+struct Übersichtsbefehl {
+    QString datenbank;
+    QStringList nummern; ///< examinations pointed out, or compared
+    Koloniefilter filter;
+    std::optional<Merkmalsfeld> nach; ///< seasons of each group in place of the examinations
+    Ausgabeformat format = Ausgabeformat::Csv;
+    QString ziel; ///< file of the table; empty: standard output
+    QString bild; ///< file of a picture, *.png, *.svg or *.pdf; empty for none
+    Übersichtsansicht ansicht = Übersichtsansicht::Kreuze;
+    Größe index = Größe::CI; ///< of histograms
+    QString ini;
+
+    bool operator==(const Übersichtsbefehl&) const = default;
+};
+
 /// A text that was asked for: help or version.
 struct Auskunft {
     QString text;
@@ -96,7 +116,7 @@ struct Aufruf {
     /// Language of texts and messages.
     Sprache sprache = Sprache::Englisch;
     std::variant<Auskunft, Auswertungsbefehl, Ausfuhrbefehl, Protokollbefehl, Einfuhrbefehl,
-                 Zusammenführungsbefehl>
+                 Zusammenführungsbefehl, Übersichtsbefehl>
         befehl;
 };
 

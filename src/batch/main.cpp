@@ -5,6 +5,7 @@
 #include "batch/einfuhr.h"
 #include "batch/protokoll.h"
 #include "batch/zusammenfuehren.h"
+#include "batch/uebersicht.h"
 #include "measure/bildhoehe.h"
 #include "platform/uhr.h"
 
@@ -14,6 +15,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <memory>
 
 #ifdef Q_OS_WIN
 #include <io.h>
@@ -52,15 +54,23 @@ public:
         return führeZusammen(befehl, umgebung_);
     }
     Status operator()(const Protokollbefehl& befehl) const {
-        // Painting needs fonts, never a display. What the toolkit misses of a desktop is no message
-        // for the caller.
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        QLoggingCategory::setFilterRules(u"default.warning=false"_s);
-        const QGuiApplication app(argc_, argv_);
+        const auto app = maler();
         return schreibeProtokoll(befehl, umgebung_);
+    }
+    Status operator()(const Übersichtsbefehl& befehl) const {
+        const auto app = befehl.bild.isEmpty() ? nullptr : maler();
+        return schreibeÜbersicht(befehl, umgebung_);
     }
 
 private:
+    /// Painting needs fonts, never a display. What the toolkit misses of a desktop is no message
+    /// for the caller.
+    [[nodiscard]] std::unique_ptr<QGuiApplication> maler() const {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        QLoggingCategory::setFilterRules(u"default.warning=false"_s);
+        return std::make_unique<QGuiApplication>(argc_, argv_);
+    }
+
     const Batchumgebung& umgebung_;
     int& argc_;
     char** argv_;

@@ -207,6 +207,18 @@ QLayout* DB::baueFuß() {
     connect(bef_Daten_, &QPushButton::clicked, this,
             [this] { sammlungsbefehl(Ergebnismenüs::DatenUmwandeln); });
     zeile->addWidget(bef_Daten_);
+    if (umgebung_.zuchtübersicht) {
+        auto* bef_Zucht = new QPushButton(texte(Meldung::Zuchtübersicht) + u" …"_s);
+        bef_Zucht->setObjectName(u"bef_Zuchtübersicht"_s);
+        bef_Zucht->setToolTip(texte(Meldung::TippZuchtübersicht));
+        bef_Zucht->setAutoDefault(false);
+        connect(bef_Zucht, &QPushButton::clicked, this, [this] {
+            if (beendeEingabe() && umgebung_.zuchtübersicht()) {
+                accept();
+            }
+        });
+        zeile->addWidget(bef_Zucht);
+    }
     zeile->addWidget(bef_Öffnen_);
     zeile->addWidget(bef_Abbrechen);
     return zeile;

@@ -68,6 +68,8 @@ struct DbUmgebung {
     Einstellungen* einstellungen = nullptr; ///< keep place, widths and columns of the window
     /// How often to look whether another program has changed the file; 0 for never.
     std::chrono::milliseconds nachsehen{0};
+    /// Shows the overview of the file; true when an examination was opened from there.
+    std::function<bool()> zuchtübersicht = {};
 };
 
 /// The browser of a results file: its rows in a grid, narrowed by menus, words and filters, sorted,

@@ -111,7 +111,10 @@ TEST_F(Eingabetest, tab_followsTheWork) {
     const std::tuple<QString, QString, std::string> wege[] = {
         {u"men_Bearbeiten_20"_s, u"cbo_Bild"_s,
          "cbo_Bild cbo_Auflösung tab_Wechsel bef_OK bef_Abbrechen"},
-        {u"men_Datei_1"_s, u"Grid"_s, "Grid bef_Öffnen bef_Abbrechen"},
+        {u"men_Datei_1"_s, u"Grid"_s, "Grid bef_Zuchtübersicht bef_Öffnen bef_Abbrechen"},
+        {u"men_Datei_23"_s, u"cbo_Tiere"_s,
+         "cbo_Tiere cbo_Rasse cbo_Züchter cbo_Besitzer cbo_Begattung cbo_Königin cbo_Saison "
+         "cbo_Dpi bef_Alle qt_tabwidget_tabbar Tabelle bef_Csv bef_Speichern bef_Abbrechen"},
         {u"men_Extras_9"_s, u"chk_Nummer"_s,
          "chk_Nummer txt_Kurzzeichen txt_Zielzahl opt_Betriebsart_0 chk_OhneHaarlänge txt_Rasse "
          "cbo_RasseStart chk_Tagessicherung cbo_dpi opt_Zoom_0 opt_Kurvenform_0 opt_CubiDis_0 "

@@ -108,7 +108,7 @@ TEST_F(Textetest, everyFieldAndButton_hasOneNameInEveryLanguage) {
         }
         prüfe(hg(), sprache == 0);
         for (const QString& befehl :
-             {u"men_Bearbeiten_20"_s, u"men_Datei_1"_s, u"men_Extras_9"_s}) {
+             {u"men_Bearbeiten_20"_s, u"men_Datei_1"_s, u"men_Datei_23"_s, u"men_Extras_9"_s}) {
             QTimer::singleShot(0, [&] {
                 QWidget& fenster = *QApplication::activeModalWidget();
                 prüfe(fenster, sprache == 0);

@@ -3,6 +3,9 @@
 #include "results/fluegelsatz.h"
 
 #include <QDialog>
+#include <QFileInfo>
+#include <QPushButton>
+#include <QTableView>
 #include <QTextDocumentFragment>
 #include <QTimer>
 
@@ -120,6 +123,35 @@ TEST_F(Speicherntest, examinations_areJudgedAgainFromTheBrowser) {
                 ElementsAre(nummer() + u": Ja → Nein (Klassen 01-30: 100 %, erlaubt 15 %)"_s));
     // The open one was loaded again.
     EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).text().startsWith(u"Beurteilt"_s));
+}
+
+TEST_F(Speicherntest, overview_opensAnExaminationAndChangesNoRow) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    const QString erste = nummer();
+    const auto vorher = zeile(erste);
+    wähle(u"men_Datei_0"_s);
+    züchter().setText(u"B"_s);
+    const QString zweite = nummer();
+    const auto öffneErste = [this] {
+        QTimer::singleShot(0, &hg(), [] {
+            auto& schau = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+            tarvel::kind<QTableView>(schau, u"Tabelle"_s).selectRow(0);
+            tarvel::kind<QPushButton>(schau, u"bef_Öffnen"_s).click();
+            schau.reject();
+        });
+        wähle(u"men_Datei_23"_s);
+    };
+    dialoge.antworten = {Antwort::Abbrechen}; // the open one is not stored yet
+    öffneErste();
+    EXPECT_EQ(nummer(), zweite);
+    dialoge.antworten = {Antwort::Nein};
+    öffneErste();
+    EXPECT_EQ(nummer(), erste);
+    EXPECT_EQ(züchter().text(), u"A"_s);
+    EXPECT_EQ(zeile(erste), vorher);
+    EXPECT_TRUE(QFileInfo::exists(QFileInfo(inipfad()).path() + u"/Overview"_s));
 }
 
 TEST_F(Speicherntest, rowRenamedOrDeletedMeanwhile_isNotStoredTwice) {

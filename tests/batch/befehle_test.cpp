@@ -87,6 +87,13 @@ TEST(Befehle, badLines_giveTheReason) {
                              {u"report a.tdb 7 --pdf b.pdf --each c", "--each"},
                              {u"report a.tdb 7", "pdf"},
                              {u"report a.tdb 7 --pdf x/../a.tdb", "replace"},
+                             {u"overview", "file"},
+                             {u"overview a.tdb --by owner", "breeder, mating, queen"},
+                             {u"overview a.tdb --season soon", "'soon'"},
+                             {u"overview a.tdb --chart a.gif", "'a.gif'"},
+                             {u"overview a.tdb --out ./a.tdb", "replace"},
+                             {u"overview a.tdb 1 --view comparison", "two"},
+                             {u"overview a.tdb --view histograms", "six"},
                              {u"import-bee a.Bee", "into"},
                              {u"import-bee --into a.tdb", "file"}}) {
         const auto gelesen = lese(QString::fromUtf16(fall.zeile));
@@ -98,7 +105,7 @@ TEST(Befehle, badLines_giveTheReason) {
 
 TEST(Befehle, help_hasAnExampleThatTheProgramTakes) {
     for (const QString& name :
-         {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s, u"merge"_s}) {
+         {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s, u"merge"_s, u"overview"_s}) {
         const QString hilfe = befehl<Auskunft>(name + u" --help"_s).text;
         const QString anfang = u"Example:\n  tarvel-batch "_s;
         const qsizetype beispiel = hilfe.indexOf(anfang + name);

@@ -49,7 +49,7 @@ TEST(Texte, otherLanguages_holdNoGermanWords) {
 
 TEST(Texte, entriesEqualToGerman_areWordsThatTheLanguagesShare) {
     const QStringList gemeinsam =
-        u"CI|HI|Name|Cubitalindex|Hantelindex|Extras|Format:|Details|Horizontal|mm|dpi|%1 dpi: %2|px|pt|Minimum|Maximum|Tarvel|Version %1|Deutsch|English|Français|Organisation|OK|Standard|Scan: %1 dpi.|SetPrinter Failed. Error code: "_s
+        u"CI|HI|Name|Cubitalindex|Hantelindex|Extras|Format:|Details|Horizontal|mm|dpi|%1 dpi: %2|px|pt|Minimum|Maximum|Tarvel|Version %1|Deutsch|English|Français|Organisation|OK|Standard|%1 dpi|Index|Saison|Scan: %1 dpi.|SetPrinter Failed. Error code: "_s
             .split(u'|');
     const auto deutsch = spalte(Sprache::Deutsch);
     for (const Sprache sprache : {Sprache::Englisch, Sprache::Französisch}) {
