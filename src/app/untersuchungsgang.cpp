@@ -150,9 +150,10 @@ void Untersuchungsgang::öffne() {
                [this](const QString& pfad) { return arbeitsplatz_.DatenbankWählen(pfad); },
            .LadenDB = [this](const QString& nummer) { return lade(nummer); },
            .neubeurteilung = [this] { return neubeurteilungsregeln(); },
-           .protokolle = [this] { 
-               return neueProtokollserie(umgebung_, arbeitsplatz_.ablage().DatenbankPfad());
-           },
+           .protokolle =
+               [this] {
+                   return neueProtokollserie(umgebung_, arbeitsplatz_.ablage().DatenbankPfad());
+               },
            .rassen = rassenliste(umgebung_.einstellungen),
            .format = umgebung_.format,
            .heute = umgebung_.uhr.now().date(),
@@ -227,9 +228,7 @@ bool Untersuchungsgang::lade(const QString& nummer) {
             {Meldung::UrteilAnders, {urteilswort(*gelesen->urteil), urteilswort(*urteil)}});
     }
     if (gelesen->rasse) {
-        dienste_.hinweise.zeige({Meldung::RasseNichtInListe,
-                                 {*gelesen->rasse, arbeitsplatz_.einstellungen().rassen.value(
-                                                       gelesen->angaben.Rasse)}});
+        dienste_.hinweise.zeige({Meldung::RasseNichtInListe, {*gelesen->rasse}});
     }
     if (!gelesen->nichtGelesen.isEmpty()) {
         umgebung_.dialoge.meldung(

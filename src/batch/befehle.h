@@ -5,8 +5,8 @@
 #include "measure/messpunkte.h"
 #include "results/ausfuhr.h"
 #include "results/datumsformen.h"
-#include "results/zusammenfuehrung.h"
 #include "results/kolonieauswahl.h"
+#include "results/zusammenfuehrung.h"
 
 #include <QString>
 #include <QStringList>

@@ -4,8 +4,8 @@
 #include "batch/befehle.h"
 #include "batch/einfuhr.h"
 #include "batch/protokoll.h"
-#include "batch/zusammenfuehren.h"
 #include "batch/uebersicht.h"
+#include "batch/zusammenfuehren.h"
 #include "measure/bildhoehe.h"
 #include "platform/uhr.h"
 

@@ -27,9 +27,8 @@ public:
 
     /// False when a row of @p datei could not be brought in, or nobody said what becomes of it.
     bool nimm(const QString& datei) const {
-        const Sammlungsquelle sammlung =
-            öffneSammlung(datei, befehl_.datenbank, befehl_.folge, umgebung_.heute, texte_,
-                          [] { return true; });
+        const Sammlungsquelle sammlung = öffneSammlung(
+            datei, befehl_.datenbank, befehl_.folge, umgebung_.heute, texte_, [] { return true; });
         if (!sammlung.quelle || sammlung.datum) {
             melde(umgebung_, datei,
                   sammlung.datum ? texte_(Meldung::TagesfolgeNennen).arg(datei, *sammlung.datum)

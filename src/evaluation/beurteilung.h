@@ -94,6 +94,11 @@ struct Beurteilung {
     std::optional<Unbeurteilt> unbeurteilt = Unbeurteilt::NichtsGemessen;
     Umfang umfang;
 
+    /// There is a verdict, or nothing yet that it could be about: checks may be shown with their
+    /// outcome.
+    [[nodiscard]] bool wirdBeurteilt() const {
+        return BewertungAktiv && (!unbeurteilt || unbeurteilt == Unbeurteilt::NichtsGemessen);
+    }
     /// The failed checks in the order of the report.
     [[nodiscard]] std::vector<Prüfwert> mängel() const;
     /// EntsprichtRasse where it is a verdict.

@@ -161,6 +161,9 @@ private:
         if (!rest) {
             gemessen = w_.nichtGemessen;
             abstand = bienen = bereich = sicher = Strich;
+            if (w.art == Prüfung::Nebengipfel) {
+                erlaubt = Strich; // its limit are the classes beside it
+            }
             return zeile;
         }
         constexpr double Rundung = 0.005;
@@ -203,8 +206,8 @@ std::array<QString, Kriterienspaltenzahl> kriterienspalten(const Texte& texte) {
 
 std::vector<Kriterienzeile> kriterientabelle(const Prüfling& prüfling, const Urteil& urteil,
                                              const Kriterienworte& worte) {
-    return urteil.beurteilung.BewertungAktiv ? Tabelle(prüfling, urteil, worte).zeilen()
-                                             : std::vector<Kriterienzeile>();
+    return urteil.beurteilung.wirdBeurteilt() ? Tabelle(prüfling, urteil, worte).zeilen()
+                                              : std::vector<Kriterienzeile>();
 }
 
 } // namespace tarvel

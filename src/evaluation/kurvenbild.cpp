@@ -58,7 +58,7 @@ Kurvenbild kurvenbild(const Messreihe& reihe, const Rassestandard& standard, Ges
             bild.mittelregel = wert;
         }
     }
-    bild.beurteilt = beurteilung.BewertungAktiv;
+    bild.beurteilt = beurteilung.wirdBeurteilt();
     bild.nebengipfel = beurteilung.nebengipfel;
     bild.bereiche = bereichsangaben(beurteilung);
     bild.CI.grenzlinie = linien.CI.wert();

@@ -448,7 +448,7 @@ Urteilsvergleich urteilsvergleich(bool gespeichert, std::optional<bool> urteil,
         sätze << t(Meldung::UrteilGespeichert).arg(wort);
     }
     if (beleg) {
-        sätze << t(Meldung::FußStandard).arg(beleg->standard);
+        sätze << t(Meldung::GespeichertNach).arg(beleg->standard);
     }
     if (andereGrenzen) {
         constexpr qsizetype Höchstens = 3;

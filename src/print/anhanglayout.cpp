@@ -252,8 +252,10 @@ Protokollseite anhangseite(const Protokolldaten& daten, int nummer) {
         setzer.setze(s);
     }
     setzer.fuß(daten.anhangworte.seite.arg(nummer).arg(blätter.size()),
-               std::any_of(blatt.begin(), blatt.end(),
-                           [](const Streifen& s) { return s.art == Streifen::Art::Flügel; }));
+               std::any_of(blatt.begin(), blatt.end(), [](const Streifen& s) {
+                   return s.art == Streifen::Art::Flügel ||
+                          s.art == Streifen::Art::FlügelOhnePunkte;
+               }));
     return std::move(setzer).seite();
 }
 

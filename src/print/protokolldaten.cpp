@@ -68,6 +68,7 @@ private:
         Diagrammworte worte = Diagrammworte::protokoll(q_.texte, p_);
         // The heading above the chart names the index; the charts say what they count.
         worte.cubitalindex = p_(Text::CI) + u": "_s + p_(Text::BienenJeKlasse);
+        worte.keineMessung = p_(Text::NichtGemessen);
         worte.dvKlassen = p_(Text::DV) + u": "_s + p_(Text::BienenJeKlasse);
         d_.kurven =
             kurvenbild(reihe, q_.standard, angaben_.Tiere, beurteilung_,
@@ -93,6 +94,7 @@ private:
                         (angaben_.Tiere == Geschlecht::Drohnen ? p_(Text::DrohnenUntersucht)
                                                                : p_(Text::ArbeiterinnenUntersucht));
         d_.gemessen = flügel > 0 ? d_.untersucht : QString();
+        d_.drohnen = angaben_.Tiere == Geschlecht::Drohnen ? q_.texte(Text::Drohnen) : QString();
         d_.königin = {{p_(Text::Zuchtbuch), zuchtbuchnummer(angaben_), {}},
                       {p_(Text::Züchter), angaben_.Name.trimmed(), {}},
                       {p_(Text::Begattung), angaben_.Begattung.trimmed(), {}}};
@@ -219,7 +221,10 @@ private:
             d_.merkmalszahl =
                 d_.gemessen.isEmpty() ? d_.untersucht : u"n = %1"_s.arg(merkmale_.Bienen);
         }
-        d_.merkmalsformel = formeln.isEmpty() ? p_(Text::NichtGemessen) : formeln.join(u"  ·  "_s);
+        d_.nichtGemessen = q_.untersuchung.zusatz().merkmaleUnlesbar
+                               ? q_.texte(Meldung::MerkmaleNichtLesbar)
+                               : p_(Text::NichtGemessen);
+        d_.merkmalsformel = formeln.isEmpty() ? d_.nichtGemessen : formeln.join(u"  ·  "_s);
     }
 
     void urteil() {
@@ -228,6 +233,7 @@ private:
             d_.urteil = (*d_.entspricht ? p_(Text::EntsprichtDenMerkmalen)
                                         : p_(Text::EntsprichtNichtDenMerkmalen)) +
                         u' ' + rasse();
+            d_.vorläufig = beurteilung_.umfang.vorläufig();
             d_.grundlage = grundlagentext(beurteilung_.umfang, q_.texte);
             const Untersuchungszusatz& zusatz = q_.untersuchung.zusatz();
             if (zusatz.Urteil == Ablageurteil::Ja || zusatz.Urteil == Ablageurteil::Nein) {
@@ -235,7 +241,7 @@ private:
                     zusatz.Urteil == Ablageurteil::Ja, d_.entspricht,
                     urteilsbeleg(zusatz.Grenzen, q_.standard, angaben_.Tiere, q_.texte, q_.format),
                     q_.texte);
-                d_.grundlage += v.anders ? u' ' + v.text : QString();
+                d_.grundlage += v.anders ? u".  "_s + v.text : QString();
             }
             for (const Prüfwert& mangel : beurteilung_.mängel()) {
                 // A share and its sign stay on one line.
@@ -248,7 +254,7 @@ private:
     }
 
     void kriterien() {
-        if (!beurteilung_.BewertungAktiv) {
+        if (!beurteilung_.wirdBeurteilt()) {
             return;
         }
         d_.kriterien = {{kriterienspalten(q_.texte)}};
@@ -316,10 +322,13 @@ private:
         }
         zweite << t(M::DefinitionHI) << t(M::DefinitionDV);
         QStringList gemeinsam{t(M::ErklärungWerte)};
-        if (beurteilung_.BewertungAktiv &&
-            beurteilung_.unbeurteilt != Unbeurteilt::NichtsGemessen) {
+        if (beurteilung_.BewertungAktiv && !beurteilung_.unbeurteilt) {
             gemeinsam << t(M::ErklärungFett)
                       << t(M::FußStandard).arg(standardname(q_.standard, rasse(), t));
+            // The defaults are the standard of the first race.
+            if (q_.standard.istVorgabe() && angaben_.Rasse != 0) {
+                gemeinsam << t(M::FußVorgaben).arg(rasse());
+            }
             if (q_.standard.linien.nachKruber()) {
                 gemeinsam << t(M::FußKruber);
             }

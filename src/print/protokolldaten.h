@@ -55,9 +55,12 @@ struct Protokolldaten {
     std::vector<Merkmalreihe> merkmale;
     QString merkmalszahl; ///< "n = 25", empty without marks
     QString merkmalsformel;
+    QString nichtGemessen;          ///< in place of marks that there are none of
     std::optional<bool> entspricht; ///< the verdict; empty when there is none
     QString urteil;                 ///< in words, or why there is none; empty without judgement
     QString grundlage;              ///< what the verdict rests on
+    bool vorläufig = false;         ///< that is less than a full verdict needs
+    QString drohnen;                ///< the word for drones where they are; empty for workers
     QStringList gründe;             ///< why it fails
     std::vector<Kriterienzeile> kriterien; ///< the first line holds the names of the columns
     QString kriterienüberschrift;

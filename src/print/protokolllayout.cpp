@@ -95,7 +95,7 @@ public:
 
     void merkmale(const Protokolldaten& daten) {
         for (const Merkmalreihe& reihe : daten.merkmale) {
-            merkmalreihe(reihe, daten.texte(Text::NichtGemessen));
+            merkmalreihe(reihe, daten.nichtGemessen);
         }
         zeileMitNamen(daten.texte(Text::Merkmalsformel), daten.merkmalsformel);
     }
@@ -370,7 +370,7 @@ Block oben2(const Protokolldaten& d) {
     s.spalten(d.königin);
     s.spalten(d.volk);
     s.lücke(Abstand);
-    s.abschnitt(d.texte(Text::HantelindexUndDV), d.gemessen);
+    s.abschnitt(d.texte(Text::HantelindexUndDV), d.korrel.flügel.empty() ? QString() : d.gemessen);
     s.zellen(d.korrelation);
     s.anmerkung(d.ausgelassen);
     s.lücke(2);

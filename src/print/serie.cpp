@@ -32,10 +32,11 @@ QString mittel(const Kennzahl& kennzahlen, QStringView muster, const Zahlenforma
 class Übersichtssetzer {
 public:
     Übersichtssetzer(const Protokolleinstellungen& aussehen, QString titel, QString zahlen,
-                     Zellen kopf)
+                     QString erklärung, Zellen kopf)
         : satz_(aussehen.SchriftArt, aussehen.SchriftKursiv)
         , titel_(std::move(titel))
         , zahlen_(std::move(zahlen))
+        , erklärung_(std::move(erklärung))
         , kopf_(std::move(kopf)) {}
 
     void zeile(const Zellen& zellen) {
@@ -56,7 +57,12 @@ private:
         schreibe(Links, titel_, Grad::Titel, PapierA4.width() - 2 * Protokollrand);
         y_ += Protokollsatz::zeilenhöhe(Grad::Titel) + Luft;
         schreibe(Links, zahlen_, Grad::Text, PapierA4.width() - 2 * Protokollrand);
-        y_ += Protokollsatz::zeilenhöhe(Grad::Text) + 4 * Luft;
+        y_ += Protokollsatz::zeilenhöhe(Grad::Text) + Luft;
+        if (!erklärung_.isEmpty()) {
+            schreibe(Links, erklärung_, Grad::Klein, PapierA4.width() - 2 * Protokollrand);
+            y_ += Protokollsatz::zeilenhöhe(Grad::Klein);
+        }
+        y_ += 3 * Luft;
         setze(kopf_);
     }
 
@@ -81,6 +87,7 @@ private:
     Protokollsatz satz_;
     QString titel_;
     QString zahlen_;
+    QString erklärung_;
     Zellen kopf_;
     std::vector<Protokollseite> seiten_;
     double y_ = 0;
@@ -98,12 +105,13 @@ Serienzeile serienzeile(const Protokolldaten& d) {
     return {.nummer = d.nummer,
             .königin = d.königin[0].wert,
             .volk = d.volk[0].wert,
-            .rasse = d.volk[2].wert,
+            .rasse = d.volk[2].wert + (d.drohnen.isEmpty() ? QString() : u", "_s + d.drohnen),
             .flügel = ci ? QString::number(ci->anzahl) : QString(),
             .CI = mittel(ci, muster::CI, format),
             .HI = mittel(d.korrel.HI, muster::HI, format),
             .DV = mittel(d.korrel.DV, muster::DV, format),
-            .entspricht = d.entspricht};
+            .entspricht = d.entspricht,
+            .vorläufig = d.vorläufig};
 }
 
 std::vector<Protokollseite> serienübersicht(const std::vector<Serienzeile>& zeilen, const Texte& t,
@@ -114,15 +122,18 @@ std::vector<Protokollseite> serienübersicht(const std::vector<Serienzeile>& zei
                 return zeile.entspricht == urteil;
             }));
     };
+    const bool vorläufig =
+        std::any_of(zeilen.begin(), zeilen.end(), [](const Serienzeile& z) { return z.vorläufig; });
     Übersichtssetzer setzer(
         aussehen, t(Meldung::SerieTitel),
         t(Meldung::SerieZahlen)
             .arg(QString::number(zeilen.size()), zahl(true), zahl(false), zahl(std::nullopt)),
+        vorläufig ? t(Meldung::SerieVorläufig) : QString(),
         {t(Text::UntersuchungNr), t(Text::Zuchtbuch), t(Text::Volk), t(Text::Rasse), u"n"_s,
          t(Text::CI), t(Text::HI), t(Text::DV), t(Text::Beurteilung)});
     for (const Serienzeile& z : zeilen) {
         setzer.zeile({z.nummer, z.königin, z.volk, z.rasse, z.flügel, z.CI, z.HI, z.DV,
-                      urteilswort(z.entspricht, t)});
+                      urteilswort(z.entspricht, t) + (z.vorläufig ? u"*"_s : QString())});
     }
     return std::move(setzer).seiten();
 }

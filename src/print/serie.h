@@ -23,6 +23,7 @@ struct Serienzeile {
     QString HI;
     QString DV;
     std::optional<bool> entspricht; ///< empty when it was not judged
+    bool vorläufig = false;         ///< on fewer wings or bees than a full verdict needs
 };
 
 [[nodiscard]] Serienzeile serienzeile(const Protokolldaten& daten);

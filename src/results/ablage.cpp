@@ -335,7 +335,12 @@ QStringList Ablage::bekannte(QString Kolonieangaben::*wert) const {
 Kolonieangaben Ablage::NeueUntersuchung(const Kolonieangaben& bisher) {
     const Texte& t = umgebung_.texte;
     Kolonieangaben neu;
-    neu.Rasse = bisher.Rasse;
+    // Of a race outside the list the position says nothing.
+    neu.Rasse =
+        bisher.Rassenname.isEmpty()
+            ? bisher.Rasse
+            : std::clamp<int>(umgebung_.einstellungen.zahl(Einstellung::Rasse), 0,
+                              static_cast<int>(rassenliste(umgebung_.einstellungen).size()) - 1);
     neu.Tiere = bisher.Tiere;
     if (umgebung_.einstellungen.schalter(Einstellung::AutoNummer)) {
         try {

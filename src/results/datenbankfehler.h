@@ -12,7 +12,7 @@ class Texte;
 /// Why an operation on a results file did not happen.
 enum class Datenbankgrund {
     Keine,              ///< not a results file at all
-    Früher, ///< a database of the kind that results were kept in formerly
+    Früher,             ///< a database of the kind that results were kept in formerly
     OhneTabelle,        ///< a database without the table `Ergebnisse`
     SpalteFehlt,        ///< einzelheit: name of the column
     Beschädigt,         ///< truncated or malformed

@@ -54,8 +54,7 @@ DB::DB(DbUmgebung umgebung, QWidget* parent)
         return !umgebung_.heute.isValid() || !datum.isValid() || datum <= umgebung_.heute ||
                umgebung_.dialoge.frage(
                    {.titel = t(Text::SpalteDatum),
-                    .text = t(Meldung::DatumInZukunft).arg(vollesDatum(t, datum))}) ==
-                   Antwort::Ja;
+                    .text = t(Meldung::DatumInZukunft).arg(vollesDatum(t, datum))}) == Antwort::Ja;
     });
     modell_.vorTierwechsel([this](const QString& nummer, const QString& wort) {
         return prüfeTierwechsel(nummer, wort);
@@ -138,8 +137,8 @@ void DB::vergibBuchstaben() {
     auto* lab_Suche = findChild<QLabel*>(u"lab_Suche"_s);
     worte << lab_Suche->text();
     QList<QPushButton*> knöpfe;
-    for (const QString& name :
-         {u"bef_AllesZeigen"_s, u"bef_Daten"_s, u"bef_Ändern"_s, u"bef_Öffnen"_s, u"bef_Abbrechen"_s}) {
+    for (const QString& name : {u"bef_AllesZeigen"_s, u"bef_Daten"_s, u"bef_Ändern"_s,
+                                u"bef_Öffnen"_s, u"bef_Abbrechen"_s}) {
         knöpfe << findChild<QPushButton*>(name);
         worte << knöpfe.last()->text().remove(u'&');
     }
@@ -415,12 +414,10 @@ void DB::zeigeStand() {
         .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
     menüs_->aktion(Filter, Ergebnismenüs::AllesZeigen).setEnabled(engtEin());
     findChild<QPushButton*>(u"bef_AllesZeigen"_s)->setEnabled(engtEin());
-    menüs_->aktion(Tabelle, Ergebnismenüs::Rückgängig)
-        .setEnabled(!modell_.rücknahmen().empty());
-    for (const auto befehl :
-         {Ergebnismenüs::Papierkorb, Ergebnismenüs::Zusammenführen, Ergebnismenüs::AusSicherung, Ergebnismenüs::DatenUmwandeln}) {
-        menüs_->aktion(Tabelle, befehl)
-            .setEnabled(!umgebung_.DatenbankPfad.isEmpty());
+    menüs_->aktion(Tabelle, Ergebnismenüs::Rückgängig).setEnabled(!modell_.rücknahmen().empty());
+    for (const auto befehl : {Ergebnismenüs::Papierkorb, Ergebnismenüs::Zusammenführen,
+                              Ergebnismenüs::AusSicherung, Ergebnismenüs::DatenUmwandeln}) {
+        menüs_->aktion(Tabelle, befehl).setEnabled(!umgebung_.DatenbankPfad.isEmpty());
     }
 }
 

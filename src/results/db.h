@@ -64,7 +64,7 @@ struct DbUmgebung {
     std::function<std::unique_ptr<Protokollserie>()> protokolle = {};
     QStringList rassen = {};                ///< the race list
     Zahlenformat format = {};               ///< of means and resolutions
-    QDate heute = {}; ///< later dates are asked about; invalid: none is
+    QDate heute = {};                       ///< later dates are asked about; invalid: none is
     Einstellungen* einstellungen = nullptr; ///< keep place, widths and columns of the window
     /// How often to look whether another program has changed the file; 0 for never.
     std::chrono::milliseconds nachsehen{0};

@@ -21,8 +21,8 @@ Satzumgebung DB::satzumgebung() const {
 void DB::zeigeAlteDaten() {
     bool gibtEs = false;
     try {
-        gibtEs = !umgebung_.DatenbankPfad.isEmpty() &&
-                 Datumswandlung(umgebung_.DatenbankPfad).gibtEs();
+        gibtEs =
+            !umgebung_.DatenbankPfad.isEmpty() && Datumswandlung(umgebung_.DatenbankPfad).gibtEs();
     } catch (const Datenbankfehler&) {
         gibtEs = false; // reading the rows has told what is wrong
     }

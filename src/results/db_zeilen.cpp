@@ -75,13 +75,13 @@ void DB::löscheMehrere(const QList<int>& zeilen) {
     const Texte& texte = umgebung_.texte;
     const QString titel = texte(Text::ZeileLöschen);
     const QString zahl = sprachraum(texte).toString(zeilen.size());
-    if (umgebung_.dialoge.frage({.titel = titel,
-                                 .text = texte(Meldung::MehrereLöschenFrage).arg(zahl) +
-                                         (zeilen.size() > Papierkorb::Höchstens
-                                              ? u' ' + texte(Meldung::KorbFasst)
-                                                           .arg(Papierkorb::Höchstens)
-                                              : QString()),
-                                 .verwirft = true}) != Antwort::Ja) {
+    if (umgebung_.dialoge.frage(
+            {.titel = titel,
+             .text = texte(Meldung::MehrereLöschenFrage).arg(zahl) +
+                     (zeilen.size() > Papierkorb::Höchstens
+                          ? u' ' + texte(Meldung::KorbFasst).arg(Papierkorb::Höchstens)
+                          : QString()),
+             .verwirft = true}) != Antwort::Ja) {
         return;
     }
     auto fortschritt = std::make_unique<Fortschritt>(this, titel, texte(Text::Abbrechen),

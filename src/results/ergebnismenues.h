@@ -27,7 +27,20 @@ enum class Ergebnismenü { Ergebnis, Rasse, Geschlecht, Sort, Filter, Tabelle, Z
 class Ergebnismenüs : public QMenuBar {
 public:
     enum Filterbefehl { Filtern, AlleZeigen, Suchen, AllesZeigen };
-    enum Tabellenbefehl { Öffnen, Neu, Sichern, Löschen, Exportieren, NeuBeurteilen, NeuLesen, Rückgängig, Papierkorb, Zusammenführen, AusSicherung, DatenUmwandeln };
+    enum Tabellenbefehl {
+        Öffnen,
+        Neu,
+        Sichern,
+        Löschen,
+        Exportieren,
+        NeuBeurteilen,
+        NeuLesen,
+        Rückgängig,
+        Papierkorb,
+        Zusammenführen,
+        AusSicherung,
+        DatenUmwandeln
+    };
     /// Behind the values of Sortierung.
     enum Sortierbefehl { NachSpalte = 5, Umkehren };
     enum Zeilenbefehl {

@@ -151,7 +151,8 @@ public:
     /// Texts are measured against their widths unless only blanks at their ends went; a number must
     /// not exist yet. An empty text is stored as a single blank, an empty date as none; so blank
     /// and empty do not differ. UntersuchungFehlt when the row has gone or its place belongs to
-    /// another number now, Zeilenkonflikt when another text stands in it now. The row goes into the bin as it was; what is returned takes it back.
+    /// another number now, Zeilenkonflikt when another text stands in it now. The row goes into the
+    /// bin as it was; what is returned takes it back.
     Rücknahme ändere(const Zeile& alt, const Zeile& neu);
     /// Deletes a row as it was read, into the bin. UntersuchungFehlt as above.
     Rücknahme lösche(const Zeile& zeile);

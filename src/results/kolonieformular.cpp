@@ -54,7 +54,6 @@ Kolonieformular::Kolonieformular(const Texte& texte, Zahlenformat format, QWidge
     connect(cbo_Rasse_, &QComboBox::activated, this, [this](int index) {
         angaben_.Rasse = index;
         angaben_.Rassenname.clear();
-        angaben_.Rassenname.clear();
         melde();
         if (rassenwahl_) {
             rassenwahl_(index);
@@ -173,7 +172,14 @@ void Kolonieformular::setzeRassen(const QStringList& namen) {
     const QSignalBlocker still(cbo_Rasse_);
     cbo_Rasse_->clear();
     cbo_Rasse_->addItems(namen);
-    cbo_Rasse_->setCurrentIndex(angaben_.Rasse);
+    zeigeRasse();
+}
+
+void Kolonieformular::zeigeRasse() {
+    // A race outside the list is none of its entries.
+    const QString fremde = angaben_.Rassenname.trimmed();
+    cbo_Rasse_->setPlaceholderText(fremde);
+    cbo_Rasse_->setCurrentIndex(fremde.isEmpty() ? angaben_.Rasse : -1);
 }
 
 void Kolonieformular::zeige(const Kolonieangaben& angaben) {
@@ -190,7 +196,7 @@ void Kolonieformular::zeige(const Kolonieangaben& angaben) {
             ungefüllte_.emplace_back(liste, feld.wert);
         }
     }
-    cbo_Rasse_->setCurrentIndex(angaben.Rasse);
+    zeigeRasse();
     cbo_Geschlecht_->setCurrentIndex(static_cast<int>(angaben.Tiere));
 }
 

@@ -67,6 +67,7 @@ private:
     QWidget* königin();
     void beschrifte();
     void normalisiere(const Feld& feld);
+    void zeigeRasse();
     void melde();
     void fülleListe(QComboBox& liste);
 

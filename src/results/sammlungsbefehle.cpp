@@ -133,10 +133,14 @@ bool Sammlungsbefehle::übernimmAusDatei(const QString& pfad, const QString& tit
                                         Entscheidung vorschlag) const {
     const Texte& t = umgebung_.texte;
     const auto öffne = [&](std::optional<Tagesfolge> folge) {
-        constexpr int Unbekannt = 100; // how long another program takes
-        Fortschritt fortschritt(fenster_, titel, t(Text::Abbrechen), Unbekannt);
+        constexpr int Unbekannt = 100;            // how long another program takes
+        std::unique_ptr<Fortschritt> fortschritt; // only for what lasts
         return öffneSammlung(pfad, pfad_, folge, QDate::currentDate(), t, [&] {
-            return fortschritt.weiter(0, QFileInfo(pfad).fileName());
+            if (!fortschritt) {
+                fortschritt =
+                    std::make_unique<Fortschritt>(fenster_, titel, t(Text::Abbrechen), Unbekannt);
+            }
+            return fortschritt->weiter(0, QFileInfo(pfad).fileName());
         });
     };
     try {

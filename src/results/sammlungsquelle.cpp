@@ -56,8 +56,7 @@ Sammlungsquelle öffneSammlung(const QString& pfad, const QString& DatenbankPfad
     }
     if (!istSqlite(pfad)) {
         const auto bytes = dateiinhalt(pfad, GrößteTabelle);
-        Tabelleninhalt inhalt =
-            bytes ? liesTabelle(*bytes, folge, heute) : Tabelleninhalt();
+        Tabelleninhalt inhalt = bytes ? liesTabelle(*bytes, folge, heute) : Tabelleninhalt();
         if (inhalt.istTabelle) {
             return ausTabelle(pfad, std::move(inhalt), texte);
         }

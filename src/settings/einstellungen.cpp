@@ -92,7 +92,8 @@ constexpr std::array tabelle{
     Einstellungszeile{E::FensterKriterienhöhe, u"Fenster", u"Kriterienhöhe", Zahl, 0, u"", 0},
     // The list of examinations: its place; widths of its columns and which of them are shown.
     Einstellungszeile{E::FensterErgebnisse, u"Fenster", u"Ergebnisse", Text, 0, u"", 2048},
-    Einstellungszeile{E::FensterErgebnisspalten, u"Fenster", u"Ergebnisspalten", Text, 0, u"", 2048},
+    Einstellungszeile{E::FensterErgebnisspalten, u"Fenster", u"Ergebnisspalten", Text, 0, u"",
+                      2048},
     // Whether the results file is backed up once a day.
     Einstellungszeile{E::Tagessicherung, u"Speichern", u"Tagessicherung", Zahl, 1, u"", 0},
 };

@@ -66,7 +66,7 @@ TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
     missFlügel();
     züchter().setText(u"A"_s);
     wähle(u"men_Datei_2"_s);
-    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
+    EXPECT_EQ(gespeichert(), u"Das gespeicherte Urteil beruht auf dem Standard 'Carnica'."_s);
     const QString damals = grenzen();
     EXPECT_TRUE(damals.contains(u"\nRasse=Carnica\n"_s));
     EXPECT_TRUE(damals.contains(u"\nPanzer E=30%\n"_s));
@@ -76,7 +76,7 @@ TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
     ASSERT_TRUE(starte());
     EXPECT_EQ(
         gespeichert(),
-        u"Beurteilt nach dem Standard 'Carnica'. Jetzt gelten andere Grenzen: "
+        u"Das gespeicherte Urteil beruht auf dem Standard 'Carnica'. Jetzt gelten andere Grenzen: "
         "Panzerzeichen E: 30% → 20%, Klasse 1 ≤: 2% → 5%. Nach dem jetzigen Standard beurteilen"_s);
     // Stored again with the same verdict, it keeps the limits that it was given by …
     züchter().setText(u"B"_s);
@@ -88,8 +88,9 @@ TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
     satz.RASSE = u"Sicula"_s;
     Ergebnistabelle(pfad()).speichere(satz);
     ASSERT_TRUE(starte());
-    EXPECT_EQ(gespeichert(), u"Gespeichert ist das Urteil '%1'. Beurteilt nach dem Standard "
-                             "'Carnica'."_s.arg(satz.ERGEBNIS));
+    EXPECT_EQ(gespeichert(),
+              u"Gespeichert ist das Urteil '%1'. Das gespeicherte Urteil beruht auf dem Standard "
+              "'Carnica'."_s.arg(satz.ERGEBNIS));
     satz.RASSE = u"Carnica"_s;
     Ergebnistabelle(pfad()).speichere(satz);
     // … until it is judged by those of today.
@@ -98,7 +99,24 @@ TEST_F(Speicherntest, limitsOfAVerdict_areStoredWithItAndComparedWithTodays) {
     EXPECT_EQ(gespeichert(), QString());
     wähle(u"men_Datei_2"_s);
     EXPECT_NE(grenzen(), damals);
-    EXPECT_EQ(gespeichert(), u"Beurteilt nach dem Standard 'Carnica'."_s);
+    EXPECT_EQ(gespeichert(), u"Das gespeicherte Urteil beruht auf dem Standard 'Carnica'."_s);
+}
+
+TEST_F(Speicherntest, raceOutsideTheList_isShownAndNotTakenForAnother) {
+    Ergebnissatz satz;
+    satz.U_NR = u"X1"_s;
+    satz.Z_NAME = u"A"_s;
+    satz.RASSE = u"Sicula"_s;
+    Ergebnistabelle(pfad()).speichere(satz);
+    ASSERT_TRUE(starte());
+    auto& rasse = kind<QComboBox>(u"cbo_Rasse"_s);
+    EXPECT_EQ(rasse.currentIndex(), -1);
+    EXPECT_EQ(rasse.placeholderText(), u"Sicula"_s);
+    züchter().setText(u"B"_s);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_EQ(zeile(u"X1"_s)->RASSE, u"Sicula"_s);
+    wähle(u"men_Datei_0"_s); // the new one is of the race of the settings
+    EXPECT_EQ(rasse.currentIndex(), 0);
 }
 
 TEST_F(Speicherntest, examinations_areJudgedAgainFromTheBrowser) {

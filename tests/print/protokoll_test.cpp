@@ -271,6 +271,32 @@ TEST_F(ProtokollTest, raceOutsideTheList_isNotJudgedAndHasNoLimitsAnywhere) {
     }
 }
 
+TEST_F(ProtokollTest, marksThatCannotBeRead_leaveNothingThatLooksJudged) {
+    miss25();
+    Untersuchungszusatz zusatz;
+    zusatz.merkmaleUnlesbar = true;
+    untersuchung.setzeZusatz(zusatz);
+    const Protokolldaten d = daten();
+    EXPECT_FALSE(d.kurven.beurteilt);
+    EXPECT_THAT(d.kriterien, IsEmpty());
+    EXPECT_EQ(zeilen(d).count(u"nicht lesbar"_s), 4); // three groups and the formula
+    EXPECT_TRUE(zeilen(d).filter(u"Beurteilt nach"_s).isEmpty());
+}
+
+TEST_F(ProtokollTest, defaultsOfTheProgram_areNoStandardOfAnotherRace) {
+    miss25();
+    const auto gesagt = [this] {
+        return daten().fußnoten[0].filter(u"kein Standard eingerichtet"_s).size();
+    };
+    EXPECT_EQ(gesagt(), 0);
+    Kolonieangaben a = untersuchung.angaben();
+    a.Rasse = 1;
+    untersuchung.setzeAngaben(a);
+    EXPECT_EQ(gesagt(), 1);
+    standard.arbeiterinnen.Klasse[0] = u"01-05"_s;
+    EXPECT_EQ(gesagt(), 0);
+}
+
 TEST_F(ProtokollTest, criteria_sayMarginBeesIntervalAndWhatMakesThemFirm) {
     standard.arbeiterinnen.mittel = {1, {25}, 0};
     standard.arbeiterinnen.Klasse = {u"01-05"_s, u"06-10"_s, u"16-17"_s};
@@ -538,6 +564,7 @@ TEST_F(ProtokollTest, summaryOfASeries_countsVerdictsAndFitsItsPages) {
     EXPECT_EQ(alle[0].HI, u"1,052"_s);
     alle[0].entspricht = std::nullopt;
     alle[1].entspricht = !alle[2].entspricht.value_or(false);
+    EXPECT_TRUE(alle[1].vorläufig);
     alle[3].volk = alle[3].königin = alle[3].rasse = u"Donaudampfschifffahrt"_s.repeated(4);
     const auto seiten = serienübersicht(alle, texte, einstellungen);
     ASSERT_EQ(seiten.size(), 2U);
@@ -547,6 +574,7 @@ TEST_F(ProtokollTest, summaryOfASeries_countsVerdictsAndFitsItsPages) {
         zeilenzahl += static_cast<int>(zeilen(seite).count(u"001AB2026"_s));
     }
     EXPECT_EQ(zeilenzahl, 90);
+    EXPECT_FALSE(zeilen(seiten[0]).filter(u"* vorläufig"_s).isEmpty());
     const bool gut = *alle[2].entspricht;
     EXPECT_THAT(
         zeilen(seiten[0]),

@@ -52,10 +52,11 @@ protected:
         dialoge.antworten = {Antwort::Ja};
         taste(Qt::Key_Delete);
     }
-    static inline const QString Rückgängig = u"men_Tabelle_6"_s;
-    static inline const QString Korb = u"men_Tabelle_7"_s;
-    static inline const QString Zusammenführen = u"men_Tabelle_8"_s;
-    static inline const QString AusSicherung = u"men_Tabelle_9"_s;
+    static inline const QString Rückgängig = u"men_Tabelle_7"_s;
+    static inline const QString Korb = u"men_Tabelle_8"_s;
+    static inline const QString Zusammenführen = u"men_Tabelle_9"_s;
+    static inline const QString Umwandeln = u"men_Tabelle_11"_s;
+    static inline const QString AusSicherung = u"men_Tabelle_10"_s;
 };
 
 } // namespace
@@ -185,4 +186,87 @@ TEST_F(DBSammlungstest, rowsComeBackFromABackup) {
     EXPECT_EQ(gezeigt(), u"001 002"_s);
     wähle(AusSicherung);
     EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("stehen schon gleich"));
+}
+
+TEST_F(DBSammlungstest, deletingSeveral_isUndoneAtOnce) {
+    for (const QString& nummer : {u"001"_s, u"002"_s, u"003"_s}) {
+        speichere(vollerSatz(nummer));
+    }
+    öffne();
+    grid().selectAll();
+    dialoge.antworten = {Antwort::Ja};
+    taste(Qt::Key_Delete);
+    ASSERT_EQ(gezeigt(), QString());
+    wähle(Rückgängig);
+    EXPECT_EQ(gezeigt(), u"001 002 003"_s);
+    EXPECT_FALSE(aktion(Rückgängig).isEnabled());
+}
+
+TEST_F(DBSammlungstest, tableOfText_comesInThroughTheSamePreview) {
+    speichere(vollerSatz(u"001"_s));
+    öffne();
+    const QString csv = ordner_.filePath(u"alt.csv"_s);
+    const auto hole = [&](const QByteArray& inhalt, const std::deque<Antwort>& antworten) {
+        schreibe(csv, inhalt);
+        dialoge.dateien = {csv};
+        dialoge.antworten = antworten;
+        imFenster([&](QDialog& fenster) { klicke(fenster, u"bef_Übernehmen"_s); });
+        wähle(Zusammenführen);
+    };
+    hole("U_NR;Z_NAME;DATUM\n009;Maier;03/12/15\n010;Huber;1.2.2016\n011;Zorn;31.2.2016\n",
+         {Antwort::Nein}); // the month comes first
+    EXPECT_EQ(gezeigt(), u"009 010 001"_s);
+    EXPECT_EQ(zelle(0, 2), u"Maier"_s);
+    EXPECT_EQ(this->tabelle().lade(u"009"_s)->DATUM, QDate(2015, 3, 12));
+    EXPECT_TRUE(dialoge.meldungen.join(u' ').contains(u"Zeile 4: '31.2.2016' ist kein Datum."_s));
+    // What can be read by nobody is named by what it is.
+    dialoge.meldungen.clear();
+    for (const auto& [inhalt, wort] :
+         {std::pair<QByteArray, const char*>{"Name;Datum\n1;2\n", "U_NR"},
+          {QByteArray("\0\1\0\0Standard Jet DB\0", 20), "Jet"}}) {
+        const QByteArray pfade = qgetenv("PATH");
+        qputenv("PATH", "/nowhere");
+        schreibe(csv, inhalt);
+        dialoge.dateien = {csv};
+        wähle(Zusammenführen);
+        qputenv("PATH", pfade);
+        EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr(wort));
+    }
+    EXPECT_EQ(gezeigt(), u"009 010 001"_s);
+}
+
+TEST_F(DBSammlungstest, datesOfOtherPrograms_areOfferedForConversion_andLaterOnesAskedAbout) {
+    heute = QDate(2026, 3, 1);
+    speichere(vollerSatz(u"001"_s));
+    öffne();
+    auto& hinweis = kind<QPushButton>(u"bef_Daten"_s);
+    EXPECT_FALSE(hinweis.isVisible());
+    fremd(u"UPDATE Ergebnisse SET DATUM = '03/12/15'"_s);
+    db->DB_Open();
+    ASSERT_TRUE(hinweis.isVisible());
+    EXPECT_EQ(zelle(0, 7), u"03/12/15"_s);
+    imFenster([](QDialog&) {}); // not now
+    QTest::mouseClick(&hinweis, Qt::LeftButton);
+    EXPECT_EQ(zelle(0, 7), u"03/12/15"_s);
+    imFenster([&](QDialog& fenster) {
+        const auto& daten = tarvel::kind<QTableWidget>(fenster, u"Tabelle_Daten"_s);
+        EXPECT_EQ(zeile(daten, 0), u"001|03/12/15|03.12.2015"_s);
+        tarvel::kind<QComboBox>(fenster, u"box_Folge"_s).setCurrentIndex(1);
+        EXPECT_EQ(zeile(daten, 0), u"001|03/12/15|12.03.2015"_s);
+        klicke(fenster, u"bef_Umwandeln"_s);
+    });
+    QTest::mouseClick(&hinweis, Qt::LeftButton);
+    EXPECT_EQ(fremd(u"SELECT DATUM FROM Ergebnisse"_s), u"2015-03-12"_s);
+    EXPECT_FALSE(hinweis.isVisible());
+    wähle(Umwandeln); // there is nothing left, which is said
+    EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("Alle Daten"));
+
+    dialoge.antworten = {Antwort::Nein};
+    tippe(0, 7, u"01.03.2027"_s);
+    EXPECT_THAT(dialoge.fragen.back().text.toStdString(), HasSubstr("in der Zukunft"));
+    taste(Qt::Key_Escape);
+    EXPECT_EQ(fremd(u"SELECT DATUM FROM Ergebnisse"_s), u"2015-03-12"_s);
+    dialoge.antworten = {Antwort::Ja};
+    tippe(0, 7, u"01.03.2027"_s);
+    EXPECT_EQ(fremd(u"SELECT DATUM FROM Ergebnisse"_s), u"2027-03-01"_s);
 }

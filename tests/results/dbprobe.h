@@ -30,6 +30,7 @@ struct DBTest : Browserprobe {
     bool lädt = true;
     std::function<Neubeurteilungsregeln()> neubeurteilung;
     std::function<std::unique_ptr<Protokollserie>()> protokolle;
+    QDate heute; ///< later dates are asked about; of no day unless a test wants it
     std::unique_ptr<Einstellungen> einstellungen; ///< none unless a test wants them kept
     std::unique_ptr<DB> db;
 
@@ -59,6 +60,7 @@ struct DBTest : Browserprobe {
                 },
             .neubeurteilung = neubeurteilung,
             .protokolle = protokolle,
+            .heute = heute,
             .einstellungen = einstellungen.get()});
         db->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(db.get()));
