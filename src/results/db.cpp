@@ -69,7 +69,10 @@ DB::DB(DbUmgebung umgebung, QWidget* parent)
         QTimer::singleShot(0, this, [this] { zeigeMeldungen(); });
     });
     // Our own changes are none to be noticed.
-    connect(&modell_, &QAbstractItemModel::dataChanged, this, [this] { stand_ = dateistände(); });
+    connect(&modell_, &QAbstractItemModel::dataChanged, this, [this] {
+        stand_ = dateistände();
+        filter_->veralte();
+    });
     baueFenster();
     baueMenüs();
     LadeTabelle();
@@ -306,7 +309,12 @@ void DB::zeigeZeilen() {
     const Texte& texte = umgebung_.texte;
     QString leer = engtEin() ? texte(Meldung::KeineUntersuchungGefunden)
                              : texte(Meldung::NochKeineUntersuchung);
-    stand_ = dateistände();
+    if (const Dateistände jetzt = dateistände(); jetzt != stand_) { // or another file
+        stand_ = jetzt;
+        gesamt_.reset();
+        flügelzahlen_.clear();
+        filter_->veralte();
+    }
     stelltWahl_ = true;
     if (umgebung_.DatenbankPfad.isEmpty()) {
         leer = texte(Meldung::DatenbankNichtGewählt);

@@ -295,24 +295,33 @@ bool DB::stelleWahlHer() {
     if (!gemerkt_) {
         return false;
     }
+    // Few are found by going through the rows, many by a table of all.
+    constexpr std::size_t Wenige = 8;
+    const std::vector<qint64>& ids = modell_.ids();
     std::unordered_map<qint64, int> zeilen;
-    zeilen.reserve(modell_.ids().size());
-    for (const qint64 id : modell_.ids()) {
-        zeilen.emplace(id, static_cast<int>(zeilen.size()));
+    if (gemerkt_->gewählte.size() > Wenige) {
+        zeilen.reserve(ids.size());
+        for (const qint64 id : ids) {
+            zeilen.emplace(id, static_cast<int>(zeilen.size()));
+        }
     }
+    const auto zeileVon = [&](qint64 id) {
+        if (zeilen.empty()) {
+            const auto stelle = std::find(ids.begin(), ids.end(), id);
+            return stelle == ids.end() ? -1 : static_cast<int>(stelle - ids.begin());
+        }
+        const auto stelle = zeilen.find(id);
+        return stelle == zeilen.end() ? -1 : stelle->second;
+    };
     // A row that was stored anew has another place; its number is still the same.
     const auto finde = [&](const Merkzeile& gesucht) {
-        const auto stelle = zeilen.find(gesucht.id);
-        if (stelle != zeilen.end() &&
-            (gesucht.nummer.isEmpty() || modell_.nummer(stelle->second) == gesucht.nummer)) {
-            return stelle->second;
-        }
-        if (!modell_.vollständig() || gesucht.nummer.isEmpty()) {
-            return stelle != zeilen.end() ? stelle->second : -1;
+        const int zeile = zeileVon(gesucht.id);
+        if (gesucht.nummer.isEmpty() || !modell_.vollständig() ||
+            (zeile >= 0 && modell_.nummer(zeile) == gesucht.nummer)) {
+            return zeile;
         }
         const auto platz = Ergebnistabelle(umgebung_.DatenbankPfad).platz(gesucht.nummer);
-        const auto andere = platz ? zeilen.find(*platz) : zeilen.end();
-        return andere != zeilen.end() ? andere->second : -1;
+        return platz ? zeileVon(*platz) : -1;
     };
     try {
         QList<int> gefundene;

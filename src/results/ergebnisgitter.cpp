@@ -292,10 +292,16 @@ void Ergebnisgitter::wähleZeilen(const QList<int>& zeilen, int spalte) {
         return;
     }
     wähleZeile(zeilen.first(), spalte);
-    QItemSelection alle;
-    for (const int zeile : zeilen) {
-        const QModelIndex erste = model()->index(zeile, 0);
-        alle.merge({erste, erste}, QItemSelectionModel::Select);
+    QList<int> sortiert = zeilen;
+    std::sort(sortiert.begin(), sortiert.end());
+    QItemSelection alle; // rows beside each other as one piece, for there may be very many
+    for (qsizetype von = 0; von < sortiert.size();) {
+        qsizetype bis = von;
+        while (bis + 1 < sortiert.size() && sortiert.at(bis + 1) <= sortiert.at(bis) + 1) {
+            ++bis;
+        }
+        alle.append({model()->index(sortiert.at(von), 0), model()->index(sortiert.at(bis), 0)});
+        von = bis + 1;
     }
     selectionModel()->select(alle, QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }

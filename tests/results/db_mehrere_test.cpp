@@ -202,6 +202,23 @@ TEST_F(DBMehrere, ReportsOfTheChosenRowsComeAsOneFileOrEach) {
                 HasSubstr("Geschriebene Protokolle: 0 von 4."));
 }
 
+TEST_F(DBTest, ASelectionOfVeryManyStaysOneInAnyOrder) {
+    fülle(4000);
+    fremd(u"UPDATE Ergebnisse SET Z_NAME=CASE WHEN rowid%2 THEN 'zzz' ELSE 'b' END"_s);
+    öffne();
+    wähle(u"men_Sort_3"_s); // 2,000 of each
+    kind<QLineEdit>(u"txt_Suche"_s).setText(u"zzz"_s);
+    QApplication::processEvents();
+    grid().setFocus();
+    taste(Qt::Key_A, Qt::ControlModifier);
+    ASSERT_EQ(anzahl(), u"2.000 von 4.000, gefiltert · 2.000 gewählt"_s);
+    kind<QLineEdit>(u"txt_Suche"_s).clear();
+    wähle(u"men_Sort_1"_s); // every second
+    EXPECT_TRUE(QTest::qWaitFor([this] {
+        return anzahl() == u"4.000 Untersuchungen · 2.000 gewählt"_s;
+    })) << anzahl().toStdString();
+}
+
 TEST_F(DBTest, LongWorkOnRowsCanBeStopped) {
     fülle(40);
     öffne();

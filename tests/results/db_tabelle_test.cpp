@@ -29,6 +29,8 @@ TEST_F(DBFiltertest, TakesAnotherFileOnlyWhenItIsOne) {
     EXPECT_THAT(gewählt, ElementsAre(andere));
     EXPECT_EQ(db->windowTitle(), u"Ergebnisse [andere.tdb]"_s);
     EXPECT_EQ(gezeigt(), u"900"_s);
+    kind<QLineEdit>(u"txt_Suche"_s).setText(u"9"_s);
+    EXPECT_EQ(anzahl(), u"1 von 1, gefiltert"_s) << "nothing is left of the former file";
     EXPECT_FALSE(filtert());
     EXPECT_THAT(dialoge.filter, Contains(u"Tarvel Ergebnisse (*.tdb)"_s));
 }

@@ -96,7 +96,10 @@ struct DBTest : Browserprobe {
     }
     void gehe(int zeile, int spalte) const {
         grid().setFocus();
-        grid().setCurrentIndex(grid().model()->index(zeile, spalte));
+        // Whatever modifier the key before had.
+        grid().selectionModel()->setCurrentIndex(grid().model()->index(zeile, spalte),
+                                                 QItemSelectionModel::ClearAndSelect |
+                                                     QItemSelectionModel::Rows);
     }
     /// Types into a cell as a person does and ends with Enter.
     void tippe(int zeile, int spalte, const QString& text) const {
