@@ -285,7 +285,8 @@ void speichern(const QString& pfad, int runden, int anzahl) {
     tabelle.speichere(beispiel(1)); // warms up
     int meiste = 0;
     for (int i = 0; i < runden * 5; ++i) {
-        const Ergebnissatz satz = beispiel(i * (anzahl / (runden * 5)));
+        Ergebnissatz satz = beispiel(i * (anzahl / (runden * 5)));
+        satz.VOLK = QString::number(i); // so that the old one goes into the bin
         syncs = 0;
         syncZeit = {};
         const Zeitpunkt beginn = jetzt();

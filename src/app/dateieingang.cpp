@@ -122,7 +122,6 @@ bool Dateieingang::öffneDateien(const QStringList& pfade) {
         }
         if (art == Dateiart::Messdatei && dateien.size() > 1) {
             gelungen = importiert(austausch_.importiere(dienste_.fenster, dateien)) && gelungen;
-            gang_.prüfeSicherung();
             continue;
         }
         const bool offen = öffneDatei(dateien.constFirst());
@@ -174,6 +173,7 @@ bool Dateieingang::importiert(const QString& ergebnis) {
     if (ergebnis.isEmpty()) {
         return false;
     }
+    gang_.prüfeSicherung();
     // The number of an examination that was not begun yet may be taken now.
     if (arbeitsplatz_.ablage().gespeicherteNummer().isEmpty() &&
         !arbeitsplatz_.untersuchung().geändert() && !arbeitsplatz_.messung().punkte().begonnen()) {

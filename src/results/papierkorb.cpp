@@ -76,6 +76,9 @@ void richteEin(Ergebnisdatei& datei, const std::vector<std::string>& spalten) {
         ", B_NAME TEXT(30), ERGEBNIS TEXT(4), DATUM DATETIME, VATER TEXT(30), VOLK TEXT(30)"
         ", CI LONGTEXT, HI_DV LONGTEXT, PROZENT TEXT(70), MERKMAL LONGTEXT"
         ", Grafik1 LONGTEXT, Grafik2 LONGTEXT, Grafik3 LONGTEXT, Grafik4 LONGTEXT)");
+    // So that counting them and finding old ones reads none of the rows.
+    datei.verbindung().exec("CREATE INDEX IF NOT EXISTS " + Tabelle + "_Zeit ON " + Tabelle +
+                            "(Korb_Zeit)");
     const std::vector<std::string> bisher = spaltennamen(datei, Tabelle);
     for (const std::string& spalte : spalten) {
         if (!enthält(bisher, spalte)) {
@@ -208,9 +211,14 @@ void räumeKorbAuf(Ergebnisdatei& datei) {
     if (!vorhanden(datei)) {
         return;
     }
-    datei.verbindung().exec("DELETE FROM " + Tabelle + " WHERE Korb_Nr <= (SELECT Korb_Nr FROM " +
-                            Tabelle + " ORDER BY Korb_Nr DESC LIMIT 1 OFFSET " +
-                            std::to_string(Papierkorb::Höchstens) + ")");
+    const int zuViele =
+        datei.verbindung().execAndGet("SELECT COUNT(*) FROM " + Tabelle).getInt() -
+        Papierkorb::Höchstens;
+    if (zuViele > 0) {
+        datei.verbindung().exec("DELETE FROM " + Tabelle +
+                                " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Tabelle +
+                                " ORDER BY Korb_Nr LIMIT " + std::to_string(zuViele) + ")");
+    }
     SQLite::Statement alte(datei.verbindung(), "DELETE FROM " + Tabelle + " WHERE Korb_Zeit < ?");
     alte.bind(1, zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-Papierkorb::Tage)));
     alte.exec();
