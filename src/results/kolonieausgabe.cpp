@@ -41,7 +41,7 @@ QByteArray zahltext(double zahl) {
 QByteArray Wertetabelle::csv() const {
     CsvTabelle tabelle(spalten.join(','));
     for (const QJsonArray& zeile : zeilen) {
-        for (const QJsonValue& zelle : zeile) {
+        for (const auto& zelle : zeile) {
             if (zelle.isString()) {
                 tabelle.text(zelle.toString());
             } else {

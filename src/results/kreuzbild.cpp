@@ -181,36 +181,50 @@ private:
         z_.textHochkant({f.fläche.left() - 62, f.fläche.center().y()},
                         gekürzt(senkrecht, normal_, f.fläche.height()), normal_, stil_.schrift);
         Textplätze plätze(f.fläche);
-        grenzlinien(f, hoch, plätze);
+        grenzlinien(f, hoch);
         if (bild_.kolonien.empty()) {
             const QString leer = worte_.texte(Meldung::ÜbersichtLeer);
             z_.schild(f.fläche.center(), Qt::AlignHCenter,
                       gekürzt(leer, normal_, f.fläche.width() - 20), normal_, stil_.schrift);
         }
         kreuze(i);
+        nenneGrenzen(f, hoch, plätze); // open signs would cover them
         gewählte(i, plätze);
     }
 
-    void grenzlinien(const Wertefeld& f, Größe hoch, Textplätze& plätze) {
+    void grenzlinien(const Wertefeld& f, Größe hoch) {
         if (!bild_.grenzen) {
             return;
         }
-        const Koloniegrenzen& g = *bild_.grenzen;
-        if (f.x.enthält(g[Größe::DV])) {
-            const double x = f.x.ort(g[Größe::DV]);
-            z_.linie({x, f.fläche.top()}, {x, f.fläche.bottom()}, stil_.rasse, 1.8, Qt::DashLine);
-            beschrifte(werttext(Größe::DV, g[Größe::DV], worte_.format), plätze,
-                       {Textort{{x + 4, f.fläche.top() + 10}, Qt::AlignLeft},
-                        Textort{{x - 4, f.fläche.top() + 10}, Qt::AlignRight}});
+        const QRectF& feld = f.fläche;
+        if (const double wert = (*bild_.grenzen)[Größe::DV]; f.x.enthält(wert)) {
+            const double x = f.x.ort(wert);
+            z_.linie({x, feld.top()}, {x, feld.bottom()}, stil_.rasse, 1.8, Qt::DashLine);
         }
-        if (f.y.enthält(g[hoch])) {
-            const double y = f.y.ort(g[hoch]);
-            z_.linie({f.fläche.left(), y}, {f.fläche.right(), y}, stil_.rasse, 1.8, Qt::DashLine);
-            beschrifte(werttext(hoch, g[hoch], worte_.format), plätze,
-                       {Textort{{f.fläche.right() - 4, y - 10}, Qt::AlignRight},
-                        Textort{{f.fläche.right() - 4, y + 10}, Qt::AlignRight},
-                        Textort{{f.fläche.left() + 4, y - 10}, Qt::AlignLeft},
-                        Textort{{f.fläche.left() + 4, y + 10}, Qt::AlignLeft}});
+        if (const double wert = (*bild_.grenzen)[hoch]; f.y.enthält(wert)) {
+            const double y = f.y.ort(wert);
+            z_.linie({feld.left(), y}, {feld.right(), y}, stil_.rasse, 1.8, Qt::DashLine);
+        }
+    }
+
+    void nenneGrenzen(const Wertefeld& f, Größe hoch, Textplätze& plätze) {
+        if (!bild_.grenzen) {
+            return;
+        }
+        const QRectF& feld = f.fläche;
+        if (const double wert = (*bild_.grenzen)[Größe::DV]; f.x.enthält(wert)) {
+            const double x = f.x.ort(wert);
+            beschrifte(werttext(Größe::DV, wert, worte_.format), plätze,
+                       {Textort{{x + 4, feld.top() + 10}, Qt::AlignLeft},
+                        Textort{{x - 4, feld.top() + 10}, Qt::AlignRight}});
+        }
+        if (const double wert = (*bild_.grenzen)[hoch]; f.y.enthält(wert)) {
+            const double y = f.y.ort(wert);
+            beschrifte(werttext(hoch, wert, worte_.format), plätze,
+                       {Textort{{feld.right() - 4, y - 10}, Qt::AlignRight},
+                        Textort{{feld.right() - 4, y + 10}, Qt::AlignRight},
+                        Textort{{feld.left() + 4, y - 10}, Qt::AlignLeft},
+                        Textort{{feld.left() + 4, y + 10}, Qt::AlignLeft}});
         }
     }
 

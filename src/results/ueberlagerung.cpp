@@ -109,9 +109,16 @@ public:
         richteFeldEin(m.top() + zeilen * Zeilenhöhe + 8);
         legende(m.top());
         feld();
-        grenzlinie();
+        const std::optional<double> grenze = grenzort();
+        if (grenze) {
+            z_.linie({*grenze, feld_.fläche.top()}, {*grenze, feld_.fläche.bottom()}, stil_.rasse,
+                     1.8, Qt::DashLine);
+        }
         for (std::size_t i = 0; i < bild_.kolonien.size(); ++i) {
             kurve(i);
+        }
+        if (grenze) {
+            nenneGrenze(*grenze);
         }
     }
 
@@ -154,7 +161,7 @@ private:
         for (std::size_t i = 0; i < bild_.kolonien.size(); ++i) {
             const Koloniewerte& k = *bild_.kolonien[i];
             const QPointF ort(Blatt::Rand + static_cast<double>(i % 2) * breite,
-                              oben + (static_cast<double>(i / 2) + 0.5) * Zeilenhöhe);
+                              oben + (static_cast<double>(i - i % 2) / 2 + 0.5) * Zeilenhöhe);
             const Strich s = strich(stil_, i);
             z_.linie(ort, ort + QPointF(44, 0), s.farbe, s.breite, s.art);
             maleZeichen(z_, ort + QPointF(22, 0), static_cast<int>(i), s.farbe, 4.5, false);
@@ -205,20 +212,19 @@ private:
         return bild_.größe == Größe::DV ? name : worte_.texte(Text::Klasse) + u" – "_s + name;
     }
 
-    void grenzlinie() {
+    [[nodiscard]] std::optional<double> grenzort() const {
         if (!bild_.grenzen) {
-            return;
+            return std::nullopt;
         }
-        const double wert = (*bild_.grenzen)[bild_.größe];
-        const double stelle = lage(bild_.größe, wert);
-        if (!feld_.x.enthält(stelle)) {
-            return;
-        }
-        const double x = feld_.x.ort(stelle);
+        const double stelle = lage(bild_.größe, (*bild_.grenzen)[bild_.größe]);
+        return feld_.x.enthält(stelle) ? std::optional(feld_.x.ort(stelle)) : std::nullopt;
+    }
+
+    /// Above the curves, whose signs would cover it.
+    void nenneGrenze(double x) {
+        const QString text = worte_.texte(Meldung::Grenzlinie) + u' ' +
+                             werttext(bild_.größe, (*bild_.grenzen)[bild_.größe], worte_.format);
         const QRectF& f = feld_.fläche;
-        z_.linie({x, f.top()}, {x, f.bottom()}, stil_.rasse, 1.8, Qt::DashLine);
-        const QString text =
-            worte_.texte(Meldung::Grenzlinie) + u' ' + werttext(bild_.größe, wert, worte_.format);
         const bool rechts = x + 6 + textbreite(text, klein_) < f.right();
         z_.textMitHof({rechts ? x + 4 : x - 4, f.top() + 10},
                       rechts ? Qt::AlignLeft : Qt::AlignRight, text, klein_, stil_.rasse);

@@ -74,17 +74,14 @@ QString urteilstext(const Koloniewerte& kolonie, const Texte& texte) {
 
 std::optional<Koloniegrenzen> gemeinsameGrenzen(const Kolonieauswahl& kolonien,
                                                 const Kolonieregeln& regeln) {
-    std::optional<Koloniegrenzen> gemeinsam;
-    const Koloniewerte* erste = kolonien.empty() ? nullptr : kolonien.front();
-    for (const Koloniewerte* k : kolonien) {
-        if (k->rasse != erste->rasse || k->tiere != erste->tiere) {
-            return std::nullopt;
-        }
+    if (kolonien.empty()) {
+        return std::nullopt;
     }
-    if (erste != nullptr) {
-        gemeinsam = regeln.grenzen(erste->rasse, erste->tiere);
-    }
-    return gemeinsam;
+    const Koloniewerte& erste = *kolonien.front();
+    const bool gleich = std::all_of(kolonien.begin(), kolonien.end(), [&](const Koloniewerte* k) {
+        return k->rasse == erste.rasse && k->tiere == erste.tiere;
+    });
+    return gleich ? regeln.grenzen(erste.rasse, erste.tiere) : std::nullopt;
 }
 
 QStringList umbruch(const QString& text, const QFont& schrift, double breite) {

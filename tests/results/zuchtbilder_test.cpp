@@ -70,7 +70,7 @@ private:
 };
 
 TEST(Zuchtbilder, texts_neverMeetNorLeaveTheSheet) {
-    const int würfe = qEnvironmentVariableIntValue("TARVEL_LONG") > 0 ? 4000 : 150;
+    const int würfe = qEnvironmentVariableIntValue("TARVEL_LONG") > 0 ? 4000 : 400;
     for (int wurf = 0; wurf < würfe; ++wurf) {
         Würfel w(static_cast<unsigned>(wurf));
         Texte texte{QString()};
