@@ -169,18 +169,39 @@ struct Gruppe {
     std::vector<qint64> ids;
 };
 
-/// Rows come spelling by spelling where an index has that order, else mixed.
-std::vector<qint64> sortiert(SQLite::Statement& anweisung, bool absteigend) {
+/// Whether an index sorts a text as people do.
+bool istSchlicht(std::string_view bytes) {
+    return (!bytes.starts_with(' ') || bytes == " ") &&
+           std::all_of(bytes.begin(), bytes.end(), [](unsigned char c) { return c < 0x80; });
+}
+
+std::string_view bytes(const SQLite::Column& wert) {
+    return {wert.getText(), static_cast<std::size_t>(wert.getBytes())};
+}
+
+/// The rows as an index gives them; nullopt when it sorts one of their texts otherwise than people.
+std::optional<std::vector<qint64>> schlichte(SQLite::Statement& anweisung) {
+    std::vector<qint64> folge;
+    while (anweisung.executeStep()) {
+        if (!istSchlicht(bytes(anweisung.getColumn(1)))) {
+            anweisung.reset();
+            return std::nullopt;
+        }
+        folge.push_back(anweisung.getColumn(0).getInt64());
+    }
+    return folge;
+}
+
+/// Rows come in any order; those of one spelling stay in theirs.
+std::vector<qint64> nachSchreibweise(SQLite::Statement& anweisung) {
     std::vector<Gruppe> gruppen;
     std::unordered_map<std::string, std::size_t> bekannte;
     std::string bisher;
     std::size_t jetzt = 0;
-    qsizetype anzahl = 0;
     while (anweisung.executeStep()) {
         const SQLite::Column wert = anweisung.getColumn(1);
-        const std::string_view bytes(wert.getText(), static_cast<std::size_t>(wert.getBytes()));
-        if (gruppen.empty() || bytes != bisher) {
-            bisher = bytes;
+        if (gruppen.empty() || bytes(wert) != bisher) {
+            bisher = bytes(wert);
             const auto [stelle, neu] = bekannte.try_emplace(bisher, gruppen.size());
             jetzt = stelle->second;
             if (neu) {
@@ -189,20 +210,29 @@ std::vector<qint64> sortiert(SQLite::Statement& anweisung, bool absteigend) {
             }
         }
         gruppen[jetzt].ids.push_back(anweisung.getColumn(0).getInt64());
-        ++anzahl;
     }
     std::sort(gruppen.begin(), gruppen.end(), [](const Gruppe& a, const Gruppe& b) {
         return std::tie(a.schlüssel, a.text) < std::tie(b.schlüssel, b.text);
     });
     std::vector<qint64> folge;
-    folge.reserve(static_cast<std::size_t>(anzahl));
     for (const Gruppe& gruppe : gruppen) {
         folge.insert(folge.end(), gruppe.ids.begin(), gruppe.ids.end());
     }
-    if (absteigend) {
-        std::reverse(folge.begin(), folge.end());
-    }
     return folge;
+}
+
+std::vector<qint64> sortiert(SQLite::Statement& anweisung, bool ausIndex, bool absteigend) {
+    std::optional<std::vector<qint64>> folge;
+    if (ausIndex) {
+        folge = schlichte(anweisung);
+    }
+    if (!folge) {
+        folge = nachSchreibweise(anweisung);
+    }
+    if (absteigend) {
+        std::reverse(folge->begin(), folge->end());
+    }
+    return std::move(*folge);
 }
 
 } // namespace
@@ -263,7 +293,7 @@ std::vector<qint64> Ergebnistabelle::zeilenfolge(const Zeilenwahl& wahl) const {
     return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         if (wahl.brauchtAlle()) {
             auto anweisung = auswahl(datei, ", " + ordnungsspalte(wahl).toStdString(), wahl, alle);
-            return sortiert(anweisung, wahl.absteigend);
+            return sortiert(anweisung, hatIndex(ordnungsspalte(wahl)), wahl.absteigend);
         }
         auto anweisung = auswahl(datei, {}, wahl, alle);
         std::vector<qint64> ergebnis;
