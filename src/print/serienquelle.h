@@ -1,6 +1,7 @@
 #pragma once
 
 #include "measure/fluegelbilder.h"
+#include "print/briefkopfbild.h"
 #include "print/protokolldaten.h"
 #include "results/untersuchungssatz.h"
 

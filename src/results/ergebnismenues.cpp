@@ -32,69 +32,68 @@ Ergebnismenüs::Ergebnismenüs(const Texte& texte, QWidget* parent)
           {Meldung::MenüZusammenführen, Meldung::TippZusammenführen},
           {Meldung::MenüAusSicherung, Meldung::TippAusSicherung},
           {Meldung::AlteDatenBefehl, Meldung::AlteDatenText}},
-         false);
          keine);
-         baue(Ergebnis, u"men_Ergebnis"_s, Text::Ergebnis,
-              {{Text::Alle, Filtertipp},
-               {Text::EntsprichtDerRasse, Filtertipp},
-               {Text::EntsprichtNicht, Filtertipp}},
-              alle);
-         baue(Rasse, u"men_Rasse"_s, Text::SpalteRasse,
-              {{Text::Alle, Filtertipp},
-               {u"Carnica"_s, Filtertipp},
-               {u"Mellifera"_s, Filtertipp},
-               {u"Ligustica"_s, Filtertipp},
-               {u"Carpatica"_s, Filtertipp}},
-              alle);
-         baue(Geschlecht, u"men_Geschlecht"_s, Text::SpalteGeschlecht,
-              {{Text::Alle, Filtertipp}, {Text::Arbeiter, Filtertipp}, {Text::Drohnen, Filtertipp}},
-              alle);
-         baue(Sort, u"men_Sort"_s, Text::Sortieren,
-              {{Text::SpalteDatum},
-               {Text::SpalteNummer},
-               {Text::SpalteKönigin},
-               {Text::Züchter},
-               {Text::SpalteBesitzer},
-               {Meldung::SortierenSpalte, Meldung::TippSortierenSpalte, {QKeySequence(Qt::Key_F3)}},
-               {Meldung::SortierenUmkehren, {}, {Qt::SHIFT | Qt::Key_F3}}},
-              NachSpalte);
-         baue(Filter, u"men_Filter"_s, Text::Filtern,
-              {{Text::Filtern, Filtertipp, {Qt::CTRL | Qt::SHIFT | Qt::Key_F}},
-               {Text::Alle},
-               {Meldung::Suchen, Meldung::TippSuchen, {QKeySequence::Find}},
-               {Meldung::AllesZeigen, Meldung::TippAllesZeigen, {Qt::CTRL | Qt::Key_R}}},
-              keine);
-         aktion(Filter, Filtern).setCheckable(true);
-         aktion(Sort, Umkehren).setCheckable(true);
-         baue(Zeilen, u"men_Zeilen"_s, Meldung::MenüZeilen,
-              {{Meldung::ZelleÄndern, Meldung::TippZelleÄndern, {QKeySequence(Qt::Key_F2)}},
-               {Meldung::ProtokolleEinPdf, Meldung::TippProtokolleEinPdf, {QKeySequence::Print}},
-               {Meldung::ProtokolleEinzeln,
-                Meldung::TippProtokolleEinzeln,
-                {Qt::CTRL | Qt::SHIFT | Qt::Key_P}},
-               {Meldung::GewählteExportieren,
-                Meldung::TippGewählteExportieren,
-                {Qt::CTRL | Qt::SHIFT | Qt::Key_E}},
-               {Meldung::FeldÄndern, Meldung::TippFeldÄndern, {Qt::CTRL | Qt::Key_H}},
-               {Meldung::SchreibweisenMenü,
-                Meldung::TippSchreibweisen,
-                {Qt::CTRL | Qt::SHIFT | Qt::Key_H}}},
-              keine);
-         // The grid knows the key itself; both would take it from each other.
-         aktion(Zeilen, ZelleÄndern).setShortcutContext(Qt::WidgetShortcut);
-         std::vector<Menüzeile> spalten;
-         for (int spalte = ErsteZusatzspalte; spalte < AnzahlErgebnisspalten; ++spalte) {
-             spalten.push_back(
-                 {spaltentitel(texte_, static_cast<Ergebnisspalte>(spalte)), Meldung::TippSpalten});
-         }
-         spalten.push_back({Meldung::ÜblicheBreiten});
-         baue(Spalten, u"men_Spalten"_s, Meldung::MenüSpalten, spalten, keine);
-         for (int i = 0; i < AnzahlZusatzspalten; ++i) {
-             aktion(Spalten, i).setCheckable(true);
-         }
-         // The key belongs to the grid alone: in a text field it deletes a letter.
-         aktion(Tabelle, Löschen).setShortcutContext(Qt::WidgetShortcut);
-         vergibKürzelbuchstaben(actions());
+    baue(Ergebnis, u"men_Ergebnis"_s, Text::Ergebnis,
+         {{Text::Alle, Filtertipp},
+          {Text::EntsprichtDerRasse, Filtertipp},
+          {Text::EntsprichtNicht, Filtertipp}},
+         alle);
+    baue(Rasse, u"men_Rasse"_s, Text::SpalteRasse,
+         {{Text::Alle, Filtertipp},
+          {u"Carnica"_s, Filtertipp},
+          {u"Mellifera"_s, Filtertipp},
+          {u"Ligustica"_s, Filtertipp},
+          {u"Carpatica"_s, Filtertipp}},
+         alle);
+    baue(Geschlecht, u"men_Geschlecht"_s, Text::SpalteGeschlecht,
+         {{Text::Alle, Filtertipp}, {Text::Arbeiter, Filtertipp}, {Text::Drohnen, Filtertipp}},
+         alle);
+    baue(Sort, u"men_Sort"_s, Text::Sortieren,
+         {{Text::SpalteDatum},
+          {Text::SpalteNummer},
+          {Text::SpalteKönigin},
+          {Text::Züchter},
+          {Text::SpalteBesitzer},
+          {Meldung::SortierenSpalte, Meldung::TippSortierenSpalte, {QKeySequence(Qt::Key_F3)}},
+          {Meldung::SortierenUmkehren, {}, {Qt::SHIFT | Qt::Key_F3}}},
+         NachSpalte);
+    baue(Filter, u"men_Filter"_s, Text::Filtern,
+         {{Text::Filtern, Filtertipp, {Qt::CTRL | Qt::SHIFT | Qt::Key_F}},
+          {Text::Alle},
+          {Meldung::Suchen, Meldung::TippSuchen, {QKeySequence::Find}},
+          {Meldung::AllesZeigen, Meldung::TippAllesZeigen, {Qt::CTRL | Qt::Key_R}}},
+         keine);
+    aktion(Filter, Filtern).setCheckable(true);
+    aktion(Sort, Umkehren).setCheckable(true);
+    baue(Zeilen, u"men_Zeilen"_s, Meldung::MenüZeilen,
+         {{Meldung::ZelleÄndern, Meldung::TippZelleÄndern, {QKeySequence(Qt::Key_F2)}},
+          {Meldung::ProtokolleEinPdf, Meldung::TippProtokolleEinPdf, {QKeySequence::Print}},
+          {Meldung::ProtokolleEinzeln,
+           Meldung::TippProtokolleEinzeln,
+           {Qt::CTRL | Qt::SHIFT | Qt::Key_P}},
+          {Meldung::GewählteExportieren,
+           Meldung::TippGewählteExportieren,
+           {Qt::CTRL | Qt::SHIFT | Qt::Key_E}},
+          {Meldung::FeldÄndern, Meldung::TippFeldÄndern, {Qt::CTRL | Qt::Key_H}},
+          {Meldung::SchreibweisenMenü,
+           Meldung::TippSchreibweisen,
+           {Qt::CTRL | Qt::SHIFT | Qt::Key_H}}},
+         keine);
+    // The grid knows the key itself; both would take it from each other.
+    aktion(Zeilen, ZelleÄndern).setShortcutContext(Qt::WidgetShortcut);
+    std::vector<Menüzeile> spalten;
+    for (int spalte = ErsteZusatzspalte; spalte < AnzahlErgebnisspalten; ++spalte) {
+        spalten.push_back(
+            {spaltentitel(texte_, static_cast<Ergebnisspalte>(spalte)), Meldung::TippSpalten});
+    }
+    spalten.push_back({Meldung::ÜblicheBreiten});
+    baue(Spalten, u"men_Spalten"_s, Meldung::MenüSpalten, spalten, keine);
+    for (int i = 0; i < AnzahlZusatzspalten; ++i) {
+        aktion(Spalten, i).setCheckable(true);
+    }
+    // The key belongs to the grid alone: in a text field it deletes a letter.
+    aktion(Tabelle, Löschen).setShortcutContext(Qt::WidgetShortcut);
+    vergibKürzelbuchstaben(actions());
 }
 
 void Ergebnismenüs::baue(Ergebnismenü menü, const QString& name, const Beschriftung& titel,

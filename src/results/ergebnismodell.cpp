@@ -15,6 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr qsizetype Datumslänge = 10; ///< "2025-06-15"; a time may follow
+
 constexpr int Blöcke = 64; // pages that are kept
 constexpr int Gruppe = 16; // rows whose long texts are read together, about half a screen
 constexpr int Gruppen = 256;
@@ -255,7 +257,8 @@ QString Ergebnismodell::anzeige(const QString& wert, Ergebnisspalte spalte) cons
         return kurz(dreistellig(wert));
     }
     if (spalte == Ergebnisspalte::Datum) {
-        return kurzesDatum(texte_, QDate::fromString(wert, Qt::ISODate));
+        const QDate datum = QDate::fromString(wert.left(Datumslänge), Qt::ISODate);
+        return datum.isValid() ? kurzesDatum(texte_, datum) : kurz(wert); // of other programs
     }
     return kurz(wert);
 }
@@ -287,7 +290,8 @@ QVariant Ergebnismodell::data(const QModelIndex& index, int role) const {
         return anzeige(wert, spalte);
     }
     if (spalte == Ergebnisspalte::Datum) {
-        return vollesDatum(texte_, QDate::fromString(wert, Qt::ISODate));
+        const QDate datum = QDate::fromString(wert.left(Datumslänge), Qt::ISODate);
+        return datum.isValid() ? vollesDatum(texte_, datum) : wert;
     }
     return wert.trimmed();
 }

@@ -140,7 +140,7 @@ TEST_F(Speicherntest, examinations_areJudgedAgainFromTheBrowser) {
     EXPECT_THAT(dialoge.fragen.back().zeilen,
                 ElementsAre(nummer() + u": Ja → Nein (Klassen 01-30: 100 %, erlaubt 15 %)"_s));
     // The open one was loaded again.
-    EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).text().startsWith(u"Beurteilt"_s));
+    EXPECT_TRUE(kind<QLabel>(u"lab_Gespeichert"_s).text().startsWith(u"Das gespeicherte"_s));
 }
 
 TEST_F(Speicherntest, overview_opensAnExaminationAndChangesNoRow) {

@@ -125,8 +125,8 @@ TEST_F(Ausfuhr, tablesForResearch_areTheSameAsCsvAndSqlite) {
     ASSERT_EQ(rufe(u"export a.tdb --tables t"_s).status, 0);
     ASSERT_EQ(rufe(u"export a.tdb --tables t.sqlite"_s).status, 0);
     EXPECT_THAT(text(u"t/examinations.csv"_s), HasSubstr("007,2025-06-07,\"Huber, \"\"A\"\"\","));
-    EXPECT_THAT(text(u"t/wings.csv"_s), HasSubstr("\n007,1,0,2.3"));
-    EXPECT_THAT(text(u"t/wings.csv"_s), HasSubstr("\n007,2,1,2.3"));
+    EXPECT_THAT(text(u"t/wings.csv"_s), HasSubstr("\n007,1,0,3,1,1.3"));
+    EXPECT_THAT(text(u"t/wings.csv"_s), HasSubstr("\n007,2,1,3,,,"));
     EXPECT_THAT(text(u"t/points.csv"_s), HasSubstr("\n007,1,8,225,182,\n")); // of the scan itself
     EXPECT_THAT(text(u"t/marks.csv"_s), HasSubstr("\n007,O,1,1\n"));
     EXPECT_THAT(text(u"t/columns.csv"_s), HasSubstr("points,x,REAL,"));
