@@ -294,11 +294,14 @@ void DB::DB_Open() {
     gemerkt_.reset();
     grid_->clearSelection();
     zeigeZeilen();
-    zeigeAlteDaten();
-    if (modell_.vollständig()) {
+    const auto danach = [this] {
         Auf_Tabellenende();
+        zeigeAlteDaten();
+    };
+    if (modell_.vollständig()) {
+        danach();
     } else {
-        grid_->nachMalen([this] { Auf_Tabellenende(); });
+        grid_->nachMalen(danach);
     }
 }
 

@@ -135,11 +135,11 @@ Wertetabelle jahrestabelle(const std::vector<Koloniegruppe>& gruppen) {
 
 Wertetabelle vergleichstabelle(const Koloniewerte& a, const Koloniewerte& b,
                                const Kolonievergleich& vergleich) {
-    using Art = Vergleichszeile::Art;
+    using Art = Kolonievergleichszeile::Art;
     Wertetabelle t;
     t.spalten = {"index",        "figure",     "first", "second", "first_value",
                  "second_value", "difference", "low",   "high"};
-    for (const Vergleichszeile& z : vergleich.zeilen) {
+    for (const Kolonievergleichszeile& z : vergleich.zeilen) {
         const auto& u = z.unterschied;
         const bool mitBereich = u && u->bereich;
         t.zeilen.push_back({QString::fromLatin1(name(z.größe)),

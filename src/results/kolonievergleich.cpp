@@ -6,16 +6,16 @@ namespace {
 
 constexpr double Hundert = 100;
 
-int anzahl(const Indexwerte& w, Vergleichszeile::Art art) {
-    return art == Vergleichszeile::Art::AnteilUnter ? w.unter : w.über;
+int anzahl(const Indexwerte& w, Kolonievergleichszeile::Art art) {
+    return art == Kolonievergleichszeile::Art::AnteilUnter ? w.unter : w.über;
 }
 
-std::optional<double> figur(const Koloniewerte& k, Größe g, Vergleichszeile::Art art) {
+std::optional<double> figur(const Koloniewerte& k, Größe g, Kolonievergleichszeile::Art art) {
     const Indexwerte& w = k[g];
     if (w.kennzahlen.anzahl == 0) {
         return std::nullopt;
     }
-    if (art == Vergleichszeile::Art::Mittelwert) {
+    if (art == Kolonievergleichszeile::Art::Mittelwert) {
         return w.kennzahlen.mittelwert;
     }
     return k.rasse == Koloniewerte::OhneRasse
@@ -27,7 +27,7 @@ std::optional<double> figur(const Koloniewerte& k, Größe g, Vergleichszeile::A
 
 Kolonievergleich vergleiche(const Koloniewerte& a, const Koloniewerte& b,
                             const Kolonieregeln& regeln) {
-    using Art = Vergleichszeile::Art;
+    using Art = Kolonievergleichszeile::Art;
     Kolonievergleich v;
     v.tiereVerschieden = a.tiere != b.tiere;
     v.dpiVerschieden = a[Größe::DV].kennzahlen.anzahl > 0 && b[Größe::DV].kennzahlen.anzahl > 0 &&
@@ -37,7 +37,7 @@ Kolonievergleich vergleiche(const Koloniewerte& a, const Koloniewerte& b,
     v.grenzenVerschieden = !grenzenA || !grenzenB || grenzenA->werte != grenzenB->werte;
     for (const Größe g : Größen) {
         for (const Art art : {Art::Mittelwert, Art::AnteilUnter, Art::AnteilÜber}) {
-            Vergleichszeile zeile{g, art, figur(a, g, art), figur(b, g, art), {}};
+            Kolonievergleichszeile zeile{g, art, figur(a, g, art), figur(b, g, art), {}};
             const bool vergleichbar = !v.tiereVerschieden &&
                                       !(g == Größe::DV && v.dpiVerschieden) &&
                                       !(art != Art::Mittelwert && v.grenzenVerschieden);

@@ -9,7 +9,7 @@
 namespace tarvel {
 
 /// A figure of two colonies.
-struct Vergleichszeile {
+struct Kolonievergleichszeile {
     enum class Art { Mittelwert, AnteilUnter, AnteilÜber };
     Größe größe = Größe::CI;
     Art art = Art::Mittelwert;
@@ -23,7 +23,7 @@ struct Vergleichszeile {
 /// index. Nothing compares between castes, the discoidal shift not between resolutions, shares not
 /// between boundary lines.
 struct Kolonievergleich {
-    std::vector<Vergleichszeile> zeilen;
+    std::vector<Kolonievergleichszeile> zeilen;
     bool tiereVerschieden = false;
     bool dpiVerschieden = false; ///< or not definite, of colonies that have a discoidal shift
     bool grenzenVerschieden = false;

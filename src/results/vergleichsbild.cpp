@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Blatt = Übersichtsblatt;
-using Art = Vergleichszeile::Art;
+using Art = Kolonievergleichszeile::Art;
 
 constexpr double Lücke = 8;
 constexpr double Zeilenhöhe = 21; ///< where there is room for it
@@ -78,7 +78,7 @@ public:
         y_ = m.top();
         angaben();
         kopf();
-        for (const Vergleichszeile& zeile : bild_.vergleich.zeilen) {
+        for (const Kolonievergleichszeile& zeile : bild_.vergleich.zeilen) {
             if (zeile.art == Art::Mittelwert) {
                 trennlinie();
             }
@@ -138,7 +138,7 @@ private:
         y_ += höhe_;
     }
 
-    [[nodiscard]] QString figur(const Vergleichszeile& z, const Koloniewerte& k,
+    [[nodiscard]] QString figur(const Kolonievergleichszeile& z, const Koloniewerte& k,
                                 std::optional<double> wert) const {
         if (!wert) {
             return u"–"_s;
@@ -153,14 +153,14 @@ private:
         }
         return text + u" (n "_s + QString::number(zahlen.anzahl) + u')';
     }
-    [[nodiscard]] QString differenztext(const Vergleichszeile& z, double wert) const {
+    [[nodiscard]] QString differenztext(const Kolonievergleichszeile& z, double wert) const {
         const QStringView muster = z.art != Art::Mittelwert ? u"+0;-0;0"
                                    : z.größe == Größe::HI   ? u"+0.000;-0.000;0.000"
                                                             : u"+0.00;-0.00;0.00";
         return Format(wert, muster, worte_.format);
     }
 
-    void zeigeZeile(const Vergleichszeile& z) {
+    void zeigeZeile(const Kolonievergleichszeile& z) {
         const Texte& t = worte_.texte;
         const QString index = kurzname(z.größe, t);
         const bool mittel = z.art == Art::Mittelwert;
