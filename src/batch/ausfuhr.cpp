@@ -53,7 +53,7 @@ Status schreibeTabellen(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebu
         ziel->schließeAb();
         return vollständig ? Status::Gut : Status::NichtLesbar;
     } catch (const Ausfuhrfehler& fehler) {
-        melde(umgebung, fehler.pfad, fehler.grund.isEmpty() ? u"mkdir"_s : fehler.grund);
+        melde(umgebung, fehler.pfad, fehler.grund);
         return Status::NichtLesbar;
     }
 }

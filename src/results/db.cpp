@@ -114,6 +114,7 @@ void DB::baueFenster() {
         zeigeStand();
     };
     connect(grid_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, gewählt);
+    connect(grid_, &QAbstractItemView::clicked, this, gewählt); // also of the row that is marked
     connect(grid_->selectionModel(), &QItemSelectionModel::selectionChanged, this, gewählt);
     QHeaderView* kopf = grid_->horizontalHeader();
     connect(kopf, &QHeaderView::sortIndicatorChanged, this,

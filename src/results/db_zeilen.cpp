@@ -64,9 +64,9 @@ void DB::berichte(const QString& titel, const QString& text, const QStringList& 
     }
 }
 
-/// What several rows went through is undone in one, as long as the bin has them all.
+/// What several rows went through is undone in one.
 void DB::merke(const Rücknahme& rücknahme) {
-    if (!rücknahme.leer() && rücknahme.einträge.size() <= Papierkorb::Höchstens) {
+    if (!rücknahme.leer()) {
         modell_.rücknahmen().push_back(rücknahme);
     }
 }
@@ -75,13 +75,9 @@ void DB::löscheMehrere(const QList<int>& zeilen) {
     const Texte& texte = umgebung_.texte;
     const QString titel = texte(Text::ZeileLöschen);
     const QString zahl = sprachraum(texte).toString(zeilen.size());
-    if (umgebung_.dialoge.frage(
-            {.titel = titel,
-             .text = texte(Meldung::MehrereLöschenFrage).arg(zahl) +
-                     (zeilen.size() > Papierkorb::Höchstens
-                          ? u' ' + texte(Meldung::KorbFasst).arg(Papierkorb::Höchstens)
-                          : QString()),
-             .verwirft = true}) != Antwort::Ja) {
+    if (umgebung_.dialoge.frage({.titel = titel,
+                                 .text = texte(Meldung::MehrereLöschenFrage).arg(zahl),
+                                 .verwirft = true}) != Antwort::Ja) {
         return;
     }
     auto fortschritt = std::make_unique<Fortschritt>(this, titel, texte(Text::Abbrechen),

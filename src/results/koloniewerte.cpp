@@ -160,6 +160,9 @@ Koloniewerte koloniewerte(const Ergebnissatz& satz, const Kolonieregeln& regeln)
     k.dpi = auflösungVon(reihe, gelesen.auflösung);
     k.ausgelassen = static_cast<int>(reihe.ausgelassene().size());
     k.teilweise = !gelesen.nichtGelesen.isEmpty();
+    if (gelesen.nichtGelesen.contains(QStringLiteral("A_D"))) {
+        return k; // workers or drones: its figures belong to neither
+    }
     const std::optional<Koloniegrenzen> grenzen = regeln.grenzen(k.rasse, k.tiere);
     for (const Größe g : Größen) {
         rechne(k[g], werte(reihe, wertVon(g)),

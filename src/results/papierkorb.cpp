@@ -211,13 +211,20 @@ void räumeKorbAuf(Ergebnisdatei& datei) {
     if (!vorhanden(datei)) {
         return;
     }
-    const int zuViele =
-        datei.verbindung().execAndGet("SELECT COUNT(*) FROM " + Tabelle).getInt() -
-        Papierkorb::Höchstens;
+    const int zuViele = datei.verbindung().execAndGet("SELECT COUNT(*) FROM " + Tabelle).getInt() -
+                        Papierkorb::Höchstens;
     if (zuViele > 0) {
-        datei.verbindung().exec("DELETE FROM " + Tabelle +
-                                " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Tabelle +
-                                " ORDER BY Korb_Nr LIMIT " + std::to_string(zuViele) + ")");
+        // What one deletion took away may be many; it stays until somebody had the time to notice.
+        SQLite::Statement älteste(datei.verbindung(),
+                                  "DELETE FROM " + Tabelle +
+                                      " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Tabelle +
+                                      " ORDER BY Korb_Nr LIMIT " + std::to_string(zuViele) +
+                                      ") AND (Korb_Zeit < ? OR Korb_Anlass = ?)");
+        älteste.bind(1, zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-1)));
+        älteste.bind(2, anlässe.at(static_cast<std::size_t>(Korbanlass::Zusammengeführt))
+                            .wort.toString()
+                            .toStdString());
+        älteste.exec();
     }
     SQLite::Statement alte(datei.verbindung(), "DELETE FROM " + Tabelle + " WHERE Korb_Zeit < ?");
     alte.bind(1, zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-Papierkorb::Tage)));
@@ -236,8 +243,7 @@ std::vector<Korbeintrag> Papierkorb::einträge() const {
         }
         SQLite::Statement abfrage(datei.verbindung(),
                                   "SELECT Korb_Nr, Korb_Zeit, Korb_Anlass, U_NR, Z_NAME FROM " +
-                                      Tabelle + " ORDER BY Korb_Nr DESC LIMIT " +
-                                      std::to_string(Höchstens));
+                                      Tabelle + " ORDER BY Korb_Nr DESC");
         const auto text = [&](int spalte) { return spaltentext(abfrage.getColumn(spalte)).text; };
         while (abfrage.executeStep()) {
             gefunden.push_back({abfrage.getColumn(0).getInt64(),

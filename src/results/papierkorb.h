@@ -55,7 +55,7 @@ struct Korbeintrag {
 
 /// The deleted and overwritten rows of a results file, in a table of their own in it. It is made
 /// with the first of them; looking changes nothing. A row is kept while it is among the last
-/// Höchstens and not older than Tage.
+/// Höchstens and not older than Tage; beyond that number for a day, unless merging replaced it.
 ///
 /// All operations throw Datenbankfehler and leave the file as it was then.
 class Papierkorb {

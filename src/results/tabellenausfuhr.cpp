@@ -25,7 +25,7 @@ constexpr std::array Untersuchungsspalten{
     Ausfuhrspalte{"region", "TEXT", "number of the regional association"},
     Ausfuhrspalte{"breeder_number", "TEXT", "number of the breeder in it"},
     Ausfuhrspalte{"race", "TEXT", "race whose standard it is judged by"},
-    Ausfuhrspalte{"caste", "TEXT", "workers or drones"},
+    Ausfuhrspalte{"caste", "TEXT", "workers or drones; empty when that cannot be read"},
     Ausfuhrspalte{"conforms", "TEXT", "stored verdict: yes, no, not judged"},
     Ausfuhrspalte{"examiner", "TEXT", "who measured it, where that is known"},
     Ausfuhrspalte{"source", "TEXT", "file that it was taken over from, if any"},
@@ -118,7 +118,9 @@ QStringList Tabellenausfuhr::nimm(const Ergebnissatz& satz, const Satzumgebung& 
                        a.LV.trimmed(),
                        a.ZNr.trimmed(),
                        satz.RASSE.trimmed(),
-                       a.Tiere == Geschlecht::Drohnen ? u"drones"_s : u"workers"_s,
+                       gelesen.nichtGelesen.contains(u"A_D"_s) ? QString()
+                       : a.Tiere == Geschlecht::Drohnen        ? u"drones"_s
+                                                               : u"workers"_s,
                        urteil,
                        gelesen.zusatz.Untersucher,
                        gelesen.zusatz.Herkunft,

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <optional>
 
 namespace tarvel {
@@ -34,7 +35,8 @@ class Csvziel : public Tabellenziel {
 public:
     explicit Csvziel(const QString& ordner) {
         if (!QDir().mkpath(ordner)) {
-            throw Ausfuhrfehler{ordner, {}};
+            throw Ausfuhrfehler{ordner,
+                                qt_error_string(QFileInfo::exists(ordner) ? ENOTDIR : EACCES)};
         }
         for (const Ausfuhrtabelle& tabelle : ausfuhrtabellen()) {
             auto& datei =

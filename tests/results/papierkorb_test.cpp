@@ -176,17 +176,22 @@ TEST_F(Korbtest, keepsTheLast500_ofTheLast90Days) {
     fülle(510);
     lösche(u"0001"_s);
     fremd(u"INSERT INTO Tarvel_Papierkorb(Korb_Zeit, U_NR) SELECT "
-          u"strftime('%Y-%m-%dT%H:%M:%SZ', 'now'), U_NR FROM Ergebnisse WHERE U_NR < '0505' "
+          u"strftime('%Y-%m-%dT%H:%M:%SZ', 'now', '-2 hours'), U_NR FROM Ergebnisse WHERE U_NR < "
+          u"'0505' "
           u"ORDER BY U_NR; DELETE FROM Ergebnisse WHERE U_NR < '0505'"_s);
     lösche(u"0505"_s);
+    EXPECT_EQ(korb().einträge().size(), 505U); // what went today stays, however many
+    fremd(u"UPDATE Tarvel_Papierkorb SET Korb_Zeit = "
+          u"strftime('%Y-%m-%dT%H:%M:%SZ', 'now', '-2 days')"_s);
+    lösche(u"0506"_s);
     EXPECT_EQ(korb().einträge().size(), 500U);
-    EXPECT_EQ(korb().einträge().back().U_NR, u"0006"_s);
+    EXPECT_EQ(korb().einträge().back().U_NR, u"0007"_s);
     fremd(u"UPDATE Tarvel_Papierkorb SET Korb_Zeit = "
           u"strftime('%Y-%m-%dT%H:%M:%SZ', 'now', '-91 days') WHERE U_NR < '0300'; "
           u"UPDATE Tarvel_Papierkorb SET Korb_Zeit = "
           u"strftime('%Y-%m-%dT%H:%M:%SZ', 'now', '-89 days') WHERE U_NR >= '0300'"_s);
     lösche(u"0510"_s);
-    EXPECT_EQ(korb().einträge().size(), 207U);
+    EXPECT_EQ(korb().einträge().size(), 208U);
     EXPECT_EQ(korb().einträge().back().U_NR, u"0300"_s);
 }
 
