@@ -34,7 +34,7 @@ public:
     }
 
     QByteArray einzeln() override {
-        const QByteArray pdf = protokollAlsPdf(protokoll(sätze_.size() - 1), quelle_.grafik());
+        QByteArray pdf = protokollAlsPdf(protokoll(sätze_.size() - 1), quelle_.grafik());
         zeilen_.clear();
         sätze_.clear();
         return pdf;

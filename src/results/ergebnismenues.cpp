@@ -119,9 +119,6 @@ void Ergebnismenüs::baue(Ergebnismenü menü, const QString& name, const Beschr
         }
         aktionen_[menü].push_back(aktion);
     }
-    for (QAction* aktion : neu->actions()) {
-        aktion->setText(aktion->text().remove(u'&')); // of texts that buttons have, too
-    }
     vergibKürzelbuchstaben(neu->actions());
 }
 
