@@ -287,8 +287,9 @@ std::optional<Koloniesammlung> liesKolonien(const QString& datenbank, const QStr
         if (ganz && standVon(datenbank) == vorher) {
             neu.stand = vorher;
         }
+        const bool geändert = durchgang.geändert();
         neu.sätze = std::move(durchgang.sätze);
-        if (durchgang.geändert() || neu.stand != bisher.stand) {
+        if (geändert || neu.stand != bisher.stand) {
             bewahreAuf(datei, neu, regelmarke);
         }
         durchgang.sätze = std::move(neu.sätze);

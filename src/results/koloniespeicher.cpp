@@ -238,7 +238,8 @@ std::optional<Koloniespeicher> speicherAus(const QByteArray& bytes, quint64 rege
             w.datum = QDate::fromJulianDay(tag);
         }
         w.dpi = l.zahl<qint32>();
-        w.rasse = l.zahl<qint8>();
+        w.rasse =
+            static_cast<int>(l.zahl<qint8>()); // NOLINT(bugprone-signed-char-misuse): -1 is none
         w.ausgelassen = l.zahl<quint8>();
         const auto merker = l.zahl<quint8>();
         satz.unlesbar = (merker & 1) != 0;

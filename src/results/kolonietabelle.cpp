@@ -36,7 +36,7 @@ double spaltenbreite(int spalte) {
 
 QString spaltenkopf(int spalte, const Texte& t) {
     if (istIndex(spalte)) {
-        const QString name = kurzname(größeIn(spalte), t);
+        QString name = kurzname(größeIn(spalte), t);
         switch (artIn(spalte)) {
         case 0:
             return u"n "_s + name;

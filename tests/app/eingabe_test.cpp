@@ -112,7 +112,8 @@ TEST_F(Eingabetest, tab_followsTheWork) {
         {u"men_Bearbeiten_20"_s, u"cbo_Bild"_s,
          "cbo_Bild cbo_Auflösung tab_Wechsel bef_OK bef_Abbrechen"},
         {u"men_Datei_1"_s, u"Grid"_s,
-         "Grid bef_Ändern bef_Zuchtübersicht bef_Öffnen bef_Abbrechen txt_Suche cbo_Saison cbo_Züchter cbo_Rasse "
+         "Grid bef_Ändern bef_Zuchtübersicht bef_Öffnen bef_Abbrechen txt_Suche cbo_Saison "
+         "cbo_Züchter cbo_Rasse "
          "cbo_Geschlecht cbo_Ergebnis spn_Flügel"},
         {u"men_Datei_23"_s, u"cbo_Tiere"_s,
          "cbo_Tiere cbo_Rasse cbo_Züchter cbo_Besitzer cbo_Begattung cbo_Königin cbo_Saison "
