@@ -68,7 +68,7 @@ private:
         Diagrammworte worte = Diagrammworte::protokoll(q_.texte, p_);
         // The heading above the chart names the index; the charts say what they count.
         worte.cubitalindex = p_(Text::CI) + u": "_s + p_(Text::BienenJeKlasse);
-        worte.keineMessung = p_(Text::NichtGemessen);
+        worte.keineMessung = worte.keineKorrelation = p_(Text::NichtGemessen);
         worte.dvKlassen = p_(Text::DV) + u": "_s + p_(Text::BienenJeKlasse);
         d_.kurven =
             kurvenbild(reihe, q_.standard, angaben_.Tiere, beurteilung_,
@@ -329,9 +329,10 @@ private:
             if (q_.standard.istVorgabe() && angaben_.Rasse != 0) {
                 gemeinsam << t(M::FußVorgaben).arg(rasse());
             }
-            if (q_.standard.linien.nachKruber()) {
-                gemeinsam << t(M::FußKruber);
-            }
+        }
+        // The charts show the lines also where nothing is judged by them.
+        if (q_.standard.linien.nachKruber() && !fremdeRasse()) {
+            gemeinsam << t(M::FußKruber);
         }
         if (const QString dpi = auflösungen(); !dpi.isEmpty()) {
             gemeinsam << t(M::FußAuflösung).arg(dpi);

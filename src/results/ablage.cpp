@@ -212,6 +212,9 @@ QStringList Ablage::bewahreUngelesenes(Ergebnissatz& satz, const Ablagestand& st
     if (nichtGelesen_.isEmpty() || !istGespeicherte(satz.U_NR)) {
         return {};
     }
+    if (marke_ != satzmarke(*gespeichert_)) {
+        return nichtGelesen_; // it is not known any more what stood there, see nimmAlsGespeichert
+    }
     // What the row would be if nothing had been changed: a column that is the same in both was not
     // edited.
     const GeleseneUntersuchung gelesen = untersuchungAus(*gespeichert_, satzumgebung());

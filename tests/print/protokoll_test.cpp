@@ -281,6 +281,7 @@ TEST_F(ProtokollTest, marksThatCannotBeRead_leaveNothingThatLooksJudged) {
     EXPECT_THAT(d.kriterien, IsEmpty());
     EXPECT_EQ(zeilen(d).count(u"nicht lesbar"_s), 4); // three groups and the formula
     EXPECT_TRUE(zeilen(d).filter(u"Beurteilt nach"_s).isEmpty());
+    EXPECT_THAT(d.fußnoten[0], Contains(u"Grenzlinien nach Kruber."_s)); // they are drawn
 }
 
 TEST_F(ProtokollTest, defaultsOfTheProgram_areNoStandardOfAnotherRace) {
