@@ -4,10 +4,10 @@
 
 #include "tabelle.h"
 
+#include "collection/kolonieauswahl.h"
 #include "evaluation/rassen.h"
 #include "results/ergebnisdatei.h"
 #include "results/ergebnistabelle.h"
-#include "results/kolonieauswahl.h"
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>

@@ -1,9 +1,9 @@
 #include "app/untersuchungsgang.h"
 
 #include "app/protokollserie.h"
+#include "collection/zuchtschau.h"
 #include "evaluation/rassen.h"
 #include "results/db.h"
-#include "results/zuchtschau.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,10 +1,10 @@
 #include "batch/ausfuhr.h"
 
+#include "collection/tabellenausfuhr.h"
 #include "evaluation/rassen.h"
 #include "results/ausfuhr.h"
 #include "results/datenbankfehler.h"
 #include "results/ergebnistabelle.h"
-#include "results/tabellenausfuhr.h"
 
 #include <functional>
 

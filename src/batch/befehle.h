@@ -1,11 +1,11 @@
 #pragma once
 
+#include "collection/kolonieauswahl.h"
 #include "evaluation/geschlecht.h"
 #include "lang/texte.h"
 #include "measure/messpunkte.h"
 #include "results/ausfuhr.h"
 #include "results/datumsformen.h"
-#include "results/kolonieauswahl.h"
 #include "results/zusammenfuehrung.h"
 
 #include <QString>

@@ -1,14 +1,14 @@
 #include "batch/uebersicht.h"
 
+#include "collection/jahresbild.h"
+#include "collection/kolonieausgabe.h"
+#include "collection/kolonietabelle.h"
+#include "collection/kreuzbild.h"
+#include "collection/ueberlagerung.h"
+#include "collection/vergleichsbild.h"
 #include "evaluation/diagrammdatei.h"
 #include "evaluation/rassen.h"
 #include "results/datenbankfehler.h"
-#include "results/jahresbild.h"
-#include "results/kolonieausgabe.h"
-#include "results/kolonietabelle.h"
-#include "results/kreuzbild.h"
-#include "results/ueberlagerung.h"
-#include "results/vergleichsbild.h"
 
 #include <QGuiApplication>
 
