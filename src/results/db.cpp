@@ -211,9 +211,16 @@ QLayout* DB::baueFuß() {
             [this] { sammlungsbefehl(Ergebnismenüs::DatenUmwandeln); });
     zeile->addWidget(bef_Daten_);
     if (umgebung_.zuchtübersicht) {
+        const Menüzeile zeileZucht{
+            Meldung::Zuchtübersicht, Meldung::TippZuchtübersicht, {Qt::CTRL | Qt::Key_U}};
+        auto* taste = new QAction(this);
+        taste->setShortcuts(zeileZucht.kürzel);
+        beschrifte(*taste, zeileZucht, texte);
+        addAction(taste);
         auto* bef_Zucht = new QPushButton(texte(Meldung::Zuchtübersicht) + u" …"_s);
         bef_Zucht->setObjectName(u"bef_Zuchtübersicht"_s);
-        bef_Zucht->setToolTip(texte(Meldung::TippZuchtübersicht));
+        bef_Zucht->setToolTip(taste->toolTip());
+        connect(taste, &QAction::triggered, bef_Zucht, &QPushButton::click);
         bef_Zucht->setAutoDefault(false);
         connect(bef_Zucht, &QPushButton::clicked, this, [this] {
             if (beendeEingabe() && umgebung_.zuchtübersicht()) {

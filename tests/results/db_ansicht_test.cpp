@@ -47,6 +47,21 @@ TEST_F(DBTest, ColumnsOnDemandSayWhatLiesInTheLongTexts) {
     EXPECT_TRUE(grid().isColumnHidden(ErsteZusatzspalte));
 }
 
+TEST_F(DBTest, TheOverviewIsOpenedByItsKeyAndButton) {
+    fülle(2);
+    int geöffnet = 0;
+    zuchtübersicht = [&] { return ++geöffnet == 2; }; // an examination is opened the second time
+    öffne();
+    taste(Qt::Key_U, Qt::ControlModifier);
+    EXPECT_EQ(geöffnet, 1);
+    EXPECT_TRUE(db->isVisible());
+    auto& knopf = kind<QPushButton>(u"bef_Zuchtübersicht"_s);
+    EXPECT_THAT(knopf.toolTip().toStdString(), HasSubstr("+U)"));
+    QTest::mouseClick(&knopf, Qt::LeftButton);
+    EXPECT_EQ(geöffnet, 2);
+    EXPECT_EQ(db->result(), QDialog::Accepted);
+}
+
 TEST_F(DBTest, WidthsColumnsAndPlaceComeBackAndTheGridFillsTheWindow) {
     fülle(2);
     einstellungen = std::make_unique<Einstellungen>(ordner_.filePath(u"Index.ini"_s));

@@ -30,6 +30,7 @@ struct DBTest : Browserprobe {
     bool lädt = true;
     std::function<Neubeurteilungsregeln()> neubeurteilung;
     std::function<std::unique_ptr<Protokollserie>()> protokolle;
+    std::function<bool()> zuchtübersicht;
     QDate heute; ///< later dates are asked about; of no day unless a test wants it
     std::unique_ptr<Einstellungen> einstellungen; ///< none unless a test wants them kept
     std::unique_ptr<DB> db;
@@ -61,7 +62,8 @@ struct DBTest : Browserprobe {
             .neubeurteilung = neubeurteilung,
             .protokolle = protokolle,
             .heute = heute,
-            .einstellungen = einstellungen.get()});
+            .einstellungen = einstellungen.get(),
+            .zuchtübersicht = zuchtübersicht});
         db->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(db.get()));
         QApplication::processEvents(); // what waits for the first painting
