@@ -1,10 +1,11 @@
 #include "collection/zuchtansicht.h"
 
+#include "evaluation/stellenwahl.h"
+
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
@@ -135,17 +136,12 @@ QString Kreuzansicht::beschreibung(const Koloniewerte& k) const {
 
 bool Kreuzansicht::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
-        const auto* hilfe = static_cast<QHelpEvent*>(event);
+        auto* hilfe = static_cast<QHelpEvent*>(event);
         const int stelle = stelleAn(hilfe->pos());
-        if (stelle < 0) {
-            QToolTip::hideText();
-            event->ignore();
-        } else {
-            QToolTip::showText(hilfe->globalPos(),
-                               Qt::convertFromPlainText(beschreibung(
-                                   *stellen_[static_cast<std::size_t>(stelle)].kolonie)),
-                               this);
-        }
+        zeigeTipp(*hilfe,
+                  stelle < 0 ? QString()
+                             : beschreibung(*stellen_[static_cast<std::size_t>(stelle)].kolonie),
+                  *this);
         return true;
     }
     return Zuchtansicht::event(event);
@@ -157,13 +153,10 @@ void Kreuzansicht::paintEvent(QPaintEvent* event) {
         return;
     }
     QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+    maleTastenrahmen(painter, *this);
     if (stelle_ >= 0 && stelle_ < static_cast<int>(stellen().size())) {
         // The same colony stands in both fields.
         const Koloniewerte* kolonie = stellen_[static_cast<std::size_t>(stelle_)].kolonie;
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::Text), 2, Qt::DotLine));
         for (const Kreuzstelle& s : stellen_) {
             if (s.kolonie == kolonie) {
                 painter.drawEllipse(s.ort, 12, 12);
@@ -194,21 +187,11 @@ void Kreuzansicht::mouseMoveEvent(QMouseEvent* event) {
 void Kreuzansicht::keyPressEvent(QKeyEvent* event) {
     const int letzte = static_cast<int>(stellen().size()) - 1;
     const bool da = stelle_ >= 0 && stelle_ <= letzte;
+    if (const auto stelle = stelleNach(event->key(), stelle_, letzte)) {
+        geheZu(*stelle);
+        return;
+    }
     switch (event->key()) {
-    case Qt::Key_Right:
-    case Qt::Key_Down:
-        geheZu(std::min(stelle_ + 1, letzte));
-        return;
-    case Qt::Key_Left:
-    case Qt::Key_Up:
-        geheZu(std::max(stelle_ - 1, 0));
-        return;
-    case Qt::Key_Home:
-        geheZu(0);
-        return;
-    case Qt::Key_End:
-        geheZu(letzte);
-        return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (da) {
@@ -235,17 +218,7 @@ void Kreuzansicht::geheZu(int stelle) {
     const Kreuzstelle& s = stellen_[static_cast<std::size_t>(stelle)];
     const QString text = beschreibung(*s.kolonie);
     setAccessibleDescription(text);
-    QToolTip::showText(mapToGlobal(s.ort.toPoint()), Qt::convertFromPlainText(text), this);
-    update();
-}
-
-void Kreuzansicht::focusInEvent(QFocusEvent* event) {
-    QWidget::focusInEvent(event);
-    update();
-}
-
-void Kreuzansicht::focusOutEvent(QFocusEvent* event) {
-    QWidget::focusOutEvent(event);
+    QToolTip::showText(mapToGlobal(s.ort.toPoint()), tipptext(text), this);
     update();
 }
 

@@ -1,5 +1,6 @@
 #include "evaluation/diagrammansicht.h"
 
+#include "evaluation/stellenwahl.h"
 #include "evaluation/zeichenflaeche.h"
 #include "lang/texte.h"
 #include "lang/zielwahl.h"
@@ -26,8 +27,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double ZahlÜberBalken = 18; ///< units of the chart
-
-constexpr std::array Formate{Diagrammformat::PNG, Diagrammformat::SVG, Diagrammformat::PDF};
 
 void male(QPainter& painter, const QRectF& rahmen, const std::variant<Kurvenbild, Korrelbild>& bild,
           const Diagrammstil& stil) {
@@ -64,9 +63,9 @@ Diagrammansicht::Diagrammansicht(Art art, const Texte& texte, Dialoge& dialoge, 
         auto* befehl = new QAction(this);
         befehl->setObjectName(u"men_Diagramm_%1"_s.arg(i));
         addAction(befehl);
-        if (i < Formate.size()) {
+        if (i < Diagrammformate.size()) {
             connect(befehl, &QAction::triggered, this,
-                    [this, format = Formate.at(i)] { frageUndSpeichere(format); });
+                    [this, format = Diagrammformate.at(i)] { frageUndSpeichere(format); });
         } else {
             connect(befehl, &QAction::triggered, this, [this] { kopiere(); });
         }
@@ -131,14 +130,8 @@ void Diagrammansicht::kopiere() {
 
 bool Diagrammansicht::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
-        const auto* hilfe = static_cast<QHelpEvent*>(event);
-        const QString tipp = tippAn(hilfe->pos());
-        if (tipp.isEmpty()) {
-            QToolTip::hideText();
-            event->ignore();
-        } else {
-            QToolTip::showText(hilfe->globalPos(), tipp, this);
-        }
+        auto* hilfe = static_cast<QHelpEvent*>(event);
+        zeigeTipp(*hilfe, tippAn(hilfe->pos()), *this);
         return true;
     }
     // The window's own command for copying must not take the key away from the chart.
@@ -157,12 +150,8 @@ void Diagrammansicht::paintEvent(QPaintEvent* /*event*/) {
     if (!hasFocus()) {
         return;
     }
-    const QColor farbe = palette().color(QPalette::Highlight);
-    painter.setPen(QPen(farbe, 2));
-    painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
+    maleTastenrahmen(painter, *this);
     if (stelle_ >= 0 && stelle_ < static_cast<int>(stellen().size())) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::Text), 2, Qt::DotLine));
         painter.drawRoundedRect(
             stellen_[static_cast<std::size_t>(stelle_)].fläche.adjusted(-2, -2, 2, 2), 3, 3);
     }
@@ -250,21 +239,11 @@ void Diagrammansicht::keyPressEvent(QKeyEvent* event) {
         kopiere();
         return;
     }
+    if (const auto stelle = stelleNach(event->key(), stelle_, letzte)) {
+        geheZu(*stelle);
+        return;
+    }
     switch (event->key()) {
-    case Qt::Key_Right:
-    case Qt::Key_Down:
-        geheZu(std::min(stelle_ + 1, letzte));
-        return;
-    case Qt::Key_Left:
-    case Qt::Key_Up:
-        geheZu(std::max(stelle_ - 1, 0));
-        return;
-    case Qt::Key_Home:
-        geheZu(0);
-        return;
-    case Qt::Key_End:
-        geheZu(letzte);
-        return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
@@ -277,24 +256,14 @@ void Diagrammansicht::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-void Diagrammansicht::focusInEvent(QFocusEvent* event) {
-    QWidget::focusInEvent(event);
-    update();
-}
-
-void Diagrammansicht::focusOutEvent(QFocusEvent* event) {
-    QWidget::focusOutEvent(event);
-    update();
-}
-
 void Diagrammansicht::beschrifte() {
     std::visit([this](auto& bild) { bild.worte = Diagrammworte::bildschirm(texte_); }, bild_);
     setAccessibleName(titel());
     setAccessibleDescription(std::visit([](const auto& bild) { return probe(bild); }, bild_) +
                              u'\n' + texte_(Text::HinweisKreuzZeigen));
-    for (std::size_t i = 0; i < Formate.size(); ++i) {
-        befehle_.at(i)->setText(texte_(Meldung::DiagrammSpeichern).arg(formatname(Formate.at(i))) +
-                                u" …"_s);
+    for (std::size_t i = 0; i < Diagrammformate.size(); ++i) {
+        befehle_.at(i)->setText(
+            texte_(Meldung::DiagrammSpeichern).arg(formatname(Diagrammformate.at(i))) + u" …"_s);
     }
     befehle_.back()->setText(texte_(Meldung::DiagrammKopieren) + u'\t' +
                              QKeySequence(QKeySequence::Copy).toString(QKeySequence::NativeText));
@@ -353,14 +322,14 @@ QString Diagrammansicht::tippAn(QPointF ort) {
 }
 
 void Diagrammansicht::geheZu(int stelle) {
-    if (stelle < 0 || stelle >= static_cast<int>(stellen().size())) {
+    if (stellen().empty()) {
         return;
     }
     stelle_ = stelle;
     const Diagrammstelle& ziel = stellen_[static_cast<std::size_t>(stelle)];
     const QString text = beschreibung(ziel);
     setAccessibleDescription(text);
-    QToolTip::showText(mapToGlobal(ziel.fläche.bottomRight().toPoint()), text, this);
+    QToolTip::showText(mapToGlobal(ziel.fläche.bottomRight().toPoint()), tipptext(text), this);
     update();
 }
 
@@ -373,7 +342,7 @@ void Diagrammansicht::wähle(const std::vector<int>& flügel) {
 
 void Diagrammansicht::frageUndSpeichere(Diagrammformat format) {
     const QString name = formatname(format);
-    const QString endung = u'.' + name.toLower();
+    const QString endung = dateiendung(format);
     const QString vorschlag =
         vorschlag_.isEmpty()
             ? texte_(std::holds_alternative<Kurvenbild>(bild_) ? Text::MenüKurven

@@ -68,6 +68,18 @@ QString formatname(Diagrammformat format) {
                                            : u"PDF"_s;
 }
 
+QString dateiendung(Diagrammformat format) {
+    return u'.' + formatname(format).toLower();
+}
+
+Diagrammformat formatNach(const QString& pfad) {
+    const auto ort =
+        std::find_if(Diagrammformate.begin(), Diagrammformate.end(), [&](Diagrammformat format) {
+            return pfad.endsWith(dateiendung(format), Qt::CaseInsensitive);
+        });
+    return ort == Diagrammformate.end() ? Diagrammformat::PNG : *ort;
+}
+
 Diagrammmaler mitUnterschrift(Diagrammmaler maler, Bildunterschrift unterschrift,
                               Diagrammstil stil) {
     return [maler = std::move(maler), u = std::move(unterschrift),

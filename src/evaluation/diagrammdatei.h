@@ -7,6 +7,7 @@
 #include <QSizeF>
 #include <QString>
 
+#include <array>
 #include <functional>
 
 class QPainter;
@@ -16,8 +17,15 @@ namespace tarvel {
 /// What a chart can be saved as.
 enum class Diagrammformat { PNG, SVG, PDF };
 
-/// "PNG"; in lower case it is the file's extension.
+inline constexpr std::array Diagrammformate{Diagrammformat::PNG, Diagrammformat::SVG,
+                                            Diagrammformat::PDF};
+
+/// "PNG".
 [[nodiscard]] QString formatname(Diagrammformat format);
+/// ".png".
+[[nodiscard]] QString dateiendung(Diagrammformat format);
+/// What a file of that name is to be; a PNG with an unknown extension.
+[[nodiscard]] Diagrammformat formatNach(const QString& pfad);
 
 /// Paints a chart into a rectangle.
 using Diagrammmaler = std::function<void(QPainter&, const QRectF&)>;
