@@ -2,7 +2,9 @@
 
 #include "collection/inhaltsmarke.h"
 
+#include <cmath>
 #include <cstring>
+#include <numeric>
 #include <string>
 #include <type_traits>
 #include <unordered_map>
@@ -150,6 +152,18 @@ void lies(Leser& l, Indexwerte& w) {
     } else if (const char* ort = l.nimm(static_cast<qsizetype>(anzahl))) {
         std::memcpy(w.klassen.data() + von, ort, anzahl);
     }
+    // Views sort and draw by these: a number that is none would break their order.
+    const bool zahlen = std::isfinite(k.mittelwert) && std::isfinite(k.minimum) &&
+                        std::isfinite(k.maximum) && std::isfinite(s);
+    const int inKlassen = std::accumulate(w.klassen.begin(), w.klassen.end(), 0);
+    l.ok = l.ok && zahlen && w.unter + w.über <= k.anzahl && inKlassen <= k.anzahl;
+}
+
+/// Whether an examination can have these: they are shown and counted by as they are.
+bool kannStimmen(const Koloniewerte& w) {
+    constexpr int LetztesJahr = 9999;
+    return w.dpi >= Koloniewerte::Gemischt && w.rasse >= Koloniewerte::OhneRasse &&
+           (w.datum.isNull() || (w.datum.year() > 0 && w.datum.year() <= LetztesJahr));
 }
 
 quint64 markeVon(QByteArrayView bytes) {
@@ -249,6 +263,7 @@ std::optional<Koloniespeicher> speicherAus(const QByteArray& bytes, quint64 rege
         for (Indexwerte& index : w.index) {
             lies(l, index);
         }
+        l.ok = l.ok && kannStimmen(w);
     }
     return l.ok && l.amEnde() ? std::optional(std::move(speicher)) : std::nullopt;
 }

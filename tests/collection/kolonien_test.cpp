@@ -1,6 +1,8 @@
+#include "collection/inhaltsmarke.h"
 #include "collection/kolonieausgabe.h"
 #include "collection/kolonieauswahl.h"
 #include "collection/kolonieleser.h"
+#include "collection/koloniespeicher.h"
 #include "evaluation/rassen.h"
 #include "results/browserprobe.h"
 
@@ -140,6 +142,47 @@ TEST_F(Kolonientest, whatIsKept_mayBeDamagedMissingOrOutOfReach) {
     QDir(speicher_).removeRecursively();
     schreibe(speicher_, "no folder"); // nothing can be kept there
     EXPECT_EQ(alles(*lies()), gut);
+}
+
+/// As if the store itself had written nonsense: its own mark stands below it.
+TEST_F(Kolonientest, nonsenseUnderARightMark_isRefusedOrCanBeShown) {
+    Koloniespeicher speicher;
+    for (const double CI : {2.1, 1.9}) {
+        speicher.sätze.push_back(
+            {1, false, koloniewerte(mit(QString::number(CI), {CI, 2.5}), regeln)});
+    }
+    const QByteArray gut = alsDatei(speicher, 5);
+    EXPECT_TRUE(speicherAus(gut, 5));
+    EXPECT_FALSE(speicherAus(gut, 6));
+    int angenommen = 0;
+    for (qsizetype ort = 26; ort + 16 <= gut.size(); ++ort) { // behind name and rules
+        for (const char byte : {'\xff', '\x7f', '\0', '\x80'}) {
+            QByteArray bytes = gut.chopped(8);
+            bytes.replace(ort, 8, QByteArray(8, byte));
+            Inhaltsmarke marke;
+            marke.füge(bytes);
+            const quint64 wert = marke.wert();
+            bytes.append(reinterpret_cast<const char*>(&wert), sizeof wert);
+            const auto gelesen = speicherAus(bytes, 5);
+            if (!gelesen) {
+                continue;
+            }
+            ++angenommen;
+            for (const Koloniesatz& satz : gelesen->sätze) {
+                const Koloniewerte& w = satz.werte;
+                EXPECT_GE(w.dpi, Koloniewerte::Gemischt) << ort;
+                EXPECT_TRUE(!w.datum.isValid() || w.datum.year() <= 9999) << ort;
+                for (const Indexwerte& index : w.index) {
+                    const Kennzahlen& z = index.kennzahlen;
+                    EXPECT_TRUE(std::isfinite(z.mittelwert + z.minimum + z.maximum +
+                                              z.standardabweichung.value_or(0)))
+                        << ort;
+                    EXPECT_LE(index.unter + index.über, z.anzahl) << ort;
+                }
+            }
+        }
+    }
+    EXPECT_GT(angenommen, 0);
 }
 
 TEST_F(Kolonientest, stopping_keepsWhatWasEvaluated) {
