@@ -62,17 +62,12 @@ QStringList hinweise(const Jahresbild& bild, const Texte& t) {
     return liste << t(Meldung::ÜbersichtJahreErklärung) << t(Meldung::ÜbersichtKonformErklärung);
 }
 
-class Zeichner {
+class Zeichner : Blattmaler {
 public:
     Zeichner(QPainter& painter, const Blatt& blatt, const Jahresbild& bild,
              const Übersichtsworte& worte, const Diagrammstil& stil)
-        : z_(painter, blatt.maß, stil)
-        , blatt_(blatt)
+        : Blattmaler(painter, blatt, worte, stil)
         , bild_(bild)
-        , worte_(worte)
-        , stil_(stil)
-        , klein_(diagrammschrift(stil, Schriftgrad::Klein))
-        , normal_(diagrammschrift(stil, Schriftgrad::Normal))
         , jahre_(gezeigteJahre(bild))
         , dpi_(auflösungen(bild)) {}
 
@@ -113,15 +108,6 @@ public:
 
 private:
     static constexpr double Links = 130; ///< room for the words of the rows below
-
-    void sage(const QString& satz) {
-        const QRectF& m = blatt_.mitte;
-        double y = m.center().y() - Zeilenhöhe;
-        for (const QString& zeile : umbruch(satz, normal_, m.width() - 60)) {
-            z_.text({m.center().x(), y}, Qt::AlignHCenter, zeile, normal_, stil_.schrift);
-            y += Zeilenhöhe;
-        }
-    }
 
     [[nodiscard]] double x(int jahr) const {
         const auto ort = std::find(jahre_.begin(), jahre_.end(), jahr);
@@ -251,13 +237,7 @@ private:
         }
     }
 
-    Zeichenfläche z_;
-    const Blatt& blatt_;
     const Jahresbild& bild_;
-    const Übersichtsworte& worte_;
-    const Diagrammstil& stil_;
-    QFont klein_;
-    QFont normal_;
     std::vector<int> jahre_;
     std::vector<int> dpi_;
 };
@@ -266,11 +246,8 @@ private:
 
 Jahresbild jahresbild(const Kolonieauswahl& auswahl, const QString& name,
                       const Kolonieregeln& regeln) {
-    const auto wenige = std::count_if(auswahl.begin(), auswahl.end(), [](const Koloniewerte* k) {
-        return k->flügel() > 0 && k->flügel() < WenigeFlügel;
-    });
     return {name, rassenVon(auswahl), jahresverlauf(auswahl), gemeinsameGrenzen(auswahl, regeln),
-            static_cast<int>(wenige)};
+            mitWenigenFlügeln(auswahl)};
 }
 
 void maleJahre(QPainter& painter, const QRectF& rahmen, const Jahresbild& bild,

@@ -247,6 +247,17 @@ std::vector<int> auflösungenVon(const Kolonieauswahl& auswahl) {
     return {dpi.begin(), dpi.end()};
 }
 
+int mitWenigenFlügeln(const Kolonieauswahl& auswahl) {
+    return static_cast<int>(
+        std::count_if(auswahl.begin(), auswahl.end(), [](const Koloniewerte* k) {
+            return k->flügel() > 0 && k->flügel() < WenigeFlügel;
+        }));
+}
+
+bool DVUnvergleichbar(const Koloniewerte& kolonie) {
+    return kolonie[Größe::DV].kennzahlen.anzahl > 0 && !kolonie.dpiEindeutig();
+}
+
 Jahresverlauf jahresverlauf(const Kolonieauswahl& auswahl) {
     Jahresverlauf verlauf;
     std::set<std::tuple<int, QString, QString, QString>> völker;
@@ -266,9 +277,7 @@ Jahresverlauf jahresverlauf(const Kolonieauswahl& auswahl) {
                  .second) {
             ++verlauf.mehrmals;
         }
-        if ((*k)[Größe::DV].kennzahlen.anzahl > 0 && !k->dpiEindeutig()) {
-            ++verlauf.ohneDpi;
-        }
+        verlauf.ohneDpi += DVUnvergleichbar(*k) ? 1 : 0;
     }
     for (const Größe g : {Größe::CI, Größe::HI}) {
         if (auto r = reihe(auswahl, g, std::nullopt)) {

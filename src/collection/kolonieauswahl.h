@@ -72,6 +72,10 @@ void sortiere(Kolonieauswahl& auswahl, int spalte, bool absteigend);
 [[nodiscard]] std::vector<int> auflösungenVon(const Kolonieauswahl& auswahl);
 /// Wings that a pre-judgement takes; with fewer, mean and shares say little.
 inline constexpr int WenigeFlügel = 25;
+/// How many have fewer, but some.
+[[nodiscard]] int mitWenigenFlügeln(const Kolonieauswahl& auswahl);
+/// A figure of the discoidal shift that compares with that of no other examination.
+[[nodiscard]] bool DVUnvergleichbar(const Koloniewerte& kolonie);
 
 /// The colonies of a season: the mean of their means.
 struct Jahresmittel {

@@ -26,6 +26,11 @@ QVariant Kolonienmodell::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return zellentext(k, spalte, worte_);
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole: {
+        const QString tipp = zellentipp(k, spalte, worte_.texte);
+        return tipp.isEmpty() ? QVariant() : QVariant(tipp);
+    }
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(
             Qt::Alignment((zahl ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));

@@ -1,5 +1,7 @@
 #include "collection/kolonietabelle.h"
 
+#include "results/zeileneingabe.h"
+
 #include <algorithm>
 
 namespace tarvel {
@@ -11,6 +13,7 @@ namespace {
 constexpr double Bildbreite = 1480;
 constexpr double Zeilenhöhe = 21;
 constexpr double Kopfhöhe = 40;
+constexpr double Fußzeilen = 5; ///< as high as rows, with the heading
 constexpr int ersteIndexspalte = static_cast<int>(Kolonienspalte::Index);
 
 Größe größeIn(int spalte) {
@@ -23,13 +26,35 @@ bool istIndex(int spalte) {
     return spalte >= ersteIndexspalte && spalte < SpalteUrteil;
 }
 
-double spaltenbreite(int spalte) {
+/// A figure of the discoidal shift; the number of its wings is none.
+bool istDVWert(int spalte) {
+    return istIndex(spalte) && größeIn(spalte) == Größe::DV && artIn(spalte) > 0;
+}
+
+double bildbreiteVon(int spalte) {
     constexpr std::array<double, 6> Angaben{96, 92, 100, 130, 84, 70};
     constexpr std::array<double, SpaltenJeIndex> JeIndex{36, 50, 44, 50, 50};
     return spalte < ersteIndexspalte ? Angaben.at(static_cast<std::size_t>(spalte))
            : istIndex(spalte)        ? JeIndex.at(static_cast<std::size_t>(artIn(spalte)))
            : spalte == SpalteUrteil  ? 96
                                      : 90;
+}
+
+QString indextext(const Koloniewerte& k, int spalte, const Übersichtsworte& worte) {
+    const std::optional<double> zahl = indexzahl(k, spalte);
+    if (!zahl) {
+        return {};
+    }
+    switch (artIn(spalte)) {
+    case 0:
+        return QString::number(*zahl) + (*zahl > 0 && *zahl < WenigeFlügel ? u"*"_s : QString());
+    case 1:
+        return werttext(größeIn(spalte), *zahl, worte.format);
+    case 2:
+        return streuungstext(größeIn(spalte), *zahl, worte.format);
+    default:
+        return Format(*zahl, u"0"_s, worte.format);
+    }
 }
 
 } // namespace
@@ -81,21 +106,9 @@ QString spaltentipp(int spalte, const Texte& t) {
 
 QString zellentext(const Koloniewerte& k, int spalte, const Übersichtsworte& worte) {
     if (istIndex(spalte)) {
-        const std::optional<double> zahl = indexzahl(k, spalte);
-        if (!zahl) {
-            return {};
-        }
-        switch (artIn(spalte)) {
-        case 0:
-            return QString::number(*zahl) +
-                   (*zahl > 0 && *zahl < WenigeFlügel ? u"*"_s : QString());
-        case 1:
-            return werttext(größeIn(spalte), *zahl, worte.format);
-        case 2:
-            return streuungstext(größeIn(spalte), *zahl, worte.format);
-        default:
-            return Format(*zahl, u"0"_s, worte.format);
-        }
+        const QString text = indextext(k, spalte, worte);
+        return istDVWert(spalte) && !text.isEmpty() && DVUnvergleichbar(k) ? u'(' + text + u')'
+                                                                           : text;
     }
     switch (static_cast<Kolonienspalte>(spalte)) {
     case Kolonienspalte::Nummer:
@@ -107,7 +120,7 @@ QString zellentext(const Koloniewerte& k, int spalte, const Übersichtsworte& wo
     case Kolonienspalte::Züchter:
         return k.Züchter;
     case Kolonienspalte::Datum:
-        return k.datum.toString(Qt::ISODate);
+        return kurzesDatum(worte.texte, k.datum);
     case Kolonienspalte::Dpi:
         return k.dpi > 0                         ? QString::number(k.dpi)
                : k.dpi == Koloniewerte::Gemischt ? worte.texte(Meldung::ÜbersichtDpiKurz)
@@ -115,6 +128,31 @@ QString zellentext(const Koloniewerte& k, int spalte, const Übersichtsworte& wo
     default:
         return spalte == SpalteUrteil ? urteilstext(k, worte.texte) : QString();
     }
+}
+
+QString zellentipp(const Koloniewerte& k, int spalte, const Texte& t) {
+    const bool betrifft = istDVWert(spalte) || spalte == static_cast<int>(Kolonienspalte::Dpi);
+    if (!betrifft || !DVUnvergleichbar(k)) {
+        return {};
+    }
+    return t(k.dpi == Koloniewerte::Gemischt ? Meldung::ÜbersichtTippDvGemischt
+                                             : Meldung::ÜbersichtTippDvUnbekannt)
+        .arg(kurzname(Größe::DV, t));
+}
+
+QStringList DVHinweise(const Kolonieauswahl& kolonien, const Texte& t) {
+    const QString name = kurzname(Größe::DV, t);
+    QStringList liste;
+    const std::vector<int> dpi = auflösungenVon(kolonien);
+    if (std::count_if(dpi.begin(), dpi.end(), [](int d) { return d > 0; }) > 1) {
+        liste << t(Meldung::ÜbersichtDvNurGleiche).arg(name);
+    }
+    const auto zahl = std::count_if(kolonien.begin(), kolonien.end(),
+                                    [](const Koloniewerte* k) { return DVUnvergleichbar(*k); });
+    if (zahl > 0) {
+        liste << t(Meldung::ÜbersichtDvKlammern).arg(name, QString::number(zahl));
+    }
+    return liste;
 }
 
 void maleKleinesHistogramm(QPainter& painter, const QRectF& rahmen, const Koloniewerte& kolonie,
@@ -137,7 +175,7 @@ void maleKleinesHistogramm(QPainter& painter, const QRectF& rahmen, const Koloni
 
 QSizeF tabellengröße(std::size_t zeilen) {
     const auto gezeigt = static_cast<double>(std::min<std::size_t>(zeilen, HöchsteBildzeilen));
-    return {Bildbreite, Kopfhöhe + Zeilenhöhe * (std::max(gezeigt, 3.0) + 4) + 12};
+    return {Bildbreite, Kopfhöhe + Zeilenhöhe * (std::max(gezeigt, 3.0) + Fußzeilen) + 12};
 }
 
 void maleTabelle(QPainter& painter, const QRectF& rahmen, const Kolonieauswahl& zeilen,
@@ -161,7 +199,7 @@ void maleTabelle(QPainter& painter, const QRectF& rahmen, const Kolonieauswahl& 
     const auto zeile = [&](double y, const QFont& schrift, auto&& text) {
         double x = Rand;
         for (int spalte = 0; spalte < Kolonienspalten; ++spalte) {
-            const double breite = spaltenbreite(spalte);
+            const double breite = bildbreiteVon(spalte);
             const QString wort = text(spalte);
             const QFont passend = verkleinert(schrift, wort, breite - 6);
             const bool zahl = istIndex(spalte);
@@ -179,7 +217,7 @@ void maleTabelle(QPainter& painter, const QRectF& rahmen, const Kolonieauswahl& 
     for (std::size_t i = 0; i < gezeigt; ++i) {
         const Koloniewerte& k = *zeilen[i];
         zeile(y, klein, [&](int spalte) { return zellentext(k, spalte, worte); });
-        const double breite = spaltenbreite(SpalteHistogramm);
+        const double breite = bildbreiteVon(SpalteHistogramm);
         maleKleinesHistogramm(z.painter(), QRectF(rechts - breite, y + 2, breite, Zeilenhöhe - 4),
                               k, stil.probe, stil.gitter);
         y += Zeilenhöhe;
@@ -187,6 +225,7 @@ void maleTabelle(QPainter& painter, const QRectF& rahmen, const Kolonieauswahl& 
     }
     QStringList fuß{zeilen.empty() ? t(Meldung::ÜbersichtLeer)
                                    : t(Meldung::ÜbersichtTabelleErklärung)};
+    fuß << DVHinweise(zeilen, t);
     if (gezeigt < zeilen.size()) {
         fuß << t(Meldung::ÜbersichtErsteZeilen).arg(gezeigt).arg(zeilen.size());
     }

@@ -9,9 +9,14 @@ namespace tarvel {
 /// Heading of a column of the table, and what it means.
 [[nodiscard]] QString spaltenkopf(int spalte, const Texte& texte);
 [[nodiscard]] QString spaltentipp(int spalte, const Texte& texte);
-/// What stands in a cell; empty for the histogram.
+/// What stands in a cell; empty for the histogram. Figures of a discoidal shift that does not
+/// compare stand in brackets.
 [[nodiscard]] QString zellentext(const Koloniewerte& kolonie, int spalte,
                                  const Übersichtsworte& worte);
+/// Why they do; empty for other cells.
+[[nodiscard]] QString zellentipp(const Koloniewerte& kolonie, int spalte, const Texte& texte);
+/// What has to be known before discoidal shifts of these examinations are compared.
+[[nodiscard]] QStringList DVHinweise(const Kolonieauswahl& kolonien, const Texte& texte);
 
 /// The small histogram of the cubital index: a bar a class, its highest as high as the rectangle.
 void maleKleinesHistogramm(QPainter& painter, const QRectF& rahmen, const Koloniewerte& kolonie,

@@ -61,11 +61,7 @@ QStringList hinweise(const Kreuzbild& bild, std::size_t dpi, int ohne, const Tex
     if (static_cast<int>(bild.kolonien.size()) > HöchsteKreuzzahl) {
         liste << t(Meldung::ÜbersichtOhneBalken).arg(HöchsteKreuzzahl);
     }
-    const auto wenige =
-        std::count_if(bild.kolonien.begin(), bild.kolonien.end(), [](const Koloniewerte* k) {
-            return k->flügel() > 0 && k->flügel() < WenigeFlügel;
-        });
-    if (wenige > 0) {
+    if (const int wenige = mitWenigenFlügeln(bild.kolonien); wenige > 0) {
         liste << t(Meldung::ÜbersichtOffeneZeichen).arg(wenige);
     }
     if (ohne > 0) {
@@ -145,21 +141,16 @@ Layout layout(const QRectF& rahmen, const Kreuzbild& bild, const Übersichtswort
     return l;
 }
 
-class Zeichner {
+class Zeichner : Blattmaler {
 public:
     Zeichner(QPainter& painter, const Layout& layout, const Kreuzbild& bild,
              const Übersichtsworte& worte, const Diagrammstil& stil)
-        : z_(painter, layout.blatt.maß, stil)
+        : Blattmaler(painter, layout.blatt, worte, stil)
         , l_(layout)
-        , bild_(bild)
-        , worte_(worte)
-        , stil_(stil)
-        , klein_(diagrammschrift(stil, Schriftgrad::Klein))
-        , normal_(diagrammschrift(stil, Schriftgrad::Normal))
-        , fett_(diagrammschrift(stil, Schriftgrad::Klein, true)) {}
+        , bild_(bild) {}
 
     void zeichne() {
-        l_.blatt.male(z_);
+        blatt_.male(z_);
         l_.erklärung.male(z_);
         for (std::size_t i = 0; i < l_.felder.size(); ++i) {
             feld(i);
@@ -281,14 +272,8 @@ private:
         }
     }
 
-    Zeichenfläche z_;
     const Layout& l_;
     const Kreuzbild& bild_;
-    const Übersichtsworte& worte_;
-    const Diagrammstil& stil_;
-    QFont klein_;
-    QFont normal_;
-    QFont fett_;
 };
 
 } // namespace

@@ -81,28 +81,18 @@ QStringList hinweise(const Überlagerungsbild& bild, const Texte& t) {
     return liste << t(Meldung::ÜbersichtHistErklärung);
 }
 
-class Zeichner {
+class Zeichner : Blattmaler {
 public:
     Zeichner(QPainter& painter, const Blatt& blatt, const Überlagerungsbild& bild,
              const Übersichtsworte& worte, const Diagrammstil& stil)
-        : z_(painter, blatt.maß, stil)
-        , blatt_(blatt)
-        , bild_(bild)
-        , worte_(worte)
-        , stil_(stil)
-        , klein_(diagrammschrift(stil, Schriftgrad::Klein))
-        , normal_(diagrammschrift(stil, Schriftgrad::Normal)) {}
+        : Blattmaler(painter, blatt, worte, stil)
+        , bild_(bild) {}
 
     void zeichne() {
         blatt_.male(z_);
         const QRectF& m = blatt_.mitte;
         if (bild_.kolonien.empty()) {
-            double y = m.center().y();
-            for (const QString& zeile :
-                 umbruch(worte_.texte(Meldung::ÜbersichtWähle), normal_, m.width() - 60)) {
-                z_.text({m.center().x(), y}, Qt::AlignHCenter, zeile, normal_, stil_.schrift);
-                y += Zeilenhöhe;
-            }
+            sage(worte_.texte(Meldung::ÜbersichtWähle));
             return;
         }
         const double zeilen = std::ceil(static_cast<double>(bild_.kolonien.size()) / 2);
@@ -253,13 +243,7 @@ private:
         }
     }
 
-    Zeichenfläche z_;
-    const Blatt& blatt_;
     const Überlagerungsbild& bild_;
-    const Übersichtsworte& worte_;
-    const Diagrammstil& stil_;
-    QFont klein_;
-    QFont normal_;
     Wertefeld feld_;
     int von_ = 1;
     int bis_ = 1;

@@ -175,6 +175,27 @@ void Übersichtsblatt::male(Zeichenfläche& z) const {
     }
 }
 
+Blattmaler::Blattmaler(QPainter& painter, const Übersichtsblatt& blatt,
+                       const Übersichtsworte& worte, const Diagrammstil& stil)
+    : z_(painter, blatt.maß, stil)
+    , blatt_(blatt)
+    , worte_(worte)
+    , stil_(stil)
+    , klein_(diagrammschrift(stil, Schriftgrad::Klein))
+    , fett_(diagrammschrift(stil, Schriftgrad::Klein, true))
+    , normal_(diagrammschrift(stil, Schriftgrad::Normal)) {}
+
+void Blattmaler::sage(const QString& satz) {
+    constexpr double Zeilenhöhe = 20;
+    const QRectF& m = blatt_.mitte;
+    const QStringList zeilen = umbruch(satz, normal_, m.width() - 60);
+    double y = m.center().y() - Zeilenhöhe * static_cast<double>(zeilen.size() - 1) / 2;
+    for (const QString& zeile : zeilen) {
+        z_.text({m.center().x(), y}, Qt::AlignHCenter, zeile, normal_, stil_.schrift);
+        y += Zeilenhöhe;
+    }
+}
+
 Zeichenerklärung::Zeichenerklärung(std::vector<Eintrag> einträge, const Diagrammstil& stil,
                                    double oben, double links, double rechts)
     : einträge_(std::move(einträge))

@@ -64,6 +64,26 @@ private:
     QStringList zeilen_;
 };
 
+/// What the painters of the views have in common: the sheet, its words and its writing.
+class Blattmaler {
+public:
+    /// References outlive it.
+    Blattmaler(QPainter& painter, const Übersichtsblatt& blatt, const Übersichtsworte& worte,
+               const Diagrammstil& stil);
+
+protected:
+    /// A sentence in the middle, in place of a view that there is nothing for.
+    void sage(const QString& satz);
+
+    Zeichenfläche z_;
+    const Übersichtsblatt& blatt_;
+    const Übersichtsworte& worte_;
+    const Diagrammstil& stil_;
+    QFont klein_;
+    QFont fett_; ///< of the small writing
+    QFont normal_;
+};
+
 /// Entries of a legend with their signs, in rows below each other.
 class Zeichenerklärung {
 public:

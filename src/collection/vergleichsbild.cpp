@@ -1,5 +1,7 @@
 #include "collection/vergleichsbild.h"
 
+#include "results/zeileneingabe.h"
+
 #include <algorithm>
 
 namespace tarvel {
@@ -39,29 +41,18 @@ QStringList hinweise(const Vergleichsbild& bild, const Texte& t) {
     return liste << t(Meldung::ÜbersichtVergleichErklärung);
 }
 
-class Zeichner {
+class Zeichner : Blattmaler {
 public:
     Zeichner(QPainter& painter, const Blatt& blatt, const Vergleichsbild& bild,
              const Übersichtsworte& worte, const Diagrammstil& stil)
-        : z_(painter, blatt.maß, stil)
-        , blatt_(blatt)
-        , bild_(bild)
-        , worte_(worte)
-        , stil_(stil)
-        , klein_(diagrammschrift(stil, Schriftgrad::Klein))
-        , fett_(diagrammschrift(stil, Schriftgrad::Klein, true))
-        , normal_(diagrammschrift(stil, Schriftgrad::Normal)) {}
+        : Blattmaler(painter, blatt, worte, stil)
+        , bild_(bild) {}
 
     void zeichne() {
         blatt_.male(z_);
         const QRectF& m = blatt_.mitte;
         if (bild_.a == nullptr) {
-            double y = m.center().y();
-            for (const QString& zeile :
-                 umbruch(worte_.texte(Meldung::ÜbersichtWähleZwei), normal_, m.width() - 60)) {
-                z_.text({m.center().x(), y}, Qt::AlignHCenter, zeile, normal_, stil_.schrift);
-                y += Zeilenhöhe;
-            }
+            sage(worte_.texte(Meldung::ÜbersichtWähleZwei));
             return;
         }
         // Name, first, second, difference, interval, outcome.
@@ -120,8 +111,7 @@ private:
         beide(Text::SpalteKönigin, [](const Koloniewerte& k) { return k.Königin; });
         beide(Text::Züchter, [](const Koloniewerte& k) { return k.Züchter; });
         beide(Text::Rasse, [](const Koloniewerte& k) { return k.Rasse; });
-        beide(Text::SpalteDatum,
-              [](const Koloniewerte& k) { return k.datum.toString(Qt::ISODate); });
+        beide(Text::SpalteDatum, [&](const Koloniewerte& k) { return kurzesDatum(t, k.datum); });
         beide(Meldung::ÜbersichtAuflösung,
               [&](const Koloniewerte& k) { return dpitext(k.dpi, t); });
         beide(Text::EntsprichtDerRasse, [&](const Koloniewerte& k) { return urteilstext(k, t); });
@@ -196,14 +186,7 @@ private:
         return bild_.grenzen ? name + u' ' + werttext(g, (*bild_.grenzen)[g], worte_.format) : name;
     }
 
-    Zeichenfläche z_;
-    const Blatt& blatt_;
     const Vergleichsbild& bild_;
-    const Übersichtsworte& worte_;
-    const Diagrammstil& stil_;
-    QFont klein_;
-    QFont fett_;
-    QFont normal_;
     std::array<Spalte, 6> spalten_;
     double y_ = 0;
     double höhe_ = Zeilenhöhe;

@@ -34,12 +34,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::array Formate{Diagrammformat::PNG, Diagrammformat::SVG, Diagrammformat::PDF};
-
-QString endung(Diagrammformat format) {
-    return u'.' + formatname(format).toLower();
-}
-
 Beschriftung feldname(Merkmalsfeld feld) {
     switch (feld) {
     case Merkmalsfeld::Züchter:
@@ -401,12 +395,16 @@ void Zuchtschau::zeigeStand() {
     if (!gewählt_.empty()) {
         teile << t(Meldung::ÜbersichtGewählt).arg(gewählt_.size());
     }
-    nenne(Meldung::ÜbersichtWenigeFlügel,
-          [](const Koloniewerte* k) { return k->flügel() > 0 && k->flügel() < WenigeFlügel; });
+    if (const int wenige = mitWenigenFlügeln(zeilen); wenige > 0) {
+        teile << t(Meldung::ÜbersichtWenigeFlügel).arg(wenige);
+    }
     nenne(Meldung::ÜbersichtOhneFlügel, [](const Koloniewerte* k) { return k->flügel() == 0; });
     nenne(Meldung::ÜbersichtTeilweise, [](const Koloniewerte* k) { return k->teilweise; });
     if (!sammlung_.unlesbar.isEmpty()) {
         teile << t(Meldung::ÜbersichtUnlesbar).arg(sammlung_.unlesbar.join(u", "_s));
+    }
+    if (ansicht() == Ansicht::Tabelle) {
+        teile << DVHinweise(zeilen, t);
     }
     if (ansicht() == Ansicht::Kreuze) {
         teile << t(Meldung::ÜbersichtKreuzHinweis);
@@ -477,10 +475,10 @@ void Zuchtschau::frageUndSpeichere() {
     const Texte& t = umgebung_.texte;
     QStringList muster;
     QStringList endungen;
-    for (const Diagrammformat format : Formate) {
-        muster << t(Meldung::DiagrammDateien).arg(formatname(format)) + u" (*"_s + endung(format) +
-                      u')';
-        endungen << endung(format);
+    for (const Diagrammformat format : Diagrammformate) {
+        const QString endung = dateiendung(format);
+        muster << t(Meldung::DiagrammDateien).arg(formatname(format)) + u" (*"_s + endung + u')';
+        endungen << endung;
     }
     const QString ziel = wähleZiel(t, umgebung_.dialoge,
                                    {.titel = t(Meldung::ÜbersichtSpeichern),
@@ -494,9 +492,6 @@ void Zuchtschau::frageUndSpeichere() {
 
 bool Zuchtschau::speichereAnsicht(const QString& pfad) {
     const Texte& t = umgebung_.texte;
-    const auto format = std::find_if(Formate.begin(), Formate.end(), [&](Diagrammformat f) {
-        return pfad.endsWith(endung(f), Qt::CaseInsensitive);
-    });
     Zuchtansicht* const ansichten[] = {nullptr, kreuze_, histogramme_, jahre_, vergleich_};
     const Zuchtansicht* gezeigte = ansichten[static_cast<std::size_t>(ansicht())];
     const Diagrammmaler maler =
@@ -507,8 +502,7 @@ bool Zuchtschau::speichereAnsicht(const QString& pfad) {
                               });
     const QSizeF größe =
         gezeigte != nullptr ? QSizeF(gezeigte->size()) : tabellengröße(modell_.zeilen().size());
-    const QString grund = speichereDiagramm(
-        pfad, format == Formate.end() ? Diagrammformat::PNG : *format, größe, windowTitle(), maler);
+    const QString grund = speichereDiagramm(pfad, formatNach(pfad), größe, windowTitle(), maler);
     if (!grund.isEmpty()) {
         umgebung_.dialoge.meldung(
             t(Text::Fehler),

@@ -129,6 +129,21 @@ TEST(Zuchtbilder, texts_neverMeetNorLeaveTheSheet) {
     }
 }
 
+/// All that a view writes.
+template <typename Maler>
+QString geschrieben(QSize größe, const Maler& maler) {
+    Mitschreiber blatt(größe);
+    {
+        QPainter painter(&blatt);
+        maler(painter, QRectF(QPointF(), größe));
+    }
+    QString text;
+    for (const Mitschrift::Schrift& s : blatt.mitschrift.texte) {
+        text += s.text + u' ';
+    }
+    return text;
+}
+
 TEST(Zuchtbilder, whatDoesNotCompare_isKeptApartAndSaid) {
     Texte texte{QString()};
     texte.SpracheEnglisch();
@@ -149,18 +164,30 @@ TEST(Zuchtbilder, whatDoesNotCompare_isKeptApartAndSaid) {
     EXPECT_EQ(überlagerungsbild(alle, Größe::CI, regeln).kolonien.size(), 3U);
     // Several races have no boundary lines in common, and no course.
     EXPECT_FALSE(kreuzbild(alle, {}, regeln).grenzen);
-    Mitschreiber blatt(QSize(900, 600));
-    {
-        QPainter painter(&blatt);
-        maleJahre(painter, QRectF(0, 0, 900, 600), jahresbild(alle, {}, regeln), {texte, {}},
-                  Diagrammstil::farbdruck(QFont()));
-    }
-    QString geschrieben;
-    for (const Mitschrift::Schrift& s : blatt.mitschrift.texte) {
-        geschrieben += s.text + u' ';
-    }
-    EXPECT_TRUE(geschrieben.contains(u"several races"_s)) << geschrieben.toStdString();
-    EXPECT_FALSE(geschrieben.contains(u"conforming"_s));
+    const Diagrammstil stil = Diagrammstil::farbdruck(QFont());
+    const QString jahre =
+        geschrieben(QSize(900, 600), [&](QPainter& painter, const QRectF& rahmen) {
+            maleJahre(painter, rahmen, jahresbild(alle, {}, regeln), {texte, {}}, stil);
+        });
+    EXPECT_TRUE(jahre.contains(u"several races"_s)) << jahre.toStdString();
+    EXPECT_FALSE(jahre.contains(u"conforming"_s));
+
+    sammlung.kolonien[0].dpi = Koloniewerte::Gemischt;
+    sammlung.kolonien[0].datum = QDate(2022, 6, 5);
+    sammlung.kolonien[1] = sammlung.kolonien[2];
+    sammlung.kolonien[1].dpi = 600;
+    const QString tabelle =
+        geschrieben(tabellengröße(3).toSize(), [&](QPainter& painter, const QRectF& rahmen) {
+            maleTabelle(painter, rahmen, alle, {texte, {}}, stil);
+        });
+    EXPECT_TRUE(tabelle.contains(u"compares only at one resolution"_s)) << tabelle.toStdString();
+    EXPECT_TRUE(tabelle.contains(u"mixed or unknown: 1"_s)) << tabelle.toStdString();
+    const QString vergleich =
+        geschrieben(QSize(900, 600), [&](QPainter& painter, const QRectF& rahmen) {
+            maleVergleich(painter, rahmen, vergleichsbild({alle[0], alle[1]}, regeln), {texte, {}},
+                          stil);
+        });
+    EXPECT_TRUE(vergleich.contains(u"05/06/22"_s)) << vergleich.toStdString();
 }
 
 } // namespace

@@ -182,6 +182,41 @@ TEST_F(Zuchtschautest, F5_readsAgainAndEscapeStopsAReading) {
     EXPECT_FALSE(schau->isVisible());
 }
 
+TEST_F(Zuchtschautest, table_writesDatesAsTheListDoesAndMarksDVThatDoesNotCompare) {
+    Ergebnissatz gemischt = tabelle().lade(u"1"_s).value();
+    gemischt.U_NR = u"5"_s;
+    gemischt.Grafik[3] = u"Angaben 1;Felder;001/1/1200/1/a.bmp;002/1/600/1/a.bmp;"_s;
+    gemischt.Grafik[2] = u"Punkte 1;001/8/5/1/1/2/2/3/3/4/4/5/5/6/6/7/7/8/8;"
+                         "002/8/5/1/1/2/2/3/3/4/4/5/5/6/6/7/7/8/8;"_s;
+    speichere(gemischt);
+    const int DV = static_cast<int>(Kolonienspalte::Index) + 2 * SpaltenJeIndex;
+    struct Fall {
+        Sprache sprache;
+        QString datum;
+        QString hinweis;
+    };
+    for (const Fall& f : {Fall{Sprache::Deutsch, u"01.05.22"_s, u"DV in Klammern"_s},
+                          Fall{Sprache::Englisch, u"01/05/22"_s, u"DS in brackets"_s},
+                          Fall{Sprache::Französisch, u"01/05/22"_s, u"DD entre parenthèses"_s}}) {
+        texte.SpracheEinstellen(static_cast<int>(f.sprache));
+        ASSERT_TRUE(öffne(pfad_));
+        const QAbstractItemModel& modell = *kind<QTableView>(u"Tabelle"_s).model();
+        EXPECT_EQ(modell.index(0, static_cast<int>(Kolonienspalte::Datum)).data(), f.datum);
+        EXPECT_TRUE(stand().contains(f.hinweis)) << stand().toStdString();
+        const auto zeile = static_cast<int>(nummern().indexOf(u"5"_s));
+        for (int spalte = DV; spalte < SpalteUrteil; ++spalte) {
+            const auto zelle = [&](int z, int rolle) {
+                return modell.index(z, spalte).data(rolle).toString();
+            };
+            const bool wert = spalte > DV; // the number of wings is none
+            EXPECT_EQ(zelle(zeile, Qt::DisplayRole).startsWith(u'('), wert) << spalte;
+            EXPECT_EQ(zelle(zeile, Qt::ToolTipRole).isEmpty(), !wert) << spalte;
+            EXPECT_FALSE(zelle(0, Qt::DisplayRole).startsWith(u'(')); // of one resolution
+            EXPECT_EQ(zelle(0, Qt::ToolTipRole), QString());
+        }
+    }
+}
+
 TEST_F(Zuchtschautest, whatIsNoResultsFile_isSaid) {
     schreibe(ordner_.filePath(u"kaputt.tdb"_s), QByteArray(5000, 'x'));
     EXPECT_FALSE(öffne(ordner_.filePath(u"kaputt.tdb"_s)));
