@@ -20,12 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Diagrammformat bildformat(const QString& datei) {
-    return datei.endsWith(u".svg", Qt::CaseInsensitive)   ? Diagrammformat::SVG
-           : datei.endsWith(u".pdf", Qt::CaseInsensitive) ? Diagrammformat::PDF
-                                                          : Diagrammformat::PNG;
-}
-
 class Ausgabe {
 public:
     Ausgabe(const Übersichtsbefehl& befehl, const Batchumgebung& umgebung,
@@ -52,6 +46,7 @@ public:
             return geschrieben;
         }
         if (!befehl_.bild.isEmpty()) {
+            warneVorLeeremBild();
             const Status gemalt = schreibeBild();
             status = gemalt == Status::Gut ? status : gemalt;
         }
@@ -112,6 +107,19 @@ private:
                         befehl_.format == Ausgabeformat::Json ? werte.json(name) : werte.csv()));
     }
 
+    /// The picture says so itself, but a script does not look at it.
+    void warneVorLeeremBild() const {
+        const Texte& t = umgebung_.texte;
+        if (auswahl_.empty()) {
+            melde(umgebung_, befehl_.bild, t(Meldung::ÜbersichtLeer));
+        } else if (befehl_.ansicht == Übersichtsansicht::Jahre) {
+            if (const QStringList rassen = rassenVon(auswahl_); rassen.size() > 1) {
+                melde(umgebung_, befehl_.bild,
+                      t(Meldung::ÜbersichtBildRassen).arg(rassen.join(u", "_s), rassen.front()));
+            }
+        }
+    }
+
     [[nodiscard]] Status schreibeBild() const {
         const Übersichtsworte worte{umgebung_.texte, umgebung_.format};
         const Diagrammstil stil = Diagrammstil::farbdruck(QGuiApplication::font());
@@ -140,7 +148,7 @@ private:
                 break;
             }
         };
-        const QString grund = speichereDiagramm(befehl_.bild, bildformat(befehl_.bild), größe,
+        const QString grund = speichereDiagramm(befehl_.bild, formatNach(befehl_.bild), größe,
                                                 umgebung_.texte(Meldung::Zuchtübersicht), maler);
         if (grund.isEmpty()) {
             return Status::Gut;

@@ -23,12 +23,12 @@ protected:
         füge(u"4"_s, u"Maier"_s, u"Drohnen"_s, {u"1,50"_s}, 2021, 1200);
     }
     void füge(const QString& nummer, const QString& züchter, const QString& tiere,
-              const QStringList& CI, int jahr, int dpi) const {
+              const QStringList& CI, int jahr, int dpi, const QString& rasse = u"Carnica"_s) const {
         Ergebnissatz s;
         s.U_NR = nummer;
         s.Z_NAME = züchter;
         s.A_D = tiere;
-        s.RASSE = u"Carnica"_s;
+        s.RASSE = rasse;
         s.ERGEBNIS = u"Ja"_s;
         s.DATUM = QDate(jahr, 6, 1);
         s.Grafik[0] = u"CI-HI %1dpi;"_s.arg(dpi);
@@ -82,6 +82,19 @@ TEST_F(Übersicht, chart_isMadeOfEachViewWithoutADisplay) {
             EXPECT_THAT(text(datei), StartsWith(anfang));
         }
     }
+}
+
+TEST_F(Übersicht, chartWithNothingInIt_saysWhyAndWhatToChoose) {
+    füge(u"5"_s, u"Maier"_s, u"Arbeiter"_s, {u"1,70"_s}, 2021, 1200, u"Mellifera"_s);
+    const QString aufruf = u"overview a.tdb --out w.csv --chart a.png --view years"_s;
+    const Lauf mehrere = rufe(aufruf);
+    EXPECT_EQ(mehrere.status, 0);
+    EXPECT_THAT(mehrere.fehler, AllOf(HasSubstr("a.png"), HasSubstr("Carnica, Mellifera"),
+                                      HasSubstr("--race 'Carnica'")));
+    EXPECT_EQ(mehrere.fehlerzahl(), 1);
+    EXPECT_EQ(rufe(aufruf + u" --race Carnica"_s).fehler, "");
+    EXPECT_EQ(rufe(u"overview a.tdb --out w.csv --chart a.png"_s).fehler, ""); // crosses are there
+    EXPECT_THAT(rufe(aufruf + u" --season 1999"_s).fehler, HasSubstr("a.png"));
 }
 
 TEST_F(Übersicht, whatIsMissingOrRefused_isNamed) {
