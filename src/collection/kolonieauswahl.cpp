@@ -40,19 +40,6 @@ std::optional<double> zahlIn(const Koloniewerte& k, int spalte) {
     return indexzahl(k, spalte);
 }
 
-const QString& textIn(const Koloniewerte& k, int spalte) {
-    switch (static_cast<Kolonienspalte>(spalte)) {
-    case Kolonienspalte::Volk:
-        return k.Volk;
-    case Kolonienspalte::Königin:
-        return k.Königin;
-    case Kolonienspalte::Züchter:
-        return k.Züchter;
-    default:
-        return k.UNr;
-    }
-}
-
 /// Sorts by what @p schlüssel gives; rows without one stay behind the others.
 template <typename Schlüssel>
 void sortiereNach(Kolonieauswahl& auswahl, bool absteigend, Schlüssel schlüssel) {
@@ -182,6 +169,19 @@ QString sortiertext(const QString& text) {
     QString ergebnis = text.normalized(QString::NormalizationForm_KD).toCaseFolded();
     ergebnis.removeIf([](QChar c) { return c.category() == QChar::Mark_NonSpacing; });
     return ergebnis;
+}
+
+const QString& textIn(const Koloniewerte& k, int spalte) {
+    switch (static_cast<Kolonienspalte>(spalte)) {
+    case Kolonienspalte::Volk:
+        return k.Volk;
+    case Kolonienspalte::Königin:
+        return k.Königin;
+    case Kolonienspalte::Züchter:
+        return k.Züchter;
+    default:
+        return k.UNr;
+    }
 }
 
 std::optional<double> indexzahl(const Koloniewerte& k, int spalte) {

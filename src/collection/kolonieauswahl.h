@@ -61,6 +61,8 @@ inline constexpr int SpalteUrteil = static_cast<int>(Kolonienspalte::Index) + 3 
 inline constexpr int SpalteHistogramm = SpalteUrteil + 1;
 inline constexpr int Kolonienspalten = SpalteHistogramm + 1;
 
+/// The text in a column before that of the date.
+[[nodiscard]] const QString& textIn(const Koloniewerte& kolonie, int spalte);
 /// The figure in a column of an index; empty where there is none.
 [[nodiscard]] std::optional<double> indexzahl(const Koloniewerte& kolonie, int spalte);
 /// Sorts by a column; equal rows keep their order, those without a value stand at the end.

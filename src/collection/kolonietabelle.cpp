@@ -112,13 +112,10 @@ QString zellentext(const Koloniewerte& k, int spalte, const Übersichtsworte& wo
     }
     switch (static_cast<Kolonienspalte>(spalte)) {
     case Kolonienspalte::Nummer:
-        return k.UNr;
     case Kolonienspalte::Volk:
-        return k.Volk;
     case Kolonienspalte::Königin:
-        return k.Königin;
     case Kolonienspalte::Züchter:
-        return k.Züchter;
+        return textIn(k, spalte);
     case Kolonienspalte::Datum:
         return kurzesDatum(worte.texte, k.datum);
     case Kolonienspalte::Dpi:
