@@ -221,16 +221,22 @@ void räumeKorbAuf(Ergebnisdatei& datei) {
     if (!vorhanden(datei)) {
         return;
     }
+    // What one deletion or merging took away may be many; it stays until somebody had the time to
+    // notice. While all of it is that young, its rows are not gone through with every save.
+    const std::string gestern = zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-1));
+    SQLite::Statement ältere(datei.verbindung(),
+                             "SELECT EXISTS(SELECT 1 FROM " + Tabelle + " WHERE Korb_Zeit < ?)");
+    ältere.bind(1, gestern);
+    ältere.executeStep();
     const int zuViele = datei.verbindung().execAndGet("SELECT COUNT(*) FROM " + Tabelle).getInt() -
                         Papierkorb::Höchstens;
-    if (zuViele > 0) {
-        // What one deletion or merging took away may be many; it stays until somebody had the time
-        // to notice.
+    if (zuViele > 0 && ältere.getColumn(0).getInt() != 0) {
+        ältere.reset();
         SQLite::Statement älteste(
             datei.verbindung(),
             "DELETE FROM " + Tabelle + " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Tabelle +
                 " ORDER BY Korb_Nr LIMIT " + std::to_string(zuViele) + ") AND Korb_Zeit < ?");
-        älteste.bind(1, zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-1)));
+        älteste.bind(1, gestern);
         älteste.exec();
     }
     SQLite::Statement alte(datei.verbindung(), "DELETE FROM " + Tabelle + " WHERE Korb_Zeit < ?");
