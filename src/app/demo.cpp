@@ -55,7 +55,11 @@ public:
                                int vorgabe) override {
         return vorgabe;
     }
-    QString wähleDatei(const QString&, const QString&, const QString&) override { return muster_; }
+    QString wähleDatei(const QString&, const QString&, const QString&) override {
+        return sammlung_.isEmpty() ? muster_ : sammlung_;
+    }
+    /// The file that is chosen from now on.
+    void setzeSammlung(const QString& pfad) { sammlung_ = pfad; }
     QStringList wähleDateien(const QString&, const QString&, const QString&) override {
         return {muster_};
     }
@@ -67,6 +71,7 @@ public:
 
 private:
     QString muster_;
+    QString sammlung_;
     int meldungen_ = 0;
 };
 
@@ -432,9 +437,49 @@ private:
             }
             db->resize(1000, 480);
             halteFest(*db, u"datenbank"_s);
+            zeigeSammlung(*db);
             db->findChild<QPushButton*>(u"bef_Öffnen"_s)->click();
         });
         löseAus(u"men_Datei_1"_s);
+    }
+
+    /// What another collection would bring, and what lies in the bin.
+    void zeigeSammlung(QDialog& db) {
+        const QString pfad = ziel_.filePath(u"anna.tdb"_s);
+        QFile::remove(pfad);
+        NeueDatenbank(pfad);
+        Ergebnistabelle andere(pfad);
+        Ergebnistabelle eigene(ziel_.filePath(u"demo.tdb"_s));
+        Ergebnissatz satz = eigene.lade(eigene.letzteNummer().value_or(QString())).value();
+        const QString nummer = satz.U_NR;
+        satz.Z_NAME = u"Anna Muster"_s;
+        satz.ZB_NR = u"12-34-57"_s;
+        andere.speichere(satz);
+        for (const QString& weitere : {u"021"_s, u"022"_s, u"023"_s}) {
+            satz.U_NR = weitere + nummer.mid(3);
+            andere.speichere(satz);
+            eigene.speichere(satz);
+        }
+        const auto zeilen = [&] {
+            return eigene.zeilen(u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s, {}, 9);
+        };
+        eigene.lösche(zeilen().at(3));
+        eigene.lösche(zeilen().at(2));
+        auto geändert = zeilen().at(1);
+        geändert.werte.at(2) = u"Anna Mustermann"_s;
+        eigene.ändere(zeilen().at(1), geändert);
+        dialoge_.setzeSammlung(pfad);
+        for (const auto& [befehl, bild] : {std::pair(u"men_Tabelle_9"_s, u"zusammenfuehren"_s),
+                                           {u"men_Tabelle_8"_s, u"papierkorb"_s}}) {
+            QTimer::singleShot(0, &db, [this, name = bild] {
+                auto* fenster = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                fenster->resize(940, 440);
+                halteFest(*fenster, name);
+                fenster->reject();
+            });
+            db.findChild<QAction*>(befehl)->trigger();
+        }
+        dialoge_.setzeSammlung({});
     }
 
     QDir ziel_;

@@ -149,6 +149,7 @@ void Untersuchungsgang::öffne() {
            .DatenbankWählen =
                [this](const QString& pfad) { return arbeitsplatz_.DatenbankWählen(pfad); },
            .LadenDB = [this](const QString& nummer) { return lade(nummer); },
+           .offene = [this] { return arbeitsplatz_.ablage().gespeicherteNummer(); },
            .neubeurteilung = [this] { return neubeurteilungsregeln(); },
            .protokolle =
                [this] {
@@ -168,7 +169,7 @@ void Untersuchungsgang::öffne() {
           dienste_.fenster);
     if (db.exec() != QDialog::Accepted) {
         dienste_.hinweise.zeige(vorher);
-        folgeDerZeile();
+        folgeDerZeile(db.ersetzte());
     }
     prüfeSicherung();
 }
@@ -193,11 +194,16 @@ bool Untersuchungsgang::zeigeZuchtübersicht(QWidget* über,
     return schau.lies() && schau.exec() == QDialog::Accepted;
 }
 
-void Untersuchungsgang::folgeDerZeile() {
+void Untersuchungsgang::folgeDerZeile(const QStringList& ersetzte) {
     using Art = Zeilenlage::Art;
-    const Zeilenlage lage = arbeitsplatz_.ablage().zeilenlage();
+    const Ablage& ablage = arbeitsplatz_.ablage();
+    const Zeilenlage lage = ablage.zeilenlage();
     if (lage.art == Art::Verschwunden) {
         arbeitsplatz_.nimmAlsGelöscht();
+    } else if (lage.art == Art::Geändert &&
+               ersetzte.contains(ablage.gespeicherteNummer(), Qt::CaseInsensitive)) {
+        arbeitsplatz_.nimmAlsErsetzt();
+        dienste_.hinweise.zeige({Meldung::OffeneZeileErsetzt, {lage.nummer}});
     } else if (lage.art != Art::Gleich && !arbeitsplatz_.untersuchung().geändert()) {
         lade(lage.nummer);
     } else if (lage.art == Art::Umbenannt) {

@@ -58,8 +58,9 @@ public:
 private:
     [[nodiscard]] bool setzeSitzungFort();
     void zeigeLetzte();
-    /// Brings what the browser did to the row of the open examination into the window.
-    void folgeDerZeile();
+    /// Brings what the browser did to the row of the open examination into the window; @p ersetzte
+    /// numbers of rows that others took the place of, which is followed only on the next save.
+    void folgeDerZeile(const QStringList& ersetzte);
     [[nodiscard]] Neubeurteilungsregeln neubeurteilungsregeln() const;
     [[nodiscard]] Satzumgebung satzumgebung() const;
     /// True when @p lade has opened an examination.

@@ -43,9 +43,11 @@ Status schreibeTabellen(const Ausfuhrbefehl& befehl, const Batchumgebung& umgebu
                         const Satzumgebung& satzumgebung) {
     try {
         Ergebnistabelle(befehl.datenbank).öffneProbeweise();
-        const auto ziel = befehl.tabellen.endsWith(u".sqlite"_s, Qt::CaseInsensitive)
-                              ? sqliteziel(befehl.tabellen)
-                              : csvziel(befehl.tabellen);
+        const bool sqlite = befehl.tabellen.endsWith(u".sqlite"_s, Qt::CaseInsensitive);
+        if (sqlite && wäreErgebnisdatei(umgebung, befehl.tabellen)) {
+            return Status::NichtLesbar;
+        }
+        const auto ziel = sqlite ? sqliteziel(befehl.tabellen) : csvziel(befehl.tabellen);
         Tabellenausfuhr ausfuhr(*ziel);
         const bool vollständig = gehDurch(befehl, umgebung, [&](const Ergebnissatz& satz) {
             return ausfuhr.nimm(satz, satzumgebung);

@@ -5,12 +5,17 @@
 #include "lang/zielwahl.h"
 #include "measure/textdatei.h"
 #include "platform/dateiausgabe.h"
+#include "results/datenbankfehler.h"
+#include "results/ergebnistabelle.h"
+#include "results/tagessicherung.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QIODevice>
 
 #include <algorithm>
+#include <atomic>
 
 namespace tarvel {
 
@@ -87,9 +92,46 @@ std::optional<QByteArray> liesOderMelde(const Batchumgebung& umgebung, const QSt
     return bytes;
 }
 
+bool wäreErgebnisdatei(const Batchumgebung& umgebung, const QString& ziel) {
+    constexpr QByteArrayView Anfang("SQLite format 3");
+    QFile datei(ziel);
+    if (!QFileInfo(ziel).isFile() || !datei.open(QIODevice::ReadOnly) ||
+        datei.read(Anfang.size()) != Anfang) {
+        return false;
+    }
+    try {
+        Ergebnistabelle(ziel).öffneProbeweise();
+    } catch (const Datenbankfehler& fehler) {
+        if (fehler.grund() == Datenbankgrund::OhneTabelle) {
+            return false;
+        }
+    }
+    melde(umgebung, ziel, umgebung.texte(Meldung::ZielIstErgebnisdatei));
+    return true;
+}
+
+void sichereTäglich(const Batchumgebung& umgebung, const Einstellungen& einstellungen,
+                    const QString& datenbank) {
+    if (!einstellungen.schalter(Einstellung::Tagessicherung)) {
+        return;
+    }
+    try {
+        sichereTag(datenbank, umgebung.heute, std::atomic<bool>(false));
+    } catch (const Datenbankfehler& fehler) {
+        const QString grund = meldungstext(umgebung.texte, fehler);
+        melde(umgebung, datenbank,
+              fehler.grund() == Datenbankgrund::ZuGroßZumSichern
+                  ? grund
+                  : umgebung.texte(Meldung::TagessicherungGescheitert).arg(grund));
+    }
+}
+
 Status schreibe(const Batchumgebung& umgebung, const QString& ziel, const QByteArray& inhalt) {
     if (ziel.isEmpty() || ziel == Standardstrom || istStandardausgabe(systempfad(ziel))) {
         return umgebung.ausgabe.write(inhalt) == inhalt.size() ? Status::Gut : Status::NichtLesbar;
+    }
+    if (wäreErgebnisdatei(umgebung, ziel)) {
+        return Status::NichtLesbar;
     }
     const bool keineDatei =
         istOffen(systempfad(ziel)) || dateiart(systempfad(ziel)) == Dateiart::Sonstige;

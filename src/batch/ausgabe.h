@@ -58,6 +58,15 @@ inline constexpr QStringView Standardstrom = u"-";
 [[nodiscard]] std::optional<QByteArray> liesOderMelde(const Batchumgebung& umgebung,
                                                       const QString& datei);
 
+/// Whether a results file stands at @p ziel, or one that is too damaged or locked to tell; that is
+/// told, for nothing else takes the place of one.
+[[nodiscard]] bool wäreErgebnisdatei(const Batchumgebung& umgebung, const QString& ziel);
+
+/// Makes the daily backup of a results file that was changed just now, unless the settings say
+/// otherwise. A message when that is not possible; what was done stays done.
+void sichereTäglich(const Batchumgebung& umgebung, const Einstellungen& einstellungen,
+                    const QString& datenbank);
+
 /// Writes @p inhalt to the file @p ziel, which is replaced only when all was written; straight into
 /// a pipe or a device; to the standard output when the name is empty or "-". NichtLesbar, with a
 /// message, when that failed.

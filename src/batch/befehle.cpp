@@ -314,6 +314,7 @@ Leser zusammenführungsleser() {
     leser.option(u"dry-run"_s, u"Only list what is new and what is conflicting."_s);
     leser.option(u"day-first"_s, u"Dates such as 03/12/15 of a table begin with the day."_s);
     leser.option(u"month-first"_s, u"They begin with the month."_s);
+    leser.optionIni();
     return leser;
 }
 
@@ -322,7 +323,8 @@ Zusammenführungsbefehl zusammenführung(const Leser& leser) {
     Zusammenführungsbefehl befehl{.datenbank = dateien.takeFirst(),
                                   .andere = dateien,
                                   .beiVerschiedenen = {},
-                                  .nurZeigen = leser.gesetzt(u"dry-run"_s)};
+                                  .nurZeigen = leser.gesetzt(u"dry-run"_s),
+                                  .ini = leser.wert(u"ini"_s)};
     if (leser.gesetzt(u"day-first"_s) && leser.gesetzt(u"month-first"_s)) {
         throw Aufruffehler{u"'--day-first' and '--month-first' exclude each other."_s};
     }

@@ -81,6 +81,7 @@ struct Zusammenführungsbefehl {
     bool nurZeigen = false;
     /// What comes first in dates of tables that do not say it.
     std::optional<Tagesfolge> folge = {};
+    QString ini = {};
 
     bool operator==(const Zusammenführungsbefehl&) const = default;
 };

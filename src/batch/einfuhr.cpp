@@ -64,6 +64,9 @@ Status importiere(const Einfuhrbefehl& befehl, const Batchumgebung& umgebung) {
         for (const QString& datei : befehl.dateien) {
             gespeichert += nimm(datei, einfuhr, umgebung) ? 1 : 0;
         }
+        if (gespeichert > 0) {
+            sichereTäglich(umgebung, *einstellungen, befehl.datenbank);
+        }
         const qsizetype alle = befehl.dateien.size();
         if (alle > 1) {
             umgebung.ausgabe.write((umgebung.texte(Meldung::ImportFertig)

@@ -7,6 +7,7 @@
 
 #include <QHash>
 #include <QIODevice>
+#include <QSet>
 
 #include <algorithm>
 
@@ -26,7 +27,7 @@ public:
         , texte_(umgebung.texte) {}
 
     /// False when a row of @p datei could not be brought in, or nobody said what becomes of it.
-    bool nimm(const QString& datei) const {
+    bool nimm(const QString& datei) {
         const Sammlungsquelle sammlung = öffneSammlung(
             datei, befehl_.datenbank, befehl_.folge, umgebung_.heute, texte_, [] { return true; });
         if (!sammlung.quelle || sammlung.datum) {
@@ -51,15 +52,19 @@ public:
         Zusammenführungsbericht bericht;
         if (!befehl_.nurZeigen) {
             bericht = z.übernimm(*texte_.sprache(), immerWeiter).value();
+            geändert_ = geändert_ || bericht.übernommen > 0;
         }
         schreibeZeilen(datei, z, bericht);
-        for (const QString& nummer : bericht.übergangen) {
-            melde(umgebung_, datei, nummer + u": "_s + texte_(Meldung::ZeileInzwischenGeändert));
+        for (const auto& [nummer, grund] : bericht.übergangen) {
+            melde(umgebung_, datei, nummer + u": "_s + übergehungstext(texte_, grund));
             alles = false;
         }
         return alles && (befehl_.nurZeigen || befehl_.beiVerschiedenen ||
                          z.anzahl(Zeilenstand::Verschieden) == 0);
     }
+
+    /// Whether anything came in.
+    [[nodiscard]] bool geändert() const { return geändert_; }
 
 private:
     void schreibeZeile(const QString& text) const {
@@ -69,8 +74,12 @@ private:
     void schreibeZeilen(const QString& datei, const Zusammenführung& z,
                         const Zusammenführungsbericht& bericht) const {
         std::size_t umbenannte = 0;
+        QSet<QString> übergangene;
+        for (const auto& einer : bericht.übergangen) {
+            übergangene << einer.nummer;
+        }
         for (const Gegenüber& fall : z.fälle()) {
-            if (fall.stand == Zeilenstand::Gleich || bericht.übergangen.contains(fall.nummer)) {
+            if (fall.stand == Zeilenstand::Gleich || übergangene.contains(fall.nummer)) {
                 continue;
             }
             QString zeile = datei + u": "_s + fall.nummer + u": "_s + stand(fall);
@@ -92,7 +101,7 @@ private:
                           texte_(Meldung::ZusammenführungFertig)
                               .arg(QString::number(bericht.übernommen),
                                    QString::number(bericht.umbenannt.size()),
-                                   QString::number(bericht.ersetzt)));
+                                   QString::number(bericht.ersetzt.size())));
         }
     }
 
@@ -110,11 +119,16 @@ private:
     const Zusammenführungsbefehl& befehl_;
     const Batchumgebung& umgebung_;
     const Texte& texte_;
+    bool geändert_ = false;
 };
 
 } // namespace
 
 Status führeZusammen(const Zusammenführungsbefehl& befehl, const Batchumgebung& umgebung) {
+    const auto einstellungen = ladeEinstellungen(umgebung, befehl.ini);
+    if (!einstellungen) {
+        return Status::NichtLesbar;
+    }
     try {
         // With a name that leads nowhere nothing is to be made.
         (void)Ergebnistabelle(befehl.datenbank).anzahl();
@@ -122,7 +136,7 @@ Status führeZusammen(const Zusammenführungsbefehl& befehl, const Batchumgebung
         melde(umgebung, befehl.datenbank, meldungstext(umgebung.texte, fehler));
         return Status::NichtLesbar;
     }
-    const Lauf lauf(befehl, umgebung);
+    Lauf lauf(befehl, umgebung);
     bool alles = true;
     for (const QString& datei : befehl.andere) {
         try {
@@ -131,6 +145,9 @@ Status führeZusammen(const Zusammenführungsbefehl& befehl, const Batchumgebung
             melde(umgebung, datei, meldungstext(umgebung.texte, fehler));
             alles = false;
         }
+    }
+    if (lauf.geändert()) {
+        sichereTäglich(umgebung, *einstellungen, befehl.datenbank);
     }
     return alles ? Status::Gut : Status::NichtLesbar;
 }

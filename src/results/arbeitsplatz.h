@@ -169,6 +169,8 @@ public:
     void nimmUmbenannt(const QString& nummer);
     /// Its row is gone: all of it is left to be stored.
     void nimmAlsGelöscht();
+    /// Another stands in its row: all of it is left to be stored, which asks then.
+    void nimmAlsErsetzt();
     /// True when nothing is left to be stored, as Ablage::SpeichernDB says.
     bool speichere(Speicheranlass anlass);
     /// Without @p auflösung that of the next examination stays as the user chose it last.

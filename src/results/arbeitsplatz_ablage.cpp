@@ -138,6 +138,12 @@ void Arbeitsplatz::nimmUmbenannt(const QString& nummer) {
 void Arbeitsplatz::nimmAlsGelöscht() {
     führeAus([&] {
         ablage_.nimmAlsGespeichert({});
+        nimmAlsErsetzt();
+    });
+}
+
+void Arbeitsplatz::nimmAlsErsetzt() {
+    führeAus([&] {
         untersuchung_.alsGeändertMerken(true, true);
         for (std::vector<Rückschritt>* schritte : {&zurück_, &vor_}) {
             for (Rückschritt& r : *schritte) {

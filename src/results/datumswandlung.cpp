@@ -3,7 +3,6 @@
 #include "results/ergebnisdatei.h"
 
 #include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
 
 namespace tarvel {
 
@@ -58,7 +57,7 @@ std::vector<AltesDatum> Datumswandlung::finde() const {
 int Datumswandlung::wandle(const std::vector<AltesDatum>& daten, Tagesfolge folge,
                            const QDate& heute) const {
     return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
-        SQLite::Transaction vorgang(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE);
+        Schreibvorgang vorgang(datei);
         SQLite::Statement ändern(datei.verbindung(), "UPDATE Ergebnisse SET DATUM = ? WHERE " +
                                                          datei.platz() +
                                                          " = ? AND CAST(DATUM AS TEXT) = ?");

@@ -54,7 +54,8 @@ DB::DB(DbUmgebung umgebung, QWidget* parent)
         return !umgebung_.heute.isValid() || !datum.isValid() || datum <= umgebung_.heute ||
                umgebung_.dialoge.frage(
                    {.titel = t(Text::SpalteDatum),
-                    .text = t(Meldung::DatumInZukunft).arg(vollesDatum(t, datum))}) == Antwort::Ja;
+                    .text = t(Meldung::DatumInZukunft).arg(vollesDatum(t, datum)),
+                    .verwirft = true}) == Antwort::Ja;
     });
     modell_.vorTierwechsel([this](const QString& nummer, const QString& wort) {
         return prüfeTierwechsel(nummer, wort);
@@ -304,6 +305,7 @@ void DB::DB_Open() {
     zeigeZeilen();
     const auto danach = [this] {
         Auf_Tabellenende();
+        zeigeOffene();
         zeigeAlteDaten();
     };
     if (modell_.vollständig()) {
@@ -479,6 +481,10 @@ bool DB::beendeEingabe() {
 /// Whether something was refused and not settled.
 bool DB::zeigeMeldungen() {
     bool offen = false;
+    const bool keine = meldungen_.empty();
+    // Messages and editors that close take the focus along, to whatever comes next.
+    const bool imGitter =
+        focusWidget() == nullptr || focusWidget() == grid_ || grid_->isAncestorOf(focusWidget());
     while (!meldungen_.empty()) {
         const auto [DataErr, text] = meldungen_.front();
         meldungen_.erase(meldungen_.begin());
@@ -493,9 +499,8 @@ bool DB::zeigeMeldungen() {
     }
     if (offen && grid_->bearbeitet()) {
         grid_->kehreZurEingabe();
-    } else if (offen && (focusWidget() == nullptr || !grid_->isAncestorOf(focusWidget())) &&
-               !txt_Suche_->hasFocus()) {
-        grid_->setFocus(); // the cell that had it has gone with its row
+    } else if (!keine && !grid_->bearbeitet() && (imGitter || (offen && !txt_Suche_->hasFocus()))) {
+        grid_->setFocus();
     }
     return offen;
 }
@@ -529,10 +534,14 @@ void DB::meldeFehler(const Datenbankfehler& fehler) {
 void DB::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Escape:
-        // First it takes back what was searched for, then it closes.
+        // First it takes back what was searched for or filtered, then it closes.
         if (txt_Suche_->hasFocus()) {
             txt_Suche_->clear();
             grid_->setFocus();
+            return;
+        }
+        if (engtEin()) {
+            zeigeAlles();
             return;
         }
         break;

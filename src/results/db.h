@@ -58,6 +58,8 @@ struct DbUmgebung {
     std::function<bool(const QString& pfad)> DatenbankWählen;
     /// Opens an examination in the main window; true when the browser has done its work.
     std::function<bool(const QString& nummer)> LadenDB;
+    /// Number of the row that is open in the main window; empty when none is.
+    std::function<QString()> offene = {};
     /// What stored examinations are judged again by.
     std::function<Neubeurteilungsregeln()> neubeurteilung = {};
     /// Begins a series of reports.
@@ -97,6 +99,9 @@ public:
     /// Shows what went wrong in the grid, except that an action was cancelled. Reads the rows anew
     /// when one of them has gone.
     void Grid_Error(int DataErr, const QString& text);
+
+    /// Numbers of examinations that others took the place of here, from another file or the bin.
+    [[nodiscard]] const QStringList& ersetzte() const { return ersetzte_; }
 
     /// Closes unless a cell that is being edited is refused.
     void reject() override;
@@ -157,7 +162,12 @@ private:
     void zeigeSpaltenhaken();
     void zeigeOrdnung();
 
-    void merkeWahl();
+    /// Numbers cost a look into the file; of a great many they are known only when wanted.
+    enum class Nummern { VonWenigen, VonAllen };
+    void merkeWahl(Nummern nummern = Nummern::VonWenigen);
+    /// Rows to be selected when the rows come anew.
+    void wähleNachher(const std::vector<qint64>& ids);
+    void zeigeOffene();
     [[nodiscard]] bool stelleWahlHer();
     void vergissWahl();
     [[nodiscard]] Dateistände dateistände() const;
@@ -203,6 +213,7 @@ private:
     std::vector<std::pair<int, QString>> meldungen_; ///< number and text, not shown yet
     std::pair<QString, QString> tierwechsel_;        ///< examination and word that it asks about
     std::optional<Merker> gemerkt_;
+    QStringList ersetzte_;
     bool stelltWahl_ = false;                      ///< the selection changes by itself
     std::optional<int> gesamt_;                    ///< rows of the file
     std::unordered_map<qint64, int> flügelzahlen_; ///< by the place of the row

@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QHash>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -266,17 +267,16 @@ int DB::anzahlGewählte() const {
 
 /// Before the rows come anew. What is not shown at present, since it was filtered away, stays
 /// remembered until something else is selected.
-void DB::merkeWahl() {
+void DB::merkeWahl(Nummern nummern) {
     const QModelIndex aktuelle = grid_->currentIndex();
     if (gemerkt_ || !aktuelle.isValid()) {
         return;
     }
-    // Numbers cost a look into the file; of a great many only the places are known.
-    constexpr qsizetype MitNummer = 200;
+    constexpr qsizetype Wenige = 200;
     const QList<int> zeilen = gewählteZeilen();
+    const bool mitNummer = zeilen.size() <= Wenige || nummern == Nummern::VonAllen;
     const auto merke = [&](int zeile) {
-        return Merkzeile{modell_.id(zeile),
-                         zeilen.size() <= MitNummer ? modell_.nummer(zeile) : QString()};
+        return Merkzeile{modell_.id(zeile), mitNummer ? modell_.nummer(zeile) : QString()};
     };
     gemerkt_ = Merker{merke(aktuelle.row()), aktuelle.column(), {}};
     for (const int zeile : zeilen) {
@@ -287,6 +287,34 @@ void DB::merkeWahl() {
 void DB::vergissWahl() {
     if (!stelltWahl_) {
         gemerkt_.reset();
+    }
+}
+
+void DB::wähleNachher(const std::vector<qint64>& ids) {
+    if (ids.empty()) {
+        return;
+    }
+    gemerkt_ = Merker{{ids.back(), {}}, std::max(0, grid_->currentIndex().column()), {}};
+    for (const qint64 id : ids) {
+        gemerkt_->gewählte.push_back({id, {}});
+    }
+}
+
+/// Of several rows of one day the last one need not be the one that the main window shows.
+void DB::zeigeOffene() {
+    const QString nummer = umgebung_.offene ? umgebung_.offene() : QString();
+    if (nummer.isEmpty()) {
+        return;
+    }
+    try {
+        const auto platz = Ergebnistabelle(umgebung_.DatenbankPfad).platz(nummer);
+        const std::vector<qint64>& ids = modell_.ids();
+        const auto stelle = platz ? std::find(ids.begin(), ids.end(), *platz) : ids.end();
+        if (stelle != ids.end()) {
+            grid_->wähleZeile(static_cast<int>(stelle - ids.begin()));
+        }
+    } catch (const Datenbankfehler&) { // NOLINT(bugprone-empty-catch)
+        // Reading the rows tells why.
     }
 }
 
@@ -314,16 +342,23 @@ bool DB::stelleWahlHer() {
         return stelle == zeilen.end() ? -1 : stelle->second;
     };
     // A row that was stored anew has another place; its number is still the same.
+    QHash<QString, qint64> plätze;
     const auto finde = [&](const Merkzeile& gesucht) {
-        const int zeile = zeileVon(gesucht.id);
-        if (gesucht.nummer.isEmpty() || !modell_.vollständig() ||
-            (zeile >= 0 && modell_.nummer(zeile) == gesucht.nummer)) {
-            return zeile;
+        if (gesucht.nummer.isEmpty() || !modell_.vollständig()) {
+            return zeileVon(gesucht.id);
         }
-        const auto platz = Ergebnistabelle(umgebung_.DatenbankPfad).platz(gesucht.nummer);
-        return platz ? zeileVon(*platz) : -1;
+        const auto platz = plätze.constFind(gesucht.nummer);
+        return platz == plätze.constEnd() ? -1 : zeileVon(*platz);
     };
     try {
+        if (modell_.vollständig()) {
+            QStringList nummern{gemerkt_->aktuelle.nummer};
+            for (const Merkzeile& merkzeile : gemerkt_->gewählte) {
+                nummern << merkzeile.nummer;
+            }
+            nummern.removeAll(QString());
+            plätze = Ergebnistabelle(umgebung_.DatenbankPfad).plätze(nummern);
+        }
         QList<int> gefundene;
         const int aktuelle = finde(gemerkt_->aktuelle);
         for (const Merkzeile& merkzeile : gemerkt_->gewählte) {

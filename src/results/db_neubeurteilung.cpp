@@ -129,6 +129,8 @@ void DB::beurteileNeu() {
         meldeFehler(fehler);
         return;
     }
+    gemerkt_.reset();
+    merkeWahl(Nummern::VonAllen); // each of them gets another place
     speichereNeue(neubeurteilung, zuSpeichern);
     zeigeNeu();
 }

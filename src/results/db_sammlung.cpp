@@ -60,26 +60,30 @@ void DB::sammlungsbefehl(int index) {
                                     this);
     std::vector<Rücknahme>& rücknahmen = modell_.rücknahmen();
     bool geändert = true;
+    const auto nimm = [&](const Sammlungsänderung& änderung) {
+        rücknahmen.insert(rücknahmen.end(), änderung.rücknahmen.begin(), änderung.rücknahmen.end());
+        ersetzte_ << änderung.ersetzt;
+        geändert = !änderung.rücknahmen.empty();
+    };
     switch (index) {
     case Ergebnismenüs::Rückgängig:
         if (!rücknahmen.empty()) {
-            // One that cannot be taken back now never can.
-            const Rücknahme letzte = rücknahmen.back();
-            rücknahmen.pop_back();
-            (void)sammlung.nimmZurück(letzte);
+            std::vector<qint64> ids;
+            if (sammlung.nimmZurück(rücknahmen.back(), ids) !=
+                Sammlungsbefehle::Rückweg::NichtJetzt) {
+                rücknahmen.pop_back();
+            }
+            wähleNachher(ids);
         }
         break;
-    case Ergebnismenüs::Papierkorb: {
-        const auto neue = sammlung.zeigePapierkorb();
-        rücknahmen.insert(rücknahmen.end(), neue.begin(), neue.end());
-        geändert = !neue.empty();
+    case Ergebnismenüs::Papierkorb:
+        nimm(sammlung.zeigePapierkorb());
         break;
-    }
     case Ergebnismenüs::Zusammenführen:
-        geändert = sammlung.führeZusammen();
+        nimm(sammlung.führeZusammen());
         break;
     case Ergebnismenüs::AusSicherung:
-        geändert = sammlung.holeAusSicherung();
+        nimm(sammlung.holeAusSicherung());
         break;
     case Ergebnismenüs::DatenUmwandeln:
         geändert = wandleDaten();

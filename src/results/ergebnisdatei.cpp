@@ -342,6 +342,29 @@ void ergänzeIndizes(SQLite::Database& verbindung) {
     }
 }
 
+Schreibvorgang::Schreibvorgang(Ergebnisdatei& datei, Indizes wann)
+    : datei_(datei)
+    , vorgang_(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE) {
+    if (wann == Indizes::Zuvor) {
+        ergänzeIndizes(datei.verbindung());
+    }
+}
+
+void Schreibvorgang::commit() {
+    vorgang_.commit();
+    SQLite::Database& verbindung = datei_.verbindung();
+    try {
+        if (!indizesVollständig(verbindung)) {
+            verbindung.setBusyTimeout(0); // nobody waits for them
+            SQLite::Transaction nachtrag(verbindung, SQLite::TransactionBehavior::IMMEDIATE);
+            ergänzeIndizes(verbindung);
+            nachtrag.commit();
+        }
+    } catch (const SQLite::Exception&) { // NOLINT(bugprone-empty-catch)
+        // Without them the file serves as well, only slower; the next change tries again.
+    }
+}
+
 void entferneIndizes(SQLite::Database& verbindung) {
     for (const auto& index : indizes) {
         verbindung.exec("DROP INDEX IF EXISTS " + std::string(index.name));

@@ -5,6 +5,7 @@
 #include <SQLiteCpp/Column.h>
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Exception.h>
+#include <SQLiteCpp/Transaction.h>
 
 #include <QStringList>
 
@@ -119,6 +120,21 @@ void legeTabelleAn(SQLite::Database& verbindung);
 /// reads the long texts; none contains a function, so every program with the engine can write the
 /// file.
 void ergänzeIndizes(SQLite::Database& verbindung);
+/// A change of a results file, which rolls back unless it is committed. Begins with the wish to
+/// write, so that two programs never wait for each other half-way. A file without our indexes gains
+/// them with the first change, never by being looked at.
+class Schreibvorgang {
+public:
+    /// Whether the indexes come after the change, which is safe by then whatever becomes of them,
+    /// or in front of it, because it looks up many rows.
+    enum class Indizes { Danach, Zuvor };
+    explicit Schreibvorgang(Ergebnisdatei& datei, Indizes wann = Indizes::Danach);
+    void commit();
+
+private:
+    Ergebnisdatei& datei_;
+    SQLite::Transaction vorgang_;
+};
 /// Takes the indexes away, which makes changing every row quicker.
 void entferneIndizes(SQLite::Database& verbindung);
 /// @}

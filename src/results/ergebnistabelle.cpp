@@ -23,13 +23,6 @@ constexpr Spalten gezeigt = {u"U_NR",     u"ZB_NR", u"Z_NAME", u"B_NAME", u"A_D"
                              u"ERGEBNIS", u"RASSE", u"VATER",  u"DATUM"};
 constexpr size_t spalteNummer = 0;
 
-/// Begins with the wish to write, so that two programs never wait for each other half-way.
-class Schreibvorgang : public SQLite::Transaction {
-public:
-    explicit Schreibvorgang(Ergebnisdatei& datei)
-        : Transaction(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE) {}
-};
-
 QString text(const SQLite::Column& wert) {
     return spaltentext(wert).text;
 }
@@ -140,22 +133,7 @@ Ergebnistabelle::Ergebnistabelle(QString DatenbankPfad, std::chrono::millisecond
     , wartezeit_(wartezeit) {}
 
 void Ergebnistabelle::öffneProbeweise() const {
-    mitErgebnisdatei(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
-        datei.prüfeAufbau();
-        if (indizesVollständig(datei.verbindung())) {
-            return;
-        }
-        try {
-            Schreibvorgang vorgang(datei);
-            ergänzeIndizes(datei.verbindung());
-            vorgang.commit();
-        } catch (const SQLite::Exception& fehler) {
-            // Without its indexes the file serves as well, only slower.
-            if (datenbankfehler(datei.pfad(), fehler).grund() == Datenbankgrund::Beschädigt) {
-                throw;
-            }
-        }
-    });
+    mitErgebnisdatei(pfad_, wartezeit_, [](Ergebnisdatei& datei) { datei.prüfeAufbau(); });
 }
 
 int Ergebnistabelle::anzahl() const {

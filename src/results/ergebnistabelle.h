@@ -6,6 +6,7 @@
 #include "results/zeilenwahl.h"
 
 #include <QDate>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QStringView>
@@ -40,8 +41,7 @@ public:
 
     [[nodiscard]] const QString& pfad() const { return pfad_; }
 
-    /// Throws unless the file is a results file with all columns. Adds the indexes that make it
-    /// quick where they are missing and the file can be written.
+    /// Throws unless the file is a results file with all columns.
     void öffneProbeweise() const;
 
     [[nodiscard]] int anzahl() const;
@@ -119,6 +119,9 @@ public:
 
     /// The place of the row that lade() would give; nullopt when there is none.
     [[nodiscard]] std::optional<qint64> platz(const QString& nummer) const;
+    /// The same of several numbers, of very many only in their exact spelling; without those that
+    /// there is no row of.
+    [[nodiscard]] QHash<QString, qint64> plätze(const QStringList& nummern) const;
     /// The years of the dates that stand in the file, the latest first, and OhneSaison where a date
     /// tells none.
     [[nodiscard]] QStringList saisons() const;

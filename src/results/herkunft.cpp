@@ -41,6 +41,14 @@ void vermerkeHerkunft(Ergebnisdatei& datei, const QString& nummer, const Herkunf
     einfügen.exec();
 }
 
+void entferneHerkunft(Ergebnisdatei& datei, const QString& nummer) {
+    if (datei.verbindung().tableExists(Tabelle)) {
+        SQLite::Statement löschen(datei.verbindung(), "DELETE FROM " + Tabelle + " WHERE U_NR = ?");
+        löschen.bind(1, nummer.toStdString());
+        löschen.exec();
+    }
+}
+
 void benenneHerkunftUm(Ergebnisdatei& datei, const QString& alt, const QString& neu) {
     if (alt == neu || !datei.verbindung().tableExists(Tabelle)) {
         return;

@@ -22,6 +22,8 @@ struct Herkunft {
 /// transaction of the caller.
 void vermerkeHerkunft(Ergebnisdatei& datei, const QString& nummer, const Herkunft& herkunft,
                       const QString& woher);
+/// The row of that number is not what was taken over any more.
+void entferneHerkunft(Ergebnisdatei& datei, const QString& nummer);
 /// The row goes by another number now.
 void benenneHerkunftUm(Ergebnisdatei& datei, const QString& alt, const QString& neu);
 /// @}

@@ -98,6 +98,7 @@ std::string liste(const std::vector<std::string>& spalten) {
 /// A row of the bin.
 struct Aufgehoben {
     Rohsatz satz;
+    std::optional<Korbanlass> anlass;
     std::optional<QString> danach; ///< number that its row had afterwards; empty for a deleted one
     QString marke;
 };
@@ -109,8 +110,9 @@ Aufgehoben lies(Ergebnisdatei& datei, qint64 nr) {
     if (!vorhanden(datei)) {
         throw fehlt();
     }
-    SQLite::Statement abfrage(datei.verbindung(), "SELECT Korb_Danach, Korb_Marke FROM " + Tabelle +
-                                                      " WHERE Korb_Nr = ?");
+    SQLite::Statement abfrage(datei.verbindung(),
+                              "SELECT Korb_Danach, Korb_Marke, Korb_Anlass FROM " + Tabelle +
+                                  " WHERE Korb_Nr = ?");
     abfrage.bind(1, static_cast<std::int64_t>(nr));
     if (!abfrage.executeStep()) {
         throw fehlt();
@@ -120,6 +122,7 @@ Aufgehoben lies(Ergebnisdatei& datei, qint64 nr) {
         eintrag.danach = spaltentext(abfrage.getColumn(0)).text;
     }
     eintrag.marke = spaltentext(abfrage.getColumn(1)).text;
+    eintrag.anlass = anlassAus(spaltentext(abfrage.getColumn(2)).text);
     std::vector<std::string> weitere = aufgehobene(datei);
     const std::vector<std::string> imKorb = spaltennamen(datei, Tabelle);
     std::erase_if(weitere, [&](const std::string& name) {
@@ -158,21 +161,28 @@ qint64 unveränderte(Ergebnisdatei& datei, const QString& nummer, const QString&
     throw Datenbankfehler(Datenbankgrund::SeitherGeändert, datei.pfad(), nummer);
 }
 
-void bringeZurück(Ergebnisdatei& datei, qint64 nr, Sprache sprache) {
+/// Place of the row that came back.
+qint64 bringeZurück(Ergebnisdatei& datei, qint64 nr, Sprache sprache) {
     Aufgehoben eintrag = lies(datei, nr);
     const QString nummer = eintrag.satz.satz.U_NR;
     if (eintrag.danach) {
         const qint64 id = unveränderte(datei, *eintrag.danach, eintrag.marke);
         hebeAuf(datei, id, Korbanlass::Wiederhergestellt);
         entferneZeile(datei, id);
-        benenneHerkunftUm(datei, *eintrag.danach, nummer);
+        if (eintrag.anlass == Korbanlass::Zusammengeführt) {
+            entferneHerkunft(datei, *eintrag.danach);
+        } else {
+            benenneHerkunftUm(datei, *eintrag.danach, nummer);
+        }
     }
     if (!nummer.trimmed().isEmpty() && !datei.finde(geschrieben(nummer)).empty()) {
         throw Datenbankfehler(Datenbankgrund::NummerDoppelt, datei.pfad(), nummer);
     }
     setzeWörter(eintrag.satz, sprache);
     füge(datei, eintrag.satz.roh);
+    const qint64 id = datei.verbindung().getLastInsertRowid();
     entferneEintrag(datei, nr);
+    return id;
 }
 
 } // namespace
@@ -211,19 +221,22 @@ void räumeKorbAuf(Ergebnisdatei& datei) {
     if (!vorhanden(datei)) {
         return;
     }
+    // What one deletion or merging took away may be many; it stays until somebody had the time to
+    // notice. While all of it is that young, its rows are not gone through with every save.
+    const std::string gestern = zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-1));
+    SQLite::Statement ältere(datei.verbindung(),
+                             "SELECT EXISTS(SELECT 1 FROM " + Tabelle + " WHERE Korb_Zeit < ?)");
+    ältere.bind(1, gestern);
+    ältere.executeStep();
     const int zuViele = datei.verbindung().execAndGet("SELECT COUNT(*) FROM " + Tabelle).getInt() -
                         Papierkorb::Höchstens;
-    if (zuViele > 0) {
-        // What one deletion took away may be many; it stays until somebody had the time to notice.
-        SQLite::Statement älteste(datei.verbindung(),
-                                  "DELETE FROM " + Tabelle +
-                                      " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Tabelle +
-                                      " ORDER BY Korb_Nr LIMIT " + std::to_string(zuViele) +
-                                      ") AND (Korb_Zeit < ? OR Korb_Anlass = ?)");
-        älteste.bind(1, zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-1)));
-        älteste.bind(2, anlässe.at(static_cast<std::size_t>(Korbanlass::Zusammengeführt))
-                            .wort.toString()
-                            .toStdString());
+    if (zuViele > 0 && ältere.getColumn(0).getInt() != 0) {
+        ältere.reset();
+        SQLite::Statement älteste(
+            datei.verbindung(),
+            "DELETE FROM " + Tabelle + " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Tabelle +
+                " ORDER BY Korb_Nr LIMIT " + std::to_string(zuViele) + ") AND Korb_Zeit < ?");
+        älteste.bind(1, gestern);
         älteste.exec();
     }
     SQLite::Statement alte(datei.verbindung(), "DELETE FROM " + Tabelle + " WHERE Korb_Zeit < ?");
@@ -290,7 +303,7 @@ QStringList Papierkorb::vergebene(const std::vector<qint64>& nummern) const {
 Papierkorb::Bericht Papierkorb::stelleWiederHer(const std::vector<qint64>& nummern,
                                                 BeiVergebener weise, Sprache sprache) const {
     return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
-        SQLite::Transaction vorgang(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE);
+        Schreibvorgang vorgang(datei, Schreibvorgang::Indizes::Zuvor);
         Bericht bericht;
         std::optional<Nummernvergabe> vergabe;
         for (const qint64 nr : nummern) {
@@ -310,6 +323,9 @@ Papierkorb::Bericht Papierkorb::stelleWiederHer(const std::vector<qint64>& numme
                 setzeNummer(eintrag.satz, neu);
                 bericht.umbenannt.emplace_back(alt.trimmed(), neu);
             } else {
+                if (!besetzt.empty()) {
+                    bericht.ersetzt << alt;
+                }
                 for (const qint64 id : besetzt) {
                     ersetzte.push_back(hebeAuf(datei, id, Korbanlass::Wiederhergestellt));
                     entferneZeile(datei, id);
@@ -334,18 +350,23 @@ Papierkorb::Bericht Papierkorb::stelleWiederHer(const std::vector<qint64>& numme
     });
 }
 
-void Papierkorb::nimmZurück(const Rücknahme& rücknahme, Sprache sprache) const {
-    mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
-        SQLite::Transaction vorgang(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE);
+std::vector<qint64> Papierkorb::nimmZurück(const Rücknahme& rücknahme, Sprache sprache) const {
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        Schreibvorgang vorgang(datei, Schreibvorgang::Indizes::Zuvor);
+        std::vector<qint64> zurück;
         for (const Rücknahme::Neue& neue : rücknahme.neue) {
             const qint64 id = unveränderte(datei, neue.nummer, neue.marke);
             hebeAuf(datei, id, Korbanlass::Wiederhergestellt);
             entferneZeile(datei, id);
+            if (neue.ausAnderer) {
+                entferneHerkunft(datei, neue.nummer);
+            }
         }
         std::for_each(rücknahme.einträge.rbegin(), rücknahme.einträge.rend(),
-                      [&](qint64 nr) { bringeZurück(datei, nr, sprache); });
+                      [&](qint64 nr) { zurück.push_back(bringeZurück(datei, nr, sprache)); });
         räumeKorbAuf(datei);
         vorgang.commit();
+        return zurück;
     });
 }
 
@@ -354,7 +375,7 @@ void Papierkorb::leere() const {
         if (!vorhanden(datei)) {
             return;
         }
-        SQLite::Transaction vorgang(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE);
+        Schreibvorgang vorgang(datei);
         datei.verbindung().exec("DELETE FROM " + Tabelle);
         vorgang.commit();
     });

@@ -30,7 +30,8 @@ enum class Korbanlass {
 struct Rücknahme {
     struct Neue {
         QString nummer;
-        QString marke; ///< its satzmarke()
+        QString marke;           ///< its satzmarke()
+        bool ausAnderer = false; ///< came from another collection, which was noted
     };
     std::vector<qint64> einträge; ///< of the bin, to come back, in the order they went there
     std::vector<Neue> neue;       ///< rows that were not there before
@@ -55,7 +56,7 @@ struct Korbeintrag {
 
 /// The deleted and overwritten rows of a results file, in a table of their own in it. It is made
 /// with the first of them; looking changes nothing. A row is kept while it is among the last
-/// Höchstens and not older than Tage; beyond that number for a day, unless merging replaced it.
+/// Höchstens and not older than Tage; beyond that number for a day.
 ///
 /// All operations throw Datenbankfehler and leave the file as it was then.
 class Papierkorb {
@@ -83,6 +84,7 @@ public:
     struct Bericht {
         int zahl = 0;
         std::vector<std::pair<QString, QString>> umbenannt; ///< former and new number
+        QStringList ersetzt; ///< numbers of the examinations that were replaced
         Rücknahme rücknahme;
     };
     /// Brings rows back into the table, all or none, with the words of caste and verdict in
@@ -90,9 +92,9 @@ public:
     Bericht stelleWiederHer(const std::vector<qint64>& nummern, BeiVergebener weise,
                             Sprache sprache) const;
 
-    /// Takes changes back, all or none. Throws (SeitherGeändert) when one of their rows is not as
-    /// they left it any more.
-    void nimmZurück(const Rücknahme& rücknahme, Sprache sprache) const;
+    /// Takes changes back, all or none; the places of the rows that came back. Throws
+    /// (SeitherGeändert) when one of their rows is not as they left it any more.
+    std::vector<qint64> nimmZurück(const Rücknahme& rücknahme, Sprache sprache) const;
 
     /// Removes everything for good.
     void leere() const;

@@ -284,6 +284,7 @@ void Papierkorbfenster::stelleWiederHer() {
         if (!bericht.rücknahme.leer()) {
             rücknahmen_.push_back(bericht.rücknahme);
         }
+        ersetzte_ << bericht.ersetzt;
         QStringList zeilen;
         for (const auto& [alt, neu] : bericht.umbenannt) {
             zeilen << t(Meldung::JetztUnterNummer).arg(alt, neu);

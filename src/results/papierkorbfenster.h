@@ -33,8 +33,8 @@ public:
 
     /// What takes back all that was restored here.
     [[nodiscard]] const std::vector<Rücknahme>& rücknahmen() const { return rücknahmen_; }
-    /// Whether the rows of the file are others now.
-    [[nodiscard]] bool geändert() const { return !rücknahmen_.empty(); }
+    /// Numbers of the examinations that others took the place of.
+    [[nodiscard]] const QStringList& ersetzte() const { return ersetzte_; }
 
 private:
     void zeigeGewählte();
@@ -55,6 +55,7 @@ private:
     QPushButton* bef_Wiederherstellen_;
     QPushButton* bef_Leeren_;
     std::vector<Rücknahme> rücknahmen_;
+    QStringList ersetzte_;
 };
 
 } // namespace tarvel

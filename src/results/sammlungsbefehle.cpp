@@ -67,24 +67,32 @@ void Sammlungsbefehle::melde(const QString& titel, const Datenbankfehler& fehler
     dialoge_.meldung(titel, meldungstext(umgebung_.texte, fehler), Meldungsart::Ausruf);
 }
 
-std::vector<Rücknahme> Sammlungsbefehle::zeigePapierkorb() const {
+Sammlungsänderung Sammlungsbefehle::zeigePapierkorb() const {
     try {
         Papierkorbfenster korb(pfad_, umgebung_, dialoge_, fenster_);
         korb.exec();
-        return korb.rücknahmen();
+        return {korb.rücknahmen(), korb.ersetzte()};
     } catch (const Datenbankfehler& fehler) {
         melde(umgebung_.texte(Meldung::MenüPapierkorb), fehler);
         return {};
     }
 }
 
-bool Sammlungsbefehle::nimmZurück(const Rücknahme& rücknahme) const {
+Sammlungsbefehle::Rückweg Sammlungsbefehle::nimmZurück(const Rücknahme& rücknahme,
+                                                       std::vector<qint64>& ids) const {
     try {
-        Papierkorb(pfad_).nimmZurück(rücknahme, sprache(umgebung_.texte));
-        return true;
+        ids = Papierkorb(pfad_).nimmZurück(rücknahme, sprache(umgebung_.texte));
+        return Rückweg::Zurück;
     } catch (const Datenbankfehler& fehler) {
         melde(umgebung_.texte(Meldung::Rückgängig), fehler);
-        return false;
+        switch (fehler.grund()) {
+        case Datenbankgrund::SeitherGeändert:
+        case Datenbankgrund::KorbEintragFehlt:
+        case Datenbankgrund::NummerDoppelt:
+            return Rückweg::Versperrt;
+        default:
+            return Rückweg::NichtJetzt;
+        }
     }
 }
 
@@ -96,13 +104,14 @@ QString Sammlungsbefehle::wähleDatei() const {
                                    u" (*.csv *.txt *.mdb);;"_s + t(Text::AlleDateien) + u" (*)"_s);
 }
 
-bool Sammlungsbefehle::führeZusammen() const {
+Sammlungsänderung Sammlungsbefehle::führeZusammen() const {
     const QString pfad = wähleDatei();
-    return !pfad.isEmpty() && übernimmAusDatei(pfad, umgebung_.texte(Meldung::MenüZusammenführen),
-                                               Entscheidung::Nehmen);
+    return pfad.isEmpty() ? Sammlungsänderung()
+                          : übernimmAusDatei(pfad, umgebung_.texte(Meldung::MenüZusammenführen),
+                                             Entscheidung::Nehmen);
 }
 
-bool Sammlungsbefehle::holeAusSicherung() const {
+Sammlungsänderung Sammlungsbefehle::holeAusSicherung() const {
     const Texte& t = umgebung_.texte;
     const std::vector<Sicherung> alle = sicherungen(pfad_);
     QStringList worte;
@@ -122,15 +131,16 @@ bool Sammlungsbefehle::holeAusSicherung() const {
         wahl = dialoge_.auswahl(titel, t(Meldung::SicherungWählen), worte, 0);
     }
     if (!wahl) {
-        return false;
+        return {};
     }
     const auto stelle = static_cast<std::size_t>(*wahl);
     const QString pfad = stelle < alle.size() ? alle[stelle].pfad : wähleDatei();
-    return !pfad.isEmpty() && übernimmAusDatei(pfad, titel, Entscheidung::Lassen);
+    return pfad.isEmpty() ? Sammlungsänderung()
+                          : übernimmAusDatei(pfad, titel, Entscheidung::Lassen);
 }
 
-bool Sammlungsbefehle::übernimmAusDatei(const QString& pfad, const QString& titel,
-                                        Entscheidung vorschlag) const {
+Sammlungsänderung Sammlungsbefehle::übernimmAusDatei(const QString& pfad, const QString& titel,
+                                                     Entscheidung vorschlag) const {
     const Texte& t = umgebung_.texte;
     const auto öffne = [&](std::optional<Tagesfolge> folge) {
         constexpr int Unbekannt = 100;            // how long another program takes
@@ -153,7 +163,7 @@ bool Sammlungsbefehle::übernimmAusDatei(const QString& pfad, const QString& tit
                  .ja = t(Meldung::TagZuerst),
                  .nein = t(Meldung::MonatZuerst)});
             if (antwort == Antwort::Abbrechen) {
-                return false;
+                return {};
             }
             sammlung =
                 öffne(antwort == Antwort::Ja ? Tagesfolge::TagZuerst : Tagesfolge::MonatZuerst);
@@ -162,7 +172,7 @@ bool Sammlungsbefehle::übernimmAusDatei(const QString& pfad, const QString& tit
             if (!sammlung.grund.isEmpty()) {
                 dialoge_.meldung(titel, sammlung.grund, Meldungsart::Ausruf);
             }
-            return false;
+            return {};
         }
         if (!sammlung.hinweise.isEmpty()) {
             dialoge_.bericht(titel, t(Meldung::TabelleNichtÜbernommen), sammlung.hinweise);
@@ -170,18 +180,18 @@ bool Sammlungsbefehle::übernimmAusDatei(const QString& pfad, const QString& tit
         return übernimmAus(*sammlung.quelle, titel, vorschlag);
     } catch (const Datenbankfehler& fehler) {
         melde(titel, fehler);
-        return false;
+        return {};
     }
 }
 
-bool Sammlungsbefehle::übernimmAus(const Satzquelle& quelle, const QString& titel,
-                                   Entscheidung vorschlag) const {
+Sammlungsänderung Sammlungsbefehle::übernimmAus(const Satzquelle& quelle, const QString& titel,
+                                                Entscheidung vorschlag) const {
     const Texte& t = umgebung_.texte;
     try {
         Zusammenführung zusammenführung(pfad_, quelle);
         if (!zusammenführung.vergleiche(
                 Zeilenfortschritt(fenster_, t, titel, Meldung::VergleichFortschritt))) {
-            return false;
+            return {};
         }
         QStringList hinweise;
         for (const QString& nummer : zusammenführung.zuGroß()) {
@@ -194,39 +204,43 @@ bool Sammlungsbefehle::übernimmAus(const Satzquelle& quelle, const QString& tit
             static_cast<int>(zusammenführung.fälle().size())) {
             dialoge_.meldung(titel, t(Meldung::VergleichNichts).arg(quelle.name()),
                              Meldungsart::Hinweis);
-            return false;
+            return {};
         }
         zusammenführung.entscheide(Zeilenstand::Neu, vorschlag);
-        Zusammenführungsfenster vorschau(zusammenführung, titel, quelle.name(), umgebung_, dialoge_,
+        Zusammenführungsfenster vorschau(zusammenführung, titel, quelle.name(), umgebung_,
                                          fenster_);
         if (vorschau.exec() != QDialog::Accepted) {
-            return false;
+            return {};
         }
         const auto bericht = zusammenführung.übernimm(
             sprache(t), Zeilenfortschritt(fenster_, t, titel, Meldung::ÜbernahmeFortschritt));
         if (!bericht) {
-            return false;
+            return {};
         }
         QStringList zeilen;
         for (const auto& [alt, neu] : bericht->umbenannt) {
             zeilen << t(Meldung::JetztUnterNummer).arg(alt, neu);
         }
-        for (const QString& nummer : bericht->übergangen) {
-            zeilen << nummer + u": "_s + t(Meldung::ZeileInzwischenGeändert);
+        for (const auto& [nummer, grund] : bericht->übergangen) {
+            zeilen << nummer + u": "_s + übergehungstext(t, grund);
         }
-        const QString fertig =
-            t(Meldung::ZusammenführungFertig)
-                .arg(QString::number(bericht->übernommen),
-                     QString::number(bericht->umbenannt.size()), QString::number(bericht->ersetzt));
+        const QString fertig = t(Meldung::ZusammenführungFertig)
+                                   .arg(QString::number(bericht->übernommen),
+                                        QString::number(bericht->umbenannt.size()),
+                                        QString::number(bericht->ersetzt.size()));
         if (zeilen.isEmpty()) {
             dialoge_.meldung(titel, fertig, Meldungsart::Hinweis);
         } else {
             dialoge_.bericht(titel, fertig, zeilen);
         }
-        return bericht->übernommen > 0;
+        Sammlungsänderung änderung;
+        if (!bericht->rücknahme.leer()) {
+            änderung = {{bericht->rücknahme}, bericht->ersetzt};
+        }
+        return änderung;
     } catch (const Datenbankfehler& fehler) {
         melde(titel, fehler);
-        return false;
+        return {};
     }
 }
 

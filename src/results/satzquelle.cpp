@@ -15,23 +15,23 @@ namespace tarvel {
 
 namespace {
 
-constexpr std::chrono::seconds Wartezeit(2);
-
 template <typename Arbeit>
-auto mitQuelle(const QString& pfad, Arbeit&& arbeit) {
-    return mitErgebnisdatei(pfad, Wartezeit, std::forward<Arbeit>(arbeit),
+auto mitQuelle(const QString& pfad, std::chrono::milliseconds wartezeit, Arbeit&& arbeit) {
+    return mitErgebnisdatei(pfad, wartezeit, std::forward<Arbeit>(arbeit),
                             Ergebnisdatei::Zugriff::NurLesen);
 }
 
 } // namespace
 
-Dateiquelle::Dateiquelle(const QString& pfad, const QString& DatenbankPfad)
-    : pfad_(pfad) {
+Dateiquelle::Dateiquelle(const QString& pfad, const QString& DatenbankPfad,
+                         std::chrono::milliseconds wartezeit)
+    : pfad_(pfad)
+    , wartezeit_(wartezeit) {
     std::error_code fehler;
     if (std::filesystem::equivalent(systempfad(pfad), systempfad(DatenbankPfad), fehler)) {
         throw Datenbankfehler(Datenbankgrund::QuelleDieselbe, pfad);
     }
-    mitQuelle(pfad_, [](Ergebnisdatei& datei) {
+    mitQuelle(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
         datei.prüfeAufbau();
         // A damaged file shows some of its rows only, which would look like all.
         if (datei.verbindung().execAndGet("PRAGMA quick_check(1)").getString() != "ok") {
@@ -45,7 +45,7 @@ QString Dateiquelle::name() const {
 }
 
 std::vector<qint64> Dateiquelle::stellen() const {
-    return mitQuelle(pfad_, [](Ergebnisdatei& datei) {
+    return mitQuelle(pfad_, wartezeit_, [](Ergebnisdatei& datei) {
         SQLite::Statement abfrage(datei.verbindung(), "SELECT " + datei.platz() +
                                                           " FROM Ergebnisse NOT INDEXED ORDER BY " +
                                                           datei.platz());
@@ -60,14 +60,14 @@ std::vector<qint64> Dateiquelle::stellen() const {
 void Dateiquelle::lies(std::span<const qint64> stellen,
                        const std::function<bool(const Rohsatz&)>& nimm,
                        const std::function<void(const QString&)>& übergehe) const {
-    mitQuelle(pfad_, [&](Ergebnisdatei& datei) {
+    mitQuelle(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         SQLite::Transaction lesen(datei.verbindung());
         liesRoh(datei, {"Ergebnisse", datei.platz(), {}}, stellen, nimm, übergehe);
     });
 }
 
 QHash<QString, Herkunft> Dateiquelle::herkunft() const {
-    return mitQuelle(pfad_, [](Ergebnisdatei& datei) { return liesHerkunft(datei); });
+    return mitQuelle(pfad_, wartezeit_, [](Ergebnisdatei& datei) { return liesHerkunft(datei); });
 }
 
 Satzliste::Satzliste(QString name, std::vector<Ergebnissatz> sätze)

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <span>
 #include <vector>
@@ -37,7 +38,9 @@ class Dateiquelle : public Satzquelle {
 public:
     /// Throws when @p pfad is no results file, is damaged, is locked, is @p DatenbankPfad itself,
     /// or a crash left it in the middle of a save.
-    Dateiquelle(const QString& pfad, const QString& DatenbankPfad);
+    /// @p wartezeit how long to wait for another program that writes there.
+    Dateiquelle(const QString& pfad, const QString& DatenbankPfad,
+                std::chrono::milliseconds wartezeit = std::chrono::seconds(2));
 
     [[nodiscard]] QString name() const override;
     [[nodiscard]] std::vector<qint64> stellen() const override;
@@ -47,6 +50,7 @@ public:
 
 private:
     QString pfad_;
+    std::chrono::milliseconds wartezeit_;
 };
 
 /// Rows that were made from something else than a results file. The place of a row is its position.

@@ -76,13 +76,49 @@ void Year(sqlite3_context* kontext, int, sqlite3_value** werte) {
     }
 }
 
-/// Appends @p text to @p ziel in the form in which letters compare.
-void füge(std::string& ziel, std::string_view text) {
+/// The two letters that an umlaut is written with where a keyboard has none; nullptr for others.
+const char* umschrift(char32_t gefaltetes) {
+    switch (gefaltetes) {
+    case U'ä':
+    case U'æ':
+        return "ae";
+    case U'ö':
+    case U'œ':
+        return "oe";
+    case U'ü':
+        return "ue";
+    case U'ß':
+        return "ss";
+    default:
+        return nullptr;
+    }
+}
+
+/// A text in the form in which letters compare.
+struct Suchform {
+    std::string text;
+    /// Where the second of two letters stands that are one: no word begins there.
+    std::vector<std::size_t> mitten = {};
+
+    [[nodiscard]] bool enthält(const std::string& wort) const {
+        std::size_t ort = text.find(wort);
+        while (ort != std::string::npos && std::binary_search(mitten.begin(), mitten.end(), ort)) {
+            ort = text.find(wort, ort + 1);
+        }
+        return ort != std::string::npos;
+    }
+};
+
+void füge(Suchform& form, std::string_view text) {
+    std::string& ziel = form.text;
     Zeichenfolge folge(text);
     while (!folge.amEnde()) {
         const char32_t c = gefaltet(folge.nimm());
         if (c < 0x80) {
             ziel += static_cast<char>(c);
+        } else if (const char* zwei = umschrift(c)) {
+            ziel += zwei;
+            form.mitten.push_back(ziel.size() - 1);
         } else if (c < 0x800) {
             ziel += static_cast<char>(0xC0 | (c >> 6));
             ziel += static_cast<char>(0x80 | (c & 0x3F));
@@ -97,20 +133,19 @@ void füge(std::string& ziel, std::string_view text) {
 /// What findet() looks for, folded, and the place to fold a row in.
 struct Suche {
     std::vector<std::vector<std::string>> worte;
-    std::string zeile;
+    Suchform zeile;
 };
 
 void findet(sqlite3_context* kontext, int anzahl, sqlite3_value** werte) {
     auto& suche = *static_cast<Suche*>(sqlite3_user_data(kontext));
-    std::string& zeile = suche.zeile;
-    zeile.clear();
+    Suchform& zeile = suche.zeile;
+    zeile.text.clear();
+    zeile.mitten.clear();
     for (int i = 0; i < anzahl; ++i) {
         füge(zeile, text(werte[i]));
-        zeile += '\0'; // no word goes on in the next text
+        zeile.text += '\0'; // no word goes on in the next text
     }
-    const auto kommtVor = [&zeile](const std::string& wort) {
-        return zeile.find(wort) != std::string::npos;
-    };
+    const auto kommtVor = [&zeile](const std::string& wort) { return zeile.enthält(wort); };
     const bool alle = std::all_of(suche.worte.begin(), suche.worte.end(), [&](const auto& formen) {
         return std::any_of(formen.begin(), formen.end(), kommtVor);
     });
@@ -215,7 +250,9 @@ void registriereSuche(SQLite::Database& verbindung,
     for (const auto& formen : worte) {
         auto& gefaltete = suche->worte.emplace_back();
         for (const std::string& form : formen) {
-            füge(gefaltete.emplace_back(), form);
+            Suchform wort;
+            füge(wort, form);
+            gefaltete.push_back(std::move(wort.text));
         }
     }
     const auto räumeAuf = [](void* zeiger) { delete static_cast<Suche*>(zeiger); };

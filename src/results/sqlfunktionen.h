@@ -32,7 +32,8 @@ void registriereVALundYear(SQLite::Database& verbindung);
 void registriereLIKE(SQLite::Database& verbindung);
 
 /// Gives a connection the function findet(text, …): whether each of @p worte (UTF-8), in one of its
-/// forms, occurs in one of the texts, letters of any alphabet without regard to case.
+/// forms, occurs in one of the texts, letters of any alphabet without regard to case. An umlaut and
+/// the letter with an e are one, as are ß and ss.
 void registriereSuche(SQLite::Database& verbindung,
                       const std::vector<std::vector<std::string>>& worte);
 

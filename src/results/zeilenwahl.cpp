@@ -7,6 +7,7 @@
 #include "results/satzzugriff.h"
 #include "results/sqlfunktionen.h"
 
+#include <QSet>
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/Transaction.h>
 
@@ -340,13 +341,36 @@ std::vector<Ergebnistabelle::Anzahl> Ergebnistabelle::schreibweisen(int spalte) 
 }
 
 std::optional<qint64> Ergebnistabelle::platz(const QString& nummer) const {
-    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) -> std::optional<qint64> {
-        const auto stellen = datei.finde(geschrieben(nummer));
-        const auto genau = std::find_if(stellen.begin(), stellen.end(),
-                                        [&](const auto& s) { return s.U_NR.text == nummer; });
-        return stellen.empty()          ? std::nullopt
-               : genau != stellen.end() ? std::optional(genau->id)
-                                        : std::optional(stellen.front().id);
+    const QHash<QString, qint64> gefunden = plätze({nummer});
+    return gefunden.isEmpty() ? std::nullopt : std::optional(*gefunden.cbegin());
+}
+
+QHash<QString, qint64> Ergebnistabelle::plätze(const QStringList& nummern) const {
+    constexpr qsizetype Einzeln = 20; // more are quicker found by going through all rows once
+    return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
+        SQLite::Transaction lesen(datei.verbindung());
+        QHash<QString, qint64> gefunden;
+        if (nummern.size() > Einzeln) {
+            const QSet<QString> gesucht(nummern.begin(), nummern.end());
+            SQLite::Statement zeilen(datei.verbindung(),
+                                     "SELECT " + datei.platz() + ", U_NR FROM Ergebnisse");
+            while (zeilen.executeStep()) {
+                const QString nummer = spaltentext(zeilen.getColumn(1)).text;
+                if (gesucht.contains(nummer)) {
+                    gefunden.insert(nummer, zeilen.getColumn(0).getInt64());
+                }
+            }
+            return gefunden;
+        }
+        for (const QString& nummer : nummern) {
+            const auto stellen = datei.finde(geschrieben(nummer));
+            const auto genau = std::find_if(stellen.begin(), stellen.end(),
+                                            [&](const auto& s) { return s.U_NR.text == nummer; });
+            if (!stellen.empty()) {
+                gefunden.insert(nummer, (genau != stellen.end() ? *genau : stellen.front()).id);
+            }
+        }
+        return gefunden;
     });
 }
 

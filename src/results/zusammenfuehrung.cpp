@@ -2,16 +2,15 @@
 
 #include "results/ergebnisdatei.h"
 #include "results/nummernvergabe.h"
-#include "results/papierkorb.h"
 
 #include <QCryptographicHash>
 
 #include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
 
 #include <algorithm>
 #include <array>
 #include <map>
+#include <set>
 
 namespace tarvel {
 
@@ -215,6 +214,8 @@ Zusammenführung::lade(const Gegenüber& fall) const {
 
 namespace {
 
+using Grund = Zusammenführungsbericht::Übergangen::Grund;
+
 /// Takes rows over within one transaction.
 class Übernahme {
 public:
@@ -233,52 +234,63 @@ public:
 
     void nimm(const Gegenüber& fall, Rohsatz zeile) {
         if (quellmarke(zeile) != fall.marke) {
-            bericht_.übergangen << fall.nummer;
+            übergehe(fall, Grund::Geändert);
             return;
         }
+        std::optional<qint64> eintrag;
         if (fall.entscheidung == Entscheidung::Beide || fall.nummer.isEmpty()) {
             const QString neu = vergabe_.neue(fall.nummer);
             setzeNummer(zeile, neu);
             bericht_.umbenannt.emplace_back(fall.nummer, neu);
-        } else if (!machePlatz(fall, zeile)) {
-            bericht_.übergangen << fall.nummer;
+        } else if (const auto grund = machePlatz(fall, zeile, eintrag)) {
+            übergehe(fall, *grund);
             return;
         }
         setzeWörter(zeile, sprache_);
         füge(datei_, zeile.roh);
+        if (eintrag) {
+            vermerkeNachfolger(datei_, *eintrag, zeile.satz.U_NR, satzmarke(zeile.satz));
+            bericht_.rücknahme.einträge.push_back(*eintrag);
+        } else {
+            bericht_.rücknahme.neue.push_back({zeile.satz.U_NR, satzmarke(zeile.satz), true});
+        }
         vermerkeHerkunft(datei_, zeile.satz.U_NR, {fall.nummer, fall.marke}, quelle_.name());
         ++bericht_.übernommen;
+    }
+
+    void übergehe(const Gegenüber& fall, Grund grund) {
+        bericht_.übergangen.push_back({fall.nummer, grund});
     }
 
     [[nodiscard]] const Zusammenführungsbericht& bericht() const { return bericht_; }
 
 private:
-    /// False when what stands there is not what was compared.
-    bool machePlatz(const Gegenüber& fall, Rohsatz& zeile) {
-        const std::vector<Fundstelle> dort = datei_.finde(fall.unsere.value_or(fall.nummer));
+    /// Puts our row into the bin, into @p eintrag, where there was one. Why not, when what stands
+    /// there is not what was compared.
+    std::optional<Grund> machePlatz(const Gegenüber& fall, Rohsatz& zeile,
+                                    std::optional<qint64>& eintrag) {
+        const std::vector<Fundstelle> hier = datei_.finde(fall.unsere.value_or(fall.nummer));
         if (!fall.unsere) {
-            return dort.empty();
+            return hier.empty() ? std::nullopt : std::optional(Grund::Geändert);
         }
-        if (dort.size() != 1) {
-            return false;
+        if (hier.size() != 1) {
+            return hier.empty() ? Grund::HierGelöscht : Grund::Geändert;
         }
-        const std::array ids{dort.front().id};
+        const std::array ids{hier.front().id};
         bool unverändert = false;
         liesRoh(
             datei_, {"Ergebnisse", datei_.platz(), {}}, ids,
             [&](const Rohsatz& satz) { return unverändert = quellmarke(satz) == fall.unsereMarke; },
             {});
-        if (unverändert) {
-            const qint64 eintrag = hebeAuf(datei_, ids.front(), Korbanlass::Zusammengeführt);
-            vermerkeNachfolger(datei_, eintrag, fall.nummer, fall.marke);
-            const Rohzeile fremde = fremdwerte(datei_, ids.front());
-            zeile.roh.insert(zeile.roh.end(), fremde.begin(), fremde.end());
-            entferneZeile(datei_, ids.front());
-            if (++bericht_.ersetzt % Papierkorb::Höchstens == 0) {
-                räumeKorbAuf(datei_);
-            }
+        if (!unverändert) {
+            return Grund::Geändert;
         }
-        return unverändert;
+        eintrag = hebeAuf(datei_, ids.front(), Korbanlass::Zusammengeführt);
+        const Rohzeile fremde = fremdwerte(datei_, ids.front());
+        zeile.roh.insert(zeile.roh.end(), fremde.begin(), fremde.end());
+        entferneZeile(datei_, ids.front());
+        bericht_.ersetzt << *fall.unsere;
+        return std::nullopt;
     }
 
     Ergebnisdatei& datei_;
@@ -289,6 +301,41 @@ private:
 };
 
 } // namespace
+
+/// The numbers that stand in places which were not there at comparing: a row that was stored anew
+/// has another place.
+QSet<QString> Zusammenführung::hinzugekommene() const {
+    std::set<qint64> bekannte;
+    for (const Gegenüber& fall : fälle_) {
+        bekannte.insert(fall.stelle);
+    }
+    std::vector<qint64> neue = quelle_.stellen();
+    std::erase_if(neue, [&](qint64 stelle) { return bekannte.contains(stelle); });
+    QSet<QString> nummern;
+    const auto merke = [&](const QString& nummer) {
+        nummern << Nummernvergabe::schlüssel(nummer.trimmed());
+    };
+    durchlaufe(
+        quelle_, neue,
+        [&](const Rohsatz& zeile) {
+            merke(zeile.satz.U_NR);
+            return true;
+        },
+        merke);
+    return nummern;
+}
+
+QString übergehungstext(const Texte& texte, Grund grund) {
+    switch (grund) {
+    case Grund::HierGelöscht:
+        return texte(Meldung::ZeileHierGelöscht);
+    case Grund::DortGelöscht:
+        return texte(Meldung::ZeileDortGelöscht);
+    case Grund::Geändert:
+        break;
+    }
+    return texte(Meldung::ZeileInzwischenGeändert);
+}
 
 std::optional<Zusammenführungsbericht> Zusammenführung::übernimm(Sprache sprache,
                                                                  const Weiter& weiter) const {
@@ -306,22 +353,31 @@ std::optional<Zusammenführungsbericht> Zusammenführung::übernimm(Sprache spra
     const int alle = static_cast<int>(stellen.size());
     return mitErgebnisdatei(pfad_, wartezeit_, [&](Ergebnisdatei& datei) {
         std::optional<Zusammenführungsbericht> bericht;
-        SQLite::Transaction vorgang(datei.verbindung(), SQLite::TransactionBehavior::IMMEDIATE);
+        Schreibvorgang vorgang(datei, Schreibvorgang::Indizes::Zuvor);
         Übernahme übernahme(datei, quelle_, sprache);
         übernahme.kenneNummern(fälle_);
         int schritt = 0;
         bool gestoppt = false;
+        QSet<QString> andere; // numbers whose row is another by now
         durchlaufe(
             quelle_, stellen,
             [&](const Rohsatz& zeile) {
                 gestoppt = !weiter(schritt++, alle);
                 if (!gestoppt) {
-                    übernahme.nimm(*gewünscht.at(zeile.id), zeile);
+                    const auto fall = gewünscht.extract(zeile.id);
+                    übernahme.nimm(*fall.mapped(), zeile);
                 }
                 return !gestoppt;
             },
-            [](const QString& /*zuGroß*/) {});
+            [&](const QString& zuGroß) { andere << Nummernvergabe::schlüssel(zuGroß.trimmed()); });
         if (!gestoppt) {
+            if (!gewünscht.empty()) {
+                andere += hinzugekommene();
+            }
+            for (const auto& [stelle, fall] : gewünscht) {
+                const bool nochDa = andere.contains(Nummernvergabe::schlüssel(fall->nummer));
+                übernahme.übergehe(*fall, nochDa ? Grund::Geändert : Grund::DortGelöscht);
+            }
             räumeKorbAuf(datei);
             vorgang.commit();
             bericht = übernahme.bericht();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "lang/texte.h"
+#include "results/papierkorb.h"
 #include "results/satzquelle.h"
 
 #include <QDate>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -43,11 +45,23 @@ struct Gegenüber {
 };
 
 struct Zusammenführungsbericht {
+    /// A row that was not taken over, since it is another than it was compared as.
+    struct Übergangen {
+        enum class Grund { Geändert, HierGelöscht, DortGelöscht };
+        QString nummer; ///< in the other collection
+        Grund grund = Grund::Geändert;
+
+        bool operator==(const Übergangen&) const = default;
+    };
     int übernommen = 0;
-    int ersetzt = 0;                                    ///< of those
+    QStringList ersetzt;                                ///< our numbers, of those
     std::vector<std::pair<QString, QString>> umbenannt; ///< number there and here
-    QStringList übergangen; ///< numbers of rows that have changed meanwhile, here or there
+    std::vector<Übergangen> übergangen;
+    Rücknahme rücknahme; ///< takes all of it back
 };
+/// What is said about a row that was passed over.
+[[nodiscard]] QString übergehungstext(const Texte& texte,
+                                      Zusammenführungsbericht::Übergangen::Grund grund);
 
 /// Brings the examinations of another collection into a results file. First it compares, then the
 /// decisions are made, then all that is wanted comes in at once: when it is stopped or fails the
@@ -83,6 +97,8 @@ public:
                                                                   const Weiter& weiter) const;
 
 private:
+    [[nodiscard]] QSet<QString> hinzugekommene() const;
+
     QString pfad_;
     const Satzquelle& quelle_;
     std::chrono::milliseconds wartezeit_;

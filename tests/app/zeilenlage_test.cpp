@@ -214,6 +214,51 @@ TEST_F(Speicherntest, rowRenamedOrDeletedMeanwhile_isNotStoredTwice) {
     EXPECT_TRUE(hg().isWindowModified()); // only the window has it now
 }
 
+TEST_F(Speicherntest, openExaminationWhoseRowIsReplacedByAMerge_countsAsChanged_andAsks) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    const QString unr = nummer();
+    Ergebnissatz fremd = zeile(unr).value();
+    fremd.Z_NAME = u"Anna"_s;
+    NeueDatenbank(pfad(u"Anna.tdb"_s));
+    Ergebnistabelle(pfad(u"Anna.tdb"_s)).speichere(fremd);
+    const auto imBrowser = [this](bool undo) {
+        dialoge.dateien = {pfad(u"Anna.tdb"_s)};
+        QTimer::singleShot(0, &hg(), [undo] {
+            auto& browser = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+            QTimer::singleShot(0, &browser, [] {
+                auto& vorschau = *QApplication::activeModalWidget();
+                tarvel::kind<QPushButton>(vorschau, u"bef_Nehmen"_s).click();
+                tarvel::kind<QPushButton>(vorschau, u"bef_Übernehmen"_s).click();
+            });
+            tarvel::kind<QAction>(browser, u"men_Tabelle_9"_s).trigger();
+            if (undo) {
+                tarvel::kind<QAction>(browser, u"men_Tabelle_7"_s).trigger();
+            }
+            browser.reject();
+        });
+        wähle(u"men_Datei_1"_s);
+    };
+    imBrowser(true);
+    EXPECT_FALSE(hg().isWindowModified()) << "it is as it was";
+    imBrowser(false);
+    EXPECT_EQ(zeile(unr)->Z_NAME, u"Anna"_s);
+    EXPECT_EQ(züchter().text(), u"A"_s);
+    EXPECT_TRUE(hg().isWindowModified());
+    EXPECT_TRUE(hinweis().contains(unr)) << hinweis().toStdString();
+    dialoge.fragen.clear();
+    for (const Antwort antwort : {Antwort::Nein, Antwort::Ja}) {
+        dialoge.antworten = {antwort};
+        wähle(u"men_Datei_2"_s);
+        ASSERT_EQ(dialoge.fragen.size(), 1U);
+        EXPECT_TRUE(dialoge.fragen.back().verwirft);
+        EXPECT_EQ(zeile(unr)->Z_NAME, antwort == Antwort::Ja ? u"A"_s : u"Anna"_s);
+        dialoge.fragen.clear();
+    }
+    EXPECT_FALSE(hg().isWindowModified());
+}
+
 TEST_F(Speicherntest, rowChangedWhileASessionLayCrashed_isAskedAboutBeforeItIsReplaced) {
     missFlügel();
     züchter().setText(u"A"_s);
@@ -245,6 +290,42 @@ TEST_F(Speicherntest, rowChangedWhileASessionLayCrashed_isAskedAboutBeforeItIsRe
         QFile::remove(journal);
         programm.reset();
         QFile::remove(journal);
+    }
+}
+
+TEST_F(Speicherntest, whatWasNotReadOfARowThatOthersChangedSinceACrash_isNotReplacedUnasked) {
+    missFlügel();
+    züchter().setText(u"A"_s);
+    wähle(u"men_Datei_2"_s);
+    const QString unr = nummer();
+    const QString journal = ordner.filePath(u"Sitzung.journal"_s);
+    const auto schreibeMarken = [&](const QString& marken) {
+        Ergebnissatz satz = zeile(unr).value();
+        satz.MERKMAL = marken;
+        Ergebnistabelle(pfad()).speichere(satz);
+    };
+    schreibeMarken(u"Xerste Fassung"_s);
+    ASSERT_TRUE(starte());
+    züchter().setText(u"B"_s);
+    QTest::keyClick(&züchter(), Qt::Key_Return);
+    ASSERT_TRUE(QFile::copy(journal, journal + u'2'));
+    programm.reset();
+    QFile::remove(journal);
+    ASSERT_TRUE(QFile::rename(journal + u'2', journal));
+    schreibeMarken(u"Xandere Fassung"_s);
+    dialoge.antworten = {Antwort::Ja}; // go on
+    ASSERT_TRUE(starte());
+    // What stood there when it was opened is not known any more, so nothing can be put back.
+    for (const std::deque<Antwort>& antworten :
+         {std::deque{Antwort::Nein}, std::deque{Antwort::Ja, Antwort::Nein}}) {
+        dialoge.fragen.clear();
+        dialoge.antworten = antworten;
+        wähle(u"men_Datei_2"_s);
+        ASSERT_EQ(dialoge.fragen.size(), antworten.size());
+        EXPECT_TRUE(dialoge.fragen.front().text.contains(u"Körpermerkmale"_s))
+            << dialoge.fragen.front().text.toStdString();
+        EXPECT_EQ(zeile(unr)->MERKMAL, u"Xandere Fassung"_s);
+        EXPECT_EQ(zeile(unr)->Z_NAME, u"A"_s);
     }
 }
 

@@ -285,6 +285,26 @@ TEST_F(Ausfuhr, failure_leavesTheOutputAsItWas) {
     EXPECT_EQ(dateien(), QStringList({u"a.tdb"_s, u"alt.csv"_s, u"kaputt.tdb"_s}));
 }
 
+TEST_F(Ausfuhr, resultsFileOfAnyName_isNeverOverwritten) {
+    speichere(u"U1"_s, {});
+    ASSERT_TRUE(QFile::copy(pfad(u"a.tdb"_s), pfad(u"b.sqlite"_s)));
+    ASSERT_TRUE(QFile::copy(pfad(u"a.tdb"_s), pfad(u"b.csv"_s)));
+    const QByteArray vorher = lies(u"b.csv"_s);
+    for (const QString& aufruf :
+         {u"export a.tdb --tables b.sqlite"_s, u"export a.tdb --out b.csv"_s,
+          u"report a.tdb --all --pdf b.sqlite"_s, u"overview a.tdb --out b.csv"_s}) {
+        const Lauf lauf = rufe(aufruf);
+        EXPECT_EQ(lauf.status, 1) << aufruf.toStdString();
+        EXPECT_THAT(lauf.fehler, HasSubstr("a results file"));
+    }
+    EXPECT_EQ(lies(u"b.csv"_s), vorher);
+    EXPECT_EQ(lies(u"b.sqlite"_s), vorher);
+    // Other files are replaced, also the tables of another time.
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(rufe(u"export a.tdb --tables t.sqlite"_s).status, 0);
+    }
+}
+
 TEST_F(Ausfuhr, outputThatIsNoFile_isWrittenInto) {
     speichere(u"U1"_s, {});
     const std::string csv = rufe(u"export a.tdb"_s).ausgabe;

@@ -61,6 +61,30 @@ TEST_F(Zusammenführen, listsAndDoesWhatTheOptionSays_andAgainNothing) {
     EXPECT_EQ(züchter(u"001AB2025"_s), "noch anders");
 }
 
+TEST_F(Zusammenführen, whatItChanged_isBackedUpOnceADay_unlessTheSettingsSayOtherwise) {
+    const auto sicherungen = [this] {
+        return QDir(pfad(u"Tarvel Backup"_s)).entryList(QDir::Files).size();
+    };
+    schreibe(u"Index.ini"_s, "[Speichern]\r\nTagessicherung=0\r\n");
+    EXPECT_EQ(rufe(u"merge --dry-run --keep-mine a.tdb b.tdb"_s).status, 0);
+    EXPECT_EQ(rufe(u"merge --keep-mine --ini Index.ini a.tdb b.tdb"_s).status, 0);
+    EXPECT_EQ(rufe(u"merge --keep-mine --ini fehlt.ini a.tdb b.tdb"_s).status, 1);
+    EXPECT_EQ(rufe(u"merge --keep-mine a.tdb b.tdb"_s).status, 0);
+    EXPECT_EQ(sicherungen(), 0) << "nothing came in";
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(rufe(u"merge --keep-both a.tdb b.tdb"_s).status, 0);
+        EXPECT_EQ(sicherungen(), 1);
+    }
+    // What cannot be backed up is told; the merge is done all the same.
+    ASSERT_TRUE(QDir(pfad(u"Tarvel Backup"_s)).removeRecursively());
+    schreibe(u"Tarvel Backup"_s, "no folder");
+    speichere(u"b.tdb"_s, u"009AB2025"_s, u"noch einer"_s);
+    const Lauf lauf = rufe(u"merge --keep-both a.tdb b.tdb"_s);
+    EXPECT_EQ(lauf.status, 0);
+    EXPECT_THAT(lauf.fehler, HasSubstr("daily backup"));
+    EXPECT_EQ(züchter(u"009AB2025"_s), "noch einer");
+}
+
 TEST_F(Zusammenführen, oneFileThatIsRefused_doesNotStopTheOthers) {
     schreibe(u"kaputt.tdb"_s, "no results file");
     const Lauf lauf = rufe(u"merge --keep-mine a.tdb kaputt.tdb fehlt.tdb a.tdb b.tdb"_s);

@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QPushButton>
+#include <QTimer>
 #include <gmock/gmock.h>
 
 namespace tarvel {
@@ -95,6 +96,39 @@ TEST_F(DBTest, WidthsColumnsAndPlaceComeBackAndTheGridFillsTheWindow) {
     EXPECT_GT(grid().columnWidth(besitzer), 111);
 }
 
+TEST_F(DBFiltertest, LookingChangesNoByte_alsoOfAFileWithoutIndexes) {
+    db.reset();
+    for (const QString& spalte :
+         {u"DATUM"_s, u"U_NR"_s, u"ZB_NR"_s, u"Z_NAME"_s, u"B_NAME"_s, u"Klein"_s}) {
+        fremd(u"DROP INDEX Ergebnisse_"_s + spalte);
+    }
+    const QByteArray vorher = bytes(pfad_);
+    lädt = false;
+    öffne();
+    dialoge.dateien = {pfad_};
+    wähle(u"men_Tabelle_0"_s); // opened once more
+    ASSERT_THAT(gewählt, SizeIs(1));
+    for (int i = 0; i < AnzahlZusatzspalten; ++i) {
+        wähle(u"men_Spalten_%1"_s.arg(i));
+    }
+    kind<QLineEdit>(u"txt_Suche"_s).setText(u"workers"_s);
+    EXPECT_EQ(gezeigt(), u"006 004"_s);
+    wähle(u"men_Sort_3"_s);
+    doppelklick(0);
+    taste(Qt::Key_F5);
+    db->close();
+    EXPECT_EQ(bytes(pfad_), vorher);
+}
+
+TEST_F(DBFiltertest, TheRowThatIsOpenInTheMainWindowIsSelected) {
+    fremd(u"UPDATE Ergebnisse SET DATUM = '2025-01-10'"_s);
+    for (const auto& [nummer, zeile] : {std::pair(u"003"_s, u"003"_s), {u"fehlt"_s, u"006"_s}}) {
+        offene = nummer;
+        öffne();
+        EXPECT_EQ(zelle(grid().currentIndex().row(), 0), zeile);
+    }
+}
+
 TEST_F(DBFiltertest, WhatAnotherProgramWritesIsShownWithoutLosingAnything) {
     gehe(3, 2); // 003
     fremd(u"INSERT INTO Ergebnisse(U_NR,DATUM,Z_NAME) VALUES('000','2024-01-01','neu')"_s);
@@ -125,6 +159,16 @@ TEST_F(DBFiltertest, WhatAnotherProgramWritesIsShownWithoutLosingAnything) {
 TEST_F(DBFiltertest, ARowThatOthersChangedIsReplacedOnlyOnYes) {
     const QString lies = u"SELECT Z_NAME, B_NAME FROM Ergebnisse WHERE U_NR='006'"_s;
     fremd(u"UPDATE Ergebnisse SET B_NAME='fremd' WHERE U_NR='006'"_s);
+    dialoge.beiFrage = [this] { // a box before the window takes the focus along
+        QDialog frage(db.get());
+        QTimer::singleShot(0, &frage, &QDialog::reject);
+        frage.exec();
+    };
+    const auto werdeWiederAktiv = [this] {
+        db->activateWindow();
+        QApplication::setActiveWindow(db.get());
+        QApplication::processEvents();
+    };
     tippe(0, 2, u"meins"_s);
     QApplication::processEvents();
     ASSERT_THAT(dialoge.fragen, SizeIs(1));
@@ -132,12 +176,15 @@ TEST_F(DBFiltertest, ARowThatOthersChangedIsReplacedOnlyOnYes) {
     EXPECT_TRUE(dialoge.fragen.front().verwirft);
     EXPECT_EQ(fremd(lies), u"f|fremd"_s);
     EXPECT_EQ(zelle(0, 3), u"fremd"_s);
-    EXPECT_TRUE(grid().hasFocus());
+    EXPECT_EQ(db->focusWidget(), &grid());
+    werdeWiederAktiv();
     fremd(u"UPDATE Ergebnisse SET B_NAME='wieder' WHERE U_NR='006'"_s);
     dialoge.antworten = {Antwort::Ja};
     tippe(0, 2, u"meins"_s);
     QApplication::processEvents();
     EXPECT_EQ(fremd(lies), u"meins|wieder"_s) << "only the cell is written";
+    EXPECT_EQ(db->focusWidget(), &grid());
+    werdeWiederAktiv();
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
 }
 

@@ -161,6 +161,24 @@ TEST_F(Neubeurteilungstest, OfOneChosenRowOnlyThatOneIsJudged) {
     EXPECT_EQ(zelle(grid().currentIndex().row(), 0), u"001"_s) << "stored anew, still selected";
 }
 
+TEST_F(Neubeurteilungstest, RowsStayChosen_howeverMany) {
+    constexpr int Viele = 203; // beyond those whose numbers are kept with every selection
+    for (int i = 1; i <= Viele; ++i) {
+        lege(QString::number(i), 3, true, {});
+    }
+    öffne();
+    grid().selectAll();
+    gehe(2, 0);
+    for (int i = 1; i < Viele - 1; ++i) {
+        QTest::keyClick(&grid(), Qt::Key_Down, Qt::ShiftModifier);
+    }
+    ASSERT_EQ(grid().selectionModel()->selectedRows().size(), Viele - 2);
+    dialoge.antworten = {Antwort::Ja};
+    beurteile();
+    EXPECT_EQ(gezeigteWorte().count(u"Nein"_s), Viele - 2);
+    EXPECT_EQ(grid().selectionModel()->selectedRows().size(), Viele - 2);
+}
+
 TEST_F(Neubeurteilungstest, EscapeAndChangesMeanwhile_leaveRowsAsTheyAre) {
     for (int i = 1; i <= 30; ++i) {
         lege(QString::number(i), 3, true, {});

@@ -2,6 +2,8 @@
 #include "results/papierkorb.h"
 #include "results/tagessicherung.h"
 
+#include <QCheckBox>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
@@ -73,6 +75,7 @@ TEST_F(DBSammlungstest, undo_takesEditsAndDeletionsBack_oneByOne) {
     taste(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(gezeigt(), u"001 002"_s);
     EXPECT_EQ(zelle(0, 2), u"Müller"_s);
+    EXPECT_EQ(grid().currentIndex().row(), 1) << "what came back is selected";
     taste(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(zelle(0, 2), u"Anna Weiß"_s);
     EXPECT_FALSE(aktion(Rückgängig).isEnabled());
@@ -136,6 +139,10 @@ TEST_F(DBSammlungstest, merge_showsBothSides_andDoesWhatWasDecided) {
         Ergebnistabelle(andere_).speichere(satz);
     }
     Ergebnistabelle(andere_).speichere(vollerSatz(u"004"_s));
+    Ergebnistabelle(andere_).speichere(vollerSatz(u"005"_s));
+    speichere(vollerSatz(u"005"_s));
+    const QString inhalt = u"SELECT U_NR, Z_NAME FROM Ergebnisse ORDER BY U_NR"_s;
+    const QString vorher = fremd(inhalt);
     öffne();
     const auto entscheide = [&](QDialog& fenster, int zeile, const QString& knopf) {
         gitter(fenster, u"Vorschaugitter"_s).selectRow(zeile);
@@ -143,8 +150,10 @@ TEST_F(DBSammlungstest, merge_showsBothSides_andDoesWhatWasDecided) {
     };
     dialoge.dateien = {andere_, andere_, pfad_};
     imFenster([&](QDialog& fenster) {
-        EXPECT_EQ(tarvel::kind<QLabel>(fenster, u"lab_Summe"_s).text(),
-                  u"1 neu, 3 verschieden, 0 gleich"_s);
+        const auto vorhaben = [&] {
+            return tarvel::kind<QLabel>(fenster, u"lab_Vorhaben"_s).text();
+        };
+        EXPECT_EQ(vorhaben(), u"Zu übernehmen: 1, davon anstelle einer eigenen: 0"_s);
         const auto& liste = gitter(fenster, u"Vorschaugitter"_s);
         EXPECT_EQ(vergleich(fenster, u"Gegenüber"_s), u"Züchter|Anna Weiß|Anna"_s);
         EXPECT_THAT(zeile(liste, 0).toStdString(), HasSubstr("|verschieden|meine behalten"));
@@ -152,21 +161,72 @@ TEST_F(DBSammlungstest, merge_showsBothSides_andDoesWhatWasDecided) {
         entscheide(fenster, 1, u"bef_Nehmen"_s);
         entscheide(fenster, 2, u"bef_Beide"_s);
         EXPECT_THAT(zeile(liste, 1).toStdString(), HasSubstr("die andere nehmen"));
+        EXPECT_EQ(vorhaben(), u"Zu übernehmen: 3, davon anstelle einer eigenen: 1"_s);
+        // What is not seen comes in all the same, and what is seen can be narrowed and sorted.
+        const auto nummern = [&] {
+            QStringList alle;
+            for (int i = 0; i < liste.model()->rowCount(); ++i) {
+                alle << zeile(liste, i).left(3);
+            }
+            return alle.join(u' ');
+        };
+        const auto kreuze = [&](int stand) -> QCheckBox& {
+            return tarvel::kind<QCheckBox>(fenster, u"chk_Stand_%1"_s.arg(stand));
+        };
+        EXPECT_EQ(kreuze(0).text() + kreuze(1).text() + kreuze(2).text(),
+                  u"neu (1)gleich (1)verschieden (3)"_s);
+        EXPECT_EQ(nummern(), u"001 002 003 004"_s);
+        kreuze(2).click();
+        EXPECT_EQ(nummern(), u"004"_s);
+        kreuze(1).click();
+        EXPECT_EQ(nummern(), u"004 005"_s);
+        kreuze(2).click();
+        EXPECT_EQ(vorhaben(), u"Zu übernehmen: 3, davon anstelle einer eigenen: 1"_s);
+        const auto klickeKopf = [&](int spalte) {
+            const QHeaderView& kopf = *liste.horizontalHeader();
+            QTest::mouseClick(kopf.viewport(), Qt::LeftButton, {},
+                              QPoint(kopf.sectionViewportPosition(spalte) + 5, 5));
+        };
+        klickeKopf(3);
+        EXPECT_EQ(nummern(), u"004 005 001 002 003"_s);
+        klickeKopf(0);
+        klickeKopf(0);
+        EXPECT_EQ(nummern(), u"005 004 003 002 001"_s);
+        klickeKopf(1);
+        EXPECT_EQ(nummern(), u"003 002 001 005 004"_s); // equal ones stay in their order
+        gitter(fenster, u"Vorschaugitter"_s).selectRow(3);
+        EXPECT_FALSE(tarvel::kind<QPushButton>(fenster, u"bef_Nehmen"_s).isEnabled())
+            << "there is nothing to decide about the same";
+        gitter(fenster, u"Vorschaugitter"_s).selectAll();
+        klicke(fenster, u"bef_Lassen"_s);
+        EXPECT_EQ(vorhaben(), u"Zu übernehmen: 0, davon anstelle einer eigenen: 0"_s);
     });
     wähle(Zusammenführen); // closed without applying
-    EXPECT_EQ(gezeigt(), u"001 002 003"_s);
+    EXPECT_EQ(fremd(inhalt), vorher);
     imFenster([&](QDialog& fenster) {
         entscheide(fenster, 1, u"bef_Nehmen"_s);
         entscheide(fenster, 2, u"bef_Beide"_s);
         klicke(fenster, u"bef_Übernehmen"_s);
     });
     wähle(Zusammenführen);
-    EXPECT_EQ(fremd(u"SELECT U_NR, Z_NAME FROM Ergebnisse ORDER BY U_NR"_s),
-              u"001|Anna Weiß;002|Anna;003|Anna Weiß;004|Anna Weiß;005|Anna"_s);
+    EXPECT_EQ(fremd(inhalt),
+              u"001|Anna Weiß;002|Anna;003|Anna Weiß;004|Anna Weiß;005|Anna Weiß;006|Anna"_s);
+    EXPECT_EQ(db->ersetzte(), QStringList(u"002"_s));
     EXPECT_THAT(dialoge.meldungen.last().toStdString(),
                 HasSubstr("Übernommen: 3, davon unter neuer Nummer: 1. Ersetzt: 1."));
     wähle(Zusammenführen);
     EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("selbst"));
+    // While another program keeps the file, nothing is taken back, and it can be tried again.
+    sqlite3* fremde = nullptr;
+    sqlite3_open(pfad_.toUtf8().constData(), &fremde);
+    sqlite3_exec(fremde, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    wähle(Rückgängig);
+    sqlite3_close(fremde);
+    EXPECT_THAT(dialoge.meldungen.last().toStdString(), HasSubstr("wird gerade"));
+    wähle(Rückgängig);
+    EXPECT_EQ(fremd(inhalt), vorher);
+    EXPECT_EQ(zelle(grid().currentIndex().row(), 0), u"002"_s);
+    EXPECT_FALSE(aktion(Rückgängig).isEnabled());
 }
 
 TEST_F(DBSammlungstest, rowsComeBackFromABackup) {
@@ -271,6 +331,7 @@ TEST_F(DBSammlungstest, dateInTheFuture_isAskedAbout) {
         dialoge.antworten = {antwort};
         tippe(0, 8, u"01.03.2027"_s);
         EXPECT_THAT(dialoge.fragen.back().text.toStdString(), HasSubstr("in der Zukunft"));
+        EXPECT_TRUE(dialoge.fragen.back().verwirft) << "Enter means No";
         datum = antwort == Antwort::Ja ? u"2027-03-01"_s : datum;
         EXPECT_EQ(fremd(u"SELECT DATUM FROM Ergebnisse"_s), datum);
     }

@@ -31,7 +31,8 @@ struct DBTest : Browserprobe {
     std::function<Neubeurteilungsregeln()> neubeurteilung;
     std::function<std::unique_ptr<Protokollserie>()> protokolle;
     std::function<bool()> zuchtübersicht;
-    QDate heute; ///< later dates are asked about; of no day unless a test wants it
+    QString offene; ///< open in the main window
+    QDate heute;    ///< later dates are asked about; of no day unless a test wants it
     std::unique_ptr<Einstellungen> einstellungen; ///< none unless a test wants them kept
     std::unique_ptr<DB> db;
 
@@ -59,6 +60,7 @@ struct DBTest : Browserprobe {
                     geladen << nummer;
                     return lädt;
                 },
+            .offene = [this] { return offene; },
             .neubeurteilung = neubeurteilung,
             .protokolle = protokolle,
             .heute = heute,

@@ -59,6 +59,29 @@ TEST(SqlFunktionen, numbersAndYears_areReadFromTheFront) {
     }
 }
 
+TEST(SqlFunktionen, wordsAreFound_howeverTheirUmlautsAreWritten) {
+    struct Fall {
+        const char *text, *wort;
+        bool findet;
+    };
+    for (const Fall& fall : {Fall{"Anna Müller", "mueller", true},
+                             {"Anna MUELLER", "müller", true},
+                             {"Müller", "mu", true}, // on the way to it
+                             {"Weiß-Ökonom", "weiss-oekonom", true},
+                             {"Groß-Strasse", "gross-straße", true}, // each for itself
+                             {"Sœur Elsa", "soeur", true},
+                             {"für", "er", false}, // no e stands there
+                             {"Muller", "müller", false},
+                             {"Müller", "muller", false}}) {
+        SQLite::Database verbindung(":memory:");
+        registriereSuche(verbindung, {{fall.wort}});
+        SQLite::Statement abfrage(verbindung, "SELECT findet(?, '')");
+        abfrage.bind(1, fall.text);
+        ASSERT_TRUE(abfrage.executeStep());
+        EXPECT_EQ(abfrage.getColumn(0).getInt() != 0, fall.findet) << fall.text << fall.wort;
+    }
+}
+
 TEST(SqlFunktionen, nothing_staysNothing) {
     SQLite::Database verbindung(":memory:");
     registriereVALundYear(verbindung);

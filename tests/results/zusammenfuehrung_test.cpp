@@ -81,7 +81,8 @@ TEST_F(Zusammenführungstest, eachDecision_isDone_andDoingItTwiceChangesNothing)
         EXPECT_EQ(ergebnis.gleich, 1);
         EXPECT_EQ(ergebnis.verschieden, 1);
         EXPECT_EQ(inhalt().replace(u"ab"_s, u"AB"_s), fall.danach);
-        EXPECT_EQ(ergebnis.bericht->ersetzt, fall.entscheidung == Entscheidung::Nehmen ? 1 : 0);
+        EXPECT_EQ(ergebnis.bericht->ersetzt.size(),
+                  fall.entscheidung == Entscheidung::Nehmen ? 1 : 0);
         if (fall.entscheidung == Entscheidung::Beide) {
             EXPECT_THAT(ergebnis.bericht->umbenannt,
                         ElementsAre(Pair(u"002ab2025"_s, u"004ab2025"_s)));
@@ -146,13 +147,20 @@ TEST_F(Zusammenführungstest, rowsOfOtherPrograms_comeInAsTheyStand_noneIsLost) 
     EXPECT_EQ(führeZusammen(Entscheidung::Beide).bericht->übernommen, 0);
     // A date that nobody understands is content all the same.
     fremdDort(u"UPDATE Ergebnisse SET DATUM = '04/12/15' WHERE Z_NAME = 'a'"_s);
-    EXPECT_EQ(führeZusammen(Entscheidung::Nehmen).bericht->ersetzt, 1);
-    EXPECT_EQ(fremd(u"SELECT Z_NAME, Meins FROM Ergebnisse WHERE U_NR = '7'"_s), u"a|bleibt"_s);
+    const auto bericht = führeZusammen(Entscheidung::Nehmen).bericht;
+    EXPECT_THAT(bericht->ersetzt, ElementsAre(u"7"_s));
+    const QString wer = u"SELECT Z_NAME, Meins FROM Ergebnisse WHERE U_NR = '7'"_s;
+    EXPECT_EQ(fremd(wer), u"a|bleibt"_s);
+    Papierkorb(pfad_).nimmZurück(bericht->rücknahme, Sprache::Deutsch);
+    EXPECT_EQ(fremd(wer), u"meiner|bleibt"_s) << "also what nobody can read is told again";
 }
 
 TEST_F(Zusammenführungstest, whatChangedSinceItWasCompared_isPassedOver) {
-    speichere(gemessen(u"1"_s, u"meiner"_s));
-    for (const QString& nummer : {u"1"_s, u"2"_s, u"3"_s}) {
+    using Grund = Zusammenführungsbericht::Übergangen::Grund;
+    for (const QString& nummer : {u"1"_s, u"5"_s}) {
+        speichere(gemessen(nummer, u"meiner"_s));
+    }
+    for (const QString& nummer : {u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s}) {
         dort(gemessen(nummer, u"anderer"_s));
     }
     const Dateiquelle quelle(andere_, pfad_);
@@ -163,10 +171,83 @@ TEST_F(Zusammenführungstest, whatChangedSinceItWasCompared_isPassedOver) {
     speichere(gemessen(u"1"_s, u"inzwischen"_s));
     speichere(gemessen(u"2"_s, u"inzwischen"_s));
     dort(gemessen(u"3"_s, u"inzwischen"_s));
+    fremdDort(u"DELETE FROM Ergebnisse WHERE U_NR = '4'"_s);
+    fremd(u"DELETE FROM Ergebnisse WHERE U_NR = '5'"_s);
     const auto bericht = z.übernimm(Sprache::Deutsch, weiter);
     EXPECT_EQ(bericht->übernommen, 0);
-    EXPECT_THAT(bericht->übergangen, ElementsAre(u"1"_s, u"2"_s, u"3"_s));
+    EXPECT_TRUE(bericht->rücknahme.leer());
+    using Übergangen = Zusammenführungsbericht::Übergangen;
+    EXPECT_THAT(bericht->übergangen,
+                testing::UnorderedElementsAre(
+                    Übergangen{u"1"_s, Grund::Geändert}, Übergangen{u"2"_s, Grund::Geändert},
+                    Übergangen{u"3"_s, Grund::Geändert}, Übergangen{u"4"_s, Grund::DortGelöscht},
+                    Übergangen{u"5"_s, Grund::HierGelöscht}));
     EXPECT_EQ(inhalt(), u"1|inzwischen;2|inzwischen"_s);
+}
+
+TEST_F(Zusammenführungstest, whatCameIn_isTakenBackWhole_unlessSomebodyChangedIt) {
+    // More are replaced than the bin keeps for long.
+    constexpr int Viele = Papierkorb::Höchstens + 20;
+    const QString füllen = u"WITH RECURSIVE z(i) AS (SELECT 1 UNION SELECT i + 1 FROM z WHERE i < "
+                           u"%1) INSERT INTO Ergebnisse(U_NR, Z_NAME) SELECT i, '%2' FROM z"_s;
+    fremd(füllen.arg(QString::number(Viele), u"meiner"_s));
+    fremdDort(füllen.arg(QString::number(Viele + 3), u"anderer"_s));
+    const QString vorher = inhalt();
+    for (const Entscheidung entscheidung : {Entscheidung::Nehmen, Entscheidung::Beide}) {
+        const Ergebnis ergebnis = führeZusammen(entscheidung);
+        EXPECT_EQ(ergebnis.bericht->übernommen, Viele + 3);
+        const Rücknahme& rücknahme = ergebnis.bericht->rücknahme;
+        const Papierkorb korb(pfad_);
+        const QString nachher = inhalt();
+        fremd(u"UPDATE Ergebnisse SET VOLK = 'von anderen' WHERE U_NR = '7'"_s);
+        fremd(u"UPDATE Ergebnisse SET VOLK = 'von anderen' WHERE U_NR = '%1'"_s.arg(Viele + 1));
+        EXPECT_EQ(grundVon([&] { korb.nimmZurück(rücknahme, Sprache::Deutsch); }),
+                  Datenbankgrund::SeitherGeändert);
+        EXPECT_EQ(inhalt(), nachher);
+        fremd(u"UPDATE Ergebnisse SET VOLK = NULL"_s);
+        EXPECT_EQ(korb.nimmZurück(rücknahme, Sprache::Deutsch).size(),
+                  static_cast<std::size_t>(ergebnis.bericht->ersetzt.size()));
+        EXPECT_EQ(inhalt(), vorher);
+        EXPECT_EQ(führeZusammen(Entscheidung::Lassen).neu, 3) << "it can be done again";
+        fremd(u"DELETE FROM Ergebnisse WHERE CAST(U_NR AS INTEGER) > %1"_s.arg(Viele));
+    }
+}
+
+TEST_F(Zusammenführungstest, aFileThatAnotherProgramKeeps_isNamed_andNothingIsAltered) {
+    speichere(gemessen(u"1"_s, u"meiner"_s));
+    dort(gemessen(u"1"_s, u"anderer"_s));
+    dort(gemessen(u"2"_s, u"neuer"_s));
+    const QByteArray meine = bytes(pfad_);
+    const QByteArray andere = bytes(andere_);
+    constexpr std::chrono::milliseconds Kurz(20);
+    for (const QString& gesperrt : {pfad_, andere_}) {
+        for (const bool beimVergleichen : {true, false}) {
+            sqlite3* fremde = nullptr;
+            sqlite3_open(gesperrt.toUtf8().constData(), &fremde);
+            const auto sperre = [&] {
+                return sqlite3_exec(fremde, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
+            };
+            const auto fehler = fehlerVon([&] {
+                if (beimVergleichen) {
+                    ASSERT_EQ(sperre(), SQLITE_OK);
+                }
+                const Dateiquelle quelle(andere_, pfad_, Kurz);
+                Zusammenführung z(pfad_, quelle, Kurz);
+                ASSERT_TRUE(z.vergleiche(weiter));
+                ASSERT_EQ(sperre(), SQLITE_OK);
+                z.entscheide(Zeilenstand::Neu, Entscheidung::Nehmen);
+                z.entscheide(Zeilenstand::Verschieden, Entscheidung::Nehmen);
+                (void)z.übernimm(Sprache::Deutsch, weiter);
+            });
+            sqlite3_close(fremde);
+            ASSERT_TRUE(fehler);
+            EXPECT_EQ(fehler->grund(), Datenbankgrund::Gesperrt);
+            EXPECT_EQ(fehler->datei(), gesperrt);
+            EXPECT_EQ(bytes(pfad_), meine);
+            EXPECT_EQ(bytes(andere_), andere);
+        }
+    }
+    EXPECT_EQ(führeZusammen(Entscheidung::Nehmen).bericht->übernommen, 2);
 }
 
 TEST_F(Zusammenführungstest, stopped_itLeavesTheFileAsItWas) {
