@@ -17,10 +17,15 @@ constexpr int CH = Flügelausschnitt::Höhe;
 class Biegung {
 public:
     Biegung(Zufall& zufall, double stärke, double weite)
-        : weite_(weite), breite_(int(CB * 2 / weite) + 6), höhe_(int(CH * 2 / weite) + 6),
-          x_(breite_, höhe_), y_(breite_, höhe_) {
-        for (float& w : x_.werte) w = float(zufall.normal(0, stärke));
-        for (float& w : y_.werte) w = float(zufall.normal(0, stärke));
+        : weite_(weite)
+        , breite_(int(CB * 2 / weite) + 6)
+        , höhe_(int(CH * 2 / weite) + 6)
+        , x_(breite_, höhe_)
+        , y_(breite_, höhe_) {
+        for (float& w : x_.werte)
+            w = float(zufall.normal(0, stärke));
+        for (float& w : y_.werte)
+            w = float(zufall.normal(0, stärke));
     }
     [[nodiscard]] QPointF bei(QPointF p) const {
         const double u = (p.x() - Flügelausschnitt::Links) / weite_ + 2;
@@ -41,14 +46,17 @@ struct Beule {
 
 void fotografiere(Feld& d, Zufall& z) {
     const auto gamma = float(std::exp(z.normal(0, 0.35)));
-    for (float& w : d.werte) w = std::pow(w, gamma);
+    for (float& w : d.werte)
+        w = std::pow(w, gamma);
     if (z.mit(0.5)) {
         const Feld licht = wolken(z, 6, 4, 0.5, 1.3, CB, CH);
-        for (std::size_t i = 0; i < d.werte.size(); ++i) d.werte[i] *= licht.werte[i];
+        for (std::size_t i = 0; i < d.werte.size(); ++i)
+            d.werte[i] *= licht.werte[i];
     }
     if (z.mit(0.5)) {
         const Feld schleier = wolken(z, 7, 5, 0, 0.25, CB, CH);
-        for (std::size_t i = 0; i < d.werte.size(); ++i) d.werte[i] += schleier.werte[i];
+        for (std::size_t i = 0; i < d.werte.size(); ++i)
+            d.werte[i] += schleier.werte[i];
     }
     for (int i = z.poisson(3); i > 0; --i)
         maleScheibe(d, {z.gleich(0, CB), z.gleich(0, CH)}, z.gleich(1, 4), float(z.gleich(0, 0.9)));
@@ -62,17 +70,21 @@ void fotografiere(Feld& d, Zufall& z) {
         const int r = std::min(CB, x + 5 + z.ganz(20));
         const int u = std::min(CH, y + 5 + z.ganz(20));
         for (int v = y; v < u; ++v)
-            for (int s = x; s < r; ++s) d.bei(s, v) = w;
+            for (int s = x; s < r; ++s)
+                d.bei(s, v) = w;
     }
     if (z.mit(0.3)) {
         Feld korn(CB, CH);
-        for (float& w : korn.werte) w = float(z.normal());
+        for (float& w : korn.werte)
+            w = float(z.normal());
         korn = unscharf(korn, z.gleich(0.6, 1.5));
         double quadrate = 0;
-        for (float w : korn.werte) quadrate += double(w) * w;
+        for (float w : korn.werte)
+            quadrate += double(w) * w;
         const auto faktor =
             float(z.gleich(0, 0.06) / std::sqrt(quadrate / double(korn.werte.size()) + 1e-9));
-        for (std::size_t i = 0; i < d.werte.size(); ++i) d.werte[i] += std::abs(korn.werte[i]) * faktor;
+        for (std::size_t i = 0; i < d.werte.size(); ++i)
+            d.werte[i] += std::abs(korn.werte[i]) * faktor;
     }
     const double r = z.gleich();
     if (r < 0.6)
@@ -81,10 +93,13 @@ void fotografiere(Feld& d, Zufall& z) {
         d = gestreckt(verkleinert(d, 1 / z.gleich(0.35, 0.9)), CB, CH);
     const auto tiefe = float(z.gleich(0.5, 1.1));
     const double rauschen = z.gleich(0, 0.03);
-    for (float& w : d.werte) w = w * tiefe + float(z.normal(0, rauschen));
+    for (float& w : d.werte)
+        w = w * tiefe + float(z.normal(0, rauschen));
 }
 
-double kreuz(QPointF a, QPointF b) { return a.x() * b.y() - a.y() * b.x(); }
+double kreuz(QPointF a, QPointF b) {
+    return a.x() * b.y() - a.y() * b.x();
+}
 
 /// Distance of two convex outlines; below 0 they overlap.
 double abstand(const std::vector<QPointF>& a, const std::vector<QPointF>& b) {
@@ -96,7 +111,8 @@ double abstand(const std::vector<QPointF>& a, const std::vector<QPointF>& b) {
             QPointF kante = (*eins)[(i + 1) % eins->size()] - p;
             kante /= std::hypot(kante.x(), kante.y());
             double mitte = 0;
-            for (const QPointF& q : *eins) mitte += kreuz(kante, q - p);
+            for (const QPointF& q : *eins)
+                mitte += kreuz(kante, q - p);
             const double sinn = mitte < 0 ? 1 : -1;
             double kleinster = 1e9;
             for (const QPointF& q : andere)
@@ -108,7 +124,8 @@ double abstand(const std::vector<QPointF>& a, const std::vector<QPointF>& b) {
 }
 
 void durchJpeg(QImage& bild, int güte) {
-    if (güte <= 0) return;
+    if (güte <= 0)
+        return;
     QBuffer puffer;
     puffer.open(QIODevice::WriteOnly);
     bild.save(&puffer, "JPEG", güte);
@@ -116,8 +133,8 @@ void durchJpeg(QImage& bild, int güte) {
 }
 
 /// The outline of a wing in the frame.
-const std::vector<QPointF> Umriss{{15, 150},  {60, 80},   {200, 15},  {420, 20}, {890, 60},
-                                  {890, 95},  {480, 215}, {300, 305}, {180, 280}};
+const std::vector<QPointF> Umriss{{15, 150}, {60, 80},   {200, 15},  {420, 20}, {890, 60},
+                                  {890, 95}, {480, 215}, {300, 305}, {180, 280}};
 
 /// Lays what the field @p was shows through @p lage (from its pixels to those of the sheet).
 void durchscheine(Feld& blatt, const Feld& was, const Affin& lage) {
@@ -140,7 +157,8 @@ void durchscheine(Feld& blatt, const Feld& was, const Affin& lage) {
     for (int y = std::max(0, int(o)); y <= std::min(blatt.höhe - 1, int(u)); ++y)
         for (int x = std::max(0, int(l)); x <= std::min(blatt.breite - 1, int(r)); ++x) {
             const QPointF p = zurück({x + 0.5, y + 0.5});
-            if (p.x() < 0 || p.y() < 0 || p.x() > quelle.breite || p.y() > quelle.höhe) continue;
+            if (p.x() < 0 || p.y() < 0 || p.x() > quelle.breite || p.y() > quelle.höhe)
+                continue;
             blatt.bei(x, y) *= std::clamp(quelle.kubisch(p.x(), p.y()), 0.02F, 1.05F);
         }
 }
@@ -159,7 +177,8 @@ void legeFremdes(Feld& blatt, const Übungsflügel& flügel, QPointF mitte, doub
     if (art == 1) { // the root half alone
         Feld halb(teil.breite / 2, teil.höhe);
         for (int y = 0; y < halb.höhe; ++y)
-            for (int x = 0; x < halb.breite; ++x) halb.bei(x, y) = teil.bei(x + teil.breite / 2, y);
+            for (int x = 0; x < halb.breite; ++x)
+                halb.bei(x, y) = teil.bei(x + teil.breite / 2, y);
         teil = std::move(halb);
     }
     // A fly's or a wasp's: much longer, much broader.
@@ -208,7 +227,8 @@ void legeFremdes(Feld& blatt, const Übungsflügel& flügel, QPointF mitte, doub
         for (const Beule& b : beulen) {
             const QPointF a = p - b.mitte;
             const double fern = QPointF::dotProduct(a, a) / (2 * b.weite * b.weite);
-            if (fern < 12) d -= b.schub * std::exp(-fern);
+            if (fern < 12)
+                d -= b.schub * std::exp(-fern);
         }
         return p + d;
     };
@@ -226,8 +246,8 @@ void legeFremdes(Feld& blatt, const Übungsflügel& flügel, QPointF mitte, doub
             const QPointF* g = gitter.data() + std::ptrdiff_t(y / 2) * GB + x / 2;
             const double fx = x % 2 ? 0.75 : 0.25;
             const double fy = y % 2 ? 0.75 : 0.25;
-            const QPointF p = (g[0] * (1 - fx) + g[1] * fx) * (1 - fy) +
-                              (g[GB] * (1 - fx) + g[GB + 1] * fx) * fy;
+            const QPointF p =
+                (g[0] * (1 - fx) + g[1] * fx) * (1 - fy) + (g[GB] * (1 - fx) + g[GB + 1] * fx) * fy;
             d.bei(x, y) = std::clamp(1 - flügel.halb.kubisch(p.x(), p.y()), 0.0F, 1.0F);
         }
     Übungsausschnitt aus;
@@ -236,7 +256,8 @@ void legeFremdes(Feld& blatt, const Übungsflügel& flügel, QPointF mitte, doub
         const QPointF ziel = zurück(insMittel(flügel.punkte[k]));
         QPointF p = ziel;
         constexpr int Runden = 25;
-        for (int i = 0; i < Runden; ++i) p += 0.5 * (ziel - verschoben(p));
+        for (int i = 0; i < Runden; ++i)
+            p += 0.5 * (ziel - verschoben(p));
         aus.punkte[k] = Flügelausschnitt::ausRahmen(p);
     }
     fotografiere(d, z);
@@ -259,20 +280,23 @@ Flügelaufnahme nimmAuf(const Übungsflügel& flügel, const Aufnahmeart& art, Z
                 {-flügel.durchsicht.breite / 2.0, -flügel.durchsicht.höhe / 2.0}));
     Feld blatt(Seite, Seite, 1);
     durchscheine(blatt, flügel.durchsicht, lage);
-    for (float& w : blatt.werte) w = 1 - std::clamp(1 - w, 0.0F, 1.0F) * float(art.kontrast);
+    for (float& w : blatt.werte)
+        w = 1 - std::clamp(1 - w, 0.0F, 1.0F) * float(art.kontrast);
     Flügelaufnahme aus;
     std::transform(flügel.punkte.begin(), flügel.punkte.end(), aus.punkte.begin(), lage);
     for (int i = 0; i < art.staub; ++i)
         maleScheibe(blatt, {z.gleich(0, Seite), z.gleich(0, Seite)}, z.gleich(2, 9),
                     float(z.gleich(0.1, 0.9)));
     for (int i = 0; i < art.verdeckt; ++i) {
-        const QPointF p = aus.punkte[std::size_t(z.ganz(8))] + QPointF(z.normal(0, 10), z.normal(0, 10));
+        const QPointF p =
+            aus.punkte[std::size_t(z.ganz(8))] + QPointF(z.normal(0, 10), z.normal(0, 10));
         const double r = z.gleich(15, 30);
         constexpr std::array Töne{0.15F, 1.0F, 0.6F};
         maleScheibe(blatt, p, r, Töne[std::size_t(z.ganz(3))]);
         for (std::size_t k = 0; k < 8; ++k) {
             const QPointF a = aus.punkte[k] - p;
-            if (std::hypot(a.x(), a.y()) < r) aus.verdeckt[k] = true;
+            if (std::hypot(a.x(), a.y()) < r)
+                aus.verdeckt[k] = true;
         }
     }
     for (int i = 0; i < art.haare; ++i) {
@@ -283,10 +307,13 @@ Flügelaufnahme nimmAuf(const Übungsflügel& flügel, const Aufnahmeart& art, Z
         maleLinie(blatt, p - 120 * richtung, p + 120 * richtung, z.gleich(4, 8), 0.4F);
         aus.verdeckt[k] = true;
     }
-    if (art.unschärfe > 0) blatt = unscharf(blatt, art.unschärfe);
     const double teiler = 2400 / art.dpi;
-    if (teiler > 1) blatt = verkleinert(blatt, teiler);
-    for (float& w : blatt.werte) w = std::pow(std::clamp(w, 0.0F, 1.0F), float(art.gamma));
+    if (teiler > 1)
+        blatt = verkleinert(blatt, teiler);
+    if (art.unschärfe > 0)
+        blatt = unscharf(blatt, std::max(0.3, art.unschärfe / teiler));
+    for (float& w : blatt.werte)
+        w = std::pow(std::clamp(w, 0.0F, 1.0F), float(art.gamma));
     aus.bild = alsGrau(blatt, 235 * art.helligkeit, art.rauschen, z);
     if (art.jpeg > 0) {
         QImage bild = alsBild(aus.bild);
@@ -295,12 +322,14 @@ Flügelaufnahme nimmAuf(const Übungsflügel& flügel, const Aufnahmeart& art, Z
         for (int y = 0; y < aus.bild.höhe; ++y)
             std::copy_n(bild.constScanLine(y), aus.bild.breite, aus.bild.zeile(y));
     }
-    for (QPointF& p : aus.punkte) p /= teiler;
+    for (QPointF& p : aus.punkte)
+        p /= teiler;
     aus.lage = Affin::streckung(1 / teiler).nach(lage).nach(flügel.zuDurchsicht);
     return aus;
 }
 
-Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Blattart& art, Zufall& z) {
+Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Blattart& art,
+                     Zufall& z) {
     const double k = art.dpi / 25.4;
     const int breite = int(art.breite * k);
     const int höhe = int(art.höhe * k);
@@ -309,7 +338,8 @@ Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Bla
     std::vector<std::vector<QPointF>> belegt;
     const auto passt = [&](const std::vector<QPointF>& umriss) {
         for (const QPointF& p : umriss)
-            if (p.x() < 0 || p.y() < 0 || p.x() >= breite || p.y() >= höhe) return false;
+            if (p.x() < 0 || p.y() < 0 || p.x() >= breite || p.y() >= höhe)
+                return false;
         return std::none_of(belegt.begin(), belegt.end(), [&](const auto& anderer) {
             return abstand(umriss, anderer) < art.abstand * k;
         });
@@ -317,11 +347,11 @@ Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Bla
     int fremde = 0;
     for (int versuch = 0; versuch < art.anzahl * 400; ++versuch) {
         const int liegen = int(aus.flügel.size()) + fremde;
-        if (liegen == art.anzahl + art.fremde) break;
+        if (liegen == art.anzahl + art.fremde)
+            break;
         const Übungsflügel& f = *vorrat[(aus.flügel.size() * 7 + 3) % vorrat.size()];
-        const double winkel = art.schwankung
-                                  ? z.normal(0, *art.schwankung) * std::numbers::pi / 180
-                                  : z.gleich(0, 2 * std::numbers::pi);
+        const double winkel = art.schwankung ? z.normal(0, *art.schwankung) * std::numbers::pi / 180
+                                             : z.gleich(0, 2 * std::numbers::pi);
         const bool spiegel = art.spiegeln && z.mit(0.5);
         const double maßstab = art.dpi / 2400 * z.gleich(0.97, 1.03) / f.ausMittel.maßstab();
         const QPointF ort(z.gleich(6, art.breite - 6) * k, z.gleich(6, art.höhe - 6) * k);
@@ -330,8 +360,10 @@ Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Bla
                 .nach(Affin::drehung(winkel, maßstab, spiegel))
                 .nach(Affin::verschiebung({-f.durchsicht.breite / 2.0, -f.durchsicht.höhe / 2.0}));
         std::vector<QPointF> umriss;
-        for (const QPointF& p : Umriss) umriss.push_back(lage(f.zuDurchsicht(p)));
-        if (!passt(umriss)) continue;
+        for (const QPointF& p : Umriss)
+            umriss.push_back(lage(f.zuDurchsicht(p)));
+        if (!passt(umriss))
+            continue;
         belegt.push_back(umriss);
         if (fremde < art.fremde) {
             legeFremdes(blatt, f, ort, art.dpi, z);
@@ -347,8 +379,8 @@ Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Bla
         maleScheibe(blatt, {z.gleich(0, breite), z.gleich(0, höhe)},
                     std::max(0.7, z.exponential(0.05) * k), float(z.gleich(0.2, 0.9)));
     for (int i = 0; i < art.haare; ++i)
-        maleHaar(blatt, z, {z.gleich(0, breite), z.gleich(0, höhe)}, 0.6 * k, std::max(1.0, 0.03 * k),
-                 0.4F);
+        maleHaar(blatt, z, {z.gleich(0, breite), z.gleich(0, höhe)}, 0.6 * k,
+                 std::max(1.0, 0.03 * k), 0.4F);
     if (art.klebeband)
         for (int i = 0; i < 3; ++i) {
             const int y = z.ganz(höhe);
@@ -374,7 +406,8 @@ Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Bla
                 if (const uchar g = schrift.constScanLine(y)[x]; g < 255)
                     blatt.bei(x, y) = std::min(blatt.bei(x, y), float(g) / 255);
     }
-    if (art.unschärfe > 0) blatt = unscharf(blatt, art.unschärfe * art.dpi / 2400);
+    if (art.unschärfe > 0)
+        blatt = unscharf(blatt, art.unschärfe * art.dpi / 2400);
     for (int y = 0; y < höhe; ++y)
         for (int x = 0; x < breite; ++x)
             blatt.bei(x, y) *=

@@ -45,7 +45,8 @@ Feld unscharf(const Feld& feld, double breite) {
         kern.push_back(float(std::exp(-i * i / (2 * breite * breite))));
         summe += double(kern.back());
     }
-    for (float& k : kern) k /= float(summe);
+    for (float& k : kern)
+        k /= float(summe);
     Feld quer(feld.breite, feld.höhe);
     std::vector<float> zeile(std::size_t(feld.breite + 2 * r));
     for (int y = 0; y < feld.höhe; ++y) {
@@ -77,9 +78,11 @@ Feld verkleinert(const Feld& feld, double teiler) {
                 const auto anteil =
                     float((std::min<double>(b, p + 1) - std::max<double>(a, p)) / (b - a));
                 if (quer)
-                    for (int y = 0; y < von.höhe; ++y) aus.bei(i, y) += anteil * von.bei(p, y);
+                    for (int y = 0; y < von.höhe; ++y)
+                        aus.bei(i, y) += anteil * von.bei(p, y);
                 else
-                    for (int x = 0; x < von.breite; ++x) aus.bei(x, i) += anteil * von.bei(x, p);
+                    for (int x = 0; x < von.breite; ++x)
+                        aus.bei(x, i) += anteil * von.bei(x, p);
             }
         }
         return aus;
@@ -98,13 +101,15 @@ Feld gestreckt(const Feld& feld, int breite, int höhe) {
 
 Feld wolken(Zufall& zufall, int spalten, int zeilen, double von, double bis, int breite, int höhe) {
     Feld klein(spalten, zeilen);
-    for (float& w : klein.werte) w = float(zufall.gleich(von, bis));
+    for (float& w : klein.werte)
+        w = float(zufall.gleich(von, bis));
     return gestreckt(klein, breite, höhe);
 }
 
 void maleScheibe(Feld& feld, QPointF mitte, double radius, float wert) {
     const int r = int(std::ceil(radius)) + 1;
-    for (int y = std::max(0, int(mitte.y()) - r); y <= std::min(feld.höhe - 1, int(mitte.y()) + r); ++y)
+    for (int y = std::max(0, int(mitte.y()) - r); y <= std::min(feld.höhe - 1, int(mitte.y()) + r);
+         ++y)
         for (int x = std::max(0, int(mitte.x()) - r);
              x <= std::min(feld.breite - 1, int(mitte.x()) + r); ++x) {
             const double d = std::hypot(x + 0.5 - mitte.x(), y + 0.5 - mitte.y());
@@ -124,8 +129,7 @@ void maleLinie(Feld& feld, QPointF von, QPointF bis, double dicke, float wert) {
     for (int y = y0; y <= y1; ++y)
         for (int x = x0; x <= x1; ++x) {
             const QPointF p = QPointF(x + 0.5, y + 0.5) - von;
-            const double t =
-                std::clamp((p.x() * weg.x() + p.y() * weg.y()) / quadrat, 0.0, 1.0);
+            const double t = std::clamp((p.x() * weg.x() + p.y() * weg.y()) / quadrat, 0.0, 1.0);
             const QPointF q = p - t * weg;
             const auto deckung =
                 float(std::clamp(dicke / 2 + 0.5 - std::hypot(q.x(), q.y()), 0.0, 1.0));
@@ -133,7 +137,8 @@ void maleLinie(Feld& feld, QPointF von, QPointF bis, double dicke, float wert) {
         }
 }
 
-void maleHaar(Feld& feld, Zufall& zufall, QPointF anfang, double schritt, double dicke, float wert) {
+void maleHaar(Feld& feld, Zufall& zufall, QPointF anfang, double schritt, double dicke,
+              float wert) {
     constexpr int Stücke = 8;
     QPointF richtung(zufall.normal(), zufall.normal());
     for (int i = 0; i < Stücke; ++i) {
@@ -146,8 +151,14 @@ void maleHaar(Feld& feld, Zufall& zufall, QPointF anfang, double schritt, double
 
 Graubild alsGrau(const Feld& feld, double weiß, double rauschen, Zufall& zufall) {
     Graubild bild(feld.breite, feld.höhe);
+    // Drawn from a list: a picture has millions of pixels.
+    constexpr int Vorrat = 1 << 14;
+    std::vector<float> vorrat(Vorrat);
+    for (float& v : vorrat)
+        v = float(zufall.normal(0, rauschen));
     for (std::size_t i = 0; i < bild.werte.size(); ++i) {
-        const double w = double(feld.werte[i]) * weiß + (rauschen > 0 ? zufall.normal(0, rauschen) : 0);
+        const double w =
+            double(feld.werte[i]) * weiß + double(vorrat[std::size_t(zufall.ganz(Vorrat))]);
         bild.werte[i] = std::uint8_t(std::clamp(w, 0.0, 255.0));
     }
     return bild;
@@ -155,7 +166,8 @@ Graubild alsGrau(const Feld& feld, double weiß, double rauschen, Zufall& zufall
 
 QImage alsBild(const Graubild& bild) {
     QImage aus(bild.breite, bild.höhe, QImage::Format_Grayscale8);
-    for (int y = 0; y < bild.höhe; ++y) std::copy_n(bild.zeile(y), bild.breite, aus.scanLine(y));
+    for (int y = 0; y < bild.höhe; ++y)
+        std::copy_n(bild.zeile(y), bild.breite, aus.scanLine(y));
     return aus;
 }
 

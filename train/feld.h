@@ -18,7 +18,9 @@ struct Feld {
 
     Feld() = default;
     Feld(int b, int h, float wert = 0)
-        : breite(b), höhe(h), werte(std::size_t(b) * std::size_t(h), wert) {}
+        : breite(b)
+        , höhe(h)
+        , werte(std::size_t(b) * std::size_t(h), wert) {}
 
     [[nodiscard]] float& bei(int x, int y) {
         return werte[std::size_t(y) * std::size_t(breite) + std::size_t(x)];
@@ -36,8 +38,8 @@ struct Feld {
 /// @p feld stretched to another size.
 [[nodiscard]] Feld gestreckt(const Feld& feld, int breite, int höhe);
 /// A field of @p spalten x @p zeilen numbers between @p von and @p bis, stretched smoothly.
-[[nodiscard]] Feld wolken(Zufall& zufall, int spalten, int zeilen, double von, double bis, int breite,
-                          int höhe);
+[[nodiscard]] Feld wolken(Zufall& zufall, int spalten, int zeilen, double von, double bis,
+                          int breite, int höhe);
 
 void maleScheibe(Feld& feld, QPointF mitte, double radius, float wert);
 void maleLinie(Feld& feld, QPointF von, QPointF bis, double dicke, float wert);
@@ -51,7 +53,8 @@ void maleHaar(Feld& feld, Zufall& zufall, QPointF anfang, double schritt, double
 /// Grey values in memory as a source.
 class Grauquelle final : public Pixelquelle {
 public:
-    explicit Grauquelle(const Graubild& bild) : bild_(bild) {}
+    explicit Grauquelle(const Graubild& bild)
+        : bild_(bild) {}
     [[nodiscard]] QSize größe() const override { return {bild_.breite, bild_.höhe}; }
     void lies(int x, int y, int anzahl, std::uint8_t* ziel) const override {
         std::copy_n(bild_.zeile(y) + x, anzahl, ziel);

@@ -49,7 +49,8 @@ public:
         for (std::size_t k = 0; k < 8; ++k) {
             const QPointF d = fund.vorschlag.punkte[k] - wahr[k];
             const double e = std::hypot(d.x(), d.y()) * faktor;
-            if (!verdeckt[k]) fehler_.push_back(e);
+            if (!verdeckt[k])
+                fehler_.push_back(e);
             const bool zweifel = fund.vorschlag.fehler[k] > Punktvorschlag::Zweifelhaft;
             ++punkte_;
             bezweifelt_ += zweifel;
@@ -58,9 +59,12 @@ public:
         }
         const Indizes v = indizes(fund.vorschlag.punkte, dpi);
         const Indizes w = indizes(wahr, dpi);
-        if (v.CI && w.CI) ci_.push_back(double(*v.CI - *w.CI));
-        if (v.HI && w.HI) hi_.push_back(double(*v.HI - *w.HI));
-        if (v.DV && w.DV) dv_.push_back(double(*v.DV - *w.DV));
+        if (v.CI && w.CI)
+            ci_.push_back(double(*v.CI - *w.CI));
+        if (v.HI && w.HI)
+            hi_.push_back(double(*v.HI - *w.HI));
+        if (v.DV && w.DV)
+            dv_.push_back(double(*v.DV - *w.DV));
         schlechteste_ = std::min(schlechteste_, double(fund.güte));
     }
     void verfehlt() { ++verfehlt_; }
@@ -68,18 +72,21 @@ public:
     void zeile(const QString& name) {
         std::sort(fehler_.begin(), fehler_.end());
         double summe = 0;
-        for (double e : fehler_) summe += e;
+        for (double e : fehler_)
+            summe += e;
         const auto n = fehler_.size();
         aus() << "| " << name << " | " << flügel_ << " | " << verfehlt_ << " | ";
         if (n)
             aus() << zahl(summe / double(n), 2) << " / " << zahl(fehler_[n * 95 / 100], 2) << " / "
-                  << zahl(fehler_.back(), 2) << " | " << maß(ci_, 3) << " | " << maß(hi_, 4) << " | "
-                  << maß(dv_, 3) << " | " << zahl(100.0 * bezweifelt_ / std::max(1, punkte_), 1)
-                  << " % | " << gewarnt_ << " of " << weit_ << " | " << zahl(schlechteste_, 2) << " |";
+                  << zahl(fehler_.back(), 2) << " | " << maß(ci_, 3) << " | " << maß(hi_, 4)
+                  << " | " << maß(dv_, 3) << " | "
+                  << zahl(100.0 * bezweifelt_ / std::max(1, punkte_), 1) << " % | " << gewarnt_
+                  << " of " << weit_ << " | " << zahl(schlechteste_, 2) << " |";
         aus() << Qt::endl;
     }
     static void kopf() {
-        aus() << "\n| set | wings | not found | mean / p95 / worst px | CI mean, sd | HI mean, sd | DV "
+        aus() << "\n| set | wings | not found | mean / p95 / worst px | CI mean, sd | HI mean, sd "
+                 "| DV "
                  "mean, sd | flagged | flagged of those off > 4 px | least score |\n"
                  "|---|---|---|---|---|---|---|---|---|---|\n";
     }
@@ -108,7 +115,8 @@ using Wahl = std::vector<const Übungsflügel*>;
 /// The program as learnt, half precision and all.
 std::shared_ptr<const Erkennungsmodell> wieGespeichert(const Erkennungsmodell& modell) {
     auto gelesen = liesErkennungsmodell(modell.alsDatei());
-    if (auto* m = std::get_if<std::shared_ptr<const Erkennungsmodell>>(&gelesen)) return *m;
+    if (auto* m = std::get_if<std::shared_ptr<const Erkennungsmodell>>(&gelesen))
+        return *m;
     qFatal("a model that was written cannot be read");
 }
 
@@ -130,7 +138,8 @@ struct Falte {
 Graubild mitSaum(const Graubild& bild) {
     constexpr int Saum = 120;
     std::vector<std::uint8_t> werte = bild.werte;
-    std::nth_element(werte.begin(), werte.begin() + std::ptrdiff_t(werte.size() * 9 / 10), werte.end());
+    std::nth_element(werte.begin(), werte.begin() + std::ptrdiff_t(werte.size() * 9 / 10),
+                     werte.end());
     Graubild weit(bild.breite + 2 * Saum, bild.höhe + 2 * Saum, werte[werte.size() * 9 / 10]);
     for (int y = 0; y < bild.höhe; ++y)
         std::copy_n(bild.zeile(y), bild.breite, weit.zeile(y + Saum) + Saum);
@@ -148,7 +157,8 @@ void wieSieSind(const std::vector<Falte>& falten) {
             Suchverlauf verlauf;
             const auto funde = falte.erkennung->finde(Grauquelle(bild), f->dpi, verlauf);
             Punktsatz wahr = f->punkte;
-            for (QPointF& p : wahr) p += QPointF(120, 120);
+            for (QPointF& p : wahr)
+                p += QPointF(120, 120);
             if (funde.size() != 1)
                 tafel.verfehlt();
             else
@@ -173,7 +183,8 @@ void unterUmständen(const std::vector<Falte>& falten, const QString& name, cons
     for (const Falte& falte : falten)
         for (const Übungsflügel* f : falte.draußen)
             if (f->dpi == 2400)
-                for (int i = 0; i < jeFlügel; ++i) aufgaben.push_back({&falte, f, ++saat, {}, {}});
+                for (int i = 0; i < jeFlügel; ++i)
+                    aufgaben.push_back({&falte, f, ++saat, {}, {}});
     verteile(int(aufgaben.size()), fäden, [&](int i) {
         Aufgabe& a = aufgaben[std::size_t(i)];
         Zufall z(a.saat, 77);
@@ -187,9 +198,9 @@ void unterUmständen(const std::vector<Falte>& falten, const QString& name, cons
             tafel.verfehlt();
             continue;
         }
-        const auto& best = *std::max_element(a.funde.begin(), a.funde.end(), [](const auto& x, const auto& y) {
-            return x.güte < y.güte;
-        });
+        const auto& best =
+            *std::max_element(a.funde.begin(), a.funde.end(),
+                              [](const auto& x, const auto& y) { return x.güte < y.güte; });
         tafel.nimm(best, a.aufnahme.punkte, 2400 / art.dpi / art.größe, art.dpi * art.größe,
                    a.aufnahme.verdeckt);
     }
@@ -229,7 +240,8 @@ void prüfeBlatt(const Flügelerkennung& erkennung, const Wahl& vorrat, const QS
                 welcher = i;
             }
         }
-        if (nächste > 40) continue;
+        if (nächste > 40)
+            continue;
         ++gefunden;
         benutzt.insert(welcher);
         const Flügelfund& fund = funde[welcher];
@@ -251,17 +263,21 @@ void prüfeBlatt(const Flügelerkennung& erkennung, const Wahl& vorrat, const QS
     summe.falsch += falsch;
     double falscheGüte = 0;
     for (std::size_t i = 0; i < funde.size(); ++i)
-        if (!benutzt.contains(i)) falscheGüte = std::max(falscheGüte, double(funde[i].güte));
-    aus() << "| " << name << " | " << blatt.flügel.size() << " | " << gefunden << " | " << sicher << " | "
-          << falsch << (falsch ? QStringLiteral(" (%1)").arg(falscheGüte, 0, 'f', 2) : QString())
-          << " | " << QString::number(fehler / std::max(1, 8 * gefunden), 'f', 2) << " | " << gewarnt
+        if (!benutzt.contains(i))
+            falscheGüte = std::max(falscheGüte, double(funde[i].güte));
+    aus() << "| " << name << " | " << blatt.flügel.size() << " | " << gefunden << " | " << sicher
+          << " | " << falsch
+          << (falsch ? QStringLiteral(" (%1)").arg(falscheGüte, 0, 'f', 2) : QString()) << " | "
+          << QString::number(fehler / std::max(1, 8 * gefunden), 'f', 2) << " | " << gewarnt
           << " of " << weit << " | "
           << QString::number(100.0 * bezweifelt / std::max(1, 8 * gefunden), 'f', 1) << " % | "
           << QString::number(schlechteste, 'f', 2) << " | " << dauer << " ms |" << Qt::endl;
 }
 
-void prüfeBlätter(const Flügelerkennung& erkennung, const Wahl& vorrat, std::uint64_t saat, int fäden) {
-    aus() << "\n| sheet | wings | found | sure | false | mean px | flagged of those off > 4 px | flagged | "
+void prüfeBlätter(const Flügelerkennung& erkennung, const Wahl& vorrat, std::uint64_t saat,
+                  int fäden) {
+    aus() << "\n| sheet | wings | found | sure | false | mean px | flagged of those off > 4 px | "
+             "flagged | "
              "least score | time |\n|---|---|---|---|---|---|---|---|---|---|\n";
     struct Fall {
         const char* name;
@@ -337,16 +353,18 @@ int main(int argc, char** argv) {
           QStringLiteral("file")},
          {QStringLiteral("crops"), QStringLiteral("Crops to learn from."), QStringLiteral("n"),
           QStringLiteral("8500")},
-         {QStringLiteral("each"), QStringLiteral("Pictures of each wing to check."), QStringLiteral("n"),
-          QStringLiteral("3")},
+         {QStringLiteral("each"), QStringLiteral("Pictures of each wing to check."),
+          QStringLiteral("n"), QStringLiteral("3")},
          {QStringLiteral("threads"), QStringLiteral("Threads."), QStringLiteral("n"),
           QStringLiteral("2")},
          {QStringLiteral("sheets-seed"), QStringLiteral("Seed of the sheets."), QStringLiteral("n"),
           QStringLiteral("500")},
-         {QStringLiteral("no-check"), QStringLiteral("Learn only the errors' folds, report nothing.")}});
+         {QStringLiteral("no-check"),
+          QStringLiteral("Learn only the errors' folds, report nothing.")}});
     leser.addHelpOption();
     leser.process(app);
-    if (leser.positionalArguments().size() != 1) leser.showHelp(2);
+    if (leser.positionalArguments().size() != 1)
+        leser.showHelp(2);
 
     QString grund;
     auto flügel = liesÜbungsflügel(leser.positionalArguments().first(), grund);
@@ -355,7 +373,8 @@ int main(int argc, char** argv) {
         return 1;
     }
     Wahl alle;
-    for (const auto& f : *flügel) alle.push_back(&f);
+    for (const auto& f : *flügel)
+        alle.push_back(&f);
     const Mittelflügel mittel = mittelVon(alle);
     richteAus(*flügel, mittel);
     Lernumfang umfang;
@@ -365,24 +384,28 @@ int main(int argc, char** argv) {
 
     if (leser.isSet(QStringLiteral("model"))) {
         QFile datei(leser.value(QStringLiteral("model")));
-        if (!datei.open(QIODevice::ReadOnly)) return sage(datei.errorString()), 1;
+        if (!datei.open(QIODevice::ReadOnly))
+            return sage(datei.errorString()), 1;
         auto gelesen = liesErkennungsmodell(datei.readAll());
         auto* modell = std::get_if<std::shared_ptr<const Erkennungsmodell>>(&gelesen);
-        if (!modell) return sage(QStringLiteral("no model")), 1;
+        if (!modell)
+            return sage(QStringLiteral("no model")), 1;
         prüfeBlätter(Flügelerkennung(*modell), alle, saat, umfang.fäden);
         return 0;
     }
 
     std::vector<QString> völker;
     for (const auto* f : alle)
-        if (std::find(völker.begin(), völker.end(), f->volk) == völker.end()) völker.push_back(f->volk);
+        if (std::find(völker.begin(), völker.end(), f->volk) == völker.end())
+            völker.push_back(f->volk);
     constexpr std::size_t Faltenzahl = 3;
     std::vector<Falte> falten(Faltenzahl);
     std::vector<Vorschlagsprobe> proben;
     for (std::size_t i = 0; i < Faltenzahl; ++i) {
         Falte& falte = falten[i];
         for (const auto* f : alle) {
-            const auto volk = std::size_t(std::find(völker.begin(), völker.end(), f->volk) - völker.begin());
+            const auto volk =
+                std::size_t(std::find(völker.begin(), völker.end(), f->volk) - völker.begin());
             (volk * Faltenzahl / völker.size() == i ? falte.draußen : falte.gelernt).push_back(f);
         }
         sage(QStringLiteral("group %1: learning from %2 wings, leaving out %3")
@@ -394,8 +417,8 @@ int main(int argc, char** argv) {
         const Mittelflügel m = mittelVon(falte.gelernt);
         // Wings are cut out by the mean of those learnt from.
         richteAus(*flügel, m);
-        falte.modell = std::make_shared<Erkennungsmodell>(
-            lerneKaskade(falte.gelernt, m, kleiner, sage));
+        falte.modell =
+            std::make_shared<Erkennungsmodell>(lerneKaskade(falte.gelernt, m, kleiner, sage));
         Zufall zufall(11, i);
         Wahl draußen;
         std::copy_if(falte.draußen.begin(), falte.draußen.end(), std::back_inserter(draußen),
@@ -414,7 +437,8 @@ int main(int argc, char** argv) {
             return sage(datei.errorString()), 1;
         sage(QStringLiteral("%1: %2 bytes").arg(datei.fileName()).arg(datei.size()));
     }
-    if (leser.isSet(QStringLiteral("no-check"))) return 0;
+    if (leser.isSet(QStringLiteral("no-check")))
+        return 0;
     for (Falte& falte : falten) {
         auto m = *falte.modell;
         const auto räume = m.fehler.räume;

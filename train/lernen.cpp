@@ -23,7 +23,7 @@ constexpr std::array Stufenarten{Stufenart{48, 8, true},  Stufenart{40, 8, true}
                                  Stufenart{24, 4, false}, Stufenart{24, 4, false}};
 /// Windows by which a proposal is compared with good ones.
 constexpr std::array Raumarten{Stufenart{48, 8, false}, Stufenart{24, 4, false}};
-constexpr double Zügel = 2; ///< of the ridge regression, per thousand crops
+constexpr double Zügel = 2;     ///< of the ridge regression, per thousand crops
 constexpr float Stauchung = 24; ///< of a crop's values to a byte
 
 struct Stück {
@@ -48,8 +48,9 @@ std::vector<Stück> schneideStücke(const std::vector<const Übungsflügel*>& fl
         Stück& s = alle[std::size_t(i)];
         s.wahr = a.punkte;
         s.werte.resize(a.ausschnitt.werte.size());
-        std::transform(a.ausschnitt.werte.begin(), a.ausschnitt.werte.end(), s.werte.begin(),
-                       [](float w) { return std::int8_t(std::clamp(w * Stauchung, -127.0F, 127.0F)); });
+        std::transform(
+            a.ausschnitt.werte.begin(), a.ausschnitt.werte.end(), s.werte.begin(),
+            [](float w) { return std::int8_t(std::clamp(w * Stauchung, -127.0F, 127.0F)); });
         const QPointF schub(zufall.normal(0, 1.5), zufall.normal(0, 1.5));
         for (std::size_t k = 0; k < 8; ++k)
             s.jetzt[k] = Flügelausschnitt::ausRahmen(mittel.punkte[k]) + schub;
@@ -77,8 +78,7 @@ Kaskadenstufe lerneStufe(std::vector<Stück>& stücke, const Stufenart& art, int
         const Stück& s = stücke[std::size_t(i)];
         const Gradientenfeld feld = s.feld();
         for (std::size_t k = 0; k < 8; ++k)
-            feld.beschreibe(s.jetzt[k], art.fenster, art.zelle,
-                            merkmale.row(i).data() + k * f);
+            feld.beschreibe(s.jetzt[k], art.fenster, art.zelle, merkmale.row(i).data() + k * f);
     });
     const double zügel = Zügel * double(n) / 1000;
     const auto abweichung = [&](std::size_t k) {
@@ -94,14 +94,16 @@ Kaskadenstufe lerneStufe(std::vector<Stück>& stücke, const Stufenart& art, int
         Matrix a(n, merkmale.cols() + 1);
         a << merkmale, Eigen::VectorXf::Ones(n);
         Matrix b(n, 16);
-        for (std::size_t k = 0; k < 8; ++k) b.middleCols(Eigen::Index(2 * k), 2) = abweichung(k);
+        for (std::size_t k = 0; k < 8; ++k)
+            b.middleCols(Eigen::Index(2 * k), 2) = abweichung(k);
         const Matrix w = löse(a, b, zügel);
         stufe.gewichte.assign(w.data(), w.data() + w.size());
     } else {
         std::array<Matrix, 8> einzeln;
         verteile(8, fäden, [&](int k) {
             Matrix a(n, Eigen::Index(f) + 1);
-            a << merkmale.middleCols(Eigen::Index(f) * k, Eigen::Index(f)), Eigen::VectorXf::Ones(n);
+            a << merkmale.middleCols(Eigen::Index(f) * k, Eigen::Index(f)),
+                Eigen::VectorXf::Ones(n);
             einzeln[std::size_t(k)] = löse(a, abweichung(std::size_t(k)), zügel / 3);
         });
         for (const Matrix& w : einzeln)
@@ -129,7 +131,8 @@ Merkmalsraum lerneRaum(const std::vector<Stück>& stücke, const Stufenart& art,
     for (Eigen::Index k = 0; k < 8; ++k) {
         const Matrix teil = merkmale.middleCols(k * f, f);
         const Eigen::RowVectorXf mitte = teil.colwise().mean();
-        const Eigen::MatrixXf streuung = (teil.rowwise() - mitte).transpose() * (teil.rowwise() - mitte);
+        const Eigen::MatrixXf streuung =
+            (teil.rowwise() - mitte).transpose() * (teil.rowwise() - mitte);
         const Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> eigen(streuung.cast<double>());
         raum.mitte.insert(raum.mitte.end(), mitte.data(), mitte.data() + f);
         for (int r = 0; r < Merkmalsraum::Richtungen; ++r) {
@@ -162,17 +165,17 @@ Graubild lerneMuster(const std::vector<const Übungsflügel*>& flügel) {
             dunkelheit(verkleinert(Grauquelle(weit), {0, 0, weit.breite, weit.höhe}, teiler));
         for (int v = 0; v < Höhe; ++v)
             for (int u = 0; u < Breite; ++u) {
-                const QPointF p = f->ausMittel({(u + 0.5 - Erkennungsmodell::Musterrand) * Rahmen,
-                                                (v + 0.5 - Erkennungsmodell::Musterrand) * Rahmen}) +
-                                  QPointF(Saum, Saum);
+                const QPointF p =
+                    f->ausMittel({(u + 0.5 - Erkennungsmodell::Musterrand) * Rahmen,
+                                  (v + 0.5 - Erkennungsmodell::Musterrand) * Rahmen}) +
+                    QPointF(Saum, Saum);
                 summe[std::size_t(v * Breite + u)] +=
                     std::clamp(kubisch(dunkel, p.x() / teiler, p.y() / teiler), 0.0F, 255.0F);
             }
     }
     Graubild muster(Breite, Höhe);
-    std::transform(summe.begin(), summe.end(), muster.werte.begin(), [&](float s) {
-        return std::uint8_t(std::lround(s / float(flügel.size())));
-    });
+    std::transform(summe.begin(), summe.end(), muster.werte.begin(),
+                   [&](float s) { return std::uint8_t(std::lround(s / float(flügel.size()))); });
     return muster;
 }
 
@@ -241,8 +244,8 @@ std::vector<Vorschlagsprobe> probiere(const Erkennungsmodell& modell,
         const auto aufnahme = nimmAuf(*a.flügel, a.art, z);
         const double jePixel = a.art.dpi / 2400;
         // As far off as the search for the pose leaves it.
-        const Affin lage =
-            Affin::verschiebung({z.normal(0, 3) * jePixel, z.normal(0, 3) * jePixel}).nach(aufnahme.lage);
+        const Affin lage = Affin::verschiebung({z.normal(0, 3) * jePixel, z.normal(0, 3) * jePixel})
+                               .nach(aufnahme.lage);
         const auto [vorschlag, zeichen] = sucher.sucheMitZeichen(Grauquelle(aufnahme.bild), lage);
         Vorschlagsprobe& probe = proben[std::size_t(i)];
         probe.zeichen = zeichen;
@@ -259,7 +262,8 @@ void lerneFehler(Fehlermodell& modell, const std::vector<Vorschlagsprobe>& probe
     constexpr int Glieder = 2 * Z + 1;
     std::vector<std::pair<std::array<float, Z>, double>> alle;
     for (const auto& p : proben)
-        for (std::size_t k = 0; k < 8; ++k) alle.emplace_back(p.zeichen[k], p.fehler[k]);
+        for (std::size_t k = 0; k < 8; ++k)
+            alle.emplace_back(p.zeichen[k], p.fehler[k]);
     const double n = double(alle.size());
     for (std::size_t i = 0; i < Z; ++i) {
         double summe = 0;
@@ -281,7 +285,8 @@ void lerneFehler(Fehlermodell& modell, const std::vector<Vorschlagsprobe>& probe
         }
         return g;
     };
-    Eigen::Matrix<double, Glieder, Glieder> quadrat = 5 * Eigen::Matrix<double, Glieder, Glieder>::Identity();
+    Eigen::Matrix<double, Glieder, Glieder> quadrat =
+        5 * Eigen::Matrix<double, Glieder, Glieder>::Identity();
     Eigen::Matrix<double, Glieder, 1> rechts = Eigen::Matrix<double, Glieder, 1>::Zero();
     for (const auto& [z, e] : alle) {
         const auto g = glieder(z);
@@ -289,11 +294,13 @@ void lerneFehler(Fehlermodell& modell, const std::vector<Vorschlagsprobe>& probe
         rechts += g * std::log(e + 0.3);
     }
     const Eigen::Matrix<double, Glieder, 1> w = quadrat.llt().solve(rechts);
-    for (std::size_t i = 0; i < Glieder; ++i) modell.gewichte[i] = float(w(Eigen::Index(i)));
+    for (std::size_t i = 0; i < Glieder; ++i)
+        modell.gewichte[i] = float(w(Eigen::Index(i)));
 
     // What the sum means is read off: root mean square errors of equal shares, made rising.
     std::vector<std::pair<double, double>> paare;
-    for (const auto& [z, e] : alle) paare.emplace_back(glieder(z).dot(w), e);
+    for (const auto& [z, e] : alle)
+        paare.emplace_back(glieder(z).dot(w), e);
     std::sort(paare.begin(), paare.end());
     constexpr std::size_t Teile = 24;
     modell.eichung.clear();

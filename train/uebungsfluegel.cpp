@@ -14,8 +14,9 @@ constexpr int Marken = 19;
 constexpr std::array Messmarken{7, 18, 5, 2, 3, 1, 0, 4};
 
 /// Where the points of a wing lie in the frame, about: it fixes the frame's origin and direction.
-constexpr std::array Bezug{QPointF(395, 44), QPointF(89, 73),   QPointF(356, 55),  QPointF(285, 63),
-                           QPointF(284, 118), QPointF(236, 146), QPointF(218, 144), QPointF(294, 198)};
+constexpr std::array Bezug{QPointF(395, 44),  QPointF(89, 73),   QPointF(356, 55),
+                           QPointF(285, 63),  QPointF(284, 118), QPointF(236, 146),
+                           QPointF(218, 144), QPointF(294, 198)};
 
 float anteilswert(std::vector<std::uint8_t> werte, double anteil) {
     const auto stelle = werte.begin() + std::ptrdiff_t(anteil * double(werte.size() - 1));
@@ -31,9 +32,11 @@ std::vector<QPointF> abgebildet(const Affin& lage, const std::vector<QPointF>& o
 
 /// Root of the sum of squared distances from the middle.
 double ausdehnung(const std::vector<QPointF>& orte) {
-    const QPointF mitte = std::accumulate(orte.begin(), orte.end(), QPointF()) / double(orte.size());
+    const QPointF mitte =
+        std::accumulate(orte.begin(), orte.end(), QPointF()) / double(orte.size());
     double summe = 0;
-    for (const QPointF& p : orte) summe += QPointF::dotProduct(p - mitte, p - mitte);
+    for (const QPointF& p : orte)
+        summe += QPointF::dotProduct(p - mitte, p - mitte);
     return std::sqrt(summe);
 }
 
@@ -49,7 +52,8 @@ std::optional<std::vector<Übungsflügel>> liesÜbungsflügel(const QString& ord
     std::vector<Übungsflügel> alle;
     while (!datei.atEnd()) {
         const auto felder = QString::fromUtf8(datei.readLine()).trimmed().split(QLatin1Char(','));
-        if (felder.size() < 4 + 2 * Marken) continue;
+        if (felder.size() < 4 + 2 * Marken)
+            continue;
         Übungsflügel f;
         f.name = felder[0].section(QLatin1Char('.'), 0, 0);
         f.volk = f.name.section(QLatin1Char('-'), 0, 1);
@@ -81,7 +85,8 @@ Mittelflügel mittle(const std::vector<const Übungsflügel*>& flügel) {
     std::vector<QPointF> mittel = flügel[0]->marken;
     const std::vector<QPointF> erster = mittel;
     double größe = 0;
-    for (const auto* f : flügel) größe += ausdehnung(f->marken) * 2400 / f->dpi / double(flügel.size());
+    for (const auto* f : flügel)
+        größe += ausdehnung(f->marken) * 2400 / f->dpi / double(flügel.size());
     constexpr int Runden = 10;
     for (int runde = 0; runde < Runden; ++runde) {
         std::vector<QPointF> summe(mittel.size());
@@ -93,7 +98,8 @@ Mittelflügel mittle(const std::vector<const Übungsflügel*>& flügel) {
         mittel = abgebildet(ähnlichkeit(summe, erster), summe);
     }
     const double faktor = größe / ausdehnung(mittel);
-    for (QPointF& p : mittel) p *= faktor;
+    for (QPointF& p : mittel)
+        p *= faktor;
     Punktsatz punkte;
     for (std::size_t k = 0; k < Messmarken.size(); ++k)
         punkte[k] = mittel[std::size_t(Messmarken[k])];
@@ -108,8 +114,10 @@ Mittelflügel mittle(const std::vector<const Übungsflügel*>& flügel) {
         aus.punkte[k] = aus.marken[std::size_t(Messmarken[k])];
         abstand += (Bezug[k] - aus.punkte[k]) / double(Messmarken.size());
     }
-    for (QPointF& p : aus.marken) p += abstand;
-    for (QPointF& p : aus.punkte) p += abstand;
+    for (QPointF& p : aus.marken)
+        p += abstand;
+    for (QPointF& p : aus.punkte)
+        p += abstand;
     return aus;
 }
 

@@ -33,8 +33,9 @@ struct Mittelflügel {
     Punktsatz punkte;
 };
 
-/// Reads the wings that "landmarks.csv" in @p ordner lists (file, width, height, dpi, x1, y1, … of 19
-/// landmarks in the usual order, whole pixels). nullopt, with @p grund, when something is missing.
+/// Reads the wings that "landmarks.csv" in @p ordner lists (file, width, height, dpi, x1, y1, … of
+/// 19 landmarks in the usual order, whole pixels). nullopt, with @p grund, when something is
+/// missing.
 [[nodiscard]] std::optional<std::vector<Übungsflügel>> liesÜbungsflügel(const QString& ordner,
                                                                         QString& grund);
 

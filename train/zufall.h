@@ -27,7 +27,8 @@ public:
     /// Knuth's way; for small means.
     [[nodiscard]] int poisson(double mittel) {
         int n = 0;
-        for (double p = gleich(); p > std::exp(-mittel); p *= gleich()) ++n;
+        for (double p = gleich(); p > std::exp(-mittel); p *= gleich())
+            ++n;
         return n;
     }
 

@@ -30,8 +30,9 @@ struct Affin {
     [[nodiscard]] static Affin drehung(double winkel, double faktor = 1, bool gespiegelt = false);
 };
 
-/// The turned, moved, stretched and, with @p gespiegelt, mirrored image of @p von that comes nearest
-/// to @p nach by least squares (Procrustes). Both have the same number of places, two at least.
+/// The turned, moved, stretched and, with @p gespiegelt, mirrored image of @p von that comes
+/// nearest to @p nach by least squares (Procrustes). Both have the same number of places, two at
+/// least.
 [[nodiscard]] Affin ähnlichkeit(std::span<const QPointF> von, std::span<const QPointF> nach,
                                 bool gespiegelt = false);
 

@@ -12,20 +12,25 @@ std::uint8_t grau(int rot, int grün, int blau) {
 
 } // namespace
 
-Bildpixel::Bildpixel(QImage bild) : bild_(std::move(bild)) {
+Bildpixel::Bildpixel(QImage bild)
+    : bild_(std::move(bild)) {
     switch (bild_.format()) {
     case QImage::Format_Grayscale8:
     case QImage::Format_RGB888:
     case QImage::Format_BGR888:
-    case QImage::Format_RGB32: break;
-    default: bild_.convertTo(QImage::Format_RGB32);
+    case QImage::Format_RGB32:
+        break;
+    default:
+        bild_.convertTo(QImage::Format_RGB32);
     }
 }
 
 void Bildpixel::lies(int x, int y, int anzahl, std::uint8_t* ziel) const {
     const uchar* zeile = bild_.constScanLine(y);
     switch (bild_.format()) {
-    case QImage::Format_Grayscale8: std::copy_n(zeile + x, anzahl, ziel); break;
+    case QImage::Format_Grayscale8:
+        std::copy_n(zeile + x, anzahl, ziel);
+        break;
     case QImage::Format_RGB888:
         for (const uchar* p = zeile + 3 * x; anzahl > 0; --anzahl, p += 3)
             *ziel++ = grau(p[0], p[1], p[2]);

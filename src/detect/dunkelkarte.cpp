@@ -20,7 +20,8 @@ constexpr int Band = 64;
 
 /// Greatest or least value of Schließweite pixels along the rows and then the columns; @p auswahl
 /// picks one of two.
-template <typename Auswahl> void gleite(Graubild& bild, int fäden, const Auswahl& auswahl) {
+template <typename Auswahl>
+void gleite(Graubild& bild, int fäden, const Auswahl& auswahl) {
     constexpr int Halb = Schließweite / 2;
     const int w = bild.breite;
     const int h = bild.höhe;
@@ -34,11 +35,15 @@ template <typename Auswahl> void gleite(Graubild& bild, int fäden, const Auswah
             std::copy_n(z, w, t.begin() + Halb);
             std::fill(t.begin() + Halb + w, t.end(), z[w - 1]);
             const int n = w + Schließweite - 1;
-            for (int i = 0; i < n; ++i) t[i] = auswahl(t[i], t[i + 1]);
-            for (int i = 0; i < n; ++i) t[i] = auswahl(t[i], t[i + 2]);
-            for (int i = 0; i < n - 1; ++i) t[i] = auswahl(t[i], t[i + 4]);
+            for (int i = 0; i < n; ++i)
+                t[i] = auswahl(t[i], t[i + 1]);
+            for (int i = 0; i < n; ++i)
+                t[i] = auswahl(t[i], t[i + 2]);
+            for (int i = 0; i < n - 1; ++i)
+                t[i] = auswahl(t[i], t[i + 4]);
             // t[i] covers i to i + 7; the window of w pixels ends at i + 8.
-            for (int i = 0; i < w; ++i) z[i] = auswahl(t[i], t[i + 1]);
+            for (int i = 0; i < w; ++i)
+                z[i] = auswahl(t[i], t[i + 1]);
         }
     });
     Graubild quer(w, h);
@@ -48,7 +53,8 @@ template <typename Auswahl> void gleite(Graubild& bild, int fäden, const Auswah
             std::copy_n(bild.zeile(std::clamp(y - Halb, 0, h - 1)), w, ziel);
             for (int k = 1 - Halb; k <= Halb; ++k) {
                 const std::uint8_t* z = bild.zeile(std::clamp(y + k, 0, h - 1));
-                for (int x = 0; x < w; ++x) ziel[x] = auswahl(ziel[x], z[x]);
+                for (int x = 0; x < w; ++x)
+                    ziel[x] = auswahl(ziel[x], z[x]);
             }
         }
     });
@@ -81,10 +87,12 @@ Graubild unscharf(const Graubild& bild, double breite, int fäden) {
         for (int y = band * Band; y < std::min(h, (band + 1) * Band); ++y) {
             std::fill(summe.begin(), summe.end(), 0);
             for (int k = -r; k <= r; ++k) {
-                if (y + k < 0 || y + k >= h) continue;
+                if (y + k < 0 || y + k >= h)
+                    continue;
                 const std::uint8_t* z = bild.zeile(y + k);
                 const int g = kern[std::size_t(k + r)];
-                for (int x = 0; x < w; ++x) summe[std::size_t(x)] += g * z[x];
+                for (int x = 0; x < w; ++x)
+                    summe[std::size_t(x)] += g * z[x];
             }
             for (int x = 0; x < w; ++x)
                 spalte[std::size_t(x + r)] = std::uint16_t(std::min(summe[std::size_t(x)], 65535));
@@ -92,7 +100,8 @@ Graubild unscharf(const Graubild& bild, double breite, int fäden) {
             for (int k = 0; k <= 2 * r; ++k) {
                 const std::uint16_t* s = spalte.data() + k;
                 const int g = kern[std::size_t(k)];
-                for (int x = 0; x < w; ++x) summe[std::size_t(x)] += g * s[x];
+                for (int x = 0; x < w; ++x)
+                    summe[std::size_t(x)] += g * s[x];
             }
             std::uint8_t* ziel = aus.zeile(y);
             for (int x = 0; x < w; ++x)
@@ -113,8 +122,8 @@ Graubild dunkelheit(const Graubild& grau, int fäden) {
             const std::uint8_t* b = grund.zeile(y);
             std::uint8_t* ziel = dunkel.zeile(y);
             for (int x = 0; x < grau.breite; ++x) {
-                const float tiefe =
-                    float(b[x] - g[x]) / (float(std::max<int>(b[x], DunkelsterGrund)) * float(Vollton));
+                const float tiefe = float(b[x] - g[x]) /
+                                    (float(std::max<int>(b[x], DunkelsterGrund)) * float(Vollton));
                 ziel[x] = std::uint8_t(std::min(1.0F, tiefe) * 255 + 0.5F);
             }
         }
@@ -125,10 +134,12 @@ Graubild dunkelheit(const Graubild& grau, int fäden) {
 Dunkelkarte dunkelkarte(const Pixelquelle& quelle, double dpi, int fäden) {
     const QSize größe = quelle.größe();
     const double teiler = dpi / Dunkelkarte::Dpi;
-    if (teiler < 1) return {};
+    if (teiler < 1)
+        return {};
     // A third of a wing's length.
     constexpr int Kleinste = 40;
-    if (größe.width() / teiler < Kleinste || größe.height() / teiler < Kleinste / 2) return {};
+    if (größe.width() / teiler < Kleinste || größe.height() / teiler < Kleinste / 2)
+        return {};
     Graubild dunkel;
     {
         Graubild grau = verkleinert(quelle, QRect({0, 0}, größe), teiler, fäden);

@@ -7,8 +7,8 @@
 namespace tarvel {
 
 /// How much darker than its surroundings a picture is, at 300 dpi: thin dark lines such as veins
-/// stand out, broad shades, membranes and the light of the scanner do not. 0 is as the ground, 255 a
-/// quarter darker or more.
+/// stand out, broad shades, membranes and the light of the scanner do not. 0 is as the ground, 255
+/// a quarter darker or more.
 struct Dunkelkarte {
     static constexpr int Dpi = 300;
     /// Zeros around the map, so that what reaches past the picture needs no question.
@@ -25,8 +25,8 @@ struct Dunkelkarte {
 /// Dark lines of @p grau, a picture at 300 dpi, without margin and blurring.
 [[nodiscard]] Graubild dunkelheit(const Graubild& grau, int fäden = 1);
 
-/// The map of a picture scanned at @p dpi, 300 at least. Empty for a picture smaller than a wing, and
-/// for a coarser one.
+/// The map of a picture scanned at @p dpi, 300 at least. Empty for a picture smaller than a wing,
+/// and for a coarser one.
 [[nodiscard]] Dunkelkarte dunkelkarte(const Pixelquelle& quelle, double dpi, int fäden = 1);
 
 /// Blurred by a bell curve of the standard deviation @p breite pixels; what lies beyond the edge

@@ -19,19 +19,22 @@ constexpr int GrößtesMuster = 400;
 
 void schreibe(QDataStream& s, const std::vector<float>& zahlen) {
     s << quint32(zahlen.size());
-    for (float z : zahlen) s << qfloat16(z);
+    for (float z : zahlen)
+        s << qfloat16(z);
 }
 
 bool lies(QDataStream& s, std::vector<float>& zahlen, std::size_t erwartet) {
     quint32 anzahl = 0;
     s >> anzahl;
-    if (anzahl != erwartet) return false;
+    if (anzahl != erwartet)
+        return false;
     zahlen.resize(anzahl);
     for (float& z : zahlen) {
         qfloat16 halb;
         s >> halb;
         z = float(halb);
-        if (!std::isfinite(z)) return false;
+        if (!std::isfinite(z))
+            return false;
     }
     return s.status() == QDataStream::Ok;
 }
@@ -49,7 +52,8 @@ bool liesOrte(QDataStream& s, auto& orte) {
     constexpr double Weiteste = 4000;
     for (QPointF& ort : orte) {
         s >> ort;
-        if (!(std::abs(ort.x()) < Weiteste) || !(std::abs(ort.y()) < Weiteste)) return false;
+        if (!(std::abs(ort.x()) < Weiteste) || !(std::abs(ort.y()) < Weiteste))
+            return false;
     }
     return true;
 }
@@ -58,7 +62,8 @@ bool lies(QDataStream& s, Merkmalsraum& raum) {
     qint32 fenster = 0;
     qint32 zelle = 0;
     s >> fenster >> zelle;
-    if (!istFenster(fenster, zelle)) return false;
+    if (!istFenster(fenster, zelle))
+        return false;
     raum.fenster = fenster;
     raum.zelle = zelle;
     const auto zahl = std::size_t(8 * raum.merkmale());
@@ -67,20 +72,26 @@ bool lies(QDataStream& s, Merkmalsraum& raum) {
 
 bool lies(QDataStream& s, Fehlermodell& fehler) {
     for (Merkmalsraum& raum : fehler.räume)
-        if (!lies(s, raum)) return false;
+        if (!lies(s, raum))
+            return false;
     for (float& z : fehler.mitte)
-        if (!liesZahl(s, z)) return false;
+        if (!liesZahl(s, z))
+            return false;
     for (float& z : fehler.streuung)
-        if (!liesZahl(s, z) || z <= 0) return false;
+        if (!liesZahl(s, z) || z <= 0)
+            return false;
     for (float& z : fehler.gewichte)
-        if (!liesZahl(s, z)) return false;
+        if (!liesZahl(s, z))
+            return false;
     quint32 anzahl = 0;
     s >> anzahl;
-    if (anzahl < 2 || anzahl > 100) return false;
+    if (anzahl < 2 || anzahl > 100)
+        return false;
     fehler.eichung.resize(anzahl);
     float zuvor = -std::numeric_limits<float>::infinity();
     for (auto& [summe, wert] : fehler.eichung) {
-        if (!liesZahl(s, summe) || !liesZahl(s, wert) || summe <= zuvor || wert <= 0) return false;
+        if (!liesZahl(s, summe) || !liesZahl(s, wert) || summe <= zuvor || wert <= 0)
+            return false;
         zuvor = summe;
     }
     return true;
@@ -96,23 +107,29 @@ bool lies(QDataStream& s, Erkennungsmodell& modell) {
         return false;
     modell.muster = Graubild(breite, höhe);
     std::copy(dunkel.begin(), dunkel.end(), modell.muster.werte.begin());
-    if (!liesOrte(s, modell.punkte)) return false;
+    if (!liesOrte(s, modell.punkte))
+        return false;
     quint32 ecken = 0;
     s >> ecken;
-    if (ecken < 3 || ecken > 100) return false;
+    if (ecken < 3 || ecken > 100)
+        return false;
     modell.umriss.resize(ecken);
-    if (!liesOrte(s, modell.umriss)) return false;
+    if (!liesOrte(s, modell.umriss))
+        return false;
     quint32 stufen = 0;
     s >> stufen;
-    if (stufen < 1 || stufen > HöchstensStufen) return false;
+    if (stufen < 1 || stufen > HöchstensStufen)
+        return false;
     for (quint32 i = 0; i < stufen; ++i) {
         qint32 fenster = 0;
         qint32 zelle = 0;
         bool gemeinsam = false;
         s >> fenster >> zelle >> gemeinsam;
-        if (!istFenster(fenster, zelle)) return false;
+        if (!istFenster(fenster, zelle))
+            return false;
         Kaskadenstufe stufe{fenster, zelle, gemeinsam, {}};
-        if (!lies(s, stufe.gewichte, stufe.gewichtszahl())) return false;
+        if (!lies(s, stufe.gewichte, stufe.gewichtszahl()))
+            return false;
         modell.stufen.push_back(std::move(stufe));
     }
     return lies(s, modell.fehler) && s.status() == QDataStream::Ok && s.atEnd();
@@ -133,9 +150,11 @@ QByteArray Erkennungsmodell::alsDatei() const {
     s << herkunft << qint32(muster.breite) << qint32(muster.höhe)
       << QByteArray(reinterpret_cast<const char*>(muster.werte.data()),
                     qsizetype(muster.werte.size()));
-    for (const QPointF& ort : punkte) s << ort;
+    for (const QPointF& ort : punkte)
+        s << ort;
     s << quint32(umriss.size());
-    for (const QPointF& ort : umriss) s << ort;
+    for (const QPointF& ort : umriss)
+        s << ort;
     s << quint32(stufen.size());
     for (const Kaskadenstufe& stufe : stufen) {
         s << qint32(stufe.fenster) << qint32(stufe.zelle) << stufe.gemeinsam;
@@ -146,11 +165,15 @@ QByteArray Erkennungsmodell::alsDatei() const {
         schreibe(s, raum.mitte);
         schreibe(s, raum.richtungen);
     }
-    for (float z : fehler.mitte) s << z;
-    for (float z : fehler.streuung) s << z;
-    for (float z : fehler.gewichte) s << z;
+    for (float z : fehler.mitte)
+        s << z;
+    for (float z : fehler.streuung)
+        s << z;
+    for (float z : fehler.gewichte)
+        s << z;
     s << quint32(fehler.eichung.size());
-    for (const auto& [summe, wert] : fehler.eichung) s << summe << wert;
+    for (const auto& [summe, wert] : fehler.eichung)
+        s << summe << wert;
 
     QByteArray datei;
     QDataStream kopf(&datei, QIODevice::WriteOnly);
@@ -164,18 +187,22 @@ QByteArray Erkennungsmodell::alsDatei() const {
 
 Modellergebnis eingebautesModell() {
     QFile datei(QStringLiteral(":/tarvel/fluegelmodell.bin"));
-    if (!datei.open(QIODevice::ReadOnly)) return Modellfehler::KeinModell;
+    if (!datei.open(QIODevice::ReadOnly))
+        return Modellfehler::KeinModell;
     return liesErkennungsmodell(datei.readAll());
 }
 
 Modellergebnis liesErkennungsmodell(const QByteArray& datei) {
     constexpr qsizetype Kopf = sizeof Kennung - 1;
-    if (!datei.startsWith(Kennung)) return Modellfehler::KeinModell;
-    if (datei.size() < Kopf + 4 + Summenlänge) return Modellfehler::Beschädigt;
+    if (!datei.startsWith(Kennung))
+        return Modellfehler::KeinModell;
+    if (datei.size() < Kopf + 4 + Summenlänge)
+        return Modellfehler::Beschädigt;
     QDataStream kopf(datei.mid(Kopf, 4));
     quint32 fassung = 0;
     kopf >> fassung;
-    if (fassung != Erkennungsmodell::Fassung) return Modellfehler::AndereFassung;
+    if (fassung != Erkennungsmodell::Fassung)
+        return Modellfehler::AndereFassung;
     const QByteArray inhalt = datei.mid(Kopf + 4 + Summenlänge);
     if (QCryptographicHash::hash(inhalt, QCryptographicHash::Sha256) !=
         datei.mid(Kopf + 4, Summenlänge))
@@ -184,7 +211,8 @@ Modellergebnis liesErkennungsmodell(const QByteArray& datei) {
     s.setVersion(QDataStream::Qt_6_4);
     s.setFloatingPointPrecision(QDataStream::SinglePrecision);
     auto modell = std::make_shared<Erkennungsmodell>();
-    if (!lies(s, *modell)) return Modellfehler::Beschädigt;
+    if (!lies(s, *modell))
+        return Modellfehler::Beschädigt;
     return modell;
 }
 

@@ -35,7 +35,7 @@ struct Merkmalsraum {
     static constexpr int Richtungen = 12;
     int fenster = 0;
     int zelle = 0;
-    std::vector<float> mitte;     ///< 8 x F
+    std::vector<float> mitte;      ///< 8 x F
     std::vector<float> richtungen; ///< 8 x Richtungen x F, orthonormal
 
     [[nodiscard]] int merkmale() const { return (fenster / zelle) * (fenster / zelle) * 8; }

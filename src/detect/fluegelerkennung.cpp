@@ -13,7 +13,8 @@ namespace {
 
 /// Wings that share more than this of the smaller one's area are one wing seen twice.
 constexpr double HöchstensGemeinsam = 0.15;
-/// A candidate this near to a wing that is beyond doubt needs no search of its own; pixels at 300 dpi.
+/// A candidate this near to a wing that is beyond doubt needs no search of its own; pixels at 300
+/// dpi.
 constexpr double Nachbarschaft = 22;
 constexpr float OhneZweifel = 0.8F;
 /// Share of the whole work that the map, and the map with the first look, take.
@@ -47,8 +48,10 @@ double gemeinsameFläche(std::vector<QPointF> was, const std::vector<QPointF>& g
             const QPointF q = was[(k + 1) % was.size()];
             const double dp = innen(p);
             const double dq = innen(q);
-            if (dp >= 0) rest.push_back(p);
-            if ((dp >= 0) != (dq >= 0)) rest.push_back(p + (q - p) * (dp / (dp - dq)));
+            if (dp >= 0)
+                rest.push_back(p);
+            if ((dp >= 0) != (dq >= 0))
+                rest.push_back(p + (q - p) * (dp / (dp - dq)));
         }
         was = std::move(rest);
     }
@@ -89,7 +92,10 @@ struct Flügelerkennung::Werkzeug {
     Punktsucher punkte;
 
     explicit Werkzeug(std::shared_ptr<const Erkennungsmodell> m)
-        : modell(std::move(m)), muster(*modell), grob(muster), punkte(*modell) {}
+        : modell(std::move(m))
+        , muster(*modell)
+        , grob(muster)
+        , punkte(*modell) {}
 
     [[nodiscard]] std::vector<Flügellage> lagen(const Pixelquelle& quelle, double dpi,
                                                 Suchverlauf& verlauf, int fäden) const;
@@ -102,9 +108,11 @@ Flügelerkennung::~Flügelerkennung() = default;
 
 std::vector<Flügellage> Flügelerkennung::Werkzeug::lagen(const Pixelquelle& quelle, double dpi,
                                                          Suchverlauf& verlauf, int fäden) const {
-    if (dpi < GröbsteAuflösung) return {};
+    if (dpi < GröbsteAuflösung)
+        return {};
     const Dunkelkarte karte = dunkelkarte(quelle, dpi, fäden);
-    if (karte.leer() || verlauf.halt) return {};
+    if (karte.leer() || verlauf.halt)
+        return {};
     verlauf.prozent = NachKarte;
     const auto stellen = grob.suche(karte, fäden, verlauf.halt);
     verlauf.prozent = NachGrobsuche;
@@ -119,7 +127,8 @@ std::vector<Flügellage> Flügelerkennung::Werkzeug::lagen(const Pixelquelle& qu
             const bool erledigt = std::any_of(gefunden.begin(), gefunden.end(), [&](const auto& f) {
                 return f.güte > OhneZweifel && std::hypot(f.x - s.x, f.y - s.y) < Nachbarschaft;
             });
-            if (!erledigt) dran.push_back(s);
+            if (!erledigt)
+                dran.push_back(s);
         }
         std::vector<std::optional<Flügellage>> ergebnis(dran.size());
         verteile(int(dran.size()), fäden, [&](int i) {
@@ -127,7 +136,8 @@ std::vector<Flügellage> Flügelerkennung::Werkzeug::lagen(const Pixelquelle& qu
                 ergebnis[std::size_t(i)] = muster.suche(karte, dran[std::size_t(i)]);
         });
         for (auto& e : ergebnis)
-            if (e && e->güte >= Zweifelsgrenze) gefunden.push_back(*e);
+            if (e && e->güte >= Zweifelsgrenze)
+                gefunden.push_back(*e);
         verlauf.prozent = NachGrobsuche + int((NachLagen - NachGrobsuche) * von / stellen.size());
     }
     std::stable_sort(gefunden.begin(), gefunden.end(),
@@ -140,7 +150,8 @@ std::vector<Flügellage> Flügelerkennung::Werkzeug::lagen(const Pixelquelle& qu
             return gemeinsameFläche(umriss, u) >
                    HöchstensGemeinsam * std::min(std::abs(fläche(umriss)), std::abs(fläche(u)));
         });
-        if (doppelt) continue;
+        if (doppelt)
+            continue;
         bleiben.push_back(f);
         umrisse.push_back(std::move(umriss));
     }
@@ -152,7 +163,8 @@ std::vector<Flügelfund> Flügelerkennung::finde(const Pixelquelle& quelle, doub
     const auto lagen = werkzeug_->lagen(quelle, dpi, verlauf, fäden);
     std::vector<Flügelfund> funde(lagen.size());
     verteile(int(lagen.size()), fäden, [&](int i) {
-        if (verlauf.halt) return;
+        if (verlauf.halt)
+            return;
         const Flügellage& lage = lagen[std::size_t(i)];
         Flügelfund& fund = funde[std::size_t(i)];
         const Affin abbildung = werkzeug_->muster.abbildung(lage, dpi);
@@ -170,7 +182,8 @@ std::vector<Flügelfund> Flügelerkennung::finde(const Pixelquelle& quelle, doub
         fund.stand =
             lage.güte >= Sichergrenze ? Flügelfund::Stand::Sicher : Flügelfund::Stand::Zweifelhaft;
     });
-    if (verlauf.halt) return {};
+    if (verlauf.halt)
+        return {};
     std::vector<QPointF> orte;
     double höhe = 0;
     for (const Flügelfund& f : funde) {
@@ -179,7 +192,8 @@ std::vector<Flügelfund> Flügelerkennung::finde(const Pixelquelle& quelle, doub
     }
     std::vector<Flügelfund> gereiht;
     gereiht.reserve(funde.size());
-    for (int i : leserichtung(orte, höhe)) gereiht.push_back(std::move(funde[std::size_t(i)]));
+    for (int i : leserichtung(orte, höhe))
+        gereiht.push_back(std::move(funde[std::size_t(i)]));
     verlauf.prozent = 100;
     return gereiht;
 }
@@ -193,15 +207,20 @@ std::optional<int> Flügelerkennung::andereAuflösung(const Pixelquelle& quelle,
     std::optional<Ergebnis> best;
     for (int versuch : {600, 1200, 2400, 4800, 300, 800, 1600, 3200}) {
         // What lies near the one that was set has been looked for with it.
-        if (versuch > 0.85 * dpi && versuch < 1.2 * dpi) continue;
-        if (verlauf.halt) return std::nullopt;
+        if (versuch > 0.85 * dpi && versuch < 1.2 * dpi)
+            continue;
+        if (verlauf.halt)
+            return std::nullopt;
         const auto lagen = werkzeug_->lagen(quelle, versuch, verlauf, fäden);
-        if (lagen.empty() || lagen[0].güte < Sichergrenze) continue;
+        if (lagen.empty() || lagen[0].güte < Sichergrenze)
+            continue;
         // Nearest to the size of the mean wing.
         const double größe = std::abs(std::log(lagen[0].größe));
         const auto güte = lagen[0].güte - float(größe);
-        if (!best || güte > best->güte) best = Ergebnis{versuch, güte};
-        if (größe < 0.1) break;
+        if (!best || güte > best->güte)
+            best = Ergebnis{versuch, güte};
+        if (größe < 0.1)
+            break;
     }
     return best ? std::optional(best->dpi) : std::nullopt;
 }

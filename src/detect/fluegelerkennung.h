@@ -18,7 +18,7 @@ struct Flügelfund {
         Zweifelhaft ///< something like a wing: under another one, torn, half covered
     };
 
-    QPointF mitte;           ///< pixels of the picture, origin its corner
+    QPointF mitte; ///< pixels of the picture, origin its corner
     /// Degrees, 0 to 360, by which it is turned clockwise: a left wing at 0 has its tip on the left
     /// and its front edge up, a mirrored one its tip on the right.
     double winkel = 0;
@@ -45,7 +45,8 @@ struct Suchverlauf {
 /// whatever the number of threads. To be used by several threads at once.
 class Flügelerkennung {
 public:
-    /// Wings at this likeness and above are sure; those less than this but above Zweifelsgrenze are doubtful.
+    /// Wings at this likeness and above are sure; those less than this but above Zweifelsgrenze are
+    /// doubtful.
     static constexpr float Sichergrenze = 0.75F;
     static constexpr float Zweifelsgrenze = 0.60F;
     /// Scans coarser than this show veins too badly.
@@ -56,9 +57,9 @@ public:
     Flügelerkennung(const Flügelerkennung&) = delete;
     Flügelerkennung& operator=(const Flügelerkennung&) = delete;
 
-    /// The wings of a picture scanned at @p dpi, in rows from the top left, with their points. Empty
-    /// when there is none, when the picture is too coarse, and when @p verlauf was told to stop.
-    /// Takes up to 60 MiB for an A4 sheet beside the picture.
+    /// The wings of a picture scanned at @p dpi, in rows from the top left, with their points.
+    /// Empty when there is none, when the picture is too coarse, and when @p verlauf was told to
+    /// stop. Takes up to 60 MiB for an A4 sheet beside the picture.
     [[nodiscard]] std::vector<Flügelfund> finde(const Pixelquelle& quelle, double dpi,
                                                 Suchverlauf& verlauf, int fäden = 2) const;
 

@@ -34,19 +34,23 @@ std::vector<Flügellage> beste(std::vector<Flügellage> lagen, std::size_t anzah
                    drehabstand(u.winkel, q.winkel) <= 0.5 &&
                    std::abs(u.größe - q.größe) <= größenabstand;
         });
-        if (neu) gewählt.push_back(q);
-        if (gewählt.size() == anzahl) break;
+        if (neu)
+            gewählt.push_back(q);
+        if (gewählt.size() == anzahl)
+            break;
     }
     return gewählt;
 }
 
 } // namespace
 
-Flügelmuster::Flügelmuster(const Erkennungsmodell& modell) : muster_(modell.muster) {
+Flügelmuster::Flügelmuster(const Erkennungsmodell& modell)
+    : muster_(modell.muster) {
     maske_ = Graubild(muster_.breite, muster_.höhe);
     for (int y = 0; y < muster_.höhe; ++y)
         for (int x = 0; x < muster_.breite; ++x) {
-            if (muster_.zeile(y)[x] < Musterschwelle) continue;
+            if (muster_.zeile(y)[x] < Musterschwelle)
+                continue;
             for (int v = std::max(0, y - Maskenrand);
                  v <= std::min(muster_.höhe - 1, y + Maskenrand); ++v)
                 for (int u = std::max(0, x - Maskenrand);
@@ -63,7 +67,8 @@ Flügelmuster::Auswahl Flügelmuster::auswahl(int schritt) const {
     int n = 0;
     for (int y = 0; y < muster_.höhe; ++y)
         for (int x = 0; x < muster_.breite; ++x) {
-            if (!maske_.zeile(y)[x] || n++ % schritt) continue;
+            if (!maske_.zeile(y)[x] || n++ % schritt)
+                continue;
             stellen.push_back(std::size_t(y) * std::size_t(muster_.breite) + std::size_t(x));
             aus.x.push_back(float(x) - float(muster_.breite - 1) / 2);
             aus.y.push_back(float(y) - float(muster_.höhe - 1) / 2);
@@ -84,7 +89,8 @@ Flügelmuster::Auswahl Flügelmuster::auswahl(int schritt) const {
             quadrate += double(w) * w;
         }
         const auto faktor = float(1 / std::sqrt(std::max(quadrate, 1.0)));
-        for (float& w : werte) w *= faktor;
+        for (float& w : werte)
+            w *= faktor;
     }
     return aus;
 }
@@ -93,8 +99,9 @@ float Flügelmuster::wert(double x, double y) const {
     const int i = int(std::floor(x));
     const int j = int(std::floor(y));
     const auto bei = [&](int u, int v) {
-        return u < 0 || v < 0 || u >= muster_.breite || v >= muster_.höhe ? 0.0F
-                                                                          : float(muster_.zeile(v)[u]);
+        return u < 0 || v < 0 || u >= muster_.breite || v >= muster_.höhe
+                   ? 0.0F
+                   : float(muster_.zeile(v)[u]);
     };
     const auto fx = float(x - i);
     const auto fy = float(y - j);
@@ -160,18 +167,29 @@ void Flügelmuster::steige(const Dunkelkarte& karte, Flügellage& lage, int stuf
                 const double vz = richtung % 2 ? -1 : 1;
                 Flügellage q = lage;
                 switch (richtung / 2) {
-                case 0: q.winkel += vz * schritte.winkel; break;
-                case 1: q.x += vz * schritte.weite; break;
-                case 2: q.y += vz * schritte.weite; break;
-                default: q.größe += vz * schritte.größe; break;
+                case 0:
+                    q.winkel += vz * schritte.winkel;
+                    break;
+                case 1:
+                    q.x += vz * schritte.weite;
+                    break;
+                case 2:
+                    q.y += vz * schritte.weite;
+                    break;
+                default:
+                    q.größe += vz * schritte.größe;
+                    break;
                 }
-                if (q.größe < KleinsteGröße || q.größe > GrößteGröße) break;
+                if (q.größe < KleinsteGröße || q.größe > GrößteGröße)
+                    break;
                 q.güte = güte(karte, stufe, q, schritt);
-                if (q.güte <= lage.güte + 1e-5F) break;
+                if (q.güte <= lage.güte + 1e-5F)
+                    break;
                 lage = q;
                 besser = true;
             }
-        if (!besser) break;
+        if (!besser)
+            break;
     }
 }
 
@@ -206,17 +224,20 @@ std::optional<Flügellage> Flügelmuster::suche(const Dunkelkarte& karte,
     }
     std::stable_sort(lagen.begin(), lagen.end(),
                      [](const auto& a, const auto& b) { return a.güte > b.güte; });
-    if (lagen[0].güte < Hoffnungslos) return std::nullopt;
+    if (lagen[0].güte < Hoffnungslos)
+        return std::nullopt;
 
     Flügellage best;
     best.güte = -1;
     const auto versuche = [&](Flügellage q) {
         feinsuche(karte, q);
-        if (q.güte > best.güte) best = q;
+        if (q.güte > best.güte)
+            best = q;
     };
     const float schwelle = lagen[0].güte - 0.12F;
     for (std::size_t i = 0; i < std::min<std::size_t>(2, lagen.size()); ++i)
-        if (lagen[i].güte > schwelle) versuche(lagen[i]);
+        if (lagen[i].güte > schwelle)
+            versuche(lagen[i]);
     if (best.güte > Hoffnungslos && best.güte < SicherGetroffen) {
         // Caught beside the best place, as on a much larger or smaller wing.
         std::vector<Flügellage> neu;

@@ -10,12 +10,12 @@ namespace tarvel {
 
 /// Where and how a wing lies on a picture.
 struct Flügellage {
-    double x = 0;      ///< middle of the wing, pixels of the map at 300 dpi, origin its corner
+    double x = 0; ///< middle of the wing, pixels of the map at 300 dpi, origin its corner
     double y = 0;
-    double winkel = 0; ///< radians by which the mean wing is turned, from x towards y
-    double größe = 1;  ///< times the mean wing
+    double winkel = 0;       ///< radians by which the mean wing is turned, from x towards y
+    double größe = 1;        ///< times the mean wing
     bool gespiegelt = false; ///< a right wing, or a left one seen from below
-    float güte = 0;    ///< correlation with the mean wing, -1 to 1
+    float güte = 0;          ///< correlation with the mean wing, -1 to 1
 };
 
 /// The mean wing as a pattern to be laid over a map of darkness, and the search for the place where
@@ -57,7 +57,7 @@ private:
     Graubild muster_;
     Graubild maske_;
     struct Auswahl {
-        std::vector<float> x, y; ///< from the middle of the pattern
+        std::vector<float> x, y;                 ///< from the middle of the pattern
         std::array<std::vector<float>, 4> werte; ///< of each level: mean 0, length 1
     };
     /// All pixels of the pattern, and each third.

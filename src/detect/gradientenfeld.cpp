@@ -42,12 +42,15 @@ void glätte(const std::vector<float>& quelle, std::vector<float>& ziel) {
 
 void Flügelausschnitt::gleicheAus() {
     double summe = 0;
-    for (float w : werte) summe += w;
+    for (float w : werte)
+        summe += w;
     const auto mittel = float(summe / double(werte.size()));
     double quadrate = 0;
-    for (float w : werte) quadrate += double(w - mittel) * (w - mittel);
+    for (float w : werte)
+        quadrate += double(w - mittel) * (w - mittel);
     const auto teiler = float(std::sqrt(quadrate / double(werte.size())) + 1e-3);
-    for (float& w : werte) w = (w - mittel) / teiler;
+    for (float& w : werte)
+        w = (w - mittel) / teiler;
 }
 
 Gradientenfeld::Gradientenfeld(const Flügelausschnitt& ausschnitt)
@@ -77,8 +80,7 @@ Gradientenfeld::Gradientenfeld(const Flügelausschnitt& ausschnitt)
             const float gy = c[x] - a[x] + 0.5F * (c[l] - a[l] + c[r] - a[r]);
             const float m = Öffnung * std::sqrt(gx * gx + gy * gy);
             for (int k = 0; k < R; ++k) {
-                const float anteil =
-                    gx * cosinus[std::size_t(k)] + gy * sinus[std::size_t(k)] - m;
+                const float anteil = gx * cosinus[std::size_t(k)] + gy * sinus[std::size_t(k)] - m;
                 lauf[std::size_t(k)] +=
                     std::int32_t(std::clamp(anteil * Auflösung, 0.0F, Grenze) + 0.5F);
                 unten[(x + 1) * R + k] = oben[(x + 1) * R + k] + lauf[std::size_t(k)];
@@ -105,7 +107,8 @@ void Gradientenfeld::beschreibe(QPointF ort, int fenster, int zelle, float* ziel
         for (int j = 0; j <= n; ++j) {
             const int x = std::min(int(xs[std::size_t(j)]), W - 1);
             const float fx = xs[std::size_t(j)] - float(x);
-            const std::int32_t* p = summen_.data() + (std::size_t(y) * (W + 1) + std::size_t(x)) * R;
+            const std::int32_t* p =
+                summen_.data() + (std::size_t(y) * (W + 1) + std::size_t(x)) * R;
             const std::int32_t* q = p + (W + 1) * R;
             float* e = ecken.data() + std::size_t(i * (n + 1) + j) * R;
             for (int k = 0; k < R; ++k) {
@@ -139,7 +142,8 @@ void Gradientenfeld::beschreibe(QPointF ort, int fenster, int zelle, float* ziel
         }
     // A window without anything to see must not be stretched to full contrast.
     const float faktor = 1 / (std::sqrt(länge) + float(fenster) / 5);
-    for (int i = 0; i < n * n * R; ++i) ziel[i] = std::sqrt(ziel[i] * faktor);
+    for (int i = 0; i < n * n * R; ++i)
+        ziel[i] = std::sqrt(ziel[i] * faktor);
 }
 
 } // namespace tarvel

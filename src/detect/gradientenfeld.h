@@ -42,8 +42,9 @@ public:
 
     explicit Gradientenfeld(const Flügelausschnitt& ausschnitt);
 
-    /// Writes (@p fenster / @p zelle)² times eight numbers: the cells row by row around @p ort (pixels
-    /// of the crop, origin its corner), the root of each share. What lies outside counts as the edge.
+    /// Writes (@p fenster / @p zelle)² times eight numbers: the cells row by row around @p ort
+    /// (pixels of the crop, origin its corner), the root of each share. What lies outside counts as
+    /// the edge.
     void beschreibe(QPointF ort, int fenster, int zelle, float* ziel) const;
 
 private:

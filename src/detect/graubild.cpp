@@ -93,7 +93,8 @@ Graubild verkleinert(const Pixelquelle& quelle, const QRect& ausschnitt, double 
                     float w = s.erstes * float(roh[std::size_t(s.von)]);
                     if (s.bis > s.von) {
                         int mitte = 0;
-                        for (int p = s.von + 1; p < s.bis; ++p) mitte += roh[std::size_t(p)];
+                        for (int p = s.von + 1; p < s.bis; ++p)
+                            mitte += roh[std::size_t(p)];
                         w += float(mitte) + s.letztes * float(roh[std::size_t(s.bis)]);
                     }
                     summe[x] += anteil * w;

@@ -16,7 +16,9 @@ struct Graubild {
 
     Graubild() = default;
     Graubild(int b, int h, std::uint8_t wert = 0)
-        : breite(b), höhe(h), werte(std::size_t(b) * std::size_t(h), wert) {}
+        : breite(b)
+        , höhe(h)
+        , werte(std::size_t(b) * std::size_t(h), wert) {}
 
     [[nodiscard]] const std::uint8_t* zeile(int y) const {
         return werte.data() + std::size_t(y) * std::size_t(breite);
@@ -31,7 +33,8 @@ class Pixelquelle {
 public:
     virtual ~Pixelquelle() = default;
     [[nodiscard]] virtual QSize größe() const = 0;
-    /// Writes @p anzahl grey values of row @p y from column @p x on; all of them are in the picture.
+    /// Writes @p anzahl grey values of row @p y from column @p x on; all of them are in the
+    /// picture.
     virtual void lies(int x, int y, int anzahl, std::uint8_t* ziel) const = 0;
 };
 

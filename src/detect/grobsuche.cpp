@@ -47,7 +47,8 @@ Grobmuster::Grobmuster(const Flügelmuster& muster) {
                             const double py = (y - r) * Teiler + v - (Teiler - 1) / 2.0;
                             double mx = c * px + s * py;
                             const double my = -s * px + c * py;
-                            if (spiegel) mx = -mx;
+                            if (spiegel)
+                                mx = -mx;
                             const double tx = mx + (größe.width() - 1) / 2.0;
                             const double ty = my + (größe.height() - 1) / 2.0;
                             summe += muster.wert(tx, ty);
@@ -95,7 +96,8 @@ std::vector<Flügellage> Grobmuster::suche(const Dunkelkarte& karte, int fäden,
             for (int v = 0; v < Teiler; ++v) {
                 const std::uint8_t* z = karte.stufen[0].zeile(Dunkelkarte::Rand + y * Teiler + v) +
                                         Dunkelkarte::Rand + x * Teiler;
-                for (int u = 0; u < Teiler; ++u) summe += z[u];
+                for (int u = 0; u < Teiler; ++u)
+                    summe += z[u];
             }
             klein.zeile(y + Rand)[x + Rand] = std::uint8_t(summe / (Teiler * Teiler));
         }
@@ -104,9 +106,11 @@ std::vector<Flügellage> Grobmuster::suche(const Dunkelkarte& karte, int fäden,
     // The grain of the paper is no darkness: half of any sheet is paper.
     std::array<int, 256> häufigkeit{};
     for (int y = 0; y < h; ++y)
-        for (int x = 0; x < w; ++x) ++häufigkeit[klein.zeile(y + Rand)[x + Rand]];
+        for (int x = 0; x < w; ++x)
+            ++häufigkeit[klein.zeile(y + Rand)[x + Rand]];
     int korn = 0;
-    for (int unter = häufigkeit[0]; unter < w * h / 2; unter += häufigkeit[std::size_t(korn)]) ++korn;
+    for (int unter = häufigkeit[0]; unter < w * h / 2; unter += häufigkeit[std::size_t(korn)])
+        ++korn;
 
     const int breite = klein.breite;
     std::vector<std::int16_t> pixel(klein.werte.begin(), klein.werte.end());
@@ -152,8 +156,7 @@ std::vector<Flügellage> Grobmuster::suche(const Dunkelkarte& karte, int fäden,
             }
             const double varianz =
                 double(quadrate) - double(summe) * summe / double(d.werte.size());
-            const auto v =
-                float(treffer / (d.norm * std::sqrt(std::max(varianz, Mindestvarianz))));
+            const auto v = float(treffer / (d.norm * std::sqrt(std::max(varianz, Mindestvarianz))));
             if (v > höchste) {
                 höchste = v;
                 dazu = k;
@@ -163,9 +166,11 @@ std::vector<Flügellage> Grobmuster::suche(const Dunkelkarte& karte, int fäden,
         welche[std::size_t(y) * std::size_t(w) + std::size_t(x)] = std::uint8_t(dazu);
     };
     verteile((h + 1) / 2, fäden, [&](int zeile) {
-        if (halt) return;
+        if (halt)
+            return;
         for (int x = 0; x < w; x += 2)
-            if (dunkel(x + Rand, 2 * zeile + Rand) >= Mindestdunkel) schau(x, 2 * zeile);
+            if (dunkel(x + Rand, 2 * zeile + Rand) >= Mindestdunkel)
+                schau(x, 2 * zeile);
     });
     // Between the places looked at, where they promise something: rows are shared out so that each
     // thread writes only its own.
@@ -176,34 +181,43 @@ std::vector<Flügellage> Grobmuster::suche(const Dunkelkarte& karte, int fäden,
     std::vector<std::uint8_t> gesucht(best.size(), 0);
     for (int y = 0; y < h; y += 2)
         for (int x = 0; x < w; x += 2) {
-            if (!verspricht(x, y)) continue;
+            if (!verspricht(x, y))
+                continue;
             for (int v = std::max(0, y - 1); v <= std::min(h - 1, y + 1); ++v)
                 for (int u = std::max(0, x - 1); u <= std::min(w - 1, x + 1); ++u)
-                    if (u % 2 || v % 2) gesucht[std::size_t(v) * std::size_t(w) + std::size_t(u)] = 1;
+                    if (u % 2 || v % 2)
+                        gesucht[std::size_t(v) * std::size_t(w) + std::size_t(u)] = 1;
         }
     verteile(h, fäden, [&](int y) {
-        if (halt) return;
+        if (halt)
+            return;
         for (int x = 0; x < w; ++x)
-            if (gesucht[std::size_t(y) * std::size_t(w) + std::size_t(x)]) schau(x, y);
+            if (gesucht[std::size_t(y) * std::size_t(w) + std::size_t(x)])
+                schau(x, y);
     });
 
     std::vector<Flügellage> stellen;
     for (int y = 0; y < h; ++y)
         for (int x = 0; x < w; ++x) {
             const float wert = best[std::size_t(y) * std::size_t(w) + std::size_t(x)];
-            if (wert <= Schwelle) continue;
+            if (wert <= Schwelle)
+                continue;
             bool gipfel = true;
-            for (int v = std::max(0, y - Trennweite); gipfel && v <= std::min(h - 1, y + Trennweite);
-                 ++v)
+            for (int v = std::max(0, y - Trennweite);
+                 gipfel && v <= std::min(h - 1, y + Trennweite); ++v)
                 for (int u = std::max(0, x - Trennweite); u <= std::min(w - 1, x + Trennweite); ++u)
-                    if (best[std::size_t(v) * std::size_t(w) + std::size_t(u)] > wert) gipfel = false;
-            if (!gipfel) continue;
+                    if (best[std::size_t(v) * std::size_t(w) + std::size_t(u)] > wert)
+                        gipfel = false;
+            if (!gipfel)
+                continue;
             const Drehung& d = drehungen_[welche[std::size_t(y) * std::size_t(w) + std::size_t(x)]];
-            stellen.push_back({(x + 0.5) * Teiler, (y + 0.5) * Teiler, d.winkel, 1, d.gespiegelt, wert});
+            stellen.push_back(
+                {(x + 0.5) * Teiler, (y + 0.5) * Teiler, d.winkel, 1, d.gespiegelt, wert});
         }
     std::stable_sort(stellen.begin(), stellen.end(),
                      [](const auto& a, const auto& b) { return a.güte > b.güte; });
-    if (stellen.size() > HöchstensStellen) stellen.resize(HöchstensStellen);
+    if (stellen.size() > HöchstensStellen)
+        stellen.resize(HöchstensStellen);
     return stellen;
 }
 

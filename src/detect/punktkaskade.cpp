@@ -13,7 +13,8 @@ void Punktkaskade::schritt(const Kaskadenstufe& stufe, const Gradientenfeld& fel
         const float* g = stufe.gewichte.data();
         std::array<float, Ziele> summe{};
         for (float m : merkmale)
-            for (float& s : summe) s += m * *g++;
+            for (float& s : summe)
+                s += m * *g++;
         for (std::size_t k = 0; k < punkte.size(); ++k)
             punkte[k] += QPointF(double(summe[2 * k]) + double(g[2 * k]),
                                  double(summe[2 * k + 1]) + double(g[2 * k + 1]));
@@ -32,12 +33,14 @@ void Punktkaskade::schritt(const Kaskadenstufe& stufe, const Gradientenfeld& fel
 }
 
 void Punktkaskade::führe(const Gradientenfeld& feld, Punktsatz& punkte) const {
-    for (const Kaskadenstufe& stufe : stufen_) schritt(stufe, feld, punkte);
+    for (const Kaskadenstufe& stufe : stufen_)
+        schritt(stufe, feld, punkte);
 }
 
 void Punktkaskade::führeEinzeln(const Gradientenfeld& feld, Punktsatz& punkte) const {
     for (const Kaskadenstufe& stufe : stufen_)
-        if (!stufe.gemeinsam) schritt(stufe, feld, punkte);
+        if (!stufe.gemeinsam)
+            schritt(stufe, feld, punkte);
 }
 
 } // namespace tarvel

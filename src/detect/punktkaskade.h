@@ -9,7 +9,8 @@ namespace tarvel {
 /// points and corrects them by a linear regression (supervised descent).
 class Punktkaskade {
 public:
-    explicit Punktkaskade(const std::vector<Kaskadenstufe>& stufen) : stufen_(stufen) {}
+    explicit Punktkaskade(const std::vector<Kaskadenstufe>& stufen)
+        : stufen_(stufen) {}
 
     /// Corrects @p punkte, pixels of the crop.
     void führe(const Gradientenfeld& feld, Punktsatz& punkte) const;

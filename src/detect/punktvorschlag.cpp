@@ -22,8 +22,9 @@ constexpr std::array Versätze{QPointF(2.5, 0), QPointF(-2.5, 0), QPointF(0, 2.5
 
 /// The frame of a crop varied about its middle.
 Affin abgewandelt(const Affin& lage, const Abwandlung& a) {
-    const QPointF mitte(Flügelausschnitt::Links + Flügelausschnitt::Breite * Flügelausschnitt::Maßstab / 2,
-                        Flügelausschnitt::Oben + Flügelausschnitt::Höhe * Flügelausschnitt::Maßstab / 2);
+    const QPointF mitte(
+        Flügelausschnitt::Links + Flügelausschnitt::Breite * Flügelausschnitt::Maßstab / 2,
+        Flügelausschnitt::Oben + Flügelausschnitt::Höhe * Flügelausschnitt::Maßstab / 2);
     return lage.nach(Affin::verschiebung(mitte + QPointF(a.dx, a.dy)))
         .nach(Affin::drehung(a.winkel, a.streckung))
         .nach(Affin::verschiebung(-mitte));
@@ -35,11 +36,15 @@ Punktsatz abgebildet(const Affin& lage, const Punktsatz& punkte) {
     return bild;
 }
 
-double länge(QPointF p) { return std::hypot(p.x(), p.y()); }
+double länge(QPointF p) {
+    return std::hypot(p.x(), p.y());
+}
 
-template <std::size_t N> double median(std::array<double, N> werte) {
+template <std::size_t N>
+double median(std::array<double, N> werte) {
     std::nth_element(werte.begin(), werte.begin() + N / 2, werte.end());
-    if constexpr (N % 2) return werte[N / 2];
+    if constexpr (N % 2)
+        return werte[N / 2];
     return (werte[N / 2] + *std::max_element(werte.begin(), werte.begin() + N / 2)) / 2;
 }
 
@@ -72,17 +77,20 @@ std::pair<Punktsatz, std::array<double, 8>> mitteUndStreuung(const std::array<Pu
 float abstand(const Merkmalsraum& raum, std::size_t punkt, std::vector<float>& merkmale) {
     const auto f = std::size_t(raum.merkmale());
     const float* mitte = raum.mitte.data() + punkt * f;
-    for (std::size_t i = 0; i < f; ++i) merkmale[i] -= mitte[i];
+    for (std::size_t i = 0; i < f; ++i)
+        merkmale[i] -= mitte[i];
     for (int r = 0; r < Merkmalsraum::Richtungen; ++r) {
         const float* richtung =
-            raum.richtungen.data() +
-            (punkt * Merkmalsraum::Richtungen + std::size_t(r)) * f;
+            raum.richtungen.data() + (punkt * Merkmalsraum::Richtungen + std::size_t(r)) * f;
         float anteil = 0;
-        for (std::size_t i = 0; i < f; ++i) anteil += merkmale[i] * richtung[i];
-        for (std::size_t i = 0; i < f; ++i) merkmale[i] -= anteil * richtung[i];
+        for (std::size_t i = 0; i < f; ++i)
+            anteil += merkmale[i] * richtung[i];
+        for (std::size_t i = 0; i < f; ++i)
+            merkmale[i] -= anteil * richtung[i];
     }
     float quadrate = 0;
-    for (std::size_t i = 0; i < f; ++i) quadrate += merkmale[i] * merkmale[i];
+    for (std::size_t i = 0; i < f; ++i)
+        quadrate += merkmale[i] * merkmale[i];
     return std::sqrt(quadrate);
 }
 
@@ -93,15 +101,16 @@ Bildstück::Bildstück(const Pixelquelle& quelle, const Affin& lage) {
     const double r = Flügelausschnitt::Links + Flügelausschnitt::Breite * Flügelausschnitt::Maßstab;
     const double u = Flügelausschnitt::Oben + Flügelausschnitt::Höhe * Flügelausschnitt::Maßstab;
     QRectF bedarf;
-    for (QPointF ecke : {QPointF(Flügelausschnitt::Links - Spiel, Flügelausschnitt::Oben - Spiel),
-                         QPointF(r + Spiel, Flügelausschnitt::Oben - Spiel),
-                         QPointF(r + Spiel, u + Spiel),
-                         QPointF(Flügelausschnitt::Links - Spiel, u + Spiel)}) {
+    for (QPointF ecke :
+         {QPointF(Flügelausschnitt::Links - Spiel, Flügelausschnitt::Oben - Spiel),
+          QPointF(r + Spiel, Flügelausschnitt::Oben - Spiel), QPointF(r + Spiel, u + Spiel),
+          QPointF(Flügelausschnitt::Links - Spiel, u + Spiel)}) {
         const QPointF p = lage(ecke);
         bedarf |= QRectF(p - QPointF(2, 2), QSizeF(4, 4));
     }
     QRect teil = bedarf.toAlignedRect() & QRect({0, 0}, quelle.größe());
-    if (teil.isEmpty()) teil = QRect(0, 0, 1, 1);
+    if (teil.isEmpty())
+        teil = QRect(0, 0, 1, 1);
     const double jePixel = lage.maßstab() * Flügelausschnitt::Maßstab;
     // Finer pictures are brought to the crop's resolution; nearly as coarse ones are taken as they
     // are.
@@ -111,8 +120,9 @@ Bildstück::Bildstück(const Pixelquelle& quelle, const Affin& lage) {
 }
 
 Flügelausschnitt Bildstück::schneide(const Affin& lage) const {
-    const Affin ausRahmen{Flügelausschnitt::Maßstab, 0, 0, Flügelausschnitt::Maßstab,
-                          Flügelausschnitt::Links, Flügelausschnitt::Oben};
+    const Affin ausRahmen{
+        Flügelausschnitt::Maßstab, 0, 0, Flügelausschnitt::Maßstab, Flügelausschnitt::Links,
+        Flügelausschnitt::Oben};
     const Affin weg = zuBild_.nach(lage).nach(ausRahmen);
     Flügelausschnitt aus;
     float* ziel = aus.werte.data();
@@ -151,7 +161,8 @@ std::pair<Punktvorschlag, Vorschlagszeichen> Punktsucher::sucheMitZeichen(const 
         Punktsatz punkte = anfang;
         kaskade.führe(feld, punkte);
         sätze[i] = abgebildet(so, imRahmen(punkte));
-        if (i == 0) gerade = std::move(feld);
+        if (i == 0)
+            gerade = std::move(feld);
     }
     Punktvorschlag vorschlag;
     const auto [mitte, streuung] = mitteUndStreuung(sätze, false);
@@ -167,7 +178,8 @@ std::pair<Punktvorschlag, Vorschlagszeichen> Punktsucher::sucheMitZeichen(const 
     std::array<Punktsatz, Versätze.size()> stimmen;
     for (std::size_t i = 0; i < Versätze.size(); ++i) {
         stimmen[i] = imAusschnitt;
-        for (QPointF& p : stimmen[i]) p += Versätze[i];
+        for (QPointF& p : stimmen[i])
+            p += Versätze[i];
         kaskade.führeEinzeln(*gerade, stimmen[i]);
     }
     const auto uneins = mitteUndStreuung(stimmen, true).second;
@@ -194,9 +206,12 @@ float Punktsucher::erwarteterFehler(const Fehlermodell& modell,
         summe += modell.gewichte[1 + i] * t + modell.gewichte[1 + z.size() + i] * t * t;
     }
     const auto& e = modell.eichung;
-    const auto danach = std::find_if(e.begin(), e.end(), [&](const auto& p) { return p.first > summe; });
-    if (danach == e.begin()) return e.front().second;
-    if (danach == e.end()) return e.back().second;
+    const auto danach =
+        std::find_if(e.begin(), e.end(), [&](const auto& p) { return p.first > summe; });
+    if (danach == e.begin())
+        return e.front().second;
+    if (danach == e.end())
+        return e.back().second;
     const auto davor = danach - 1;
     const float t = (summe - davor->first) / (danach->first - davor->first);
     return davor->second + t * (danach->second - davor->second);

@@ -26,15 +26,16 @@ using Vorschlagszeichen = std::array<std::array<float, Fehlermodell::Zeichen>, 8
 /// Finds the points of wings whose pose is known about. Values, to be used by several threads.
 class Punktsucher {
 public:
-    explicit Punktsucher(const Erkennungsmodell& modell) : modell_(modell) {}
+    explicit Punktsucher(const Erkennungsmodell& modell)
+        : modell_(modell) {}
 
     /// The points of the wing that @p lage puts the mean wing onto. @p quelle was scanned so that a
     /// pixel of the frame is about lage.maßstab() pixels of the picture.
     [[nodiscard]] Punktvorschlag suche(const Pixelquelle& quelle, const Affin& lage) const;
 
     /// The same without the errors, and what they would be formed from; for training.
-    [[nodiscard]] std::pair<Punktvorschlag, Vorschlagszeichen> sucheMitZeichen(
-        const Pixelquelle& quelle, const Affin& lage) const;
+    [[nodiscard]] std::pair<Punktvorschlag, Vorschlagszeichen>
+    sucheMitZeichen(const Pixelquelle& quelle, const Affin& lage) const;
 
     [[nodiscard]] static float erwarteterFehler(const Fehlermodell& modell,
                                                 const std::array<float, Fehlermodell::Zeichen>& z);
