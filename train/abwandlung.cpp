@@ -1,6 +1,7 @@
 #include "abwandlung.h"
 
 #include <QBuffer>
+#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
@@ -88,7 +89,7 @@ void fotografiere(Feld& d, Zufall& z) {
     }
     const double r = z.gleich();
     if (r < 0.6)
-        d = unscharf(d, z.gleich(0.3, 1.8));
+        d = unscharf(d, r < 0.52 ? z.gleich(0.3, 1.8) : z.gleich(1.8, 3.2));
     else if (r < 0.8)
         d = gestreckt(verkleinert(d, 1 / z.gleich(0.35, 0.9)), CB, CH);
     const auto tiefe = float(z.gleich(0.5, 1.1));
@@ -397,9 +398,23 @@ Kunstblatt legeBlatt(const std::vector<const Übungsflügel*>& vorrat, const Bla
         font.setPixelSize(std::max(6, int(2.5 * k)));
         maler.setFont(font);
         maler.setPen(QColor(64, 64, 64));
-        for (int i = 0; i < 6; ++i)
-            maler.drawText(QPointF(z.gleich(0, 0.7) * breite, z.gleich(0.05, 0.98) * höhe),
-                           QStringLiteral("%1-%2/26 K%3").arg(i).arg(z.ganz(999)).arg(z.ganz(40)));
+        for (int i = 0; i < 6; ++i) {
+            const QString text =
+                QStringLiteral("%1-%2/26 K%3").arg(i).arg(z.ganz(999)).arg(z.ganz(40));
+            const QRectF platz = QFontMetricsF(font).boundingRect(text);
+            // Beside the wings, as one writes.
+            for (int versuch = 0; versuch < 50; ++versuch) {
+                const QPointF ort(z.gleich(0, 0.7) * breite, z.gleich(0.05, 0.98) * höhe);
+                const QRectF r = platz.translated(ort);
+                const std::vector<QPointF> umriss{r.topLeft(), r.topRight(), r.bottomRight(),
+                                                  r.bottomLeft()};
+                if (std::any_of(belegt.begin(), belegt.end(),
+                                [&](const auto& f) { return abstand(umriss, f) < 0; }))
+                    continue;
+                maler.drawText(ort, text);
+                break;
+            }
+        }
         maler.end();
         for (int y = 0; y < höhe; ++y)
             for (int x = 0; x < breite; ++x)

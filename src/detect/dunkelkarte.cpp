@@ -61,51 +61,60 @@ void gleite(Graubild& bild, int fäden, const Auswahl& auswahl) {
     bild = std::move(quer);
 }
 
-std::vector<int> glocke(double breite) {
+/// A bell curve in steps of 1/256, which together are 1.
+std::vector<std::uint16_t> glocke(double breite) {
     const int r = std::max(1, int(std::ceil(3 * breite)));
     std::vector<double> k(std::size_t(2 * r + 1));
     double summe = 0;
     for (int i = -r; i <= r; ++i)
         summe += k[std::size_t(i + r)] = std::exp(-i * i / (2 * breite * breite));
-    std::vector<int> ganz(k.size());
-    std::transform(k.begin(), k.end(), ganz.begin(),
-                   [&](double v) { return int(std::lround(v / summe * 256)); });
+    std::vector<std::uint16_t> ganz(k.size());
+    int rest = 256;
+    for (std::size_t i = 0; i < k.size(); ++i) {
+        ganz[i] = std::uint16_t(std::lround(k[i] / summe * 256));
+        rest -= ganz[i];
+    }
+    ganz[std::size_t(r)] = std::uint16_t(ganz[std::size_t(r)] + rest);
     return ganz;
 }
 
 } // namespace
 
 Graubild unscharf(const Graubild& bild, double breite, int fäden) {
+    // 256 steps of 255 still fit into 16 bits, of which a processor adds many at once.
     const auto kern = glocke(breite);
     const int r = int(kern.size()) / 2;
     const int w = bild.breite;
     const int h = bild.höhe;
     Graubild aus(w, h);
     verteile((h + Band - 1) / Band, fäden, [&](int band) {
-        std::vector<int> summe(static_cast<std::size_t>(w));
+        std::vector<std::uint16_t> summe(static_cast<std::size_t>(w));
         std::vector<std::uint16_t> spalte(std::size_t(w) + 2 * std::size_t(r), 0);
+        constexpr std::uint16_t Halbes = 128;
         for (int y = band * Band; y < std::min(h, (band + 1) * Band); ++y) {
-            std::fill(summe.begin(), summe.end(), 0);
+            std::fill(summe.begin(), summe.end(), Halbes);
             for (int k = -r; k <= r; ++k) {
                 if (y + k < 0 || y + k >= h)
                     continue;
                 const std::uint8_t* z = bild.zeile(y + k);
-                const int g = kern[std::size_t(k + r)];
+                const std::uint16_t g = kern[std::size_t(k + r)];
+                std::uint16_t* s = summe.data();
                 for (int x = 0; x < w; ++x)
-                    summe[std::size_t(x)] += g * z[x];
+                    s[x] = std::uint16_t(s[x] + g * z[x]);
             }
             for (int x = 0; x < w; ++x)
-                spalte[std::size_t(x + r)] = std::uint16_t(std::min(summe[std::size_t(x)], 65535));
-            std::fill(summe.begin(), summe.end(), 1 << 15);
+                spalte[std::size_t(x + r)] = std::uint16_t(summe[std::size_t(x)] >> 8);
+            std::fill(summe.begin(), summe.end(), Halbes);
             for (int k = 0; k <= 2 * r; ++k) {
-                const std::uint16_t* s = spalte.data() + k;
-                const int g = kern[std::size_t(k)];
+                const std::uint16_t* q = spalte.data() + k;
+                const std::uint16_t g = kern[std::size_t(k)];
+                std::uint16_t* s = summe.data();
                 for (int x = 0; x < w; ++x)
-                    summe[std::size_t(x)] += g * s[x];
+                    s[x] = std::uint16_t(s[x] + g * q[x]);
             }
             std::uint8_t* ziel = aus.zeile(y);
             for (int x = 0; x < w; ++x)
-                ziel[x] = std::uint8_t(std::clamp(summe[std::size_t(x)] >> 16, 0, 255));
+                ziel[x] = std::uint8_t(summe[std::size_t(x)] >> 8);
         }
     });
     return aus;

@@ -13,14 +13,12 @@ namespace {
 
 /// Wings that share more than this of the smaller one's area are one wing seen twice.
 constexpr double HöchstensGemeinsam = 0.15;
-/// A candidate this near to a wing that is beyond doubt needs no search of its own; pixels at 300
-/// dpi.
-constexpr double Nachbarschaft = 22;
-constexpr float OhneZweifel = 0.8F;
+/// A candidate this near to a sure wing needs no search of its own; pixels at 300 dpi. Wings are
+/// higher than that.
+constexpr double Nachbarschaft = 38;
 /// Share of the whole work that the map, and the map with the first look, take.
 constexpr int NachKarte = 20;
 constexpr int NachGrobsuche = 50;
-constexpr int NachLagen = 80;
 
 double fläche(const std::vector<QPointF>& ecken) {
     double doppelt = 0;
@@ -81,10 +79,6 @@ QRectF Flügelfund::rahmen() const {
     return {l, o, r - l, u - o};
 }
 
-float Flügelfund::größterFehler() const {
-    return *std::max_element(vorschlag.fehler.begin(), vorschlag.fehler.end());
-}
-
 struct Flügelerkennung::Werkzeug {
     std::shared_ptr<const Erkennungsmodell> modell;
     Flügelmuster muster;
@@ -97,8 +91,21 @@ struct Flügelerkennung::Werkzeug {
         , grob(muster)
         , punkte(*modell) {}
 
-    [[nodiscard]] std::vector<Flügellage> lagen(const Pixelquelle& quelle, double dpi,
-                                                Suchverlauf& verlauf, int fäden) const;
+    /// A pose with the points found from it.
+    struct Gefunden {
+        Flügellage lage;
+        Punktvorschlag vorschlag;
+    };
+    /// Of poses that the pattern cannot tell apart the one at which the points look most like
+    /// points of a wing; nullopt where nothing does.
+    [[nodiscard]] std::optional<Gefunden> wähle(const Pixelquelle& quelle, double dpi,
+                                                const std::vector<Flügellage>& lagen) const;
+    [[nodiscard]] std::vector<Gefunden> suche(const Pixelquelle& quelle, double dpi,
+                                              Suchverlauf& verlauf, int fäden) const;
+
+    [[nodiscard]] static bool sicher(const Gefunden& g) {
+        return g.lage.güte >= Sichergrenze && g.vorschlag.mittlererFehler() <= SichererFehler;
+    }
 };
 
 Flügelerkennung::Flügelerkennung(std::shared_ptr<const Erkennungsmodell> modell)
@@ -106,53 +113,65 @@ Flügelerkennung::Flügelerkennung(std::shared_ptr<const Erkennungsmodell> model
 
 Flügelerkennung::~Flügelerkennung() = default;
 
-std::vector<Flügellage> Flügelerkennung::Werkzeug::lagen(const Pixelquelle& quelle, double dpi,
-                                                         Suchverlauf& verlauf, int fäden) const {
-    if (dpi < GröbsteAuflösung)
-        return {};
+std::optional<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::wähle(
+    const Pixelquelle& quelle, double dpi, const std::vector<Flügellage>& lagen) const {
+    std::optional<Gefunden> best;
+    for (const Flügellage& lage : lagen) {
+        if (lage.güte < Zweifelsgrenze) continue;
+        Gefunden neu{lage, punkte.suche(quelle, muster.abbildung(lage, dpi))};
+        const float fehler = neu.vorschlag.mittlererFehler();
+        const float höchstens = lage.güte < Sichergrenze ? UnglaubhafterFehler : 2 * UnglaubhafterFehler;
+        if (fehler < höchstens && (!best || fehler < best->vorschlag.mittlererFehler()))
+            best = std::move(neu);
+    }
+    return best;
+}
+
+std::vector<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::suche(
+    const Pixelquelle& quelle, double dpi, Suchverlauf& verlauf, int fäden) const {
+    if (dpi < GröbsteAuflösung) return {};
     const Dunkelkarte karte = dunkelkarte(quelle, dpi, fäden);
-    if (karte.leer() || verlauf.halt)
-        return {};
+    if (karte.leer() || verlauf.halt) return {};
     verlauf.prozent = NachKarte;
     const auto stellen = grob.suche(karte, fäden, verlauf.halt);
     verlauf.prozent = NachGrobsuche;
 
     // In rounds, so that places beside a wing found are left out the same way on every machine.
     constexpr int Runde = 16;
-    std::vector<Flügellage> gefunden;
+    std::vector<Gefunden> gefunden;
     for (std::size_t von = 0; von < stellen.size() && !verlauf.halt;) {
         std::vector<Flügellage> dran;
         for (; von < stellen.size() && dran.size() < Runde; ++von) {
             const Flügellage& s = stellen[von];
             const bool erledigt = std::any_of(gefunden.begin(), gefunden.end(), [&](const auto& f) {
-                return f.güte > OhneZweifel && std::hypot(f.x - s.x, f.y - s.y) < Nachbarschaft;
+                return sicher(f) &&
+                       std::hypot(f.lage.x - s.x, f.lage.y - s.y) < Nachbarschaft;
             });
-            if (!erledigt)
-                dran.push_back(s);
+            if (!erledigt) dran.push_back(s);
         }
-        std::vector<std::optional<Flügellage>> ergebnis(dran.size());
+        std::vector<std::optional<Gefunden>> ergebnis(dran.size());
         verteile(int(dran.size()), fäden, [&](int i) {
             if (!verlauf.halt)
-                ergebnis[std::size_t(i)] = muster.suche(karte, dran[std::size_t(i)]);
+                ergebnis[std::size_t(i)] =
+                    wähle(quelle, dpi, muster.suche(karte, dran[std::size_t(i)]));
         });
         for (auto& e : ergebnis)
-            if (e && e->güte >= Zweifelsgrenze)
-                gefunden.push_back(*e);
-        verlauf.prozent = NachGrobsuche + int((NachLagen - NachGrobsuche) * von / stellen.size());
+            if (e) gefunden.push_back(std::move(*e));
+        verlauf.prozent = NachGrobsuche + int((100 - NachGrobsuche) * von / stellen.size());
     }
     std::stable_sort(gefunden.begin(), gefunden.end(),
-                     [](const auto& a, const auto& b) { return a.güte > b.güte; });
-    std::vector<Flügellage> bleiben;
+                     [](const auto& a, const auto& b) { return a.lage.güte > b.lage.güte; });
+    std::vector<Gefunden> bleiben;
     std::vector<std::vector<QPointF>> umrisse;
-    for (const Flügellage& f : gefunden) {
-        auto umriss = abgebildet(muster.abbildung(f, Dunkelkarte::Dpi), modell->umriss);
+    for (Gefunden& f : gefunden) {
+        // The points know the pose better than the pattern.
+        auto umriss = abgebildet(f.vorschlag.lage, modell->umriss);
         const bool doppelt = std::any_of(umrisse.begin(), umrisse.end(), [&](const auto& u) {
             return gemeinsameFläche(umriss, u) >
                    HöchstensGemeinsam * std::min(std::abs(fläche(umriss)), std::abs(fläche(u)));
         });
-        if (doppelt)
-            continue;
-        bleiben.push_back(f);
+        if (doppelt) continue;
+        bleiben.push_back(std::move(f));
         umrisse.push_back(std::move(umriss));
     }
     return bleiben;
@@ -160,30 +179,24 @@ std::vector<Flügellage> Flügelerkennung::Werkzeug::lagen(const Pixelquelle& qu
 
 std::vector<Flügelfund> Flügelerkennung::finde(const Pixelquelle& quelle, double dpi,
                                                Suchverlauf& verlauf, int fäden) const {
-    const auto lagen = werkzeug_->lagen(quelle, dpi, verlauf, fäden);
-    std::vector<Flügelfund> funde(lagen.size());
-    verteile(int(lagen.size()), fäden, [&](int i) {
-        if (verlauf.halt)
-            return;
-        const Flügellage& lage = lagen[std::size_t(i)];
-        Flügelfund& fund = funde[std::size_t(i)];
-        const Affin abbildung = werkzeug_->muster.abbildung(lage, dpi);
-        fund.vorschlag = werkzeug_->punkte.suche(quelle, abbildung);
-        // The points know the pose better than the pattern.
-        const Affin& genau = fund.vorschlag.lage;
-        fund.umriss = abgebildet(genau, werkzeug_->modell->umriss);
-        fund.mitte = QPointF(lage.x, lage.y) * (dpi / Dunkelkarte::Dpi);
-        fund.gespiegelt = lage.gespiegelt;
-        const double m = lage.gespiegelt ? -1 : 1;
-        const double grad = std::atan2(m * genau.yx, m * genau.xx) * 180 / std::numbers::pi;
+    auto gefunden = werkzeug_->suche(quelle, dpi, verlauf, fäden);
+    if (verlauf.halt) return {};
+    std::vector<Flügelfund> funde;
+    for (auto& g : gefunden) {
+        Flügelfund& fund = funde.emplace_back();
+        const Affin& lage = g.vorschlag.lage;
+        fund.umriss = abgebildet(lage, werkzeug_->modell->umriss);
+        fund.mitte = QPointF(g.lage.x, g.lage.y) * (dpi / Dunkelkarte::Dpi);
+        fund.gespiegelt = g.lage.gespiegelt;
+        const double m = fund.gespiegelt ? -1 : 1;
+        const double grad = std::atan2(m * lage.yx, m * lage.xx) * 180 / std::numbers::pi;
         fund.winkel = grad < 0 ? grad + 360 : grad;
-        fund.größe = genau.maßstab() * 2400 / dpi;
-        fund.güte = lage.güte;
+        fund.größe = lage.maßstab() * 2400 / dpi;
+        fund.güte = g.lage.güte;
         fund.stand =
-            lage.güte >= Sichergrenze ? Flügelfund::Stand::Sicher : Flügelfund::Stand::Zweifelhaft;
-    });
-    if (verlauf.halt)
-        return {};
+            Werkzeug::sicher(g) ? Flügelfund::Stand::Sicher : Flügelfund::Stand::Zweifelhaft;
+        fund.vorschlag = std::move(g.vorschlag);
+    }
     std::vector<QPointF> orte;
     double höhe = 0;
     for (const Flügelfund& f : funde) {
@@ -211,12 +224,12 @@ std::optional<int> Flügelerkennung::andereAuflösung(const Pixelquelle& quelle,
             continue;
         if (verlauf.halt)
             return std::nullopt;
-        const auto lagen = werkzeug_->lagen(quelle, versuch, verlauf, fäden);
-        if (lagen.empty() || lagen[0].güte < Sichergrenze)
+        const auto gefunden = werkzeug_->suche(quelle, versuch, verlauf, fäden);
+        if (gefunden.empty() || gefunden[0].lage.güte < Sichergrenze)
             continue;
         // Nearest to the size of the mean wing.
-        const double größe = std::abs(std::log(lagen[0].größe));
-        const auto güte = lagen[0].güte - float(größe);
+        const double größe = std::abs(std::log(gefunden[0].lage.größe));
+        const auto güte = gefunden[0].lage.güte - float(größe);
         if (!best || güte > best->güte)
             best = Ergebnis{versuch, güte};
         if (größe < 0.1)

@@ -31,8 +31,6 @@ struct Flügelfund {
     Punktvorschlag vorschlag;
 
     [[nodiscard]] QRectF rahmen() const;
-    /// Largest of the expected errors.
-    [[nodiscard]] float größterFehler() const;
 };
 
 /// How far a search is, and whether it shall go on. Written and read on different threads.
@@ -45,10 +43,13 @@ struct Suchverlauf {
 /// whatever the number of threads. To be used by several threads at once.
 class Flügelerkennung {
 public:
-    /// Wings at this likeness and above are sure; those less than this but above Zweifelsgrenze are
-    /// doubtful.
-    static constexpr float Sichergrenze = 0.75F;
-    static constexpr float Zweifelsgrenze = 0.60F;
+    /// Wings this like the mean wing, whose points are expected to be found, are sure.
+    static constexpr float Sichergrenze = 0.7F;
+    static constexpr float SichererFehler = 2.5F; ///< mean of the expected errors, see Punktvorschlag
+    /// What is less like it is no wing, and neither is what is no more than this with points that
+    /// make no sense. What is more like it may make half as much sense.
+    static constexpr float Zweifelsgrenze = 0.56F;
+    static constexpr float UnglaubhafterFehler = 6;
     /// Scans coarser than this show veins too badly.
     static constexpr double GröbsteAuflösung = 300;
 

@@ -13,8 +13,10 @@ constexpr int Maskenrand = 2;
 /// Least variation (of values 0 to 255) that counts as a picture at all, so that noise on blank
 /// paper cannot correlate.
 constexpr double Mindeststreuung = 0.3 * 255;
-constexpr int GroberSchritt = 3;
-constexpr float Hoffnungslos = 0.5F;
+/// What is blurred by this many pixels and more is the same at neighbouring pixels.
+constexpr int GroberSchritt = 9;
+constexpr int MittlererSchritt = 3;
+constexpr float Hoffnungslos = 0.45F;
 constexpr float SicherGetroffen = 0.82F;
 constexpr double Grad = std::numbers::pi / 180;
 
@@ -58,7 +60,8 @@ Flügelmuster::Flügelmuster(const Erkennungsmodell& modell)
                     maske_.zeile(v)[u] = 1;
         }
     alle_ = auswahl(1);
-    dritte_ = auswahl(GroberSchritt);
+    dritte_ = auswahl(MittlererSchritt);
+    neunte_ = auswahl(GroberSchritt);
 }
 
 Flügelmuster::Auswahl Flügelmuster::auswahl(int schritt) const {
@@ -67,7 +70,9 @@ Flügelmuster::Auswahl Flügelmuster::auswahl(int schritt) const {
     int n = 0;
     for (int y = 0; y < muster_.höhe; ++y)
         for (int x = 0; x < muster_.breite; ++x) {
-            if (!maske_.zeile(y)[x] || n++ % schritt)
+            if (!maske_.zeile(y)[x])
+                continue;
+            if (schritt == GroberSchritt ? x % 3 || y % 3 : n++ % schritt)
                 continue;
             stellen.push_back(std::size_t(y) * std::size_t(muster_.breite) + std::size_t(x));
             aus.x.push_back(float(x) - float(muster_.breite - 1) / 2);
@@ -117,7 +122,7 @@ bool Flügelmuster::gilt(double x, double y) const {
 
 float Flügelmuster::güte(const Dunkelkarte& karte, int stufe, const Flügellage& lage,
                          int schritt) const {
-    const Auswahl& a = schritt == 1 ? alle_ : dritte_;
+    const Auswahl& a = schritt == 1 ? alle_ : schritt == MittlererSchritt ? dritte_ : neunte_;
     const Graubild& bild = karte.stufen[std::size_t(stufe)];
     // The middle inside the map and the size within its limits: then the margin holds all of it.
     if (!(lage.x >= 0 && lage.y >= 0 && lage.x < karte.größe.width() &&
@@ -194,13 +199,13 @@ void Flügelmuster::steige(const Dunkelkarte& karte, Flügellage& lage, int stuf
 }
 
 void Flügelmuster::feinsuche(const Dunkelkarte& karte, Flügellage& lage) const {
-    steige(karte, lage, 1, {1.3, 2.5 * Grad, 0.02}, GroberSchritt);
-    steige(karte, lage, 0, {0.6, 1 * Grad, 0.01}, 1);
+    steige(karte, lage, 1, {1.3, 2.5 * Grad, 0.02}, MittlererSchritt);
+    steige(karte, lage, 0, {0.6, 1 * Grad, 0.01}, MittlererSchritt);
     steige(karte, lage, 0, {0.25, 0.4 * Grad, 0.004}, 1);
 }
 
-std::optional<Flügellage> Flügelmuster::suche(const Dunkelkarte& karte,
-                                              const Flügellage& anfang) const {
+std::vector<Flügellage> Flügelmuster::suche(const Dunkelkarte& karte,
+                                            const Flügellage& anfang) const {
     // Half a turn and the mirror image look alike from afar, with the middle elsewhere along the
     // wing.
     std::vector<Flügellage> anfänge;
@@ -218,27 +223,33 @@ std::optional<Flügellage> Flügelmuster::suche(const Dunkelkarte& karte,
                     anfänge.push_back(q);
                 }
     auto lagen = beste(std::move(anfänge), 5, 8, 9);
-    for (Flügellage& q : lagen) {
-        steige(karte, q, 3, {4, 5 * Grad, 0.04}, GroberSchritt);
-        steige(karte, q, 2, {2.5, 4 * Grad, 0.03}, GroberSchritt);
-    }
-    std::stable_sort(lagen.begin(), lagen.end(),
-                     [](const auto& a, const auto& b) { return a.güte > b.güte; });
-    if (lagen[0].güte < Hoffnungslos)
-        return std::nullopt;
+    const auto nachGüte = [](const auto& a, const auto& b) { return a.güte > b.güte; };
+    for (Flügellage& q : lagen) steige(karte, q, 3, {4, 5 * Grad, 0.04}, GroberSchritt);
+    const float abgeschlagen =
+        std::max_element(lagen.begin(), lagen.end(), [](const auto& a, const auto& b) {
+            return a.güte < b.güte;
+        })->güte -
+        0.25F;
+    std::erase_if(lagen, [&](const Flügellage& q) { return q.güte < abgeschlagen; });
+    for (Flügellage& q : lagen) steige(karte, q, 2, {2.5, 4 * Grad, 0.03}, MittlererSchritt);
+    std::stable_sort(lagen.begin(), lagen.end(), nachGüte);
+    if (lagen[0].güte < Hoffnungslos) return {};
 
-    Flügellage best;
-    best.güte = -1;
+    std::vector<Flügellage> feine;
+    float höchste = -1;
     const auto versuche = [&](Flügellage q) {
         feinsuche(karte, q);
-        if (q.güte > best.güte)
-            best = q;
+        höchste = std::max(höchste, q.güte);
+        feine.push_back(q);
     };
     const float schwelle = lagen[0].güte - 0.12F;
-    for (std::size_t i = 0; i < std::min<std::size_t>(2, lagen.size()); ++i)
-        if (lagen[i].güte > schwelle)
-            versuche(lagen[i]);
-    if (best.güte > Hoffnungslos && best.güte < SicherGetroffen) {
+    for (std::size_t i = 0; i < lagen.size(); ++i) {
+        // A wing beyond doubt needs no comparison with more than one other.
+        if (i > 0 && (lagen[i].güte < schwelle || (i > 1 && höchste > SicherGetroffen))) break;
+        versuche(lagen[i]);
+    }
+    const Flügellage best = *std::min_element(feine.begin(), feine.end(), nachGüte);
+    if (höchste > Hoffnungslos && höchste < SicherGetroffen) {
         // Caught beside the best place, as on a much larger or smaller wing.
         std::vector<Flügellage> neu;
         for (double größe : {0.9, 0.96, 1.04, 1.1, 1.16})
@@ -260,7 +271,9 @@ std::optional<Flügellage> Flügelmuster::suche(const Dunkelkarte& karte,
             versuche(q);
         }
     }
-    return best;
+    feine = beste(std::move(feine), höchste > SicherGetroffen ? 1 : 4, 6, 0.1);
+    std::erase_if(feine, [&](const Flügellage& q) { return q.güte < höchste - 0.15F; });
+    return feine;
 }
 
 Affin Flügelmuster::abbildung(const Flügellage& lage, double dpi) const {

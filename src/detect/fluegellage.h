@@ -4,7 +4,7 @@
 #include "detect/dunkelkarte.h"
 #include "detect/erkennungsmodell.h"
 
-#include <optional>
+#include <vector>
 
 namespace tarvel {
 
@@ -28,11 +28,12 @@ public:
     explicit Flügelmuster(const Erkennungsmodell& modell);
 
     /// The pose near @p anfang that fits best; the start may lie some pixels, an angle of a few
-    /// degrees, half a turn or a mirror image off. nullopt where nothing like a wing lies.
-    [[nodiscard]] std::optional<Flügellage> suche(const Dunkelkarte& karte,
-                                                  const Flügellage& anfang) const;
+    /// degrees, half a turn or a mirror image off. Where the pattern does not decide, others that
+    /// fit nearly as well follow. Empty where nothing like a wing lies.
+    [[nodiscard]] std::vector<Flügellage> suche(const Dunkelkarte& karte,
+                                                const Flügellage& anfang) const;
     /// Normalised correlation of the pattern, blurred like level @p stufe, with the map there. Of
-    /// each @p schritt-th pixel only.
+    /// each @p schritt-th pixel only: 1, 3 or 9.
     [[nodiscard]] float güte(const Dunkelkarte& karte, int stufe, const Flügellage& lage,
                              int schritt = 1) const;
 
@@ -60,8 +61,8 @@ private:
         std::vector<float> x, y;                 ///< from the middle of the pattern
         std::array<std::vector<float>, 4> werte; ///< of each level: mean 0, length 1
     };
-    /// All pixels of the pattern, and each third.
-    Auswahl alle_, dritte_;
+    /// All pixels of the pattern, each third, and each third of each third row.
+    Auswahl alle_, dritte_, neunte_;
     [[nodiscard]] Auswahl auswahl(int schritt) const;
 };
 

@@ -15,9 +15,9 @@ constexpr int Winkelschritt = 10; ///< degrees
 /// Around a place where a wing can lie this much is dark, in whole dark pixels at 75 dpi.
 constexpr int Fensterradius = 10;
 constexpr double Mindestdunkel = 6;
-constexpr float Schwelle = 0.53F;
+constexpr float Schwelle = 0.5F;
 /// On every other pixel first; places this near to the threshold are looked at closely.
-constexpr float Vorschwelle = 0.42F;
+constexpr float Vorschwelle = 0.4F;
 constexpr double Mindestvarianz = 0.05 * 255 * 255;
 constexpr int Trennweite = 3;
 constexpr std::size_t HöchstensStellen = 900;

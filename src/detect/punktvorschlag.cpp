@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <optional>
 
 namespace tarvel {
 namespace {
@@ -95,6 +97,14 @@ float abstand(const Merkmalsraum& raum, std::size_t punkt, std::vector<float>& m
 }
 
 } // namespace
+
+float Punktvorschlag::größterFehler() const {
+    return *std::max_element(fehler.begin(), fehler.end());
+}
+
+float Punktvorschlag::mittlererFehler() const {
+    return std::accumulate(fehler.begin(), fehler.end(), 0.0F) / float(fehler.size());
+}
 
 Bildstück::Bildstück(const Pixelquelle& quelle, const Affin& lage) {
     constexpr double Spiel = 40;

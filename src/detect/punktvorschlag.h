@@ -18,6 +18,8 @@ struct Punktvorschlag {
 
     /// Errors above this make a point doubtful.
     static constexpr float Zweifelhaft = 2;
+    [[nodiscard]] float größterFehler() const;
+    [[nodiscard]] float mittlererFehler() const;
 };
 
 /// What a proposal looks like, for judging how good it is. Index 0 is point 1.
