@@ -12,29 +12,23 @@ float Feld::kubisch(double x, double y) const {
     y = std::clamp(y - 0.5, -Weit, höhe + Weit);
     const int xi = int(std::floor(x));
     const int yi = int(std::floor(y));
-    const auto gewichte = [](double f) {
-        constexpr double A = -0.75;
-        const auto nah = [](double t) { return ((A + 2) * t - (A + 3)) * t * t + 1; };
-        const auto fern = [](double t) { return A * (((t - 5) * t + 8) * t - 4); };
-        return std::array{fern(1 + f), nah(f), nah(1 - f), fern(2 - f)};
-    };
-    const auto gx = gewichte(x - xi);
-    const auto gy = gewichte(y - yi);
-    double summe = 0;
+    const auto gx = kubischeGewichte(float(x - xi));
+    const auto gy = kubischeGewichte(float(y - yi));
+    float summe = 0;
     const bool innen = xi >= 1 && yi >= 1 && xi < breite - 2 && yi < höhe - 2;
     for (int j = 0; j < 4; ++j) {
         if (innen) {
             const float* z = werte.data() + std::ptrdiff_t(yi + j - 1) * breite + xi - 1;
-            summe += gy[std::size_t(j)] * (gx[0] * double(z[0]) + gx[1] * double(z[1]) +
-                                           gx[2] * double(z[2]) + gx[3] * double(z[3]));
+            summe +=
+                gy[std::size_t(j)] * (gx[0] * z[0] + gx[1] * z[1] + gx[2] * z[2] + gx[3] * z[3]);
             continue;
         }
         const int v = std::clamp(yi + j - 1, 0, höhe - 1);
         for (int i = 0; i < 4; ++i)
             summe += gy[std::size_t(j)] * gx[std::size_t(i)] *
-                     double(bei(std::clamp(xi + i - 1, 0, breite - 1), v));
+                     bei(std::clamp(xi + i - 1, 0, breite - 1), v);
     }
-    return float(summe);
+    return summe;
 }
 
 Feld unscharf(const Feld& feld, double breite) {

@@ -245,13 +245,22 @@ void prüfeBlatt(const Flügelerkennung& erkennung, const Wahl& vorrat, const QS
             }
         }
         if (nächste > 40) {
-            sage(QStringLiteral("%1: %2 at %3, %4 is not found").arg(name, f.name).arg(f.mitte.x()).arg(f.mitte.y()));
+            sage(QStringLiteral("%1: %2 at %3, %4 is not found")
+                     .arg(name, f.name)
+                     .arg(f.mitte.x())
+                     .arg(f.mitte.y()));
             continue;
         }
         ++gefunden;
         benutzt.insert(welcher);
         const Flügelfund& fund = funde[welcher];
-        if (fund.güte < 0.76F) sage(QStringLiteral("%1: %2 scores %3, size %4, mean error %5 expected %6").arg(name, f.name).arg(double(fund.güte)).arg(fund.größe).arg(nächste).arg(double(fund.vorschlag.mittlererFehler())));
+        if (fund.güte < 0.76F)
+            sage(QStringLiteral("%1: %2 scores %3, size %4, mean error %5 expected %6")
+                     .arg(name, f.name)
+                     .arg(double(fund.güte))
+                     .arg(fund.größe)
+                     .arg(nächste)
+                     .arg(double(fund.vorschlag.mittlererFehler())));
         sicher += fund.stand == Flügelfund::Stand::Sicher;
         schlechteste = std::min(schlechteste, double(fund.güte));
         for (std::size_t k = 0; k < 8; ++k) {
@@ -270,18 +279,30 @@ void prüfeBlatt(const Flügelerkennung& erkennung, const Wahl& vorrat, const QS
     summe.falsch += falsch;
     double falscheGüte = 0;
     for (std::size_t i = 0; i < funde.size(); ++i)
-        if (!benutzt.contains(i)) sage(QStringLiteral("%1: false at %2, %3, angle %4, size %5, mirrored %6, score %7 error %8").arg(name).arg(funde[i].mitte.x()).arg(funde[i].mitte.y()).arg(funde[i].winkel).arg(funde[i].größe).arg(funde[i].gespiegelt).arg(double(funde[i].güte)).arg(double(funde[i].vorschlag.mittlererFehler()))),
-            falscheGüte = std::max(falscheGüte, double(funde[i].güte));
+        if (!benutzt.contains(i))
+            sage(QStringLiteral(
+                     "%1: false at %2, %3, angle %4, size %5, mirrored %6, score %7 error %8")
+                     .arg(name)
+                     .arg(funde[i].mitte.x())
+                     .arg(funde[i].mitte.y())
+                     .arg(funde[i].winkel)
+                     .arg(funde[i].größe)
+                     .arg(funde[i].gespiegelt)
+                     .arg(double(funde[i].güte))
+                     .arg(double(funde[i].vorschlag.mittlererFehler()))),
+                falscheGüte = std::max(falscheGüte, double(funde[i].güte));
     aus() << "| " << name << " | " << blatt.flügel.size() << " | " << gefunden << " | " << sicher
           << " | " << falsch
           << (falsch ? QStringLiteral(" (%1)").arg(falscheGüte, 0, 'f', 2) : QString()) << " | "
           << QString::number(fehler / std::max(1, 8 * gefunden), 'f', 2) << " | " << gewarnt
           << " of " << weit << " | "
           << QString::number(100.0 * bezweifelt / std::max(1, 8 * gefunden), 'f', 1) << " % | "
-          << QString::number(schlechteste, 'f', 2) << " | " << rechenzeit << " ms, " << dauer << " ms |" << Qt::endl;
+          << QString::number(schlechteste, 'f', 2) << " | " << rechenzeit << " ms, " << dauer
+          << " ms |" << Qt::endl;
 }
 
-void prüfeBlätter(const Flügelerkennung& erkennung, const Wahl& alle, std::uint64_t saat, int fäden) {
+void prüfeBlätter(const Flügelerkennung& erkennung, const Wahl& alle, std::uint64_t saat,
+                  int fäden) {
     // Pictures of other resolutions show more than a wing.
     Wahl vorrat;
     std::copy_if(alle.begin(), alle.end(), std::back_inserter(vorrat),
@@ -320,7 +341,8 @@ void prüfeBlätter(const Flügelerkennung& erkennung, const Wahl& alle, std::ui
     });
     Blattsumme summe;
     for (const Fall& f : fälle)
-        if (QString::fromLatin1(f.name).contains(qEnvironmentVariable("SHEET"))) prüfeBlatt(erkennung, vorrat, QString::fromLatin1(f.name), f.art, ++saat, fäden, summe);
+        if (QString::fromLatin1(f.name).contains(qEnvironmentVariable("SHEET")))
+            prüfeBlatt(erkennung, vorrat, QString::fromLatin1(f.name), f.art, ++saat, fäden, summe);
     aus() << "\nAll sheets: " << summe.gefunden << " of " << summe.flügel << " wings found, "
           << summe.falsch << " false." << Qt::endl;
 }

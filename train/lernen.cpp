@@ -169,8 +169,8 @@ Graubild lerneMuster(const std::vector<const Übungsflügel*>& flügel) {
                     f->ausMittel({(u + 0.5 - Erkennungsmodell::Musterrand) * Rahmen,
                                   (v + 0.5 - Erkennungsmodell::Musterrand) * Rahmen}) +
                     QPointF(Saum, Saum);
-                summe[std::size_t(v * Breite + u)] +=
-                    std::clamp(kubisch(dunkel, p.x() / teiler, p.y() / teiler), 0.0F, 255.0F);
+                summe[std::size_t(v * Breite + u)] += std::clamp(
+                    kubisch(dunkel, float(p.x() / teiler), float(p.y() / teiler)), 0.0F, 255.0F);
             }
     }
     Graubild muster(Breite, Höhe);

@@ -113,25 +113,31 @@ Flügelerkennung::Flügelerkennung(std::shared_ptr<const Erkennungsmodell> model
 
 Flügelerkennung::~Flügelerkennung() = default;
 
-std::optional<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::wähle(
-    const Pixelquelle& quelle, double dpi, const std::vector<Flügellage>& lagen) const {
+std::optional<Flügelerkennung::Werkzeug::Gefunden>
+Flügelerkennung::Werkzeug::wähle(const Pixelquelle& quelle, double dpi,
+                                 const std::vector<Flügellage>& lagen) const {
     std::optional<Gefunden> best;
     for (const Flügellage& lage : lagen) {
-        if (lage.güte < Zweifelsgrenze) continue;
+        if (lage.güte < Zweifelsgrenze)
+            continue;
         Gefunden neu{lage, punkte.suche(quelle, muster.abbildung(lage, dpi))};
         const float fehler = neu.vorschlag.mittlererFehler();
-        const float höchstens = lage.güte < Sichergrenze ? UnglaubhafterFehler : 2 * UnglaubhafterFehler;
+        const float höchstens =
+            lage.güte < Sichergrenze ? UnglaubhafterFehler : 2 * UnglaubhafterFehler;
         if (fehler < höchstens && (!best || fehler < best->vorschlag.mittlererFehler()))
             best = std::move(neu);
     }
     return best;
 }
 
-std::vector<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::suche(
-    const Pixelquelle& quelle, double dpi, Suchverlauf& verlauf, int fäden) const {
-    if (dpi < GröbsteAuflösung) return {};
+std::vector<Flügelerkennung::Werkzeug::Gefunden>
+Flügelerkennung::Werkzeug::suche(const Pixelquelle& quelle, double dpi, Suchverlauf& verlauf,
+                                 int fäden) const {
+    if (dpi < GröbsteAuflösung)
+        return {};
     const Dunkelkarte karte = dunkelkarte(quelle, dpi, fäden);
-    if (karte.leer() || verlauf.halt) return {};
+    if (karte.leer() || verlauf.halt)
+        return {};
     verlauf.prozent = NachKarte;
     const auto stellen = grob.suche(karte, fäden, verlauf.halt);
     verlauf.prozent = NachGrobsuche;
@@ -144,10 +150,10 @@ std::vector<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::su
         for (; von < stellen.size() && dran.size() < Runde; ++von) {
             const Flügellage& s = stellen[von];
             const bool erledigt = std::any_of(gefunden.begin(), gefunden.end(), [&](const auto& f) {
-                return sicher(f) &&
-                       std::hypot(f.lage.x - s.x, f.lage.y - s.y) < Nachbarschaft;
+                return sicher(f) && std::hypot(f.lage.x - s.x, f.lage.y - s.y) < Nachbarschaft;
             });
-            if (!erledigt) dran.push_back(s);
+            if (!erledigt)
+                dran.push_back(s);
         }
         std::vector<std::optional<Gefunden>> ergebnis(dran.size());
         verteile(int(dran.size()), fäden, [&](int i) {
@@ -156,7 +162,8 @@ std::vector<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::su
                     wähle(quelle, dpi, muster.suche(karte, dran[std::size_t(i)]));
         });
         for (auto& e : ergebnis)
-            if (e) gefunden.push_back(std::move(*e));
+            if (e)
+                gefunden.push_back(std::move(*e));
         verlauf.prozent = NachGrobsuche + int((100 - NachGrobsuche) * von / stellen.size());
     }
     std::stable_sort(gefunden.begin(), gefunden.end(),
@@ -170,7 +177,8 @@ std::vector<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::su
             return gemeinsameFläche(umriss, u) >
                    HöchstensGemeinsam * std::min(std::abs(fläche(umriss)), std::abs(fläche(u)));
         });
-        if (doppelt) continue;
+        if (doppelt)
+            continue;
         bleiben.push_back(std::move(f));
         umrisse.push_back(std::move(umriss));
     }
@@ -180,7 +188,8 @@ std::vector<Flügelerkennung::Werkzeug::Gefunden> Flügelerkennung::Werkzeug::su
 std::vector<Flügelfund> Flügelerkennung::finde(const Pixelquelle& quelle, double dpi,
                                                Suchverlauf& verlauf, int fäden) const {
     auto gefunden = werkzeug_->suche(quelle, dpi, verlauf, fäden);
-    if (verlauf.halt) return {};
+    if (verlauf.halt)
+        return {};
     std::vector<Flügelfund> funde;
     for (auto& g : gefunden) {
         Flügelfund& fund = funde.emplace_back();

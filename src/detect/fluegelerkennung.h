@@ -45,7 +45,8 @@ class Flügelerkennung {
 public:
     /// Wings this like the mean wing, whose points are expected to be found, are sure.
     static constexpr float Sichergrenze = 0.7F;
-    static constexpr float SichererFehler = 2.5F; ///< mean of the expected errors, see Punktvorschlag
+    static constexpr float SichererFehler =
+        2.5F; ///< mean of the expected errors, see Punktvorschlag
     /// What is less like it is no wing, and neither is what is no more than this with points that
     /// make no sense. What is more like it may make half as much sense.
     static constexpr float Zweifelsgrenze = 0.56F;

@@ -224,16 +224,19 @@ std::vector<Flügellage> Flügelmuster::suche(const Dunkelkarte& karte,
                 }
     auto lagen = beste(std::move(anfänge), 5, 8, 9);
     const auto nachGüte = [](const auto& a, const auto& b) { return a.güte > b.güte; };
-    for (Flügellage& q : lagen) steige(karte, q, 3, {4, 5 * Grad, 0.04}, GroberSchritt);
+    for (Flügellage& q : lagen)
+        steige(karte, q, 3, {4, 5 * Grad, 0.04}, GroberSchritt);
     const float abgeschlagen =
-        std::max_element(lagen.begin(), lagen.end(), [](const auto& a, const auto& b) {
-            return a.güte < b.güte;
-        })->güte -
+        std::max_element(lagen.begin(), lagen.end(),
+                         [](const auto& a, const auto& b) { return a.güte < b.güte; })
+            ->güte -
         0.25F;
     std::erase_if(lagen, [&](const Flügellage& q) { return q.güte < abgeschlagen; });
-    for (Flügellage& q : lagen) steige(karte, q, 2, {2.5, 4 * Grad, 0.03}, MittlererSchritt);
+    for (Flügellage& q : lagen)
+        steige(karte, q, 2, {2.5, 4 * Grad, 0.03}, MittlererSchritt);
     std::stable_sort(lagen.begin(), lagen.end(), nachGüte);
-    if (lagen[0].güte < Hoffnungslos) return {};
+    if (lagen[0].güte < Hoffnungslos)
+        return {};
 
     std::vector<Flügellage> feine;
     float höchste = -1;
@@ -245,7 +248,8 @@ std::vector<Flügellage> Flügelmuster::suche(const Dunkelkarte& karte,
     const float schwelle = lagen[0].güte - 0.12F;
     for (std::size_t i = 0; i < lagen.size(); ++i) {
         // A wing beyond doubt needs no comparison with more than one other.
-        if (i > 0 && (lagen[i].güte < schwelle || (i > 1 && höchste > SicherGetroffen))) break;
+        if (i > 0 && (lagen[i].güte < schwelle || (i > 1 && höchste > SicherGetroffen)))
+            break;
         versuche(lagen[i]);
     }
     const Flügellage best = *std::min_element(feine.begin(), feine.end(), nachGüte);

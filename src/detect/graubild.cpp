@@ -3,7 +3,6 @@
 #include "detect/faeden.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace tarvel {
@@ -32,38 +31,7 @@ std::vector<Spanne> spannen(int länge, double teiler) {
     return alle;
 }
 
-std::array<float, 4> kubischeGewichte(float f) {
-    constexpr float A = -0.75F;
-    const auto nah = [](float t) { return ((A + 2) * t - (A + 3)) * t * t + 1; };
-    const auto fern = [](float t) { return A * (((t - 5) * t + 8) * t - 4); };
-    return {fern(1 + f), nah(f), nah(1 - f), fern(2 - f)};
-}
-
 } // namespace
-
-float kubisch(const Graubild& bild, double x, double y) {
-    const int w = bild.breite;
-    const int h = bild.höhe;
-    // From some pixels outside on everything is the edge.
-    constexpr double Weit = 4;
-    x = std::clamp(x - 0.5, -Weit, w + Weit);
-    y = std::clamp(y - 0.5, -Weit, h + Weit);
-    const int xi = int(std::floor(x));
-    const int yi = int(std::floor(y));
-    const auto gx = kubischeGewichte(float(x - xi));
-    const auto gy = kubischeGewichte(float(y - yi));
-    const bool innen = xi >= 1 && yi >= 1 && xi < w - 2 && yi < h - 2;
-    float summe = 0;
-    for (int j = 0; j < 4; ++j) {
-        const std::uint8_t* z = bild.zeile(innen ? yi + j - 1 : std::clamp(yi + j - 1, 0, h - 1));
-        const auto bei = [&](int i) {
-            return float(z[innen ? xi + i - 1 : std::clamp(xi + i - 1, 0, w - 1)]);
-        };
-        summe += gy[std::size_t(j)] *
-                 (gx[0] * bei(0) + gx[1] * bei(1) + gx[2] * bei(2) + gx[3] * bei(3));
-    }
-    return summe;
-}
 
 Graubild verkleinert(const Pixelquelle& quelle, const QRect& ausschnitt, double teiler, int fäden) {
     if (teiler <= 1) {

@@ -136,11 +136,13 @@ Flügelausschnitt Bildstück::schneide(const Affin& lage) const {
     const Affin weg = zuBild_.nach(lage).nach(ausRahmen);
     Flügelausschnitt aus;
     float* ziel = aus.werte.data();
-    for (int v = 0; v < Flügelausschnitt::Höhe; ++v)
-        for (int u = 0; u < Flügelausschnitt::Breite; ++u) {
-            const QPointF p = weg({u + 0.5, v + 0.5});
-            *ziel++ = kubisch(bild_, p.x(), p.y());
-        }
+    for (int v = 0; v < Flügelausschnitt::Höhe; ++v) {
+        const QPointF anfang = weg({0.5, v + 0.5});
+        const auto x = float(anfang.x());
+        const auto y = float(anfang.y());
+        for (int u = 0; u < Flügelausschnitt::Breite; ++u)
+            *ziel++ = kubisch(bild_, x + float(u * weg.xx), y + float(u * weg.yx));
+    }
     aus.gleicheAus();
     return aus;
 }
