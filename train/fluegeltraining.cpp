@@ -254,13 +254,6 @@ void prüfeBlatt(const Flügelerkennung& erkennung, const Wahl& vorrat, const QS
         ++gefunden;
         benutzt.insert(welcher);
         const Flügelfund& fund = funde[welcher];
-        if (fund.güte < 0.76F)
-            sage(QStringLiteral("%1: %2 scores %3, size %4, mean error %5 expected %6")
-                     .arg(name, f.name)
-                     .arg(double(fund.güte))
-                     .arg(fund.größe)
-                     .arg(nächste)
-                     .arg(double(fund.vorschlag.mittlererFehler())));
         sicher += fund.stand == Flügelfund::Stand::Sicher;
         schlechteste = std::min(schlechteste, double(fund.güte));
         for (std::size_t k = 0; k < 8; ++k) {
@@ -278,19 +271,15 @@ void prüfeBlatt(const Flügelerkennung& erkennung, const Wahl& vorrat, const QS
     summe.gefunden += gefunden;
     summe.falsch += falsch;
     double falscheGüte = 0;
-    for (std::size_t i = 0; i < funde.size(); ++i)
-        if (!benutzt.contains(i))
-            sage(QStringLiteral(
-                     "%1: false at %2, %3, angle %4, size %5, mirrored %6, score %7 error %8")
-                     .arg(name)
-                     .arg(funde[i].mitte.x())
-                     .arg(funde[i].mitte.y())
-                     .arg(funde[i].winkel)
-                     .arg(funde[i].größe)
-                     .arg(funde[i].gespiegelt)
-                     .arg(double(funde[i].güte))
-                     .arg(double(funde[i].vorschlag.mittlererFehler()))),
-                falscheGüte = std::max(falscheGüte, double(funde[i].güte));
+    for (std::size_t i = 0; i < funde.size(); ++i) {
+        if (benutzt.contains(i))
+            continue;
+        sage(QStringLiteral("%1: nothing lies at %2, %3")
+                 .arg(name)
+                 .arg(funde[i].mitte.x())
+                 .arg(funde[i].mitte.y()));
+        falscheGüte = std::max(falscheGüte, double(funde[i].güte));
+    }
     aus() << "| " << name << " | " << blatt.flügel.size() << " | " << gefunden << " | " << sicher
           << " | " << falsch
           << (falsch ? QStringLiteral(" (%1)").arg(falscheGüte, 0, 'f', 2) : QString()) << " | "
@@ -301,12 +290,17 @@ void prüfeBlatt(const Flügelerkennung& erkennung, const Wahl& vorrat, const QS
           << " ms |" << Qt::endl;
 }
 
-void prüfeBlätter(const Flügelerkennung& erkennung, const Wahl& alle, std::uint64_t saat,
-                  int fäden) {
-    // Pictures of other resolutions show more than a wing.
+/// A finder and the wings that sheets are laid from.
+struct Prüfstand {
+    const Flügelerkennung* erkennung;
     Wahl vorrat;
-    std::copy_if(alle.begin(), alle.end(), std::back_inserter(vorrat),
-                 [](const auto* f) { return f->dpi == 2400; });
+};
+
+/// Sheet by sheet with one after the other of @p stände.
+void prüfeBlätter(std::vector<Prüfstand> stände, std::uint64_t saat, int fäden) {
+    // Pictures of other resolutions show more than a wing.
+    for (Prüfstand& stand : stände)
+        std::erase_if(stand.vorrat, [](const auto* f) { return f->dpi != 2400; });
     aus() << "\n| sheet | wings | found | sure | false | mean px | flagged of those off > 4 px | "
              "flagged | "
              "least score | processors, clock |\n|---|---|---|---|---|---|---|---|---|---|\n";
@@ -340,9 +334,11 @@ void prüfeBlätter(const Flügelerkennung& erkennung, const Wahl& alle, std::ui
         a.anzahl = 60, a.breite = 210, a.höhe = 297, a.abstand = 2, a.staub = 500, a.haare = 40;
     });
     Blattsumme summe;
-    for (const Fall& f : fälle)
-        if (QString::fromLatin1(f.name).contains(qEnvironmentVariable("SHEET")))
-            prüfeBlatt(erkennung, vorrat, QString::fromLatin1(f.name), f.art, ++saat, fäden, summe);
+    for (std::size_t i = 0; i < fälle.size(); ++i) {
+        const Prüfstand& stand = stände[i % stände.size()];
+        prüfeBlatt(*stand.erkennung, stand.vorrat, QString::fromLatin1(fälle[i].name), fälle[i].art,
+                   ++saat, fäden, summe);
+    }
     aus() << "\nAll sheets: " << summe.gefunden << " of " << summe.flügel << " wings found, "
           << summe.falsch << " false." << Qt::endl;
 }
@@ -423,7 +419,8 @@ int main(int argc, char** argv) {
         auto* modell = std::get_if<std::shared_ptr<const Erkennungsmodell>>(&gelesen);
         if (!modell)
             return sage(QStringLiteral("no model")), 1;
-        prüfeBlätter(Flügelerkennung(*modell), alle, saat, umfang.fäden);
+        const Flügelerkennung erkennung(*modell);
+        prüfeBlätter({{&erkennung, alle}}, saat, umfang.fäden);
         return 0;
     }
 
@@ -481,6 +478,9 @@ int main(int argc, char** argv) {
         falte.erkennung = std::make_unique<Flügelerkennung>(falte.modell);
     }
     prüfeUmstände(falten, leser.value(QStringLiteral("each")).toInt(), umfang.fäden);
-    prüfeBlätter(Flügelerkennung(wieGespeichert(modell)), alle, saat, umfang.fäden);
+    std::vector<Prüfstand> stände;
+    for (const Falte& falte : falten)
+        stände.push_back({falte.erkennung.get(), falte.draußen});
+    prüfeBlätter(std::move(stände), saat, umfang.fäden);
     return 0;
 }
