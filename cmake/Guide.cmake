@@ -4,7 +4,7 @@
 set(TARVEL_GUIDE_LANGUAGES de en fr)
 # The pages in the order of the contents; each language has them all.
 set(TARVEL_GUIDE_PAGES
-  index scannen messpunkte messen indizes merkmale beurteilung ergebnisse protokoll austausch tasten)
+  index scannen messpunkte messen vorschlag indizes merkmale beurteilung ergebnisse protokoll austausch tasten)
 
 set(guide_source ${PROJECT_SOURCE_DIR}/doc/guide)
 set(guide_pages ${PROJECT_BINARY_DIR}/guide)

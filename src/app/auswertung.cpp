@@ -22,6 +22,8 @@ Auswertung::Auswertung(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz)
     , korrel_(new Diagrammansicht(Diagrammansicht::Art::Korrel, umgebung.texte, umgebung.dialoge))
     , urteil_(new Urteilsanzeige(umgebung.texte)) {
     urteil_->beiMangelwahl([this](const Prüfwert& mangel) { zeigeVerursacher(mangel); });
+    urteil_->setzeBemerkung(
+        [this] { return entstehungstext(arbeitsplatz_.reihe(), umgebung_.texte); });
     urteil_->beiNeubeurteilung([this] { arbeitsplatz_.beurteileNeu(); });
     for (Diagrammansicht* ansicht : {kurven_, korrel_}) {
         ansicht->beiWahl([this](const std::vector<int>& flügel) {
@@ -120,6 +122,9 @@ Bildunterschrift Auswertung::unterschrift() const {
     const Untersuchung& untersuchung = arbeitsplatz_.untersuchung();
     const Kolonieangaben& angaben = untersuchung.angaben();
     const QString nummer = angaben.UNr.trimmed();
+    QStringList bemerkungen{ausgelassen(untersuchung.reihe(), texte),
+                            entstehungstext(untersuchung.reihe(), texte)};
+    bemerkungen.removeAll(QString());
     return {
         .untersuchung = nummer.isEmpty() ? QString() : texte(Text::UntersuchungNr) + u' ' + nummer,
         .rasse = angaben.Rassenname.isEmpty()
@@ -129,7 +134,7 @@ Bildunterschrift Auswertung::unterschrift() const {
         .datum = datumstext(Datumsform::ÄnderungLang, umgebung_.uhr.now().date(),
                             untersuchung.datum(), texte.sprache().value_or(Sprache::Deutsch),
                             texte.paket().value_or(Sprachpaket()).gebiet),
-        .ausgelassen = ausgelassen(untersuchung.reihe(), texte)};
+        .bemerkungen = bemerkungen.join(u"  ·  "_s)};
 }
 
 void Auswertung::zeigeVerursacher(const Prüfwert& mangel) {

@@ -124,6 +124,7 @@ const std::vector<Befehl>& befehle() {
         {Bearbeiten, 1, {Text::MessungWiederholen, Meldung::TippWiederholen, {strg(Qt::Key_R)}}, u"wiederholen", {}, {}, mitFlügeln},
         {Bearbeiten, BearbeitenAuslassen, {Meldung::MenüAuslassen, Meldung::TippAuslassen, {strg(Qt::Key_D)}}, {}, {}, {}, mitFlügeln},
         {Bearbeiten, BearbeitenAuflösung, {Meldung::MenüFlügelauflösung, Meldung::TippFlügelauflösung}, {}, {}, {}, mitFlügeln},
+        {Bearbeiten, BearbeitenNachmessen, {Meldung::MenüWiederholprobe, Meldung::TippWiederholprobe}, {}, {}, {}, mitFlügeln},
         {Bearbeiten, 5, {Text::MenüAusschneiden, Meldung::TippAusschneiden, {QKeySequence::Cut}}, u"ausschneiden", {}, {}, inTextfeld, {}, true},
         {Bearbeiten, 6, {Text::MenüKopieren, Meldung::TippKopieren, {QKeySequence::Copy}}, u"kopieren", {}, {}, inTextfeld},
         {Bearbeiten, 7, {Text::MenüEinfügen, Meldung::TippEinfügen, {QKeySequence::Paste}}, u"einfuegen", {}, {}, inTextfeld},

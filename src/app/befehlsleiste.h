@@ -33,6 +33,7 @@ inline constexpr int BearbeitenAuslassen = 12;
 inline constexpr int BearbeitenFlügelLöschen = 13;
 /// Corrects the resolution of the wings of a picture.
 inline constexpr int BearbeitenAuflösung = 20;
+inline constexpr int BearbeitenNachmessen = 21;
 
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;

@@ -4,6 +4,8 @@
 #include "app/hg.h"
 #include "app/info.h"
 #include "app/start.h"
+#include "detect/bildpixel.h"
+#include "detect/fluegelerkennung.h"
 #include "measure/aufloesung.h"
 #include "measure/bild.h"
 #include "measure/messhilfe.h"
@@ -25,6 +27,8 @@
 #include <QTextStream>
 #include <QTimer>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace tarvel {
@@ -147,6 +151,18 @@ QPointF mitte(const Flügelpunkte& punkte) {
     return summe / Messpunkte::Anzahl;
 }
 
+/// Of the proposed points from true ones, in pixels of the sheet: mean and largest.
+std::pair<double, double> abstand(const Flügelfund& fund, const Flügelpunkte& wahr) {
+    double summe = 0;
+    double größter = 0;
+    for (std::size_t i = 1; i < wahr.size(); ++i) {
+        const QPointF d = fund.vorschlag.punkte.at(i - 1) - wahr.at(i);
+        summe += std::hypot(d.x(), d.y());
+        größter = std::max(größter, std::hypot(d.x(), d.y()));
+    }
+    return {summe / Messpunkte::Anzahl, größter};
+}
+
 class Vorführung {
 public:
     Vorführung(const QString& ziel, const QString& ordner)
@@ -168,6 +184,7 @@ public:
         trageMerkmaleEin();
         zeigeAnsichten();
         vergleiche();
+        vergleicheVorschläge();
         löseAus(u"men_Datei_2"_s);
         zeigeProtokoll();
         prüfeNeuenStart();
@@ -371,6 +388,41 @@ private:
         if (gleich != ciWahr.size() || gleich == 0 || ci.size() != ciWahr.size()) {
             ++fehler_;
         }
+    }
+
+    /// Prints how far the points that the program proposes are from the true ones.
+    void vergleicheVorschläge() {
+        const Modellergebnis modell = eingebautesModell();
+        const auto* m = std::get_if<std::shared_ptr<const Erkennungsmodell>>(&modell);
+        if (m == nullptr) {
+            ++fehler_;
+            return;
+        }
+        Suchverlauf verlauf;
+        const auto funde = Flügelerkennung(*m).finde(
+            Bildpixel(QImage(ziel_.filePath(u"musterblatt.png"_s))), Musterauflösung, verlauf);
+        double summe = 0;
+        double größter = 0;
+        for (const Flügelfund& fund : funde) {
+            const auto nächster =
+                std::min_element(wahrePunkte_.begin(), wahrePunkte_.end(),
+                                 [&](const Flügelpunkte& a, const Flügelpunkte& b) {
+                                     return abstand(fund, a).first < abstand(fund, b).first;
+                                 });
+            if (nächster != wahrePunkte_.end()) {
+                const auto [mittel, einer] = abstand(fund, *nächster);
+                summe += mittel;
+                größter = std::max(größter, einer);
+            }
+        }
+        const auto anzahl = static_cast<double>(std::max<std::size_t>(funde.size(), 1));
+        QTextStream(stdout) << u"Proposals: "_s << funde.size() << u" of "_s << wahrePunkte_.size()
+                            << u" wings found; their points are "_s
+                            << QString::number(summe / anzahl, 'f', 1)
+                            << u" px from the true ones on average, the worst "_s
+                            << QString::number(größter, 'f', 1) << u" px, at "_s << Musterauflösung
+                            << u" dpi. The sheet is drawn: this says nothing of real wings.\n"_s;
+        fehler_ += funde.size() == wahrePunkte_.size() ? 0 : 1;
     }
 
     /// What a person sees of an examination.

@@ -5,6 +5,7 @@
 #include "app/befehlsleiste.h"
 #include "app/fensterflaeche.h"
 #include "app/hinweisgeber.h"
+#include "app/nachmessen.h"
 #include "evaluation/merkmalansicht.h"
 #include "measure/messplatz.h"
 #include "results/arbeitsplatz.h"
@@ -101,6 +102,11 @@ void Flügelbefehle::löscheAlle() {
                                  .verwirft = true}) == Antwort::Ja) {
         arbeitsplatz_.löscheAlle();
     }
+}
+
+void Flügelbefehle::missNach() {
+    tarvel::missNach(umgebung_, arbeitsplatz_.reihe(), fläche_.messplatz->flügelbilder(),
+                     *fläche_.messplatz->window());
 }
 
 void Flügelbefehle::wiederhole() {

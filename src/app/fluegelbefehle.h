@@ -32,6 +32,8 @@ public:
     void löscheAlle();
     /// Measures the chosen one again, or else the last.
     void wiederhole();
+    /// Measures some of the sample again, apart from the series.
+    void missNach();
     /// Begins a new one.
     void beginneNeuen();
     /// One step back, or forward again. Points that come back are shown.

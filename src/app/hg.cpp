@@ -342,6 +342,9 @@ void HG::men_Bearbeiten_Click(int index) {
     case BearbeitenAuflösung:
         bilder_.berichtigeAuflösung();
         break;
+    case BearbeitenNachmessen:
+        flügelbefehle_.missNach();
+        break;
     case 11:
         flügelbefehle_.löscheAlle();
         break;

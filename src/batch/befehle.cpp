@@ -43,6 +43,12 @@ public:
         parser_->addOption({name, text, wert});
     }
 
+    /// One that has a letter, too.
+    void kurzoption(const QString& buchstabe, const QString& name, const QString& text,
+                    const QString& wert) {
+        parser_->addOption({{buchstabe, name}, text, wert});
+    }
+
     void optionIni() {
         option(u"ini"_s, u"Settings file (Index.ini) with race standards and options."_s,
                u"file"_s);
@@ -93,6 +99,21 @@ public:
         const int zahl = text.toInt(&lesbar);
         if (!lesbar || zahl < 1 || zahl > höchste) {
             throw Aufruffehler{u"'--%1' takes a whole number from 1 to %2, not '%3'."_s.arg(
+                name, QString::number(höchste), text)};
+        }
+        return zahl;
+    }
+
+    /// With a point, whatever the language.
+    [[nodiscard]] double bruchzahl(const QString& name, double vorgabe, double höchste) const {
+        const QString text = wert(name);
+        if (text.isEmpty()) {
+            return vorgabe;
+        }
+        bool lesbar = false;
+        const double zahl = text.toDouble(&lesbar);
+        if (!lesbar || !(zahl >= 0 && zahl <= höchste)) {
+            throw Aufruffehler{u"'--%1' takes a number from 0 to %2, not '%3'."_s.arg(
                 name, QString::number(höchste), text)};
         }
         return zahl;
@@ -445,6 +466,99 @@ void prüfeBildname(const QString& datei) {
     return befehl;
 }
 
+Leser bildmessleser() {
+    Leser leser(
+        {u"measure"_s, u"SHEET... [options]"_s,
+         u"Finds the wings on scans and proposes their points: a row a wing, with its place,\n"
+         "the points in pixels of the picture, the error to expect of each in pixels at\n"
+         "2400 dpi, and the indices. Nobody has checked them then: look through the pictures\n"
+         "of --overlay. Doubtful wings are listed on the standard error. All pages of a\n"
+         "TIFF are measured."_s,
+         u"tarvel-batch measure --dpi 2400 --overlay check --out wings.csv scans/*.png"_s});
+    leser.option(u"dpi"_s,
+                 u"Resolution of the scans, 300 or more (default: what each picture says)."_s,
+                 u"n"_s);
+    leser.option(u"messart"_s,
+                 u"Kind of examination: 0 cubital index alone, 1 all measurements (default), 2 "
+                 "correlation."_s,
+                 u"kind"_s);
+    leser.option(u"format"_s, u"csv (default), tps or json."_s, u"format"_s);
+    leser.option(u"out"_s, u"File to write instead of the standard output (-)."_s, u"file"_s);
+    leser.option(u"overlay"_s,
+                 u"Folder for pictures to look through, a PNG a sheet, with outlines, points and "
+                 "numbers."_s,
+                 u"folder"_s);
+    leser.option(u"min-score"_s,
+                 u"Wings that are less like a wing than this, 0 to 1, are left away (0.7)."_s,
+                 u"score"_s);
+    leser.option(u"max-error"_s,
+                 u"Wings with a point whose error to expect is larger are listed (2)."_s,
+                 u"pixels"_s);
+    leser.kurzoption(u"j"_s, u"jobs"_s,
+                     u"Pictures at once; the output does not depend on it (1)."_s, u"n"_s);
+    leser.option(u"model"_s, u"File with another model to find wings with."_s, u"file"_s);
+    leser.option(u"into"_s,
+                 u"Database that gets an examination a picture, marked as not checked by a "
+                 "person; only with --unchecked."_s,
+                 u"database"_s);
+    leser.option(u"unchecked"_s, u"You know that nobody has checked what goes into --into."_s);
+    leser.optionRasse();
+    leser.optionIni();
+    return leser;
+}
+
+Bildmessbefehl bildmessung(const Leser& leser) {
+    constexpr int geringsteAuflösung = 300;
+    constexpr int meisteZugleich = 64;
+    constexpr double höchsterFehler = 1000;
+    Bildmessbefehl befehl{
+        .bilder = leser.argumente(),
+        .dpi = leser.zahl(u"dpi"_s, höchsteAuflösung),
+        .messart = leser.auswahl(u"messart"_s, Messart::AlleMessungen,
+                                 {{"0", Messart::NurCubitalindex},
+                                  {"1", Messart::AlleMessungen},
+                                  {"2", Messart::Korrelation}}),
+        .format = leser.auswahl(
+            u"format"_s, Messformat::Csv,
+            {{"csv", Messformat::Csv}, {"tps", Messformat::Tps}, {"json", Messformat::Json}}),
+        .ziel = leser.wert(u"out"_s),
+        .zeichnungen = leser.wert(u"overlay"_s),
+        .mindestgüte = leser.bruchzahl(u"min-score"_s, 0.7, 1),
+        .höchsterFehler = leser.bruchzahl(u"max-error"_s, 2, höchsterFehler),
+        .zugleich = leser.zahl(u"jobs"_s, meisteZugleich).value_or(1),
+        .modell = leser.wert(u"model"_s),
+        .datenbank = leser.wert(u"into"_s),
+        .rasse = leser.wert(u"race"_s),
+        .ini = leser.wert(u"ini"_s)};
+    if (befehl.bilder.isEmpty()) {
+        throw Aufruffehler{u"'measure' needs at least one picture."_s};
+    }
+    if (befehl.bilder.contains(u"-"_s)) {
+        throw Aufruffehler{u"'measure' reads files, not the standard input."_s};
+    }
+    if (befehl.dpi.value_or(geringsteAuflösung) < geringsteAuflösung) {
+        throw Aufruffehler{
+            u"'--dpi' takes a resolution from 300 on, not '%1'."_s.arg(leser.wert(u"dpi"_s))};
+    }
+    if (befehl.datenbank.isEmpty() == leser.gesetzt(u"unchecked"_s)) {
+        throw Aufruffehler{u"'--into' and '--unchecked' go together only."_s};
+    }
+    if (befehl.datenbank.isEmpty() && leser.gesetzt(u"race"_s)) {
+        throw Aufruffehler{u"'--race' needs '--into'."_s};
+    }
+    for (const QString& bild : befehl.bilder) {
+        for (const QString& ziel : {befehl.ziel, befehl.datenbank}) {
+            if (!ziel.isEmpty() && ziel != u"-" && gleicheDatei(ziel, bild)) {
+                throw Aufruffehler{u"The output would replace the picture '%1'."_s.arg(bild)};
+            }
+        }
+    }
+    if (!befehl.datenbank.isEmpty()) {
+        prüfeZiel(befehl.ziel, befehl.datenbank);
+    }
+    return befehl;
+}
+
 template <typename Befehl>
 Aufruf lies(Leser leser, Befehl (*befehl)(const Leser&), const QStringList& argumente) {
     leser.lies(argumente);
@@ -464,7 +578,8 @@ const QString& übersicht() {
         "  report      the report of an examination as PDF\n"
         "  import-bee  measurement files (*.Bee) into a database\n"
         "  merge       other databases into one\n"
-        "  overview    the examinations of a database side by side\n\n"
+        "  overview    the examinations of a database side by side\n"
+        "  measure     wings found on scans, with proposed points\n\n"
         "'tarvel-batch COMMAND --help' tells more.\n\n"
         "Options:\n"
         "  -h, --help     Show this help.\n"
@@ -475,7 +590,8 @@ const QString& übersicht() {
         "  tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026\n"
         "  tarvel-batch import-bee --into results.tdb old/*.Bee\n"
         "  tarvel-batch merge --keep-both association.tdb anna.tdb paul.tdb\n"
-        "  tarvel-batch overview --race Carnica --by breeder --chart years.pdf results.tdb\n"_s;
+        "  tarvel-batch overview --race Carnica --by breeder --chart years.pdf results.tdb\n"
+        "  tarvel-batch measure --dpi 2400 --overlay check --out wings.csv scans/*.png\n"_s;
     return text;
 }
 
@@ -508,6 +624,9 @@ Aufruf lies(const QStringList& argumente) {
     }
     if (befehl == u"overview") {
         return lies(übersichtsleser(), übersichtsbefehl, rest);
+    }
+    if (befehl == u"measure") {
+        return lies(bildmessleser(), bildmessung, rest);
     }
     throw Aufruffehler{u"There is no command '%1'."_s.arg(befehl)};
 }

@@ -105,6 +105,27 @@ struct Übersichtsbefehl {
     bool operator==(const Übersichtsbefehl&) const = default;
 };
 
+enum class Messformat { Csv, Tps, Json };
+
+/// measure: wings found on pictures, with their proposed points.
+struct Bildmessbefehl {
+    QStringList bilder;     ///< at least one
+    std::optional<int> dpi; ///< nullopt: what each picture says
+    Messart messart = Messart::AlleMessungen;
+    Messformat format = Messformat::Csv;
+    QString ziel;        ///< file of the table; empty: standard output
+    QString zeichnungen; ///< folder for pictures to look through; empty for none
+    double mindestgüte = 0.7;
+    double höchsterFehler = 2; ///< pixels at 2400 dpi
+    int zugleich = 1;          ///< pictures
+    QString modell;            ///< file; empty: the one of the program
+    QString datenbank;         ///< gets an examination a picture; empty for none
+    QString rasse;             ///< of these; empty: race of the settings
+    QString ini;
+
+    bool operator==(const Bildmessbefehl&) const = default;
+};
+
 /// A text that was asked for: help or version.
 struct Auskunft {
     QString text;
@@ -117,7 +138,7 @@ struct Aufruf {
     /// Language of texts and messages.
     Sprache sprache = Sprache::Englisch;
     std::variant<Auskunft, Auswertungsbefehl, Ausfuhrbefehl, Protokollbefehl, Einfuhrbefehl,
-                 Zusammenführungsbefehl, Übersichtsbefehl>
+                 Zusammenführungsbefehl, Übersichtsbefehl, Bildmessbefehl>
         befehl;
 };
 

@@ -3,6 +3,7 @@
 #include "batch/auswerten.h"
 #include "batch/befehle.h"
 #include "batch/einfuhr.h"
+#include "batch/messen.h"
 #include "batch/protokoll.h"
 #include "batch/uebersicht.h"
 #include "batch/zusammenfuehren.h"
@@ -60,6 +61,10 @@ public:
     Status operator()(const Übersichtsbefehl& befehl) const {
         const auto app = befehl.bild.isEmpty() ? nullptr : maler();
         return schreibeÜbersicht(befehl, umgebung_);
+    }
+    Status operator()(const Bildmessbefehl& befehl) const {
+        const auto app = befehl.zeichnungen.isEmpty() ? nullptr : maler();
+        return missBilder(befehl, umgebung_);
     }
 
 private:

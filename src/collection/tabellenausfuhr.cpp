@@ -3,6 +3,7 @@
 #include "evaluation/merkmale.h"
 #include "measure/reihenmodelle.h"
 #include "measure/statistik.h"
+#include "results/ausfuhr.h"
 
 #include <array>
 #include <cmath>
@@ -47,7 +48,9 @@ constexpr std::array Flügelspalten{
     Ausfuhrspalte{"dpi", "INTEGER", "resolution of the scan, in dots per inch"},
     Ausfuhrspalte{"picture", "TEXT", "picture file, as it was called when it was measured"},
     Ausfuhrspalte{"picture_width", "INTEGER", "width of the picture in pixels"},
-    Ausfuhrspalte{"picture_height", "INTEGER", "height of the picture in pixels"}};
+    Ausfuhrspalte{"picture_height", "INTEGER", "height of the picture in pixels"},
+    Ausfuhrspalte{"checked", "INTEGER",
+                  "0: measured by the program alone, nobody looked at its points"}};
 constexpr std::array Punktspalten{
     Ausfuhrspalte{"examination", "TEXT", "number of the examination"},
     Ausfuhrspalte{"wing", "INTEGER", "number of the wing in it"},
@@ -72,9 +75,6 @@ constexpr std::array Tabellen{
     Ausfuhrtabelle{"examinations", Untersuchungsspalten}, Ausfuhrtabelle{"wings", Flügelspalten},
     Ausfuhrtabelle{"points", Punktspalten}, Ausfuhrtabelle{"marks", Merkmalspalten},
     Ausfuhrtabelle{"columns", Wörterbuchspalten}};
-
-constexpr std::array<QStringView, 6> Ursprünge{u"",      u"clicked",  u"key",
-                                               u"moved", u"proposed", u"file"};
 
 QVariant zahl(float wert) {
     return wert == Chartwerte::KeinWert ? QVariant() : QVariant(wert);
@@ -140,15 +140,15 @@ QStringList Tabellenausfuhr::nimm(const Ergebnissatz& satz, const Satzumgebung& 
                     {nummer, flügel, reihe.ausgelassen(flügel) ? 1 : 0, zahl(w.CI), zahl(w.HI),
                      zahl(w.DV), m == nullptr ? QVariant() : positiv(messung.aufnahme.dpi),
                      messung.bilddatei, positiv(messung.bild.größe.width()),
-                     positiv(messung.bild.größe.height())});
+                     positiv(messung.bild.größe.height()),
+                     m == nullptr ? QVariant() : QVariant(messung.ungeprüft ? 0 : 1)});
         for (std::size_t i = 1; m != nullptr && i <= Messpunkte::Anzahl; ++i) {
             if (messung.punkte.PunktX[i] != Messpunkte::NichtGemessen) {
                 const auto zoom = static_cast<float>(messung.aufnahme.Zoomfaktor);
                 ziel_.zeile(Punkte,
                             {nummer, flügel, static_cast<int>(i), messung.punkte.PunktX[i] / zoom,
                              messung.punkte.PunktY[i] / zoom,
-                             Ursprünge.at(static_cast<std::size_t>(messung.punkte.Herkunft[i]))
-                                 .toString()});
+                             ursprung(messung.punkte.Herkunft[i]).toString()});
             }
         }
     }

@@ -96,7 +96,7 @@ Diagrammmaler mitUnterschrift(Diagrammmaler maler, Bildunterschrift unterschrift
                                           teile.removeAll(QString());
                                           return teile.join(u"  ·  "_s);
                                       }),
-                           gekürzt(u.ausgelassen, schrift, breite)};
+                           gekürzt(u.bemerkungen, schrift, breite)};
         zeilen.removeAll(QString());
         if (zeilen.empty() || ganz.faktor <= 0) {
             maler(painter, rahmen);

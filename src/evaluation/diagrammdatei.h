@@ -36,7 +36,7 @@ struct Bildunterschrift {
     QString rasse;
     QString tiere;
     QString datum;
-    QString ausgelassen; ///< how many wings, and which
+    QString bemerkungen; ///< wings left out, how points came about
 
     bool operator==(const Bildunterschrift&) const = default;
 };

@@ -89,6 +89,9 @@ void Urteilsanzeige::beschrifte() {
             grundlage << texte_(Meldung::GrundlageVorgaben);
         }
     }
+    if (const QString satz = bemerkung_ ? bemerkung_() : QString(); !satz.isEmpty()) {
+        grundlage << satz;
+    }
     lab_Grundlage_->setText(grundlage.join(u'\n'));
     lab_Mängel_->setText(mängel.join(u"<br>"_s));
     lab_Kriterien_->setText(beurteilung_.BewertungAktiv

@@ -26,6 +26,8 @@ public:
                std::optional<bool> gespeichertes = {},
                const std::optional<Urteilsbeleg>& beleg = {}, bool nachVorgaben = false);
 
+    /// Asked for a sentence that is to be said beside any verdict; empty for none.
+    void setzeBemerkung(std::function<QString()> bemerkung) { bemerkung_ = std::move(bemerkung); }
     /// Called with the reason whose bees the user wants to see.
     void beiMangelwahl(std::function<void(const Prüfwert&)> wahl) {
         beiMangelwahl_ = std::move(wahl);
@@ -42,6 +44,7 @@ private:
     [[nodiscard]] QString gespeichertes() const;
 
     const Texte& texte_;
+    std::function<QString()> bemerkung_;
     std::function<void(const Prüfwert&)> beiMangelwahl_;
     std::function<void()> beiNeubeurteilung_;
     std::function<void()> beiKriterienwunsch_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lang/texte.h"
 #include "measure/bildarbeiter.h"
 
 #include <QImage>
@@ -31,6 +32,9 @@ struct Bildfehler {
     /// Of a picture that is too large: as many pixels of this kind could be read.
     qint64 höchstens = 0;
 };
+
+/// What happened to the picture @p pfad and what to do; empty for one that was stopped.
+[[nodiscard]] QString text(const Bildfehler& fehler, const QString& pfad, const Texte& texte);
 
 /// One of several pictures of a file.
 struct Bildseite {

@@ -116,43 +116,9 @@ QString Bildzugang::finde(const GesuchtesBild& bild) {
 }
 
 void Bildzugang::meldeBildfehler(const Bildfehler& fehler, const QString& pfad) {
-    const QString name = QDir::toNativeSeparators(pfad);
-    QString text;
-    switch (fehler.art) {
-    case Bildfehler::Art::Abgebrochen:
-        return;
-    case Bildfehler::Art::NichtGefunden:
-        text = texte_(Text::BilddateiNichtGefunden) + u'\n' +
-               texte_(Meldung::DateiVerschwunden).arg(name);
-        break;
-    case Bildfehler::Art::KeinRecht:
-        text = texte_(Meldung::DateiKeineRechte).arg(name);
-        break;
-    case Bildfehler::Art::Leer:
-        text = texte_(Meldung::BildLeer).arg(name);
-        break;
-    case Bildfehler::Art::Unlesbar:
-        text = texte_(Meldung::BildKeinBild).arg(name);
-        break;
-    case Bildfehler::Art::Abgeschnitten:
-        text = texte_(Meldung::BildAbgeschnitten).arg(name);
-        break;
-    case Bildfehler::Art::KeinSpeicher:
-        text = texte_(Meldung::BildSpeicherReichtNicht).arg(name);
-        break;
-    case Bildfehler::Art::ZuGross: {
-        const QString einheit = u' ' + texte_(Meldung::EinheitPixel);
-        const QString megapixel =
-            QString::number(fehler.höchstens / 1'000'000) + u" 000 000"_s + einheit;
-        text = texte_(Text::BildZuGroß) + u'\n' +
-               texte_(Meldung::BildGrößerAlsErlaubt).arg(name, fehler.grund + einheit, megapixel);
-        break;
+    if (fehler.art != Bildfehler::Art::Abgebrochen) {
+        dialoge_.meldung(texte_(Text::Fehler), text(fehler, pfad, texte_), Meldungsart::Ausruf);
     }
-    }
-    if (!fehler.grund.isEmpty() && fehler.art != Bildfehler::Art::ZuGross) {
-        text += u"\n\n("_s + fehler.grund + u')';
-    }
-    dialoge_.meldung(texte_(Text::Fehler), text, Meldungsart::Ausruf);
 }
 
 } // namespace tarvel

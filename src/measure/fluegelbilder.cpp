@@ -4,7 +4,7 @@
 
 namespace tarvel {
 
-QImage Flügelbilder::hole(const Flügelmessung& flügel, const QRect& ausschnitt) {
+QImage Flügelbilder::schneide(const Flügelmessung& flügel, const QRect& ausschnitt) {
     const QImage* ganzes = pixel(flügel);
     if (ganzes == nullptr) {
         return {};
@@ -20,6 +20,11 @@ QImage Flügelbilder::hole(const Flügelmessung& flügel, const QRect& ausschnit
         QPainter painter(&bild);
         painter.drawImage(innen.topLeft() - ausschnitt.topLeft(), ganzes->copy(innen));
     }
+    return bild;
+}
+
+QImage Flügelbilder::hole(const Flügelmessung& flügel, const QRect& ausschnitt) {
+    QImage bild = schneide(flügel, ausschnitt);
     const bool zuGroß = bild.width() > GrößteBreite || bild.height() > GrößteBreite;
     return zuGroß ? bild.scaled(GrößteBreite, GrößteBreite, Qt::KeepAspectRatio,
                                 Qt::SmoothTransformation)

@@ -39,6 +39,9 @@ public:
     /// stopped its loading.
     [[nodiscard]] QImage hole(const Flügelmessung& flügel, const QRect& ausschnitt);
 
+    /// The same in the size of the scan.
+    [[nodiscard]] QImage schneide(const Flügelmessung& flügel, const QRect& ausschnitt);
+
     static constexpr int GrößteBreite = 320;
 
 private:

@@ -80,6 +80,8 @@ struct Flügelmessung {
     /// y came counted from the lower edge of a picture whose height was not known, and was turned
     /// over about the wing's own middle: the shape is right, the place on the picture is not.
     bool ohneBildhöhe = false;
+    /// The program measured it alone; nobody has looked at its points since.
+    bool ungeprüft = false;
 
     bool operator==(const Flügelmessung&) const = default;
 };

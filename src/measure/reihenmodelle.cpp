@@ -32,6 +32,11 @@ QVariant flügeldaten(const Messreihe& reihe, const Zweifelsfälle& zweifel, con
     }
 }
 
+bool hatVorschläge(const Messpunkte& punkte) {
+    return std::any_of(punkte.Herkunft.begin() + 1, punkte.Herkunft.end(),
+                       [](Punktherkunft h) { return h == Punktherkunft::Vorgeschlagen; });
+}
+
 } // namespace
 
 Zweifelsgrad zweifelsgrad(const Zweifelsfälle& fälle, int nummer) {
@@ -56,6 +61,13 @@ QString zweifelstext(const Zweifelsfälle& fälle, int nummer, const Texte& text
 QString flügeltipp(const Messreihe& reihe, const Zweifelsfälle& fälle, int nummer,
                    const Texte& texte) {
     QStringList zeilen(zweifelstext(fälle, nummer, texte));
+    if (const Flügelmessung* messung = reihe.messung(nummer)) {
+        if (messung->ungeprüft) {
+            zeilen.prepend(texte(Meldung::Ungeprüft));
+        } else if (hatVorschläge(messung->punkte)) {
+            zeilen.append(texte(Meldung::VorgeschlagenGeprüft));
+        }
+    }
     if (reihe.ausgelassen(nummer)) {
         zeilen.prepend(texte(Meldung::Ausgelassen));
     }
@@ -74,6 +86,48 @@ QString ausgelassen(const Messreihe& reihe, const Texte& texte) {
     const Meldung satz =
         nummern.size() == 1 ? Meldung::EinFlügelAusgelassen : Meldung::FlügelAusgelassen;
     return texte(satz).arg(nummern.size()).arg(nummern.join(QStringLiteral(", ")));
+}
+
+Entstehung entstehung(const Messreihe& reihe) {
+    Entstehung e;
+    for (const auto& [nummer, messung] : reihe.messungen()) {
+        if (messung.ungeprüft) {
+            ++e.ungeprüft;
+        } else if (const Messpunkte& punkte = messung.punkte; hatVorschläge(punkte)) {
+            ++e.vorgeschlagen;
+            for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+                const bool eigener = punkte.Herkunft[i] != Punktherkunft::Vorgeschlagen;
+                e.berichtigt += punkte.gemessen(i) && eigener ? 1 : 0;
+            }
+        }
+    }
+    return e;
+}
+
+QString ungeprüfttext(const Messreihe& reihe, const Texte& texte) {
+    const int anzahl = entstehung(reihe).ungeprüft;
+    return anzahl == 0
+               ? QString()
+               : texte(Meldung::FlügelUngeprüft).arg(anzahl).arg(std::ssize(reihe.nummern()));
+}
+
+QString entstehungstext(const Messreihe& reihe, const Texte& texte) {
+    const auto mitAnzahl = [&texte](int anzahl, Meldung einer, Meldung mehrere) {
+        return texte(anzahl == 1 ? einer : mehrere).arg(anzahl);
+    };
+    const Entstehung e = entstehung(reihe);
+    QStringList teile{ungeprüfttext(reihe, texte)};
+    if (e.vorgeschlagen > 0) {
+        QString text = mitAnzahl(e.vorgeschlagen, Meldung::EinFlügelVorgeschlagen,
+                                 Meldung::FlügelVorgeschlagen);
+        if (e.berichtigt > 0) {
+            text += QStringLiteral(", ") +
+                    mitAnzahl(e.berichtigt, Meldung::EinPunktBerichtigt, Meldung::PunkteBerichtigt);
+        }
+        teile << text;
+    }
+    teile.removeAll(QString());
+    return teile.join(QStringLiteral("; "));
 }
 
 Zeilenliste::Zeilenliste(const Messreihe& reihe, const Zweifelsfälle& zweifel, const Texte& texte)

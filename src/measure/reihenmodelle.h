@@ -39,6 +39,21 @@ using Zweifelsfälle = std::map<int, std::vector<Flügelzweifel>>;
 /// "2 wings left out: 003, 017"; empty when every wing of the series counts.
 [[nodiscard]] QString ausgelassen(const Messreihe& reihe, const Texte& texte);
 
+/// @name How the points of a series came about
+/// @{
+struct Entstehung {
+    int ungeprüft = 0;     ///< wings that the program measured and nobody looked at
+    int vorgeschlagen = 0; ///< other wings with at least one point as the program proposed it
+    int berichtigt = 0;    ///< points of these that a person set or moved
+};
+[[nodiscard]] Entstehung entstehung(const Messreihe& reihe);
+/// "3 of 25 wings … not checked by a person; 22 wings proposed and checked, 4 points corrected";
+/// empty where the program proposed nothing.
+[[nodiscard]] QString entstehungstext(const Messreihe& reihe, const Texte& texte);
+/// The first part of it alone; empty where everything was checked.
+[[nodiscard]] QString ungeprüfttext(const Messreihe& reihe, const Texte& texte);
+/// @}
+
 /// The lines of one list, each of one wing.
 class Zeilenliste : public QStringListModel {
 public:

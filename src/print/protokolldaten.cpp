@@ -88,6 +88,7 @@ private:
     void angaben() {
         const qsizetype flügel = flügelzahl();
         d_.ausgelassen = ausgelassen(q_.untersuchung.reihe(), q_.texte);
+        d_.entstehung = entstehungstext(q_.untersuchung.reihe(), q_.texte);
         const QString bienen =
             QString::number(flügel > 0 ? flügel : static_cast<qsizetype>(merkmale_.Bienen));
         d_.untersucht = bienen + u' ' +
@@ -235,6 +236,10 @@ private:
                         u' ' + rasse();
             d_.vorläufig = beurteilung_.umfang.vorläufig();
             d_.grundlage = grundlagentext(beurteilung_.umfang, q_.texte);
+            if (const QString ungeprüft = ungeprüfttext(q_.untersuchung.reihe(), q_.texte);
+                !ungeprüft.isEmpty()) {
+                d_.grundlage.prepend(ungeprüft + u".  "_s);
+            }
             const Untersuchungszusatz& zusatz = q_.untersuchung.zusatz();
             if (zusatz.Urteil == Ablageurteil::Ja || zusatz.Urteil == Ablageurteil::Nein) {
                 const Urteilsvergleich v = urteilsvergleich(

@@ -48,6 +48,7 @@ struct Protokolldaten {
     QString untersucht;  ///< "25 Arbeiterinnen wurden untersucht"
     QString gemessen;    ///< the same where wings were measured, else empty
     QString ausgelassen; ///< "2 Flügel ausgelassen: 003, 017"; empty without any
+    QString entstehung;  ///< what the program proposed or measured alone; empty without any
     std::vector<Protokollwert> königin;
     std::vector<Protokollwert> volk;
     std::vector<Protokollwert> indizes;     ///< means, shares of classes, secondary peak

@@ -358,6 +358,7 @@ Block oben1(const Protokolldaten& d) {
                 d.gemessen);
     s.zellen(d.indizes);
     s.anmerkung(d.ausgelassen);
+    s.anmerkung(d.entstehung);
     s.lücke(2);
     return std::move(s).block();
 }
@@ -373,6 +374,7 @@ Block oben2(const Protokolldaten& d) {
     s.abschnitt(d.texte(Text::HantelindexUndDV), d.korrel.flügel.empty() ? QString() : d.gemessen);
     s.zellen(d.korrelation);
     s.anmerkung(d.ausgelassen);
+    s.anmerkung(d.entstehung);
     s.lücke(2);
     return std::move(s).block();
 }

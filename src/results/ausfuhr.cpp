@@ -23,7 +23,7 @@ constexpr std::array Größen{Größe{"ci", &Chartwerte::CI}, Größe{"hi", &Cha
 QByteArray kopf(Ausfuhrart art) {
     if (art == Ausfuhrart::Flügel) {
         return "examination,date,race,caste,wing,ci,ci_class,hi,hi_class,dv,file,dpi,zoom," +
-               punktspalten() + ",left_out";
+               punktspalten() + ",left_out,points_from,checked";
     }
     QByteArray kopf = "examination,date,year,queen,region,breeder_number,breeder,owner,colony,"
                       "mating,race,caste,conforms,dpi,wings,wings_left_out";
@@ -56,7 +56,23 @@ QString tiere(const Kolonieangaben& angaben) {
     return angaben.Tiere == Geschlecht::Drohnen ? u"drones"_s : u"workers"_s;
 }
 
+/// A word for each of the points 1 to 8, "-" where it is not known.
+QString ursprünge(const Flügelmessung& messung) {
+    QStringList worte;
+    for (std::size_t i = 1; i <= Messpunkte::Anzahl; ++i) {
+        const QStringView wort = ursprung(messung.punkte.Herkunft[i]);
+        worte << (wort.isEmpty() ? u"-"_s : wort.toString());
+    }
+    return worte.join(u' ');
+}
+
 } // namespace
+
+QStringView ursprung(Punktherkunft herkunft) {
+    constexpr std::array<QStringView, 6> Worte{u"",      u"clicked",  u"key",
+                                               u"moved", u"proposed", u"file"};
+    return Worte.at(static_cast<std::size_t>(herkunft));
+}
 
 Ausfuhr::Ausfuhr(Ausfuhrart art, Bildhöhe bildhöhe)
     : art_(art)
@@ -128,6 +144,8 @@ void Ausfuhr::nimmFlügel(const Ergebnissatz& satz, const GeleseneUntersuchung& 
                                          : QString::number(messung->aufnahme.Zoomfaktor));
         schreibePunkte(tabelle_, messung == nullptr ? Flügelmessung{} : *messung);
         tabelle_.text(gelesen.reihe.ausgelassen(nummer) ? u"yes"_s : u"no"_s);
+        tabelle_.text(messung == nullptr ? QString() : ursprünge(*messung));
+        tabelle_.text(messung == nullptr ? QString() : messung->ungeprüft ? u"no"_s : u"yes"_s);
         tabelle_.zeilenende();
     }
 }

@@ -18,6 +18,10 @@ enum class Ausfuhrart {
     Tps,            ///< the stored points
 };
 
+/// How a point came about, in the English of tables: clicked, key, moved, proposed, file; empty
+/// when it is not known.
+[[nodiscard]] QStringView ursprung(Punktherkunft herkunft);
+
 /// Height of a picture in pixels; nullopt when it cannot be had.
 using Bildhöhe = std::function<std::optional<float>(const QString& pfad)>;
 

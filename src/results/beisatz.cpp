@@ -239,10 +239,20 @@ bool liesLage(QStringView text, Flügelmessung& m) {
     return m.ohneBildhöhe;
 }
 
+QString prüfungstext(const Flügelmessung& m) {
+    return m.ungeprüft ? u"1"_s : QString();
+}
+
+bool liesPrüfung(QStringView text, Flügelmessung& m) {
+    m.ungeprüft = text == u"1";
+    return m.ungeprüft;
+}
+
 constexpr std::array Flügelfelder{Flügelfeld{u"Bild", größentext, liesGröße, true},
                                   Flügelfeld{u"Marke", markentext, liesMarke, true},
                                   Flügelfeld{u"Punkte", herkunftstext, liesHerkunft, false},
-                                  Flügelfeld{u"Lage", lagetext, liesLage, false}};
+                                  Flügelfeld{u"Lage", lagetext, liesLage, false},
+                                  Flügelfeld{u"Ungeprueft", prüfungstext, liesPrüfung, false}};
 constexpr QStringView FeldAusgelassen = u"Ausgelassen";
 
 /// "Bild:3507x2480/Punkte:kkkkkkkk", empty when there is nothing to say. Without @p messung what

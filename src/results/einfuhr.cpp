@@ -88,49 +88,66 @@ Einfuhrbericht Einfuhr::nimmInhalt(QByteArrayView bytes, const QString& herkunft
     if (!gelesen.istMessdatei || !(fehlerlos || umgebung_.teilweise)) {
         return bericht;
     }
+    versuche(bericht, [&] { speichere(gelesen, herkunft, bericht); });
+    return bericht;
+}
+
+Einfuhrbericht Einfuhr::nimm(const Untersuchung& untersuchung) {
+    Einfuhrbericht bericht;
+    versuche(bericht, [&] { bericht.nummer = speichere(untersuchung, std::nullopt); });
+    return bericht;
+}
+
+template <typename Handlung>
+void Einfuhr::versuche(Einfuhrbericht& bericht, const Handlung& handlung) const {
+    const Texte& texte = umgebung_.satz.texte;
     try {
-        speichere(gelesen, herkunft, bericht);
+        handlung();
     } catch (const Datenbankfehler& fehler) {
         bericht.hinweise.push_back(ablehnung(fehler, texte));
     } catch (const NummerZuLang& zuLang) {
         bericht.hinweise.push_back(
             {std::nullopt, texte(Meldung::NummerOhneKurzzeichen).arg(zuLang.nummer)});
     }
-    return bericht;
 }
 
 void Einfuhr::speichere(const Messdatei& datei, const QString& herkunft, Einfuhrbericht& bericht) {
     EingeleseneUntersuchung eingelesen =
         untersuchungAusMessdatei(datei, umgebung_.rasse, umgebung_.satz.format, herkunft);
-    const std::optional<bool> urteil = this->urteil(eingelesen.untersuchung);
+    const bool verstanden = eingelesen.merkmaleVerstanden;
+    bericht.nummer = speichere(std::move(eingelesen.untersuchung),
+                               verstanden ? std::nullopt : std::optional(datei.merkmaltext));
+    if (!verstanden) {
+        bericht.hinweise.push_back(
+            {std::nullopt,
+             umgebung_.satz.texte(Meldung::ImportMerkmale).arg(zitat(datei.merkmaltext))});
+    }
+}
+
+QString Einfuhr::speichere(Untersuchung untersuchung, const std::optional<QString>& merkmaltext) {
+    const std::optional<bool> urteil = this->urteil(untersuchung);
     if (urteil) {
-        Untersuchungszusatz zusatz = eingelesen.untersuchung.zusatz();
+        Untersuchungszusatz zusatz = untersuchung.zusatz();
         zusatz.Grenzen =
             standardtext({umgebung_.satz.rassen.value(umgebung_.rasse), umgebung_.standard});
-        eingelesen.untersuchung.setzeZusatz(zusatz);
+        untersuchung.setzeZusatz(zusatz);
     }
-    Ergebnissatz satz = satzAus(eingelesen.untersuchung, urteil, umgebung_.auflösung,
-                                umgebung_.heute, umgebung_.satz);
-    if (!eingelesen.merkmaleVerstanden) {
-        satz.MERKMAL = datei.merkmaltext;
-    }
+    Ergebnissatz satz =
+        satzAus(untersuchung, urteil, umgebung_.auflösung, umgebung_.heute, umgebung_.satz);
+    satz.MERKMAL = merkmaltext.value_or(satz.MERKMAL);
     const bool neu = !vorhanden_;
     if (neu) {
         NeueDatenbank(tabelle_.pfad());
     }
     try {
-        bericht.nummer = speichere(satz);
+        QString nummer = speichere(satz);
         vorhanden_ = true;
+        return nummer;
     } catch (...) {
         if (neu) {
             QFile::remove(tabelle_.pfad()); // nobody asked for an empty one
         }
         throw;
-    }
-    if (!eingelesen.merkmaleVerstanden) {
-        bericht.hinweise.push_back(
-            {std::nullopt,
-             umgebung_.satz.texte(Meldung::ImportMerkmale).arg(zitat(datei.merkmaltext))});
     }
 }
 

@@ -47,9 +47,18 @@ public:
     [[nodiscard]] Einfuhrbericht nimm(const QString& pfad);
     /// The same for the content of a file.
     [[nodiscard]] Einfuhrbericht nimmInhalt(QByteArrayView bytes, const QString& herkunft);
+    /// Stores an examination that came about otherwise.
+    [[nodiscard]] Einfuhrbericht nimm(const Untersuchung& untersuchung);
 
 private:
     void speichere(const Messdatei& datei, const QString& herkunft, Einfuhrbericht& bericht);
+    /// Judges it and stores it; @p merkmaltext in place of its body marks, if any. Returns its
+    /// number.
+    [[nodiscard]] QString speichere(Untersuchung untersuchung,
+                                    const std::optional<QString>& merkmaltext);
+    /// Tells in the report why storing failed.
+    template <typename Handlung>
+    void versuche(Einfuhrbericht& bericht, const Handlung& handlung) const;
     [[nodiscard]] QString speichere(Ergebnissatz& satz);
     [[nodiscard]] std::optional<bool> urteil(const Untersuchung& untersuchung) const;
 

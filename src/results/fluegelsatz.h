@@ -62,6 +62,7 @@ namespace tarvel {
 //                                    - unknown or not set
 //          Lage                      "eigene": the points do not lie in their place on the picture,
 //                                    see Flügelmessung::ohneBildhöhe
+//          Ungeprueft                1: measured by the program alone, nobody looked at it
 //          Ausgelassen               1: the wing is left out of the sample
 //
 //                                    Fields of other names are kept and stored again.

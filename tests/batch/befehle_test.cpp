@@ -94,6 +94,17 @@ TEST(Befehle, badLines_giveTheReason) {
                              {u"overview a.tdb --out ./a.tdb", "replace"},
                              {u"overview a.tdb 1 --view comparison", "two"},
                              {u"overview a.tdb --view histograms", "six"},
+                             {u"measure", "picture"},
+                             {u"measure -", "standard input"},
+                             {u"measure a.png --dpi 150", "300"},
+                             {u"measure a.png --min-score 2", "from 0 to 1"},
+                             {u"measure a.png --max-error nan", "'nan'"},
+                             {u"measure a.png -j 0", "'0'"},
+                             {u"measure a.png --into a.tdb", "together"},
+                             {u"measure a.png --unchecked", "together"},
+                             {u"measure a.png b.png --out x/../b.png", "replace"},
+                             {u"measure a.png --unchecked --into ./a.png", "replace"},
+                             {u"measure a.png --unchecked --into a.tdb --out a.tdb", "replace"},
                              {u"import-bee a.Bee", "into"},
                              {u"import-bee --into a.tdb", "file"}}) {
         const auto gelesen = lese(QString::fromUtf16(fall.zeile));
@@ -105,7 +116,8 @@ TEST(Befehle, badLines_giveTheReason) {
 
 TEST(Befehle, help_hasAnExampleThatTheProgramTakes) {
     for (const QString& name :
-         {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s, u"merge"_s, u"overview"_s}) {
+         {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s, u"merge"_s, u"overview"_s,
+          u"measure"_s}) {
         const QString hilfe = befehl<Auskunft>(name + u" --help"_s).text;
         const QString anfang = u"Example:\n  tarvel-batch "_s;
         const qsizetype beispiel = hilfe.indexOf(anfang + name);

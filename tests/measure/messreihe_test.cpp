@@ -1,4 +1,5 @@
 #include "measure/messreihe.h"
+#include "measure/messung.h"
 #include "measure/reihenmodelle.h"
 #include "measure/statistik.h"
 #include "measure/verteiler.h"
@@ -180,6 +181,33 @@ TEST(Messreihe, wingLeftOut_staysWithItsNumberAndCountsNowhere) {
     }
     EXPECT_TRUE(reihe.lassAus(2, false));
     EXPECT_EQ(ausgelassen(reihe, texte), QString());
+}
+
+TEST(Messreihe, proposedWings_areUncheckedUntilAPersonTakesThemOver) {
+    Texte texte{QString()};
+    Messreihe reihe;
+    EXPECT_EQ(entstehungstext(reihe, texte), QString());
+    for (const qint16 nummer : {qint16{1}, qint16{2}}) {
+        Flügelmessung m;
+        m.ungeprüft = true;
+        for (int p = 1; p <= Messpunkte::Anzahl; ++p) {
+            const auto x = static_cast<float>(30 * p);
+            m.punkte.setze(m.messart, p, x, x * x / 40, Punktherkunft::Vorgeschlagen);
+        }
+        reihe.trageEin(nummer, berechneIndizes(m.punkte, m.messart, m.aufnahme), m, {});
+    }
+    EXPECT_EQ(entstehungstext(reihe, texte),
+              u"2 von 2 Flügeln vom Programm gemessen, von keinem Menschen geprüft"_s);
+    EXPECT_EQ(flügeltipp(reihe, {}, 1, texte), texte(Meldung::Ungeprüft));
+    Messung messung(reihe, {});
+    ASSERT_TRUE(messung.wiederhole(1));
+    messung.zieh(3, 91, 57);
+    reihe = messung.übernimmFertige().reihe.value();
+    texte.SpracheEinstellen(1);
+    EXPECT_EQ(entstehungstext(reihe, texte),
+              u"1 of 2 wings measured by the program, not checked by a person; "
+              "1 wing proposed and checked, 1 point corrected"_s);
+    EXPECT_EQ(flügeltipp(reihe, {}, 1, texte), texte(Meldung::VorgeschlagenGeprüft));
 }
 
 TEST(Messreihe, resolutionOfWings_changesTheirDiscoidalShiftAlone) {

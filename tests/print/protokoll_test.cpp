@@ -158,6 +158,26 @@ TEST_F(ProtokollTest, wingsLeftOut_areNamedAndCountNowhere) {
     EXPECT_THAT(fehler(protokollseite(daten(), Briefkopfgrafik(), 1)), testing::IsEmpty());
 }
 
+TEST_F(ProtokollTest, wingsThatNobodyChecked_areToldWithTheVerdict) {
+    miss25();
+    Flügelmessung m;
+    m.ungeprüft = true;
+    m.punkte.setze(m.messart, 1, 1, 1, Punktherkunft::Vorgeschlagen);
+    const Indizes indizes{.CI = 2.5F, .HI = 1.0F, .DV = 1.0F, .fehler = {}};
+    ändere([&](Messreihe& reihe) {
+        reihe.trageEin(26, indizes, m, {});
+        m.ungeprüft = false;
+        reihe.trageEin(27, indizes, m, {});
+    });
+    const QString satz = u"1 von 27 Flügeln vom Programm gemessen, von keinem Menschen geprüft"_s;
+    EXPECT_TRUE(daten().grundlage.startsWith(satz + u". "_s));
+    for (const int seite : {1, 2}) {
+        EXPECT_THAT(zeilen(daten(), seite),
+                    IsSupersetOf({satz + u"; 1 Flügel vorgeschlagen und geprüft"_s}));
+        EXPECT_THAT(fehler(protokollseite(daten(), Briefkopfgrafik(), seite)), testing::IsEmpty());
+    }
+}
+
 TEST_F(ProtokollTest, kind_decidesOnChartsAndPages) {
     miss25();
     struct Fall {
