@@ -194,7 +194,7 @@ void legeFremdes(Feld& blatt, const Übungsflügel& flügel, QPointF mitte, doub
 
 } // namespace
 
-Übungsausschnitt abgewandelt(const Übungsflügel& flügel, const Mittelflügel& mittel, Zufall& z) {
+Übungsausschnitt abgewandelt(const Übungsflügel& flügel, Zufall& z) {
     constexpr double Grad = std::numbers::pi / 180;
     const double winkel = z.normal(0, 2.2 * Grad);
     const double größe = 1 + z.normal(0, 0.025);
@@ -265,7 +265,6 @@ void legeFremdes(Feld& blatt, const Übungsflügel& flügel, QPointF mitte, doub
     std::transform(d.werte.begin(), d.werte.end(), aus.ausschnitt.werte.begin(),
                    [](float w) { return 1 - w; });
     aus.ausschnitt.gleicheAus();
-    (void)mittel;
     return aus;
 }
 

@@ -12,8 +12,7 @@ struct Übungsausschnitt {
 
 /// A crop of @p flügel as another wing, lying a little differently and scanned worse, would look:
 /// turned, stretched and bent, points moved on their own, dust, hairs, haze, blur, noise.
-[[nodiscard]] Übungsausschnitt abgewandelt(const Übungsflügel& flügel, const Mittelflügel& mittel,
-                                           Zufall& zufall);
+[[nodiscard]] Übungsausschnitt abgewandelt(const Übungsflügel& flügel, Zufall& zufall);
 
 /// How a wing is put on a picture of its own.
 struct Aufnahmeart {

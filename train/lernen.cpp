@@ -44,7 +44,7 @@ std::vector<Stück> schneideStücke(const std::vector<const Übungsflügel*>& fl
     std::vector<Stück> alle(std::size_t(umfang.ausschnitte));
     verteile(umfang.ausschnitte, umfang.fäden, [&](int i) {
         Zufall zufall(umfang.saat, std::uint64_t(i));
-        const auto a = abgewandelt(*flügel[std::size_t(i) % flügel.size()], mittel, zufall);
+        const auto a = abgewandelt(*flügel[std::size_t(i) % flügel.size()], zufall);
         Stück& s = alle[std::size_t(i)];
         s.wahr = a.punkte;
         s.werte.resize(a.ausschnitt.werte.size());
