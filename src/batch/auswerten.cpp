@@ -2,6 +2,7 @@
 
 #include "batch/auswertungsausgabe.h"
 #include "measure/aufloesung.h"
+#include "measure/reihenmodelle.h"
 
 #include <algorithm>
 #include <utility>
@@ -80,6 +81,10 @@ std::optional<Auswertungsprobe> lies(const QString& datei, const Auswertungsvorg
     const auto& koordinaten = std::get<Koordinaten>(gelesen);
     Auswertungsprobe probe = werteAus(datei, koordinaten, vorgabe);
     probe.annahmen = annahmen(koordinaten, vorgabe, umgebung.texte);
+    if (const QString ungeprüft = ungeprüfttext(probe.reihe, umgebung.texte);
+        !ungeprüft.isEmpty()) {
+        probe.annahmen << ungeprüft + u'.';
+    }
     return probe;
 }
 

@@ -1,11 +1,8 @@
-#include "batch/befehle.h"
+#include "batch/aufrufleser.h"
 
-#include <QCommandLineParser>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <initializer_list>
-#include <memory>
 #include <utility>
 
 namespace tarvel {
@@ -16,153 +13,6 @@ namespace {
 
 constexpr int höchsteAuflösung = 100'000;
 constexpr int höchsterZoom = 4;
-
-/// A value that an option takes, and what it means.
-template <typename Wert>
-using Auswahl = std::initializer_list<std::pair<const char*, Wert>>;
-
-/// How a command is explained. The example stands in the manual too.
-struct Beschreibung {
-    QString befehl;
-    QString argumente;
-    QString text;
-    QString beispiel;
-};
-
-/// The command line of one command. Its readers throw Aufruffehler.
-class Leser {
-public:
-    explicit Leser(Beschreibung beschreibung)
-        : beschreibung_(std::move(beschreibung)) {
-        option(u"language"_s, u"Language of texts and messages: de, en (default) or fr."_s,
-               u"language"_s);
-        parser_->addOption({{u"h"_s, u"help"_s}, u"Show this help."_s});
-    }
-
-    void option(const QString& name, const QString& text, const QString& wert = {}) {
-        parser_->addOption({name, text, wert});
-    }
-
-    /// One that has a letter, too.
-    void kurzoption(const QString& buchstabe, const QString& name, const QString& text,
-                    const QString& wert) {
-        parser_->addOption({{buchstabe, name}, text, wert});
-    }
-
-    void optionIni() {
-        option(u"ini"_s, u"Settings file (Index.ini) with race standards and options."_s,
-               u"file"_s);
-    }
-    void optionRasse() {
-        option(u"race"_s, u"Race whose standard the judgement uses."_s, u"name"_s);
-    }
-
-    void lies(const QStringList& argumente) {
-        if (!parser_->parse(argumente)) {
-            throw Aufruffehler{parser_->errorText()};
-        }
-    }
-
-    [[nodiscard]] bool gesetzt(const QString& name) const { return parser_->isSet(name); }
-    [[nodiscard]] QStringList argumente() const { return parser_->positionalArguments(); }
-
-    [[nodiscard]] QString hilfe() const {
-        // The toolkit's text begins with a line of usage that does not know the command.
-        const QString optionen = parser_->helpText();
-        return u"Usage: tarvel-batch "_s + beschreibung_.befehl + u' ' + beschreibung_.argumente +
-               u"\n\n"_s + beschreibung_.text + u"\n\nExample:\n  "_s + beschreibung_.beispiel +
-               u'\n' + optionen.sliced(optionen.indexOf(u'\n'));
-    }
-
-    /// The value of an option; empty when it is not given.
-    [[nodiscard]] QString wert(const QString& name) const {
-        QString wert = parser_->value(name);
-        if (gesetzt(name) && wert.isEmpty()) {
-            throw Aufruffehler{u"Missing value after '--%1'."_s.arg(name)};
-        }
-        return wert;
-    }
-
-    [[nodiscard]] QString nötig(const QString& name) const {
-        if (!gesetzt(name)) {
-            throw Aufruffehler{u"'%1' needs the option '--%2'."_s.arg(beschreibung_.befehl, name)};
-        }
-        return wert(name);
-    }
-
-    [[nodiscard]] std::optional<int> zahl(const QString& name, int höchste) const {
-        const QString text = wert(name);
-        if (text.isEmpty()) {
-            return std::nullopt;
-        }
-        bool lesbar = false;
-        const int zahl = text.toInt(&lesbar);
-        if (!lesbar || zahl < 1 || zahl > höchste) {
-            throw Aufruffehler{u"'--%1' takes a whole number from 1 to %2, not '%3'."_s.arg(
-                name, QString::number(höchste), text)};
-        }
-        return zahl;
-    }
-
-    /// With a point, whatever the language.
-    [[nodiscard]] double bruchzahl(const QString& name, double vorgabe, double höchste) const {
-        const QString text = wert(name);
-        if (text.isEmpty()) {
-            return vorgabe;
-        }
-        bool lesbar = false;
-        const double zahl = text.toDouble(&lesbar);
-        if (!lesbar || !(zahl >= 0 && zahl <= höchste)) {
-            throw Aufruffehler{u"'--%1' takes a number from 0 to %2, not '%3'."_s.arg(
-                name, QString::number(höchste), text)};
-        }
-        return zahl;
-    }
-
-    template <typename Wert>
-    [[nodiscard]] Wert auswahl(const QString& name, Wert vorgabe, Auswahl<Wert> möglich) const {
-        const QString text = wert(name);
-        if (text.isEmpty()) {
-            return vorgabe;
-        }
-        QStringList namen;
-        for (const auto& [möglichkeit, bedeutung] : möglich) {
-            if (text == QLatin1StringView(möglichkeit)) {
-                return bedeutung;
-            }
-            namen << QString::fromLatin1(möglichkeit);
-        }
-        throw Aufruffehler{u"'--%1' takes %2, not '%3'."_s.arg(name, namen.join(u", "_s), text)};
-    }
-
-    [[nodiscard]] Sprache sprache() const {
-        return auswahl(
-            u"language"_s, Sprache::Englisch,
-            {{"de", Sprache::Deutsch}, {"en", Sprache::Englisch}, {"fr", Sprache::Französisch}});
-    }
-
-    /// Positional arguments, @p anzahl of them.
-    [[nodiscard]] QStringList genau(qsizetype anzahl) const {
-        if (argumente().size() != anzahl) {
-            throw Aufruffehler{
-                u"'%1' takes %2."_s.arg(beschreibung_.befehl, beschreibung_.argumente)};
-        }
-        return argumente();
-    }
-    [[nodiscard]] QStringList dateien() const {
-        if (argumente().isEmpty()) {
-            throw Aufruffehler{u"'%1' needs at least one file."_s.arg(beschreibung_.befehl)};
-        }
-        if (argumente().count(u"-"_s) > 1) {
-            throw Aufruffehler{u"The standard input '-' can be read only once."_s};
-        }
-        return argumente();
-    }
-
-private:
-    Beschreibung beschreibung_;
-    std::unique_ptr<QCommandLineParser> parser_ = std::make_unique<QCommandLineParser>();
-};
 
 bool gleicheDatei(const QString& a, const QString& b) {
     const QFileInfo infoA(a);
@@ -177,8 +27,8 @@ void prüfeZiel(const QString& ziel, const QString& datenbank) {
     }
 }
 
-Leser auswertungsleser() {
-    Leser leser(
+Aufrufleser auswertungsleser() {
+    Aufrufleser leser(
         {u"evaluate"_s, u"FILE... [options]"_s,
          u"Computes cubital index, hantel index and discoidal shift of wings whose points stand\n"
          "in CSV or TPS files, and judges each file as the sample of one colony. The file '-' is\n"
@@ -207,7 +57,7 @@ Leser auswertungsleser() {
     return leser;
 }
 
-Auswertungsbefehl auswertung(const Leser& leser) {
+Auswertungsbefehl auswertung(const Aufrufleser& leser) {
     return {.dateien = leser.dateien(),
             .messart = leser.auswahl(u"messart"_s, Messart::AlleMessungen,
                                      {{"0", Messart::NurCubitalindex},
@@ -227,10 +77,10 @@ Auswertungsbefehl auswertung(const Leser& leser) {
                                      {"json", Ausgabeformat::Json}})};
 }
 
-Leser ausfuhrleser() {
-    Leser leser({u"export"_s, u"DATABASE [options]"_s,
-                 u"Writes the examinations of a database as CSV, a row an examination."_s,
-                 u"tarvel-batch export --wings --out wings.csv results.tdb"_s});
+Aufrufleser ausfuhrleser() {
+    Aufrufleser leser({u"export"_s, u"DATABASE [options]"_s,
+                       u"Writes the examinations of a database as CSV, a row an examination."_s,
+                       u"tarvel-batch export --wings --out wings.csv results.tdb"_s});
     leser.option(u"wings"_s, u"A row a wing, with the indices in full precision."_s);
     leser.option(u"tps"_s, u"The measured points of all wings as TPS."_s);
     leser.option(u"tables"_s,
@@ -242,7 +92,7 @@ Leser ausfuhrleser() {
     return leser;
 }
 
-Ausfuhrbefehl ausfuhr(const Leser& leser) {
+Ausfuhrbefehl ausfuhr(const Aufrufleser& leser) {
     const bool wings = leser.gesetzt(u"wings"_s);
     const bool tps = leser.gesetzt(u"tps"_s);
     if (wings && tps) {
@@ -266,11 +116,12 @@ Ausfuhrbefehl ausfuhr(const Leser& leser) {
     return befehl;
 }
 
-Leser protokollleser() {
-    Leser leser({u"report"_s, u"DATABASE [NUMBER...] --pdf FILE | --each FOLDER [options]"_s,
-                 u"Writes the reports of examinations as PDF. Several in one file stand behind a\n"
-                 "summary of them."_s,
-                 u"tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026"_s});
+Aufrufleser protokollleser() {
+    Aufrufleser leser(
+        {u"report"_s, u"DATABASE [NUMBER...] --pdf FILE | --each FOLDER [options]"_s,
+         u"Writes the reports of examinations as PDF. Several in one file stand behind a\n"
+         "summary of them."_s,
+         u"tarvel-batch report --language de --pdf 007.pdf results.tdb 0072026"_s});
     leser.option(u"pdf"_s, u"File to write; - for the standard output."_s, u"file"_s);
     leser.option(u"each"_s, u"Folder that gets a file for each, NUMBER.pdf."_s, u"folder"_s);
     leser.option(u"all"_s, u"All examinations of the database."_s);
@@ -278,7 +129,7 @@ Leser protokollleser() {
     return leser;
 }
 
-Protokollbefehl protokoll(const Leser& leser) {
+Protokollbefehl protokoll(const Aufrufleser& leser) {
     QStringList argumente = leser.dateien();
     const bool alle = leser.gesetzt(u"all"_s);
     const bool einzeln = leser.gesetzt(u"each"_s);
@@ -299,12 +150,13 @@ Protokollbefehl protokoll(const Leser& leser) {
     return befehl;
 }
 
-Leser einfuhrleser() {
-    Leser leser({u"import-bee"_s, u"FILE... --into DATABASE [options]"_s,
-                 u"Stores measurement files (*.Bee) as examinations of a database, which is made\n"
-                 "if there is none. The number comes from the file; a file without one gets the\n"
-                 "next automatic number. An examination that exists is never replaced."_s,
-                 u"tarvel-batch import-bee --into results.tdb old/*.Bee"_s});
+Aufrufleser einfuhrleser() {
+    Aufrufleser leser(
+        {u"import-bee"_s, u"FILE... --into DATABASE [options]"_s,
+         u"Stores measurement files (*.Bee) as examinations of a database, which is made\n"
+         "if there is none. The number comes from the file; a file without one gets the\n"
+         "next automatic number. An examination that exists is never replaced."_s,
+         u"tarvel-batch import-bee --into results.tdb old/*.Bee"_s});
     leser.option(u"into"_s, u"Database that takes the examinations."_s, u"database"_s);
     leser.option(u"partial"_s, u"Take what is readable of a file that has faults."_s);
     leser.optionRasse();
@@ -312,7 +164,7 @@ Leser einfuhrleser() {
     return leser;
 }
 
-Einfuhrbefehl einfuhr(const Leser& leser) {
+Einfuhrbefehl einfuhr(const Aufrufleser& leser) {
     return {.dateien = leser.dateien(),
             .datenbank = leser.nötig(u"into"_s),
             .rasse = leser.wert(u"race"_s),
@@ -320,8 +172,8 @@ Einfuhrbefehl einfuhr(const Leser& leser) {
             .ini = leser.wert(u"ini"_s)};
 }
 
-Leser zusammenführungsleser() {
-    Leser leser(
+Aufrufleser zusammenführungsleser() {
+    Aufrufleser leser(
         {u"merge"_s, u"DATABASE OTHER... [options]"_s,
          u"Brings the examinations of other databases into one. New ones come in as they\n"
          "stand; one whose number another examination has stays out unless an option says\n"
@@ -339,7 +191,7 @@ Leser zusammenführungsleser() {
     return leser;
 }
 
-Zusammenführungsbefehl zusammenführung(const Leser& leser) {
+Zusammenführungsbefehl zusammenführung(const Aufrufleser& leser) {
     QStringList dateien = leser.dateien();
     Zusammenführungsbefehl befehl{.datenbank = dateien.takeFirst(),
                                   .andere = dateien,
@@ -371,8 +223,8 @@ Zusammenführungsbefehl zusammenführung(const Leser& leser) {
     return befehl;
 }
 
-Leser übersichtsleser() {
-    Leser leser(
+Aufrufleser übersichtsleser() {
+    Aufrufleser leser(
         {u"overview"_s, u"DATABASE [NUMBER...] [options]"_s,
          u"Writes the examinations of a database side by side: of each index the number of\n"
          "wings, mean, standard deviation and the shares below and above the boundary\n"
@@ -412,7 +264,7 @@ void prüfeBildname(const QString& datei) {
     }
 }
 
-Übersichtsbefehl übersichtsbefehl(const Leser& leser) {
+Übersichtsbefehl übersichtsbefehl(const Aufrufleser& leser) {
     using enum Übersichtsansicht;
     QStringList argumente = leser.dateien();
     Übersichtsbefehl befehl;
@@ -466,8 +318,8 @@ void prüfeBildname(const QString& datei) {
     return befehl;
 }
 
-Leser bildmessleser() {
-    Leser leser(
+Aufrufleser bildmessleser() {
+    Aufrufleser leser(
         {u"measure"_s, u"SHEET... [options]"_s,
          u"Finds the wings on scans and proposes their points: a row a wing, with its place,\n"
          "the points in pixels of the picture, the error to expect of each in pixels at\n"
@@ -507,7 +359,7 @@ Leser bildmessleser() {
     return leser;
 }
 
-Bildmessbefehl bildmessung(const Leser& leser) {
+Bildmessbefehl bildmessung(const Aufrufleser& leser) {
     constexpr int geringsteAuflösung = 300;
     constexpr int meisteZugleich = 64;
     constexpr double höchsterFehler = 1000;
@@ -546,10 +398,14 @@ Bildmessbefehl bildmessung(const Leser& leser) {
     if (befehl.datenbank.isEmpty() && leser.gesetzt(u"race"_s)) {
         throw Aufruffehler{u"'--race' needs '--into'."_s};
     }
-    for (const QString& bild : befehl.bilder) {
+    QStringList gelesene = befehl.bilder;
+    if (!befehl.modell.isEmpty()) {
+        gelesene << befehl.modell;
+    }
+    for (const QString& datei : gelesene) {
         for (const QString& ziel : {befehl.ziel, befehl.datenbank}) {
-            if (!ziel.isEmpty() && ziel != u"-" && gleicheDatei(ziel, bild)) {
-                throw Aufruffehler{u"The output would replace the picture '%1'."_s.arg(bild)};
+            if (!ziel.isEmpty() && ziel != u"-" && gleicheDatei(ziel, datei)) {
+                throw Aufruffehler{u"The output would replace '%1', which is read."_s.arg(datei)};
             }
         }
     }
@@ -560,7 +416,7 @@ Bildmessbefehl bildmessung(const Leser& leser) {
 }
 
 template <typename Befehl>
-Aufruf lies(Leser leser, Befehl (*befehl)(const Leser&), const QStringList& argumente) {
+Aufruf lies(Aufrufleser leser, Befehl (*befehl)(const Aufrufleser&), const QStringList& argumente) {
     leser.lies(argumente);
     if (leser.gesetzt(u"help"_s)) {
         return {.befehl = Auskunft{leser.hilfe()}};

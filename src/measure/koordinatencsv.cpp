@@ -129,6 +129,8 @@ struct Spalten {
     int dpi = -1;
     int zoom = -1;
     int ausgelassen = -1;
+    int geprüft = -1;
+    int stand = -1;
     int anzahl = 0;
     int belegte = 0;
     QString doppelt; ///< a coordinate that has two columns
@@ -163,6 +165,10 @@ private:
             zoom = spalte;
         } else if (titel == u"left_out" && ausgelassen < 0) {
             ausgelassen = spalte;
+        } else if (titel == u"checked" && geprüft < 0) {
+            geprüft = spalte;
+        } else if (titel == u"state" && stand < 0) {
+            stand = spalte;
         }
         if (titel.size() != 2 || (titel[0] != u'x' && titel[0] != u'y') || titel[1] < u'1' ||
             titel[1] > u'8') {
@@ -269,6 +275,7 @@ private:
         }
         flügel.inBildpunkten = !werte.wert(spalten.zoom).isEmpty();
         flügel.ausgelassen = liesAusgelassen(werte.wert(spalten.ausgelassen));
+        flügel.ungeprüft = istUngeprüft(werte.wert(spalten.geprüft), werte.wert(spalten.stand));
         for (int punkt = 1; punkt <= Messpunkte::Anzahl; ++punkt) {
             const auto x = liesZelle(werte, spalten, 2 * (punkt - 1));
             const auto y = liesZelle(werte, spalten, 2 * (punkt - 1) + 1);
@@ -288,6 +295,15 @@ private:
             throw fehler(Lesegrund::Unerwartet, {zitat(text)});
         }
         return ja;
+    }
+
+    /// Other programs may have columns of these names that mean something else.
+    [[nodiscard]] static bool istUngeprüft(const QString& geprüft, const QString& stand) {
+        const auto ist = [](const QString& text, QStringView wort) {
+            return text.compare(wort, Qt::CaseInsensitive) == 0;
+        };
+        return ist(geprüft, u"no") ||
+               (!ist(geprüft, u"yes") && (ist(stand, u"sure") || ist(stand, u"doubtful")));
     }
 
     [[nodiscard]] std::optional<float> liesZelle(const Felder& werte, const Spalten& spalten,

@@ -23,6 +23,7 @@ struct Koordinatensatz {
     /// at.
     bool inBildpunkten = false;
     bool ausgelassen = false; ///< column "left_out": the wing is not part of the sample
+    bool ungeprüft = false;   ///< nobody looked at its points since a program found them
     int zeile = 0;            ///< where the wing begins
 
     /// What names the wing: its name, else its picture.
@@ -49,9 +50,10 @@ struct Koordinaten {
 ///
 /// CSV: a header with x1, y1 … x8, y8 in any order, upper or lower case; points that @p messart
 /// does not use may be left out. "wing" and "file" name the wing, "dpi" is its resolution,
-/// "left_out" says yes or no; other columns are passed over. Comma, semicolon or tab; a decimal
-/// comma only with the latter two. Fields may be quoted. An empty cell or NA means that the point
-/// is not set.
+/// "left_out" says yes or no; "checked" with no, or without it "state" with sure or doubtful, that
+/// nobody looked at points that were found by themselves; other columns are passed over. Comma,
+/// semicolon or tab; a decimal comma only with the latter two. Fields may be quoted. An empty cell
+/// or NA means that the point is not set.
 ///
 /// TPS: LM=8 and eight lines "x y" a wing, decimals with point or comma; a negative number or NA
 /// means that the point is not set. IMAGE=, ID= and SCALE= (which may be empty) belong to the wing

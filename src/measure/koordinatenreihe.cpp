@@ -19,7 +19,8 @@ Koordinatenreihe reiheAus(const Koordinaten& koordinaten, const Reihenvorgabe& v
         Flügelmessung messung{.punkte = satz.punkte,
                               .messart = vorgabe.messart,
                               .aufnahme = vorgabe.aufnahme,
-                              .bilddatei = satz.bilddatei};
+                              .bilddatei = satz.bilddatei,
+                              .ungeprüft = satz.ungeprüft};
         for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
             if (messung.punkte.gemessen(i)) {
                 messung.punkte.Herkunft[i] = Punktherkunft::Eingelesen;

@@ -104,6 +104,7 @@ TEST(Befehle, badLines_giveTheReason) {
                              {u"measure a.png --unchecked", "together"},
                              {u"measure a.png b.png --out x/../b.png", "replace"},
                              {u"measure a.png --unchecked --into ./a.png", "replace"},
+                             {u"measure a.png --model m.bin --out m.bin", "replace"},
                              {u"measure a.png --unchecked --into a.tdb --out a.tdb", "replace"},
                              {u"import-bee a.Bee", "into"},
                              {u"import-bee --into a.tdb", "file"}}) {
@@ -115,9 +116,8 @@ TEST(Befehle, badLines_giveTheReason) {
 }
 
 TEST(Befehle, help_hasAnExampleThatTheProgramTakes) {
-    for (const QString& name :
-         {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s, u"merge"_s, u"overview"_s,
-          u"measure"_s}) {
+    for (const QString& name : {u"evaluate"_s, u"export"_s, u"report"_s, u"import-bee"_s,
+                                u"merge"_s, u"overview"_s, u"measure"_s}) {
         const QString hilfe = befehl<Auskunft>(name + u" --help"_s).text;
         const QString anfang = u"Example:\n  tarvel-batch "_s;
         const qsizetype beispiel = hilfe.indexOf(anfang + name);

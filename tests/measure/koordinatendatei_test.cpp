@@ -237,6 +237,18 @@ TEST(Koordinatendatei, reflection_changesNoIndex) {
     EXPECT_EQ(nachher.HI, vorher.HI);
 }
 
+TEST(Koordinatenreihe, wingsThatNobodyChecked_stayUnchecked) {
+    for (const auto& [spalte, wert, ungeprüft] : {std::tuple{"checked", "no", true},
+                                                  {"checked", "yes", false},
+                                                  {"state", "sure", true},
+                                                  {"state", "doubtful", true},
+                                                  {"state", "Styria", false},
+                                                  {"checked,state", "yes,sure", false}}) {
+        const Koordinaten datei = gelesen(QByteArray(spalte) + ',' + kopf + wert + ",1," + punkte);
+        EXPECT_EQ(reiheAus(datei, {}).reihe.messung(1)->ungeprüft, ungeprüft) << spalte << wert;
+    }
+}
+
 TEST(Koordinatenreihe, wingsThatLackAnIndex_areNamedAndTheOthersKeepTheirNumbers) {
     const QByteArray lücke = QByteArray(punkte).replace("395,44", ",");
     const QByteArray gleich = QByteArray(punkte).replace("218,144", "236,146"); // points 6 and 7
