@@ -53,6 +53,9 @@ bool mitBild(Lage l, int) {
 bool mitFlügeln(Lage l, int) {
     return l.mitFlügeln;
 }
+bool mitFunden(Lage l, int) {
+    return l.amMessplatz && l.mitBild && l.mitFunden;
+}
 bool inTextfeld(Lage l, int) {
     return l.inTextfeld;
 }
@@ -123,6 +126,10 @@ const std::vector<Befehl>& befehle() {
          [](Lage l, int) { return l.amMessplatz && l.mitBild; }, {}, true},
         {Bearbeiten, 1, {Text::MessungWiederholen, Meldung::TippWiederholen, {strg(Qt::Key_R)}}, u"wiederholen", {}, {}, mitFlügeln},
         {Bearbeiten, BearbeitenAuslassen, {Meldung::MenüAuslassen, Meldung::TippAuslassen, {strg(Qt::Key_D)}}, {}, {}, {}, mitFlügeln},
+        {Bearbeiten, BearbeitenVorschlagen, {Meldung::MenüPunkteVorschlagen, Meldung::TippPunkteVorschlagen, {Qt::Key_P}}, {}, {}, {},
+         [](Lage l, int) { return l.amMessplatz && l.mitBild && l.erkennung; }, {}, true},
+        {Bearbeiten, BearbeitenNächsterFraglicher, {Meldung::MenüNächsterFraglicher, Meldung::TippNächsterFraglicher, {Qt::Key_N}}, {}, {}, {},
+         [](Lage l, int) { return l.amMessplatz && l.mitBild && !l.inÜbersicht && l.mitFraglichen; }},
         {Bearbeiten, BearbeitenAuflösung, {Meldung::MenüFlügelauflösung, Meldung::TippFlügelauflösung}, {}, {}, {}, mitFlügeln},
         {Bearbeiten, BearbeitenNachmessen, {Meldung::MenüWiederholprobe, Meldung::TippWiederholprobe}, {}, {}, {}, mitFlügeln},
         {Bearbeiten, 5, {Text::MenüAusschneiden, Meldung::TippAusschneiden, {QKeySequence::Cut}}, u"ausschneiden", {}, {}, inTextfeld, {}, true},
@@ -144,6 +151,10 @@ const std::vector<Befehl>& befehle() {
          [](Lage l, int) { return l.amMessplatz && l.mitBild && !l.inÜbersicht; }},
         {Ansicht, 8, {Meldung::MenüNächstesBild, Meldung::TippNächstesBild, {strg(Qt::Key_PageDown)}}, {}, {}, {}, mitBild},
         {Ansicht, 9, {Meldung::MenüVorigesBild, Meldung::TippVorigesBild, {strg(Qt::Key_PageUp)}}, {}, {}, {}, mitBild},
+        {Ansicht, AnsichtNächsterFund, {Meldung::MenüNächsterFund, Meldung::TippNächsterFund, {Qt::Key_W}}, {}, {}, {}, mitFunden, {}, true},
+        {Ansicht, AnsichtVorigerFund, {Meldung::MenüVorigerFund, Meldung::TippVorigerFund, {Qt::SHIFT | Qt::Key_W}}, {}, {}, {}, mitFunden},
+        {Ansicht, AnsichtFlügelSuchen, {Meldung::MenüFlügelSuchen, Meldung::TippFlügelSuchen, {Qt::SHIFT | Qt::Key_F7}}, {}, {}, {},
+         [](Lage l, int) { return l.amMessplatz && l.mitBild && l.erkennung && !l.suchtFlügel; }},
         {Zoom, 1, {u"1 : 1"_s, Meldung::TippZoom}, {}, {}, {}, {}, zoom},
         {Zoom, 2, {u"2 : 1"_s, Meldung::TippZoom}, {}, {}, {}, {}, zoom},
         {Zoom, 3, {u"3 : 1"_s, Meldung::TippZoom}, {}, {}, {}, {}, zoom},

@@ -35,6 +35,14 @@ inline constexpr int BearbeitenFlügelLöschen = 13;
 inline constexpr int BearbeitenAuflösung = 20;
 inline constexpr int BearbeitenNachmessen = 21;
 
+inline constexpr int BearbeitenVorschlagen = 30;
+inline constexpr int BearbeitenNächsterFraglicher = 31;
+
+/// Items of the view menu about wings that were found.
+inline constexpr int AnsichtNächsterFund = 30;
+inline constexpr int AnsichtVorigerFund = 31;
+inline constexpr int AnsichtFlügelSuchen = 32;
+
 /// Items of the view menu that show and hide parts of the window.
 inline constexpr int AnsichtLeisteLinks = 20;
 inline constexpr int AnsichtLeisteRechts = 21;
@@ -50,6 +58,10 @@ struct Befehlslage {
     bool amMessplatz = false;
     bool inÜbersicht = false; ///< of the scan
     bool mitFlügeln = false;
+    bool erkennung = false; ///< wings can be looked for
+    bool mitFunden = false; ///< some that were found are not measured
+    bool suchtFlügel = false;
+    bool mitFraglichen = false; ///< points that were proposed
     bool zuSpeichern = false;
     bool rückgängig = false;
     bool wiederherstellbar = false;

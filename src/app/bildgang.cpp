@@ -68,7 +68,8 @@ void Bildgang::folge(const Änderung& änderung) {
 
 void Bildgang::zeige() {
     fläche_.messleiste->zeigeAuflösung(arbeitsplatz_.messung().aufnahme().dpi,
-                                       fläche_.messplatz->bild().auflösung());
+                                       fläche_.messplatz->bild().auflösung(),
+                                       fläche_.messplatz->funde().passendeAuflösung());
 }
 
 void Bildgang::merke() {

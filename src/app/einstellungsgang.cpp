@@ -26,6 +26,13 @@ void Einstellungsgang::richteEin() {
     befehle_.zeigeWerkzeugtexte(e.schalter(Einstellung::FensterWerkzeugtexte));
     fläche_.messplatz->lupen().setzeAmZeiger(e.schalter(Einstellung::FensterLupeAmZeiger));
     fläche_.messleiste->setzeZiel(e.zahl(Einstellung::Zielzahl));
+    übernimmVorschlagswahl();
+}
+
+void Einstellungsgang::übernimmVorschlagswahl() {
+    const Einstellungen& e = umgebung_.einstellungen;
+    fläche_.messplatz->setzeVorschlagswahl({.jeFlügel = e.schalter(Einstellung::VorschlagJeFlügel),
+                                            .einrasten = e.schalter(Einstellung::PunkteEinrasten)});
 }
 
 void Einstellungsgang::optionen(QWidget* fenster) {
@@ -33,6 +40,7 @@ void Einstellungsgang::optionen(QWidget* fenster) {
     Optionen dialog(umgebung_, speicher_, arbeitsplatz_.untersuchung().angaben().Rasse + 1, fenster,
                     arbeitsplatz_.ablage().dokumente());
     dialog.exec();
+    übernimmVorschlagswahl();
     // The standard follows the file, whether the dialog was confirmed or cancelled; what is being
     // measured changes only where the user changed it. For a missing key the dialog shows, and
     // writes, another default than the one that is being measured with.

@@ -28,6 +28,8 @@ public:
     void schalteWerkzeugtexte();
 
 private:
+    void übernimmVorschlagswahl();
+
     Umgebung umgebung_;
     Benutzerspeicher& speicher_;
     Arbeitsplatz& arbeitsplatz_;

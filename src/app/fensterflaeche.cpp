@@ -39,7 +39,7 @@ Fensterfläche::Fensterfläche(QMainWindow& fenster, const Umgebung& umgebung, M
                              QWidget& hinweiszeile)
     : teiler(new QSplitter(Qt::Horizontal))
     , kolonie(new Kolonieformular(umgebung.texte, umgebung.format))
-    , messplatz(new Messplatz(umgebung.texte, umgebung.dialoge, befehle))
+    , messplatz(new Messplatz(umgebung.texte, umgebung.dialoge, befehle, umgebung.modell))
     , messleiste(new Messleiste(umgebung.texte, modelle, &messplatz->lupen().feste()))
     , status(new Statuszeile)
     , umgebung_(umgebung)

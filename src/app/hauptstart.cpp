@@ -61,7 +61,8 @@ bool Programm::Hauptstart(const QStringList& dateien) {
 
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     hg_ = std::make_unique<HG>(Umgebung{einstellungen_, texte_, dienste_.dialoge, dienste_.shell,
-                                        dienste_.uhr, dienste_.drucker, dienste_.format, ordner_},
+                                        dienste_.uhr, dienste_.drucker, dienste_.format, ordner_,
+                                        dienste_.modell},
                                dienste_.speicher, arbeitsplatz_);
     eingabefilter_.setzeFenster(hg_.get());
     hg_->beginne();

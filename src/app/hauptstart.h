@@ -32,6 +32,8 @@ struct Dienste {
     QLocale::Language benutzersprache; ///< preselects the language at the first run
     /// Shows the first-run window and returns when it is closed.
     std::function<void(Start&)> ersterLauf;
+    /// See Umgebung::modell.
+    std::function<Modellergebnis()> modell = {};
 };
 
 /// The running program: settings, texts and main window, set up in the order of `Hauptstart`.

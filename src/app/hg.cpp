@@ -46,6 +46,7 @@ HG::HG(const Umgebung& umgebung, Benutzerspeicher& speicher, Arbeitsplatz& arbei
                      befehle_)
     , einstellungen_(umgebung, speicher, arbeitsplatz, fläche_, hinweise_, befehle_)
     , bilder_(umgebung, arbeitsplatz, fläche_, hinweise_, *this)
+    , funde_(arbeitsplatz, fläche_, hinweise_)
     , dienste_{.fenster = this,
                .verteiler = verteiler_,
                .hinweise = hinweise_,
@@ -101,6 +102,14 @@ void HG::verbindeMessplatz() {
     auswertung_.urteil().beiKriterienwunsch([this] {
         schalteKriterien(true);
         auswertung_.kriterien().nimmTastatur();
+    });
+    fläche_.messplatz->beiFunden([this](bool fertig) {
+        if (fertig) {
+            funde_.sage();
+            zeigeZustand();
+        } else {
+            zeigeStatus();
+        }
     });
     fläche_.messplatz->beiZustand([this] { zeigeZustand(); });
     fläche_.messplatz->beiBildwunsch([this] { verteiler_.führeAus(befehl::BildLaden); });
@@ -177,6 +186,7 @@ void HG::folge(const Änderung& änderung) {
         flügelbefehle_.aktualisiere();
     }
     auswertung_.folge(änderung);
+    funde_.folge(änderung);
     if (änderung.Punkte || änderung.Aufnahme || änderung.Reihe) {
         fläche_.messplatz->folge();
     }
@@ -207,6 +217,11 @@ Befehlslage HG::befehlslage() const {
     lage.amMessplatz = fläche_.amMessplatz();
     lage.inÜbersicht = fläche_.messplatz->zustand() == Messplatz::Zustand::Übersicht;
     lage.mitFlügeln = !arbeitsplatz_.reihe().leer();
+    const Flügelfunde& funde = fläche_.messplatz->funde();
+    lage.erkennung = funde.brauchbar();
+    lage.mitFunden = funde.offene() > 0;
+    lage.suchtFlügel = funde.stand() == Flügelfunde::Stand::Sucht;
+    lage.mitFraglichen = !fläche_.messplatz->fragliche().empty();
     lage.zuSpeichern = untersuchung().geändert();
     lage.rückgängig = arbeitsplatz_.rückgängig() != nullptr;
     lage.wiederherstellbar = arbeitsplatz_.wiederherstellbar() != nullptr;
@@ -243,11 +258,15 @@ void HG::zeigeZustand() {
     fläche_.messleiste->zeigeFlügel(messung_.nummer(), messung_.wiederholt());
     fläche_.messleiste->zeigePunkte(messung_.punkte(), messung_.messart(), messung_.aufnahme());
     bilder_.zeige();
-    fläche_.status->zeige(t, fläche_.messplatz->bild(), messung_,
-                          arbeitsplatz_.ablage().DatenbankPfad());
+    zeigeStatus();
     zeigeTitel();
     arbeitsplatz_.merkeAnsicht(lage.amMessplatz ? befehl::Messen : befehl::Alle);
     hinweise_.warneVorSchreibfehlern();
+}
+
+void HG::zeigeStatus() {
+    fläche_.status->zeige(umgebung_.texte, fläche_.messplatz->bild(), fläche_.messplatz->funde(),
+                          messung_, arbeitsplatz_.ablage().DatenbankPfad());
 }
 
 void HG::zeigeTitel() {
@@ -336,6 +355,12 @@ void HG::men_Bearbeiten_Click(int index) {
     case BearbeitenAuslassen:
         flügelbefehle_.lassAusOderNimmAuf();
         break;
+    case BearbeitenVorschlagen:
+        fläche_.messplatz->schlageVor();
+        break;
+    case BearbeitenNächsterFraglicher:
+        fläche_.messplatz->wähleFraglichen();
+        break;
     case BearbeitenFlügelLöschen:
         flügelbefehle_.lösche();
         break;
@@ -366,6 +391,13 @@ void HG::men_Ansicht_Click(int index) {
             !nachbar.isEmpty()) {
             ladeBild(nachbar);
         }
+        break;
+    case AnsichtNächsterFund:
+    case AnsichtVorigerFund:
+        fläche_.messplatz->geheZuFund(index == AnsichtNächsterFund ? 1 : -1);
+        break;
+    case AnsichtFlügelSuchen:
+        fläche_.messplatz->sucheFlügel();
         break;
     case AnsichtLeisteLinks:
         fläche_.linkeLeiste->setVisible(fläche_.linkeLeiste->isHidden());

@@ -8,6 +8,7 @@
 #include "app/einstellungsgang.h"
 #include "app/fensterflaeche.h"
 #include "app/fluegelbefehle.h"
+#include "app/fundgang.h"
 #include "app/hinweisgeber.h"
 #include "app/protokollausgabe.h"
 #include "app/umgebung.h"
@@ -90,6 +91,7 @@ private:
     void folge(const Änderung& änderung);
     void zeigeZustand();
     void zeigeTitel();
+    void zeigeStatus();
     [[nodiscard]] Befehlslage befehlslage() const;
 
     Umgebung umgebung_;
@@ -106,6 +108,7 @@ private:
     Flügelbefehle flügelbefehle_;
     Einstellungsgang einstellungen_;
     Bildgang bilder_;
+    Fundgang funde_;
     Fensterdienste dienste_;
     Untersuchungsgang gang_;
     Dateieingang eingang_;

@@ -163,7 +163,16 @@ bool Hinweisgeber::gilt(Meldung meldung, const Hinweis& hinweis) const {
     case Meldung::RadialzelleUnmöglich:
         return nennt(0, dpi);
     case Meldung::BildauflösungHinweis:
+    case Meldung::FlügelauflösungAnders:
         return nennt(1, dpi);
+    case Meldung::PunkteVorgeschlagen:
+    case Meldung::PunkteVorgeschlagenFraglich:
+    case Meldung::VorschlagErstAnsehen:
+    case Meldung::VorschlagBeiDrohnen:
+    case Meldung::VorschlagAndereRasse:
+    case Meldung::VorschlagUnsicher:
+    case Meldung::VorschlagErsetztPunkte:
+        return messung.punkte().vorgeschlagen();
     case Meldung::AuflösungNurNeue:
     case Meldung::AuflösungDesFlügels:
         return auflösungshinweis() == hinweis;
@@ -233,6 +242,12 @@ void Hinweisgeber::sageZweifel(int flügel) {
         const std::optional<int> passende = passendeAuflösung(messung->punkte, messung->aufnahme);
         sätze.push_back(passende ? Hinweis(Meldung::AuflösungPasst, {QString::number(*passende)})
                                  : Hinweis(Meldung::AuflösungPrüfen));
+    }
+    // What was said of the next wing meanwhile stays.
+    if (const auto* nächster = std::get_if<Meldung>(&gezeigter().was);
+        !sätze.empty() && nächster != nullptr && arbeitsplatz_.messung().punkte().vorgeschlagen() &&
+        gilt(*nächster, gezeigter())) {
+        sätze.push_back(gezeigter());
     }
     zeigeSätze(sätze);
 }

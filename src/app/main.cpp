@@ -105,10 +105,12 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
                  .format = Zahlenformat::system(),
                  .dokumente = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
                  .benutzersprache = QLocale::system().language(),
-                 .ersterLauf = [](Start& start) {
-                     zeigeProgrammsymbol();
-                     start.exec();
-                 }});
+                 .ersterLauf =
+                     [](Start& start) {
+                         zeigeProgrammsymbol();
+                         start.exec();
+                     },
+                 .modell = eingebautesModell});
     const auto worte = [&] {
         const Texte& t = programm.texte();
         druckerworte.SpracheEinstellen(static_cast<int>(t.sprache().value_or(Sprache::Deutsch)));

@@ -103,6 +103,29 @@ QGroupBox* gruppeRasse(const Seitenbau& bau, QLineEdit* name) {
     return gruppe;
 }
 
+QGroupBox* gruppeVorschläge(const Seitenbau& bau) {
+    QGroupBox* gruppe = bau.worte.gruppe(Meldung::GruppeVorschläge, u"fra_Vorschläge"_s);
+    auto* layout = new QVBoxLayout(gruppe);
+    layout->setSpacing(0);
+    QMargins rand = layout->contentsMargins();
+    rand.setTop(rand.top() / 2);
+    rand.setBottom(rand.bottom() / 2);
+    layout->setContentsMargins(rand);
+    const auto schalter = [&](const QString& name, Meldung wort, Meldung tipp, Einstellung id) {
+        auto* feld = new QCheckBox;
+        feld->setObjectName(name);
+        bau.worte.knopf(wort, feld);
+        bau.worte.nimm([&worte = bau.worte, feld, tipp] { feld->setToolTip(worte(tipp)); });
+        bau.eigene.schalter(id, feld);
+        layout->addWidget(feld);
+    };
+    schalter(u"chk_VorschlagJeFlügel"_s, Meldung::VorschlagJeFlügel, Meldung::TippVorschlagJeFlügel,
+             Einstellung::VorschlagJeFlügel);
+    schalter(u"chk_PunkteEinrasten"_s, Meldung::PunkteEinrasten, Meldung::TippPunkteEinrasten,
+             Einstellung::PunkteEinrasten);
+    return gruppe;
+}
+
 QCheckBox* feldTagessicherung(const Seitenbau& bau) {
     auto* sicherung = new QCheckBox;
     sicherung->setObjectName(u"chk_Tagessicherung"_s);
@@ -222,7 +245,12 @@ QWidget* seiteAllgemeines(const Seitenbau& bau) {
     links->addWidget(feldTagessicherung(bau));
     links->addStretch();
     auto* rechts = new QVBoxLayout;
-    for (QWidget* gruppe : {scanner, zoom, kurvenform, zweiteKurve, gruppeBeurteilung(bau)}) {
+    auto* bild = new QHBoxLayout; // beside each other, so that the dialog fits small screens
+    bild->addWidget(scanner);
+    bild->addWidget(zoom);
+    rechts->addLayout(bild);
+    for (QWidget* gruppe :
+         {gruppeVorschläge(bau), kurvenform, zweiteKurve, gruppeBeurteilung(bau)}) {
         rechts->addWidget(gruppe);
     }
     rechts->addStretch();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "detect/erkennungsmodell.h"
 #include "lang/texte.h"
 #include "platform/dialoge.h"
 #include "platform/shell.h"
@@ -9,6 +10,8 @@
 #include "settings/einstellungen.h"
 
 #include <QString>
+
+#include <functional>
 
 namespace tarvel {
 
@@ -22,6 +25,9 @@ struct Umgebung {
     Druckersystem& drucker;
     Zahlenformat format;
     QString ordner; ///< folder of Index.ini, help and samples
+    /// Where the model comes from that wings are found by; asked on another thread. Without one
+    /// nothing is looked for.
+    std::function<Modellergebnis()> modell = {};
 };
 
 } // namespace tarvel

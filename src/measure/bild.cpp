@@ -62,6 +62,7 @@ void Bild::setzeBild(const QImage& bild) {
     bild_ = bild;
     marken_.clear();
     erledigte_.clear();
+    funde_.clear();
     stelleLeisten();
     setzeStand({0, 0});
     viewport()->update();
@@ -94,6 +95,13 @@ void Bild::setzeErledigte(std::vector<Marke> erledigte) {
     zeichneNeu(erledigte_);
     erledigte_ = std::move(erledigte);
     zeichneNeu(erledigte_);
+}
+
+void Bild::setzeFunde(std::vector<Fundrahmen> funde) {
+    if (funde != funde_) {
+        funde_ = std::move(funde);
+        viewport()->update();
+    }
 }
 
 void Bild::zeige(QPointF pixelPosition) {
@@ -172,6 +180,14 @@ void Bild::paintEvent(QPaintEvent* event) {
         }
     }
     const QRectF sicht = event->rect();
+    QTransform imFenster = QTransform::fromTranslate(bildfeld.x(), bildfeld.y());
+    imFenster.scale(zoom_, zoom_);
+    for (const Fundrahmen& fund : funde_) {
+        const QPolygonF umriss = imFenster.map(fund.umriss);
+        if (fundrahmenFeld(font(), umriss).intersects(sicht)) {
+            maleFundrahmen(painter, font(), umriss, fund, bildfeld);
+        }
+    }
     const auto male = [&](const Marke& marke, auto maler) {
         const QPointF ort = mitteDesPunkts(marke.position);
         if (markenRahmen(font(), marke, ort).intersects(sicht)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "measure/fundrahmen.h"
 #include "measure/marken.h"
 
 #include <QAbstractScrollArea>
@@ -69,6 +70,9 @@ public:
     /// Marks of wings that are already measured.
     void setzeErledigte(std::vector<Marke> erledigte);
 
+    /// Frames of wings that were found and are not measured.
+    void setzeFunde(std::vector<Fundrahmen> funde);
+
     /// Brings a place of the picture (unzoomed pixels) to the middle of the view as far as the
     /// picture's edges allow.
     void zeige(QPointF pixelPosition);
@@ -133,6 +137,7 @@ private:
     int zoom_ = KleinsterZoom;
     std::vector<Marke> marken_;
     std::vector<Marke> erledigte_;
+    std::vector<Fundrahmen> funde_;
     std::optional<Schieben> schieben_;
     /// Where the pointer is in the viewport; empty while it is elsewhere.
     std::optional<QPointF> zeiger_;

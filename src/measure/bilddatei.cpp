@@ -10,7 +10,9 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
+#include <new>
 #include <optional>
 
 namespace tarvel {
@@ -288,7 +290,8 @@ std::variant<Bilddatei, Bildfehler> Bilddatei::öffne(const QString& pfad, const
     datei.pfad_ = pfad;
     datei.größe_ = teile.größe;
     datei.übersicht_ = std::move(teile.übersicht);
-    datei.pixel_ = std::move(teile.pixel);
+    datei.pixel_ = teile.pixel;
+    datei.ladung_ = std::make_shared<Pixelladung>(pfad, datei.größe_, std::move(teile.pixel));
     return datei;
 }
 
@@ -313,21 +316,86 @@ QList<Bildseite> Bilddatei::seiten(const QString& pfad) {
 }
 
 const QImage* Bilddatei::pixel(Bildfehler* fehler, const Weiter& weiter) {
-    if (!pixel_.isNull()) {
-        return &pixel_;
+    if (pixel_.isNull()) {
+        pixel_ = ladung_->hole(fehler, weiter);
     }
-    auto gelesen = lies(pfad_, Umfang::Ganz, weiter);
-    Bildfehler grund;
+    return pixel_.isNull() ? nullptr : &pixel_;
+}
+
+Pixelladung::Pixelladung(QString pfad, QSize größe, QImage pixel)
+    : pfad_(std::move(pfad))
+    , größe_(größe)
+    , pixel_(std::move(pixel)) {}
+
+int Pixelladung::prozent() const {
+    return static_cast<int>(100 * std::min(getan_.load(), gesamt_.load()) /
+                            std::max<qint64>(1, gesamt_));
+}
+
+/// Until the one who decodes is done. False when @p weiter said no.
+bool Pixelladung::warte(std::unique_lock<std::mutex>& sperre, const Weiter& weiter) {
+    constexpr std::chrono::milliseconds Takt{15};
+    while (lädt_) {
+        if (fertig_.wait_for(sperre, Takt, [this] { return !lädt_; })) {
+            break;
+        }
+        sperre.unlock(); // it may show windows
+        const bool gehtWeiter = !weiter || weiter(getan_, gesamt_);
+        sperre.lock();
+        if (!gehtWeiter) {
+            halt_ = true;
+            return false;
+        }
+    }
+    return true;
+}
+
+QImage Pixelladung::hole(Bildfehler* fehler, const Weiter& weiter) {
+    std::unique_lock sperre(riegel_);
+    const auto ohne = [fehler](const Bildfehler& grund) {
+        if (fehler != nullptr) {
+            *fehler = grund;
+        }
+        return QImage();
+    };
+    if (lädt_) {
+        if (!warte(sperre, weiter)) {
+            return ohne({Art::Abgebrochen});
+        }
+        if (pixel_.isNull() && fehler_ && fehler_->art != Art::Abgebrochen) {
+            return ohne(*fehler_);
+        }
+    }
+    if (!pixel_.isNull()) {
+        return pixel_;
+    }
+    lädt_ = true;
+    halt_ = false;
+    getan_ = 0;
+    sperre.unlock();
+    const Weiter merkend = [&](qint64 getan, qint64 gesamt) {
+        getan_ = getan;
+        gesamt_ = gesamt;
+        return !halt_ && (!weiter || weiter(getan, gesamt));
+    };
+    Oder<Gelesen> gelesen = Bildfehler{Art::KeinSpeicher};
+    try {
+        gelesen = lies(pfad_, Umfang::Ganz, weiter ? merkend : Weiter());
+    } catch (const std::bad_alloc&) {
+        gelesen = Bildfehler{Art::KeinSpeicher};
+    }
+    sperre.lock();
+    lädt_ = false;
+    fehler_.reset();
     if (auto* art = std::get_if<Bildfehler>(&gelesen)) {
-        grund = *art;
+        fehler_ = *art;
     } else if (auto& teile = std::get<Gelesen>(gelesen); teile.größe == größe_) {
         pixel_ = std::move(teile.pixel);
-        return &pixel_;
+    } else {
+        fehler_ = Bildfehler();
     }
-    if (fehler != nullptr) {
-        *fehler = grund;
-    }
-    return nullptr;
+    fertig_.notify_all();
+    return fehler_ ? ohne(*fehler_) : pixel_;
 }
 
 } // namespace tarvel

@@ -8,6 +8,10 @@
 #include <QSize>
 #include <QString>
 
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <variant>
 
@@ -40,6 +44,34 @@ struct Bildfehler {
 struct Bildseite {
     int nummer = 1; ///< from 1
     QSize größe;
+};
+
+/// All pixels of one picture, decoded once by whoever needs them first; others wait for that. To be
+/// used by several threads.
+class Pixelladung {
+public:
+    /// @p pixel those that are there already; else null.
+    Pixelladung(QString pfad, QSize größe, QImage pixel);
+
+    /// The pixels, or a null picture with @p fehler set. @p weiter is asked while it lasts, on the
+    /// calling thread; whoever says no while another one decodes stops that, too.
+    [[nodiscard]] QImage hole(Bildfehler* fehler, const Weiter& weiter);
+    /// How much of them is there, 0 to 100.
+    [[nodiscard]] int prozent() const;
+
+private:
+    bool warte(std::unique_lock<std::mutex>& sperre, const Weiter& weiter);
+
+    const QString pfad_;
+    const QSize größe_;
+    std::mutex riegel_;
+    std::condition_variable fertig_;
+    QImage pixel_;
+    bool lädt_ = false;
+    std::optional<Bildfehler> fehler_; ///< of the last attempt
+    std::atomic<bool> halt_ = false;
+    std::atomic<qint64> getan_ = 0;
+    std::atomic<qint64> gesamt_ = 1;
 };
 
 /// One wing picture. Opening reads the header and a reduced picture, which is there at once even
@@ -75,9 +107,10 @@ public:
 
     /// All pixels, as Grayscale8, RGB888, BGR888 or RGB32; read by the first call, which takes
     /// about half a second for a page at 1200 dpi. Null, with @p fehler set, when they cannot be
-    /// had in full; there are never part of them. The picture lives as long as this object or any
-    /// copy of it.
+    /// had in full; there are never part of them. The picture lives as long as this object.
     [[nodiscard]] const QImage* pixel(Bildfehler* fehler, const Weiter& weiter = {});
+    /// What all pixels come from, for another thread that needs them.
+    [[nodiscard]] const std::shared_ptr<Pixelladung>& ladung() const { return ladung_; }
 
 private:
     Bilddatei() = default;
@@ -86,6 +119,7 @@ private:
     QSize größe_;
     QImage übersicht_;
     QImage pixel_;
+    std::shared_ptr<Pixelladung> ladung_; ///< shared by copies
 };
 
 } // namespace tarvel

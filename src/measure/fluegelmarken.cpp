@@ -2,16 +2,21 @@
 
 #include "measure/fluegelort.h"
 
+#include <algorithm>
+
 namespace tarvel {
 
-std::vector<Marke> punktmarken(const Messpunkte& punkte) {
+std::vector<Marke> punktmarken(const Messpunkte& punkte, const std::vector<int>& fragliche) {
     std::vector<Marke> marken;
     for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
         if (punkte.gemessen(i)) {
-            marken.push_back({.position = QPointF(punkte.PunktX[i], punkte.PunktY[i]),
-                              .text = QString::number(i),
-                              .gewählt = punkte.GewählterPunkt == i,
-                              .aktiv = punkte.AktuellerPunkt == i});
+            marken.push_back(
+                {.position = QPointF(punkte.PunktX[i], punkte.PunktY[i]),
+                 .text = QString::number(i),
+                 .gewählt = punkte.GewählterPunkt == i,
+                 .aktiv = punkte.AktuellerPunkt == i,
+                 .vorgeschlagen = punkte.Herkunft.at(i) == Punktherkunft::Vorgeschlagen,
+                 .fraglich = std::find(fragliche.begin(), fragliche.end(), i) != fragliche.end()});
         }
     }
     return marken;

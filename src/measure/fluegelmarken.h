@@ -8,8 +8,9 @@
 
 namespace tarvel {
 
-/// Marks of the set points of a wing.
-[[nodiscard]] std::vector<Marke> punktmarken(const Messpunkte& punkte);
+/// Marks of the set points of a wing; @p fragliche are those whose proposal is doubtful.
+[[nodiscard]] std::vector<Marke> punktmarken(const Messpunkte& punkte,
+                                             const std::vector<int>& fragliche = {});
 
 /// Marks of the wings that are measured on a picture already.
 struct Erledigtmarken {

@@ -78,6 +78,26 @@ std::optional<int> flügelAn(const Messreihe& reihe, const QString& bilddatei, Q
     return nächster;
 }
 
+int gemessenerFlügel(const Messreihe& reihe, const QString& bilddatei, const Bildkennung& bild,
+                     std::span<const QPointF, 8> orte) {
+    for (const auto& [nummer, flügel] : reihe.messungen()) {
+        if (!liegtAuf(flügel, bilddatei, bild)) {
+            continue;
+        }
+        std::vector<QPointF> hier;
+        for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+            if (flügel.punkte.gemessen(i)) {
+                hier.push_back(orte[static_cast<std::size_t>(i - 1)]);
+            }
+        }
+        const std::vector<QPointF> dort = gesetzte(flügel);
+        if (!dort.empty() && QLineF(mitte(hier), mitte(dort)).length() < ausdehnung(dort) / 2) {
+            return nummer;
+        }
+    }
+    return 0;
+}
+
 std::optional<int> liegtAufFlügel(const Messreihe& reihe, const Flügelmessung& flügel, int eigene) {
     for (const auto& [nummer, andere] : reihe.messungen()) {
         if (nummer == eigene || reihe.ausgelassen(nummer) ||

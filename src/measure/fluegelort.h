@@ -5,6 +5,7 @@
 #include <QPointF>
 
 #include <optional>
+#include <span>
 
 namespace tarvel {
 
@@ -22,5 +23,10 @@ namespace tarvel {
 /// Different wings never come so close. nullopt where there is none.
 [[nodiscard]] std::optional<int> liegtAufFlügel(const Messreihe& reihe, const Flügelmessung& flügel,
                                                 int eigene);
+
+/// Number of the wing of @p reihe that the places of points 1 to 8 (index 0 is point 1; pixels of
+/// the unzoomed picture) belong to, whether it counts or not; 0 where there is none.
+[[nodiscard]] int gemessenerFlügel(const Messreihe& reihe, const QString& bilddatei,
+                                   const Bildkennung& bild, std::span<const QPointF, 8> orte);
 
 } // namespace tarvel

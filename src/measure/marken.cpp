@@ -12,6 +12,8 @@ constexpr double ArmInnen = 3.5;
 constexpr double ArmAußen = 10.0;
 constexpr double Ringradius = 13.0;
 constexpr double Abstand = 5.0;
+constexpr double Vorschlagradius = 7.0;
+constexpr double Rautenradius = 16.0;
 
 // Vermilion: stands apart from blue, green and grey for colour-blind eyes too.
 const QColor Kern(0x10, 0x10, 0x10);
@@ -23,6 +25,31 @@ QFont nummernschrift(QFont schrift) {
     return schrift;
 }
 
+/// A ring in pieces, open in the middle, where the point lies.
+QPainterPath vorschlagsring(QPointF ort) {
+    constexpr int Stücke = 6;
+    constexpr double Bogen = 34; // degrees
+    const QRectF kreis(ort - QPointF(Vorschlagradius, Vorschlagradius),
+                       QSizeF(Vorschlagradius, Vorschlagradius) * 2);
+    QPainterPath pfad;
+    for (int i = 0; i < Stücke; ++i) {
+        const double von = i * 360.0 / Stücke;
+        pfad.arcMoveTo(kreis, von);
+        pfad.arcTo(kreis, von, Bogen);
+    }
+    return pfad;
+}
+
+/// A square on its corner around the point.
+QPainterPath raute(QPointF ort) {
+    QPainterPath pfad(ort + QPointF(0, -Rautenradius));
+    for (const QPointF ecke : {QPointF(1, 0), QPointF(0, 1), QPointF(-1, 0)}) {
+        pfad.lineTo(ort + ecke * Rautenradius);
+    }
+    pfad.closeSubpath();
+    return pfad;
+}
+
 QPainterPath kreuz(QPointF ort) {
     QPainterPath pfad;
     for (const QPointF arm : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)}) {
@@ -30,6 +57,10 @@ QPainterPath kreuz(QPointF ort) {
         pfad.lineTo(ort + arm * ArmAußen);
     }
     return pfad;
+}
+
+QString beschriftung(const Marke& marke) {
+    return marke.fraglich ? marke.text + u'?' : marke.text;
 }
 
 /// Place of the text: above and to the right of the cross.
@@ -59,21 +90,24 @@ void maleSchild(QPainter& painter, const QRectF& feld, const QColor& grund) {
 void maleMarke(QPainter& painter, const QFont& schrift, const Marke& marke, QPointF ort) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    maleHofUndKern(painter, kreuz(ort), Kern, 1.3);
+    maleHofUndKern(painter, marke.vorgeschlagen ? vorschlagsring(ort) : kreuz(ort), Kern, 1.3);
+    if (marke.fraglich) {
+        maleHofUndKern(painter, raute(ort), Kern, 1.5);
+    }
     if (marke.gewählt) {
         QPainterPath ring;
         ring.addEllipse(ort, Ringradius, Ringradius);
         maleHofUndKern(painter, ring, Auswahl, 2.5);
     }
-    if (!marke.text.isEmpty()) {
+    if (const QString text = beschriftung(marke); !text.isEmpty()) {
         const QFont nummern = nummernschrift(schrift);
-        const QRectF feld = textfeld(nummern, marke.text, ort);
+        const QRectF feld = textfeld(nummern, text, ort);
         const QPointF grundlinie(feld.left(), feld.top() + QFontMetricsF(nummern).ascent());
         if (marke.gewählt) {
             maleSchild(painter, feld, Kern);
         }
         QPainterPath ziffern;
-        ziffern.addText(grundlinie, nummern, marke.text);
+        ziffern.addText(grundlinie, nummern, text);
         if (!marke.gewählt) {
             painter.setPen(QPen(Hell, 3.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
             painter.setBrush(Qt::NoBrush);
@@ -149,11 +183,12 @@ void maleZweifel(QPainter& painter, const QRectF& feld, Zweifelsgrad grad) {
 
 QRectF markenRahmen(const QFont& schrift, const Marke& marke, QPointF ort) {
     const QFont nummern = nummernschrift(schrift);
-    QRectF feld = textfeld(nummern, marke.text, ort).adjusted(-Abstand, 0, Abstand, 0);
+    QRectF feld = textfeld(nummern, beschriftung(marke), ort).adjusted(-Abstand, 0, Abstand, 0);
     // As wide again on both sides as the sign of doubt beside the plate.
     feld |= QRectF(ort - QPointF(feld.width() / 2, feld.height() / 2), feld.size())
                 .adjusted(-feld.height(), 0, feld.height(), 0);
-    feld |= QRectF(ort - QPointF(Ringradius, Ringradius), QSizeF(Ringradius, Ringradius) * 2);
+    feld |=
+        QRectF(ort - QPointF(Rautenradius, Rautenradius), QSizeF(Rautenradius, Rautenradius) * 2);
     return feld.adjusted(-4, -4, 4, 4);
 }
 

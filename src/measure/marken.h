@@ -21,6 +21,10 @@ struct Marke {
     bool gewählt = false;
     /// The point that was set last: its number is underlined.
     bool aktiv = false;
+    /// The program proposed it: a broken ring instead of the cross.
+    bool vorgeschlagen = false;
+    /// It may well be wrong: a frame around it, a question mark behind its number.
+    bool fraglich = false;
     /// A measured wing that is left out of the sample: its number is struck out on a light plate.
     bool ausgelassen = false;
     /// A measured wing in doubt: its sign stands beside the number.

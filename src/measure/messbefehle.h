@@ -23,6 +23,9 @@ public:
     /// Drags a point; the moves after the first (@p neuerZug) belong to the same step.
     virtual void zieh(int nummer, float x, float y, bool neuerZug) = 0;
 
+    /// See Messung::schlageVor.
+    virtual void schlageVor(const Messpunkte& punkte) = 0;
+
     virtual void setzeBild(const QString& pfad) = 0;
     /// See Messung::zeigtBild. Changes nothing that is observed.
     virtual void zeigtBild(const Bildkennung& bild) = 0;

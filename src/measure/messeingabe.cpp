@@ -56,6 +56,10 @@ int Messeingabe::nächsterGesetzter(float x, float y) const {
     return nächster;
 }
 
+bool Messeingabe::darfÜbernehmen() const {
+    return vorÜbernahme_() && fragen_.darfÜbernehmen();
+}
+
 void Messeingabe::drück(const Zeigerereignis& e) {
     if (bild_.bild().isNull()) {
         return;
@@ -67,10 +71,17 @@ void Messeingabe::drück(const Zeigerereignis& e) {
         return;
     }
     if (e.taste == Qt::RightButton && messung_.punkte().fertig(messung_.messart()) &&
-        !fragen_.darfÜbernehmen()) {
+        !darfÜbernehmen()) {
         return;
     }
-    befehle_.Bild_MouseDown(maustaste(e.taste), umschaltung::von(e.umschalt), e.x, e.y);
+    QPointF ort(e.x, e.y);
+    if (e.taste == Qt::LeftButton) {
+        ort = klickort_(messung_.punkte().nächster(messung_.messart()), ort);
+    }
+    befehle_.Bild_MouseDown(maustaste(e.taste), umschaltung::von(e.umschalt),
+                            static_cast<float>(ort.x()), static_cast<float>(ort.y()));
+    // A key that follows means the pointer.
+    befehle_.Bild_MouseMove(Maustaste::Links, umschaltung::von(e.umschalt), e.x, e.y);
     sagWieÜbernommenWird();
 }
 
@@ -104,7 +115,7 @@ bool Messeingabe::taste(const QKeyEvent& e) {
     const Messpunkte vorher = messung_.punkte();
     if (code == taste::Eingabe && umschalt == umschaltung::Keine &&
         (vorher.vollständig(messung_.messart()) || vorher.fertig(messung_.messart())) &&
-        !fragen_.darfÜbernehmen()) {
+        !darfÜbernehmen()) {
         return true;
     }
     if (!befehle_.Bild_KeyDown(code, umschalt)) {

@@ -12,7 +12,7 @@ Messfragen::Messfragen(const Texte& texte, Dialoge& dialoge, const Messung& mess
     , reihe_(reihe) {}
 
 bool Messfragen::gibPunkteAuf(Meldung frage, Meldung ja) const {
-    return !messung_.punkte().begonnen() ||
+    return !messung_.punkte().eigene() ||
            dialoge_.frage({.titel = texte_(ja),
                            .text = texte_(frage),
                            .art = Meldungsart::Frage,
@@ -22,7 +22,7 @@ bool Messfragen::gibPunkteAuf(Meldung frage, Meldung ja) const {
 }
 
 bool Messfragen::gibPunkteAufFürZoom() const {
-    return !messung_.punkte().begonnen() ||
+    return !messung_.punkte().eigene() ||
            dialoge_.frage(
                {.titel = texte_(Text::MenüZoomBeiMessen),
                 .text = texte_(Text::ZoomfaktorFrage) + u'\n' + texte_(Text::ZoomfaktorWarnung),

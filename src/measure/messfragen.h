@@ -14,8 +14,8 @@ public:
     Messfragen(const Texte& texte, Dialoge& dialoge, const Messung& messung,
                const Messreihe& reihe);
 
-    /// True when the current wing has no points, or when the user gives them up. @p ja is title and
-    /// button of what gives them up.
+    /// True when the current wing has no points but those of a proposal, or when the user gives
+    /// them up. @p ja is title and button of what gives them up.
     [[nodiscard]] bool gibPunkteAuf(Meldung frage, Meldung ja) const;
     /// The same for another zoom.
     [[nodiscard]] bool gibPunkteAufFürZoom() const;

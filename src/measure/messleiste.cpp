@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel {
 
@@ -33,6 +34,7 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
     , lab_dpi_(new QLabel)
     , cbo_dpi_(new QComboBox)
     , bef_Bildauflösung_(new QPushButton)
+    , bef_Flügelauflösung_(new QPushButton)
     , reihe_(new Reihenansicht(texte, modelle, u"Leiste"_s, Qt::Vertical))
     , lab_Statistik_(new QLabel) {
     auto* layout = new QVBoxLayout(this);
@@ -66,13 +68,16 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
         cbo_dpi_->addItem(QString(), dpi);
     }
     bef_Bildauflösung_->setObjectName(u"bef_Bildauflösung"_s);
+    bef_Flügelauflösung_->setObjectName(u"bef_Flügelauflösung"_s);
     bef_Bildauflösung_->hide();
+    bef_Flügelauflösung_->hide();
     lab_dpi_->setBuddy(cbo_dpi_);
     auto* auflösung = new QVBoxLayout;
     auflösung->setSpacing(2);
     auflösung->addWidget(lab_dpi_);
     auflösung->addWidget(cbo_dpi_);
     auflösung->addWidget(bef_Bildauflösung_);
+    auflösung->addWidget(bef_Flügelauflösung_);
     layout->addLayout(auflösung);
     layout->addWidget(reihe_, 1);
     lab_Statistik_->setObjectName(u"lab_Statistik"_s);
@@ -86,11 +91,14 @@ Messleiste::Messleiste(const Texte& texte, Reihenmodelle& modelle, QWidget* lupe
             cbo_dpi_Click_(cbo_dpi_->itemData(index).toInt());
         }
     });
-    connect(bef_Bildauflösung_, &QPushButton::clicked, this, [this] {
-        if (cbo_dpi_Click_ && bildauflösung_) {
-            cbo_dpi_Click_(*bildauflösung_);
-        }
-    });
+    for (const auto& [knopf, dpi] : {std::pair{bef_Bildauflösung_, &bildauflösung_},
+                                     {bef_Flügelauflösung_, &flügelauflösung_}}) {
+        connect(knopf, &QPushButton::clicked, this, [this, wert = dpi] {
+            if (cbo_dpi_Click_ && *wert) {
+                cbo_dpi_Click_(**wert);
+            }
+        });
+    }
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
     beschrifte();
 }
@@ -122,7 +130,8 @@ void Messleiste::beschrifte() {
     cbo_dpi_->setAccessibleName(texte_(Text::AuflösungDesScanners));
     cbo_dpi_->setToolTip(texte_(Meldung::TippAuflösung));
     bef_Bildauflösung_->setToolTip(texte_(Meldung::TippBildauflösung));
-    zeigeAuflösung(cbo_dpi_->currentData().toInt(), bildauflösung_);
+    bef_Flügelauflösung_->setToolTip(texte_(Meldung::TippFlügelauflösungNehmen));
+    zeigeAuflösung(cbo_dpi_->currentData().toInt(), bildauflösung_, flügelauflösung_);
     for (int nummer = 1; nummer <= Messpunkte::Anzahl; ++nummer) {
         opt_Fein_.at(static_cast<std::size_t>(nummer))
             ->setToolTip(texte_(messpunktbeschreibung(nummer)));
@@ -182,18 +191,19 @@ void Messleiste::zeigeWerte() {
     lab_Werte_->setText(teile.join(u"  "_s));
 }
 
-void Messleiste::zeigeAuflösung(int dpi, std::optional<int> bild) {
+void Messleiste::zeigeAuflösung(int dpi, std::optional<int> bild, std::optional<int> flügel) {
     bildauflösung_ = bild;
+    flügelauflösung_ = flügel;
     // Behind those that the settings name by their position; others belong to a picture only.
     const auto gebraucht = [&](int wert) {
-        return scannerposition(wert) >= 0 || wert == dpi || wert == bild;
+        return scannerposition(wert) >= 0 || wert == dpi || wert == bild || wert == flügel;
     };
     for (int i = cbo_dpi_->count() - 1; i >= 0; --i) {
         if (!gebraucht(cbo_dpi_->itemData(i).toInt())) {
             cbo_dpi_->removeItem(i);
         }
     }
-    for (const int wert : {dpi, bild.value_or(0)}) {
+    for (const int wert : {dpi, bild.value_or(0), flügel.value_or(0)}) {
         if (wert > 0 && cbo_dpi_->findData(wert) < 0) {
             cbo_dpi_->addItem(QString(), wert);
         }
@@ -205,6 +215,8 @@ void Messleiste::zeigeAuflösung(int dpi, std::optional<int> bild) {
     cbo_dpi_->setCurrentIndex(cbo_dpi_->findData(dpi));
     bef_Bildauflösung_->setVisible(bild && *bild != dpi);
     bef_Bildauflösung_->setText(texte_(Meldung::BildauflösungÜbernehmen).arg(bild.value_or(0)));
+    bef_Flügelauflösung_->setVisible(flügel && *flügel != dpi && flügel != bild);
+    bef_Flügelauflösung_->setText(texte_(Meldung::FlügelauflösungNehmen).arg(flügel.value_or(0)));
 }
 
 void Messleiste::zeigeFlügel(int nummer, bool wiederholt) {

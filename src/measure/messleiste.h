@@ -38,9 +38,9 @@ public:
     void zeigePunkte(const Messpunkte& punkte, Messart messart, const Aufnahme& aufnahme);
     /// How many wings the examination shall have, at least 1.
     void setzeZiel(int flügelzahl);
-    /// @p bild the resolution that the picture itself says, which is offered when it differs. What
-    /// is not in the list of the box joins it.
-    void zeigeAuflösung(int dpi, std::optional<int> bild);
+    /// @p bild the resolution that the picture itself says, @p flügel that which the wings on it
+    /// look like; they are offered when they differ. What is not in the list of the box joins it.
+    void zeigeAuflösung(int dpi, std::optional<int> bild, std::optional<int> flügel = {});
     void zeigeFlügel(int nummer, bool wiederholt);
 
     [[nodiscard]] Reihenansicht& reihe() { return *reihe_; }
@@ -67,7 +67,9 @@ private:
     QLabel* lab_dpi_;
     QComboBox* cbo_dpi_;
     QPushButton* bef_Bildauflösung_;
+    QPushButton* bef_Flügelauflösung_;
     std::optional<int> bildauflösung_;
+    std::optional<int> flügelauflösung_;
     Reihenansicht* reihe_;
     QLabel* lab_Statistik_;
     int flügel_ = 1;

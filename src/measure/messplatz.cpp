@@ -20,7 +20,8 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle, QWidget* parent)
+Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
+                     Flügelfunde::Modellquelle modell, QWidget* parent)
     : QWidget(parent)
     , texte_(texte)
     , befehle_(befehle)
@@ -34,7 +35,8 @@ Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
     , fragen_(texte, dialoge, messung_, reihe_)
     , offen_(texte, dialoge, *this, befehle)
     , lupen_(*bild_)
-    , eingabe_(befehle, fragen_, *bild_, lupen_) {
+    , eingabe_(befehle, fragen_, *bild_, lupen_)
+    , funde_(std::move(modell), offen_, befehle) {
     setObjectName(u"Messplatz"_s);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -44,6 +46,7 @@ Messplatz::Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
     seiten_->addWidget(bild_);
     verbindeÜbersicht();
     verbindeBild();
+    verbindeFunde();
     connect(&texte_, &Texte::languageChanged, this, [this] { beschrifte(); });
     beschrifte();
 }
@@ -74,12 +77,14 @@ void Messplatz::verbindeÜbersicht() {
             return;
         }
         mitte_ = wahl.mitte;
-        zeigeMessen();
+        if (zeigeMessen()) {
+            nimmVorschlagVonSelbst(funde_.an(wahl.ort));
+        }
     });
     übersicht_->beiErklärung([this](QPointF ort) {
         const std::optional<int> nummer = gemessenerAn(ort);
         if (!nummer) {
-            return QString();
+            return fundtipp(ort);
         }
         const QString auskunft = auskunft_(*nummer);
         return texte_(Meldung::TippGemessenerFlügel).arg(dreistellig(*nummer)) +
@@ -107,6 +112,7 @@ void Messplatz::verbindeBild() {
         // The pixels of the former picture go before those of the new one come.
         leereBild();
         übersicht_->setzeBild(offen_.übersicht(), offen_.größe());
+        funde_.folge();
     });
 }
 
@@ -197,7 +203,7 @@ void Messplatz::zeigeStandhinweis() {
                                : Hinweis(HinweisRechteckAufFlügel, messung_.nummer()));
         break;
     case Zustand::Messen:
-        hinweis_(messung_.standhinweis());
+        hinweis_(messung_.punkte().vorgeschlagen() ? vorschlagshinweis() : messung_.standhinweis());
         break;
     }
 }
@@ -280,6 +286,7 @@ bool Messplatz::zeigeMessen() {
     wechsle(Zustand::Messen);
     zeigePunkte();
     zeigeErledigte();
+    zeigeFunde();
     bild_->zeige(mitte);
     mitte_ = mitte;
     lupen_.zeige(mitte * messung_.aufnahme().Zoomfaktor);
@@ -323,10 +330,14 @@ bool Messplatz::ändereZoom(int zoomfaktor, QPointF fest, QPointF imFenster) {
     if (zoom == messung_.aufnahme().Zoomfaktor || !fragen_.gibPunkteAufFürZoom()) {
         return false;
     }
+    const std::optional<std::size_t> vorgeschlagen = vorgeschlagener();
     befehle_.setzeZoom(zoom);
     if (zustand_ == Zustand::Messen) {
         bild_->zeige(fest, imFenster);
         hinweis_(HinweisPunkteSetzen);
+        if (vorgeschlagen) { // whoever zooms to check it still wants it
+            nimmVorschlag(*vorgeschlagen);
+        }
     }
     return true;
 }
@@ -391,8 +402,10 @@ void Messplatz::folge() {
     if (zurück && zurück->zustand != Zustand::OhneBild) {
         mitte_ = zurück->mitte;
     }
+    funde_.folge();
     zeigePunkte();
     zeigeErledigte();
+    zeigeFunde();
     zeigeRahmen();
     if (zurück) {
         kehreZurück(zurück->zustand);
@@ -472,6 +485,12 @@ void Messplatz::zeigeFlügel() {
 }
 
 void Messplatz::nächsterFlügel() {
+    const std::optional<std::size_t> dieser = funde_.gemessener(reihe_.letzteNummer());
+    const QPointF hier = dieser ? funde_.alle()[*dieser].mitte : mitte_;
+    if (const auto nächster = funde_.nächster(hier, 1, true)) {
+        zeigeFund(*nächster);
+        return;
+    }
     if (!offen_.leer() && !einFlügel()) {
         zeigeÜbersicht();
     } else {
@@ -485,7 +504,7 @@ void Messplatz::zeigeRahmen() {
 }
 
 void Messplatz::zeigePunkte() {
-    std::vector<Marke> marken = punktmarken(messung_.punkte());
+    std::vector<Marke> marken = punktmarken(messung_.punkte(), fragliche());
     lupen_.setzeMarken(marken);
     bild_->setzeMarken(std::move(marken));
 }

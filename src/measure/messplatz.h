@@ -1,6 +1,7 @@
 #pragma once
 
 #include "measure/fluegelbilder.h"
+#include "measure/fluegelfunde.h"
 #include "measure/lupenpaar.h"
 #include "measure/messeingabe.h"
 #include "measure/offenesbild.h"
@@ -8,6 +9,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -24,6 +26,12 @@ namespace tarvel {
 class Bild;
 class Übersicht;
 
+/// What the person wants of the places that are found for points.
+struct Vorschlagswahl {
+    bool jeFlügel = false;  ///< propose them when it is the turn of a wing
+    bool einrasten = false; ///< draw clicked points to them
+};
+
 /// The place where wings are measured: the overview of the scan and the measuring view of a part
 /// of it, with the events of both passed on to the measuring. Asks before points that are not
 /// taken over yet would be lost.
@@ -31,8 +39,9 @@ class Messplatz : public QWidget {
 public:
     enum class Zustand { OhneBild, Übersicht, Messen };
 
+    /// @p modell see Flügelfunde.
     Messplatz(const Texte& texte, Dialoge& dialoge, Messbefehle& befehle,
-              QWidget* parent = nullptr);
+              Flügelfunde::Modellquelle modell = {}, QWidget* parent = nullptr);
     ~Messplatz() override;
 
     /// What the surroundings are told, or asked for.
@@ -46,6 +55,13 @@ public:
     void beiAuskunft(std::function<QString(int)> h) { auskunft_ = std::move(h); }
     /// How a measured wing is marked in the overview.
     void beiZweifel(std::function<Zweifelsgrad(int)> h) { zweifel_ = std::move(h); }
+
+    /// See Flügelfunde::beiÄnderung; the views show them already.
+    void beiFunden(std::function<void(bool fertig)> h) { andereFunde_ = std::move(h); }
+    /// What is to be said of a wing whose points are proposed, before all else.
+    void beiVorschlag(std::function<std::vector<Hinweis>(const Flügelfund&)> h) {
+        vorschlagshinweise_ = std::move(h);
+    }
 
     [[nodiscard]] Zustand zustand() const { return zustand_; }
     /// The picture that is shown.
@@ -96,6 +112,22 @@ public:
     /// After a wing was taken over: on to the next, in the overview of a scan with several wings.
     void nächsterFlügel();
 
+    /// @name Wings that were found
+    /// @{
+    [[nodiscard]] const Flügelfunde& funde() const { return funde_; }
+    void setzeVorschlagswahl(const Vorschlagswahl& wahl) { vorschlagswahl_ = wahl; }
+    /// Looks for wings again.
+    void sucheFlügel() { funde_.suche(); }
+    /// Goes to the next (1) or previous (-1) one that is not measured.
+    void geheZuFund(int richtung);
+    /// Proposes the points of the wing that is seen, or says why not.
+    void schlageVor();
+    /// Points of the current wing whose proposal is doubtful.
+    [[nodiscard]] std::vector<int> fragliche() const { return funde_.fragliche(messung_.punkte()); }
+    /// Selects the next of them.
+    void wähleFraglichen();
+    /// @}
+
     /// To be called when another examination is open: some of its wings may lie on the picture that
     /// is shown.
     void folgeUntersuchung();
@@ -106,8 +138,13 @@ public:
     /// Goes to the points of the current wing, where they are out of sight.
     void zeigeFlügel();
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QWidget* leereSeite();
+    void verbindeFunde();
     void verbindeÜbersicht();
     void verbindeBild();
     void leereBild();
@@ -118,6 +155,22 @@ private:
     [[nodiscard]] std::optional<int> gemessenerAn(QPointF ort) const;
     void zeigePunkte();
     void zeigeErledigte();
+    void zeigeFunde();
+    [[nodiscard]] QString fundtipp(QPointF ort) const;
+    /// Brings a wing into the measuring view. False as zeigeMessen().
+    bool zeigeFund(std::size_t fund);
+    void nimmVorschlag(std::size_t fund);
+    [[nodiscard]] Hinweis vorschlagshinweis() const;
+    /// The wing whose proposal is shown, as long as nothing of it was corrected.
+    [[nodiscard]] std::optional<std::size_t> vorgeschlagener() const;
+    /// The same where the person wants it for every wing and nothing of theirs would be lost.
+    void nimmVorschlagVonSelbst(std::optional<std::size_t> fund);
+    [[nodiscard]] QPointF eingerastet(int nummer, QPointF ort) const;
+    /// Notes which points of the current wing are in sight as the view is painted.
+    void merkeGesehene();
+    /// True when all points of a proposal can be seen, or were seen where they do not fit into the
+    /// view; else shows those that were not.
+    bool sindVorschlägeGesehen();
     void folgeBild();
     void folgeZoom();
     /// Ends a repeat or, without one, goes to the overview, as Escape does.
@@ -137,6 +190,9 @@ private:
     std::function<void()> bildwunsch_ = [] {};
     std::function<void(const std::vector<int>&)> wahl_ = [](const std::vector<int>&) {};
     std::function<QString(int)> auskunft_ = [](int) { return QString(); };
+    std::function<void(bool)> andereFunde_ = [](bool) {};
+    std::function<std::vector<Hinweis>(const Flügelfund&)> vorschlagshinweise_ =
+        [](const Flügelfund&) { return std::vector<Hinweis>(); };
     std::function<Zweifelsgrad(int)> zweifel_ = [](int) { return Zweifelsgrad::Keiner; };
 
     const Texte& texte_;
@@ -152,6 +208,9 @@ private:
         Zustand zustand;
     };
     std::optional<Reihenort> reihenort_;
+    Vorschlagswahl vorschlagswahl_;
+    /// Where each point was when it was in sight, zoomed pixels.
+    std::array<std::optional<QPointF>, Messpunkte::Anzahl + 1> gesehen_;
 
     QStackedWidget* seiten_;
     QLabel* aufforderung_;
@@ -162,6 +221,7 @@ private:
     OffenesBild offen_;
     Lupenpaar lupen_;
     Messeingabe eingabe_;
+    Flügelfunde funde_;
 };
 
 } // namespace tarvel

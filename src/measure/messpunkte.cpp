@@ -34,6 +34,28 @@ bool Messpunkte::setze(Messart messart, int nummer, float x, float y, Punktherku
     return true;
 }
 
+void Messpunkte::schlageVor(Messart messart, const std::array<float, Anzahl + 1>& x,
+                            const std::array<float, Anzahl + 1>& y) {
+    NeuerFlügel(messart);
+    for (int i = ersterPunkt(messart); i <= letzterPunkt(messart); ++i) {
+        setze(messart, i, x[i], y[i], Punktherkunft::Vorgeschlagen);
+    }
+}
+
+bool Messpunkte::vorgeschlagen() const {
+    return std::find(Herkunft.begin(), Herkunft.end(), Punktherkunft::Vorgeschlagen) !=
+           Herkunft.end();
+}
+
+bool Messpunkte::eigene() const {
+    for (int i = 1; i <= Anzahl; ++i) {
+        if (gemessen(i) && Herkunft.at(i) != Punktherkunft::Vorgeschlagen) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool Messpunkte::wähle(Messart messart, int nummer) {
     if (!benutzt(messart, nummer)) {
         return false;

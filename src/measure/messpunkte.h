@@ -69,6 +69,11 @@ struct Messpunkte {
     bool setze(Messart messart, int nummer, float x, float y,
                Punktherkunft herkunft = Punktherkunft::Unbekannt);
 
+    /// Puts all points of the kind where they are proposed, as a full cycle would, and selects the
+    /// last. The places of points that the kind does not use are passed over.
+    void schlageVor(Messart messart, const std::array<float, Anzahl + 1>& x,
+                    const std::array<float, Anzahl + 1>& y);
+
     /// Selects a point for moving. False when the kind does not use it.
     bool wähle(Messart messart, int nummer);
 
@@ -90,6 +95,12 @@ struct Messpunkte {
 
     /// Number of the point that the next click sets.
     [[nodiscard]] qint16 nächster(Messart messart) const;
+
+    /// True when a point is still where the program proposed it.
+    [[nodiscard]] bool vorgeschlagen() const;
+
+    /// True when a point is set that is not, or not any more, where the program proposed it.
+    [[nodiscard]] bool eigene() const;
 
     /// True when at least one point is set.
     [[nodiscard]] bool begonnen() const;

@@ -232,7 +232,7 @@ void Messung::stelleHer(const Flügelmessung& flügel, qint16 wiederholt) {
 
 bool Messung::etwasZuVerlieren() const {
     if (!wiederholt()) {
-        return stand_.punkte.begonnen();
+        return stand_.punkte.eigene();
     }
     const Flügelmessung* alt = reihe_.messung(stand_.wiederholung->nummer);
     return alt == nullptr || alt->messart != stand_.messart || alt->aufnahme != stand_.aufnahme ||

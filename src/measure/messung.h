@@ -103,6 +103,9 @@ public:
     /// Moves a point that is already set, as dragging its mark does. False when it is not.
     bool zieh(int nummer, float x, float y);
 
+    /// Puts proposed points, a full cycle of the kind, in place of those of the current wing.
+    void schlageVor(const Messpunkte& punkte) { stand_.punkte = punkte; }
+
     /// Brings the points of a wing of the series back for correction; taking over replaces its
     /// lines. Kind, zoom, resolution and picture become those it was measured with, and go back
     /// afterwards. Another repeat is given up. False when the series holds no points of that wing.
@@ -140,7 +143,8 @@ public:
     [[nodiscard]] qint16 nummer() const;
     /// True while a wing of the series is measured again.
     [[nodiscard]] bool wiederholt() const { return stand_.wiederholung.has_value(); }
-    /// True when leaving the current wing loses work: points of a new one, changes of a repeated.
+    /// True when leaving the current wing loses work: points of a new one that a person set or
+    /// moved, changes of a repeated.
     [[nodiscard]] bool etwasZuVerlieren() const;
     /// Hint that fits the points as they stand.
     [[nodiscard]] Hinweis standhinweis() const;

@@ -35,6 +35,10 @@ const QImage* OffenesBild::pixel() {
     return datei_ ? zugang_.pixel(*datei_) : nullptr;
 }
 
+std::shared_ptr<Pixelladung> OffenesBild::ladung() const {
+    return datei_ ? datei_->ladung() : nullptr;
+}
+
 Scanquelle OffenesBild::scanquelle() {
     return {.suche = zugang_.suche(),
             .öffne = [this](const QString& pfad) { return zugang_.öffneStill(pfad, true); },

@@ -5,6 +5,7 @@
 #include "measure/messbefehle.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -31,6 +32,9 @@ public:
     [[nodiscard]] QPointF mitte() const { return QRectF(QPointF(), größe()).center(); }
     /// All pixels; null, with a message, when they cannot be had.
     [[nodiscard]] const QImage* pixel();
+
+    /// What they come from, for another thread; null without a picture.
+    [[nodiscard]] std::shared_ptr<Pixelladung> ladung() const;
 
     [[nodiscard]] Bildzugang& zugang() { return zugang_; }
     /// This picture and, without a word, the others on which wings were measured.

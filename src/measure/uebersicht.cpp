@@ -47,6 +47,7 @@ void Übersicht::setzeBild(const QImage& bild, QSize größe) {
     zeiger_.reset();
     angepasst_ = {};
     erledigte_.clear();
+    funde_.clear();
     vorDemZiehen_.reset();
     setzeMitte({});
     update();
@@ -71,6 +72,13 @@ void Übersicht::setzeMitte(QPointF mitte) {
 void Übersicht::setzeErledigte(std::vector<Marke> erledigte) {
     erledigte_ = std::move(erledigte);
     update();
+}
+
+void Übersicht::setzeFunde(std::vector<Fundrahmen> funde) {
+    if (funde != funde_) {
+        funde_ = std::move(funde);
+        update();
+    }
 }
 
 QPointF Übersicht::zuBild(QPointF imFenster) const {
@@ -113,6 +121,13 @@ void Übersicht::paintEvent(QPaintEvent* event) {
         }
         angepasst_.setDevicePixelRatio(devicePixelRatioF());
         painter.drawImage(feld.topLeft(), angepasst_);
+        for (const Fundrahmen& fund : funde_) {
+            QPolygonF umriss = fund.umriss;
+            for (QPointF& ecke : umriss) {
+                ecke = zuFenster(ecke);
+            }
+            maleFundrahmen(painter, font(), umriss, fund, feld);
+        }
         for (const Marke& marke : erledigte_) {
             maleErledigte(painter, font(), marke, zuFenster(marke.position));
         }

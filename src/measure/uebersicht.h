@@ -1,5 +1,6 @@
 #pragma once
 
+#include "measure/fundrahmen.h"
 #include "measure/marken.h"
 
 #include <QImage>
@@ -43,6 +44,8 @@ public:
     [[nodiscard]] QPointF mitte() const { return mitte_; }
     /// Wings already measured: places in pixels of the scan with their numbers.
     void setzeErledigte(std::vector<Marke> erledigte);
+    /// Frames of wings that were found and are not measured.
+    void setzeFunde(std::vector<Fundrahmen> funde);
 
     /// Where the pointer rests, in pixels of the scan; empty while it is elsewhere, such as in a
     /// menu.
@@ -80,6 +83,7 @@ private:
     QSizeF rahmen_;
     QPointF mitte_;
     std::vector<Marke> erledigte_;
+    std::vector<Fundrahmen> funde_;
     /// Where the frame was before the drag that is going on.
     std::optional<QPointF> vorDemZiehen_;
     std::optional<QPointF> zeiger_;

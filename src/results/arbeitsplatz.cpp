@@ -187,6 +187,7 @@ bool Arbeitsplatz::Bild_KeyDown(int keyCode, int umschalt) {
     if (keyCode == taste::Rücktaste && umschalt == umschaltung::Keine) {
         const Schritt* letzter = rückgängig();
         const bool punktschritt = letzter != nullptr && (letzter->art == Schrittart::Punkt ||
+                                                         letzter->art == Schrittart::Vorschlag ||
                                                          letzter->art == Schrittart::PunkteLöschen);
         return punktschritt && macheRückgängig();
     }
@@ -204,6 +205,13 @@ void Arbeitsplatz::zieh(int nummer, float x, float y, bool neuerZug) {
         Messergebnis ergebnis;
         ergebnis.verstanden = messung_.zieh(nummer, x, y);
         return ergebnis;
+    });
+}
+
+void Arbeitsplatz::schlageVor(const Messpunkte& punkte) {
+    führeAus([&] {
+        messung_.schlageVor(punkte);
+        return std::optional(Schritt{Schrittart::Vorschlag});
     });
 }
 

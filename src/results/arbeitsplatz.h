@@ -99,6 +99,7 @@ public:
     bool Bild_KeyDown(int keyCode, int umschalt) override;
     void opt_Fein_Click(int index) override;
     void zieh(int nummer, float x, float y, bool neuerZug) override;
+    void schlageVor(const Messpunkte& punkte) override;
     /// Discards the points of the current wing.
     void NeuerFlügel();
     void setzeBild(const QString& pfad) override;

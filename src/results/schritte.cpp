@@ -85,6 +85,8 @@ QString schrittname(const Schritt& schritt, const Texte& t) {
         return t(Text::Betriebsart);
     case Schrittart::Auflösung:
         return t(Text::AuflösungDesScanners);
+    case Schrittart::Vorschlag:
+        return t(Meldung::SchrittVorschlag);
     case Schrittart::Feld:
         return feldname(schritt.feld, t);
     case Schrittart::Rasse:

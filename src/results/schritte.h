@@ -21,7 +21,8 @@ enum class Schrittart {
     Zoom, ///< another zoom, which discarded points
     Messart,
     Auflösung,
-    Feld, ///< a text of the colony data
+    Vorschlag, ///< all points of the wing were proposed
+    Feld,      ///< a text of the colony data
     Rasse,
     Tiere,
     Merkmale,

@@ -96,6 +96,10 @@ constexpr std::array tabelle{
                       2048},
     // Whether the results file is backed up once a day.
     Einstellungszeile{E::Tagessicherung, u"Speichern", u"Tagessicherung", Zahl, 1, u"", 0},
+    // Whether points are proposed for every wing that is found, and clicked ones drawn to them.
+    Einstellungszeile{E::VorschlagJeFlügel, u"Allgemeines", u"Vorschlag je Flügel", Zahl, 0, u"",
+                      0},
+    Einstellungszeile{E::PunkteEinrasten, u"Allgemeines", u"Punkte einrasten", Zahl, 0, u"", 0},
 };
 
 constexpr bool inReihenfolge() {

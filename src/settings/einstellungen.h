@@ -72,6 +72,8 @@ enum class Einstellung {
     FensterErgebnisse,
     FensterErgebnisspalten,
     Tagessicherung,
+    VorschlagJeFlügel,
+    PunkteEinrasten,
 };
 
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed

@@ -120,7 +120,8 @@ TEST_F(Eingabetest, tab_followsTheWork) {
          "cbo_Dpi bef_Alle qt_tabwidget_tabbar Tabelle bef_Csv bef_Speichern bef_Abbrechen"},
         {u"men_Extras_9"_s, u"chk_Nummer"_s,
          "chk_Nummer txt_Kurzzeichen txt_Zielzahl opt_Betriebsart_0 chk_OhneHaarlänge txt_Rasse "
-         "cbo_RasseStart chk_Tagessicherung cbo_dpi opt_Zoom_0 opt_Kurvenform_0 opt_CubiDis_0 "
+         "cbo_RasseStart chk_Tagessicherung cbo_dpi opt_Zoom_0 chk_VorschlagJeFlügel "
+         "chk_PunkteEinrasten opt_Kurvenform_0 opt_CubiDis_0 "
          "txt_SollFlügel "
          "txt_SollBienen txt_Arbeit_0 "
          "bef_Durchsuchen_0 txt_Arbeit_3 bef_Durchsuchen_3 bef_OK bef_Abbrechen "

@@ -31,6 +31,7 @@ struct Fenstertest : testing::Test {
     Benutzerspeicher speicher{ordner.filePath(QStringLiteral("benutzer.ini"))};
     std::function<void(Start&)> ersterLauf = [](Start&) {};
     QLocale::Language benutzersprache = QLocale::German;
+    std::function<Modellergebnis()> modell; ///< wings are looked for only by tests that set it
     std::unique_ptr<Programm> programm;
 
     QString inipfad() const { return ordner.filePath(QStringLiteral("Index.ini")); }
@@ -54,7 +55,8 @@ struct Fenstertest : testing::Test {
                 .format = format,
                 .dokumente = ordner.path(),
                 .benutzersprache = benutzersprache,
-                .ersterLauf = ersterLauf};
+                .ersterLauf = ersterLauf,
+                .modell = modell};
     }
 
     /// Starts the program, already set up in German unless the test wrote a settings file.

@@ -46,9 +46,9 @@ struct Messentest : Fenstertest {
     void übernimm() const { klick({500, 250}, Qt::RightButton); }
     QStringList zeilen(const QString& liste) const {
         QStringList texte;
-        const QAbstractItemModel& modell = *kind<QListView>(liste).model();
-        for (int i = 0; i < modell.rowCount(); ++i) {
-            texte << modell.index(i, 0).data().toString();
+        const QAbstractItemModel& alle = *kind<QListView>(liste).model();
+        for (int i = 0; i < alle.rowCount(); ++i) {
+            texte << alle.index(i, 0).data().toString();
         }
         return texte;
     }

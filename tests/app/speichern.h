@@ -29,9 +29,9 @@ struct Speicherntest : Fenstertest {
 
     QStringList liste(const QString& name) const {
         QStringList texte;
-        const QAbstractItemModel& modell = *kind<QListView>(name).model();
-        for (int i = 0; i < modell.rowCount(); ++i) {
-            texte << modell.index(i, 0).data().toString();
+        const QAbstractItemModel& alle = *kind<QListView>(name).model();
+        for (int i = 0; i < alle.rowCount(); ++i) {
+            texte << alle.index(i, 0).data().toString();
         }
         return texte;
     }

@@ -11,12 +11,15 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <limits>
 #include <optional>
+#include <semaphore>
+#include <thread>
 #include <vector>
 
 #include <jpeglib.h>
@@ -513,6 +516,40 @@ TEST_F(BilddateiTest, stoppedAtAnyTime_givesNoPictureAndNoFault) {
         ASSERT_NE(f, nullptr) << format;
         EXPECT_EQ(f->art, Art::Abgebrochen) << format;
     }
+}
+
+TEST_F(BilddateiTest, pixelsForSeveralThreads_areDecodedOnce_andAFaultIsSharedToo) {
+    const QImage bild = verlauf(3400, 900);
+    auto offen = Bilddatei::öffne(datei(gespeichert(bild, "jpg")));
+    Pixelladung& ladung = *std::get<Bilddatei>(offen).ladung();
+    // Whoever comes second waits; when they give up, the one who decodes stops as well.
+    for (const bool gibtAuf : {true, false}) {
+        std::binary_semaphore begonnen{0};
+        std::atomic<bool> gewartet = false;
+        QImage erstes;
+        std::jthread erster([&] {
+            erstes = ladung.hole(nullptr, [&](qint64 getan, qint64) {
+                if (getan > 0 && !gewartet) {
+                    begonnen.release();
+                    gewartet.wait(false);
+                }
+                return true;
+            });
+        });
+        begonnen.acquire();
+        Bildfehler fehler;
+        const QImage zweites = ladung.hole(&fehler, [&](qint64, qint64) {
+            gewartet = true;
+            gewartet.notify_all();
+            return !gibtAuf;
+        });
+        erster.join();
+        EXPECT_EQ(zweites.isNull(), gibtAuf);
+        EXPECT_EQ(erstes.isNull(), gibtAuf);
+        EXPECT_EQ(erstes.cacheKey(), zweites.cacheKey());
+        EXPECT_TRUE(!gibtAuf || fehler.art == Art::Abgebrochen);
+    }
+    EXPECT_EQ(std::get<Bilddatei>(offen).pixel(nullptr)->size(), bild.size());
 }
 
 TEST_F(BilddateiTest, openWhatIsNoPicture_namesTheFault) {

@@ -1,0 +1,62 @@
+#include "app/fundgang.h"
+
+#include "measure/messplatz.h"
+
+#include <numeric>
+#include <utility>
+
+namespace tarvel {
+
+namespace {
+
+/// Position in the race list of the race that most of the wings were of that the model learnt from.
+constexpr int GelernteRasse = 0;
+/// Mean of the expected errors, in pixels at 2400 dpi, above which a wing is unlike those.
+constexpr float GroßerFehler = 3;
+
+} // namespace
+
+Fundgang::Fundgang(const Arbeitsplatz& arbeitsplatz, const Fensterfläche& fläche,
+                   Hinweisgeber& hinweise)
+    : arbeitsplatz_(arbeitsplatz)
+    , fläche_(fläche)
+    , hinweise_(hinweise) {
+    fläche_.messplatz->beiVorschlag([this](const Flügelfund& fund) { return vorbehalte(fund); });
+}
+
+void Fundgang::sage() {
+    const Flügelfunde& funde = fläche_.messplatz->funde();
+    if (const auto fehler = funde.modellfehler(); fehler && !std::exchange(modellGemeldet_, true)) {
+        hinweise_.zeige(*fehler == Modellfehler::AndereFassung ? Meldung::ErkennungAndereFassung
+                                                               : Meldung::ErkennungBeschädigt);
+    }
+    const int dpi = arbeitsplatz_.messung().aufnahme().dpi;
+    if (const auto passend = funde.passendeAuflösung(); passend && *passend != dpi) {
+        hinweise_.zeige(
+            {Meldung::FlügelauflösungAnders, {QString::number(*passend), QString::number(dpi)}});
+    }
+}
+
+void Fundgang::folge(const Änderung& änderung) {
+    if (änderung.Untersuchung) {
+        gesagt_.clear();
+    }
+}
+
+std::vector<Hinweis> Fundgang::vorbehalte(const Flügelfund& fund) {
+    const Kolonieangaben& angaben = arbeitsplatz_.untersuchung().angaben();
+    const auto& fehler = fund.vorschlag.fehler;
+    const float summe = std::accumulate(fehler.begin(), fehler.end(), 0.0F);
+    std::vector<Hinweis> sätze;
+    for (const auto& [gilt, meldung] :
+         {std::pair{angaben.Tiere == Geschlecht::Drohnen, Meldung::VorschlagBeiDrohnen},
+          {angaben.Rasse != GelernteRasse, Meldung::VorschlagAndereRasse},
+          {summe > GroßerFehler * float(fehler.size()), Meldung::VorschlagUnsicher}}) {
+        if (gilt && gesagt_.insert(meldung).second) {
+            sätze.emplace_back(meldung);
+        }
+    }
+    return sätze;
+}
+
+} // namespace tarvel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/fensterflaeche.h"
+#include "app/hinweisgeber.h"
+#include "results/arbeitsplatz.h"
+
+#include <set>
+
+namespace tarvel {
+
+struct Flügelfund;
+
+/// What is said of wings that the program found and of the points that it proposes: that there is
+/// no model, that the wings look like another resolution, and, once a sample each, why proposals
+/// are less to be trusted than usual.
+class Fundgang {
+public:
+    /// Everything outlives it.
+    Fundgang(const Arbeitsplatz& arbeitsplatz, const Fensterfläche& fläche, Hinweisgeber& hinweise);
+
+    /// After the search ended, was stopped, or begins anew.
+    void sage();
+    void folge(const Änderung& änderung);
+
+private:
+    [[nodiscard]] std::vector<Hinweis> vorbehalte(const Flügelfund& fund);
+
+    const Arbeitsplatz& arbeitsplatz_;
+    const Fensterfläche& fläche_;
+    Hinweisgeber& hinweise_;
+    std::set<Meldung> gesagt_; ///< of the open sample
+    bool modellGemeldet_ = false;
+};
+
+} // namespace tarvel
