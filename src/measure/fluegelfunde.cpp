@@ -90,11 +90,11 @@ struct Flügelfunde::Auftrag {
     void erledige(Werkbank& werkbank) {
         werkbank.richteEin();
         modellfehler = werkbank.fehler;
-        if (modellfehler) {
+        if (modellfehler || verlauf.halt) {
             return;
         }
-        const QImage pixel =
-            ziel.ladung->hole(nullptr, [this](qint64, qint64) { return !verlauf.halt; });
+        const QImage pixel = ziel.ladung->hole(
+            nullptr, [this](qint64, qint64) { return !verlauf.halt; }, false);
         gelesen = !pixel.isNull();
         if (!gelesen || verlauf.halt) {
             return;
