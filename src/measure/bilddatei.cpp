@@ -343,14 +343,13 @@ bool Pixelladung::warte(std::unique_lock<std::mutex>& sperre, const Weiter& weit
         const bool gehtWeiter = !weiter || weiter(getan_, gesamt_);
         sperre.lock();
         if (!gehtWeiter) {
-            halt_ = true;
             return false;
         }
     }
     return true;
 }
 
-QImage Pixelladung::hole(Bildfehler* fehler, const Weiter& weiter) {
+QImage Pixelladung::hole(Bildfehler* fehler, const Weiter& weiter, bool fürAlle) {
     std::unique_lock sperre(riegel_);
     const auto ohne = [fehler](const Bildfehler& grund) {
         if (fehler != nullptr) {
@@ -360,6 +359,7 @@ QImage Pixelladung::hole(Bildfehler* fehler, const Weiter& weiter) {
     };
     if (lädt_) {
         if (!warte(sperre, weiter)) {
+            halt_ = halt_ || fürAlle;
             return ohne({Art::Abgebrochen});
         }
         if (pixel_.isNull() && fehler_ && fehler_->art != Art::Abgebrochen) {

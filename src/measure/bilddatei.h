@@ -54,8 +54,9 @@ public:
     Pixelladung(QString pfad, QSize größe, QImage pixel);
 
     /// The pixels, or a null picture with @p fehler set. @p weiter is asked while it lasts, on the
-    /// calling thread; whoever says no while another one decodes stops that, too.
-    [[nodiscard]] QImage hole(Bildfehler* fehler, const Weiter& weiter);
+    /// calling thread. Whoever says no while another one decodes only leaves, or stops that as well
+    /// when @p fürAlle.
+    [[nodiscard]] QImage hole(Bildfehler* fehler, const Weiter& weiter, bool fürAlle = true);
     /// How much of them is there, 0 to 100.
     [[nodiscard]] int prozent() const;
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <new>
 #include <numeric>
 #include <utility>
@@ -35,6 +36,7 @@ std::optional<int> auflösungNachGröße(const std::vector<Flügelfund>& funde, 
     constexpr double Spielraum = 0.1;
     constexpr std::array Übliche{300, 400, 600, 800, 1200, 1600, 2400, 3200, 4800};
     std::vector<double> größen;
+    größen.reserve(funde.size());
     for (const Flügelfund& f : funde) {
         if (f.stand == Flügelfund::Stand::Sicher) {
             größen.push_back(f.größe);
@@ -43,8 +45,9 @@ std::optional<int> auflösungNachGröße(const std::vector<Flügelfund>& funde, 
     if (größen.empty()) {
         return std::nullopt;
     }
-    std::nth_element(größen.begin(), größen.begin() + größen.size() / 2, größen.end());
-    const double größe = größen[größen.size() / 2];
+    const auto mitte = größen.begin() + std::ssize(größen) / 2;
+    std::nth_element(größen.begin(), mitte, größen.end());
+    const double größe = *mitte;
     if (std::abs(größe - 1) <= Spielraum) {
         return std::nullopt;
     }
@@ -90,11 +93,11 @@ struct Flügelfunde::Auftrag {
     void erledige(Werkbank& werkbank) {
         werkbank.richteEin();
         modellfehler = werkbank.fehler;
-        if (modellfehler) {
+        if (modellfehler || verlauf.halt) {
             return;
         }
-        const QImage pixel =
-            ziel.ladung->hole(nullptr, [this](qint64, qint64) { return !verlauf.halt; });
+        const QImage pixel = ziel.ladung->hole(
+            nullptr, [this](qint64, qint64) { return !verlauf.halt; }, false);
         gelesen = !pixel.isNull();
         if (!gelesen || verlauf.halt) {
             return;

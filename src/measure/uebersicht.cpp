@@ -77,6 +77,7 @@ void Übersicht::setzeErledigte(std::vector<Marke> erledigte) {
 void Übersicht::setzeFunde(std::vector<Fundrahmen> funde) {
     if (funde != funde_) {
         funde_ = std::move(funde);
+        angepasst_ = {};
         update();
     }
 }
@@ -118,16 +119,20 @@ void Übersicht::paintEvent(QPaintEvent* event) {
         const QSize fein = (QSizeF(feld.size()) * devicePixelRatioF()).toSize();
         if (angepasst_.size() != fein) {
             angepasst_ = angepasst(bild_, fein);
+            angepasst_.setDevicePixelRatio(devicePixelRatioF());
+            // Many frames take longer than one picture on the screen may.
+            QPainter rahmen(&angepasst_);
+            rahmen.translate(-feld.topLeft());
+            for (const Fundrahmen& fund : funde_) {
+                QPolygonF umriss = fund.umriss;
+                for (QPointF& ecke : umriss) {
+                    ecke = zuFenster(ecke);
+                }
+                maleFundrahmen(rahmen, font(), umriss, fund, feld);
+            }
         }
         angepasst_.setDevicePixelRatio(devicePixelRatioF());
         painter.drawImage(feld.topLeft(), angepasst_);
-        for (const Fundrahmen& fund : funde_) {
-            QPolygonF umriss = fund.umriss;
-            for (QPointF& ecke : umriss) {
-                ecke = zuFenster(ecke);
-            }
-            maleFundrahmen(painter, font(), umriss, fund, feld);
-        }
         for (const Marke& marke : erledigte_) {
             maleErledigte(painter, font(), marke, zuFenster(marke.position));
         }

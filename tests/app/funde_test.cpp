@@ -118,6 +118,9 @@ TEST_F(Fundetest, sheet_isMeasuredByOneTakeOverAWing_andOnlyByThose) {
     EXPECT_THAT(status().toStdString(), HasSubstr("gefunden: 4, noch zu messen: 4"));
     EXPECT_NE(übersicht().grab().toImage(), ohne) << "no frames";
     EXPECT_EQ(funde().nummern(), (std::vector{1, 2, 3, 4}));
+    wähle(u"men_Ansicht_2"_s); // where the key is that of a body mark
+    EXPECT_FALSE(kind<QAction>(u"men_Ansicht_30"_s).isEnabled());
+    wähle(u"men_Ansicht_6"_s);
     EXPECT_TRUE(übersicht().isVisible());
     taste(Qt::Key_W);
     ASSERT_TRUE(bild().isVisible());
