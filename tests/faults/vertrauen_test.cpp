@@ -163,7 +163,7 @@ TEST_F(Vertrauen, textsTypedIntoTheBrowser_findAndRenameOnlyWhatTheyAre) {
     auto& suche = tarvel::kind<QLineEdit>(db, u"txt_Suche"_s);
     auto& grid = tarvel::kind<QTableView>(db, u"Grid"_s);
     grid.setColumnWidth(2, 30); // narrower than its texts, which are then shown as tips
-    QAbstractItemModel& modell = *grid.model();
+    QAbstractItemModel& tabelle = *grid.model();
     for (const QString& text : feindlich) {
         SCOPED_TRACE(text.toStdString());
         suche.setText(text);
@@ -172,8 +172,8 @@ TEST_F(Vertrauen, textsTypedIntoTheBrowser_findAndRenameOnlyWhatTheyAre) {
         for (const QString& anderer : feindlich) {
             erwartet += anderer.contains(text, Qt::CaseInsensitive) ? 1 : 0;
         }
-        EXPECT_EQ(modell.rowCount(), erwartet);
-        const auto treffer = modell.match(modell.index(0, 2), Qt::DisplayRole, name, 1,
+        EXPECT_EQ(tabelle.rowCount(), erwartet);
+        const auto treffer = tabelle.match(tabelle.index(0, 2), Qt::DisplayRole, name, 1,
                                           Qt::MatchFixedString | Qt::MatchCaseSensitive);
         ASSERT_THAT(treffer, SizeIs(1));
         const QModelIndex zelle = treffer[0];
@@ -184,10 +184,10 @@ TEST_F(Vertrauen, textsTypedIntoTheBrowser_findAndRenameOnlyWhatTheyAre) {
         QToolTip::hideText();
 
         for (const int spalte : {1, 3, 7}) { // queen, owner, mating
-            EXPECT_TRUE(modell.setData(zelle.siblingAtColumn(spalte), text, Qt::EditRole));
+            EXPECT_TRUE(tabelle.setData(zelle.siblingAtColumn(spalte), text, Qt::EditRole));
             EXPECT_EQ(zelle.siblingAtColumn(spalte).data().toString(), text);
         }
-        EXPECT_TRUE(modell.setData(zelle.siblingAtColumn(0), u"N"_s + text.left(9), Qt::EditRole));
+        EXPECT_TRUE(tabelle.setData(zelle.siblingAtColumn(0), u"N"_s + text.left(9), Qt::EditRole));
     }
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
     const auto danach = zeilen();
