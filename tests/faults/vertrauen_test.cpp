@@ -174,7 +174,7 @@ TEST_F(Vertrauen, textsTypedIntoTheBrowser_findAndRenameOnlyWhatTheyAre) {
         }
         EXPECT_EQ(tabelle.rowCount(), erwartet);
         const auto treffer = tabelle.match(tabelle.index(0, 2), Qt::DisplayRole, name, 1,
-                                          Qt::MatchFixedString | Qt::MatchCaseSensitive);
+                                           Qt::MatchFixedString | Qt::MatchCaseSensitive);
         ASSERT_THAT(treffer, SizeIs(1));
         const QModelIndex zelle = treffer[0];
         const QPoint ort = grid.visualRect(zelle).center();
