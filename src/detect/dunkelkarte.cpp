@@ -67,7 +67,7 @@ std::vector<std::uint16_t> glocke(double breite) {
     std::vector<double> k(std::size_t(2 * r + 1));
     double summe = 0;
     for (int i = -r; i <= r; ++i)
-        summe += k[std::size_t(i + r)] = std::exp(-i * i / (2 * breite * breite));
+        summe += k[std::size_t(i) + std::size_t(r)] = std::exp(-i * i / (2 * breite * breite));
     std::vector<std::uint16_t> ganz(k.size());
     int rest = 256;
     for (std::size_t i = 0; i < k.size(); ++i) {
@@ -90,21 +90,21 @@ Graubild unscharf(const Graubild& bild, double breite, int fäden) {
     verteile((h + Band - 1) / Band, fäden, [&](int band) {
         std::vector<std::uint16_t> summe(static_cast<std::size_t>(w));
         std::vector<std::uint16_t> spalte(std::size_t(w) + 2 * std::size_t(r), 0);
-        constexpr std::uint16_t Halbes = 128;
+        constexpr std::uint16_t Aufrundung = 128;
         for (int y = band * Band; y < std::min(h, (band + 1) * Band); ++y) {
-            std::fill(summe.begin(), summe.end(), Halbes);
+            std::fill(summe.begin(), summe.end(), Aufrundung);
             for (int k = -r; k <= r; ++k) {
                 if (y + k < 0 || y + k >= h)
                     continue;
                 const std::uint8_t* z = bild.zeile(y + k);
-                const std::uint16_t g = kern[std::size_t(k + r)];
+                const std::uint16_t g = kern[std::size_t(k) + std::size_t(r)];
                 std::uint16_t* s = summe.data();
                 for (int x = 0; x < w; ++x)
                     s[x] = std::uint16_t(s[x] + g * z[x]);
             }
             for (int x = 0; x < w; ++x)
-                spalte[std::size_t(x + r)] = std::uint16_t(summe[std::size_t(x)] >> 8);
-            std::fill(summe.begin(), summe.end(), Halbes);
+                spalte[std::size_t(x) + std::size_t(r)] = std::uint16_t(summe[std::size_t(x)] >> 8);
+            std::fill(summe.begin(), summe.end(), Aufrundung);
             for (int k = 0; k <= 2 * r; ++k) {
                 const std::uint16_t* q = spalte.data() + k;
                 const std::uint16_t g = kern[std::size_t(k)];
@@ -133,7 +133,7 @@ Graubild dunkelheit(const Graubild& grau, int fäden) {
             for (int x = 0; x < grau.breite; ++x) {
                 const float tiefe = float(b[x] - g[x]) /
                                     (float(std::max<int>(b[x], DunkelsterGrund)) * float(Vollton));
-                ziel[x] = std::uint8_t(std::min(1.0F, tiefe) * 255 + 0.5F);
+                ziel[x] = std::uint8_t(std::min(1.0F, tiefe) * 255 + Halbes);
             }
         }
     });
@@ -147,7 +147,7 @@ Dunkelkarte dunkelkarte(const Pixelquelle& quelle, double dpi, int fäden) {
         return {};
     // A third of a wing's length.
     constexpr int Kleinste = 40;
-    if (größe.width() / teiler < Kleinste || größe.height() / teiler < Kleinste / 2)
+    if (größe.width() / teiler < Kleinste || 2 * größe.height() / teiler < Kleinste)
         return {};
     Graubild dunkel;
     {

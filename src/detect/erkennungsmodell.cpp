@@ -66,7 +66,7 @@ bool lies(QDataStream& s, Merkmalsraum& raum) {
         return false;
     raum.fenster = fenster;
     raum.zelle = zelle;
-    const auto zahl = std::size_t(8 * raum.merkmale());
+    const auto zahl = 8 * std::size_t(raum.merkmale());
     return lies(s, raum.mitte, zahl) && lies(s, raum.richtungen, zahl * Merkmalsraum::Richtungen);
 }
 

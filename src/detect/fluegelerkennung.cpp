@@ -125,7 +125,7 @@ Flügelerkennung::Werkzeug::wähle(const Pixelquelle& quelle, double dpi,
         const float höchstens =
             lage.güte < Sichergrenze ? UnglaubhafterFehler : 2 * UnglaubhafterFehler;
         if (fehler < höchstens && (!best || fehler < best->vorschlag.mittlererFehler()))
-            best = std::move(neu);
+            best = neu;
     }
     return best;
 }
@@ -163,7 +163,7 @@ Flügelerkennung::Werkzeug::suche(const Pixelquelle& quelle, double dpi, Suchver
         });
         for (auto& e : ergebnis)
             if (e)
-                gefunden.push_back(std::move(*e));
+                gefunden.push_back(*e);
         verlauf.prozent = NachGrobsuche + int((100 - NachGrobsuche) * von / stellen.size());
     }
     std::stable_sort(gefunden.begin(), gefunden.end(),
@@ -179,7 +179,7 @@ Flügelerkennung::Werkzeug::suche(const Pixelquelle& quelle, double dpi, Suchver
         });
         if (doppelt)
             continue;
-        bleiben.push_back(std::move(f));
+        bleiben.push_back(f);
         umrisse.push_back(std::move(umriss));
     }
     return bleiben;
@@ -204,7 +204,7 @@ std::vector<Flügelfund> Flügelerkennung::finde(const Pixelquelle& quelle, doub
         fund.güte = g.lage.güte;
         fund.stand =
             Werkzeug::sicher(g) ? Flügelfund::Stand::Sicher : Flügelfund::Stand::Zweifelhaft;
-        fund.vorschlag = std::move(g.vorschlag);
+        fund.vorschlag = g.vorschlag;
     }
     std::vector<QPointF> orte;
     double höhe = 0;

@@ -1,5 +1,7 @@
 #include "detect/gradientenfeld.h"
 
+#include "detect/graubild.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -25,7 +27,7 @@ void glätte(const std::vector<float>& quelle, std::vector<float>& ziel) {
         z[0] = z[1] = q[0];
         z[W + 2] = z[W + 3] = q[W - 1];
         for (int x = 0; x < W; ++x)
-            quer[std::size_t(y * W + x)] =
+            quer[std::size_t(y) * W + std::size_t(x)] =
                 Mitte * z[x + 2] + Neben * (z[x + 1] + z[x + 3]) + Fern * (z[x] + z[x + 4]);
     }
     const auto zeile = [&](int y) { return quer.data() + std::clamp(y, 0, H - 1) * W; };
@@ -82,7 +84,7 @@ Gradientenfeld::Gradientenfeld(const Flügelausschnitt& ausschnitt)
             for (int k = 0; k < R; ++k) {
                 const float anteil = gx * cosinus[std::size_t(k)] + gy * sinus[std::size_t(k)] - m;
                 lauf[std::size_t(k)] +=
-                    std::int32_t(std::clamp(anteil * Auflösung, 0.0F, Grenze) + 0.5F);
+                    std::int32_t(std::clamp(anteil * Auflösung, 0.0F, Grenze) + Halbes);
                 unten[(x + 1) * R + k] = oben[(x + 1) * R + k] + lauf[std::size_t(k)];
             }
         }

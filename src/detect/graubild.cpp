@@ -73,7 +73,7 @@ Graubild verkleinert(const Pixelquelle& quelle, const QRect& ausschnitt, double 
                 const Spanne& s = spalten[x];
                 const float breite =
                     s.bis > s.von ? s.erstes + s.letztes + float(s.bis - s.von - 1) : s.erstes;
-                ziel[x] = std::uint8_t(summe[x] / (breite * fläche) + 0.5F);
+                ziel[x] = std::uint8_t(summe[x] / (breite * fläche) + Halbes);
             }
         }
     });

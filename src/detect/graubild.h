@@ -87,4 +87,7 @@ public:
     return summe;
 }
 
+/// Added before digits are cut off, to round what is not negative.
+inline constexpr float Halbes = 0.5F;
+
 } // namespace tarvel

@@ -54,8 +54,9 @@ Grobmuster::Grobmuster(const Flügelmuster& muster) {
                             summe += muster.wert(tx, ty);
                             drin += muster.gilt(tx, ty);
                         }
-                    bild.zeile(y)[x] = std::uint8_t(summe / (Teiler * Teiler) + 0.5F);
-                    gilt[std::size_t(y * n + x)] = 2 * drin > Teiler * Teiler;
+                    bild.zeile(y)[x] = std::uint8_t(summe / (Teiler * Teiler) + Halbes);
+                    gilt[std::size_t(y) * std::size_t(n) + std::size_t(x)] =
+                        2 * drin > Teiler * Teiler;
                 }
             bild = unscharf(bild, Weichzeichner);
             double summe = 0;
@@ -69,12 +70,13 @@ Grobmuster::Grobmuster(const Flügelmuster& muster) {
             double quadrate = 0;
             for (int y = 0; y < n; ++y)
                 for (int x = 0; x < n;) {
-                    if (!gilt[std::size_t(y * n + x)]) {
+                    if (!gilt[std::size_t(y) * std::size_t(n) + std::size_t(x)]) {
                         ++x;
                         continue;
                     }
                     Strecke strecke{x - r, y - r, 0, d.werte.size()};
-                    for (; x < n && gilt[std::size_t(y * n + x)]; ++x, ++strecke.länge) {
+                    for (; x < n && gilt[std::size_t(y) * std::size_t(n) + std::size_t(x)];
+                         ++x, ++strecke.länge) {
                         d.werte.push_back(std::int16_t(std::lround(bild.zeile(y)[x] - mittel)));
                         quadrate += double(d.werte.back()) * d.werte.back();
                     }
