@@ -18,7 +18,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <exception>
 #include <new>
 #include <set>
 
@@ -203,6 +202,9 @@ public:
             for (const Bildmessergebnis& ergebnis : ergebnisse_) {
                 speichere(ergebnis, *einfuhr);
             }
+            if (gespeichert_) {
+                sichereTäglich(umgebung_, *einstellungen_, befehl_.datenbank);
+            }
         }
         return gut_ ? Status::Gut : Status::NichtLesbar;
     }
@@ -225,11 +227,11 @@ private:
     }
 
     Status öffneDatenbank(std::optional<Einfuhr>& einfuhr) {
-        const auto einstellungen = ladeEinstellungen(umgebung_, befehl_.ini);
-        if (!einstellungen) {
+        einstellungen_ = ladeEinstellungen(umgebung_, befehl_.ini);
+        if (!einstellungen_) {
             return Status::NichtLesbar;
         }
-        const auto rasse = wähleRasse(umgebung_, *einstellungen, befehl_.rasse);
+        const auto rasse = wähleRasse(umgebung_, *einstellungen_, befehl_.rasse);
         if (!rasse) {
             return Status::FalscherAufruf;
         }
@@ -239,34 +241,23 @@ private:
             Einfuhrumgebung{
                 .satz = {.texte = umgebung_.texte,
                          .format = umgebung_.format,
-                         .rassen = rassenliste(*einstellungen),
-                         .OhneHaarlänge = einstellungen->schalter(Einstellung::OhneHaarlänge)},
+                         .rassen = rassenliste(*einstellungen_),
+                         .OhneHaarlänge = einstellungen_->schalter(Einstellung::OhneHaarlänge)},
                 .heute = umgebung_.heute,
-                .kurzzeichen = einstellungen->text(Einstellung::Kurzzeichen),
+                .kurzzeichen = einstellungen_->text(Einstellung::Kurzzeichen),
                 .auflösung = befehl_.dpi.value_or(0),
                 .rasse = rasse->position,
                 .standard = rasse->standard,
-                .regeln = ladeUrteilsregeln(*einstellungen)});
+                .regeln = ladeUrteilsregeln(*einstellungen_)});
         return Status::Gut;
     }
 
     void miss(const std::shared_ptr<const Erkennungsmodell>& modell) {
         const Bildmessung messung(befehl_, modell);
         ergebnisse_.resize(static_cast<std::size_t>(bilder_.size()));
-        std::vector<std::exception_ptr> fehler(ergebnisse_.size());
         verteile(static_cast<int>(bilder_.size()), befehl_.zugleich, [&](int i) {
-            const auto stelle = static_cast<std::size_t>(i);
-            try {
-                ergebnisse_[stelle] = messung.miss(bilder_[i]);
-            } catch (...) {
-                fehler[stelle] = std::current_exception();
-            }
+            ergebnisse_[static_cast<std::size_t>(i)] = messung.miss(bilder_[i]);
         });
-        for (const std::exception_ptr& einer : fehler) {
-            if (einer) {
-                std::rethrow_exception(einer);
-            }
-        }
     }
 
     void melde(const QString& datei, const QString& text) const {
@@ -379,6 +370,7 @@ private:
             gut_ = false;
             return;
         }
+        gespeichert_ = true;
         melde(e.bild, t(Meldung::UntersuchungGespeichert).arg(bericht.nummer) + u' ' +
                           ungeprüfttext(reihe, t) + u'.');
     }
@@ -387,7 +379,9 @@ private:
     const Batchumgebung& umgebung_;
     QStringList bilder_;
     std::vector<Bildmessergebnis> ergebnisse_;
+    std::optional<Einstellungen> einstellungen_; ///< where a results file is written
     int rasse_ = 0;
+    bool gespeichert_ = false; ///< something came into the results file
     bool gut_ = true;
 };
 

@@ -143,7 +143,10 @@ Graubild dunkelheit(const Graubild& grau, int fäden) {
 Dunkelkarte dunkelkarte(const Pixelquelle& quelle, double dpi, int fäden) {
     const QSize größe = quelle.größe();
     const double teiler = dpi / Dunkelkarte::Dpi;
-    if (teiler < 1)
+    // A3 at 300 dpi, with some play. Without it a picture whose resolution is set much too low
+    // would take gigabytes.
+    constexpr double GrößteFläche = 20e6;
+    if (teiler < 1 || größe.width() / teiler * (größe.height() / teiler) > GrößteFläche)
         return {};
     // A third of a wing's length.
     constexpr int Kleinste = 40;

@@ -25,8 +25,9 @@ struct Dunkelkarte {
 /// Dark lines of @p grau, a picture at 300 dpi, without margin and blurring.
 [[nodiscard]] Graubild dunkelheit(const Graubild& grau, int fäden = 1);
 
-/// The map of a picture scanned at @p dpi, 300 at least. Empty for a picture smaller than a wing,
-/// and for a coarser one.
+/// The map of a picture scanned at @p dpi, 300 at least. Empty for a coarser one, for a
+/// picture smaller than a wing, and for one larger than A3, which no scanner makes: its resolution
+/// is another.
 [[nodiscard]] Dunkelkarte dunkelkarte(const Pixelquelle& quelle, double dpi, int fäden = 1);
 
 /// Blurred by a bell curve of the standard deviation @p breite pixels; what lies beyond the edge

@@ -12,7 +12,6 @@
 #include <cmath>
 #include <iterator>
 #include <new>
-#include <numeric>
 #include <utility>
 
 namespace tarvel {
@@ -219,6 +218,7 @@ void Flügelfunde::beginne() {
         try {
             auftrag->erledige(*werkbank);
         } catch (const std::bad_alloc&) {
+            auftrag->gelesen = false; // not searched is not "none found"
             auftrag->funde.clear();
         }
         QMetaObject::invokeMethod(

@@ -138,6 +138,7 @@ TEST_F(Messen, intoADatabase_saysThatNobodyChecked) {
     EXPECT_EQ(lauf.status, 0) << lauf.fehler;
     EXPECT_THAT(lauf.fehler, HasSubstr("8 of 8 wings measured by the program, not checked"));
     EXPECT_EQ(lauf.fehlerzahl(), 1);
+    EXPECT_EQ(QDir(pfad(u"Tarvel Backup"_s)).entryList(QDir::Files).size(), 1);
     const Lauf flügel = rufe(u"export neu.tdb --wings"_s);
     EXPECT_EQ(flügel.zeilen().size(), Flügelzahl + 2);
     EXPECT_THAT(flügel.zeilen()[1].toStdString(),

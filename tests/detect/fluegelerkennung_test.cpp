@@ -1,4 +1,5 @@
 #include "detect/bildpixel.h"
+#include "detect/faeden.h"
 #include "detect/fluegelerkennung.h"
 #include "measure/musterblatt.h"
 
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 using namespace tarvel;
 
@@ -173,6 +175,34 @@ TEST(Flügelerkennung, toldToStop_findsNothing) {
     Suchverlauf verlauf;
     verlauf.halt = true;
     EXPECT_TRUE(erkennung().finde(Bildpixel(blatt().bild), Dpi, verlauf).empty());
+}
+
+TEST(Flügelerkennung, aPictureLargerThanAnyGlass_isNotEvenRead) {
+    // 600 megapixels at 300 dpi would be two metres high, and their map gigabytes.
+    struct Riese final : Pixelquelle {
+        mutable std::atomic<int> gelesen = 0;
+        [[nodiscard]] QSize größe() const override { return {24'000, 25'000}; }
+        void lies(int, int, int anzahl, std::uint8_t* ziel) const override {
+            ++gelesen;
+            std::fill_n(ziel, anzahl, std::uint8_t{230});
+        }
+    } riese;
+    Suchverlauf verlauf;
+    EXPECT_TRUE(erkennung().finde(riese, 300, verlauf).empty());
+    EXPECT_EQ(riese.gelesen, 0);
+}
+
+TEST(Fäden, whatACallThrows_reachesTheCaller) {
+    for (const int fäden : {1, 4}) {
+        std::atomic<int> getan = 0;
+        const auto arbeit = [&](int i) {
+            if (i == 3)
+                throw std::bad_alloc();
+            ++getan;
+        };
+        EXPECT_THROW(verteile(1000, fäden, arbeit), std::bad_alloc);
+        EXPECT_LT(getan, 1000);
+    }
 }
 
 TEST(Leserichtung, rowsFromTheTopLeft_evenWhenTheyClimb) {
