@@ -15,23 +15,9 @@
 #include <cstdlib>
 #include <vector>
 
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
-
 using namespace tarvel;
 
 namespace {
-
-double spitzenspeicher() {
-#ifdef Q_OS_UNIX
-    rusage verbrauch{};
-    getrusage(RUSAGE_SELF, &verbrauch);
-    return static_cast<double>(verbrauch.ru_maxrss) / 1024.0;
-#else
-    return 0;
-#endif
-}
 
 double mitte(std::vector<double> zeiten) {
     std::nth_element(zeiten.begin(), zeiten.begin() + std::ptrdiff_t(zeiten.size() / 2),

@@ -23,9 +23,6 @@
 #include <vector>
 
 #include <jpeglib.h>
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
 
 using namespace tarvel;
 
@@ -41,16 +38,6 @@ double gemessen(const std::function<void()>& arbeit) {
 double anteil(std::vector<double> zeiten, double stelle) {
     std::sort(zeiten.begin(), zeiten.end());
     return zeiten[static_cast<std::size_t>(stelle * static_cast<double>(zeiten.size() - 1))];
-}
-
-double spitzenspeicher() {
-#ifdef Q_OS_UNIX
-    rusage verbrauch{};
-    getrusage(RUSAGE_SELF, &verbrauch);
-    return static_cast<double>(verbrauch.ru_maxrss) / 1024.0;
-#else
-    return 0;
-#endif
 }
 
 /// The decoder alone: reads a sound file row by row.

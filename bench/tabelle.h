@@ -4,6 +4,21 @@
 #include <optional>
 #include <string>
 
+#if __has_include(<sys/resource.h>)
+#include <sys/resource.h>
+#endif
+
+/// Most memory that the program has had so far, in MiB; 0 where the system does not say.
+inline double spitzenspeicher() {
+#ifdef RUSAGE_SELF
+    rusage verbrauch{};
+    getrusage(RUSAGE_SELF, &verbrauch);
+    return static_cast<double>(verbrauch.ru_maxrss) / 1024.0;
+#else
+    return 0;
+#endif
+}
+
 /// What a figure is to be at most: a multiple of the limit that was measured beside it, or a figure
 /// of its own.
 struct Ziel {

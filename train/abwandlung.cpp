@@ -29,9 +29,9 @@ public:
             w = float(zufall.normal(0, stärke));
     }
     [[nodiscard]] QPointF bei(QPointF p) const {
-        const double u = (p.x() - Flügelausschnitt::Links) / weite_ + 2;
-        const double v = (p.y() - Flügelausschnitt::Oben) / weite_ + 2;
-        return {double(x_.kubisch(u, v)), double(y_.kubisch(u, v))};
+        const auto u = float((p.x() - Flügelausschnitt::Links) / weite_ + 2);
+        const auto v = float((p.y() - Flügelausschnitt::Oben) / weite_ + 2);
+        return {double(kubisch(x_, u, v)), double(kubisch(y_, u, v))};
     }
 
 private:
@@ -160,7 +160,8 @@ void durchscheine(Feld& blatt, const Feld& was, const Affin& lage) {
             const QPointF p = zurück({x + 0.5, y + 0.5});
             if (p.x() < 0 || p.y() < 0 || p.x() > quelle.breite || p.y() > quelle.höhe)
                 continue;
-            blatt.bei(x, y) *= std::clamp(quelle.kubisch(p.x(), p.y()), 0.02F, 1.05F);
+            blatt.bei(x, y) *=
+                std::clamp(kubisch(quelle, float(p.x()), float(p.y())), 0.02F, 1.05F);
         }
 }
 
@@ -249,7 +250,8 @@ void legeFremdes(Feld& blatt, const Übungsflügel& flügel, QPointF mitte, doub
             const double fy = y % 2 ? 0.75 : 0.25;
             const QPointF p =
                 (g[0] * (1 - fx) + g[1] * fx) * (1 - fy) + (g[GB] * (1 - fx) + g[GB + 1] * fx) * fy;
-            d.bei(x, y) = std::clamp(1 - flügel.halb.kubisch(p.x(), p.y()), 0.0F, 1.0F);
+            d.bei(x, y) =
+                std::clamp(1 - kubisch(flügel.halb, float(p.x()), float(p.y())), 0.0F, 1.0F);
         }
     Übungsausschnitt aus;
     const Affin zurück = verformt.umkehrung();

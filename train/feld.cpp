@@ -6,31 +6,6 @@
 
 namespace tarvel {
 
-float Feld::kubisch(double x, double y) const {
-    constexpr double Weit = 4;
-    x = std::clamp(x - 0.5, -Weit, breite + Weit);
-    y = std::clamp(y - 0.5, -Weit, höhe + Weit);
-    const int xi = int(std::floor(x));
-    const int yi = int(std::floor(y));
-    const auto gx = kubischeGewichte(float(x - xi));
-    const auto gy = kubischeGewichte(float(y - yi));
-    float summe = 0;
-    const bool innen = xi >= 1 && yi >= 1 && xi < breite - 2 && yi < höhe - 2;
-    for (int j = 0; j < 4; ++j) {
-        if (innen) {
-            const float* z = werte.data() + std::ptrdiff_t(yi + j - 1) * breite + xi - 1;
-            summe +=
-                gy[std::size_t(j)] * (gx[0] * z[0] + gx[1] * z[1] + gx[2] * z[2] + gx[3] * z[3]);
-            continue;
-        }
-        const int v = std::clamp(yi + j - 1, 0, höhe - 1);
-        for (int i = 0; i < 4; ++i)
-            summe += gy[std::size_t(j)] * gx[std::size_t(i)] *
-                     bei(std::clamp(xi + i - 1, 0, breite - 1), v);
-    }
-    return summe;
-}
-
 Feld unscharf(const Feld& feld, double breite) {
     const int r = std::max(1, int(std::ceil(3 * breite)));
     std::vector<float> kern;
@@ -88,8 +63,8 @@ Feld gestreckt(const Feld& feld, int breite, int höhe) {
     Feld aus(breite, höhe);
     for (int y = 0; y < höhe; ++y)
         for (int x = 0; x < breite; ++x)
-            aus.bei(x, y) =
-                feld.kubisch((x + 0.5) * feld.breite / breite, (y + 0.5) * feld.höhe / höhe);
+            aus.bei(x, y) = kubisch(feld, (float(x) + 0.5F) * float(feld.breite) / float(breite),
+                                    (float(y) + 0.5F) * float(feld.höhe) / float(höhe));
     return aus;
 }
 

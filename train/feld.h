@@ -28,8 +28,9 @@ struct Feld {
     [[nodiscard]] float bei(int x, int y) const {
         return werte[std::size_t(y) * std::size_t(breite) + std::size_t(x)];
     }
-    /// Cubic convolution at a place between pixels, origin the corner; outside the edge goes on.
-    [[nodiscard]] float kubisch(double x, double y) const;
+    [[nodiscard]] const float* zeile(int y) const {
+        return werte.data() + std::size_t(y) * std::size_t(breite);
+    }
 };
 
 [[nodiscard]] Feld unscharf(const Feld& feld, double breite);

@@ -2,7 +2,6 @@
 
 #include "measure/messplatz.h"
 
-#include <numeric>
 #include <utility>
 
 namespace tarvel {
@@ -45,13 +44,11 @@ void Fundgang::folge(const Änderung& änderung) {
 
 std::vector<Hinweis> Fundgang::vorbehalte(const Flügelfund& fund) {
     const Kolonieangaben& angaben = arbeitsplatz_.untersuchung().angaben();
-    const auto& fehler = fund.vorschlag.fehler;
-    const float summe = std::accumulate(fehler.begin(), fehler.end(), 0.0F);
     std::vector<Hinweis> sätze;
     for (const auto& [gilt, meldung] :
          {std::pair{angaben.Tiere == Geschlecht::Drohnen, Meldung::VorschlagBeiDrohnen},
           {angaben.Rasse != GelernteRasse, Meldung::VorschlagAndereRasse},
-          {summe > GroßerFehler * float(fehler.size()), Meldung::VorschlagUnsicher}}) {
+          {fund.vorschlag.mittlererFehler() > GroßerFehler, Meldung::VorschlagUnsicher}}) {
         if (gilt && gesagt_.insert(meldung).second) {
             sätze.emplace_back(meldung);
         }

@@ -2,6 +2,7 @@
 
 #include "detect/bildpixel.h"
 #include "detect/fluegelerkennung.h"
+#include "measure/nachmessfenster.h"
 #include "measure/statistik.h"
 
 #include <QPolygonF>
@@ -66,10 +67,10 @@ Probenstreuung streuung(const Messreihe& reihe) {
     return werte;
 }
 
-} // namespace
-
-std::vector<Nachmessflügel> nachmessflügel(const Messreihe& reihe, Flügelbilder bilder,
-                                           const std::function<std::uint32_t()>& zufall) {
+/// Wings to be measured again with their parts of the scans, of those whose picture is at hand.
+std::vector<Nachmessflügel> nachmessflügel(const Umgebung& umgebung, const Messreihe& reihe,
+                                           Flügelbilder bilder) {
+    const auto zufall = [] { return QRandomGenerator::global()->generate(); };
     std::vector<Nachmessflügel> alle;
     for (const int nummer : nachmessbare(reihe, zufall)) {
         const Flügelmessung& flügel = *reihe.messung(nummer);
@@ -81,7 +82,8 @@ std::vector<Nachmessflügel> nachmessflügel(const Messreihe& reihe, Flügelbild
             break;
         }
     }
-    const Modellergebnis modell = eingebautesModell();
+    const Modellergebnis modell =
+        umgebung.modell ? umgebung.modell() : Modellergebnis(Modellfehler::KeinModell);
     if (const auto* m = std::get_if<std::shared_ptr<const Erkennungsmodell>>(&modell)) {
         const Flügelerkennung erkennung(*m);
         for (Nachmessflügel& f : alle) {
@@ -91,11 +93,12 @@ std::vector<Nachmessflügel> nachmessflügel(const Messreihe& reihe, Flügelbild
     return alle;
 }
 
+} // namespace
+
 void missNach(const Umgebung& umgebung, const Messreihe& reihe, Flügelbilder bilder,
               QWidget& fenster) {
     const Texte& texte = umgebung.texte;
-    auto flügel = nachmessflügel(reihe, std::move(bilder),
-                                 [] { return QRandomGenerator::global()->generate(); });
+    auto flügel = nachmessflügel(umgebung, reihe, std::move(bilder));
     if (flügel.size() < WenigsteNachmessFlügel) {
         umgebung.dialoge.meldung(texte(Meldung::WiederholprobeTitel),
                                  texte(Meldung::WiederholprobeZuWenig).arg(WenigsteNachmessFlügel),

@@ -56,8 +56,9 @@ public:
 }
 
 /// The value at a place between pixels (origin the corner of the picture) by cubic convolution.
-/// Outside the edge goes on.
-[[nodiscard]] inline float kubisch(const Graubild& bild, float x, float y) {
+/// Outside the edge goes on. For any picture that has breite, höhe and zeile() as Graubild.
+template <typename Bild>
+[[nodiscard]] float kubisch(const Bild& bild, float x, float y) {
     const int w = bild.breite;
     const int h = bild.höhe;
     // From some pixels outside on everything is the edge.
@@ -72,14 +73,14 @@ public:
     const auto gy = kubischeGewichte(y - float(yi));
     float summe = 0;
     if (xi >= 1 && yi >= 1 && xi < w - 2 && yi < h - 2) {
-        const std::uint8_t* z = bild.zeile(yi - 1) + xi - 1;
+        const auto* z = bild.zeile(yi - 1) + xi - 1;
         for (std::size_t j = 0; j < 4; ++j, z += w)
             summe += gy[j] * (gx[0] * float(z[0]) + gx[1] * float(z[1]) + gx[2] * float(z[2]) +
                               gx[3] * float(z[3]));
         return summe;
     }
     for (int j = 0; j < 4; ++j) {
-        const std::uint8_t* z = bild.zeile(std::clamp(yi + j - 1, 0, h - 1));
+        const auto* z = bild.zeile(std::clamp(yi + j - 1, 0, h - 1));
         for (int i = 0; i < 4; ++i)
             summe += gy[std::size_t(j)] * gx[std::size_t(i)] *
                      float(z[std::clamp(xi + i - 1, 0, w - 1)]);

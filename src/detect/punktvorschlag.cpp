@@ -98,10 +98,6 @@ float abstand(const Merkmalsraum& raum, std::size_t punkt, std::vector<float>& m
 
 } // namespace
 
-float Punktvorschlag::größterFehler() const {
-    return *std::max_element(fehler.begin(), fehler.end());
-}
-
 float Punktvorschlag::mittlererFehler() const {
     return std::accumulate(fehler.begin(), fehler.end(), 0.0F) / float(fehler.size());
 }

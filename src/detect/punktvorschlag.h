@@ -18,7 +18,6 @@ struct Punktvorschlag {
 
     /// Errors above this make a point doubtful.
     static constexpr float Zweifelhaft = 2;
-    [[nodiscard]] float größterFehler() const;
     [[nodiscard]] float mittlererFehler() const;
 };
 

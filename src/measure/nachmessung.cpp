@@ -8,12 +8,8 @@ namespace tarvel {
 namespace {
 
 bool selbstGemessen(const Flügelmessung& m) {
-    if (m.bilddatei.isEmpty() || m.ohneBildhöhe || m.ungeprüft ||
-        !m.punkte.vollständig(m.messart)) {
-        return false;
-    }
-    return std::none_of(m.punkte.Herkunft.begin() + 1, m.punkte.Herkunft.end(),
-                        [](Punktherkunft h) { return h == Punktherkunft::Vorgeschlagen; });
+    return !m.bilddatei.isEmpty() && !m.ohneBildhöhe && !m.ungeprüft &&
+           m.punkte.vollständig(m.messart) && !m.punkte.vorgeschlagen();
 }
 
 } // namespace

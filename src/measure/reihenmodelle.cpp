@@ -32,11 +32,6 @@ QVariant flügeldaten(const Messreihe& reihe, const Zweifelsfälle& zweifel, con
     }
 }
 
-bool hatVorschläge(const Messpunkte& punkte) {
-    return std::any_of(punkte.Herkunft.begin() + 1, punkte.Herkunft.end(),
-                       [](Punktherkunft h) { return h == Punktherkunft::Vorgeschlagen; });
-}
-
 } // namespace
 
 Zweifelsgrad zweifelsgrad(const Zweifelsfälle& fälle, int nummer) {
@@ -64,7 +59,7 @@ QString flügeltipp(const Messreihe& reihe, const Zweifelsfälle& fälle, int nu
     if (const Flügelmessung* messung = reihe.messung(nummer)) {
         if (messung->ungeprüft) {
             zeilen.prepend(texte(Meldung::Ungeprüft));
-        } else if (hatVorschläge(messung->punkte)) {
+        } else if (messung->punkte.vorgeschlagen()) {
             zeilen.append(texte(Meldung::VorgeschlagenGeprüft));
         }
     }
@@ -93,7 +88,7 @@ Entstehung entstehung(const Messreihe& reihe) {
     for (const auto& [nummer, messung] : reihe.messungen()) {
         if (messung.ungeprüft) {
             ++e.ungeprüft;
-        } else if (const Messpunkte& punkte = messung.punkte; hatVorschläge(punkte)) {
+        } else if (const Messpunkte& punkte = messung.punkte; punkte.vorgeschlagen()) {
             ++e.vorgeschlagen;
             for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
                 const bool eigener = punkte.Herkunft[i] != Punktherkunft::Vorgeschlagen;
