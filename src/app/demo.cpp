@@ -24,6 +24,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTextDocumentFragment>
 #include <QTextStream>
 #include <QTimer>
 
@@ -439,7 +440,7 @@ private:
         const Zeilenwörter wörter = zeilenwörter(programm_->texte());
         QString urteil = kind<QLabel>(u"lab_Urteil"_s).text();
         if (const QString mängel = kind<QLabel>(u"lab_Mängel"_s).text(); !mängel.isEmpty()) {
-            urteil += u'\n' + mängel;
+            urteil += u'\n' + QTextDocumentFragment::fromHtml(mängel).toPlainText();
         }
         return {.angaben = u.angaben(),
                 .zeilen = u.reihe().ciTexte(wörter) + u.reihe().hiDvTexte(wörter),
