@@ -8,10 +8,6 @@
 #include <QLocalSocket>
 #include <QTimer>
 
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
-
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -27,25 +23,6 @@ constexpr char Abgelehnt = '-';
 constexpr char Los = '!';
 constexpr qsizetype GrößteSendung = qsizetype{1} * 1024 * 1024;
 constexpr std::chrono::seconds Höchstdauer{10};
-
-QString adresse(const QString& ordner) {
-    QString pfad = Instanz::eigenerPfad(ordner, u".socket"_s);
-#ifdef Q_OS_WIN
-    return QFileInfo(pfad).fileName();
-#else
-    return pfad;
-#endif
-}
-
-/// In a folder that all users can write to, somebody else may listen there.
-bool gehörtUns(const QString& adresse) {
-#ifdef Q_OS_UNIX
-    return QFileInfo(adresse).ownerId() == ::geteuid();
-#else
-    Q_UNUSED(adresse)
-    return true;
-#endif
-}
 
 QStringList dateien(const QByteArray& sendung) {
     QStringList liste;
@@ -63,7 +40,7 @@ Dateiannahme::Dateiannahme(const QString& ordner, std::function<bool()> bereit,
                            std::function<void(const QStringList&)> nimm)
     : bereit_(std::move(bereit))
     , nimm_(std::move(nimm)) {
-    const QString name = adresse(ordner);
+    const QString name = Instanz::verbindungsname(ordner);
     QObject::connect(&server_, &QLocalServer::newConnection, &server_,
                      [this] { nimmVerbindungAn(); });
     server_.setSocketOptions(QLocalServer::UserAccessOption);
@@ -114,8 +91,8 @@ bool Dateiannahme::übergib(const QString& ordner, const QStringList& dateien,
         sendung += datei.toUtf8() + '\0';
     }
     sendung += '\0';
-    const QString name = adresse(ordner);
-    if (dateien.isEmpty() || sendung.size() >= GrößteSendung || !gehörtUns(name)) {
+    const QString name = Instanz::verbindungsname(ordner);
+    if (dateien.isEmpty() || sendung.size() >= GrößteSendung || !Instanz::istEigene(name)) {
         return false;
     }
     const QDeadlineTimer ende(geduld);

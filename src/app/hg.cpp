@@ -4,8 +4,8 @@
 #include "app/fensterlage.h"
 #include "app/hinweiszeile.h"
 #include "app/info.h"
-#include "app/programmsymbol.h"
 #include "app/statuszeile.h"
+#include "app/symbol.h"
 #include "app/textbefehle.h"
 #include "evaluation/kriterienansicht.h"
 #include "evaluation/urteilsanzeige.h"
@@ -494,7 +494,7 @@ void HG::paintEvent(QPaintEvent* event) {
 }
 
 void HG::beendeStart() {
-    zeigeProgrammsymbol();
+    QApplication::setWindowIcon(programmsymbol());
     fläche_.baueRest();
     // Settled at once: nothing moves under the pointer of somebody who is already clicking.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);

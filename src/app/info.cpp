@@ -1,8 +1,9 @@
 #include "app/info.h"
 
+#include "app/symbol.h"
+
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -35,8 +36,8 @@ Info::Info(const Texte& texte, QWidget* parent)
     kopf->setSpacing(16);
     auto* zeichen = new QLabel;
     constexpr int Zeichengröße = 72;
-    zeichen->setPixmap(QIcon(u":/tarvel/icons/tarvel.svg"_s)
-                           .pixmap(QSize(Zeichengröße, Zeichengröße), devicePixelRatio()));
+    zeichen->setPixmap(
+        programmsymbol().pixmap(QSize(Zeichengröße, Zeichengröße), devicePixelRatio()));
     kopf->addWidget(zeichen, 0, Qt::AlignTop);
     auto* titel = new QVBoxLayout;
     auto* name = new QLabel(texte(Meldung::Programmname));

@@ -2,8 +2,9 @@
 #include "app/demo.h"
 #include "app/hauptstart.h"
 #include "app/hg.h"
-#include "app/programmsymbol.h"
 #include "app/start.h"
+#include "app/symbol.h"
+#include "platform/prozess.h"
 #include "platform/system_dialoge.h"
 #include "platform/system_shell.h"
 #include "print/systemdrucker.h"
@@ -59,26 +60,6 @@ void drucke(std::FILE* ziel, const QString& text) {
     std::fputs(qPrintable(text), ziel);
 }
 
-/// Arguments as the program was called with, before the toolkit exists: help and errors are
-/// printed on machines without a display too.
-QStringList argumente(int argc, char** argv) {
-    QStringList liste;
-    for (int i = 0; i < argc; ++i) {
-        liste << QString::fromLocal8Bit(argv[i]);
-    }
-    return liste;
-}
-
-bool ohneAnzeige() {
-#ifdef Q_OS_LINUX
-    return qEnvironmentVariableIsEmpty("DISPLAY") &&
-           qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-           qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
-#else
-    return false;
-#endif
-}
-
 int laufe(QApplication& app, const Befehlszeile& zeile) {
     const QString ordner =
         zeile.ordner.isEmpty() ? QCoreApplication::applicationDirPath() : zeile.ordner;
@@ -107,7 +88,7 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
                  .benutzersprache = QLocale::system().language(),
                  .ersterLauf =
                      [](Start& start) {
-                         zeigeProgrammsymbol();
+                         QApplication::setWindowIcon(programmsymbol());
                          start.exec();
                      },
                  .modell = eingebautesModell});
@@ -138,7 +119,7 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const auto ergebnis = leseBefehlszeile(argumente(argc, argv), QDir::currentPath());
+    const auto ergebnis = leseBefehlszeile(aufrufargumente(argc, argv), QDir::currentPath());
     const auto* gelesen = std::get_if<Befehlszeile>(&ergebnis);
     if (gelesen == nullptr) {
         drucke(stderr, u"tarvel: "_s + std::get_if<Befehlszeilenfehler>(&ergebnis)->text + u'\n');

@@ -1,5 +1,6 @@
 #include "app/briefkopfvorschau.h"
 #include "app/optionsseiten.h"
+#include "platform/vektorbild.h"
 #include "print/protokolloptionen.h"
 
 #include <QButtonGroup>
@@ -216,10 +217,10 @@ QGroupBox* gruppeGrafik(const Seitenbau& bau, Briefkopffelder& felder) {
     felder.Datei = new QLineEdit;
     felder.Datei->setObjectName(u"txt_Datei"_s);
     layout->addWidget(bau.worte.label(Text::DateiMitGrafik, felder.Datei));
-    QWidget* suchen =
-        durchsuchen(bau, u"bef_Datei"_s, Text::GewünschteDateiÖffnen, Text::AlleBilddateien,
-                    u"*.bmp *.gif *.jpg *.jpeg *.png *.svg"_s, felder.Datei,
-                    [feld = felder.Datei](const QString& datei) { feld->setText(datei); });
+    QWidget* suchen = durchsuchen(
+        bau, u"bef_Datei"_s, Text::GewünschteDateiÖffnen, Text::AlleBilddateien,
+        u"*.bmp *.gif *.jpg *.jpeg *.png"_s + (kannSvg() ? u" *.svg"_s : QString()), felder.Datei,
+        [feld = felder.Datei](const QString& datei) { feld->setText(datei); });
     auto* dateizeile = new QHBoxLayout;
     dateizeile->addWidget(felder.Datei, 1);
     dateizeile->addWidget(suchen);

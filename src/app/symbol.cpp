@@ -1,13 +1,15 @@
 #include "app/symbol.h"
 
+#include "platform/vektorbild.h"
+
 #include <QFile>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace tarvel {
@@ -18,6 +20,23 @@ namespace {
 
 QString dateiname(const QString& name) {
     return u":/tarvel/icons/%1.svg"_s.arg(name);
+}
+
+// Those of the pictures that stand in for the drawings in a build that cannot draw them.
+constexpr std::array Bildgrößen{16, 20, 24, 32, 48, 64, 96, 128, 256};
+
+QString dateiname(const QString& name, int größe) {
+    return u":/tarvel/icons/%1-%2.png"_s.arg(name).arg(größe);
+}
+
+bool vorhanden(const QString& name) {
+    return QFile::exists(kannSvg() ? dateiname(name) : dateiname(name, Bildgrößen.front()));
+}
+
+/// The black picture that is just large enough.
+QPixmap bildMindestens(const QString& name, int größe) {
+    const auto* passend = std::lower_bound(Bildgrößen.begin(), Bildgrößen.end() - 1, größe);
+    return QPixmap(dateiname(name, *passend));
 }
 
 QColor strichfarbe(QIcon::Mode mode) {
@@ -44,23 +63,31 @@ QColor strichfarbe(QIcon::Mode mode) {
 QPixmap zeichne(const QString& name, const QSize& size, const QColor& farbe) {
     QPixmap bild(size);
     bild.fill(Qt::transparent);
+    QPainter painter(&bild);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.setOpacity(farbe.alphaF());
+    const int kante = std::min(size.width(), size.height());
+    if (!kannSvg()) {
+        QRect feld(0, 0, kante, kante);
+        feld.moveCenter(bild.rect().center());
+        painter.drawPixmap(feld, bildMindestens(name, kante));
+        painter.setOpacity(1);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(bild.rect(), QColor(farbe.rgb()));
+        return bild;
+    }
     QFile datei(dateiname(name));
     if (!datei.open(QIODevice::ReadOnly)) {
         return bild;
     }
     QByteArray svg = datei.readAll();
     svg.replace("currentColor", farbe.name(QColor::HexRgb).toLatin1());
-    QSvgRenderer renderer(svg);
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-    QPainter painter(&bild);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(farbe.alphaF());
     QRectF feld(bild.rect());
-    if (std::min(size.width(), size.height()) == 16) {
+    if (kante == 16) {
         // The strokes are about one pixel wide here and their axes fall between two pixels.
         feld.translate(0.5, 0.5);
     }
-    renderer.render(&painter, feld);
+    Vektorbild(svg).male(painter, feld);
     return bild;
 }
 
@@ -107,11 +134,22 @@ QString SymbolEngine::iconName() {
 }
 
 bool SymbolEngine::isNull() {
-    return !QFile::exists(dateiname(name_));
+    return !vorhanden(name_);
 }
 
 QIcon symbol(const QString& name) {
-    return QFile::exists(dateiname(name)) ? QIcon(new SymbolEngine(name)) : QIcon();
+    return vorhanden(name) ? QIcon(new SymbolEngine(name)) : QIcon();
+}
+
+QIcon programmsymbol() {
+    if (kannSvg()) {
+        return QIcon(dateiname(u"tarvel"_s));
+    }
+    QIcon icon;
+    for (const int größe : Bildgrößen) {
+        icon.addFile(dateiname(u"tarvel"_s, größe));
+    }
+    return icon;
 }
 
 } // namespace tarvel

@@ -25,8 +25,11 @@ private:
     QString name_;
 };
 
-/// The symbol @p name (":/tarvel/icons/<name>.svg"), sharp at every size and pixel ratio. A null
+/// The symbol @p name (of data/icons), sharp at every size and pixel ratio. A null
 /// icon when there is none of that name, so that a button shows its text instead.
 [[nodiscard]] QIcon symbol(const QString& name);
+
+/// The program's own picture, in its colours.
+[[nodiscard]] QIcon programmsymbol();
 
 } // namespace tarvel

@@ -8,6 +8,7 @@
 #include "batch/uebersicht.h"
 #include "batch/zusammenfuehren.h"
 #include "measure/bildhoehe.h"
+#include "platform/prozess.h"
 #include "platform/uhr.h"
 
 #include <QFile>
@@ -18,24 +19,10 @@
 #include <exception>
 #include <memory>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace {
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
-
-bool istTerminal(FILE* datei) {
-#ifdef Q_OS_WIN
-    return _isatty(_fileno(datei)) != 0;
-#else
-    return isatty(fileno(datei)) != 0;
-#endif
-}
 
 /// Carries a command out.
 class Ausführung {
@@ -82,6 +69,7 @@ private:
 };
 
 int laufe(int argc, char** argv) {
+    öffneStrömeBinär();
     QFile ausgabe;
     QFile fehler;
     QFile eingabe;
@@ -89,11 +77,7 @@ int laufe(int argc, char** argv) {
     if (!ausgabe.open(stdout, QIODevice::WriteOnly) || !fehler.open(stderr, QIODevice::WriteOnly)) {
         return static_cast<int>(Status::NichtLesbar);
     }
-    QStringList argumente;
-    for (int i = 0; i < argc; ++i) {
-        argumente << QString::fromLocal8Bit(argv[i]);
-    }
-    const auto gelesen = leseAufruf(argumente);
+    const auto gelesen = leseAufruf(aufrufargumente(argc, argv));
     if (const auto* falsch = std::get_if<Aufruffehler>(&gelesen)) {
         fehler.write((u"tarvel-batch: "_s + sichtbar(falsch->text, true) +
                       u"\n'tarvel-batch --help' shows how it is used.\n"_s)

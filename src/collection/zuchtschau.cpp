@@ -475,7 +475,7 @@ void Zuchtschau::frageUndSpeichere() {
     const Texte& t = umgebung_.texte;
     QStringList muster;
     QStringList endungen;
-    for (const Diagrammformat format : Diagrammformate) {
+    for (const Diagrammformat format : diagrammformate()) {
         const QString endung = dateiendung(format);
         muster << t(Meldung::DiagrammDateien).arg(formatname(format)) + u" (*"_s + endung + u')';
         endungen << endung;

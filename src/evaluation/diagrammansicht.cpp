@@ -59,13 +59,14 @@ Diagrammansicht::Diagrammansicht(Art art, const Texte& texte, Dialoge& dialoge, 
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setContextMenuPolicy(Qt::ActionsContextMenu);
+    befehle_.resize(diagrammformate().size() + 1);
     for (std::size_t i = 0; i < befehle_.size(); ++i) {
         auto* befehl = new QAction(this);
         befehl->setObjectName(u"men_Diagramm_%1"_s.arg(i));
         addAction(befehl);
-        if (i < Diagrammformate.size()) {
+        if (i < diagrammformate().size()) {
             connect(befehl, &QAction::triggered, this,
-                    [this, format = Diagrammformate.at(i)] { frageUndSpeichere(format); });
+                    [this, format = diagrammformate().at(i)] { frageUndSpeichere(format); });
         } else {
             connect(befehl, &QAction::triggered, this, [this] { kopiere(); });
         }
@@ -261,9 +262,9 @@ void Diagrammansicht::beschrifte() {
     setAccessibleName(titel());
     setAccessibleDescription(std::visit([](const auto& bild) { return probe(bild); }, bild_) +
                              u'\n' + texte_(Text::HinweisKreuzZeigen));
-    for (std::size_t i = 0; i < Diagrammformate.size(); ++i) {
+    for (std::size_t i = 0; i < diagrammformate().size(); ++i) {
         befehle_.at(i)->setText(
-            texte_(Meldung::DiagrammSpeichern).arg(formatname(Diagrammformate.at(i))) + u" …"_s);
+            texte_(Meldung::DiagrammSpeichern).arg(formatname(diagrammformate().at(i))) + u" …"_s);
     }
     befehle_.back()->setText(texte_(Meldung::DiagrammKopieren) + u'\t' +
                              QKeySequence(QKeySequence::Copy).toString(QKeySequence::NativeText));

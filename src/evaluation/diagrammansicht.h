@@ -8,7 +8,6 @@
 
 #include <QWidget>
 
-#include <array>
 #include <functional>
 #include <utility>
 #include <variant>
@@ -27,8 +26,8 @@ class Diagrammansicht : public QWidget {
 public:
     enum class Art { Kurven, Korrel };
 
-    /// Object name "pic_Kurven" or "pic_Korrel"; its commands are men_Diagramm_0 to _3: save as
-    /// PNG, SVG, PDF, and copy.
+    /// Object name "pic_Kurven" or "pic_Korrel"; its commands are men_Diagramm_0 onwards: save in
+    /// each format that this build writes, and copy.
     Diagrammansicht(Art art, const Texte& texte, Dialoge& dialoge, QWidget* parent = nullptr);
 
     /// What the chart shows from now on. Its words are those of the program's language, its
@@ -101,7 +100,7 @@ private:
     int stelle_ = -1; ///< where the keyboard is; -1 before it was used
     QString vorschlag_;
     std::function<Bildunterschrift()> unterschrift_;
-    std::array<QAction*, 4> befehle_{};
+    std::vector<QAction*> befehle_;
 };
 
 } // namespace tarvel

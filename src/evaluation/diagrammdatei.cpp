@@ -2,11 +2,11 @@
 
 #include "evaluation/zeichenflaeche.h"
 #include "platform/dateiausgabe.h"
+#include "platform/vektorbild.h"
 
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSvgGenerator>
 
 #include <algorithm>
 #include <utility>
@@ -37,18 +37,6 @@ void alsPng(QIODevice& ziel, const QSizeF& größe, const QString& titel,
     bild.save(&ziel, "PNG");
 }
 
-void alsSvg(QIODevice& ziel, const QSizeF& größe, const QString& titel,
-            const Diagrammmaler& maler) {
-    const QRectF rahmen(QPointF(), aufBreite(größe, 900));
-    QSvgGenerator svg;
-    svg.setOutputDevice(&ziel);
-    svg.setTitle(titel);
-    svg.setSize(rahmen.size().toSize());
-    svg.setViewBox(rahmen);
-    QPainter painter(&svg);
-    maler(painter, rahmen);
-}
-
 void alsPdf(QIODevice& ziel, const QSizeF& größe, const QString& titel,
             const Diagrammmaler& maler) {
     QPdfWriter pdf(&ziel);
@@ -62,6 +50,13 @@ void alsPdf(QIODevice& ziel, const QSizeF& größe, const QString& titel,
 
 } // namespace
 
+const std::vector<Diagrammformat>& diagrammformate() {
+    static const std::vector<Diagrammformat> formate =
+        kannSvg() ? std::vector{Diagrammformat::PNG, Diagrammformat::SVG, Diagrammformat::PDF}
+                  : std::vector{Diagrammformat::PNG, Diagrammformat::PDF};
+    return formate;
+}
+
 QString formatname(Diagrammformat format) {
     return format == Diagrammformat::PNG   ? u"PNG"_s
            : format == Diagrammformat::SVG ? u"SVG"_s
@@ -73,11 +68,11 @@ QString dateiendung(Diagrammformat format) {
 }
 
 Diagrammformat formatNach(const QString& pfad) {
-    const auto ort =
-        std::find_if(Diagrammformate.begin(), Diagrammformate.end(), [&](Diagrammformat format) {
-            return pfad.endsWith(dateiendung(format), Qt::CaseInsensitive);
-        });
-    return ort == Diagrammformate.end() ? Diagrammformat::PNG : *ort;
+    const auto& formate = diagrammformate();
+    const auto ort = std::find_if(formate.begin(), formate.end(), [&](Diagrammformat format) {
+        return pfad.endsWith(dateiendung(format), Qt::CaseInsensitive);
+    });
+    return ort == formate.end() ? Diagrammformat::PNG : *ort;
 }
 
 Diagrammmaler mitUnterschrift(Diagrammmaler maler, Bildunterschrift unterschrift,
@@ -138,7 +133,7 @@ QString speichereDiagramm(const QString& pfad, Diagrammformat format, const QSiz
         alsPng(inhalt, größe, titel, maler);
         break;
     case Diagrammformat::SVG:
-        alsSvg(inhalt, größe, titel, maler);
+        schreibeSvg(inhalt, aufBreite(größe, 900), titel, maler);
         break;
     case Diagrammformat::PDF:
         alsPdf(inhalt, größe, titel, maler);

@@ -7,8 +7,8 @@
 #include <QSizeF>
 #include <QString>
 
-#include <array>
 #include <functional>
+#include <vector>
 
 class QPainter;
 
@@ -17,8 +17,8 @@ namespace tarvel {
 /// What a chart can be saved as.
 enum class Diagrammformat { PNG, SVG, PDF };
 
-inline constexpr std::array Diagrammformate{Diagrammformat::PNG, Diagrammformat::SVG,
-                                            Diagrammformat::PDF};
+/// Those that this build writes.
+[[nodiscard]] const std::vector<Diagrammformat>& diagrammformate();
 
 /// "PNG".
 [[nodiscard]] QString formatname(Diagrammformat format);

@@ -1,29 +1,10 @@
 #include "measure/tasten.h"
 
-#include <QGuiApplication>
+#include "platform/ziffernplatz.h"
 
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Digit 1 to 8 that stands on the key of the main keyboard whatever the layout; 0 for other keys.
-int zifferNachPlatz(const QKeyEvent& ereignis) {
-#ifdef Q_OS_WIN
-    const int platz = static_cast<int>(ereignis.nativeVirtualKey()) - 0x30;
-#else
-    const QString plattform = QGuiApplication::platformName();
-    if (plattform != "xcb"_L1 && !plattform.startsWith("wayland"_L1)) {
-        return 0;
-    }
-    constexpr int PlatzDerEins = 10; // scan code of the key "1" in the X keyboard protocol
-    const int platz = static_cast<int>(ereignis.nativeScanCode()) - PlatzDerEins + 1;
-#endif
-    return platz >= 1 && platz <= Messpunkte::Anzahl ? platz : 0;
-}
-
-} // namespace
 
 int tastencode(const QKeyEvent& ereignis) {
     const int key = ereignis.key();
@@ -49,7 +30,7 @@ int tastencode(const QKeyEvent& ereignis) {
     default:
         break;
     }
-    const int ziffer = zifferNachPlatz(ereignis);
+    const int ziffer = ziffernplatz(ereignis);
     return ziffer == 0 ? 0 : taste::Eins + ziffer - 1;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <QtGlobal>
 
@@ -18,7 +19,12 @@ struct Dateistand {
     bool operator==(const Dateistand&) const = default;
 
     /// True when a change at this moment could leave the times as they are: clocks of drives tick.
-    [[nodiscard]] bool frisch() const;
+    [[nodiscard]] bool frisch() const {
+        constexpr qint64 EinTick = 20;
+        constexpr qint64 NanosekundenJeMillisekunde = 1'000'000;
+        return qAbs(QDateTime::currentMSecsSinceEpoch() - angefasst / NanosekundenJeMillisekunde) <=
+               EinTick;
+    }
 };
 
 /// The state of @p pfad, or of what it links to; nullopt when there is no such file.

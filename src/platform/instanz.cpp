@@ -5,6 +5,10 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#ifndef Q_OS_WIN
+#include <unistd.h>
+#endif
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -42,6 +46,23 @@ QString Instanz::eigenerPfad(const QString& ordner, const QString& endung) {
     const QByteArray kennung =
         QCryptographicHash::hash(echter.toUtf8(), QCryptographicHash::Sha1).toHex().first(16);
     return eigenerOrdner() + "/tarvel-"_L1 + QLatin1StringView(kennung) + endung;
+}
+
+QString Instanz::verbindungsname(const QString& ordner) {
+    const QString pfad = eigenerPfad(ordner, u".socket"_s);
+#ifdef Q_OS_WIN
+    return QFileInfo(pfad).fileName();
+#else
+    return pfad;
+#endif
+}
+
+bool Instanz::istEigene([[maybe_unused]] const QString& verbindungsname) {
+#ifdef Q_OS_WIN
+    return true;
+#else
+    return QFileInfo(verbindungsname).ownerId() == ::geteuid();
+#endif
 }
 
 Instanz::Instanz(const QString& ordner)

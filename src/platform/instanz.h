@@ -21,6 +21,10 @@ public:
 
     /// A path in the user's own folder for running programs that goes with @p ordner alone.
     [[nodiscard]] static QString eigenerPfad(const QString& ordner, const QString& endung);
+    /// The address at which the first program of a settings folder listens for those after it.
+    [[nodiscard]] static QString verbindungsname(const QString& ordner);
+    /// False when somebody else may listen there: where all users write into one folder.
+    [[nodiscard]] static bool istEigene(const QString& verbindungsname);
 
 private:
     std::unique_ptr<QLockFile> sperre_;

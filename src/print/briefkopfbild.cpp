@@ -9,7 +9,6 @@
 #include <QFontMetricsF>
 #include <QImageReader>
 #include <QPainter>
-#include <QSvgRenderer>
 
 #include <algorithm>
 #include <cmath>
@@ -119,11 +118,6 @@ Meldung meldung(Grafikfehler fehler) {
                                                  : Meldung::BildKeinBild;
 }
 
-Briefkopfgrafik::Briefkopfgrafik() = default;
-Briefkopfgrafik::Briefkopfgrafik(Briefkopfgrafik&&) noexcept = default;
-Briefkopfgrafik& Briefkopfgrafik::operator=(Briefkopfgrafik&&) noexcept = default;
-Briefkopfgrafik::~Briefkopfgrafik() = default;
-
 Briefkopfgrafik::Briefkopfgrafik(const Briefkopf& kopf) {
     const QString datei = kopf.Ikone == Verband::Andere ? kopf.Datei : emblem(kopf.Ikone);
     if (datei.isEmpty()) {
@@ -133,8 +127,8 @@ Briefkopfgrafik::Briefkopfgrafik(const Briefkopf& kopf) {
         fehler_ = Grafikfehler::NichtGefunden;
     } else if (datei.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
         Zeichnung zeichnung = leseZeichnung(datei);
-        zeichnung_ = std::move(zeichnung.maler);
-        format_ = zeichnung_ ? zeichnung_->viewBoxF().size() : QSizeF();
+        zeichnung_ = std::move(zeichnung.bild);
+        format_ = zeichnung_.format();
         fehler_ = zeichnung.zuAufwendig ? Grafikfehler::ZuAufwendig : Grafikfehler::KeinBild;
     } else {
         bild_ = leseBild(datei);
@@ -150,8 +144,8 @@ void Briefkopfgrafik::paint(QPainter& painter, const QRectF& rahmen) const {
     if (!vorhanden()) {
         return;
     }
-    if (zeichnung_) {
-        zeichnung_->render(&painter, rahmen);
+    if (zeichnung_.gültig()) {
+        zeichnung_.male(painter, rahmen);
     } else {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(rahmen, bild_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lang/meldungen.h"
+#include "platform/vektorbild.h"
 #include "print/briefkopf.h"
 
 #include <QImage>
@@ -8,10 +9,7 @@
 #include <QSizeF>
 #include <QString>
 
-#include <memory>
-
 class QPainter;
-class QSvgRenderer;
 
 namespace tarvel {
 
@@ -31,11 +29,8 @@ enum class Grafikfehler {
 /// The graphic of a letterhead, read once and painted often: an emblem or a picture file.
 class Briefkopfgrafik {
 public:
-    Briefkopfgrafik();
+    Briefkopfgrafik() = default;
     explicit Briefkopfgrafik(const Briefkopf& kopf);
-    Briefkopfgrafik(Briefkopfgrafik&&) noexcept;
-    Briefkopfgrafik& operator=(Briefkopfgrafik&&) noexcept;
-    ~Briefkopfgrafik();
 
     /// False when there is nothing to paint: no file was chosen, or it is no readable picture.
     [[nodiscard]] bool vorhanden() const { return format_.isValid() && !format_.isEmpty(); }
@@ -45,7 +40,7 @@ public:
     [[nodiscard]] QRectF rahmen(const Briefkopf& kopf) const;
 
 private:
-    std::unique_ptr<QSvgRenderer> zeichnung_;
+    Vektorbild zeichnung_;
     QImage bild_;
     QSizeF format_;
     Grafikfehler fehler_ = Grafikfehler::Keiner;

@@ -173,22 +173,21 @@ Zeichnung leseZeichnung(const QString& datei) {
     }
     const QByteArray bytes = quelle.read(GrößteZeichnung + 1);
     if (bytes.size() > GrößteZeichnung || !istSchlicht(bytes) || !istGenügsam(bytes)) {
-        return {.maler = {}, .zuAufwendig = true};
+        return {.bild = {}, .zuAufwendig = true};
     }
-    auto maler = std::make_unique<QSvgRenderer>(bytes);
-    maler->setAspectRatioMode(Qt::KeepAspectRatio);
-    if (!maler->isValid()) {
+    Vektorbild bild(bytes);
+    if (!bild.gültig()) {
         return {};
     }
-    const Malaufwand nötig = malaufwand(Blatt, [&maler](QPainter& painter) {
+    const Malaufwand nötig = malaufwand(Blatt, [&bild](QPainter& painter) {
         painter.setRenderHint(QPainter::Antialiasing);
-        maler->render(&painter, QRectF(QPointF(), Blatt));
+        bild.male(painter, QRectF(QPointF(), Blatt));
     });
     if (nötig.fläche > Höchstens.fläche || nötig.umriss > Höchstens.umriss ||
         nötig.teile > Höchstens.teile) {
-        return {.maler = {}, .zuAufwendig = true};
+        return {.bild = {}, .zuAufwendig = true};
     }
-    return {.maler = std::move(maler)};
+    return {.bild = std::move(bild)};
 }
 
 } // namespace tarvel

@@ -1,16 +1,15 @@
 #pragma once
 
-#include <QString>
-#include <QSvgRenderer>
+#include "platform/vektorbild.h"
 
-#include <memory>
+#include <QString>
 
 namespace tarvel {
 
 /// A drawing for a letterhead, or none.
 struct Zeichnung {
-    std::unique_ptr<QSvgRenderer> maler; ///< keeps its proportions
-    bool zuAufwendig = false;            ///< it is one, but not shown
+    Vektorbild bild;
+    bool zuAufwendig = false; ///< it is one, but not shown
 };
 
 /// Reads a drawing that needs nothing but itself and is painted in about a second at the most,

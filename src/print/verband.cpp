@@ -2,6 +2,8 @@
 
 #include "lang/meldungen.h"
 
+#include <QFile>
+
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
@@ -17,13 +19,19 @@ QStringList verbandsnamen(const Texte& texte) {
 }
 
 QString emblem(Verband verband) {
+    // A build that cannot draw brings pictures of the drawings.
+    const auto datei = [](const QString& name) {
+        const QString zeichnung = u":/tarvel/emblems/"_s + name + u".svg"_s;
+        return QFile::exists(zeichnung) ? zeichnung
+                                        : u":/tarvel/emblems/"_s + name + u"-1200.png"_s;
+    };
     switch (verband) {
     case Verband::Biene:
-        return u":/tarvel/emblems/biene.svg"_s;
+        return datei(u"biene"_s);
     case Verband::Wabe:
-        return u":/tarvel/emblems/wabe.svg"_s;
+        return datei(u"wabe"_s);
     case Verband::Flügel:
-        return u":/tarvel/emblems/fluegel.svg"_s;
+        return datei(u"fluegel"_s);
     case Verband::Andere:
         return {};
     }

@@ -1,5 +1,6 @@
 #include "results/dateizugang.h"
 
+#include "platform/systemrufe.h"
 #include "results/begleitdateien.h"
 
 #include <sqlite3.h>
@@ -8,12 +9,6 @@
 
 #include <list>
 #include <mutex>
-
-#ifdef Q_OS_UNIX
-#include <cerrno>
-#include <cstdarg>
-#include <fcntl.h>
-#endif
 
 namespace tarvel {
 
@@ -33,12 +28,6 @@ sqlite3_vfs* systemzugang() {
     return sqlite3_vfs_find(nullptr);
 }
 
-#ifdef Q_OS_UNIX
-constexpr int Unterbrochen = EINTR;
-#else
-constexpr int Unterbrochen = -1; // happens to nobody
-#endif
-
 /// Passes on how a call ended, and keeps why the system failed it. One that a signal interrupted is
 /// made again, as the engine does with some of them only.
 template <typename Ruf>
@@ -50,7 +39,7 @@ int gemerkt(Ruf&& ruf) {
             return stand;
         }
         const int grund = system->xGetLastError(system, 0, nullptr);
-        if (grund != Unterbrochen) {
+        if (!warUnterbrochen(grund)) {
             merke(grund);
             return stand;
         }
@@ -132,52 +121,16 @@ int entferne(sqlite3_vfs* /*zugang*/, const char* name, int bleibend) {
     return gemerkt([&] { return zugang->xDelete(zugang, name, bleibend); });
 }
 
-#ifdef Q_OS_UNIX
-using Fcntl = int (*)(int, int, ...);
-Fcntl systemFcntl = nullptr;
-using Open = int (*)(const char*, int, int);
-Open systemOpen = nullptr;
-
-/// The engine takes a system without locks for another program that holds one.
-int fcntlMitGrund(int datei, int was, ...) {
-    va_list rest;
-    va_start(rest, was);
-    void* wert = va_arg(rest, void*);
-    va_end(rest);
-    const int ergebnis = systemFcntl(datei, was, wert);
-    if (ergebnis < 0 && errno == ENOLCK) {
-        errno = EIO;
-    }
-    return ergebnis;
-}
-
-/// The engine tries to read what it could not make, which fails for another reason.
-int openMitGrund(const char* pfad, int art, int rechte) {
-    const int ergebnis = systemOpen(pfad, art, rechte);
-    if (ergebnis < 0 && (art & O_CREAT) != 0 && errno != EINTR) {
-        merke(errno);
-    }
-    return ergebnis;
-}
-#endif
-
 void fragNachGründen(sqlite3_vfs* zugang) {
-#ifdef Q_OS_UNIX
     if (zugang->iVersion < 3 || zugang->xGetSystemCall == nullptr) {
         return;
     }
-    const auto nimm = [zugang](const char* ruf, auto& bisher, auto neuer) {
-        bisher =
-            reinterpret_cast<std::decay_t<decltype(bisher)>>(zugang->xGetSystemCall(zugang, ruf));
-        if (bisher != nullptr) {
-            zugang->xSetSystemCall(zugang, ruf, reinterpret_cast<sqlite3_syscall_ptr>(neuer));
+    for (const Ersatzruf& ruf : ersatzrufe(merke)) {
+        *ruf.bisher = zugang->xGetSystemCall(zugang, ruf.name);
+        if (*ruf.bisher != nullptr) {
+            zugang->xSetSystemCall(zugang, ruf.name, ruf.neu);
         }
-    };
-    nimm("fcntl", systemFcntl, fcntlMitGrund);
-    nimm("open", systemOpen, openMitGrund);
-#else
-    (void)zugang;
-#endif
+    }
 }
 
 } // namespace
