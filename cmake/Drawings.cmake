@@ -23,3 +23,18 @@ function(tarvel_drawings target folder)
   qt_add_resources(${target} tarvel_${folder} PREFIX /tarvel
     BASE ${CMAKE_CURRENT_BINARY_DIR}/pictures FILES ${pictures})
 endfunction()
+
+# tarvel_windows_resources(<target>): icon, version and manifest of a program for Windows.
+function(tarvel_windows_resources target)
+  if(NOT WIN32)
+    return()
+  endif()
+  enable_language(RC)
+  set(TARVEL_ICON ${PROJECT_SOURCE_DIR}/packaging/windows/tarvel.ico)
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/windows/tarvel.rc.in
+    ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  if(MSVC)
+    target_link_options(${target} PRIVATE /MANIFEST:NO)
+  endif()
+endfunction()

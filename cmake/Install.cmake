@@ -32,6 +32,32 @@ install(FILES data/musterblatt.png DESTINATION ${TARVEL_DATA_DIR})
 
 if(WIN32)
   install(FILES LICENSE DESTINATION .)
+  # The toolkit beside the program, as much of it as the program uses.
+  set(qt ${QT6_INSTALL_PREFIX})
+  foreach(module Core Gui Network PrintSupport Widgets Svg)
+    if(TARGET Qt6::${module})
+      install(FILES $<TARGET_FILE:Qt6::${module}> DESTINATION .)
+    endif()
+  endforeach()
+  install(FILES ${qt}/plugins/platforms/qwindows.dll ${qt}/plugins/platforms/qoffscreen.dll
+    DESTINATION platforms) # tarvel-batch paints off screen
+  install(FILES ${qt}/plugins/styles/qwindowsvistastyle.dll DESTINATION styles)
+  install(FILES ${qt}/plugins/imageformats/qgif.dll ${qt}/plugins/imageformats/qjpeg.dll
+    ${qt}/plugins/imageformats/qtiff.dll DESTINATION imageformats)
+  install(FILES ${qt}/plugins/imageformats/qsvg.dll DESTINATION imageformats OPTIONAL)
+  set(TARVEL_QT_TRANSLATIONS ${qt}/translations CACHE PATH "Where qtbase_de.qm and qtbase_fr.qm are")
+  install(FILES ${TARVEL_QT_TRANSLATIONS}/qtbase_de.qm ${TARVEL_QT_TRANSLATIONS}/qtbase_fr.qm
+    DESTINATION translations)
+  if(MINGW)
+    foreach(runtime libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+      execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime}
+        OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
+      install(FILES ${file} DESTINATION .)
+    endforeach()
+  else()
+    set(CMAKE_INSTALL_SYSTEM_RUNTIME_DESTINATION .)
+    include(InstallRequiredSystemLibraries)
+  endif()
   return()
 endif()
 

@@ -26,6 +26,7 @@
 #include <QTemporaryDir>
 #include <QTextDocumentFragment>
 #include <QTextStream>
+#include <QThread>
 #include <QTimer>
 
 #include <algorithm>
@@ -252,6 +253,27 @@ private:
 
     void löseAus(const QString& aktion) { kind<QAction>(aktion).trigger(); }
 
+    /// Triggers a command that opens a window, and does something with that as soon as it waits for
+    /// an answer. Not before: some systems run timers while they show a window, and one that is
+    /// closed then never returns.
+    template <typename Tu>
+    void mitFenster(QAction& befehl, const Tu& tu) {
+        const int vorher = QThread::currentThread()->loopLevel();
+        QTimer blick;
+        bool da = false;
+        QObject::connect(&blick, &QTimer::timeout, &blick, [&] {
+            auto* fenster = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (fenster != nullptr && QThread::currentThread()->loopLevel() > vorher) {
+                blick.stop();
+                da = true;
+                tu(*fenster);
+            }
+        });
+        blick.start(0);
+        befehl.trigger();
+        fehler_ += da ? 0 : 1;
+    }
+
     /// A text that wraps takes a second turn until it has its height.
     static void zeigeAn() {
         QCoreApplication::processEvents();
@@ -456,16 +478,10 @@ private:
             löseAus(befehl);
             halteFest(hg(), bild);
         }
-        QTimer::singleShot(0, &hg(), [this] {
-            auto* drucken = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (drucken == nullptr) {
-                ++fehler_;
-                return;
-            }
-            halteFest(*drucken, u"drucken"_s);
-            drucken->findChild<QPushButton*>(u"bef_PDF"_s)->click();
+        mitFenster(kind<QAction>(u"men_Datei_8"_s), [this](QDialog& drucken) {
+            halteFest(drucken, u"drucken"_s);
+            drucken.findChild<QPushButton*>(u"bef_PDF"_s)->click();
         });
-        löseAus(u"men_Datei_8"_s);
         fehler_ += QFile::exists(ziel_.filePath(u"protokoll.pdf"_s)) ? 0 : 1;
     }
 
@@ -482,18 +498,12 @@ private:
 
     /// The list of examinations, and one of them opened by its button.
     void zeigeDatenbank() {
-        QTimer::singleShot(0, &hg(), [this] {
-            auto* db = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (db == nullptr) {
-                ++fehler_;
-                return;
-            }
-            db->resize(1000, 480);
-            halteFest(*db, u"datenbank"_s);
-            zeigeSammlung(*db);
-            db->findChild<QPushButton*>(u"bef_Öffnen"_s)->click();
+        mitFenster(kind<QAction>(u"men_Datei_1"_s), [this](QDialog& db) {
+            db.resize(1000, 480);
+            halteFest(db, u"datenbank"_s);
+            zeigeSammlung(db);
+            db.findChild<QPushButton*>(u"bef_Öffnen"_s)->click();
         });
-        löseAus(u"men_Datei_1"_s);
     }
 
     /// What another collection would bring, and what lies in the bin.
@@ -524,13 +534,11 @@ private:
         dialoge_.setzeSammlung(pfad);
         for (const auto& [befehl, bild] : {std::pair(u"men_Tabelle_9"_s, u"zusammenfuehren"_s),
                                            {u"men_Tabelle_8"_s, u"papierkorb"_s}}) {
-            QTimer::singleShot(0, &db, [this, name = bild] {
-                auto* fenster = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-                fenster->resize(940, 440);
-                halteFest(*fenster, name);
-                fenster->reject();
+            mitFenster(*db.findChild<QAction*>(befehl), [this, name = bild](QDialog& fenster) {
+                fenster.resize(940, 440);
+                halteFest(fenster, name);
+                fenster.reject();
             });
-            db.findChild<QAction*>(befehl)->trigger();
         }
         dialoge_.setzeSammlung({});
     }
