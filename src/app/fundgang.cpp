@@ -15,6 +15,12 @@ constexpr float GroßerFehler = 3;
 
 } // namespace
 
+std::optional<int> passendeAuflösung(const Arbeitsplatz& arbeitsplatz, const Flügelfunde& funde) {
+    return arbeitsplatz.untersuchung().angaben().Tiere == Geschlecht::Drohnen
+               ? std::nullopt
+               : funde.passendeAuflösung();
+}
+
 Fundgang::Fundgang(const Arbeitsplatz& arbeitsplatz, const Fensterfläche& fläche,
                    Hinweisgeber& hinweise)
     : arbeitsplatz_(arbeitsplatz)
@@ -30,7 +36,7 @@ void Fundgang::sage() {
                                                                : Meldung::ErkennungBeschädigt);
     }
     const int dpi = arbeitsplatz_.messung().aufnahme().dpi;
-    if (const auto passend = funde.passendeAuflösung(); passend && *passend != dpi) {
+    if (const auto passend = passendeAuflösung(arbeitsplatz_, funde); passend && *passend != dpi) {
         hinweise_.zeige(
             {Meldung::FlügelauflösungAnders, {QString::number(*passend), QString::number(dpi)}});
     }
