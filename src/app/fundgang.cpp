@@ -26,7 +26,7 @@ Fundgang::Fundgang(const Arbeitsplatz& arbeitsplatz, const Fensterfläche& fläc
     : arbeitsplatz_(arbeitsplatz)
     , fläche_(fläche)
     , hinweise_(hinweise) {
-    fläche_.messplatz->beiVorschlag([this](const Flügelfund& fund) { return vorbehalte(fund); });
+    fläche_.messplatz->beiVorschlag([this](const Flügelfund& fund) { return vorbehalte(&fund); });
 }
 
 void Fundgang::sage() {
@@ -45,16 +45,19 @@ void Fundgang::sage() {
 void Fundgang::folge(const Änderung& änderung) {
     if (änderung.Untersuchung) {
         gesagt_.clear();
+    } else if (änderung.Angaben && arbeitsplatz_.messung().punkte().vorgeschlagen()) {
+        hinweise_.zeigeSätze(vorbehalte(nullptr));
     }
 }
 
-std::vector<Hinweis> Fundgang::vorbehalte(const Flügelfund& fund) {
+std::vector<Hinweis> Fundgang::vorbehalte(const Flügelfund* fund) {
     const Kolonieangaben& angaben = arbeitsplatz_.untersuchung().angaben();
     std::vector<Hinweis> sätze;
     for (const auto& [gilt, meldung] :
          {std::pair{angaben.Tiere == Geschlecht::Drohnen, Meldung::VorschlagBeiDrohnen},
           {angaben.Rasse != GelernteRasse, Meldung::VorschlagAndereRasse},
-          {fund.vorschlag.mittlererFehler() > GroßerFehler, Meldung::VorschlagUnsicher}}) {
+          {fund != nullptr && fund->vorschlag.mittlererFehler() > GroßerFehler,
+           Meldung::VorschlagUnsicher}}) {
         if (gilt && gesagt_.insert(meldung).second) {
             sätze.emplace_back(meldung);
         }

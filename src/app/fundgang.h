@@ -30,7 +30,8 @@ public:
     void folge(const Änderung& änderung);
 
 private:
-    [[nodiscard]] std::vector<Hinweis> vorbehalte(const Flügelfund& fund);
+    /// Of proposals for the sample, and for the wing @p fund; each is given once a sample.
+    [[nodiscard]] std::vector<Hinweis> vorbehalte(const Flügelfund* fund);
 
     const Arbeitsplatz& arbeitsplatz_;
     const Fensterfläche& fläche_;

@@ -423,6 +423,8 @@ TEST_F(Fundetest, whatWasNotLearnt_isSaidOnceASample) {
     wähle(u"men_Datei_0"_s);
     taste(Qt::Key_P);
     EXPECT_THAT(hinweis().toStdString(), HasSubstr("Carnica"));
+    QTest::keyClick(&kind<QComboBox>(u"cbo_Geschlecht"_s), Qt::Key_Down); // as the proposal stands
+    EXPECT_THAT(hinweis().toStdString(), HasSubstr("Drohnen"));
 }
 
 TEST_F(Fundetest, fullSeries_givesNoNumbers_andRefuses) {
