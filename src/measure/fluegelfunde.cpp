@@ -278,6 +278,12 @@ void Flügelfunde::nummeriere() {
     for (std::size_t i = 0; i < funde_.size(); ++i) {
         gemessen_[i] =
             gemessenerFlügel(reihe_, offen_.pfad(), messung_.bild(), funde_[i].vorschlag.punkte);
+    }
+    // From the one on that shows by itself after the last one that was measured.
+    const std::optional<std::size_t> letzter = gemessener(reihe_.letzteNummer());
+    const std::size_t erster = letzter ? *letzter + 1 : 0;
+    for (std::size_t n = 0; n < funde_.size(); ++n) {
+        const std::size_t i = (erster + n) % funde_.size();
         if (gemessen_[i] == 0) {
             nummern_[i] = nächste <= Messreihe::HöchsteFlügelzahl ? nächste++ : -1;
         }

@@ -60,8 +60,8 @@ public:
     void halte();
 
     [[nodiscard]] const std::vector<Flügelfund>& alle() const { return funde_; }
-    /// The number that each wing is likely to get, 0 for those measured, and -1 where the series
-    /// has no room.
+    /// The number that each wing is likely to get when one goes on after the last one measured; 0
+    /// for those measured, and -1 where the series has no room.
     [[nodiscard]] const std::vector<int>& nummern() const { return nummern_; }
     /// How many are not measured.
     [[nodiscard]] int offene() const;
