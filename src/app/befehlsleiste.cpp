@@ -120,7 +120,7 @@ const std::vector<Befehl>& befehle() {
 
         {Bearbeiten, BearbeitenRückgängig, {Meldung::Rückgängig, Meldung::TippRückgängig, {QKeySequence::Undo}}, u"rueckgaengig", {}, {},
          [](Lage l, int) { return l.rückgängig; }},
-        {Bearbeiten, BearbeitenWiederherstellen, {Meldung::Wiederherstellen, Meldung::TippWiederherstellen, {strgUmschalt(Qt::Key_Z)}}, {}, {}, {},
+        {Bearbeiten, BearbeitenWiederherstellen, {Meldung::Wiederherstellen, Meldung::TippWiederherstellen, {strgUmschalt(Qt::Key_Z), strg(Qt::Key_Y)}}, {}, {}, {},
          [](Lage l, int) { return l.wiederherstellbar; }},
         {Bearbeiten, 2, {Text::MesspunkteLöschen, Meldung::TippNeuerFlügel, {strg(Qt::Key_Backspace)}}, u"neuer-fluegel", Knopf{3, 2, 3}, {},
          [](Lage l, int) { return l.amMessplatz && l.mitBild; }, {}, true},

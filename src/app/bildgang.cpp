@@ -1,5 +1,6 @@
 #include "app/bildgang.h"
 
+#include "app/fundgang.h"
 #include "measure/aufloesungsfenster.h"
 #include "measure/bildzugang.h"
 #include "measure/messleiste.h"
@@ -67,9 +68,9 @@ void Bildgang::folge(const Änderung& änderung) {
 }
 
 void Bildgang::zeige() {
-    fläche_.messleiste->zeigeAuflösung(arbeitsplatz_.messung().aufnahme().dpi,
-                                       fläche_.messplatz->bild().auflösung(),
-                                       fläche_.messplatz->funde().passendeAuflösung());
+    fläche_.messleiste->zeigeAuflösung(
+        arbeitsplatz_.messung().aufnahme().dpi, fläche_.messplatz->bild().auflösung(),
+        passendeAuflösung(arbeitsplatz_, fläche_.messplatz->funde()));
 }
 
 void Bildgang::merke() {

@@ -105,8 +105,7 @@ void Flügelbefehle::löscheAlle() {
 }
 
 void Flügelbefehle::missNach() {
-    tarvel::missNach(umgebung_, arbeitsplatz_.reihe(), fläche_.messplatz->flügelbilder(),
-                     *fläche_.messplatz->window());
+    tarvel::missNach(umgebung_, arbeitsplatz_.reihe(), *fläche_.messplatz);
 }
 
 void Flügelbefehle::wiederhole() {

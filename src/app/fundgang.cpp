@@ -15,12 +15,18 @@ constexpr float GroßerFehler = 3;
 
 } // namespace
 
+std::optional<int> passendeAuflösung(const Arbeitsplatz& arbeitsplatz, const Flügelfunde& funde) {
+    return arbeitsplatz.untersuchung().angaben().Tiere == Geschlecht::Drohnen
+               ? std::nullopt
+               : funde.passendeAuflösung();
+}
+
 Fundgang::Fundgang(const Arbeitsplatz& arbeitsplatz, const Fensterfläche& fläche,
                    Hinweisgeber& hinweise)
     : arbeitsplatz_(arbeitsplatz)
     , fläche_(fläche)
     , hinweise_(hinweise) {
-    fläche_.messplatz->beiVorschlag([this](const Flügelfund& fund) { return vorbehalte(fund); });
+    fläche_.messplatz->beiVorschlag([this](const Flügelfund& fund) { return vorbehalte(&fund); });
 }
 
 void Fundgang::sage() {
@@ -30,7 +36,7 @@ void Fundgang::sage() {
                                                                : Meldung::ErkennungBeschädigt);
     }
     const int dpi = arbeitsplatz_.messung().aufnahme().dpi;
-    if (const auto passend = funde.passendeAuflösung(); passend && *passend != dpi) {
+    if (const auto passend = passendeAuflösung(arbeitsplatz_, funde); passend && *passend != dpi) {
         hinweise_.zeige(
             {Meldung::FlügelauflösungAnders, {QString::number(*passend), QString::number(dpi)}});
     }
@@ -39,16 +45,19 @@ void Fundgang::sage() {
 void Fundgang::folge(const Änderung& änderung) {
     if (änderung.Untersuchung) {
         gesagt_.clear();
+    } else if (änderung.Angaben && arbeitsplatz_.messung().punkte().vorgeschlagen()) {
+        hinweise_.zeigeSätze(vorbehalte(nullptr));
     }
 }
 
-std::vector<Hinweis> Fundgang::vorbehalte(const Flügelfund& fund) {
+std::vector<Hinweis> Fundgang::vorbehalte(const Flügelfund* fund) {
     const Kolonieangaben& angaben = arbeitsplatz_.untersuchung().angaben();
     std::vector<Hinweis> sätze;
     for (const auto& [gilt, meldung] :
          {std::pair{angaben.Tiere == Geschlecht::Drohnen, Meldung::VorschlagBeiDrohnen},
           {angaben.Rasse != GelernteRasse, Meldung::VorschlagAndereRasse},
-          {fund.vorschlag.mittlererFehler() > GroßerFehler, Meldung::VorschlagUnsicher}}) {
+          {fund != nullptr && fund->vorschlag.mittlererFehler() > GroßerFehler,
+           Meldung::VorschlagUnsicher}}) {
         if (gilt && gesagt_.insert(meldung).second) {
             sätze.emplace_back(meldung);
         }

@@ -160,13 +160,19 @@ bool Hinweisgeber::gilt(Meldung meldung, const Hinweis& hinweis) const {
     switch (meldung) {
     case Meldung::AuflösungZuGering:
     case Meldung::BildMitAuflösung:
+    case Meldung::FundKeiner:
     case Meldung::RadialzelleUnmöglich:
         return nennt(0, dpi);
     case Meldung::BildauflösungHinweis:
     case Meldung::FlügelauflösungAnders:
         return nennt(1, dpi);
+    case Meldung::PunkteVorgeschlagenFraglich: {
+        const QStringList nummern = std::get<QString>(hinweis.argumente.front()).split(u", "_s);
+        return std::all_of(nummern.begin(), nummern.end(), [&messung](const QString& nummer) {
+            return messung.punkte().Herkunft.at(nummer.toUInt()) == Punktherkunft::Vorgeschlagen;
+        });
+    }
     case Meldung::PunkteVorgeschlagen:
-    case Meldung::PunkteVorgeschlagenFraglich:
     case Meldung::VorschlagErstAnsehen:
     case Meldung::VorschlagBeiDrohnen:
     case Meldung::VorschlagAndereRasse:

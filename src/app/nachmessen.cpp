@@ -1,7 +1,6 @@
 #include "app/nachmessen.h"
 
-#include "detect/bildpixel.h"
-#include "detect/fluegelerkennung.h"
+#include "measure/messplatz.h"
 #include "measure/nachmessfenster.h"
 #include "measure/statistik.h"
 
@@ -33,12 +32,12 @@ QRect ausschnitt(const Flügelmessung& flügel) {
     return QRectF(mitte.x() - r, mitte.y() - r, 2 * r, 2 * r).toAlignedRect();
 }
 
-/// The indices of the points that the program proposes for the wing.
-std::optional<Indizes> vorschlag(const Flügelerkennung& erkennung, const Flügelmessung& flügel,
-                                 const QImage& bild, QPointF ursprung) {
-    Suchverlauf verlauf;
-    const QPolygonF orte = punkte(flügel).translated(-ursprung);
-    for (const Flügelfund& fund : erkennung.finde(Bildpixel(bild), flügel.aufnahme.dpi, verlauf)) {
+/// The indices of the points that the program proposes for the wing, of those @p funde on its part
+/// of the scan.
+std::optional<Indizes> vorschlag(const Flügelmessung& flügel,
+                                 const std::vector<Flügelfund>& funde) {
+    const QPolygonF orte = punkte(flügel).translated(-QPointF(ausschnitt(flügel).topLeft()));
+    for (const Flügelfund& fund : funde) {
         // Found where it was measured: its points lie within the outline.
         const QPolygonF umriss(QList<QPointF>(fund.umriss.begin(), fund.umriss.end()));
         if (!umriss.containsPoint(orte.boundingRect().center(), Qt::OddEvenFill)) {
@@ -68,26 +67,17 @@ Probenstreuung streuung(const Messreihe& reihe) {
 }
 
 /// Wings to be measured again with their parts of the scans, of those whose picture is at hand.
-std::vector<Nachmessflügel> nachmessflügel(const Umgebung& umgebung, const Messreihe& reihe,
-                                           Flügelbilder bilder) {
+std::vector<Nachmessflügel> nachmessflügel(const Messreihe& reihe, Flügelbilder bilder) {
     const auto zufall = [] { return QRandomGenerator::global()->generate(); };
     std::vector<Nachmessflügel> alle;
     for (const int nummer : nachmessbare(reihe, zufall)) {
         const Flügelmessung& flügel = *reihe.messung(nummer);
         QImage bild = bilder.schneide(flügel, ausschnitt(flügel));
         if (!bild.isNull()) {
-            alle.push_back({.erste = flügel, .bild = std::move(bild), .vorschlag = {}});
+            alle.push_back({.erste = flügel, .bild = std::move(bild)});
         }
         if (alle.size() == NachmessFlügel) {
             break;
-        }
-    }
-    const Modellergebnis modell =
-        umgebung.modell ? umgebung.modell() : Modellergebnis(Modellfehler::KeinModell);
-    if (const auto* m = std::get_if<std::shared_ptr<const Erkennungsmodell>>(&modell)) {
-        const Flügelerkennung erkennung(*m);
-        for (Nachmessflügel& f : alle) {
-            f.vorschlag = vorschlag(erkennung, f.erste, f.bild, ausschnitt(f.erste).topLeft());
         }
     }
     return alle;
@@ -95,17 +85,31 @@ std::vector<Nachmessflügel> nachmessflügel(const Umgebung& umgebung, const Mes
 
 } // namespace
 
-void missNach(const Umgebung& umgebung, const Messreihe& reihe, Flügelbilder bilder,
-              QWidget& fenster) {
+void missNach(const Umgebung& umgebung, const Messreihe& reihe, Messplatz& messplatz) {
     const Texte& texte = umgebung.texte;
-    auto flügel = nachmessflügel(umgebung, reihe, std::move(bilder));
+    const std::vector<Nachmessflügel> flügel = nachmessflügel(reihe, messplatz.flügelbilder());
     if (flügel.size() < WenigsteNachmessFlügel) {
         umgebung.dialoge.meldung(texte(Meldung::WiederholprobeTitel),
                                  texte(Meldung::WiederholprobeZuWenig).arg(WenigsteNachmessFlügel),
                                  Meldungsart::Hinweis);
         return;
     }
-    Nachmessfenster(texte, umgebung.format, std::move(flügel), streuung(reihe), &fenster).exec();
+    Nachmessfenster fenster(texte, umgebung.format, flügel, streuung(reihe), messplatz.window());
+    std::vector<Flügelfunde::Nebenbild> bilder;
+    bilder.reserve(flügel.size());
+    for (const Nachmessflügel& f : flügel) {
+        bilder.push_back({.pixel = f.bild, .dpi = f.erste.aufnahme.dpi});
+    }
+    const auto verlauf = std::make_shared<Suchverlauf>();
+    messplatz.sucheAuf(std::move(bilder), verlauf, [&](const Flügelfunde::Nebenfunde& funde) {
+        std::vector<std::optional<Indizes>> vorschläge;
+        for (std::size_t i = 0; i < flügel.size(); ++i) {
+            vorschläge.push_back(vorschlag(flügel[i].erste, funde[i]));
+        }
+        fenster.setzeVorschläge(std::move(vorschläge));
+    });
+    fenster.exec();
+    verlauf->halt = true;
 }
 
 } // namespace tarvel

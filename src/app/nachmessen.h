@@ -1,15 +1,14 @@
 #pragma once
 
 #include "app/umgebung.h"
-#include "measure/fluegelbilder.h"
-
-class QWidget;
 
 namespace tarvel {
 
-/// Lets the person measure some wings of @p reihe again, over @p fenster, or says that there are
-/// too few.
-void missNach(const Umgebung& umgebung, const Messreihe& reihe, Flügelbilder bilder,
-              QWidget& fenster);
+class Messplatz;
+class Messreihe;
+
+/// Lets the person measure some wings of @p reihe again, in a window over that of @p messplatz, or
+/// says that there are too few.
+void missNach(const Umgebung& umgebung, const Messreihe& reihe, Messplatz& messplatz);
 
 } // namespace tarvel

@@ -329,8 +329,25 @@ void Bild::wheelEvent(QWheelEvent* event) {
     setzeStand(stand() - weg);
 }
 
+// X11 sends a held key as let go and pressed again at one time, and not all of that comes out of
+// the toolkit as repeated.
+void Bild::keyReleaseEvent(QKeyEvent* event) {
+    losgelasseneTaste_ = {event->key(), event->timestamp()};
+    QAbstractScrollArea::keyReleaseEvent(event);
+}
+
+bool Bild::gehalten(const QKeyEvent& event) const {
+    constexpr quint64 Augenblick = 10; // milliseconds
+    return event.isAutoRepeat() ||
+           (event.timestamp() != 0 && event.key() == losgelasseneTaste_.taste &&
+            event.timestamp() - losgelasseneTaste_.zeit <= Augenblick);
+}
+
 void Bild::keyPressEvent(QKeyEvent* event) {
-    if (taste_ && taste_(event)) {
+    QKeyEvent gleicher(event->type(), event->key(), event->modifiers(), event->nativeScanCode(),
+                       event->nativeVirtualKey(), event->nativeModifiers(), event->text(),
+                       gehalten(*event), static_cast<quint16>(event->count()));
+    if (taste_ && taste_(&gleicher)) {
         event->accept();
     } else {
         QAbstractScrollArea::keyPressEvent(event);
@@ -403,8 +420,12 @@ Zeigerereignis Bild::ereignis(const QMouseEvent& event) const {
         ort.setX(std::clamp(ort.x(), 0.0, double(gezoomt().width())));
         ort.setY(std::clamp(ort.y(), 0.0, double(gezoomt().height())));
     }
-    return {event.button(), event.buttons(), event.modifiers(), static_cast<float>(ort.x()),
-            static_cast<float>(ort.y())};
+    return {.taste = event.button(),
+            .tasten = event.buttons(),
+            .umschalt = event.modifiers(),
+            .x = static_cast<float>(ort.x()),
+            .y = static_cast<float>(ort.y()),
+            .doppelt = event.type() == QEvent::MouseButtonDblClick};
 }
 
 } // namespace tarvel

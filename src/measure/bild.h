@@ -23,6 +23,7 @@ struct Zeigerereignis {
     /// Pixels of the zoomed picture, origin at its top left corner, fractions kept.
     float x = 0;
     float y = 0;
+    bool doppelt = false; ///< the second press of a double click
 };
 
 /// The wing picture on which points are set: scrolls and shows marks, but knows nothing of what
@@ -107,6 +108,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
@@ -118,6 +120,7 @@ private:
 
     void meldeAusschnitt();
     void meldeZeiger();
+    [[nodiscard]] bool gehalten(const QKeyEvent& event) const;
     [[nodiscard]] QSize gezoomt() const { return bild_.size() * zoom_; }
     [[nodiscard]] QPoint ursprung() const;
     [[nodiscard]] QPoint stand() const;
@@ -146,6 +149,10 @@ private:
     int radrest_ = 0;
     /// The last press of a button was over this view.
     bool hierGedrückt_ = false;
+    struct {
+        int taste = 0;
+        quint64 zeit = 0;
+    } losgelasseneTaste_;
 };
 
 } // namespace tarvel

@@ -228,6 +228,35 @@ void Flügelfunde::beginne() {
     geändert_(false);
 }
 
+void Flügelfunde::sucheAuf(std::vector<Nebenbild> bilder, std::shared_ptr<Suchverlauf> verlauf,
+                           std::function<void(const Nebenfunde&)> fertig) {
+    if (!brauchbar()) {
+        fertig(Nebenfunde(bilder.size()));
+        return;
+    }
+    faden_.start([this, bilder = std::move(bilder), verlauf = std::move(verlauf),
+                  fertig = std::move(fertig), werkbank = werkbank_] {
+        Nebenfunde funde(bilder.size());
+        try {
+            werkbank->richteEin();
+            for (std::size_t i = 0; werkbank->erkennung && i < bilder.size(); ++i) {
+                funde[i] = werkbank->erkennung->finde(Bildpixel(bilder[i].pixel), bilder[i].dpi,
+                                                      *verlauf, Fäden);
+            }
+        } catch (const std::bad_alloc&) {
+            funde.assign(bilder.size(), {});
+        }
+        QMetaObject::invokeMethod(
+            this,
+            [verlauf, fertig, funde = std::move(funde)] {
+                if (!verlauf->halt) {
+                    fertig(funde);
+                }
+            },
+            Qt::QueuedConnection);
+    });
+}
+
 void Flügelfunde::nimm(const std::shared_ptr<Auftrag>& auftrag) {
     if (auftrag != auftrag_) {
         return; // stopped, or of another picture
@@ -249,6 +278,12 @@ void Flügelfunde::nummeriere() {
     for (std::size_t i = 0; i < funde_.size(); ++i) {
         gemessen_[i] =
             gemessenerFlügel(reihe_, offen_.pfad(), messung_.bild(), funde_[i].vorschlag.punkte);
+    }
+    // From the one on that shows by itself after the last one that was measured.
+    const std::optional<std::size_t> letzter = gemessener(reihe_.letzteNummer());
+    const std::size_t erster = letzter ? *letzter + 1 : 0;
+    for (std::size_t n = 0; n < funde_.size(); ++n) {
+        const std::size_t i = (erster + n) % funde_.size();
         if (gemessen_[i] == 0) {
             nummern_[i] = nächste <= Messreihe::HöchsteFlügelzahl ? nächste++ : -1;
         }
@@ -360,15 +395,26 @@ std::vector<int> Flügelfunde::fragliche(const Messpunkte& punkte) const {
         if (!punkte.gemessen(i) || punkte.Herkunft.at(i) != Punktherkunft::Vorgeschlagen) {
             continue;
         }
-        const QPointF hier(punkte.PunktX.at(i), punkte.PunktY.at(i));
-        if (std::any_of(funde_.begin(), funde_.end(), [&](const Flügelfund& fund) {
-                const Ort seiner = ort(fund, i);
-                return seiner.fraglich && QLineF(seiner.imBild, hier).length() < Rundung * zoom();
-            })) {
+        if (fraglich(i, {punkte.PunktX.at(i), punkte.PunktY.at(i)})) {
             nummern.push_back(i);
         }
     }
     return nummern;
+}
+
+bool Flügelfunde::fraglich(int nummer, QPointF imBild) const {
+    bool bekannt = false;
+    for (const Flügelfund& fund : funde_) {
+        const Ort seiner = ort(fund, nummer);
+        if (QLineF(seiner.imBild, imBild).length() < Rundung * zoom()) {
+            if (seiner.fraglich) {
+                return true;
+            }
+            bekannt = true;
+        }
+    }
+    // Those of a wing of the series were checked; a search that goes on may still say it.
+    return !bekannt && !messung_.wiederholt() && stand_ != Stand::Ohne && stand_ != Stand::Sucht;
 }
 
 } // namespace tarvel

@@ -60,8 +60,8 @@ public:
     void halte();
 
     [[nodiscard]] const std::vector<Flügelfund>& alle() const { return funde_; }
-    /// The number that each wing is likely to get, 0 for those measured, and -1 where the series
-    /// has no room.
+    /// The number that each wing is likely to get when one goes on after the last one measured; 0
+    /// for those measured, and -1 where the series has no room.
     [[nodiscard]] const std::vector<int>& nummern() const { return nummern_; }
     /// How many are not measured.
     [[nodiscard]] int offene() const;
@@ -90,8 +90,21 @@ public:
     /// The points of a wing that was found as a full cycle of the kind, pixels of the zoomed
     /// picture, the first doubtful one selected.
     [[nodiscard]] Messpunkte vorschlag(std::size_t fund) const;
-    /// The points of @p punkte that are still where they were proposed and doubtful there.
+    /// The points of @p punkte that are still where they were proposed and doubtful there, and
+    /// those of which the present search says nothing, as when it has another resolution.
     [[nodiscard]] std::vector<int> fragliche(const Messpunkte& punkte) const;
+
+    /// A picture beside the open one.
+    struct Nebenbild {
+        QImage pixel;
+        int dpi = 0;
+    };
+    using Nebenfunde = std::vector<std::vector<Flügelfund>>;
+    /// Looks for wings on @p bilder, on the other thread after the search under way. @p fertig gets
+    /// those of each picture, none where there is no model; it is not called after @p verlauf was
+    /// told to stop.
+    void sucheAuf(std::vector<Nebenbild> bilder, std::shared_ptr<Suchverlauf> verlauf,
+                  std::function<void(const Nebenfunde&)> fertig);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -113,6 +126,7 @@ private:
 
     [[nodiscard]] Suchziel ziel() const;
     [[nodiscard]] Ort ort(const Flügelfund& fund, int nummer) const;
+    [[nodiscard]] bool fraglich(int nummer, QPointF imBild) const;
     void beginne();
     void nimm(const std::shared_ptr<Auftrag>& auftrag);
     void nummeriere();

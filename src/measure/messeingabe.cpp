@@ -71,8 +71,8 @@ void Messeingabe::drück(const Zeigerereignis& e) {
         return;
     }
     if (e.taste == Qt::RightButton && messung_.punkte().fertig(messung_.messart()) &&
-        !darfÜbernehmen()) {
-        return;
+        ((e.doppelt && messung_.punkte().vorgeschlagen()) || !darfÜbernehmen())) {
+        return; // nobody checks a proposal between the clicks of a double click
     }
     QPointF ort(e.x, e.y);
     if (e.taste == Qt::LeftButton) {
@@ -115,8 +115,8 @@ bool Messeingabe::taste(const QKeyEvent& e) {
     const Messpunkte vorher = messung_.punkte();
     if (code == taste::Eingabe && umschalt == umschaltung::Keine &&
         (vorher.vollständig(messung_.messart()) || vorher.fertig(messung_.messart())) &&
-        !darfÜbernehmen()) {
-        return true;
+        (e.isAutoRepeat() || !darfÜbernehmen())) {
+        return true; // a key that is held takes one wing, not all that are proposed
     }
     if (!befehle_.Bild_KeyDown(code, umschalt)) {
         return false;

@@ -68,6 +68,11 @@ public:
     [[nodiscard]] const OffenesBild& bild() const { return offen_; }
     /// Cuts wings of the series out of their scans.
     [[nodiscard]] Flügelbilder flügelbilder() { return {offen_.scanquelle(), befehle_.reihe()}; }
+    /// See Flügelfunde::sucheAuf.
+    void sucheAuf(std::vector<Flügelfunde::Nebenbild> bilder, std::shared_ptr<Suchverlauf> verlauf,
+                  std::function<void(const Flügelfunde::Nebenfunde&)> fertig) {
+        funde_.sucheAuf(std::move(bilder), std::move(verlauf), std::move(fertig));
+    }
     /// The ways to the picture files.
     [[nodiscard]] Bildzugang& zugang() { return offen_.zugang(); }
     [[nodiscard]] Lupenpaar& lupen() { return lupen_; }

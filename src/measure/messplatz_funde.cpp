@@ -157,7 +157,11 @@ void Messplatz::schlageVor() {
         fund.reset();
     }
     if (!fund) {
-        hinweis_(Meldung::KeinFlügelHier);
+        hinweis_(funde_.stand() == Flügelfunde::Stand::Angehalten
+                     ? Hinweis(Meldung::FlügelsucheAngehalten)
+                 : funde_.alle().empty()
+                     ? Hinweis(Meldung::FundKeiner, {QString::number(messung_.aufnahme().dpi)})
+                     : Hinweis(Meldung::KeinFlügelHier));
         return;
     }
     if (hier || zeigeFund(*fund)) {
@@ -249,25 +253,20 @@ bool Messplatz::sindVorschlägeGesehen() {
     if (!punkte.vorgeschlagen()) {
         return true;
     }
+    int ungesehen = 0; // in view is not seen: it has to be painted, too
+    for (int i = Messpunkte::Anzahl; i >= 1; --i) {
+        if (punkte.gemessen(i) && punkte.Herkunft.at(i) == Punktherkunft::Vorgeschlagen &&
+            gesehen_.at(i) != ort(punkte, i)) {
+            ungesehen = i;
+        }
+    }
     const QRectF alle = punktfeld(punkte);
     const QRectF sicht(bild_->zuBild({0, 0}), QSizeF(bild_->viewport()->size()));
-    if (fasst(sicht.size(), alle.size())) {
-        if (sicht.contains(alle)) {
-            return true;
-        }
-        bild_->zeige(alle.center() / bild_->Zoomfaktor());
-    } else {
-        int ungesehen = 0;
-        for (int i = Messpunkte::Anzahl; i >= 1; --i) {
-            if (punkte.gemessen(i) && gesehen_.at(i) != ort(punkte, i)) {
-                ungesehen = i;
-            }
-        }
-        if (ungesehen == 0) {
-            return true;
-        }
-        bild_->zeige(ort(punkte, ungesehen) / bild_->Zoomfaktor());
+    const bool fürAlle = fasst(sicht.size(), alle.size());
+    if (ungesehen == 0 && (!fürAlle || sicht.contains(alle))) {
+        return true;
     }
+    bild_->zeige((fürAlle ? alle.center() : ort(punkte, ungesehen)) / bild_->Zoomfaktor());
     hinweis_(Meldung::VorschlagErstAnsehen);
     return false;
 }

@@ -171,12 +171,19 @@ void Nachmessfenster::nimm(const Flügelmessung& flügel, const Messergebnis& er
     const auto indizes = [](const Flügelmessung& m) {
         return berechneIndizes(m.punkte, m.messart, m.aufnahme);
     };
-    ergebnis_.push_back({indizes(aktueller().erste), indizes(flügel), aktueller().vorschlag});
+    ergebnis_.push_back({indizes(aktueller().erste), indizes(flügel), {}});
     lab_Hinweis_->setText(texte_(Meldung::WiederholprobeAnleitung));
     if (ergebnis_.size() == flügel_.size()) {
         zeigeErgebnis();
     } else {
         zeigeFlügel();
+    }
+}
+
+void Nachmessfenster::setzeVorschläge(std::vector<std::optional<Indizes>> vorschläge) {
+    vorschläge_ = std::move(vorschläge);
+    if (ergebnisseite_) {
+        zeigeErgebnis();
     }
 }
 
@@ -192,6 +199,9 @@ void Nachmessfenster::schreibe(QGridLayout& tafel, int zeile, const QString& nam
 }
 
 void Nachmessfenster::zeigeErgebnis() {
+    for (std::size_t i = 0; vorschläge_ && i < ergebnis_.size(); ++i) {
+        ergebnis_[i].vorschlag = vorschläge_->at(i);
+    }
     const auto fehler = [this](Nachmessvergleich vergleich) {
         Probenstreuung werte;
         for (std::size_t i = 0; i < Spalten.size(); ++i) {
@@ -199,8 +209,8 @@ void Nachmessfenster::zeigeErgebnis() {
         }
         return werte;
     };
-    auto* seite = new QWidget;
-    auto* layout = new QVBoxLayout(seite);
+    ergebnisseite_ = std::make_unique<QWidget>();
+    auto* layout = new QVBoxLayout(ergebnisseite_.get());
     layout->addWidget(absatz(texte_(Meldung::WiederholprobeErgebnis).arg(ergebnis_.size())));
     auto* tafel = new QGridLayout;
     tafel->setHorizontalSpacing(24);
@@ -218,7 +228,7 @@ void Nachmessfenster::zeigeErgebnis() {
     }
     schreibe(*tafel, 3, texte_(Meldung::WiederholprobeStreuung), u"Probe"_s, streuung_);
     layout->addLayout(tafel);
-    if (gefunden < std::ssize(ergebnis_)) {
+    if (vorschläge_ && gefunden < std::ssize(ergebnis_)) {
         layout->addWidget(absatz(texte_(Meldung::WiederholprobeOhneVorschlag).arg(gefunden)));
     }
     layout->addWidget(absatz(texte_(Meldung::WiederholprobeErklärung)));
@@ -228,9 +238,9 @@ void Nachmessfenster::zeigeErgebnis() {
     schließen->setDefault(true);
     connect(schließen, &QPushButton::clicked, this, &QDialog::accept);
     layout->addWidget(schließen, 0, Qt::AlignRight);
-    seiten_->setCurrentIndex(seiten_->addWidget(seite));
+    seiten_->setCurrentIndex(seiten_->addWidget(ergebnisseite_.get()));
     schließen->setFocus();
-    resize(560, seite->sizeHint().height());
+    resize(560, ergebnisseite_->sizeHint().height());
 }
 
 } // namespace tarvel

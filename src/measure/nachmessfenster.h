@@ -8,6 +8,8 @@
 #include <QImage>
 
 #include <array>
+#include <memory>
+#include <optional>
 #include <vector>
 
 class QGridLayout;
@@ -23,8 +25,7 @@ struct Zeigerereignis;
 /// A wing that is to be measured again, with its part of the scan.
 struct Nachmessflügel {
     Flügelmessung erste;
-    QImage bild;                      ///< not zoomed
-    std::optional<Indizes> vorschlag; ///< of the program, where it finds the wing
+    QImage bild; ///< not zoomed
 };
 
 /// Spread of a sample, by CI, HI, DV; empty where there is none.
@@ -40,6 +41,9 @@ public:
                     const Probenstreuung& streuung, QWidget* parent);
     ~Nachmessfenster() override;
 
+    /// What the program proposes for each of the wings, where it finds them; may come at any time.
+    void setzeVorschläge(std::vector<std::optional<Indizes>> vorschläge);
+    [[nodiscard]] bool mitVorschlägen() const { return vorschläge_.has_value(); }
     /// The wings measured so far.
     [[nodiscard]] const std::vector<Nachmessung>& ergebnis() const { return ergebnis_; }
 
@@ -61,9 +65,11 @@ private:
     std::vector<Nachmessflügel> flügel_;
     Probenstreuung streuung_;
     std::vector<Nachmessung> ergebnis_;
+    std::optional<std::vector<std::optional<Indizes>>> vorschläge_;
     Messreihe keine_; ///< stays empty
     Messung messung_;
     QStackedLayout* seiten_;
+    std::unique_ptr<QWidget> ergebnisseite_;
     QLabel* lab_Flügel_;
     QLabel* lab_Hinweis_;
     Bild* bild_;

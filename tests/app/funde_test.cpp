@@ -57,6 +57,9 @@ struct Fundetest : Fenstertest {
         schreibeIni("[Start]\r\nNeu=False\r\nSprache=0\r\n[Allgemeines]\r\n" + weitere);
         ASSERT_TRUE(starte());
         hg().resize(1280, 900);
+        stelleAuflösung(dpi);
+    }
+    void stelleAuflösung(int dpi) const {
         auto& liste = kind<QComboBox>(u"cbo_dpi"_s);
         liste.setCurrentIndex(liste.findData(dpi));
         Q_EMIT liste.activated(liste.currentIndex());
@@ -79,7 +82,11 @@ struct Fundetest : Fenstertest {
     void taste(int taste, Qt::KeyboardModifiers umschalt = Qt::NoModifier) const {
         QWidget* ziel = QApplication::focusWidget();
         QTest::keyClick(ziel == nullptr ? &hg() : ziel, Qt::Key(taste), umschalt);
+        sieh();
+    }
+    void sieh() const {
         QTest::qWait(0);
+        bild().viewport()->repaint();
     }
     /// Marks as the measuring view has them.
     std::vector<Marke> marken() const { return bild().marken(); }
@@ -148,6 +155,7 @@ TEST_F(Fundetest, frames_followNumbersOfTheSeries_whateverTheOrder_andWingsOfBef
     öffne();
     taste(Qt::Key_W, Qt::ShiftModifier);
     EXPECT_TRUE(bild().ausschnitt().contains(funde().alle().at(3).mitte));
+    taste(Qt::Key_W, Qt::ShiftModifier);
     EXPECT_TRUE(marken().empty());
     taste(Qt::Key_P);
     klick({10, 10}, Qt::RightButton); // the points went out of sight
@@ -155,10 +163,10 @@ TEST_F(Fundetest, frames_followNumbersOfTheSeries_whateverTheOrder_andWingsOfBef
     EXPECT_THAT(hinweis().toStdString(), HasSubstr("nicht zu sehen"));
     QTest::qWait(0);
     taste(Qt::Key_Return);
-    EXPECT_EQ(funde().nummern(), (std::vector{2, 3, 4, 0}));
-    EXPECT_TRUE(bild().ausschnitt().contains(funde().alle().at(0).mitte)) << "the next one";
+    EXPECT_EQ(funde().nummern(), (std::vector{3, 4, 0, 2}));
+    EXPECT_TRUE(bild().ausschnitt().contains(funde().alle().at(3).mitte)) << "the next one";
     wähle(u"men_Bearbeiten_12"_s); // left out: still measured
-    EXPECT_EQ(funde().nummern().at(3), 0);
+    EXPECT_EQ(funde().nummern().at(2), 0);
     ASSERT_TRUE(hg().ladeBild(maleBild({3000, 3000}, u"leer.png"_s)));
     ASSERT_TRUE(warte());
     EXPECT_THAT(status().toStdString(), HasSubstr("Keine Flügel gefunden"));
@@ -166,7 +174,7 @@ TEST_F(Fundetest, frames_followNumbersOfTheSeries_whateverTheOrder_andWingsOfBef
     EXPECT_THAT(hinweis().toStdString(), HasSubstr("kein Flügel"));
     ASSERT_TRUE(hg().ladeBild(ordner.filePath(u"blatt.bmp"_s)));
     ASSERT_TRUE(warte());
-    EXPECT_EQ(funde().nummern(), (std::vector{2, 3, 4, 0}));
+    EXPECT_EQ(funde().nummern(), (std::vector{3, 4, 0, 2}));
 }
 
 TEST_F(Fundetest, proposal_isOneStep_correctedLikeAnyPoints_andClicksKeepTheirMeaning) {
@@ -205,6 +213,7 @@ TEST_F(Fundetest, kindWithThreePoints_proposesThose_atAnyZoom_untilAllWereSeen) 
     wähle(u"men_Zoom_4"_s); // to look closer; nothing of a person is lost
     EXPECT_TRUE(dialoge.fragen.empty());
     EXPECT_EQ(marken().size(), 3U);
+    sieh();
     klick(marken().at(2).position, Qt::RightButton);
     ASSERT_FALSE(reihe().leer());
     EXPECT_LT(abstand(1), 8);
@@ -243,7 +252,8 @@ TEST_F(Fundetest, doubtfulPoints_standOut_andNGoesRound) {
     std::vector<int> fragliche = platz().fragliche();
     ASSERT_GE(fragliche.size(), 2U);
     EXPECT_LT(fragliche.size(), 8U);
-    EXPECT_THAT(hinweis().toStdString(), HasSubstr("fraglich: " + std::to_string(fragliche[0])));
+    EXPECT_THAT(hinweis().toStdString(),
+                HasSubstr("fragliche Punkte: " + std::to_string(fragliche[0])));
     const auto gewählt = [&] {
         const auto alle = marken();
         const auto stelle =
@@ -257,8 +267,42 @@ TEST_F(Fundetest, doubtfulPoints_standOut_andNGoesRound) {
     }
     EXPECT_EQ(gewählt(), fragliche.front());
     taste(Qt::Key_Right); // corrected by the person
+    const std::string berichtigt = "fragliche Punkte: " + std::to_string(fragliche[0]);
     fragliche.erase(fragliche.begin());
     EXPECT_EQ(platz().fragliche(), fragliche);
+    EXPECT_THAT(hinweis().toStdString(), Not(HasSubstr(berichtigt)));
+    stelleAuflösung(2400); // no wing is found any more that says so
+    ASSERT_TRUE(warte());
+    EXPECT_EQ(platz().fragliche().size(), 7U);
+}
+
+TEST_F(Fundetest, heldEnter_andDoubleClick_takeNoWingThatNobodyLookedAt) {
+    beginne(VorJedem);
+    öffne();
+    taste(Qt::Key_W);
+    struct Ereignis {
+        QEvent::Type art;
+        bool wiederholt;
+        quint64 zeit;
+    };
+    for (const auto& [art, wiederholt, zeit] : {Ereignis{QEvent::KeyPress, false, 1000},
+                                                {QEvent::KeyPress, true, 1500},
+                                                {QEvent::KeyRelease, false, 1530},
+                                                {QEvent::KeyPress, false, 1530}}) {
+        QKeyEvent e(art, Qt::Key_Return, Qt::NoModifier, {}, wiederholt);
+        e.setTimestamp(zeit);
+        QApplication::sendEvent(&bild(), &e);
+        sieh();
+    }
+    EXPECT_EQ(reihe().letzteNummer(), 1);
+    QTest::mouseClick(bild().viewport(), Qt::RightButton);
+    sieh();
+    QTest::mouseDClick(bild().viewport(), Qt::RightButton); // the second press alone
+    EXPECT_EQ(reihe().letzteNummer(), 2);
+    for (int i = 0; i < 2; ++i) { // keys of a moment when the window was busy
+        QTest::keyClick(&bild(), Qt::Key_Return);
+    }
+    EXPECT_EQ(reihe().letzteNummer(), 3);
 }
 
 TEST_F(Fundetest, repeatedWing_isOverwrittenOnlyWhenAsked) {
@@ -298,6 +342,14 @@ TEST_F(Fundetest, otherResolution_isSaidAndTakenByOneClick) {
     EXPECT_THAT(hinweis().toStdString(),
                 HasSubstr("sehen nach 1200 dpi aus, eingestellt sind 2400"));
     auto& knopf = kind<QPushButton>(u"bef_Flügelauflösung"_s);
+    ASSERT_TRUE(knopf.isVisible());
+    taste(Qt::Key_P);
+    EXPECT_THAT(hinweis().toStdString(), HasSubstr("Bei 2400 dpi ist kein Flügel"));
+    // Drones have larger wings: those look like a finer scan at any resolution.
+    auto& tiere = kind<QComboBox>(u"cbo_Geschlecht"_s);
+    QTest::keyClick(&tiere, Qt::Key_Down);
+    EXPECT_FALSE(knopf.isVisible());
+    QTest::keyClick(&tiere, Qt::Key_Up);
     ASSERT_TRUE(knopf.isVisible());
     QTest::mouseClick(&knopf, Qt::LeftButton);
     EXPECT_FALSE(knopf.isVisible());
@@ -372,6 +424,8 @@ TEST_F(Fundetest, whatWasNotLearnt_isSaidOnceASample) {
     wähle(u"men_Datei_0"_s);
     taste(Qt::Key_P);
     EXPECT_THAT(hinweis().toStdString(), HasSubstr("Carnica"));
+    QTest::keyClick(&kind<QComboBox>(u"cbo_Geschlecht"_s), Qt::Key_Down); // as the proposal stands
+    EXPECT_THAT(hinweis().toStdString(), HasSubstr("Drohnen"));
 }
 
 TEST_F(Fundetest, fullSeries_givesNoNumbers_andRefuses) {

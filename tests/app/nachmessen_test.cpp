@@ -1,7 +1,10 @@
 #include "app/fenster.h"
 #include "measure/nachmessfenster.h"
 
+#include <QThread>
 #include <QTimer>
+
+#include <atomic>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -10,7 +13,13 @@ namespace {
 
 class Nachmessen : public Fenstertest {
 protected:
+    std::atomic<bool> imFenster = false; ///< the window itself waits for the finder
+
     void SetUp() override {
+        modell = [this] {
+            imFenster = imFenster || QThread::currentThread() == qApp->thread();
+            return eingebautesModell();
+        };
         ASSERT_TRUE(starte());
         ASSERT_TRUE(QFile::copy(u":/tarvel/musterblatt.png"_s, blatt()));
         ASSERT_TRUE(hg().ladeBild(blatt()));
@@ -25,6 +34,7 @@ protected:
             if (fenster != nullptr) {
                 const QString text = fenster->findChild<QLabel*>(u"lab_Nachmessflügel"_s)->text();
                 flügel = text.section(u' ', -1).toInt();
+                EXPECT_TRUE(QTest::qWaitFor([&] { return fenster->mitVorschlägen(); }, 60'000));
                 QTest::keyClick(fenster->findChild<Bild*>(), Qt::Key_Escape);
             }
         });
@@ -49,4 +59,5 @@ TEST_F(Nachmessen, command_takesWingsWhosePictureIsThereAndChangesNothing) {
     EXPECT_EQ(gezeigt(), 5);
     EXPECT_EQ(reihe(), vorher);
     EXPECT_EQ(dialoge.meldungen.size(), 1U);
+    EXPECT_FALSE(imFenster);
 }

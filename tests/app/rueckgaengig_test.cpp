@@ -200,9 +200,8 @@ TEST_F(Korrekturtest, undo_isNamedInTheMenuAndShowsWhatComesBack) {
     QTest::keyClick(&hg(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_THAT(bild().marken(), SizeIs(7));
     EXPECT_EQ(menü(4), u"Redo: Point 8"_s);
-    for (int i = 0; i < 2; ++i) {
-        QTest::keyClick(&hg(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    }
+    QTest::keyClick(&hg(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(&hg(), Qt::Key_Y, Qt::ControlModifier);
     EXPECT_THAT(reihe().nummern(), ElementsAre(1));
     EXPECT_FALSE(kind<QAction>(u"men_Bearbeiten_4"_s).isEnabled());
 

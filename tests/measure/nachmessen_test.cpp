@@ -86,9 +86,8 @@ protected:
         for (int i = 0; i < 2; ++i) {
             const QRect teil(0, i * halb, blatt().bild.width(), halb);
             const auto& orte = blatt().punkte[static_cast<std::size_t>(i)];
-            flügel_.push_back({.erste = messung(orte, teil.topLeft()),
-                               .bild = blatt().bild.copy(teil),
-                               .vorschlag = indizes(messung(orte, teil.topLeft()))});
+            flügel_.push_back(
+                {.erste = messung(orte, teil.topLeft()), .bild = blatt().bild.copy(teil)});
         }
     }
     static void klick(Nachmessfenster& fenster, QPointF imBild,
@@ -139,6 +138,8 @@ TEST_F(NachmessTest, measuringAgain_saysHowExactThatWas) {
     const double fehler = einzelmessfehler(fenster.ergebnis(), &Indizes::CI).value();
     EXPECT_GT(fehler, 0.05);
     EXPECT_EQ(text(u"lab_Nachmess_Sie_0"_s), Format(fehler, u"0.00", {}));
+    EXPECT_EQ(text(u"lab_Nachmess_Vorschlag_0"_s), u"none"_s);
+    fenster.setzeVorschläge({indizes(flügel_[0].erste), indizes(flügel_[1].erste)});
     EXPECT_EQ(text(u"lab_Nachmess_Vorschlag_0"_s), u"0.00"_s);
     EXPECT_EQ(text(u"lab_Nachmess_Probe_0"_s), u"0.31"_s);
     EXPECT_EQ(text(u"lab_Nachmess_Probe_1"_s), u"–"_s);
