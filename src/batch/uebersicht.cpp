@@ -8,6 +8,7 @@
 #include "collection/vergleichsbild.h"
 #include "evaluation/diagrammdatei.h"
 #include "evaluation/rassen.h"
+#include "platform/vektorbild.h"
 #include "results/datenbankfehler.h"
 
 #include <QGuiApplication>
@@ -180,6 +181,10 @@ private:
 } // namespace
 
 Status schreibeÜbersicht(const Übersichtsbefehl& befehl, const Batchumgebung& umgebung) {
+    if (befehl.bild.endsWith(u".svg"_s, Qt::CaseInsensitive) && !kannSvg()) {
+        melde(umgebung, befehl.bild, u"this program writes no SVG, take *.png or *.pdf"_s);
+        return Status::FalscherAufruf;
+    }
     const auto einstellungen = ladeEinstellungen(umgebung, befehl.ini);
     if (!einstellungen) {
         return Status::NichtLesbar;

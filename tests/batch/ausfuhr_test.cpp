@@ -9,9 +9,11 @@
 #ifdef Q_OS_UNIX
 #include <array>
 
+#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 #include <cstdlib>
 #endif
@@ -305,6 +307,7 @@ TEST_F(Ausfuhr, resultsFileOfAnyName_isNeverOverwritten) {
     }
 }
 
+#ifdef Q_OS_UNIX
 TEST_F(Ausfuhr, outputThatIsNoFile_isWrittenInto) {
     speichere(u"U1"_s, {});
     const std::string csv = rufe(u"export a.tdb"_s).ausgabe;
@@ -355,3 +358,4 @@ TEST_F(Ausfuhr, outputThatIsNoFile_isWrittenInto) {
     EXPECT_EQ(rufe(u"export a.tdb --out /dev/fd/%1"_s.arg(nummer)).status, 1);
     EXPECT_EQ(dateien(), QStringList({u"a.tdb"_s, u"offen"_s}));
 }
+#endif

@@ -133,8 +133,8 @@ TEST_F(Zuchtschautest, crosses_areOpenedByClickAndKeysAndChosenForComparison) {
     EXPECT_EQ(kind<QTableView>(u"Tabelle"_s).selectionModel()->selectedRows().size(), 2);
     for (int ansicht = 0; ansicht < 5; ++ansicht) {
         zeigeAnsicht(ansicht);
-        for (const QString& endung : {u".png"_s, u".svg"_s, u".pdf"_s}) {
-            const QString ziel = ordner_.filePath(u"bild%1"_s.arg(ansicht) + endung);
+        for (const Diagrammformat format : diagrammformate()) {
+            const QString ziel = ordner_.filePath(u"bild%1"_s.arg(ansicht) + dateiendung(format));
             dialoge.dateien << ziel;
             QTest::mouseClick(&kind<QPushButton>(u"bef_Speichern"_s), Qt::LeftButton);
             EXPECT_GT(bytes(ziel).size(), 2000) << ziel.toStdString();

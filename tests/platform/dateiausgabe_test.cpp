@@ -5,8 +5,10 @@
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
+#ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
@@ -22,10 +24,12 @@ protected:
         QFile datei(pfad);
         return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("unreadable");
     }
+#ifdef Q_OS_UNIX
     static unsigned rechte(const QString& pfad) {
         struct stat stand {};
         return ::stat(QFile::encodeName(pfad).constData(), &stand) == 0 ? stand.st_mode & 0777U : 0;
     }
+#endif
     [[nodiscard]] QStringList dateien() const {
         return QDir(ordner_.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
@@ -34,6 +38,7 @@ protected:
 
 } // namespace
 
+#ifdef Q_OS_UNIX
 TEST_F(Dateiausgabe, rights_areThoseOfTheFormerFileOrTheHabit) {
     const mode_t gewohnt = ::umask(027);
     EXPECT_EQ(schreibeDatei(pfad_, "1"), std::nullopt);
@@ -84,6 +89,8 @@ TEST_F(Dateiausgabe, whatIsNoFile_isRefusedAndStays) {
     EXPECT_EQ(schreibeHinein(u"/dev/null"_s, "x"), std::nullopt);
     EXPECT_TRUE(schreibeHinein(u"/dev/full"_s, "x"));
 }
+
+#endif
 
 TEST_F(Dateiausgabe, longestName_isWritten) {
     for (const QString& name : {QString(255, u'x'), QString(127, u'ü')}) {
