@@ -63,7 +63,8 @@ struct AttributTest : DruckDefTest {
 } // namespace
 
 TEST_F(DruckDefTest, list_isTrimmedAndInTheProfilesOrder) {
-    tabelle.profil["PrinterPorts"] = {{" Zimmer ", "a,b"}, {"Büro", "a,b"}, {"Alt 2", "a,b"}};
+    tabelle.profil["PrinterPorts"] = {
+        {" Zimmer ", "a,b"}, {u"Büro"_s.toLocal8Bit(), "a,b"}, {"Alt 2", "a,b"}};
     QStringList liste{u"von vorher"_s};
     druckdef.DruckerListeFüllen(liste);
     EXPECT_THAT(liste, ElementsAre(u"Zimmer"_s, u"Büro"_s, u"Alt 2"_s));

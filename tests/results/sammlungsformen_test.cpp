@@ -123,6 +123,7 @@ TEST_F(Datumswandlungstest, datesOfOtherProgramsComeIntoOurFormAndNothingElseCha
 
 using Jetdateitest = Dateitest;
 
+#ifdef Q_OS_UNIX
 TEST_F(Jetdateitest, isKnownByItsBeginningAndReadByMdbExport) {
     const QString pfad = ordner_.filePath(u"-alt.mdb"_s);
     schreibe(pfad, QByteArray("\0\1\0\0Standard Jet DB\0", 20));
@@ -154,3 +155,4 @@ TEST_F(Jetdateitest, isKnownByItsBeginningAndReadByMdbExport) {
     EXPECT_EQ(liesJetDatei(pfad, [] { return false; }).ausgang, Ausgang::Abgebrochen);
     qputenv("PATH", pfade);
 }
+#endif

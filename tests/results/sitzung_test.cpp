@@ -219,6 +219,7 @@ TEST_F(Sitzungstest, file_isThereOnlyWhileThereIsSomethingToLose) {
     EXPECT_TRUE(dateien().isEmpty());
 }
 
+#ifdef Q_OS_UNIX
 TEST_F(Sitzungstest, file_isForItsOwnerAlone) {
     const auto allein = [this] {
         return (QFileInfo(pfad_).permissions() & (QFile::ReadGroup | QFile::ReadOther)) == 0;
@@ -230,7 +231,6 @@ TEST_F(Sitzungstest, file_isForItsOwnerAlone) {
     EXPECT_TRUE(allein());
 }
 
-#ifdef Q_OS_UNIX
 TEST_F(Sitzungstest, givenUpInAFolderThatKeepsItsNames_doesNotComeBack) {
     Sitzung sitzung(pfad_);
     ASSERT_TRUE(sitzung.merke(probesitzung(2, 3)));
