@@ -109,6 +109,17 @@ struct Flügelfunde::Auftrag {
     }
 };
 
+QRectF punktfeld(const Messpunkte& punkte) {
+    QPolygonF orte;
+    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
+        if (punkte.gemessen(i)) {
+            const auto stelle = static_cast<std::size_t>(i);
+            orte << QPointF(punkte.PunktX.at(stelle), punkte.PunktY.at(stelle));
+        }
+    }
+    return orte.boundingRect();
+}
+
 Flügelfunde::Flügelfunde(Modellquelle quelle, const OffenesBild& offen, const Messbefehle& befehle)
     : quelle_(std::move(quelle))
     , offen_(offen)
@@ -279,15 +290,25 @@ void Flügelfunde::nummeriere() {
         gemessen_[i] =
             gemessenerFlügel(reihe_, offen_.pfad(), messung_.bild(), funde_[i].vorschlag.punkte);
     }
-    // From the one on that shows by itself after the last one that was measured.
+    // From the one on that is being measured, or shows by itself after the last one that was.
     const std::optional<std::size_t> letzter = gemessener(reihe_.letzteNummer());
-    const std::size_t erster = letzter ? *letzter + 1 : 0;
+    const std::size_t erster = begonnener().value_or(letzter ? *letzter + 1 : 0);
     for (std::size_t n = 0; n < funde_.size(); ++n) {
         const std::size_t i = (erster + n) % funde_.size();
         if (gemessen_[i] == 0) {
             nummern_[i] = nächste <= Messreihe::HöchsteFlügelzahl ? nächste++ : -1;
         }
     }
+}
+
+std::optional<std::size_t> Flügelfunde::begonnener() const {
+    const QRectF punkte = punktfeld(messung_.punkte());
+    for (std::size_t i = 0; i < funde_.size() && !punkte.isNull() && !messung_.wiederholt(); ++i) {
+        if (gemessen_[i] == 0 && funde_[i].rahmen().contains(punkte.center() / zoom())) {
+            return i;
+        }
+    }
+    return std::nullopt;
 }
 
 int Flügelfunde::offene() const {

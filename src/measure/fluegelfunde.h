@@ -19,6 +19,9 @@ class QWidget;
 
 namespace tarvel {
 
+/// What the points that are set span, pixels of the zoomed picture; null without any.
+[[nodiscard]] QRectF punktfeld(const Messpunkte& punkte);
+
 /// The wings that the program finds on the open picture: looked for on another thread once the
 /// picture is seen, numbered as long as they are not measured, and where their points are likely to
 /// lie. Everything here belongs to the thread of the window; the other one gets pixels and hands
@@ -60,8 +63,8 @@ public:
     void halte();
 
     [[nodiscard]] const std::vector<Flügelfund>& alle() const { return funde_; }
-    /// The number that each wing is likely to get when one goes on after the last one measured; 0
-    /// for those measured, and -1 where the series has no room.
+    /// The number that each wing is likely to get when one goes on with the one that has points, or
+    /// after the last one measured; 0 for those measured, and -1 where the series has no room.
     [[nodiscard]] const std::vector<int>& nummern() const { return nummern_; }
     /// How many are not measured.
     [[nodiscard]] int offene() const;
@@ -130,6 +133,8 @@ private:
     void beginne();
     void nimm(const std::shared_ptr<Auftrag>& auftrag);
     void nummeriere();
+    /// The unmeasured one that has points now.
+    [[nodiscard]] std::optional<std::size_t> begonnener() const;
     void vergiss();
     [[nodiscard]] int zoom() const { return messung_.aufnahme().Zoomfaktor; }
 

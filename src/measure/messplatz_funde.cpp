@@ -31,16 +31,6 @@ QRectF feld(const QPolygonF& orte) {
     return orte.boundingRect();
 }
 
-QRectF punktfeld(const Messpunkte& punkte) {
-    QPolygonF orte;
-    for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
-        if (punkte.gemessen(i)) {
-            orte << ort(punkte, i);
-        }
-    }
-    return feld(orte);
-}
-
 bool fasst(QSizeF sicht, QSizeF was) {
     return was.width() <= sicht.width() && was.height() <= sicht.height();
 }

@@ -49,12 +49,11 @@ QString Instanz::eigenerPfad(const QString& ordner, const QString& endung) {
 }
 
 QString Instanz::verbindungsname(const QString& ordner) {
-    const QString pfad = eigenerPfad(ordner, u".socket"_s);
+    QString pfad = eigenerPfad(ordner, u".socket"_s);
 #ifdef Q_OS_WIN
-    return QFileInfo(pfad).fileName();
-#else
-    return pfad;
+    pfad = QFileInfo(pfad).fileName();
 #endif
+    return pfad;
 }
 
 bool Instanz::istEigene([[maybe_unused]] const QString& verbindungsname) {

@@ -158,6 +158,7 @@ TEST_F(Fundetest, frames_followNumbersOfTheSeries_whateverTheOrder_andWingsOfBef
     taste(Qt::Key_W, Qt::ShiftModifier);
     EXPECT_TRUE(marken().empty());
     taste(Qt::Key_P);
+    EXPECT_EQ(funde().nummern(), (std::vector{3, 4, 1, 2})) << "as the panel says";
     klick({10, 10}, Qt::RightButton); // the points went out of sight
     EXPECT_TRUE(reihe().leer());
     EXPECT_THAT(hinweis().toStdString(), HasSubstr("nicht zu sehen"));
