@@ -174,8 +174,9 @@ TEST_F(Messentest, selectionAndNudging_workThroughButtonsAndKeys) {
         const QPointF vorher = bild().marken().back().position;
         const QPointF griff = vorher + QPointF(0, abstand);
         maus(QEvent::MouseButtonPress, griff, Qt::LeftButton, Qt::ControlModifier);
-        maus(QEvent::MouseMove, {120, 120}, Qt::NoButton, Qt::ControlModifier, Qt::LeftButton);
-        maus(QEvent::MouseButtonRelease, {120, 120}, Qt::LeftButton, Qt::ControlModifier);
+        const QPointF ziel = griff + QPointF(5, 5);
+        maus(QEvent::MouseMove, ziel, Qt::NoButton, Qt::ControlModifier, Qt::LeftButton);
+        maus(QEvent::MouseButtonRelease, ziel, Qt::LeftButton, Qt::ControlModifier);
         EXPECT_EQ(bild().marken().back().position != vorher, greift) << abstand;
     }
 }

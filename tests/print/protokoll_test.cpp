@@ -202,19 +202,6 @@ TEST_F(ProtokollTest, kind_decidesOnChartsAndPages) {
     }
 }
 
-TEST_F(ProtokollTest, wingsOutsideTheTrustArea_areCounted) {
-    miss25();
-    ändere([](Messreihe& reihe) {
-        for (qint16 nummer = 26; nummer <= 30; ++nummer) {
-            reihe.trageEin(nummer, {.CI = 2.5F, .HI = 0.8F, .DV = -2.F, .fehler = {}}, {}, {});
-        }
-    });
-    const auto& werte = daten().korrelation;
-    ASSERT_EQ(werte.size(), 4U);
-    EXPECT_EQ(werte[2].wert + werte[2].zusatz, u"83 %n = 25"_s);
-    EXPECT_EQ(werte[3].wert + werte[3].zusatz, u"17 %n = 5"_s);
-}
-
 TEST_F(ProtokollTest, bold_isExactlyWhatTheStandardForbids) {
     standard.arbeiterinnen.Klasse = {u"01-05"_s, u"06-10"_s, u"16-17"_s};
     standard.arbeiterinnen.max = {u"20%"_s, u"20%"_s};

@@ -347,6 +347,23 @@ TEST_F(Arbeitsplatztest, crash_goesOnWithTheRepeatedWingAndTheStoredRow) {
     danach.gibWiederholungAuf(); // goes on with the picture that is there
     EXPECT_EQ(danach.messung().bilddatei(), u"/a.png"_s);
     EXPECT_EQ(danach.messung().aufnahme().Zoomfaktor, 2);
+
+    const QString andere = ordner.filePath(u"b.tdb"_s);
+    ASSERT_TRUE(QFile::copy(platz.ablage().DatenbankPfad(), andere));
+    ASSERT_TRUE(danach.DatenbankWählen(andere));
+    danach.setzeFort(danach.liesSitzung().value());
+    EXPECT_EQ(danach.ablage().gespeicherteNummer(), QString()) << "its row is in the other file";
+}
+
+TEST_F(Arbeitsplatztest, examinationFromAFile_keepsItsNumberOrHasTheNext) {
+    Untersuchung gelesen;
+    for (const auto& [hat, bekommt] : {std::pair{u""_s, u"0012025"_s}, {u"B7"_s, u"B7"_s}}) {
+        Kolonieangaben angaben;
+        angaben.UNr = hat;
+        gelesen.setzeAngaben(angaben);
+        platz.nimmEin(gelesen, {}, {});
+        EXPECT_EQ(platz.untersuchung().angaben().UNr, bekommt);
+    }
 }
 
 TEST_F(Arbeitsplatztest, otherResultsFile_hasNoRowOfTheOpenExaminationUntilItIsStored) {
