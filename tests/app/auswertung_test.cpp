@@ -391,6 +391,14 @@ TEST_F(Auswertungstest, optionsChanged_reachTheRunningMeasurementOnlyWhenConfirm
     inOptionen(ändere, u"bef_Abbrechen"_s);
     EXPECT_TRUE(text(u"lab_Status"_s).contains(u"1200 dpi"_s));
     EXPECT_TRUE(kind<QAction>(u"men_Betriebsart_1"_s).isChecked());
+    for (const auto& [position, dpi] : {std::pair{0, 300}, {1, 600}, {2, 1200}}) {
+        inOptionen([position = position](QDialog& dialog) {
+            tarvel::kind<QComboBox>(dialog, u"cbo_dpi"_s).setCurrentIndex(position);
+        });
+        // Of each that is too low, also when another was before.
+        EXPECT_EQ(hinweis().startsWith(u"Mit %1 dpi"_s.arg(dpi)), dpi < 1200)
+            << qPrintable(hinweis());
+    }
     missFlügel();
     inOptionen(ändere);
     EXPECT_TRUE(hinweis().contains(u"2400"_s))

@@ -4,6 +4,7 @@
 #include "evaluation/diagrammansicht.h"
 #include "measure/reihenmodelle.h"
 
+#include <QComboBox>
 #include <QHelpEvent>
 #include <QListView>
 #include <QScrollBar>
@@ -111,6 +112,7 @@ TEST_F(Flügeltest, wingChosenInOneView_isTheChosenOneInAll) {
     csv.close();
     dialoge.antworten = {Antwort::Nein};
     ASSERT_TRUE(hg().öffneDatei(csv.fileName()));
+    EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"2400 dpi"_s); // for what follows, too
     EXPECT_THAT(static_cast<Diagrammansicht&>(kind<QWidget>(u"pic_Kurven"_s)).hervorgehoben(),
                 IsEmpty());
 }

@@ -170,6 +170,15 @@ TEST_F(Messentest, selectionAndNudging_workThroughButtonsAndKeys) {
     wähle(u"men_Bearbeiten_3"_s);
     QTest::keyClick(&bild(), Qt::Key_Backspace);
     EXPECT_EQ(bild().marken().back().position, QPointF(92, 75));
+    for (const auto& [abstand, greift] : {std::pair{13, true}, {15, false}}) {
+        const QPointF vorher = bild().marken().back().position;
+        const QPointF griff = vorher + QPointF(0, abstand);
+        maus(QEvent::MouseButtonPress, griff, Qt::LeftButton, Qt::ControlModifier);
+        const QPointF ziel = griff + QPointF(5, 5);
+        maus(QEvent::MouseMove, ziel, Qt::NoButton, Qt::ControlModifier, Qt::LeftButton);
+        maus(QEvent::MouseButtonRelease, ziel, Qt::LeftButton, Qt::ControlModifier);
+        EXPECT_EQ(bild().marken().back().position != vorher, greift) << abstand;
+    }
 }
 
 TEST_F(Messentest, zoomChangeWithPoints_asksAndStartsTheWingAnew) {

@@ -282,6 +282,27 @@ TEST_F(Speicherntest, droppedResultsFile_becomesTheCurrentOne) {
     EXPECT_TRUE(kind<QLabel>(u"lab_Status"_s).text().contains(u"andere 100%.tdb"_s));
 }
 
+TEST_F(Speicherntest, unsavedWork_isAskedForBeforeAnotherExaminationTakesItsPlace) {
+    const QString andere = pfad(u"andere.tdb"_s);
+    NeueDatenbank(andere);
+    züchter().setText(u"A"_s);
+    bool offen = false;
+    QTimer::singleShot(0, &hg(), [&offen] {
+        if (auto* browser = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            offen = true;
+            browser->reject();
+        }
+    });
+    dialoge.antworten = {Antwort::Abbrechen, Antwort::Abbrechen};
+    wähle(u"men_Datei_1"_s);
+    EXPECT_FALSE(hg().öffneDatei(andere));
+    QApplication::processEvents();
+    EXPECT_FALSE(offen);
+    EXPECT_THAT(dialoge.fragen, SizeIs(2));
+    EXPECT_EQ(züchter().text(), u"A"_s);
+    EXPECT_TRUE(hg().isWindowModified());
+}
+
 TEST_F(Speicherntest, rowChangedInTheFileMeanwhile_isNotReplacedWithoutAQuestion) {
     züchter().setText(u"erste"_s);
     wähle(u"men_Datei_2"_s);

@@ -7,6 +7,7 @@
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QCryptographicHash>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QMenu>
@@ -134,6 +135,24 @@ TEST_F(Textetest, everyCommand_hasAToolTipAndEveryShortcutOnce) {
             vergeben[kürzel] = aktion->objectName();
         }
     }
+}
+
+// Whoever changes a caption says so here.
+TEST_F(Textetest, menus_keepTheirSpelling) {
+    ASSERT_TRUE(starte());
+    QByteArray alle;
+    for (const int sprache : {1, 2, 0}) {
+        wähle(u"men_Sprache_%1"_s.arg(sprache));
+        const QList<QAction*> aktionen = hg().findChildren<QAction*>();
+        for (const QAction* aktion : aktionen) {
+            if (aktion->objectName().startsWith(u"men_"_s)) {
+                alle += aktion->text().remove(u'&').toUtf8() + '\n';
+            }
+        }
+    }
+    EXPECT_EQ(QCryptographicHash::hash(alle, QCryptographicHash::Md5).toHex().toStdString(),
+              "e3028659979b176636cd0ea2cf6fe241")
+        << alle.data();
 }
 
 TEST_F(Textetest, window_fitsIntoSmallScreensInEveryLanguage) {

@@ -1,3 +1,4 @@
+#include "measure/fluegelmarken.h"
 #include "measure/fluegelort.h"
 
 #include <gmock/gmock.h>
@@ -55,4 +56,21 @@ TEST(Flügelort, wingMeasuredTwice_isFoundAtAnyZoomAndKind) {
     Flügelmessung woanders = flügel({0, 0});
     woanders.bilddatei = u"anderer.png"_s;
     EXPECT_EQ(liegtAufFlügel(reihe, woanders, 3), std::nullopt);
+}
+
+TEST(Flügelmarken, measuredWings_areMarkedOnTheirPictureAtAnyZoom) {
+    Flügelmessung woanders = flügel({0, 0});
+    woanders.bilddatei = u"anderer.png"_s;
+    const Messreihe reihe =
+        reiheMit({flügel({0, 0}, Messart::AlleMessungen, 2), flügel({0, 220}), woanders});
+    Messung messung(reihe, {});
+    messung.setzeZoomfaktor(3);
+    const Erledigtmarken marken =
+        erledigtmarken(reihe, messung, u"scan.png"_s, [](int) { return Zweifelsgrad::Keiner; });
+    ASSERT_EQ(marken.imScan.size(), 2U);
+    ASSERT_EQ(marken.imBild.size(), 2U * 9);
+    EXPECT_EQ(marken.imScan[1].text, u"002"_s);
+    EXPECT_EQ(marken.imBild[0].position, marken.imScan[0].position * 3);
+    EXPECT_EQ(marken.imBild[1].position, QPointF(400, 50) * 3);
+    EXPECT_EQ(marken.imBild[10].position, QPointF(400, 270) * 3);
 }

@@ -229,7 +229,10 @@ TEST_F(MessungTest, repeatedWing_keepsItsNumberThroughAnythingButGivingUp) {
     klickeFlügel(5);
     rechts();
     ASSERT_TRUE(messung.wiederhole(1));
-    EXPECT_FALSE(messung.etwasZuVerlieren());
+    for (const int dpi : {2400, 1200}) { // the resolution alone, and back again
+        messung.setzeAuflösung(dpi);
+        EXPECT_EQ(messung.etwasZuVerlieren(), dpi != 1200);
+    }
     const std::function<void()> ändern[] = {[&] { messung.NeuerFlügel(); },
                                             [&] { messung.setzeZoomfaktor(2); },
                                             [&] { messung.setzeMessart(Messart::NurCubitalindex); },

@@ -19,16 +19,21 @@ struct Arbeitsplatztest : testing::Test {
     TestDialoge dialoge;
     TestClock uhr;
     Benutzerspeicher speicher{ordner.filePath(u"benutzer.ini"_s)};
-    Arbeitsplatz platz{{.einstellungen = einstellungen,
-                        .texte = texte,
-                        .dialoge = dialoge,
-                        .uhr = uhr,
-                        .format = {},
-                        .dokumente = ordner.path()},
-                       einstellungen,
-                       speicher,
-                       ordner.filePath(u"Sitzung.journal"_s)};
+    Arbeitsplatz platz = neuer();
     std::vector<Änderung> meldungen;
+
+    /// What a start finds.
+    Arbeitsplatz neuer() {
+        return {{.einstellungen = einstellungen,
+                 .texte = texte,
+                 .dialoge = dialoge,
+                 .uhr = uhr,
+                 .format = {},
+                 .dokumente = ordner.path()},
+                einstellungen,
+                speicher,
+                ordner.filePath(u"Sitzung.journal"_s)};
+    }
     Arbeitsplatz::Beobachtung beobachtung =
         platz.beobachte([this](const Änderung& ä) { meldungen.push_back(ä); });
 
@@ -118,6 +123,7 @@ TEST_F(Arbeitsplatztest, everyCommand_endsInOneNoticeThatSaysWhatChanged) {
         {"repeating", [&] { platz.wiederhole(1); }, &Änderung::Aufnahme},
         {"giving up", [&] { platz.gibWiederholungAuf(); }, &Änderung::Aufnahme},
         {"zoom", [&] { platz.setzeZoom(3); }, &Änderung::Aufnahme},
+        {"picture", [&] { platz.setzeBild(u"/b.png"_s); }, &Änderung::Aufnahme},
         {"resolution", [&] { platz.setzeAuflösung(2400); }, &Änderung::Aufnahme},
         {"marks", [&] { merke(1); }, &Änderung::Merkmale},
         {"caste", [&] { platz.wähleTiere(Geschlecht::Drohnen); }, &Änderung::Urteil},
@@ -152,6 +158,7 @@ TEST_F(Arbeitsplatztest, undoAndRedo_walkThroughEveryStateOfASession) {
     const std::function<void()> schritte[] = {
         [&] { klick(1, 2); },
         [&] { klick(3, 4); },
+        [&] { platz.Bild_KeyDown(taste::Eins + 4, 0); },
         [&] { platz.Bild_KeyDown(taste::Ab, 0); },
         [&] { platz.NeuerFlügel(); },
         [&] { tippe(&Kolonieangaben::Volk, u"9"_s); },
@@ -315,6 +322,59 @@ TEST_F(Arbeitsplatztest, deletingTheRepeatedWing_endsTheRepeat) {
     platz.macheRückgängig();
     EXPECT_EQ(platz.messung().nummer(), 2);
     EXPECT_TRUE(platz.messung().wiederholt());
+}
+
+TEST_F(Arbeitsplatztest, crash_goesOnWithTheRepeatedWingAndTheStoredRow) {
+    tippe(&Kolonieangaben::Name, u"Huber"_s);
+    platz.setzeZoom(2);
+    miss();
+    ASSERT_TRUE(platz.speichere(Speicheranlass::Wunsch));
+    const QString nummer = platz.untersuchung().angaben().UNr;
+    platz.setzeBild(u"/b.png"_s);
+    platz.wiederhole(1);
+    platz.zieh(1, 50, 50, true);
+    tippe(&Kolonieangaben::UNr, u"x"_s); // not what the row has
+
+    Arbeitsplatz danach = neuer();
+    danach.richteAblageEin();
+    danach.richteEin();
+    danach.setzeFort(danach.liesSitzung().value());
+    EXPECT_EQ(danach.untersuchung().angaben().UNr, nummer + u'x');
+    EXPECT_EQ(danach.ablage().gespeicherteNummer(), nummer);
+    EXPECT_TRUE(danach.messung().wiederholt());
+    EXPECT_EQ(danach.messung().nummer(), 1);
+    EXPECT_EQ(danach.messung().punkte(), platz.messung().punkte());
+    danach.gibWiederholungAuf(); // goes on with the picture that is there
+    EXPECT_EQ(danach.messung().bilddatei(), u"/a.png"_s);
+    EXPECT_EQ(danach.messung().aufnahme().Zoomfaktor, 2);
+
+    const QString andere = ordner.filePath(u"b.tdb"_s);
+    ASSERT_TRUE(QFile::copy(platz.ablage().DatenbankPfad(), andere));
+    ASSERT_TRUE(danach.DatenbankWählen(andere));
+    danach.setzeFort(danach.liesSitzung().value());
+    EXPECT_EQ(danach.ablage().gespeicherteNummer(), QString()) << "its row is in the other file";
+}
+
+TEST_F(Arbeitsplatztest, examinationFromAFile_keepsItsNumberOrHasTheNext) {
+    Untersuchung gelesen;
+    for (const auto& [hat, bekommt] : {std::pair{u""_s, u"0012025"_s}, {u"B7"_s, u"B7"_s}}) {
+        Kolonieangaben angaben;
+        angaben.UNr = hat;
+        gelesen.setzeAngaben(angaben);
+        platz.nimmEin(gelesen, {}, {});
+        EXPECT_EQ(platz.untersuchung().angaben().UNr, bekommt);
+    }
+}
+
+TEST_F(Arbeitsplatztest, otherResultsFile_hasNoRowOfTheOpenExaminationUntilItIsStored) {
+    tippe(&Kolonieangaben::Name, u"Huber"_s);
+    ASSERT_TRUE(platz.speichere(Speicheranlass::Wunsch));
+    const QString andere = ordner.filePath(u"b.tdb"_s);
+    ASSERT_TRUE(QFile::copy(platz.ablage().DatenbankPfad(), andere));
+    ASSERT_TRUE(platz.DatenbankWählen(andere));
+    miss();
+    EXPECT_FALSE(platz.speichere(Speicheranlass::Wunsch)); // asks for the row of that number
+    EXPECT_THAT(dialoge.fragen, SizeIs(1));
 }
 
 TEST_F(Arbeitsplatztest, choicesWhileRepeating_areOfTheWingAlone) {
