@@ -7,6 +7,8 @@
 
 int main(int argc, char** argv) {
     QLocale::setDefault(QLocale::c());
+    // A chooser of the system itself answers to a person only.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication app(argc, argv);
     testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
