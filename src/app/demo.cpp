@@ -435,8 +435,8 @@ private:
         const auto alle = static_cast<int>(wahrePunkte_.size());
         const QDeadlineTimer frist(std::chrono::seconds(60));
         while (reihe.letzteNummer() < alle && !frist.hasExpired()) {
-            löseAus(u"men_Bearbeiten_%1"_s.arg(
-                BearbeitenVorschlagen)); // in vain while they are looked for
+            // In vain while the wings are looked for.
+            löseAus(u"men_Bearbeiten_%1"_s.arg(BearbeitenVorschlagen));
             zeigeAn();
             if (reihe.leer()) {
                 halteFest(hg(), u"vorschlag"_s);
@@ -462,7 +462,6 @@ private:
                             << QString::number(größter, 'f', 1) << u" px, at "_s << Musterauflösung
                             << u" dpi. The sheet is drawn: this says nothing of real wings.\n"_s;
         fehler_ += reihe.letzteNummer() == alle ? 0 : 1;
-        löseAus(u"men_Datei_2"_s);
     }
 
     /// What a person sees of an examination.

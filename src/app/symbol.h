@@ -25,11 +25,13 @@ private:
     QString name_;
 };
 
-/// The symbol @p name (of data/icons), sharp at every size and pixel ratio. A null
-/// icon when there is none of that name, so that a button shows its text instead.
+/// The symbol @p name of data/icons, sharp at every size and pixel ratio. A null icon when there is
+/// none of that name, so that a button shows its text instead.
 [[nodiscard]] QIcon symbol(const QString& name);
 
-/// The program's own picture, in its colours.
+/// The program's own picture, in its colours. Windows get it after the first of them was painted,
+/// or with a dialog that a person answers anyway: drawing it in all its sizes takes a tenth of the
+/// start.
 [[nodiscard]] QIcon programmsymbol();
 
 } // namespace tarvel

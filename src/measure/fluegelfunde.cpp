@@ -147,7 +147,6 @@ void Flügelfunde::beobachte(QWidget& ansicht) {
 
 bool Flügelfunde::eventFilter(QObject* watched, QEvent* event) {
     if (fällig_ && event->type() == QEvent::Paint) {
-        fällig_ = false;
         // Not in the round of events that brings the picture to the screen.
         QTimer::singleShot(0, this, [this] { beginne(); });
     }
@@ -219,6 +218,9 @@ void Flügelfunde::halte() {
 }
 
 void Flügelfunde::beginne() {
+    if (!std::exchange(fällig_, false)) {
+        return; // painted more than once
+    }
     if (!ziel_.ladung || ziel_ != ziel() || auftrag_) {
         return;
     }
@@ -302,13 +304,9 @@ void Flügelfunde::nummeriere() {
 }
 
 std::optional<std::size_t> Flügelfunde::begonnener() const {
-    const QRectF punkte = punktfeld(messung_.punkte());
-    for (std::size_t i = 0; i < funde_.size() && !punkte.isNull() && !messung_.wiederholt(); ++i) {
-        if (gemessen_[i] == 0 && funde_[i].rahmen().contains(punkte.center() / zoom())) {
-            return i;
-        }
-    }
-    return std::nullopt;
+    const Messpunkte& punkte = messung_.punkte();
+    return punkte.begonnen() && !messung_.wiederholt() ? an(punktfeld(punkte).center() / zoom())
+                                                       : std::nullopt;
 }
 
 int Flügelfunde::offene() const {
@@ -354,8 +352,8 @@ std::optional<std::size_t> Flügelfunde::nächster(QPointF ort, int richtung,
 std::optional<std::size_t> Flügelfunde::nächsterBei(QPointF ort) const {
     std::optional<std::size_t> bester;
     for (std::size_t i = 0; i < funde_.size(); ++i) {
-        if (nummern_[i] != 0 && (!bester || QLineF(funde_[i].mitte, ort).length() <
-                                                QLineF(funde_[*bester].mitte, ort).length())) {
+        if (gemessen_[i] == 0 && (!bester || QLineF(funde_[i].mitte, ort).length() <
+                                                 QLineF(funde_[*bester].mitte, ort).length())) {
             bester = i;
         }
     }

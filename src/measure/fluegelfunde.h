@@ -47,6 +47,8 @@ public:
     void beobachte(QWidget& ansicht);
 
     [[nodiscard]] Stand stand() const { return stand_; }
+    /// The search is under way, or begins as soon as the picture was seen.
+    [[nodiscard]] bool stehtAus() const { return fällig_ || stand_ == Stand::Sucht; }
     /// How far the search is.
     [[nodiscard]] int prozent() const;
     /// Why there is no model.

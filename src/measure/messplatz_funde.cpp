@@ -135,7 +135,7 @@ std::optional<std::size_t> Messplatz::vorgeschlagener() const {
 }
 
 void Messplatz::schlageVor() {
-    if (funde_.stand() == Flügelfunde::Stand::Sucht) {
+    if (funde_.stehtAus()) {
         hinweis_(Meldung::FlügelNochGesucht);
         return;
     }
@@ -147,7 +147,7 @@ void Messplatz::schlageVor() {
         fund.reset();
     }
     if (!fund) {
-        hinweis_(funde_.stand() == Flügelfunde::Stand::Angehalten
+        hinweis_(funde_.stand() != Flügelfunde::Stand::Fertig
                      ? Hinweis(Meldung::FlügelsucheAngehalten)
                  : funde_.alle().empty()
                      ? Hinweis(Meldung::FundKeiner, {QString::number(messung_.aufnahme().dpi)})

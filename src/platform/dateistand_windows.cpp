@@ -23,16 +23,17 @@ qint64 nanosekunden(qint64 zehntel) {
 
 std::optional<Dateistand> dateistand(const QString& pfad) {
     const std::wstring name = QDir::toNativeSeparators(pfad).toStdWString();
-    const std::unique_ptr<void, decltype(&CloseHandle)> datei(
-        CreateFileW(name.c_str(), FILE_READ_ATTRIBUTES,
-                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                    FILE_FLAG_BACKUP_SEMANTICS, nullptr),
-        &CloseHandle);
+    const HANDLE griff = CreateFileW(name.c_str(), FILE_READ_ATTRIBUTES,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                     nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (griff == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<void, decltype(&CloseHandle)> datei(griff, &CloseHandle);
     BY_HANDLE_FILE_INFORMATION stand{};
     FILE_BASIC_INFO zeiten{};
-    if (datei.get() == INVALID_HANDLE_VALUE ||
-        GetFileInformationByHandle(datei.get(), &stand) == 0 ||
-        GetFileInformationByHandleEx(datei.get(), FileBasicInfo, &zeiten, sizeof(zeiten)) == 0) {
+    if (GetFileInformationByHandle(griff, &stand) == 0 ||
+        GetFileInformationByHandleEx(griff, FileBasicInfo, &zeiten, sizeof(zeiten)) == 0) {
         return std::nullopt;
     }
     const auto zusammen = [](quint64 hoch, quint64 tief) { return hoch << 32U | tief; };

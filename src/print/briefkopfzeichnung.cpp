@@ -177,7 +177,7 @@ Zeichnung leseZeichnung(const QString& datei) {
     }
     Vektorbild bild(bytes);
     if (!bild.gültig()) {
-        return {};
+        return {.bild = {}, .zuAufwendig = !kannSvg()}; // another format helps there as well
     }
     const Malaufwand nötig = malaufwand(Blatt, [&bild](QPainter& painter) {
         painter.setRenderHint(QPainter::Antialiasing);

@@ -39,6 +39,11 @@ TEST(Windows, settingsOfThePerson_lieInTheRegistryUnderTheirNames) {
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\VB and VBA Program Settings\\TarvelProbe");
 }
 
+QByteArray bytes(const QString& pfad) {
+    QFile datei(pfad);
+    return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("(no file)");
+}
+
 bool istWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
@@ -104,10 +109,6 @@ protected:
         EXPECT_TRUE(datei.open(QIODevice::WriteOnly));
         datei.write(inhalt);
         return pfad;
-    }
-    static QByteArray bytes(const QString& pfad) {
-        QFile datei(pfad);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("(no file)");
     }
     static QByteArray system(const char* sektion, const char* schlüssel, int größe,
                              const QByteArray& pfad) {
@@ -198,11 +199,6 @@ class Dateiprobe : public testing::Test {
 protected:
     QTemporaryDir ordner_;
     QString pfad_ = ordner_.filePath(u"Bienen völker 'neu'.tdb"_s);
-
-    static QByteArray bytes(const QString& pfad) {
-        QFile datei(pfad);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("(no file)");
-    }
 };
 
 TEST_F(Dateiprobe, fileThatSomebodyHolds_staysAndIsTold) {
