@@ -119,6 +119,7 @@ int laufe(QApplication& app, const Befehlszeile& zeile) {
 } // namespace
 
 int main(int argc, char** argv) {
+    richteProzessEin();
     const auto ergebnis = leseBefehlszeile(aufrufargumente(argc, argv), QDir::currentPath());
     const auto* gelesen = std::get_if<Befehlszeile>(&ergebnis);
     if (gelesen == nullptr) {

@@ -50,7 +50,7 @@ bool hilfeVorhanden(const Texte& texte) {
         std::optional<Sprache> sprache;
         bool vorhanden = false;
     };
-    thread_local Suche letzte;
+    static Suche letzte; // only the windows' thread asks
     if (letzte.datei != texte.HilfeDatei() || letzte.sprache != texte.sprache()) {
         letzte = {texte.HilfeDatei(), texte.sprache(),
                   QFileInfo::exists(texte.HilfeDatei()) || !hilfeseite(texte).isEmpty()};

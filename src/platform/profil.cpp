@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <mutex>
 #include <utility>
 
 namespace tarvel {
@@ -430,18 +432,20 @@ QString alsProfilwert(const QString& wert) {
 namespace {
 
 // One file is what a program reads its settings from.
-const Profil& gelesenesProfil(const QString& path) {
+std::shared_ptr<const Profil> gelesenesProfil(const QString& path) {
     struct Stand {
         QString path;
         std::optional<Dateistand> datei;
-        Profil profil;
+        std::shared_ptr<const Profil> profil;
     };
-    thread_local std::optional<Stand> letzter;
+    static std::mutex schloss;
+    static std::optional<Stand> letzter;
+    const std::lock_guard allein(schloss);
     const std::optional<Dateistand> jetzt = dateistand(path);
     if (!letzter || !jetzt || letzter->path != path || letzter->datei != jetzt) {
         // What changes while it is read, or at once after it, is read again next time.
         const auto merkbar = jetzt && !jetzt->frisch() ? jetzt : std::nullopt;
-        letzter = Stand{path, merkbar, Profil(path)};
+        letzter = Stand{path, merkbar, std::make_shared<Profil>(path)};
     }
     return letzter->profil;
 }
@@ -452,16 +456,16 @@ QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
                                     std::optional<QByteArrayView> key,
                                     std::optional<QByteArrayView> vorgabe, int size,
                                     const QString& path) {
-    const Profil& profil = gelesenesProfil(path);
+    const auto profil = gelesenesProfil(path);
     if (!section) {
-        return namensliste(profil.sektionen(), size);
+        return namensliste(profil->sektionen(), size);
     }
     if (!key) {
-        const QList<QByteArray> namen = profil.schlüssel(*section);
+        const QList<QByteArray> namen = profil->schlüssel(*section);
         if (!namen.isEmpty()) {
             return namensliste(namen, size);
         }
-    } else if (const auto wert = profil.wert(*section, *key)) {
+    } else if (const auto wert = profil->wert(*section, *key)) {
         return wert->left(std::max(0, size - 1));
     }
     QByteArray ersatz = vorgabe.value_or(QByteArrayView()).toByteArray();
@@ -473,7 +477,7 @@ QByteArray GetPrivateProfileStringA(std::optional<QByteArrayView> section,
 
 QString profiltext(QByteArrayView section, QByteArrayView key, int size, const QString& path) {
     QString text =
-        gelesenesProfil(path).text(section, key).value_or(QString()).left(std::max(0, size - 1));
+        gelesenesProfil(path)->text(section, key).value_or(QString()).left(std::max(0, size - 1));
     if (!text.isEmpty() && text.back().isHighSurrogate()) {
         text.chop(1);
     }
@@ -482,7 +486,7 @@ QString profiltext(QByteArrayView section, QByteArrayView key, int size, const Q
 
 int GetPrivateProfileIntA(QByteArrayView section, QByteArrayView key, int vorgabe,
                           const QString& path) {
-    const auto wert = gelesenesProfil(path).wert(section, key);
+    const auto wert = gelesenesProfil(path)->wert(section, key);
     if (!wert) {
         return vorgabe;
     }

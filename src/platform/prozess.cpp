@@ -16,7 +16,7 @@ bool istTerminal(std::FILE* strom) {
     return isatty(fileno(strom)) != 0;
 }
 
-void öffneStrömeBinär() {}
+void richteProzessEin() {}
 
 bool ohneAnzeige() {
 #ifdef Q_OS_LINUX

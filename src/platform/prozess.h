@@ -12,8 +12,9 @@ namespace tarvel {
 /// Whether a stream of this program is a terminal in front of a person.
 [[nodiscard]] bool istTerminal(std::FILE* strom);
 
-/// From now on the standard streams carry bytes as they are, without another end of line.
-void öffneStrömeBinär();
+/// Sets right what this system does otherwise than others, before anything else is called: standard
+/// streams carry bytes as they are, without another end of line.
+void richteProzessEin();
 
 /// True when there is no display that a window could be shown on.
 [[nodiscard]] bool ohneAnzeige();

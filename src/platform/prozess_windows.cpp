@@ -27,7 +27,10 @@ bool istTerminal(std::FILE* strom) {
     return _isatty(_fileno(strom)) != 0;
 }
 
-void öffneStrömeBinär() {
+void richteProzessEin() {
+    // The toolkit keeps a stack for compiled expressions for each thread, whose destructor runs, as
+    // this compiler makes it, when the thread's variables are freed already.
+    qputenv("QT_ENABLE_REGEXP_JIT", "0");
     for (std::FILE* strom : {stdin, stdout, stderr}) {
         if (_fileno(strom) >= 0) { // a program with windows has none
             (void)_setmode(_fileno(strom), _O_BINARY);
