@@ -69,11 +69,14 @@ private:
 };
 
 int laufe(int argc, char** argv) {
-    öffneStrömeBinär();
+    richteProzessEin();
     QFile ausgabe;
     QFile fehler;
     QFile eingabe;
-    (void)eingabe.open(stdin, QIODevice::ReadOnly); // closed for a service; few commands read it
+    // Closed for a service; few commands read it. As a stream of the C library a pipe's end would
+    // be an error on Windows.
+    constexpr int Standardeingabe = 0;
+    (void)eingabe.open(Standardeingabe, QIODevice::ReadOnly);
     if (!ausgabe.open(stdout, QIODevice::WriteOnly) || !fehler.open(stderr, QIODevice::WriteOnly)) {
         return static_cast<int>(Status::NichtLesbar);
     }

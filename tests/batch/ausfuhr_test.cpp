@@ -7,19 +7,17 @@
 #include <sqlite3.h>
 
 #ifdef Q_OS_UNIX
-#include <array>
-
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
 
+#include <array>
 #include <cstdlib>
 #endif
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
+using testing::AnyOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -197,7 +195,9 @@ TEST_F(Ausfuhr, valuesOfAnySize_areGivenOutAsNumbersOrNamed) {
         const Lauf lauf = rufe(u"export a.tdb "_s + art);
         EXPECT_EQ(lauf.status, 0) << lauf.fehler;
         EXPECT_GT(lauf.fehlerzahl(), 20);
-        EXPECT_THAT(lauf.ausgabe, Not(testing::ContainsRegex("[, -](inf|nan)")));
+        for (const std::string vor : {",", " ", "-"}) {
+            EXPECT_THAT(lauf.ausgabe, Not(AnyOf(HasSubstr(vor + "inf"), HasSubstr(vor + "nan"))));
+        }
         EXPECT_TRUE(!art.isEmpty() || lauf.zeilen().size() == anzahl + 2);
     }
 }
@@ -221,6 +221,7 @@ TEST_F(Ausfuhr, textThatWouldBeAFormula_isATextAndComesBack) {
     EXPECT_THAT(rufe(u"evaluate f.csv --format csv"_s).ausgabe, HasSubstr("\n'=1+1,3,"));
 }
 
+#ifdef Q_OS_UNIX // no other lets a name have such letters
 TEST_F(Ausfuhr, namesThatWouldSteerTheTerminal_areShownInstead) {
     const QString name = u"\x1b]0;x\a\u202eb\u009b2J.Bee"_s;
     schreibe(name, "A1\n");
@@ -241,7 +242,6 @@ TEST_F(Ausfuhr, namesThatWouldSteerTheTerminal_areShownInstead) {
     }
 }
 
-#ifdef Q_OS_UNIX
 TEST_F(Ausfuhr, tableOnATerminal_doesNotSteerIt) {
     speichere(u"\x1b[2Jx"_s, u"A"_s);
     EXPECT_THAT(rufe(u"export a.tdb"_s).ausgabe, HasSubstr("\n\x1b[2Jx,2025")); // as it is stored
