@@ -111,8 +111,9 @@ QWidget* Messleiste::feineinstellung() {
     for (int nummer = 1; nummer <= Messpunkte::Anzahl; ++nummer) {
         auto* knopf = new QRadioButton(QString::number(nummer));
         knopf->setObjectName(u"opt_Fein_%1"_s.arg(nummer));
-        // The digit keys select points on the picture; Tab must not walk through eight buttons.
-        knopf->setFocusPolicy(Qt::ClickFocus);
+        // The digit keys select points on the picture; Tab must not walk through eight buttons, and
+        // a click beside a number must not take the arrow keys away from the picture.
+        knopf->setFocusPolicy(Qt::NoFocus);
         connect(knopf, &QRadioButton::clicked, this, [this, nummer] {
             if (opt_Fein_Click_) {
                 opt_Fein_Click_(nummer);

@@ -1,5 +1,6 @@
 #include "app/befehlszeile.h"
 
+#include <QDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -7,9 +8,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// A path from where the drives begin.
+QString pfad(const QString& ab) {
+    return QDir::rootPath() + ab;
+}
+
 std::variant<Befehlszeile, Befehlszeilenfehler> lese(QStringList argumente) {
     argumente.prepend(u"tarvel"_s);
-    return leseBefehlszeile(argumente, u"/home/imker"_s);
+    return leseBefehlszeile(argumente, pfad(u"home/imker"_s));
 }
 
 } // namespace
@@ -17,18 +23,18 @@ std::variant<Befehlszeile, Befehlszeilenfehler> lese(QStringList argumente) {
 TEST(Befehlszeile, goodLines_giveWhatTheySay) {
     Befehlszeile erwartet;
     EXPECT_EQ(std::get<Befehlszeile>(lese({})), erwartet);
-    erwartet.dateien = {u"/home/imker/ein bild.png"_s, u"/tmp/ä.jpg"_s};
-    EXPECT_EQ(std::get<Befehlszeile>(lese({u"ein bild.png"_s, u"/tmp/ä.jpg"_s})), erwartet);
+    erwartet.dateien = {pfad(u"home/imker/ein bild.png"_s), pfad(u"tmp/ä.jpg"_s)};
+    EXPECT_EQ(std::get<Befehlszeile>(lese({u"ein bild.png"_s, pfad(u"tmp/ä.jpg"_s)})), erwartet);
     erwartet = {};
-    erwartet.ordner = u"/home/daten"_s;
+    erwartet.ordner = pfad(u"home/daten"_s);
     erwartet.nurStart = true;
     EXPECT_EQ(std::get<Befehlszeile>(lese({u"--dir=../daten"_s, u"--exit-after-startup"_s})),
               erwartet);
     erwartet = {};
-    erwartet.demo = u"/home/imker/demo"_s;
+    erwartet.demo = pfad(u"home/imker/demo"_s);
     EXPECT_EQ(std::get<Befehlszeile>(lese({u"--demo"_s, u"demo"_s})), erwartet);
     erwartet = {};
-    erwartet.dateien = {u"/home/imker/-seltsam.png"_s};
+    erwartet.dateien = {pfad(u"home/imker/-seltsam.png"_s)};
     EXPECT_EQ(std::get<Befehlszeile>(lese({u"--"_s, u"-seltsam.png"_s})), erwartet);
 }
 

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QHelpEvent>
 #include <QListView>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTableView>
 #include <QToolTip>
@@ -211,7 +212,10 @@ TEST_F(Flügeltest, rightButton_choosesTheWingBelowItInChartAndOverview) {
     wähle(u"men_Bearbeiten_12"_s);
     EXPECT_THAT(reihe().ausgelassene(), IsEmpty());
     rechts({880, 300});
-    QTest::mouseMove(&übersicht(), übersicht().zuFenster({272, 112}).toPoint());
+    const QPointF dort = übersicht().zuFenster({272, 112});
+    QMouseEvent zug(QEvent::MouseMove, dort, übersicht().mapToGlobal(dort), Qt::NoButton,
+                    Qt::NoButton, {});
+    QApplication::sendEvent(&übersicht(), &zug);
     drücke(Qt::Key_D, Qt::ControlModifier);
     EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
 }

@@ -191,12 +191,12 @@ TEST_F(HGTest, closing_completesTheYearAsLeavingTheFieldDoes) {
 }
 
 TEST_F(HGTest, windowPlaces_areThereAgainAtTheNextStart) {
-    hg().resize(1111, 666);
+    hg().resize(1111, 711);
     wähle(u"men_Ansicht_20"_s);
     wähle(u"men_Ansicht_22"_s);
     EXPECT_TRUE(hg().close());
     ASSERT_TRUE(starte());
-    EXPECT_EQ(hg().size(), QSize(1111, 666));
+    EXPECT_EQ(hg().size(), QSize(1111, 711));
     EXPECT_TRUE(kind<QWidget>(u"Leiste_Links"_s).isHidden());
     EXPECT_FALSE(kind<QAction>(u"men_Ansicht_20"_s).isChecked());
     EXPECT_TRUE(kind<QAction>(u"men_Ansicht_22"_s).isChecked());

@@ -153,7 +153,8 @@ TEST_F(Messentest, selectionAndNudging_workThroughButtonsAndKeys) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
     klick({400, 50});
     klick({92, 75});
-    QTest::mouseClick(&kind<QAbstractButton>(u"opt_Fein_1"_s), Qt::LeftButton);
+    auto& eins = kind<QAbstractButton>(u"opt_Fein_1"_s);
+    QTest::mouseClick(&eins, Qt::LeftButton, {}, QPoint(8, eins.height() / 2));
     EXPECT_TRUE(bild().hasFocus());
     QTest::keyClick(&bild(), Qt::Key_Left);
     QTest::keyClick(&bild(), Qt::Key_2, Qt::ControlModifier);

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QPalette>
+#include <QRegularExpression>
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -58,7 +59,9 @@ TEST_F(SymbolTest, everyFile_drawsInTextColourOnly) {
     const QStringList dateien = QDir(u":/tarvel/icons"_s).entryList();
     ASSERT_FALSE(dateien.isEmpty());
     for (const QString& datei : dateien) {
-        const QString name = datei.chopped(4);
+        // A build that cannot read drawings has them painted in several sizes.
+        QString name = datei;
+        name.remove(QRegularExpression(u"(-\\d+\\.png|\\.svg)$"_s));
         if (name == u"tarvel") {
             continue;
         }
