@@ -196,18 +196,20 @@ TEST_F(Sitzungstest, examination_goesOnWithWhatWasChanged) {
 TEST_F(Sitzungstest, file_isThereOnlyWhileThereIsSomethingToLose) {
     Sitzungsstand unverändert;
     unverändert.angaben.UNr = u"001"_s;
-    Sitzung sitzung(pfad_);
-    EXPECT_TRUE(sitzung.merke(unverändert));
-    EXPECT_TRUE(dateien().isEmpty());
-
     Sitzungsstand stand = probesitzung(1, 1);
-    EXPECT_TRUE(sitzung.merke(stand));
-    const QByteArray einmal = bytes();
-    EXPECT_TRUE(sitzung.merke(stand));
-    EXPECT_EQ(bytes(), einmal); // not written again
-    stand.flügel.punkte.setzeNächsten(stand.flügel.messart, 1, 2);
-    EXPECT_TRUE(sitzung.merke(stand));
-    EXPECT_LT(bytes().size(), einmal.size() + 600); // a click adds no series
+    {
+        Sitzung sitzung(pfad_);
+        EXPECT_TRUE(sitzung.merke(unverändert));
+        EXPECT_TRUE(dateien().isEmpty());
+
+        EXPECT_TRUE(sitzung.merke(stand));
+        const QByteArray einmal = bytes();
+        EXPECT_TRUE(sitzung.merke(stand));
+        EXPECT_EQ(bytes(), einmal); // not written again
+        stand.flügel.punkte.setzeNächsten(stand.flügel.messart, 1, 2);
+        EXPECT_TRUE(sitzung.merke(stand));
+        EXPECT_LT(bytes().size(), einmal.size() + 600); // a click adds no series
+    }
 
     // At the next start it waits for the answer, whatever is open meanwhile.
     Sitzung nächste(pfad_);
