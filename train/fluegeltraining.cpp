@@ -129,7 +129,7 @@ Mittelflügel mittelVon(const Wahl& wahl) {
     return mittle(maßgebend.empty() ? wahl : maßgebend);
 }
 
-/// Colonies are left out in three groups.
+/// Colonies that a model is not learnt from.
 struct Falte {
     Wahl gelernt;
     Wahl draußen;
@@ -301,6 +301,7 @@ void prüfeBlätter(std::vector<Prüfstand> stände, std::uint64_t saat, int fä
     // Pictures of other resolutions show more than a wing.
     for (Prüfstand& stand : stände)
         std::erase_if(stand.vorrat, [](const auto* f) { return f->dpi != 2400; });
+    std::erase_if(stände, [](const Prüfstand& stand) { return stand.vorrat.empty(); });
     aus() << "\n| sheet | wings | found | sure | false | mean px | flagged of those off > 4 px | "
              "flagged | "
              "least score | processors, clock |\n|---|---|---|---|---|---|---|---|---|---|\n";
@@ -384,6 +385,10 @@ int main(int argc, char** argv) {
           QStringLiteral("8500")},
          {QStringLiteral("each"), QStringLiteral("Pictures of each wing to check."),
           QStringLiteral("n"), QStringLiteral("3")},
+         {QStringLiteral("groups"),
+          QStringLiteral("Groups of colonies that are left out in turn; each colony by itself "
+                         "without it."),
+          QStringLiteral("n"), QStringLiteral("0")},
          {QStringLiteral("threads"), QStringLiteral("Threads."), QStringLiteral("n"),
           QStringLiteral("2")},
          {QStringLiteral("sheets-seed"), QStringLiteral("Seed of the sheets."), QStringLiteral("n"),
@@ -428,7 +433,9 @@ int main(int argc, char** argv) {
     for (const auto* f : alle)
         if (std::find(völker.begin(), völker.end(), f->volk) == völker.end())
             völker.push_back(f->volk);
-    constexpr std::size_t Faltenzahl = 3;
+    const auto gruppen = leser.value(QStringLiteral("groups")).toULongLong();
+    const std::size_t Faltenzahl =
+        gruppen ? std::min<std::size_t>(gruppen, völker.size()) : völker.size();
     std::vector<Falte> falten(Faltenzahl);
     std::vector<Vorschlagsprobe> proben;
     for (std::size_t i = 0; i < Faltenzahl; ++i) {
