@@ -13,8 +13,14 @@ target_compile_definitions(tarvel_flags INTERFACE
 if(MSVC)
   target_compile_options(tarvel_flags INTERFACE /W4 /WX /utf-8)
 else()
-  target_compile_options(tarvel_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  target_compile_options(tarvel_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion
     -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+  # Where several sources are compiled as one, one's own names are all in sight.
+  if(NOT CMAKE_UNITY_BUILD)
+    target_compile_options(tarvel_flags INTERFACE -Wshadow)
+  elseif(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(tarvel_flags INTERFACE -Wshadow=local)
+  endif()
 endif()
 if(TARVEL_SANITIZE)
   # The assertions of the toolkit and of the standard library, which other builds leave out.
@@ -51,4 +57,10 @@ function(tarvel_library room kind)
   set(qt_paint Qt6::Gui)
   set(qt_forms Qt6::Widgets)
   target_link_libraries(${target} PUBLIC ${qt_${kind}} ${arg_LINK} PRIVATE tarvel_flags)
+endfunction()
+
+# tarvel_compile_alone(FILES …): where several sources are compiled as one, these are not, because
+# names of their own stand in another, too.
+function(tarvel_compile_alone)
+  set_source_files_properties(${ARGV} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
