@@ -1,5 +1,5 @@
 #include "app/fenster.h"
-#include "faults/bilderproben.h"
+#include "measure/bilderproben.h"
 #include "measure/bildzugang.h"
 #include "measure/messplatz.h"
 
