@@ -10,21 +10,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(Hinweise, fixedNumbers_giveTheirTexts) {
-    const Texte texte(u"/p"_s);
-    const struct {
-        int nummer;
-        Text text;
-    } fälle[] = {{1, Text::HinweisBildLaden},       {3, Text::HinweisPunkteFehlen},
-                 {4, Text::HinweisPunkteKlicken},   {5, Text::HinweisÜbernehmen},
-                 {8, Text::HinweisSpeichern},       {12, Text::HinweisUntersuchungÖffnen},
-                 {13, Text::ProtokollWirdGedruckt}, {14, Text::HinweisAngabenEintragen},
-                 {15, Text::BildWirdGeladen}};
-    for (const auto& fall : fälle)
-        EXPECT_EQ(hinweistext(texte, fall.nummer), texte(fall.text)) << fall.nummer;
-}
-
-TEST(Hinweise, numbers1To15_areAllDifferent) {
+TEST(Hinweise, numbers1To15_haveTextsOfTheirOwn) {
     const Texte texte(u"/p"_s);
     QSet<QString> verschiedene;
     for (int nummer = 1; nummer <= 15; ++nummer)
