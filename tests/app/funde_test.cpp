@@ -443,11 +443,7 @@ TEST_F(Fundetest, fullSeries_givesNoNumbers_andRefuses) {
         zeilen +=
             QByteArray::number(i) + ",400,50,92,75,360,56,288,62,286,116,237,147,216,143,292,201\n";
     }
-    QFile datei(ordner.filePath(u"viele.csv"_s));
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.write(zeilen);
-    datei.close();
-    ASSERT_TRUE(hg().öffneDatei(datei.fileName()));
+    ASSERT_TRUE(hg().öffneDatei(ordner.schreibe(u"viele.csv"_s, zeilen)));
     ASSERT_EQ(reihe().letzteNummer(), 198);
     ASSERT_TRUE(hg().ladeBild(ordner.filePath(u"blatt.bmp"_s)));
     ASSERT_TRUE(warte());

@@ -23,6 +23,8 @@ inline QByteArray liesGanz(const QString& pfad) {
 /// A folder for the files of one test, reached by their names.
 class Testordner : public QTemporaryDir {
 public:
+    using QTemporaryDir::QTemporaryDir;
+
     QString schreibe(const QString& name, const QByteArray& inhalt = {}) const {
         return lege(filePath(name), inhalt);
     }
