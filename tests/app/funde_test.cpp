@@ -1,8 +1,8 @@
 // Wings that the program finds on a scan, and the points that it proposes, in the real window.
 
+#include "../bench/musterblatt.h"
 #include "app/fenster.h"
 #include "measure/messplatz.h"
-#include "measure/musterblatt.h"
 
 #include <QComboBox>
 #include <QLineF>
