@@ -1,6 +1,6 @@
 // make_scan writes a sample scan of wings and, when asked, the true measuring points on it.
 
-#include "measure/musterblatt.h"
+#include "musterblatt.h"
 
 #include <QCommandLineParser>
 #include <QFile>

@@ -6,16 +6,6 @@
 
 namespace tarvel {
 
-Flügelstil Flügelstil::scan(bool grau) {
-    Flügelstil stil;
-    stil.häutchen = grau ? QColor(214, 214, 214) : QColor(219, 214, 202);
-    stil.rand = grau ? QColor(140, 140, 140) : QColor(146, 132, 112);
-    stil.adern = grau ? QColor(62, 62, 62) : QColor(76, 58, 42);
-    stil.costa = grau ? QColor(24, 24, 24) : QColor(34, 22, 14);
-    stil.borsten = true;
-    return stil;
-}
-
 Flügelstil Flügelstil::zeichnung(const QPalette& palette) {
     const QColor vorn = palette.color(QPalette::WindowText);
     const QColor hinten = palette.color(QPalette::Window);

@@ -4,7 +4,6 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QRandomGenerator>
-#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
@@ -366,28 +365,6 @@ QBrush farbe(const Flügelform& form, std::size_t nummer, const Flügelstil& sti
     }
 }
 
-/// Sum of twelve equal distributions less six: a normal distribution that is the same on every
-/// machine.
-double streuung(QRandomGenerator& zufall) {
-    double summe = 0;
-    for (int i = 0; i < 12; ++i) {
-        summe += zufall.generateDouble();
-    }
-    return summe - 6;
-}
-
-bool natürlich(const std::array<QPointF, 9>& p) {
-    const auto abstand = [&](std::size_t a, std::size_t b) { return QLineF(p[a], p[b]).length(); };
-    const double ci = abstand(5, 6) / abstand(6, 7);
-    const double hi = abstand(5, 7) / abstand(3, 4);
-    // Foot of a point on the base line, and height above it, in millimetres from point 1 on.
-    const QPointF basis = (p[2] - p[1]) / abstand(1, 2);
-    const auto fuß = [&](std::size_t i) { return QPointF::dotProduct(p[i] - p[1], basis); };
-    const double höhe = std::abs(basis.x() * (p[8] - p[1]).y() - basis.y() * (p[8] - p[1]).x());
-    const double dv = (fuß(8) - fuß(4)) * 20 * 2.5 / (1.5 + höhe);
-    return ci > 2.2 && ci < 3.6 && hi > 0.9 && hi < 1.25 && dv > 0 && dv < 2.2;
-}
-
 /// Fine hairs in rows along the wing.
 void maleBorsten(QPainter& painter, const Flügelform& form, const QColor& farbe) {
     constexpr double Abstand = 0.05;
@@ -438,54 +415,6 @@ Flügelform Flügelform::ausPunkten(const std::array<QPointF, 9>& punkte) {
     }
     for (const Ort& ort : Wurzel) {
         form.wurzel.push_back(mitgenommen(punkt(ort), punkte));
-    }
-    return form;
-}
-
-Flügelform Flügelform::mitStreuung(QRandomGenerator& zufall) {
-    const Flügelform mittel = normal();
-    // Standard deviations as among wings of one region, in millimetres; the short segments of the
-    // cubital vein vary least.
-    constexpr Ort Abweichung[9] = {{0, 0},         {0.03, 0.017},  {0.034, 0.028},
-                                   {0.03, 0.014},  {0.028, 0.015}, {0.024, 0.024},
-                                   {0.018, 0.012}, {0.016, 0.012}, {0.026, 0.028}};
-    std::array<QPointF, 9> punkte = mittel.punkte;
-    do {
-        for (std::size_t i = 1; i < punkte.size(); ++i) {
-            const double dx = streuung(zufall) * Abweichung[i].x;
-            const double dy = streuung(zufall) * Abweichung[i].y;
-            punkte[i] = mittel.punkte[i] + QPointF(dx, dy);
-        }
-    } while (!natürlich(punkte));
-    Flügelform form = ausPunkten(punkte);
-    const double größe = 1 + 0.012 * streuung(zufall);
-    const auto wachse = [größe](QPointF& ort) { ort *= größe; };
-    std::for_each(form.punkte.begin(), form.punkte.end(), wachse);
-    std::for_each(form.umriss.begin(), form.umriss.end(), wachse);
-    std::for_each(form.wurzel.begin(), form.wurzel.end(), wachse);
-    for (Ader& ader : form.adern) {
-        for (Ader::Stelle& stelle : ader.verlauf) {
-            wachse(stelle.ort);
-        }
-    }
-    return form;
-}
-
-Flügelform Flügelform::gedreht(double grad) const {
-    const QPointF mitte = rahmen().center();
-    QTransform drehung;
-    drehung.translate(mitte.x(), mitte.y());
-    drehung.rotate(grad);
-    drehung.translate(-mitte.x(), -mitte.y());
-    const auto drehe = [&drehung](QPointF& ort) { ort = drehung.map(ort); };
-    Flügelform form = *this;
-    std::for_each(form.punkte.begin() + 1, form.punkte.end(), drehe);
-    std::for_each(form.umriss.begin(), form.umriss.end(), drehe);
-    std::for_each(form.wurzel.begin(), form.wurzel.end(), drehe);
-    for (Ader& ader : form.adern) {
-        for (Ader::Stelle& stelle : ader.verlauf) {
-            drehe(stelle.ort);
-        }
     }
     return form;
 }

@@ -10,7 +10,6 @@
 
 class QPainter;
 class QPalette;
-class QRandomGenerator;
 
 namespace tarvel {
 
@@ -47,13 +46,6 @@ struct Flügelform {
     /// Points should lie within a few tenths of a millimetre of those of normal().
     [[nodiscard]] static Flügelform ausPunkten(const std::array<QPointF, 9>& punkte);
 
-    /// A wing as it may occur beside others of one colony: cubital index 2.2 to 3.6, hantel index
-    /// 0.9 to 1.25, discoidal shift 0 to +2.2. The same state of @p zufall gives the same wing.
-    [[nodiscard]] static Flügelform mitStreuung(QRandomGenerator& zufall);
-
-    /// The wing turned clockwise about its middle by @p grad degrees.
-    [[nodiscard]] Flügelform gedreht(double grad) const;
-
     /// Area of a cell between the middle lines of its veins.
     [[nodiscard]] QPainterPath zelle(Zelle zelle) const;
 
@@ -73,8 +65,6 @@ struct Flügelstil {
     /// Bristles on the membrane, as a scan shows them.
     bool borsten = false;
 
-    /// As on a scan in transmitted light.
-    [[nodiscard]] static Flügelstil scan(bool grau);
     /// Line drawing in the colours of a window.
     [[nodiscard]] static Flügelstil zeichnung(const QPalette& palette);
 };

@@ -155,9 +155,7 @@ TEST_F(Auswertungstest, savedChart_namesTheExaminationInTheLanguageOfTheDay) {
         for (const QString& ansicht : {u"pic_Kurven"_s, u"pic_Korrel"_s}) {
             const QString pfad = ordner.filePath(ansicht + u".svg"_s);
             ASSERT_TRUE(diagramm(ansicht).speichere(pfad, Diagrammformat::SVG));
-            QFile datei(pfad);
-            ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
-            const QString svg = QString::fromUtf8(datei.readAll());
+            const QString svg = QString::fromUtf8(liesGanz(pfad));
             EXPECT_TRUE(svg.contains(text)) << qPrintable(pfad);
             EXPECT_TRUE(svg.contains(heute));
             EXPECT_TRUE(svg.contains(u": 002"_s));

@@ -43,16 +43,9 @@ struct Einlesetest : Fenstertest {
     void SetUp() override { ASSERT_TRUE(starte()); }
 
     QString datei(const QByteArray& inhalt, const QString& name = u"Königin 7.Bee"_s) const {
-        const QString pfad = ordner.filePath(name);
-        QFile ziel(pfad);
-        EXPECT_TRUE(ziel.open(QIODevice::WriteOnly));
-        ziel.write(inhalt);
-        return pfad;
+        return ordner.schreibe(name, inhalt);
     }
-    QByteArray inhalt(const QString& name) const {
-        QFile quelle(ordner.filePath(name));
-        return quelle.open(QIODevice::ReadOnly) ? quelle.readAll() : QByteArray();
-    }
+    QByteArray inhalt(const QString& name) const { return ordner.lies(name); }
     Ergebnistabelle tabelle() const {
         return Ergebnistabelle(ordner.filePath(u"Meine Tabelle.tdb"_s));
     }

@@ -8,13 +8,13 @@
 #include "support/kinder.h"
 #include "support/testdialoge.h"
 #include "support/testdrucker.h"
+#include "support/testordner.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
 
@@ -23,7 +23,7 @@ namespace tarvel {
 /// The real program in a folder of its own, with everything that would wait for a person answered
 /// by the test.
 struct Fenstertest : testing::Test {
-    QTemporaryDir ordner;
+    Testordner ordner;
     TestDialoge dialoge;
     TestShell shell;
     TestClock uhr;
@@ -36,15 +36,8 @@ struct Fenstertest : testing::Test {
 
     QString inipfad() const { return ordner.filePath(QStringLiteral("Index.ini")); }
 
-    void schreibeIni(const QByteArray& inhalt) const {
-        QFile datei(inipfad());
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-    }
-    QByteArray ini() const {
-        QFile datei(inipfad());
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
-    }
+    void schreibeIni(const QByteArray& inhalt) const { lege(inipfad(), inhalt); }
+    QByteArray ini() const { return liesGanz(inipfad()); }
 
     Dienste dienste(Dialoge& antworten, const Zahlenformat& format = {}) {
         return {.dialoge = antworten,

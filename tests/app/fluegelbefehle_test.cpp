@@ -106,13 +106,11 @@ TEST_F(Flügeltest, wingChosenInOneView_isTheChosenOneInAll) {
     drücke(Qt::Key_D, Qt::ControlModifier);
     EXPECT_THAT(reihe().ausgelassene(), ElementsAre(1));
     // A wing of that number in another examination was not chosen.
-    QFile csv(ordner.filePath(u"a.csv"_s));
-    ASSERT_TRUE(csv.open(QIODevice::WriteOnly));
-    csv.write("dpi,x1,y1,x2,y2,x3,y3,x4,y4,x5,y5,x6,y6,x7,y7,x8,y8\n"
-              "2400,400,50,92,75,360,56,288,62,286,116,237,147,216,143,292,201\n");
-    csv.close();
+    const QString csv = ordner.schreibe(
+        u"a.csv"_s, "dpi,x1,y1,x2,y2,x3,y3,x4,y4,x5,y5,x6,y6,x7,y7,x8,y8\n"
+                    "2400,400,50,92,75,360,56,288,62,286,116,237,147,216,143,292,201\n");
     dialoge.antworten = {Antwort::Nein};
-    ASSERT_TRUE(hg().öffneDatei(csv.fileName()));
+    ASSERT_TRUE(hg().öffneDatei(csv));
     EXPECT_EQ(kind<QComboBox>(u"cbo_dpi"_s).currentText(), u"2400 dpi"_s); // for what follows, too
     EXPECT_THAT(static_cast<Diagrammansicht&>(kind<QWidget>(u"pic_Kurven"_s)).hervorgehoben(),
                 IsEmpty());

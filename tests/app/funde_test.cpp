@@ -1,8 +1,8 @@
 // Wings that the program finds on a scan, and the points that it proposes, in the real window.
 
+#include "../bench/musterblatt.h"
 #include "app/fenster.h"
 #include "measure/messplatz.h"
-#include "measure/musterblatt.h"
 
 #include <QComboBox>
 #include <QLineF>
@@ -443,11 +443,7 @@ TEST_F(Fundetest, fullSeries_givesNoNumbers_andRefuses) {
         zeilen +=
             QByteArray::number(i) + ",400,50,92,75,360,56,288,62,286,116,237,147,216,143,292,201\n";
     }
-    QFile datei(ordner.filePath(u"viele.csv"_s));
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.write(zeilen);
-    datei.close();
-    ASSERT_TRUE(hg().öffneDatei(datei.fileName()));
+    ASSERT_TRUE(hg().öffneDatei(ordner.schreibe(u"viele.csv"_s, zeilen)));
     ASSERT_EQ(reihe().letzteNummer(), 198);
     ASSERT_TRUE(hg().ladeBild(ordner.filePath(u"blatt.bmp"_s)));
     ASSERT_TRUE(warte());

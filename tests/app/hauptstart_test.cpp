@@ -117,12 +117,10 @@ TEST_F(Starttest, filesOfASecondStart_openInTheRunningWindow) {
     frage.close();
     EXPECT_TRUE(zweiter({bildpfad}));
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
-    QFile csv(ordner.filePath(u"a.csv"_s));
-    ASSERT_TRUE(csv.open(QIODevice::WriteOnly));
-    csv.write("wing,dpi,x5,y5,x6,y6,x7,y7\n1,2400,286,116,237,147,216,143\n");
-    csv.close();
+    const QString csv =
+        ordner.schreibe(u"a.csv"_s, "wing,dpi,x5,y5,x6,y6,x7,y7\n1,2400,286,116,237,147,216,143\n");
     kind<QAction>(u"men_Betriebsart_0"_s).trigger();
-    EXPECT_TRUE(zweiter({csv.fileName()}));
+    EXPECT_TRUE(zweiter({csv}));
     EXPECT_TRUE(QTest::qWaitFor([&] {
         return hinweis() == u"Tarvel ist bereits gestartet. Eingelesene Flügel: 1, gerechnet mit "
                             "den 2400 dpi, die in der Datei stehen."_s;
@@ -139,7 +137,7 @@ TEST_F(Starttest, filesThatNobodyTakes_areToldLikeNone) {
             Dateiannahme::übergib(ordner.path(), {u"/a.png"_s}, std::chrono::milliseconds(50)));
     }
     hängt.close();
-    { QFile(adresse).open(QIODevice::WriteOnly); } // of a program that crashed
+    lege(adresse); // of a program that crashed
     schreibeIni("[Start]\r\nNeu=False\r\n");
     Programm zweites(ordner.path(), dienste(dialoge));
     EXPECT_FALSE(zweites.Hauptstart({u"/a.png"_s}));
@@ -148,7 +146,7 @@ TEST_F(Starttest, filesThatNobodyTakes_areToldLikeNone) {
 }
 
 TEST_F(Starttest, demoInAFolderOfSomebodyElse_leavesItAlone) {
-    ASSERT_TRUE(QFile(ordner.filePath(u"protokoll.pdf"_s)).open(QIODevice::WriteOnly));
+    ordner.schreibe(u"protokoll.pdf"_s);
     Befehlszeile zeile;
     zeile.demo = ordner.path();
     EXPECT_EQ(demo(zeile), 1);

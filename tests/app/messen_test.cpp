@@ -1,5 +1,5 @@
 #include "app/fenster.h"
-#include "faults/bilderproben.h"
+#include "measure/bilderproben.h"
 #include "measure/bildzugang.h"
 #include "measure/messplatz.h"
 
@@ -246,22 +246,17 @@ TEST_F(Messentest, unreadablePictures_areSaidAndChangeNothing) {
     ASSERT_TRUE(hg().ladeBild(maleBild({906, 320})));
     klickeFlügel();
     übernimm();
-    const auto schreibe = [this](const QString& name, const QByteArray& inhalt) {
-        QFile datei(ordner.filePath(name));
-        EXPECT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-        return datei.fileName();
-    };
     struct Zeile {
         QString pfad, erwartet;
     };
     const Zeile zeilen[] = {
         {ordner.filePath(u"fehlt.png"_s), u"Die Bilddatei wurde nicht gefunden."_s},
-        {schreibe(u"leer.png"_s, {}), u"ist leer"_s},
-        {schreibe(u"text.jpg"_s, "kein Bild"), u"kann nicht als Bild gelesen werden"_s},
-        {schreibe(u"riese.bmp"_s, QByteArray::fromHex("424d3600000000000000360000002800000060ea0000"
-                                                      "60ea0000010018000000000000000000000000000000"
-                                                      "00000000000000000000")),
+        {ordner.schreibe(u"leer.png"_s, {}), u"ist leer"_s},
+        {ordner.schreibe(u"text.jpg"_s, "kein Bild"), u"kann nicht als Bild gelesen werden"_s},
+        {ordner.schreibe(u"riese.bmp"_s,
+                         QByteArray::fromHex("424d3600000000000000360000002800000060ea0000"
+                                             "60ea0000010018000000000000000000000000000000"
+                                             "00000000000000000000")),
          u"zu groß"_s},
     };
     for (const Zeile& z : zeilen) {
@@ -363,26 +358,23 @@ TEST_F(Messentest, fileOfSeveralPages_isAskedAboutOnceAndItsWingsFindTheirPage) 
     QByteArray zweite = bytes.sliced(anfang, verweis + 4 - anfang);
     bytes.replace(verweis, 4, klein(static_cast<quint32>(bytes.size())));
     bytes += zweite;
-    QFile datei(ordner.filePath(u"seiten.tif"_s));
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.write(bytes);
-    datei.close();
+    const QString datei = ordner.schreibe(u"seiten.tif"_s, bytes);
     const auto& platz = kind<Messplatz>(u"Messplatz"_s);
 
     dialoge.wahl = -1;
-    EXPECT_FALSE(hg().ladeBild(datei.fileName()));
+    EXPECT_FALSE(hg().ladeBild(datei));
     EXPECT_EQ(platz.bild().pfad(), QString());
     dialoge.wahl = 1;
-    ASSERT_TRUE(hg().ladeBild(datei.fileName()));
+    ASSERT_TRUE(hg().ladeBild(datei));
     klickeFlügel();
     übernimm();
-    EXPECT_EQ(reihe().messung(1)->bilddatei, datei.fileName() + u"#2"_s);
+    EXPECT_EQ(reihe().messung(1)->bilddatei, datei + u"#2"_s);
     dialoge.wahl = 0;
-    ASSERT_TRUE(hg().ladeBild(datei.fileName()));
-    EXPECT_EQ(platz.bild().pfad(), datei.fileName());
+    ASSERT_TRUE(hg().ladeBild(datei));
+    EXPECT_EQ(platz.bild().pfad(), datei);
     QTest::mouseClick(kind<QListView>(u"Liste_CI"_s).viewport(), Qt::LeftButton, {}, {20, 8});
     wähle(u"men_Bearbeiten_1"_s);
-    EXPECT_EQ(platz.bild().pfad(), datei.fileName() + u"#2"_s);
+    EXPECT_EQ(platz.bild().pfad(), datei + u"#2"_s);
     EXPECT_THAT(dialoge.auswahlen, SizeIs(3));
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
 }

@@ -138,9 +138,7 @@ TEST_F(Protokolltest, withoutAPrinter_aPdfIsWritten) {
         QTest::keyClick(&dialog, Qt::Key_Return);
         EXPECT_FALSE(dialog.isVisible());
     });
-    QFile pdf(pfad + u".pdf"_s);
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    EXPECT_EQ(pdf.read(5), QByteArray("%PDF-"));
+    EXPECT_TRUE(liesGanz(pfad + u".pdf"_s).startsWith("%PDF-"));
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
     EXPECT_EQ(hinweis(), u"'%1.pdf' ist geschrieben."_s.arg(pfad));
 }
@@ -156,16 +154,13 @@ TEST_F(Protokolltest, dataBesideThePdf_isWrittenAndNeverReplacesUnasked) {
             EXPECT_EQ(tabelle.isChecked(), ersetzen == Antwort::Ja); // as it was left last time
             tabelle.setChecked(true);
             if (ersetzen == Antwort::Nein) {
-                QFile fremde(csv);
-                ASSERT_TRUE(fremde.open(QIODevice::WriteOnly));
+                lege(csv);
             }
             im<QPushButton>(dialog, u"bef_PDF"_s).click();
             EXPECT_EQ(QFileInfo(csv).size() > 0, ersetzen == Antwort::Ja);
         });
     }
-    QFile tabelle(csv);
-    ASSERT_TRUE(tabelle.open(QIODevice::ReadOnly));
-    EXPECT_THAT(tabelle.readLine().toStdString(), HasSubstr("x1,y1"));
+    EXPECT_THAT(liesGanz(csv).toStdString(), HasSubstr("x1,y1"));
 }
 
 TEST_F(Protokolltest, appendix_followsThePagesOfTheReport) {
@@ -192,9 +187,7 @@ TEST_F(Protokolltest, appendix_followsThePagesOfTheReport) {
             im<QComboBox>(dialog, u"cbo_Seiten"_s).setCurrentText(eintrag);
             im<QPushButton>(dialog, u"bef_PDF"_s).click();
         });
-        QFile pdf(pfad);
-        ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-        EXPECT_EQ(pdf.readAll().count("/Type /Page\n"), seitenzahl) << qPrintable(wahl);
+        EXPECT_EQ(liesGanz(pfad).count("/Type /Page\n"), seitenzahl) << qPrintable(wahl);
     }
 }
 
@@ -274,12 +267,9 @@ TEST_F(Protokolltest, ownWordsStored_areOfferedForTheReportAtOnce) {
 }
 
 TEST_F(Protokolltest, languagePack_isLoadedKeptForTheNextStartAndTakenAway) {
-    const QString pfad = ordner.filePath(u"sl.txt"_s);
-    QFile datei(pfad);
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.write("Tarvel language pack\nlanguage = Slovenski\nText.Ja = x\n"
-                "Text.MenüProtokollDrucken = Natisni poro\xC4\x8Dilo\n");
-    datei.close();
+    const QString pfad =
+        ordner.schreibe(u"sl.txt"_s, "Tarvel language pack\nlanguage = Slovenski\nText.Ja = x\n"
+                                     "Text.MenüProtokollDrucken = Natisni poro\xC4\x8Dilo\n");
     wähle(u"men_Extras_8"_s);
     dialoge.dateien = {pfad};
     kind<QAction>(u"men_Sprachpaket_0"_s).trigger();

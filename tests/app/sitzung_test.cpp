@@ -79,10 +79,7 @@ TEST_F(Absturztest, closingWithoutSaving_isNoCrash) {
 
 TEST_F(Absturztest, damagedRecord_isPutAsideAndSaid) {
     programm.reset();
-    QFile datei(journal());
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.write("kein Journal");
-    datei.close();
+    lege(journal(), "kein Journal");
     ASSERT_TRUE(starte());
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
     EXPECT_TRUE(dialoge.meldungen[0].contains(u"defekt"_s)) << qPrintable(dialoge.meldungen[0]);

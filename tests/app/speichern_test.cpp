@@ -218,9 +218,7 @@ TEST_F(Speicherntest, resultsFileThatIsGone_isMadeAnewAndTheUserIsTold) {
 
 TEST_F(Speicherntest, storeThatLostTheNameOfTheFile_isTold) {
     programm.reset();
-    QFile store(ordner.filePath(u"benutzer.ini"_s));
-    ASSERT_TRUE(store.open(QIODevice::WriteOnly)); // empties it
-    store.close();
+    ordner.schreibe(u"benutzer.ini"_s);
     ASSERT_TRUE(starte());
     ASSERT_THAT(dialoge.meldungen, SizeIs(1));
     EXPECT_TRUE(dialoge.meldungen[0].contains(u"steht nicht mehr"_s));
@@ -232,15 +230,11 @@ TEST_F(Speicherntest, storeThatLostTheNameOfTheFile_isTold) {
 TEST_F(Speicherntest, otherFileOfThatNameAmongTheDocuments_staysAndTheNextNameIsTaken) {
     programm.reset();
     ASSERT_TRUE(QFile::remove(ordner.filePath(u"benutzer.ini"_s)));
-    QFile fremd(pfad());
-    ASSERT_TRUE(fremd.open(QIODevice::WriteOnly)); // empties it
-    fremd.write("Lieber Imker");
-    fremd.close();
+    lege(pfad(), "Lieber Imker");
     ASSERT_TRUE(starte());
     EXPECT_THAT(dialoge.meldungen, IsEmpty());
     EXPECT_TRUE(QFile::exists(pfad(u"Meine Tabelle 2.tdb"_s)));
-    ASSERT_TRUE(fremd.open(QIODevice::ReadOnly));
-    EXPECT_EQ(fremd.readAll(), "Lieber Imker");
+    EXPECT_EQ(liesGanz(pfad()), "Lieber Imker");
 }
 
 TEST_F(Speicherntest, settingsLost_theFileAmongTheDocumentsIsTakenUpAgain) {
@@ -251,21 +245,6 @@ TEST_F(Speicherntest, settingsLost_theFileAmongTheDocumentsIsTakenUpAgain) {
     ASSERT_TRUE(starte());
     EXPECT_EQ(züchter().text(), u"A"_s);
     EXPECT_THAT(QDir(ordner.path()).entryList({u"*.tdb"_s}), SizeIs(1));
-}
-
-TEST_F(Speicherntest, foreignFileInThePlaceOfTheResultsFile_isNamedAndLeftAlone) {
-    programm.reset();
-    QFile fremd(pfad());
-    ASSERT_TRUE(fremd.open(QIODevice::WriteOnly));
-    fremd.write("kein Ergebnis, aber wichtig, und länger als der Kopf einer Datenbank: "
-                "0123456789012345678901234567890123456789012345678901234567890123456789");
-    fremd.close();
-    const qint64 größe = fremd.size();
-    ASSERT_TRUE(starte());
-    ASSERT_FALSE(dialoge.meldungen.isEmpty());
-    EXPECT_TRUE(dialoge.meldungen[0].contains(u"ist keine Ergebnisdatei"_s));
-    EXPECT_EQ(QFileInfo(pfad()).size(), größe);
-    EXPECT_TRUE(hg().isVisible()); // measuring goes on without it
 }
 
 TEST_F(Speicherntest, droppedResultsFile_becomesTheCurrentOne) {

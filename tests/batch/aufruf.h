@@ -1,9 +1,9 @@
 #pragma once
 
+#include "support/testordner.h"
+
 #include <QDir>
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -27,7 +27,7 @@ struct Lauf {
 /// Tests that call the program itself, in a folder of their own and without a display.
 class Batchtest : public testing::Test {
 protected:
-    QTemporaryDir ordner_;
+    Testordner ordner_;
 
     /// Calls the program in the folder; arguments are separated by blanks.
     Lauf rufe(const QString& argumente, const QByteArray& eingabe = {},
@@ -65,15 +65,10 @@ protected:
         return QDir(ordner_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
     void schreibe(const QString& name, const QByteArray& inhalt) const {
-        QFile datei(pfad(name));
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
+        ordner_.schreibe(name, inhalt);
     }
     [[nodiscard]] std::string text(const QString& name) const { return lies(name).toStdString(); }
-    [[nodiscard]] QByteArray lies(const QString& name) const {
-        QFile datei(pfad(name));
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("unreadable");
-    }
+    [[nodiscard]] QByteArray lies(const QString& name) const { return ordner_.lies(name); }
 };
 
 } // namespace tarvel

@@ -1,5 +1,6 @@
 #include "batch/aufruf.h"
 #include "platform/csv.h"
+#include "support/testordner.h"
 
 #include <QImage>
 #include <QJsonArray>
@@ -47,9 +48,8 @@ TEST_F(Messen, sampleSheet_givesItsWingsInEveryFormat) {
     EXPECT_EQ(gefunden[0].join(u','), u"file,wing,x,y,angle,mirrored,size,score,state,"
                                       "x1,y1,x2,y2,x3,y3,x4,y4,x5,y5,x6,y6,x7,y7,x8,y8,"
                                       "e1,e2,e3,e4,e5,e6,e7,e8,ci,hi,dv"_s);
-    QFile wahr(QStringLiteral(TARVEL_DATA "/musterblatt.csv"));
-    ASSERT_TRUE(wahr.open(QIODevice::ReadOnly));
-    const QList<QStringList> wahre = zeilen(QString::fromUtf8(wahr.readAll()));
+    const QList<QStringList> wahre =
+        zeilen(QString::fromUtf8(liesGanz(QStringLiteral(TARVEL_DATA "/musterblatt.csv"))));
     for (int i = 1; i <= Flügelzahl; ++i) {
         EXPECT_EQ(gefunden[i].mid(0, 2), QStringList({u"a.png"_s, QString::number(i)}));
         for (int k = 0; k < 16; k += 2) {

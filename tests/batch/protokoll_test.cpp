@@ -1,5 +1,4 @@
 #include "batch/aufruf.h"
-#include "print/protokollprobe.h"
 #include "results/ergebnistabelle.h"
 #include "results/untersuchungssatz.h"
 
@@ -127,20 +126,4 @@ TEST_F(Protokoll, appendix_hasThePicturesThatAreAtHand) {
     scan.fill(200);
     ASSERT_TRUE(scan.save(messung.bilddatei));
     EXPECT_EQ(bilder(), ohne + 1);
-}
-
-TEST(Protokollwerte, wingsOutsideTheTrustArea_areCounted) {
-    Protokollprobe probe;
-    for (int i = 0; i < 25; ++i) {
-        probe.miss(18 + i % 5);
-    }
-    probe.ändere([](Messreihe& reihe) {
-        for (qint16 nummer = 26; nummer <= 30; ++nummer) {
-            reihe.trageEin(nummer, {.CI = 2.5F, .HI = 0.8F, .DV = -2.F, .fehler = {}}, {}, {});
-        }
-    });
-    const auto werte = probe.daten().korrelation;
-    ASSERT_EQ(werte.size(), 4U);
-    EXPECT_EQ(werte[2].wert + werte[2].zusatz, u"83 %n = 25"_s);
-    EXPECT_EQ(werte[3].wert + werte[3].zusatz, u"17 %n = 5"_s);
 }

@@ -1,7 +1,7 @@
+#include "../bench/musterblatt.h"
 #include "detect/bildpixel.h"
 #include "detect/faeden.h"
 #include "detect/fluegelerkennung.h"
-#include "measure/musterblatt.h"
 
 #include <QTransform>
 

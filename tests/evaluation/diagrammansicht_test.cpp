@@ -5,14 +5,13 @@
 #include "lang/texte.h"
 #include "support/kinder.h"
 #include "support/testdialoge.h"
+#include "support/testordner.h"
 
 #include <QAction>
 #include <QClipboard>
 #include <QDir>
-#include <QFile>
 #include <QGuiApplication>
 #include <QHelpEvent>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolTip>
 #include <gmock/gmock.h>
@@ -38,14 +37,9 @@ protected:
         return ansicht.stellen().at(i).fläche.center().toPoint();
     }
 
-    QByteArray inhalt(const QString& name) const {
-        QFile datei(ordner.filePath(name));
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
-    }
-
     void löseAus(int befehl) { kind<QAction>(ansicht, u"men_Diagramm_%1"_s.arg(befehl)).trigger(); }
 
-    QTemporaryDir ordner;
+    Testordner ordner;
     Texte texte{u"/"_s};
     TestDialoge dialoge;
     Diagrammansicht ansicht{Diagrammansicht::Art::Korrel, texte, dialoge};
@@ -152,14 +146,14 @@ TEST_F(DiagrammansichtTest, saveCommands_writeTheirFormatAndAddItsExtension) {
     for (const Fall& f : fälle) {
         dialoge.dateien << ordner.filePath(f.getippt);
         löseAus(f.befehl);
-        EXPECT_TRUE(inhalt(f.datei).startsWith(f.anfang)) << f.datei.toStdString();
-        EXPECT_GT(inhalt(f.datei).size(), 2000) << f.datei.toStdString();
+        EXPECT_TRUE(ordner.lies(f.datei).startsWith(f.anfang)) << f.datei.toStdString();
+        EXPECT_GT(ordner.lies(f.datei).size(), 2000) << f.datei.toStdString();
         EXPECT_EQ(dialoge.filter.back(), f.filter);
     }
     EXPECT_TRUE(dialoge.meldungen.isEmpty());
     const QImage png(ordner.filePath(u"a.png"_s));
     EXPECT_EQ(png.size(), QSize(2000, 1268));
-    EXPECT_TRUE(inhalt(u"b.svg"_s).contains("Hantelindex"));
+    EXPECT_TRUE(ordner.lies(u"b.svg"_s).contains("Hantelindex"));
 }
 
 TEST_F(DiagrammansichtTest, savedChart_saysWhatItShows) {
@@ -173,13 +167,14 @@ TEST_F(DiagrammansichtTest, savedChart_saysWhatItShows) {
     dialoge.dateien << ordner.filePath(u"a.svg"_s) << ordner.filePath(u"b.svg"_s)
                     << ordner.filePath(u"a.png"_s);
     löseAus(1);
-    const QString svg = QString::fromUtf8(inhalt(u"a.svg"_s));
+    const QString svg = QString::fromUtf8(ordner.lies(u"a.svg"_s));
     EXPECT_TRUE(svg.contains(u"Untersuchung Nr. 001AB2026  ·  Carnica  ·  Drohnen  ·  5. März"_s));
     EXPECT_TRUE(svg.contains(u"2 Flügel ausgelassen: 003, 004"_s));
     EXPECT_TRUE(svg.contains(u"<title>Untersuchung Nr. 001AB2026 – Korrelation"_s));
     ansicht.zeige(Kurvenbild());
     löseAus(1);
-    EXPECT_TRUE(QString::fromUtf8(inhalt(u"b.svg"_s)).contains(u"Nr. 001AB2026  ·  Carnica"_s));
+    EXPECT_TRUE(
+        QString::fromUtf8(ordner.lies(u"b.svg"_s)).contains(u"Nr. 001AB2026  ·  Carnica"_s));
     löseAus(0);
     EXPECT_TRUE(QImage(ordner.filePath(u"a.png"_s)).text(u"Title"_s).contains(u"001AB2026"_s));
 }
@@ -214,16 +209,13 @@ TEST_F(DiagrammansichtTest, fileOfTheCompletedName_isReplacedOnlyWhenConfirmed) 
     if (!kannSvg()) {
         GTEST_SKIP() << "this build writes no SVG";
     }
-    QFile alt(ordner.filePath(u"a.svg"_s));
-    ASSERT_TRUE(alt.open(QIODevice::WriteOnly));
-    alt.write("alt");
-    alt.close();
+    ordner.schreibe(u"a.svg"_s, "alt");
     dialoge.antworten = {Antwort::Nein, Antwort::Ja};
     dialoge.dateien << ordner.filePath(u"a"_s) << ordner.filePath(u"a"_s);
     löseAus(1);
-    EXPECT_EQ(inhalt(u"a.svg"_s), "alt");
+    EXPECT_EQ(ordner.lies(u"a.svg"_s), "alt");
     löseAus(1);
-    EXPECT_TRUE(inhalt(u"a.svg"_s).startsWith("<?xml"));
+    EXPECT_TRUE(ordner.lies(u"a.svg"_s).startsWith("<?xml"));
     EXPECT_EQ(dialoge.fragen.size(), 2U);
 }
 

@@ -2,7 +2,6 @@
 
 #include "diagrammprobe.h"
 #include "lang/texte.h"
-#include "textprobe.h"
 
 #include <gmock/gmock.h>
 
@@ -193,33 +192,6 @@ TEST(PaintKorrel, withoutColour_edgeStillTellsInsideFromOutside) {
     // The ring of a wing outside runs beside its wedge.
     EXPECT_LT(qGray(grau.pixel(QPointF(a.DV.ort(-2) - 7.5, a.fläche.top() + 7.5).toPoint())), 120);
     EXPECT_GT(qGray(grau.pixel(QPointF(a.fläche.right() - 7.5, a.HI.ort(1) - 7.5).toPoint())), 200);
-}
-
-TEST(PaintKorrel, limits_areNamedAlsoBeyondTheAxes) {
-    struct Fall {
-        qint16 HI;
-        qint16 DV;
-        QString textHI;
-        QString textDV;
-    };
-    const Fall fälle[] = {{920, 50, u"Grenzlinie HI 0.920"_s, u"Grenzlinie DV +0.50"_s},
-                          {1499, -999, u"Grenzlinie HI 1.499"_s, u"Grenzlinie DV -9.99"_s},
-                          {1600, -1500, u"Grenzlinie HI 1.600"_s, u"Grenzlinie DV -15.00"_s},
-                          {-5, 32000, u"Grenzlinie HI -0.005"_s, u"Grenzlinie DV +320.00"_s}};
-    for (const Fall& f : fälle) {
-        for (const qint16 richtung : {qint16(0), qint16(1)}) {
-            Grenzlinien g = linien(0, richtung);
-            g.Arbeit.HI.gespeichert = f.HI;
-            g.Arbeit.DV.gespeichert = f.DV;
-            Mitschreiber ziel(Größe);
-            QPainter painter(&ziel);
-            maleKorrel(painter, Rahmen, bildVon({{1, 1}}, g), prüfstil());
-            QStringList texte;
-            for (const auto& t : ziel.mitschrift.texte)
-                texte << t.text;
-            EXPECT_THAT(texte, testing::IsSupersetOf({f.textHI, f.textDV}));
-        }
-    }
 }
 
 TEST(PaintKorrel, noWings_hasLinesAndASentence) {

@@ -39,16 +39,6 @@ QByteArray mitNullen(const char (&text)[N]) {
 struct Fenstermuell : Fenstertest {
     QString tabelle() const { return ordner.filePath(u"Völker.tdb"_s); }
 
-    static void schreibe(const QString& pfad, const QByteArray& inhalt) {
-        QFile datei(pfad);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-    }
-    static QByteArray bytes(const QString& pfad) {
-        QFile datei(pfad);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("unreadable");
-    }
-
     /// Shows every view there is.
     void gehHerum() {
         for (const int ansicht : {0, 2, 3, 4, 6, 7, 11}) {
@@ -103,7 +93,7 @@ TEST_F(Fenstermuell, settingsOfAnyKind_areKeptToTheLastByte) {
     };
     for (const auto& [was, inhalt] : fälle) {
         SCOPED_TRACE(was);
-        schreibe(inipfad(), inhalt);
+        lege(inipfad(), inhalt);
         dialoge.meldungen.clear();
         ASSERT_TRUE(starteUnvorbereitet());
         wähle(u"men_Sprache_1"_s);
@@ -132,7 +122,7 @@ TEST_F(Fenstermuell, everySettingAtAbsurdValues_startsAndPaints) {
                           '=' + wert + "\r\n";
             }
         }
-        schreibe(inipfad(), "[Start]\r\nNeu=False\r\n" + inhalt);
+        lege(inipfad(), "[Start]\r\nNeu=False\r\n" + inhalt);
         ASSERT_TRUE(starteUnvorbereitet());
         missFlügel();
         gehHerum();
@@ -149,7 +139,7 @@ TEST_F(Fenstermuell, userStoreOfAnyKind_startsWithAFileThatIsFree) {
          {QByteArray(), rauschen(5000), rauschen((lang ? 64 : 1) * MB), QByteArray(MB, '\0'),
           mitNullen("[Index]\n0ptionen\\Tabelle=@Variant(\0\0\0\x7f\xff\xff\xff\xff)\n"),
           QByteArray("[Index]\n0ptionen\\Tabelle=a, b, c\n")}) {
-        schreibe(ordner.filePath(u"benutzer.ini"_s), inhalt);
+        lege(ordner.filePath(u"benutzer.ini"_s), inhalt);
         dialoge.meldungen.clear();
         ASSERT_TRUE(starte());
         EXPECT_TRUE(QFile::exists(ordner.filePath(u"Meine Tabelle.tdb"_s)));
@@ -160,7 +150,7 @@ TEST_F(Fenstermuell, userStoreOfAnyKind_startsWithAFileThatIsFree) {
 
 TEST_F(Fenstermuell, resultsFileOfAnyKind_isNamedOnceInTheLanguageAndLeftAlone) {
     NeueDatenbank(tabelle());
-    const QByteArray gut = bytes(tabelle());
+    const QByteArray gut = liesGanz(tabelle());
     const QByteArray inhalte[] = {QByteArray(),
                                   "Lieber Imker!",
                                   gut.left(gut.size() / 2),
@@ -174,7 +164,7 @@ TEST_F(Fenstermuell, resultsFileOfAnyKind_isNamedOnceInTheLanguageAndLeftAlone) 
         schreibeIni("[Start]\r\nNeu=False\r\nSprache=" + QByteArray::number(sprache) + "\r\n");
         for (const QByteArray& inhalt : inhalte) {
             SCOPED_TRACE(inhalt.left(20).toStdString() + ' ' + std::to_string(sprache));
-            schreibe(tabelle(), inhalt);
+            lege(tabelle(), inhalt);
             dialoge.meldungen.clear();
             ASSERT_TRUE(starte());
             ASSERT_THAT(dialoge.meldungen, SizeIs(1));
@@ -187,12 +177,12 @@ TEST_F(Fenstermuell, resultsFileOfAnyKind_isNamedOnceInTheLanguageAndLeftAlone) 
             EXPECT_NE(dialoge.meldungen[0], dialoge.meldungen[1]);
             EXPECT_TRUE(dialoge.meldungen[1].contains(speichern[sprache]))
                 << qPrintable(dialoge.meldungen[1]);
-            EXPECT_TRUE(bytes(tabelle()) == inhalt);
+            EXPECT_TRUE(liesGanz(tabelle()) == inhalt);
             EXPECT_THAT(reihe().ciZeilen(), SizeIs(1));
             EXPECT_TRUE(hg().isWindowModified());
         }
         // The wing that could not be stored goes into the file that is there again.
-        schreibe(tabelle(), gut);
+        lege(tabelle(), gut);
         wähle(u"men_Datei_2"_s);
         EXPECT_EQ(Ergebnistabelle(tabelle()).anzahl(), 1);
         EXPECT_FALSE(hg().isWindowModified());

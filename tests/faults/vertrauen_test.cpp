@@ -8,6 +8,7 @@
 #include "print/protokolldruck.h"
 #include "results/db.h"
 #include "results/ergebnistabelle.h"
+#include "support/testordner.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -74,6 +75,8 @@ const QStringList namen = {u"100% %1 %2 %n"_s,
 QString gezeigt(const QString& text) {
     return Qt::mightBeRichText(text) ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
 }
+
+constexpr auto Ausführbar = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
 
 struct Vertrauen : Fenstertest {
     QString tabelle() const { return ordner.filePath(u"Meine Tabelle.tdb"_s); }
@@ -232,14 +235,11 @@ TEST_F(Vertrauen, measurementFile_isTextWhateverItSays) {
     for (const QString& text : feindlich) {
         SCOPED_TRACE(text.toStdString());
         const QByteArray t = text.toLatin1();
-        const QString pfad = ordner.filePath(u"Königin.Bee"_s);
-        QFile datei(pfad);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write("A1\n2025\n" + t + "\n" + t + "\n" + t + "\n" + t.left(10) + "\n" + t +
-                    "\n\n\n" + t + "\n" + t + "\n" + t + "\n" + t + "\n" + t +
-                    "\n001 2.31 12.3\nEndeCI\n" + t + "\nEndeHI\n" + t + "\n" + t + "\n" + t +
-                    "\n0\n");
-        datei.close();
+        const QString pfad = ordner.schreibe(
+            u"Königin.Bee"_s, "A1\n2025\n" + t + "\n" + t + "\n" + t + "\n" + t.left(10) + "\n" +
+                                  t + "\n\n\n" + t + "\n" + t + "\n" + t + "\n" + t + "\n" + t +
+                                  "\n001 2.31 12.3\nEndeCI\n" + t + "\nEndeHI\n" + t + "\n" + t +
+                                  "\n" + t + "\n0\n");
         dialoge.antworten = {Antwort::Nein, Antwort::Nein, Antwort::Nein};
         EXPECT_TRUE(hg().öffneDatei(pfad));
         EXPECT_EQ(kind<QComboBox>(u"cbo_Name"_s).currentText(), QString::fromLatin1(t).trimmed());
@@ -257,7 +257,7 @@ TEST_F(Vertrauen, awkwardNames_workForEveryFile) {
         dialoge = TestDialoge();
         const QString heim = wurzel.path() + u'/' + name;
         ASSERT_TRUE(QDir().mkdir(heim));
-        ordner = QTemporaryDir(heim + u"/XXXXXX"_s); // settings and results in a folder of the name
+        ordner = Testordner(heim + u"/XXXXXX"_s); // settings and results in a folder of the name
         ASSERT_TRUE(ordner.isValid());
         const auto in = [&](const QString& endung) { return ordner.filePath(name + endung); };
         speicher = Benutzerspeicher(ordner.filePath(u"benutzer.ini"_s));
@@ -314,12 +314,8 @@ TEST_F(Vertrauen, pictureNamedInADatabase_isReadAndNeverStarted) {
     satz->Grafik[3].replace(u"fl%C3%BCgel 100%25"_s, u"tu was"_s);
     ASSERT_NE(satz->Grafik[3], vorher);
     Ergebnistabelle(tabelle()).speichere(*satz);
-    {
-        QFile datei(skript);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write("#!/bin/sh\ntouch getan\n");
-        datei.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
+    lege(skript, "#!/bin/sh\ntouch getan\n");
+    ASSERT_TRUE(QFile::setPermissions(skript, Ausführbar));
     programm->einstellungen().schreibe(Einstellung::Grafikprogramm, u"/usr/bin/malen"_s);
     ASSERT_TRUE(starte());
     erwarteNichtsGestartet();
@@ -338,16 +334,12 @@ TEST_F(Vertrauen, programForPictures_getsTheNameAsOneArgument) {
     const QString skript = ordner.filePath(u"zeig's mir.sh"_s);
     const QString antwort = ordner.filePath(u"antwort"_s);
     ASSERT_EQ(mkfifo(antwort.toUtf8().constData(), 0600), 0); // waits for both ends
-    QFile datei(skript);
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.write("#!/bin/sh\nprintf '%s|%s' \"$#\" \"$1\" > '" + antwort.toUtf8() + "'\n");
-    datei.close();
-    datei.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    lege(skript, "#!/bin/sh\nprintf '%s|%s' \"$#\" \"$1\" > '" + antwort.toUtf8() + "'\n");
+    ASSERT_TRUE(QFile::setPermissions(skript, Ausführbar));
     for (const QString& name : namen) {
         ASSERT_TRUE(SystemShell().runProgram(skript, name));
-        QFile leser(antwort);
-        ASSERT_TRUE(leser.open(QIODevice::ReadOnly));
-        EXPECT_EQ(QString::fromUtf8(leser.readAll()), u"1|"_s + QFileInfo(name).absoluteFilePath());
+        EXPECT_EQ(QString::fromUtf8(liesGanz(antwort)),
+                  u"1|"_s + QFileInfo(name).absoluteFilePath());
     }
 }
 
@@ -362,9 +354,7 @@ TEST(Vertrauensfrage, otherProgramsAndNetworks_areReachedFromNowhereElse) {
     const QString wurzel = QStringLiteral(TARVEL_SOURCE);
     for (QDirIterator i(wurzel, {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
          i.hasNext();) {
-        QFile datei(i.next());
-        ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
-        const QString inhalt = QString::fromUtf8(datei.readAll());
+        const QString inhalt = QString::fromUtf8(liesGanz(i.next()));
         EXPECT_FALSE(inhalt.contains(netz)) << i.filePath().toStdString();
         if (inhalt.contains(start)) {
             stellen << i.filePath().mid(wurzel.size() + 1);

@@ -2,10 +2,10 @@
 // (four bytes, low one first), what to do there, a value. The sum in its head is made right again,
 // so that what is behind it is reached. A file of another beginning is read as it is.
 
+#include "../bench/musterblatt.h"
 #include "detect/bildpixel.h"
 #include "detect/fluegelerkennung.h"
 #include "fuzz/fuzz.h"
-#include "measure/musterblatt.h"
 
 #include <QCryptographicHash>
 

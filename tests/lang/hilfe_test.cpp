@@ -1,10 +1,10 @@
 #include "lang/hilfe.h"
 
 #include "support/testdialoge.h"
+#include "support/testordner.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -15,13 +15,12 @@ namespace {
 
 /// A program's folder with a page of the guide in French.
 struct Hilfetest : testing::Test {
-    QTemporaryDir ordner;
+    Testordner ordner;
     QString seite = ordner.filePath(u"guide/fr/messen.html"_s);
 
     void SetUp() override {
         ASSERT_TRUE(QDir(ordner.path()).mkpath(u"guide/fr"_s));
-        QFile datei(seite);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+        lege(seite);
     }
 };
 

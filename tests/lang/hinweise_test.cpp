@@ -2,7 +2,7 @@
 
 #include "lang/texte.h"
 
-#include <QSet>
+#include <QCryptographicHash>
 #include <gtest/gtest.h>
 
 namespace tarvel {
@@ -10,27 +10,15 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(Hinweise, fixedNumbers_giveTheirTexts) {
+TEST(Hinweise, numbers1To15_giveTheirTexts) {
     const Texte texte(u"/p"_s);
-    const struct {
-        int nummer;
-        Text text;
-    } fälle[] = {{1, Text::HinweisBildLaden},       {3, Text::HinweisPunkteFehlen},
-                 {4, Text::HinweisPunkteKlicken},   {5, Text::HinweisÜbernehmen},
-                 {8, Text::HinweisSpeichern},       {12, Text::HinweisUntersuchungÖffnen},
-                 {13, Text::ProtokollWirdGedruckt}, {14, Text::HinweisAngabenEintragen},
-                 {15, Text::BildWirdGeladen}};
-    for (const auto& fall : fälle)
-        EXPECT_EQ(hinweistext(texte, fall.nummer), texte(fall.text)) << fall.nummer;
-}
-
-TEST(Hinweise, numbers1To15_areAllDifferent) {
-    const Texte texte(u"/p"_s);
-    QSet<QString> verschiedene;
+    QStringList alle;
     for (int nummer = 1; nummer <= 15; ++nummer)
-        verschiedene.insert(hinweistext(texte, nummer));
-    EXPECT_EQ(verschiedene.size(), 15);
-    EXPECT_FALSE(verschiedene.contains(QString()));
+        alle << hinweistext(texte, nummer);
+    const QByteArray zeilen = alle.join(u'\n').toUtf8();
+    EXPECT_EQ(QCryptographicHash::hash(zeilen, QCryptographicHash::Md5).toHex().toStdString(),
+              "06ecbcd11903275b3541423abe8ed211")
+        << zeilen.toStdString();
 }
 
 TEST(Hinweise, otherNumbers_giveNoText) {

@@ -1,8 +1,8 @@
 #include "lang/protokolltexte.h"
 
+#include "support/testordner.h"
+
 #include <QCryptographicHash>
-#include <QFile>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 namespace tarvel {
@@ -29,10 +29,7 @@ class Übersetzung : public testing::Test {
 protected:
     /// Loads onto German texts what @p inhalt translates and returns what the report then prints.
     Protokolltexte lade(const QByteArray& inhalt) {
-        QFile datei(pfad_);
-        EXPECT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-        datei.close();
+        lege(pfad_, inhalt);
         return ladeDatei();
     }
     Protokolltexte ladeDatei() {
@@ -44,7 +41,7 @@ protected:
     Texte texte_{u"/p"_s};
 
 private:
-    QTemporaryDir ordner_;
+    Testordner ordner_;
     QString pfad_ = ordner_.filePath(u"Index.ini"_s);
 };
 

@@ -1,8 +1,7 @@
 #include "lang/sprachpaket.h"
 #include "lang/texte.h"
+#include "support/testordner.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 namespace tarvel {
@@ -59,22 +58,16 @@ TEST(Sprachpaket, linesThatCannotBeTaken_areNumberedAndTheRestHolds) {
 }
 
 TEST(Sprachpaket, whatIsNoPack_isRefused) {
-    const QTemporaryDir ordner;
+    const Testordner ordner;
     const QString pfad = ordner.filePath(u"paket.txt"_s);
-    const auto schreibe = [&pfad](const QByteArray& inhalt) {
-        QFile datei(pfad);
-        return datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size();
-    };
     EXPECT_FALSE(ladeSprachpaket(pfad));
     EXPECT_FALSE(ladeSprachpaket(ordner.path()));
     for (const QByteArray& inhalt :
          {QByteArray(), QByteArray("[Start]\n"), QByteArray("Tarvel language pack\n\xFF\xFE"),
           "Tarvel language pack\n" + QByteArray(GrößtesSprachpaket, '\n')}) {
-        ASSERT_TRUE(schreibe(inhalt));
-        EXPECT_FALSE(ladeSprachpaket(pfad));
+        EXPECT_FALSE(ladeSprachpaket(lege(pfad, inhalt)));
     }
-    ASSERT_TRUE(schreibe("Tarvel language pack\n"));
-    EXPECT_TRUE(ladeSprachpaket(pfad));
+    EXPECT_TRUE(ladeSprachpaket(lege(pfad, "Tarvel language pack\n")));
 }
 
 } // namespace

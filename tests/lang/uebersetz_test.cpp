@@ -3,17 +3,16 @@
 #include "platform/codepage.h"
 #include "support/kinder.h"
 #include "support/testdialoge.h"
+#include "support/testordner.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
 
@@ -31,7 +30,7 @@ const QByteArray andereEinstellungen = "[Start]\r\nSprache=0\r\n; kept\r\n[Trans
                                        "Item033=Picco\r\n[Protokoll]\r\nArt=2\r\n";
 
 struct ÜbersetzTest : testing::Test {
-    QTemporaryDir ordner;
+    Testordner ordner;
     QString pfad = ordner.filePath(u"Index.ini"_s);
     Texte texte{ordner.path()};
     TestDialoge dialoge;
@@ -42,15 +41,8 @@ struct ÜbersetzTest : testing::Test {
 
     void SetUp() override { texte.SpracheDeutsch(); }
 
-    void schreibe(const QByteArray& inhalt) const {
-        QFile datei(pfad);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-    }
-    QByteArray ini() const {
-        QFile datei(pfad);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("(no file)");
-    }
+    void schreibe(const QByteArray& inhalt) const { lege(pfad, inhalt); }
+    QByteArray ini() const { return liesGanz(pfad); }
     bool öffne() {
         form.emplace(texte, pfad, dialoge, shell, [this](const Protokollfelder& felder, int auf) {
             getestet.push_back(felder);

@@ -1,11 +1,9 @@
 #include "measure/bilddatei.h"
 
-#include <QBuffer>
-#include <QFile>
+#include "measure/bilderproben.h"
+#include "support/testordner.h"
+
 #include <QImageReader>
-#include <QImageWriter>
-#include <QTemporaryDir>
-#include <QtEndian>
 
 #include <gmock/gmock.h>
 
@@ -16,8 +14,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <limits>
-#include <optional>
 #include <semaphore>
 #include <thread>
 #include <vector>
@@ -50,18 +46,6 @@ QImage verlauf(int breite, int höhe) {
         for (int x = 0; x < breite; ++x)
             bild.setPixel(x, y, qRgb(255 * x / breite, 255 * y / höhe, 128));
     return bild;
-}
-
-QByteArray gespeichert(const QImage& bild, const char* format, bool progressiv = false) {
-    QByteArray bytes;
-    QBuffer puffer(&bytes);
-    puffer.open(QIODevice::WriteOnly);
-    QImageWriter schreiber(&puffer, format);
-    schreiber.setQuality(98);
-    schreiber.setProgressiveScanWrite(progressiv);
-    EXPECT_TRUE(schreiber.write(bild)) << format;
-    puffer.close();
-    return bytes;
 }
 
 template <typename T>
@@ -117,39 +101,6 @@ QByteArray druckfarbenJpeg(bool adobe, std::array<JSAMPLE, 4> farbe) {
     return ergebnis;
 }
 
-quint32 pngPrüfsumme(QByteArrayView bytes) {
-    quint32 summe = 0xFFFFFFFFU;
-    for (const char zeichen : bytes) {
-        summe ^= static_cast<uchar>(zeichen);
-        for (int i = 0; i < 8; ++i)
-            summe = (summe >> 1) ^ ((summe & 1U) != 0 ? 0xEDB88320U : 0U);
-    }
-    return ~summe;
-}
-
-/// The same file with another size in its header.
-QByteArray mitGröße(QByteArray bytes, const char* format, int breite, int höhe) {
-    const QByteArray art = format;
-    if (art == "png") {
-        qToBigEndian<quint32>(breite, bytes.data() + 16);
-        qToBigEndian<quint32>(höhe, bytes.data() + 20);
-        qToBigEndian(pngPrüfsumme(QByteArrayView(bytes).sliced(12, 17)), bytes.data() + 29);
-    } else if (art == "bmp") {
-        setze<qint32>(bytes, 18, breite);
-        setze<qint32>(bytes, 22, höhe);
-    } else if (art == "gif") {
-        for (const int stelle : {6, 24}) {
-            setze(bytes, stelle, static_cast<quint16>(breite));
-            setze(bytes, stelle + 2, static_cast<quint16>(höhe));
-        }
-    } else {
-        const qsizetype rahmen = bytes.indexOf(QByteArray::fromHex("ffc0"));
-        qToBigEndian(static_cast<quint16>(höhe), bytes.data() + rahmen + 5);
-        qToBigEndian(static_cast<quint16>(breite), bytes.data() + rahmen + 7);
-    }
-    return bytes;
-}
-
 double größterUnterschied(const QImage& a, const QImage& b) {
     if (a.size() != b.size())
         return 1e9;
@@ -168,25 +119,10 @@ double größterUnterschied(const QImage& a, const QImage& b) {
 class BilddateiTest : public testing::Test {
 protected:
     QString datei(const QByteArray& bytes, const QString& name = u"flügel.dat"_s) {
-        QString pfad = ordner_.filePath(name);
-        QFile ziel(pfad);
-        EXPECT_TRUE(ziel.open(QIODevice::WriteOnly));
-        ziel.write(bytes);
-        return pfad;
+        return ordner_.schreibe(name, bytes);
     }
 
-    /// Opens and reads all pixels: the fault of whichever fails first, else nothing.
-    static std::optional<Bildfehler> fehler(const QString& pfad) {
-        auto offen = Bilddatei::öffne(pfad);
-        if (const auto* f = std::get_if<Bildfehler>(&offen))
-            return *f;
-        Bildfehler f;
-        if (std::get<Bilddatei>(offen).pixel(&f) == nullptr)
-            return f;
-        return {};
-    }
-
-    QTemporaryDir ordner_;
+    Testordner ordner_;
 };
 
 TEST_F(BilddateiTest, openEachFormatUnderAnyName_givesSizeAndPixels) {
@@ -210,7 +146,7 @@ TEST_F(BilddateiTest, openEachFormatUnderAnyName_givesSizeAndPixels) {
         double unterschied;
     } fälle[] = {
         {"jpeg", gespeichert(weich, "jpg"), weich, QImage::Format_RGB888, 6},
-        {"jpeg progressive", gespeichert(weich, "jpg", true), weich, QImage::Format_RGB888, 6},
+        {"jpeg progressive", gespeichert(weich, "jpg", -1, true), weich, QImage::Format_RGB888, 6},
         {"jpeg grey", gespeichert(weich.convertToFormat(QImage::Format_Grayscale8), "jpg"),
          weich.convertToFormat(QImage::Format_Grayscale8), QImage::Format_Grayscale8, 4},
         {"bmp 24", gespeichert(bunt, "bmp"), bunt, QImage::Format_BGR888, 0},
@@ -294,87 +230,6 @@ TEST_F(BilddateiTest, openJpegOfFourInks_givesItsColours) {
     }
 }
 
-TEST_F(BilddateiTest, cutAnywhere_isAFaultAndNoPicture) {
-    const QImage bild = muster(300, 200);
-    const struct {
-        const char* was;
-        QByteArray bytes;
-    } fälle[] = {
-        {"jpeg", gespeichert(bild, "jpg")},
-        {"jpeg progressive", gespeichert(bild, "jpg", true)},
-        {"jpeg grey", gespeichert(graumuster(300, 200), "jpg")},
-        {"bmp 24", gespeichert(bild, "bmp")},
-        {"bmp 8", gespeichert(bild.convertToFormat(QImage::Format_Indexed8), "bmp")},
-        {"bmp 1", gespeichert(bild.convertToFormat(QImage::Format_Mono), "bmp")},
-        {"png", gespeichert(bild, "png")},
-        {"tiff", gespeichert(bild, "tiff")},
-        {"gif", Gif},
-    };
-    for (const auto& fall : fälle) {
-        const auto ganz = fall.bytes.size();
-        ASSERT_FALSE(fehler(datei(fall.bytes))) << fall.was;
-        for (const qsizetype rest : {qsizetype{1}, qsizetype{3}, ganz / 50, ganz / 10, ganz / 2,
-                                     ganz * 9 / 10, ganz - 14, ganz - 2, ganz - 1}) {
-            // What follows the last block of these carries nothing of the picture.
-            const QByteArrayView was = fall.was;
-            if (rest < 1 || (was == "png" && rest > ganz - 16) || (was == "gif" && rest > ganz - 2))
-                continue;
-            const auto f = fehler(datei(fall.bytes.left(rest)));
-            ASSERT_TRUE(f) << fall.was << " cut to " << rest << " of " << ganz;
-            EXPECT_THAT(f->art, testing::AnyOf(Art::Abgeschnitten, Art::Unlesbar))
-                << fall.was << " cut to " << rest << " of " << ganz;
-        }
-    }
-}
-
-TEST_F(BilddateiTest, damageInTheMiddleOfJpeg_isAFault) {
-    QByteArray bytes = gespeichert(muster(300, 200), "jpg");
-    bytes.replace(bytes.size() / 2, 2, QByteArray::fromHex("ffd9"));
-    const auto f = fehler(datei(bytes));
-    ASSERT_TRUE(f);
-    EXPECT_EQ(f->art, Art::Abgeschnitten);
-}
-
-TEST_F(BilddateiTest, headerPromisesTooMuch_isRefusedBeforeMemoryIsTaken) {
-    const QImage bild = muster();
-    for (const char* format : {"jpg", "bmp", "png", "gif"}) {
-        const QByteArray echt = QByteArrayView(format) == "gif" ? Gif : gespeichert(bild, format);
-        const struct {
-            int seite;
-            Art art;
-        } fälle[] = {{60000, Art::ZuGross}, {19000, Art::Abgeschnitten}, {0, Art::Unlesbar}};
-        for (const auto& fall : fälle) {
-            const QString pfad = datei(mitGröße(echt, format, fall.seite, fall.seite));
-            const auto f = fehler(pfad);
-            ASSERT_TRUE(f) << format << fall.seite;
-            int fragen = 0; // whoever decodes asks whether to go on
-            (void)Bilddatei::öffne(pfad, [&](qint64, qint64) { return ++fragen > 0; });
-            EXPECT_EQ(fragen, 0) << format << fall.seite;
-            if (fall.seite > 0) {
-                EXPECT_EQ(f->art, fall.art) << format << fall.seite;
-            }
-        }
-        EXPECT_THAT(fehler(datei(mitGröße(echt, format, 60000, 60000)))->grund.toStdString(),
-                    testing::HasSubstr("60000"));
-    }
-    // 300 million pixels are allowed, but not at eight bytes each.
-    const QByteArray tief = gespeichert(bild.convertToFormat(QImage::Format_RGBA64), "png");
-    const auto zuTief = fehler(datei(mitGröße(tief, "png", 20000, 15000)));
-    ASSERT_TRUE(zuTief);
-    EXPECT_EQ(zuTief->art, Art::ZuGross);
-    EXPECT_THAT(zuTief->grund.toStdString(), testing::HasSubstr("20000"));
-    QByteArray fläche = Gif;
-    setze<quint16>(fläche, 6, 19000);
-    setze<quint16>(fläche, 8, 19000);
-    EXPECT_TRUE(fehler(datei(fläche))) << "a small picture on a huge area";
-    QByteArray kopf = gespeichert(bild, "bmp");
-    setze<qint32>(kopf, 22, std::numeric_limits<qint32>::min());
-    EXPECT_TRUE(fehler(datei(kopf)));
-    setze<qint32>(kopf, 22, 7);
-    setze<qint32>(kopf, 18, -13);
-    EXPECT_TRUE(fehler(datei(kopf)));
-}
-
 /// A file with two grey pictures of 4 × 3 and 2 × 2 pixels between which lies a preview; the
 /// first is noted as lying on its side.
 QByteArray seitenTiff() {
@@ -437,46 +292,13 @@ TEST_F(BilddateiTest, pagesOfAFile_areToldAndReadByTheirNames) {
         EXPECT_EQ(Bilddatei::liesGröße(fall.name), fall.größe);
         EXPECT_EQ(qGray(bild.pixel(nullptr)->pixel(0, 0)), fall.ersterPixel);
     }
-    EXPECT_TRUE(fehler(pfad + u"#4"_s));
-    EXPECT_TRUE(fehler(pfad + u"#01"_s)); // names no page
+    EXPECT_TRUE(liesBild(pfad + u"#4"_s).fehler);
+    EXPECT_TRUE(liesBild(pfad + u"#01"_s).fehler); // names no page
     EXPECT_TRUE(Bilddatei::seiten(datei(gespeichert(muster(), "tiff"))).isEmpty());
     // A chain of pages that leads back to its beginning.
     QByteArray kreis = seitenTiff();
     setze<quint32>(kreis, 8 + 2 + 11 * 12, 8);
     EXPECT_TRUE(Bilddatei::seiten(datei(kreis)).isEmpty());
-}
-
-TEST_F(BilddateiTest, countsOfAPage_areTakenForWhatTheyCanBe) {
-    // Hundreds of pages that share their entries, thousands each.
-    constexpr int Einträge = 4096;
-    constexpr int Ende = 2 + Einträge * 12;
-    QByteArray viele("II*\0\x08\0\0\0", 8);
-    viele += QByteArray(Ende + 8 * 999, '\0');
-    for (int i = 0; i < 999; ++i) {
-        setze<quint16>(viele, 8 + 8 * i, Einträge);
-        setze<quint32>(viele, 8 + 8 * i + Ende, static_cast<quint32>(8 + 8 * (i + 1)));
-    }
-    EXPECT_LT(Bilddatei::seiten(datei(viele)).size(), 30);
-    // As many values that their length in bytes is none.
-    QByteArray groß("II+\0\x08\0\0\0\x10\0\0\0\0\0\0\0\x02\0\0\0\0\0\0\0", 24);
-    for (const int marke : {256, 257}) {
-        QByteArray eintrag(20, '\0');
-        setze<quint16>(eintrag, 0, static_cast<quint16>(marke));
-        setze<quint16>(eintrag, 2, 3);
-        setze<quint64>(eintrag, 4, 1);
-        setze<quint64>(eintrag, 12, 7);
-        groß += eintrag;
-    }
-    groß += QByteArray(8, '\0');
-    EXPECT_EQ(Bilddatei::liesGröße(datei(groß)), QSize(7, 7));
-    setze<quint64>(groß, 24 + 4, quint64{1} << 63U);
-    EXPECT_EQ(Bilddatei::liesGröße(datei(groß)), std::nullopt);
-    for (const int stelle : {24, 44}) { // more pixels than a number holds
-        setze<quint16>(groß, stelle + 2, 4);
-        setze<quint64>(groß, stelle + 4, 1);
-        setze<quint32>(groß, stelle + 12, 0x7FFFFFFF);
-    }
-    EXPECT_EQ(fehler(datei(groß))->art, Art::ZuGross);
 }
 
 TEST_F(BilddateiTest, notedOrientation_leavesPixelsWhereTheyAreStored) {
@@ -506,7 +328,7 @@ TEST_F(BilddateiTest, notedOrientation_leavesPixelsWhereTheyAreStored) {
 TEST_F(BilddateiTest, stoppedAtAnyTime_givesNoPictureAndNoFault) {
     const QImage bild = muster(1700, 40);
     for (const char* format : {"jpg", "bmp", "png", "tiff"}) {
-        const QString pfad = datei(gespeichert(bild, format, true));
+        const QString pfad = datei(gespeichert(bild, format, -1, true));
         int fragen = 0;
         const Weiter zähle = [&](qint64 getan, qint64 gesamt) {
             EXPECT_LE(getan, gesamt) << format;
@@ -565,26 +387,6 @@ TEST_F(BilddateiTest, pixelsForSeveralThreads_areDecodedOnce_whoeverGivesUp) {
         EXPECT_TRUE(!fall.gibtAuf || fehler.art == Art::Abgebrochen);
         EXPECT_TRUE(fall.gibtAuf || erstes.cacheKey() == zweites.cacheKey());
         ASSERT_NE(std::get<Bilddatei>(offen).pixel(nullptr), nullptr);
-    }
-}
-
-TEST_F(BilddateiTest, openWhatIsNoPicture_namesTheFault) {
-    const struct {
-        const char* was;
-        QString pfad;
-        Art art;
-    } fälle[] = {
-        {"missing", ordner_.filePath(u"fehlt.jpg"_s), Art::NichtGefunden},
-        {"folder", ordner_.path(), Art::Unlesbar},
-        {"empty", datei({}, u"leer.jpg"_s), Art::Leer},
-        {"text", datei("Carnica, 31 Flügel\n", u"text.jpg"_s), Art::Unlesbar},
-        {"drawing", datei("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"),
-         Art::Unlesbar},
-    };
-    for (const auto& fall : fälle) {
-        const auto f = fehler(fall.pfad);
-        ASSERT_TRUE(f) << fall.was;
-        EXPECT_EQ(f->art, fall.art) << fall.was;
     }
 }
 

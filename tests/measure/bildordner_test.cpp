@@ -1,18 +1,17 @@
 #include "measure/bildordner.h"
 
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/testordner.h"
+
 #include <gmock/gmock.h>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 
 TEST(Bildordner, neighbours_followTheNumbersAndEndWithTheFolder) {
-    const QTemporaryDir ordner;
+    const Testordner ordner;
     for (const QString& name :
          {u"flügel 10.png"_s, u"flügel 9.PNG"_s, u"flügel 1.jpg"_s, u"notiz.txt"_s, u"zz.tiff"_s}) {
-        QFile datei(ordner.filePath(name));
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+        ordner.schreibe(name);
     }
     const auto nachbar = [&](const QString& name, int schritt) {
         return nachbarbild(ordner.filePath(name), schritt).section(u'/', -1);

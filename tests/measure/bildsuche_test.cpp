@@ -2,12 +2,12 @@
 #include "measure/bildhoehe.h"
 #include "measure/bildort.h"
 #include "measure/bildsuche.h"
+#include "support/testordner.h"
 
 #include <QBuffer>
 #include <QDir>
 #include <QImage>
 #include <QImageReader>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -17,7 +17,7 @@ using Art = Bildfund::Art;
 namespace {
 
 struct BildsucheTest : testing::Test {
-    QTemporaryDir ordner;
+    Testordner ordner;
     Bildsuche suche{[](const QString& pfad) { return QImageReader(pfad).size(); }};
 
     [[nodiscard]] QString in(const QString& name) const { return ordner.filePath(name); }
@@ -94,10 +94,7 @@ TEST_F(BildsucheTest, pictureOfTheSameName_isTakenOnlyWhenItIsTheSame) {
         gesucht.kennung.größe = f.mitGröße ? QSize(40, 30) : QSize();
         EXPECT_EQ(suche.suche(gesucht), (Bildfund{f.art, pfad})) << f.was;
     }
-    QFile keins(pfad);
-    ASSERT_TRUE(keins.open(QIODevice::WriteOnly));
-    keins.write("no picture");
-    keins.close();
+    lege(pfad, "no picture");
     EXPECT_EQ(suche.suche(bild).art, Art::AndererInhalt);
     EXPECT_EQ(suche.suche({}).art, Art::Fehlt);
 }
@@ -150,9 +147,7 @@ TEST_F(BildsucheTest, contentMark_changesWithSizeAndWithAnyThirdOfALargeFile) {
         if (anders >= 0) {
             inhalt.replace(anders, 20'000, QByteArray(20'000, 'y'));
         }
-        QFile datei(in(name));
-        EXPECT_TRUE(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == länge);
-        return in(name);
+        return lege(in(name), inhalt);
     };
     constexpr qint64 groß = 1'000'000;
     const QString marke = inhaltsmarke(schreibe(u"a"_s, groß, -1));

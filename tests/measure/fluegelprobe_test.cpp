@@ -1,5 +1,5 @@
+#include "../bench/musterblatt.h"
 #include "measure/fluegelprobe.h"
-#include "measure/musterblatt.h"
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,9 @@
 #include "measure/messdatei.h"
 #include "measure/textdatei.h"
+#include "support/testordner.h"
 
 #include <QSet>
 #include <QStringEncoder>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -255,11 +255,9 @@ TEST(Leseproblem, texts_quoteWhatTheFileSaysToTheLetter) {
 }
 
 TEST(Dateiinhalt, hugeFile_isNotReadWhole) {
-    const QTemporaryDir ordner;
-    const QString pfad = ordner.filePath(u"groß.Bee"_s);
-    QFile datei(pfad);
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    ASSERT_TRUE(datei.resize(qint64{100} * 1024 * 1024));
+    const Testordner ordner;
+    const QString pfad = ordner.schreibe(u"groß.Bee"_s);
+    ASSERT_TRUE(QFile::resize(pfad, qint64{100} * 1024 * 1024));
     EXPECT_EQ(dateiinhalt(pfad).value().size(), GrößteTextdatei + 1);
     EXPECT_FALSE(dateiinhalt(ordner.filePath(u"keine.Bee"_s)));
     EXPECT_FALSE(dateiinhalt(ordner.path()));

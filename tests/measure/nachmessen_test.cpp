@@ -1,5 +1,5 @@
+#include "../bench/musterblatt.h"
 #include "measure/bild.h"
-#include "measure/musterblatt.h"
 #include "measure/nachmessfenster.h"
 
 #include <QLabel>

@@ -1,16 +1,17 @@
 #include "platform/benutzerspeicher.h"
 
+#include "support/testordner.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
 
 TEST(Benutzerspeicher, savedValues_comeBackInANewStoreOfTheSameFile) {
-    const QTemporaryDir ordner;
+    const Testordner ordner;
     const QString pfad = ordner.filePath(u"neu/tief/benutzer.ini"_s);
     const struct {
         QString app, section, key, value;
@@ -40,7 +41,7 @@ TEST(Benutzerspeicher, savedValues_comeBackInANewStoreOfTheSameFile) {
 }
 
 TEST(Benutzerspeicher, fileOfAnEarlierVersion_isRead) {
-    const QTemporaryDir ordner;
+    const Testordner ordner;
     const QString pfad = ordner.filePath(u"benutzer.ini"_s);
     const QStringList werte{u"/home/Jürgen/Imkerei, Łódź; x=y.tdb"_s, u"195"_s, u" 1 "_s,
                             QString()};
@@ -58,7 +59,7 @@ TEST(Benutzerspeicher, fileOfAnEarlierVersion_isRead) {
 }
 
 TEST(Benutzerspeicher, missingOrOverwritten_givesDefaultOrLastValue) {
-    const QTemporaryDir ordner;
+    const Testordner ordner;
     Benutzerspeicher speicher(ordner.filePath(u"benutzer.ini"_s));
     EXPECT_EQ(speicher.GetSetting(u"Index"_s, u"S"_s, u"K"_s), QString());
     EXPECT_EQ(speicher.GetSetting(u"Index"_s, u"S"_s, u"K"_s, u"vorgabe"_s), u"vorgabe"_s);
@@ -68,11 +69,8 @@ TEST(Benutzerspeicher, missingOrOverwritten_givesDefaultOrLastValue) {
 }
 
 TEST(Benutzerspeicher, unwritableFile_failsAndKeepsWhatIsThere) {
-    const QTemporaryDir ordner;
-    const QString imWeg = ordner.filePath(u"datei"_s);
-    QFile datei(imWeg);
-    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-    datei.close();
+    const Testordner ordner;
+    const QString imWeg = ordner.schreibe(u"datei"_s);
     ASSERT_TRUE(QDir(ordner.path()).mkdir(u"ordner.ini"_s));
     for (const QString& pfad : {imWeg + u"/benutzer.ini"_s, ordner.filePath(u"ordner.ini"_s)}) {
         Benutzerspeicher speicher(pfad);
@@ -83,7 +81,7 @@ TEST(Benutzerspeicher, unwritableFile_failsAndKeepsWhatIsThere) {
 }
 
 TEST(Benutzerspeicher, namesThatWouldReachAnotherSetting_areRefused) {
-    const QTemporaryDir ordner;
+    const Testordner ordner;
     const QString pfad = ordner.filePath(u"benutzer.ini"_s);
     Benutzerspeicher speicher(pfad);
     for (const QString& name : {u""_s, u"a/b"_s, uR"(a\b)"_s}) {

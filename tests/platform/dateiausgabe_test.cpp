@@ -1,8 +1,9 @@
 #include "platform/dateiausgabe.h"
 
+#include "support/testordner.h"
+
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 #ifdef Q_OS_UNIX
@@ -17,13 +18,8 @@ namespace {
 
 class Dateiausgabe : public testing::Test {
 protected:
-    QTemporaryDir ordner_;
+    Testordner ordner_;
     QString pfad_ = ordner_.filePath(u"Völker 1.csv"_s);
-
-    static QByteArray bytes(const QString& pfad) {
-        QFile datei(pfad);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("unreadable");
-    }
 #ifdef Q_OS_UNIX
     static unsigned rechte(const QString& pfad) {
         struct stat stand {};
@@ -62,7 +58,7 @@ TEST_F(Dateiausgabe, link_isFollowedAndStays) {
     ASSERT_TRUE(QFile::link(u"tief/ziel"_s, zweiter));
     for (const QByteArray& inhalt : {QByteArray("new"), QByteArray("newer")}) {
         EXPECT_EQ(schreibeDatei(pfad_, inhalt), std::nullopt);
-        EXPECT_EQ(bytes(ordner_.filePath(u"tief/ziel"_s)), inhalt);
+        EXPECT_EQ(liesGanz(ordner_.filePath(u"tief/ziel"_s)), inhalt);
         EXPECT_TRUE(QFileInfo(pfad_).isSymLink() && QFileInfo(zweiter).isSymLink());
     }
     EXPECT_EQ(QDir(ordner_.filePath(u"tief"_s)).entryList(QDir::Files).size(), 1);
@@ -70,7 +66,7 @@ TEST_F(Dateiausgabe, link_isFollowedAndStays) {
     const QByteArray ziel = QFile::encodeName(ordner_.filePath(u"tief/ziel"_s));
     ASSERT_EQ(::link(ziel.constData(), (ziel + ".alt").constData()), 0);
     EXPECT_EQ(schreibeDatei(pfad_, "newest"), std::nullopt);
-    EXPECT_EQ(bytes(QFile::decodeName(ziel + ".alt")), "newer");
+    EXPECT_EQ(liesGanz(QFile::decodeName(ziel + ".alt")), "newer");
 }
 
 TEST_F(Dateiausgabe, whatIsNoFile_isRefusedAndStays) {
@@ -101,7 +97,7 @@ TEST_F(Dateiausgabe, longestName_isWritten) {
     for (const QString& name : {QString(255, u'x'), QString(Umlaute, u'ü')}) {
         EXPECT_EQ(schreibeDatei(ordner_.filePath(name), "1"), std::nullopt);
         EXPECT_EQ(schreibeDatei(ordner_.filePath(name), "2"), std::nullopt);
-        EXPECT_EQ(bytes(ordner_.filePath(name)), "2");
+        EXPECT_EQ(liesGanz(ordner_.filePath(name)), "2");
     }
     EXPECT_EQ(dateien().size(), 2);
 }
@@ -115,6 +111,6 @@ TEST_F(Dateiausgabe, draft_takesOnlyAPlaceThatIsFree) {
         EXPECT_TRUE(erste.benenne());
         EXPECT_FALSE(zweite.benenne());
     }
-    EXPECT_EQ(bytes(pfad_), "first");
+    EXPECT_EQ(liesGanz(pfad_), "first");
     EXPECT_EQ(dateien().size(), 1);
 }

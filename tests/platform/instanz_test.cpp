@@ -1,8 +1,9 @@
 #include "platform/instanz.h"
 
+#include "support/testordner.h"
+
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QSysInfo>
 #include <QTemporaryDir>
@@ -17,13 +18,7 @@ namespace {
 
 class InstanzTest : public testing::Test {
 protected:
-    void schreibeSperre(const QByteArray& inhalt) const {
-        QFile datei(ordner_.filePath(u"Index.lock"_s));
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        ASSERT_EQ(datei.write(inhalt), inhalt.size());
-    }
-
-    QTemporaryDir ordner_;
+    Testordner ordner_;
 };
 
 TEST_F(InstanzTest, secondWhileFirstLives_isNotFirst) {
@@ -44,12 +39,13 @@ TEST_F(InstanzTest, lockOfCrashedProgram_doesNotCount) {
     ASSERT_TRUE(prozess.waitForStarted());
     const QByteArray pid = QByteArray::number(prozess.processId());
     ASSERT_TRUE(prozess.waitForFinished());
-    schreibeSperre(pid + "\nplatform_tests\n" + QSysInfo::machineHostName().toUtf8() + '\n');
+    ordner_.schreibe(u"Index.lock"_s,
+                     pid + "\nplatform_tests\n" + QSysInfo::machineHostName().toUtf8() + '\n');
     EXPECT_TRUE(Instanz(ordner_.path()).erste());
 }
 
 TEST_F(InstanzTest, lockFileWithoutContents_doesNotCount) {
-    schreibeSperre({});
+    ordner_.schreibe(u"Index.lock"_s);
     EXPECT_TRUE(Instanz(ordner_.path()).erste());
 }
 

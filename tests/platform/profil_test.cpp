@@ -1,12 +1,12 @@
 #include "platform/profil.h"
 
 #include "platform/codepage.h"
+#include "support/testordner.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringEncoder>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -27,19 +27,14 @@ protected:
     QString pfad(const QString& name = u"Index.ini"_s) const { return ordner_.filePath(name); }
 
     void schreibe(const QByteArray& inhalt, const QString& name = u"Index.ini"_s) const {
-        QFile datei(pfad(name));
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        ASSERT_EQ(datei.write(inhalt), inhalt.size());
+        ordner_.schreibe(name, inhalt);
     }
-    QByteArray lies(const QString& name = u"Index.ini"_s) const {
-        QFile datei(pfad(name));
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("(no file)");
-    }
+    QByteArray lies(const QString& name = u"Index.ini"_s) const { return ordner_.lies(name); }
     QByteArray text(QByteArrayView section, QByteArrayView key, int size = 256) const {
         return GetPrivateProfileStringA(section, key, "DEF", size, pfad());
     }
 
-    QTemporaryDir ordner_;
+    Testordner ordner_;
 };
 
 struct Lesefall {

@@ -1,5 +1,7 @@
 #include "platform/system_dialoge.h"
 
+#include "support/testordner.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEventLoop>
@@ -13,7 +15,6 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -156,10 +157,7 @@ TEST(SystemDialoge, markupAndWords_areShownAsTheyAre) {
 
 // What can be done to the files in a chooser of the toolkit's own.
 void prüfeChooser(const QString& ordner, const std::function<void()>& öffne, bool neuerOrdner) {
-    const QString datei = ordner + u"/Untersuchungen.tdb"_s;
-    QFile angelegt(datei);
-    ASSERT_TRUE(angelegt.open(QIODevice::WriteOnly));
-    angelegt.close();
+    const QString datei = lege(ordner + u"/Untersuchungen.tdb"_s);
     QTimer::singleShot(0, qApp, [&] {
         auto* chooser = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
         ASSERT_NE(chooser, nullptr);
@@ -211,7 +209,7 @@ TEST(SystemDialoge, choosers_leaveTheFilesAsTheyAre) {
     GTEST_SKIP() << "the choosers are those of the system";
 #endif
     SystemDialoge dialoge;
-    const QTemporaryDir ordner;
+    const Testordner ordner;
     const QString pfad = ordner.path();
     prüfeChooser(
         pfad, [&] { (void)dialoge.wähleDatei(u"T"_s, pfad, u"x (*.tdb)"_s); }, false);

@@ -4,10 +4,10 @@
 #include "platform/dateiausgabe.h"
 #include "platform/dateistand.h"
 #include "platform/profil.h"
+#include "support/testordner.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -100,15 +100,11 @@ private:
 
 class Profilvergleich : public testing::Test {
 protected:
-    QTemporaryDir ordner_;
+    Testordner ordner_;
 
     // The system keeps what it has read of a name, so that each file gets one of its own.
     QString neueDatei(const QByteArray& inhalt) {
-        const QString pfad = ordner_.filePath(u"%1.ini"_s.arg(++nummer_));
-        QFile datei(pfad);
-        EXPECT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-        return pfad;
+        return ordner_.schreibe(u"%1.ini"_s.arg(++nummer_), inhalt);
     }
     static QByteArray system(const char* sektion, const char* schlüssel, int größe,
                              const QByteArray& pfad) {
@@ -197,7 +193,7 @@ TEST_F(Profilvergleich, randomFilesAndCalls_areWhatTheSystemMakesOfThem) {
 
 class Dateiprobe : public testing::Test {
 protected:
-    QTemporaryDir ordner_;
+    Testordner ordner_;
     QString pfad_ = ordner_.filePath(u"Bienen völker 'neu'.tdb"_s);
 };
 

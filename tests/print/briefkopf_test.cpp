@@ -1,10 +1,9 @@
 #include "print/briefkopf.h"
 #include "print/briefkopfbild.h"
+#include "support/testordner.h"
 
-#include <QFile>
 #include <QImage>
 #include <QPainter>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -34,7 +33,7 @@ QRectF tinte(const Briefkopf& kopf) {
 }
 
 struct BriefkopfTest : testing::Test {
-    QTemporaryDir ordner;
+    Testordner ordner;
 
     QString bild(QSize größe, const QString& name = u"wappen.png"_s) {
         QImage neu(größe, QImage::Format_RGB32);
@@ -131,12 +130,8 @@ TEST_F(BriefkopfTest, text_neverRunsOverTheGraphic) {
 TEST_F(BriefkopfTest, unreadablePicture_leavesTheTextAlone) {
     Briefkopf kopf;
     kopf.Ikone = Verband::Andere;
-    QFile kaputt(ordner.filePath(u"kaputt.svg"_s));
-    ASSERT_TRUE(kaputt.open(QIODevice::WriteOnly));
-    kaputt.write("<svg");
-    kaputt.close();
-    for (const QString& datei :
-         {QString(), u"/gibt/es/nicht.png"_s, ordner.path(), ordner.filePath(u"kaputt.svg"_s)}) {
+    for (const QString& datei : {QString(), u"/gibt/es/nicht.png"_s, ordner.path(),
+                                 ordner.schreibe(u"kaputt.svg"_s, "<svg")}) {
         kopf.Datei = datei;
         EXPECT_FALSE(Briefkopfgrafik(kopf).vorhanden()) << qPrintable(datei);
         EXPECT_TRUE(tinte(kopf).isEmpty());

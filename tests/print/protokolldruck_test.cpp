@@ -1,15 +1,14 @@
 #include "print/protokolldruck.h"
 #include "print/protokollprobe.h"
 #include "print/protokollseite.h"
+#include "support/testordner.h"
 
-#include <QFile>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -29,7 +28,7 @@ struct Wort {
 
 /// Prints reports into a folder and reads the files back with poppler's programs.
 struct ProtokolldruckTest : testing::Test, Protokollprobe {
-    QTemporaryDir ordner;
+    Testordner ordner;
     QString pdf = ordner.filePath(u"protokoll.pdf"_s);
 
     void SetUp() override {
@@ -196,10 +195,7 @@ TEST_F(ProtokolldruckTest, pdf_isForTheArchiveAndSaysWhatItIs) {
                 EXPECT_EQ(inhalt.mid(i + 4, 1), "1");
             }
         }
-        QFile datei(pdf);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-        datei.close();
+        lege(pdf, inhalt);
         const QString angaben = lies(u"pdfinfo"_s, {pdf});
         const QString xmp = lies(u"pdfinfo"_s, {u"-meta"_s, pdf});
         EXPECT_TRUE(angaben.contains(u"Merkmalsuntersuchung Nr. 001AB2026"_s));

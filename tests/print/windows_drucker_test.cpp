@@ -3,6 +3,7 @@
 #include "print/druckdef.h"
 #include "print/windows_druckersystem.h"
 #include "support/testdialoge.h"
+#include "support/testordner.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -147,9 +148,7 @@ TEST_F(WindowsDrucker, twoPages_comeOut) {
     while (!QFile::exists(blatt) && !frist.hasExpired()) {
         QThread::msleep(20);
     }
-    QFile datei(blatt);
-    ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
-    EXPECT_THAT(datei.readAll().toStdString(), testing::HasSubstr("%%Pages: 2"));
+    EXPECT_THAT(liesGanz(blatt).toStdString(), testing::HasSubstr("%%Pages: 2"));
 }
 
 } // namespace

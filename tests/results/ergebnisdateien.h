@@ -2,9 +2,7 @@
 
 #include "results/datenbankfehler.h"
 #include "results/ergebnistabelle.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/testordner.h"
 
 #include <gmock/gmock.h>
 #include <sqlite3.h>
@@ -42,7 +40,7 @@ private:
 /// engine and nothing of ours.
 class Dateitest : public testing::Test {
 protected:
-    QTemporaryDir ordner_;
+    Testordner ordner_;
     QString pfad_ = ordner_.filePath(QStringLiteral("Völker 100% 'neu'.tdb"));
 
     void SetUp() override { NeueDatenbank(pfad_); }
@@ -86,15 +84,8 @@ protected:
         return fremd(QStringLiteral("SELECT U_NR FROM Ergebnisse ORDER BY U_NR"));
     }
 
-    static QByteArray bytes(const QString& pfad) {
-        QFile datei(pfad);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("unreadable");
-    }
-    static void schreibe(const QString& pfad, const QByteArray& inhalt) {
-        QFile datei(pfad);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-    }
+    static QByteArray bytes(const QString& pfad) { return liesGanz(pfad); }
+    static void schreibe(const QString& pfad, const QByteArray& inhalt) { lege(pfad, inhalt); }
 
     /// Why @p arbeit did not happen; nullopt when it did.
     static std::optional<Datenbankfehler> fehlerVon(const std::function<void()>& arbeit) {

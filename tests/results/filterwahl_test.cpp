@@ -23,31 +23,37 @@ QString quelle(const QString& rasse, const QString& ergebnis, const QString& tie
                                                                              ordnung);
 }
 
-TEST(Filterwahl, ShowsEverythingByDateAtTheStart) {
-    EXPECT_EQ(Filterwahl().datenquelle(), u"SELECT * FROM Ergebnisse ORDER BY DATUM"_s);
-}
-
-TEST(Filterwahl, ConditionsAtTheStartBeginWithABlankUntilTheyAreChosen) {
+// Each step goes on from the one before.
+TEST(Filterwahl, ChoicesInTheMenus_GiveTheRecordSource) {
+    const QString nachNummer = u"ORDER BY U_NR"_s;
+    const struct {
+        void (*wähle)(Filterwahl&);
+        bool filtert;
+        QString quelle;
+    } fälle[] = {
+        {[](Filterwahl&) {}, false, u"SELECT * FROM Ergebnisse ORDER BY DATUM"_s},
+        // Conditions begin with a blank until they are chosen.
+        {[](Filterwahl& w) { w.filtere(true); }, true,
+         quelle(u' ' + alleRassen, u' ' + alleErgebnisse, u' ' + alleTiere)},
+        {[](Filterwahl& w) { w.wähle(Geschlechtsfilter::Alle); }, true,
+         quelle(u' ' + alleRassen, u' ' + alleErgebnisse, alleTiere)},
+        {[](Filterwahl& w) { w.wähleAlle(); }, true, quelle(alleRassen, alleErgebnisse, alleTiere)},
+        {[](Filterwahl& w) { w.filtere(false), w.wähle(Sortierung::Nummer); }, false,
+         u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s},
+        {[](Filterwahl& w) { w.wähle(Rassenfilter::Alle); }, false,
+         u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s},
+        {[](Filterwahl& w) { w.wähle(Rassenfilter::Carnica); }, true,
+         quelle(u"RASSE  LIKE 'Carnica'"_s, alleErgebnisse, alleTiere, nachNummer)},
+        {[](Filterwahl& w) { w.filtere(false); }, false,
+         u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s},
+    };
     Filterwahl wahl;
-    wahl.filtere(true);
-    EXPECT_EQ(wahl.datenquelle(),
-              quelle(u' ' + alleRassen, u' ' + alleErgebnisse, u' ' + alleTiere));
-    wahl.wähle(Geschlechtsfilter::Alle);
-    EXPECT_EQ(wahl.datenquelle(), quelle(u' ' + alleRassen, u' ' + alleErgebnisse, alleTiere));
-    wahl.wähleAlle();
-    EXPECT_EQ(wahl.datenquelle(), quelle(alleRassen, alleErgebnisse, alleTiere));
-}
-
-TEST(Filterwahl, OnlyAConditionThatNarrowsSwitchesFilteringOn) {
-    Filterwahl wahl;
-    wahl.wähle(Rassenfilter::Alle);
-    wahl.wähle(Sortierung::Nummer);
-    EXPECT_FALSE(wahl.filtert());
-    wahl.wähle(Rassenfilter::Carnica);
-    EXPECT_TRUE(wahl.filtert());
-    wahl.filtere(false);
+    for (const auto& fall : fälle) {
+        fall.wähle(wahl);
+        EXPECT_EQ(wahl.filtert(), fall.filtert);
+        EXPECT_EQ(wahl.datenquelle(), fall.quelle);
+    }
     EXPECT_EQ(wahl.rasse(), Rassenfilter::Carnica);
-    EXPECT_EQ(wahl.datenquelle(), u"SELECT * FROM Ergebnisse ORDER BY U_NR"_s);
 }
 
 } // namespace

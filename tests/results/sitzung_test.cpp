@@ -5,12 +5,12 @@
 #include "results/ergebnisdateien.h"
 #include "results/sitzungsprobe.h"
 #include "results/sitzungstext.h"
+#include "support/testordner.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -33,18 +33,11 @@ namespace {
 
 class Sitzungstest : public testing::Test {
 protected:
-    QTemporaryDir ordner_;
+    Testordner ordner_;
     QString pfad_ = ordner_.filePath(u"Sitzung.journal"_s);
 
-    [[nodiscard]] QByteArray bytes() const {
-        QFile datei(pfad_);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("unreadable");
-    }
-    void schreibe(const QByteArray& inhalt) const {
-        QFile datei(pfad_);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-    }
+    [[nodiscard]] QByteArray bytes() const { return liesGanz(pfad_); }
+    void schreibe(const QByteArray& inhalt) const { lege(pfad_, inhalt); }
     /// What a start after now finds.
     [[nodiscard]] QString gelesen() const {
         const auto stand = Sitzung(pfad_).lies();
@@ -350,9 +343,7 @@ TEST_F(Sitzungstest, randomDamage_givesOneOfTheStatesAndKeepsTheFile) {
     Sitzung sitzung(pfad_);
     const auto stand = sitzung.lies();
     ASSERT_TRUE(stand);
-    QFile beiseite(sitzung.beiseite());
-    ASSERT_TRUE(beiseite.open(QIODevice::ReadOnly));
-    EXPECT_EQ(beiseite.readAll(), ganz);
+    EXPECT_EQ(liesGanz(sitzung.beiseite()), ganz);
     EXPECT_EQ(gelesen(), abbild(*stand)); // still offered by the start after this one
 }
 
@@ -370,9 +361,7 @@ TEST_F(Sitzungstest, filesOfOthers_arePutAside) {
         schreibe(inhalt);
         Sitzung sitzung(pfad_);
         EXPECT_FALSE(sitzung.lies());
-        QFile datei(sitzung.beiseite());
-        ASSERT_TRUE(datei.open(QIODevice::ReadOnly)) << inhalt.left(20).toStdString();
-        EXPECT_EQ(datei.readAll(), inhalt);
+        EXPECT_EQ(liesGanz(sitzung.beiseite()), inhalt);
         beiseite << sitzung.beiseite();
         EXPECT_TRUE(sitzung.merke(probesitzung(1, 2)));
         EXPECT_EQ(gelesen(), abbild(probesitzung(1, 2)));

@@ -1,7 +1,8 @@
 #include "settings/einstellungen.h"
 
+#include "support/testordner.h"
+
 #include <QFile>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 using namespace tarvel;
@@ -10,17 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 struct EinstellungenTest : testing::Test {
-    void schreibeDatei(const QByteArray& inhalt) {
-        QFile datei(pfad);
-        ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
-        datei.write(inhalt);
-    }
-    QByteArray dateiinhalt() const {
-        QFile datei(pfad);
-        return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
-    }
-
-    QTemporaryDir ordner;
+    Testordner ordner;
     QString pfad = ordner.filePath(u"Index.ini"_s);
     Einstellungen einstellungen{pfad};
 };
@@ -37,15 +28,15 @@ TEST_F(EinstellungenTest, missingFile_givesDefaultsAndIsNotMade) {
 }
 
 TEST_F(EinstellungenTest, textKeys_keepWhatWasShownWhenEmptyAndAreCutByTheirBuffer) {
-    schreibeDatei("[Allgemeines]\r\nKurzzeichen=\r\n[Briefkopf]\r\nName=" + QByteArray(300, 'n') +
-                  "\r\nDatei=" + QByteArray(300, 'd') + "\r\n");
+    lege(pfad, "[Allgemeines]\r\nKurzzeichen=\r\n[Briefkopf]\r\nName=" + QByteArray(300, 'n') +
+                   "\r\nDatei=" + QByteArray(300, 'd') + "\r\n");
     EXPECT_EQ(einstellungen.text(Einstellung::Kurzzeichen, u"AB"_s), u"AB"_s);
     EXPECT_EQ(einstellungen.text(Einstellung::Name).size(), 127);
     EXPECT_EQ(einstellungen.text(Einstellung::Datei).size(), 254);
 }
 
 TEST_F(EinstellungenTest, numbers_areNarrowedTo16BitsAndWordsAreZero) {
-    schreibeDatei("[Start]\r\nNeu=False\r\n[Allgemeines]\r\nBetriebsart=65537\r\n");
+    lege(pfad, "[Start]\r\nNeu=False\r\n[Allgemeines]\r\nBetriebsart=65537\r\n");
     EXPECT_EQ(einstellungen.zahl(Einstellung::Neu), 0);
     EXPECT_EQ(einstellungen.zahl(Einstellung::Betriebsart), 1);
 }
@@ -55,9 +46,9 @@ TEST_F(EinstellungenTest, written_isReadBackAndTheRaceGoesElsewhere) {
     einstellungen.schreibe(Einstellung::GewählteRasse, 3);
     EXPECT_EQ(einstellungen.text(Einstellung::Straße), u"Grüner Weg 5 €"_s);
     EXPECT_EQ(einstellungen.zahl(Einstellung::Rasse), 0);
-    EXPECT_EQ(dateiinhalt(), QByteArray("[Briefkopf]\r\nStra\xDF"
-                                        "e=Gr\xFCner Weg 5 \x80\r\n"
-                                        "[Merkmale Arbeiterinnen]\r\nRasse=3\r\n"));
+    EXPECT_EQ(liesGanz(pfad), QByteArray("[Briefkopf]\r\nStra\xDF"
+                                         "e=Gr\xFCner Weg 5 \x80\r\n"
+                                         "[Merkmale Arbeiterinnen]\r\nRasse=3\r\n"));
     EXPECT_FALSE(einstellungen.schreibenMisslungen());
 }
 

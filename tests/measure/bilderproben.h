@@ -1,5 +1,7 @@
 #pragma once
 
+#include "measure/bilddatei.h"
+
 #include <QBuffer>
 #include <QImage>
 #include <QImageWriter>
@@ -7,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -215,6 +218,60 @@ inline QByteArray vielstufig(QSize größe, int anzahl) {
     const qsizetype letzter = bytes.lastIndexOf(QByteArray::fromHex("ffda"));
     const QByteArray durchgang = bytes.sliced(letzter).chopped(2);
     return bytes.chopped(2) + durchgang.repeated(anzahl) + QByteArray::fromHex("ffd9");
+}
+
+/// The same file with another size in its header; empty for kinds whose header has no fixed place.
+inline QByteArray mitGröße(QByteArray bytes, QSize größe) {
+    const auto setze = [&bytes](qsizetype stelle, const QByteArray& was) {
+        bytes.replace(stelle, was.size(), was);
+    };
+    const int b = größe.width();
+    const int h = größe.height();
+    if (bytes.startsWith("\x89PNG")) {
+        setze(16, groß(qint32{b}) + groß(qint32{h}));
+    } else if (bytes.startsWith("BM")) {
+        setze(18, klein(qint32{b}) + klein(qint32{h}));
+    } else if (bytes.startsWith("GIF")) {
+        const QByteArray maße = klein(static_cast<quint16>(b)) + klein(static_cast<quint16>(h));
+        const QByteArray bisher = bytes.mid(6, 4); // stands there again for each picture
+        setze(6, maße);
+        bytes.replace(',' + QByteArray(4, '\0') + bisher, ',' + QByteArray(4, '\0') + maße);
+    } else if (bytes.startsWith("\xFF\xD8")) {
+        const qsizetype einfach = bytes.indexOf(QByteArray::fromHex("ffc0"));
+        const qsizetype rahmen =
+            einfach >= 0 ? einfach : bytes.indexOf(QByteArray::fromHex("ffc2"));
+        setze(rahmen + 5, groß(static_cast<quint16>(h)) + groß(static_cast<quint16>(b)));
+    } else {
+        return {};
+    }
+    return mitPrüfsummen(bytes);
+}
+
+/// A picture with all its pixels, or why there is none.
+struct Lesung {
+    std::optional<Bildfehler> fehler;
+    QImage bild;
+
+    [[nodiscard]] std::optional<Bildfehler::Art> art() const {
+        return fehler ? std::optional(fehler->art) : std::nullopt;
+    }
+};
+
+/// Opens the file and reads all pixels.
+inline Lesung liesBild(const QString& pfad) {
+    auto offen = Bilddatei::öffne(pfad);
+    if (const auto* fehler = std::get_if<Bildfehler>(&offen)) {
+        return {*fehler, {}};
+    }
+    auto& datei = std::get<Bilddatei>(offen);
+    Bildfehler fehler;
+    const QImage* pixel = datei.pixel(&fehler);
+    if (pixel == nullptr) {
+        return {fehler, {}};
+    }
+    EXPECT_EQ(pixel->size(), datei.größe());
+    EXPECT_FALSE(datei.übersicht().isNull());
+    return {{}, *pixel};
 }
 
 struct Bildprobe {

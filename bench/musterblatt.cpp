@@ -1,9 +1,11 @@
-#include "measure/musterblatt.h"
+#include "musterblatt.h"
 
 #include "measure/fluegelzeichnung.h"
 
+#include <QLineF>
 #include <QPainter>
 #include <QRandomGenerator>
+#include <QTransform>
 
 #include <algorithm>
 #include <cmath>
@@ -195,6 +197,91 @@ void maleStaub(QPainter& painter, QRandomGenerator& zufall, const QSizeF& blatt)
     }
 }
 
+/// Sum of twelve equal distributions less six: a normal distribution that is the same on every
+/// machine.
+double streuung(QRandomGenerator& zufall) {
+    double summe = 0;
+    for (int i = 0; i < 12; ++i) {
+        summe += zufall.generateDouble();
+    }
+    return summe - 6;
+}
+
+bool natürlich(const std::array<QPointF, 9>& p) {
+    const auto abstand = [&](std::size_t a, std::size_t b) { return QLineF(p[a], p[b]).length(); };
+    const double ci = abstand(5, 6) / abstand(6, 7);
+    const double hi = abstand(5, 7) / abstand(3, 4);
+    // Foot of a point on the base line, and height above it, in millimetres from point 1 on.
+    const QPointF basis = (p[2] - p[1]) / abstand(1, 2);
+    const auto fuß = [&](std::size_t i) { return QPointF::dotProduct(p[i] - p[1], basis); };
+    const double höhe = std::abs(basis.x() * (p[8] - p[1]).y() - basis.y() * (p[8] - p[1]).x());
+    const double dv = (fuß(8) - fuß(4)) * 20 * 2.5 / (1.5 + höhe);
+    return ci > 2.2 && ci < 3.6 && hi > 0.9 && hi < 1.25 && dv > 0 && dv < 2.2;
+}
+
+/// A wing as it may occur beside others of one colony: cubital index 2.2 to 3.6, hantel index 0.9
+/// to 1.25, discoidal shift 0 to +2.2. The same state of @p zufall gives the same wing.
+Flügelform mitStreuung(QRandomGenerator& zufall) {
+    const Flügelform mittel = Flügelform::normal();
+    // Standard deviations as among wings of one region, in millimetres; the short segments of the
+    // cubital vein vary least.
+    constexpr struct {
+        double x, y;
+    } Abweichung[9] = {{0, 0},         {0.03, 0.017},  {0.034, 0.028},
+                       {0.03, 0.014},  {0.028, 0.015}, {0.024, 0.024},
+                       {0.018, 0.012}, {0.016, 0.012}, {0.026, 0.028}};
+    std::array<QPointF, 9> punkte = mittel.punkte;
+    do {
+        for (std::size_t i = 1; i < punkte.size(); ++i) {
+            const double dx = streuung(zufall) * Abweichung[i].x;
+            const double dy = streuung(zufall) * Abweichung[i].y;
+            punkte[i] = mittel.punkte[i] + QPointF(dx, dy);
+        }
+    } while (!natürlich(punkte));
+    Flügelform form = Flügelform::ausPunkten(punkte);
+    const double größe = 1 + 0.012 * streuung(zufall);
+    const auto wachse = [größe](QPointF& ort) { ort *= größe; };
+    std::for_each(form.punkte.begin(), form.punkte.end(), wachse);
+    std::for_each(form.umriss.begin(), form.umriss.end(), wachse);
+    std::for_each(form.wurzel.begin(), form.wurzel.end(), wachse);
+    for (Ader& ader : form.adern) {
+        for (Ader::Stelle& stelle : ader.verlauf) {
+            wachse(stelle.ort);
+        }
+    }
+    return form;
+}
+
+/// The wing turned clockwise about its middle by @p grad degrees.
+Flügelform gedreht(Flügelform form, double grad) {
+    const QPointF mitte = form.rahmen().center();
+    QTransform drehung;
+    drehung.translate(mitte.x(), mitte.y());
+    drehung.rotate(grad);
+    drehung.translate(-mitte.x(), -mitte.y());
+    const auto drehe = [&drehung](QPointF& ort) { ort = drehung.map(ort); };
+    std::for_each(form.punkte.begin() + 1, form.punkte.end(), drehe);
+    std::for_each(form.umriss.begin(), form.umriss.end(), drehe);
+    std::for_each(form.wurzel.begin(), form.wurzel.end(), drehe);
+    for (Ader& ader : form.adern) {
+        for (Ader::Stelle& stelle : ader.verlauf) {
+            drehe(stelle.ort);
+        }
+    }
+    return form;
+}
+
+/// As on a scan in transmitted light.
+Flügelstil scanstil(bool grau) {
+    Flügelstil stil;
+    stil.häutchen = grau ? QColor(214, 214, 214) : QColor(219, 214, 202);
+    stil.rand = grau ? QColor(140, 140, 140) : QColor(146, 132, 112);
+    stil.adern = grau ? QColor(62, 62, 62) : QColor(76, 58, 42);
+    stil.costa = grau ? QColor(24, 24, 24) : QColor(34, 22, 14);
+    stil.borsten = true;
+    return stil;
+}
+
 } // namespace
 
 Musterblatt male(const Musterblattwahl& wahl) {
@@ -225,7 +312,7 @@ Musterblatt male(const Musterblattwahl& wahl) {
     bild.setDotsPerMeterY(punkteJeMeter);
 
     QRandomGenerator zufall(wahl.saat);
-    const Flügelstil stil = Flügelstil::scan(wahl.grau);
+    const Flügelstil stil = scanstil(wahl.grau);
     const QSizeF platz((feld.blatt.width() - 2 * Randbreite) / feld.spalten,
                        (feld.blatt.height() - 2 * Randbreite) / feld.zeilen);
     {
@@ -236,9 +323,9 @@ Musterblatt male(const Musterblattwahl& wahl) {
         maleStaub(blatt, zufall, feld.blatt);
         blatt.restore();
         for (int nummer = 0; nummer < wahl.flügel; ++nummer) {
-            const Flügelform gerade = Flügelform::mitStreuung(zufall);
+            const Flügelform gerade = mitStreuung(zufall);
             const Flügelform form =
-                gerade.gedreht(HöchsteDrehung * (2 * zufall.generateDouble() - 1));
+                gedreht(gerade, HöchsteDrehung * (2 * zufall.generateDouble() - 1));
             const QRectF rahmen = form.rahmen();
             const int spalte = nummer % feld.spalten;
             const int zeile = nummer / feld.spalten;
