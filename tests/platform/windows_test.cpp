@@ -51,7 +51,7 @@ bool istWine() {
 /// A file of settings such as somebody's editor may leave it, and the names that are asked for.
 /// Wine differs from Windows in these, which are left out there: it takes off no blanks inside
 /// brackets, knows a commented line as a key, reads "0x10" as a number and an empty value as none,
-/// and a list of names that just fits as one that does not.
+/// and a list of names, or a value in quotes, that just fits as one that does not.
 class Zufallsprofil {
 public:
     explicit Zufallsprofil(unsigned saat)
@@ -158,14 +158,16 @@ TEST_F(Profilvergleich, randomFilesAndCalls_areWhatTheSystemMakesOfThem) {
                               << inhalt.toPercentEncoding(" []=;\"'").constData();
             }
         };
-        vergleiche("string", GetPrivateProfileStringA(sektion, schlüssel, Vorgabe, größe, pfad),
-                   system(sektion, schlüssel, größe, name));
+        const QByteArray ganz = GetPrivateProfileStringA(sektion, schlüssel, Vorgabe, 200, pfad);
+        if (!istWine() || ganz == ganz.trimmed() || ganz.size() != größe - 1) {
+            vergleiche("string", GetPrivateProfileStringA(sektion, schlüssel, Vorgabe, größe, pfad),
+                       system(sektion, schlüssel, größe, name));
+        }
         vergleiche("keys", GetPrivateProfileStringA(sektion, {}, Vorgabe, listengröße, pfad),
                    system(sektion, nullptr, listengröße, name));
         vergleiche("sections", GetPrivateProfileStringA({}, {}, Vorgabe, listengröße, pfad),
                    system(nullptr, nullptr, listengröße, name));
-        if (!istWine() ||
-            !GetPrivateProfileStringA(sektion, schlüssel, Vorgabe, 200, pfad).isEmpty()) {
+        if (!istWine() || !ganz.isEmpty()) {
             vergleiche("int",
                        QByteArray::number(GetPrivateProfileIntA(sektion, schlüssel, 7, pfad)),
                        QByteArray::number(
