@@ -4,6 +4,7 @@
 
 #include <QLineF>
 #include <QPainter>
+#include <QPainterPath>
 #include <QRandomGenerator>
 #include <QTransform>
 
@@ -219,10 +220,15 @@ bool natürlich(const std::array<QPointF, 9>& p) {
     return ci > 2.2 && ci < 3.6 && hi > 0.9 && hi < 1.25 && dv > 0 && dv < 2.2;
 }
 
+/// A wing as it lies on the sheet.
+struct Musterflügel {
+    std::array<QPointF, 9> punkte; ///< where the measuring points of the drawing lie on this wing
+    QTransform lage;               ///< from this wing, still straight, to the sheet
+};
+
 /// A wing as it may occur beside others of one colony: cubital index 2.2 to 3.6, hantel index 0.9
 /// to 1.25, discoidal shift 0 to +2.2. The same state of @p zufall gives the same wing.
-Flügelform mitStreuung(QRandomGenerator& zufall) {
-    const Flügelform mittel = Flügelform::normal();
+Musterflügel mitStreuung(QRandomGenerator& zufall) {
     // Standard deviations as among wings of one region, in millimetres; the short segments of the
     // cubital vein vary least.
     constexpr struct {
@@ -230,56 +236,108 @@ Flügelform mitStreuung(QRandomGenerator& zufall) {
     } Abweichung[9] = {{0, 0},         {0.03, 0.017},  {0.034, 0.028},
                        {0.03, 0.014},  {0.028, 0.015}, {0.024, 0.024},
                        {0.018, 0.012}, {0.016, 0.012}, {0.026, 0.028}};
-    std::array<QPointF, 9> punkte = mittel.punkte;
+    Musterflügel flügel;
     do {
-        for (std::size_t i = 1; i < punkte.size(); ++i) {
+        for (std::size_t i = 1; i < flügel.punkte.size(); ++i) {
             const double dx = streuung(zufall) * Abweichung[i].x;
             const double dy = streuung(zufall) * Abweichung[i].y;
-            punkte[i] = mittel.punkte[i] + QPointF(dx, dy);
+            flügel.punkte[i] = Zeichnungspunkte[i] + QPointF(dx, dy);
         }
-    } while (!natürlich(punkte));
-    Flügelform form = Flügelform::ausPunkten(punkte);
+    } while (!natürlich(flügel.punkte));
     const double größe = 1 + 0.012 * streuung(zufall);
-    const auto wachse = [größe](QPointF& ort) { ort *= größe; };
-    std::for_each(form.punkte.begin(), form.punkte.end(), wachse);
-    std::for_each(form.umriss.begin(), form.umriss.end(), wachse);
-    std::for_each(form.wurzel.begin(), form.wurzel.end(), wachse);
-    for (Ader& ader : form.adern) {
-        for (Ader::Stelle& stelle : ader.verlauf) {
-            wachse(stelle.ort);
-        }
-    }
-    return form;
+    const double winkel = HöchsteDrehung * (2 * zufall.generateDouble() - 1);
+    flügel.lage.rotate(winkel);
+    flügel.lage.scale(größe, größe);
+    return flügel;
 }
 
-/// The wing turned clockwise about its middle by @p grad degrees.
-Flügelform gedreht(Flügelform form, double grad) {
-    const QPointF mitte = form.rahmen().center();
-    QTransform drehung;
-    drehung.translate(mitte.x(), mitte.y());
-    drehung.rotate(grad);
-    drehung.translate(-mitte.x(), -mitte.y());
-    const auto drehe = [&drehung](QPointF& ort) { ort = drehung.map(ort); };
-    std::for_each(form.punkte.begin() + 1, form.punkte.end(), drehe);
-    std::for_each(form.umriss.begin(), form.umriss.end(), drehe);
-    std::for_each(form.wurzel.begin(), form.wurzel.end(), drehe);
-    for (Ader& ader : form.adern) {
-        for (Ader::Stelle& stelle : ader.verlauf) {
-            drehe(stelle.ort);
-        }
+/// Where a place of the wing lies on the drawing: the shifts of the measuring points around it,
+/// weighted with the inverse square of the distance, against a pull to stay.
+QPointF aufZeichnung(QPointF ort, const std::array<QPointF, 9>& punkte) {
+    constexpr double Beharrung = 1;
+    QPointF summe;
+    double gewichte = Beharrung;
+    for (std::size_t i = 1; i < punkte.size(); ++i) {
+        const QPointF weg = ort - punkte[i];
+        const double gewicht = 1 / std::max(QPointF::dotProduct(weg, weg), 1e-12);
+        summe += (Zeichnungspunkte[i] - punkte[i]) * gewicht;
+        gewichte += gewicht;
     }
-    return form;
+    return ort + summe / gewichte;
 }
 
-/// As on a scan in transmitted light.
-Flügelstil scanstil(bool grau) {
-    Flügelstil stil;
-    stil.häutchen = grau ? QColor(214, 214, 214) : QColor(219, 214, 202);
-    stil.rand = grau ? QColor(140, 140, 140) : QColor(146, 132, 112);
-    stil.adern = grau ? QColor(62, 62, 62) : QColor(76, 58, 42);
-    stil.costa = grau ? QColor(24, 24, 24) : QColor(34, 22, 14);
-    stil.borsten = true;
-    return stil;
+/// Fine hairs in rows along the wing, within what is painted already.
+void maleBorsten(QPainter& painter, const QColor& farbe) {
+    constexpr double Abstand = 0.05;
+    QRandomGenerator zufall(0x5eed);
+    const int reihen = static_cast<int>(Zeichnungsrahmen.height() / Abstand);
+    const int spalten = static_cast<int>(Zeichnungsrahmen.width() / Abstand);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    for (int reihe = 0; reihe < reihen; ++reihe) {
+        for (int spalte = 0; spalte < spalten; ++spalte) {
+            const double links = zufall.generateDouble();
+            const double tief = zufall.generateDouble();
+            const double kräftig = zufall.generateDouble();
+            const QPointF ort((spalte + links) * Abstand, (reihe + tief) * Abstand);
+            QColor ton = farbe;
+            ton.setAlphaF(static_cast<float>(0.1 + 0.4 * kräftig * kräftig));
+            painter.setPen(QPen(ton, 0.011 + 0.01 * kräftig, Qt::SolidLine, Qt::RoundCap));
+            painter.drawLine(ort, ort + QPointF(-0.012, 0.006 * (links - 0.5)));
+        }
+    }
+}
+
+/// The drawn wing as on a scan in transmitted light, softened by the optics.
+QImage vorlage(double maßstab, bool grau) {
+    const Zeichnungsfarben farben =
+        grau ? Zeichnungsfarben{QColor(214, 214, 214), QColor(140, 140, 140), QColor(44, 44, 44)}
+             : Zeichnungsfarben{QColor(219, 214, 202), QColor(146, 132, 112), QColor(58, 42, 30)};
+    QImage bild((Zeichnungsrahmen.size() * maßstab).toSize(), QImage::Format_ARGB32_Premultiplied);
+    bild.fill(Qt::transparent);
+    QPainter painter(&bild);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(maßstab, maßstab);
+    maleFlügel(painter, farben);
+    maleBorsten(painter, farben.adern);
+    painter.end();
+    zeichneWeich(bild);
+    return bild;
+}
+
+/// The colour at a place between pixels, whose middles lie at .5; nothing beside the picture.
+QRgb zwischen(const QImage& bild, QPointF ort) {
+    const double x = ort.x() - 0.5;
+    const double y = ort.y() - 0.5;
+    const int links = static_cast<int>(std::floor(x));
+    const int oben = static_cast<int>(std::floor(y));
+    if (links < 0 || oben < 0 || links + 1 >= bild.width() || oben + 1 >= bild.height()) {
+        return 0;
+    }
+    const auto quer = static_cast<uint>((x - links) * 256);
+    const auto längs = static_cast<uint>((y - oben) * 256);
+    const auto* a = reinterpret_cast<const QRgb*>(bild.constScanLine(oben)) + links;
+    const auto* b = reinterpret_cast<const QRgb*>(bild.constScanLine(oben + 1)) + links;
+    const auto kanal = [&](int (*von)(QRgb)) {
+        const uint erste = uint(von(a[0])) * (256 - quer) + uint(von(a[1])) * quer;
+        const uint zweite = uint(von(b[0])) * (256 - quer) + uint(von(b[1])) * quer;
+        return static_cast<int>((erste * (256 - längs) + zweite * längs) >> 16U);
+    };
+    return qRgba(kanal(qRed), kanal(qGreen), kanal(qBlue), kanal(qAlpha));
+}
+
+/// The wing by itself on a picture of @p größe, where @p lage in millimetres puts it.
+QImage kachel(const QImage& vorlage, const Musterflügel& flügel, const QTransform& lage,
+              QSize größe, double maßstab) {
+    QImage bild(größe, QImage::Format_ARGB32_Premultiplied);
+    const QTransform zurück = lage.inverted();
+    for (int y = 0; y < größe.height(); ++y) {
+        auto* zeile = reinterpret_cast<QRgb*>(bild.scanLine(y));
+        for (int x = 0; x < größe.width(); ++x) {
+            const QPointF ort = zurück.map(QPointF(x + 0.5, y + 0.5) / maßstab);
+            zeile[x] = zwischen(vorlage, aufZeichnung(ort, flügel.punkte) * maßstab);
+        }
+    }
+    return bild;
 }
 
 } // namespace
@@ -312,7 +370,7 @@ Musterblatt male(const Musterblattwahl& wahl) {
     bild.setDotsPerMeterY(punkteJeMeter);
 
     QRandomGenerator zufall(wahl.saat);
-    const Flügelstil stil = scanstil(wahl.grau);
+    const QImage zeichnung = vorlage(maßstab, wahl.grau);
     const QSizeF platz((feld.blatt.width() - 2 * Randbreite) / feld.spalten,
                        (feld.blatt.height() - 2 * Randbreite) / feld.zeilen);
     {
@@ -323,10 +381,8 @@ Musterblatt male(const Musterblattwahl& wahl) {
         maleStaub(blatt, zufall, feld.blatt);
         blatt.restore();
         for (int nummer = 0; nummer < wahl.flügel; ++nummer) {
-            const Flügelform gerade = mitStreuung(zufall);
-            const Flügelform form =
-                gedreht(gerade, HöchsteDrehung * (2 * zufall.generateDouble() - 1));
-            const QRectF rahmen = form.rahmen();
+            const Musterflügel flügel = mitStreuung(zufall);
+            const QRectF rahmen = flügel.lage.mapRect(Zeichnungsrahmen);
             const int spalte = nummer % feld.spalten;
             const int zeile = nummer / feld.spalten;
             // A wing lies somewhere within its place.
@@ -336,26 +392,19 @@ Musterblatt male(const Musterblattwahl& wahl) {
                                    (platz.width() - rahmen.width()) * (0.25 + 0.5 * quer),
                                Randbreite + platz.height() * zeile +
                                    (platz.height() - rahmen.height()) * (0.25 + 0.5 * längs));
-            const QPointF ort = (ecke - rahmen.topLeft()) * maßstab;
-
-            // Painted by itself, so that only the wing is softened and not the whole sheet.
-            const QPointF kachelort(std::floor(ecke.x() * maßstab) - 2,
-                                    std::floor(ecke.y() * maßstab) - 2);
-            QImage kachel((rahmen.size() * maßstab).toSize() + QSize(6, 6),
-                          QImage::Format_ARGB32_Premultiplied);
-            kachel.fill(Qt::transparent);
-            {
-                QPainter painter(&kachel);
-                painter.translate(ort - kachelort);
-                painter.scale(maßstab, maßstab);
-                maleFlügel(painter, form, stil);
-            }
-            zeichneWeich(kachel);
-            blatt.drawImage(kachelort, kachel);
+            const QTransform lage = flügel.lage * QTransform::fromTranslate(ecke.x() - rahmen.x(),
+                                                                            ecke.y() - rahmen.y());
+            const QPoint kachelort(static_cast<int>(ecke.x() * maßstab),
+                                   static_cast<int>(ecke.y() * maßstab));
+            blatt.drawImage(kachelort,
+                            kachel(zeichnung, flügel,
+                                   lage * QTransform::fromTranslate(-kachelort.x() / maßstab,
+                                                                    -kachelort.y() / maßstab),
+                                   (rahmen.size() * maßstab).toSize() + QSize(2, 2), maßstab));
 
             std::array<QPointF, 9> punkte;
             for (std::size_t i = 1; i < punkte.size(); ++i) {
-                punkte[i] = form.punkte[i] * maßstab + ort;
+                punkte[i] = lage.map(flügel.punkte[i]) * maßstab;
             }
             muster.punkte.push_back(punkte);
         }

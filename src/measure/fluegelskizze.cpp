@@ -11,19 +11,13 @@ namespace tarvel {
 
 namespace {
 
-/// The drawn wing never changes; working it out takes longer than painting it.
-const Flügelform& form() {
-    static const Flügelform normal = Flügelform::normal();
-    return normal;
-}
-
 /// The part of the wing that the points lie on, in millimetres: the rest would only make it
 /// smaller.
 QRectF ausschnitt() {
     constexpr double Rand = 0.45;
     QRectF feld;
-    for (std::size_t i = 1; i < form().punkte.size(); ++i) {
-        feld |= QRectF(form().punkte[i] - QPointF(Rand, Rand), QSizeF(2 * Rand, 2 * Rand));
+    for (std::size_t i = 1; i < Zeichnungspunkte.size(); ++i) {
+        feld |= QRectF(Zeichnungspunkte[i] - QPointF(Rand, Rand), QSizeF(2 * Rand, 2 * Rand));
     }
     return feld;
 }
@@ -62,7 +56,7 @@ void Flügelskizze::paintEvent(QPaintEvent*) {
         QPainter painter(&flügel_);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setTransform(lage(), true);
-        maleFlügel(painter, form(), Flügelstil::zeichnung(palette()));
+        maleFlügel(painter, Zeichnungsfarben::zeichnung(palette()));
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -73,7 +67,7 @@ void Flügelskizze::paintEvent(QPaintEvent*) {
     const double klein = 3;
     const double groß = std::max(8.0, 0.6 * fontMetrics().height());
     for (int i = 1; i <= Messpunkte::Anzahl; ++i) {
-        const QPointF ort = lage().map(form().punkte.at(static_cast<std::size_t>(i)));
+        const QPointF ort = lage().map(Zeichnungspunkte.at(static_cast<std::size_t>(i)));
         if (!benutzt(messart_, i) || i == nächster_) {
             continue;
         }
@@ -82,7 +76,7 @@ void Flügelskizze::paintEvent(QPaintEvent*) {
         painter.drawEllipse(ort, klein, klein);
     }
     if (nächster_ != 0) {
-        const QPointF ort = lage().map(form().punkte.at(static_cast<std::size_t>(nächster_)));
+        const QPointF ort = lage().map(Zeichnungspunkte.at(static_cast<std::size_t>(nächster_)));
         painter.setPen(Qt::NoPen);
         painter.setBrush(farbe);
         painter.drawEllipse(ort, groß, groß);

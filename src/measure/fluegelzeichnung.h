@@ -1,75 +1,47 @@
 #pragma once
 
 #include <QColor>
-#include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
 
 #include <array>
-#include <vector>
 
 class QPainter;
 class QPalette;
 
 namespace tarvel {
 
-/// A vein as a smooth line through places, each with the width of the vein there.
-struct Ader {
-    struct Stelle {
-        QPointF ort;   ///< millimetres
-        double breite; ///< millimetres
-    };
-    std::vector<Stelle> verlauf;
-    /// The vein fades into the membrane at its last place.
-    bool läuftAus = false;
-};
+// The drawn fore wing of a worker, wing tip to the left and costal edge up: the mean of real wings.
+// Places are millimetres, x to the right, y down. The lines themselves lie in data/wing.
 
-/// The cells of the fore wing that the measuring points are named after. The cubital cells are
-/// counted from the wing root.
-enum class Zelle { Radial, Cubital1, Cubital2, Cubital3, Discoidal };
+/// The room that the drawing takes up.
+inline constexpr QRectF Zeichnungsrahmen(0, 0, 9.6, 3.4);
 
-/// Shape of a worker's fore wing, wing tip to the left and costal edge up. Millimetres, x to the
-/// right, y down, origin near the top left corner of the wing.
-struct Flügelform {
-    /// The measuring points 1 to 8; index 0 is unused. Every vein that belongs to a point runs
-    /// exactly through it.
-    std::array<QPointF, 9> punkte;
-    std::vector<Ader> adern;
-    /// Corners of the membrane's smooth closed edge and of the hard root.
-    std::vector<QPointF> umriss;
-    std::vector<QPointF> wurzel;
+/// The measuring points 1 to 8; index 0 is unused. Cubital index 2.8, hantel index 1.11, discoidal
+/// shift +1.6.
+inline constexpr std::array<QPointF, 9> Zeichnungspunkte{{{},
+                                                          {4.170, 0.477},
+                                                          {0.968, 0.805},
+                                                          {3.765, 0.590},
+                                                          {3.043, 0.657},
+                                                          {3.019, 1.219},
+                                                          {2.489, 1.537},
+                                                          {2.269, 1.522},
+                                                          {3.095, 2.095}}};
 
-    /// The mean wing: cubital index 2.8, hantel index 1.11, discoidal shift +1.6.
-    [[nodiscard]] static Flügelform normal();
-
-    /// The wing whose measuring points are @p punkte, all other places moved along with them.
-    /// Points should lie within a few tenths of a millimetre of those of normal().
-    [[nodiscard]] static Flügelform ausPunkten(const std::array<QPointF, 9>& punkte);
-
-    /// Area of a cell between the middle lines of its veins.
-    [[nodiscard]] QPainterPath zelle(Zelle zelle) const;
-
-    /// Area of the membrane.
-    [[nodiscard]] QPainterPath häutchen() const;
-
-    /// Rectangle around everything that is painted.
-    [[nodiscard]] QRectF rahmen() const;
-};
-
-/// How a wing is painted.
-struct Flügelstil {
+struct Zeichnungsfarben {
     QColor häutchen;
     QColor rand;
     QColor adern;
-    QColor costa; ///< the thick veins at the costal edge and the wing root
-    /// Bristles on the membrane, as a scan shows them.
-    bool borsten = false;
 
     /// Line drawing in the colours of a window.
-    [[nodiscard]] static Flügelstil zeichnung(const QPalette& palette);
+    [[nodiscard]] static Zeichnungsfarben zeichnung(const QPalette& palette);
 };
 
 /// Paints the wing. The painter's unit is the millimetre; a transformation gives place and size.
-void maleFlügel(QPainter& painter, const Flügelform& form, const Flügelstil& stil);
+void maleFlügel(QPainter& painter, const Zeichnungsfarben& farben);
+
+/// Paints the radial, the third cubital and the discoidal cell onto it.
+void maleZellen(QPainter& painter, const QColor& farbe);
 
 } // namespace tarvel

@@ -5,6 +5,7 @@
 
 #include <QLineF>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPalette>
 
 #include <algorithm>
@@ -71,8 +72,7 @@ public:
         : painter_(painter)
         , palette_(palette)
         , texte_(texte)
-        , farben_(farben(palette))
-        , form_(Flügelform::normal()) {
+        , farben_(farben(palette)) {
         rahmen_ = rahmen;
         const QSizeF größe = MessHilfeFormat.scaled(rahmen.size(), Qt::KeepAspectRatio);
         maßstab_ = größe.width() / MessHilfeFormat.width();
@@ -94,8 +94,8 @@ public:
         painter_.restore();
         beschrifte();
         maleLupe();
-        for (std::size_t i = 1; i < form_.punkte.size(); ++i) {
-            malePunkt(static_cast<int>(i), form_.punkte[i], Nummernorte[i]);
+        for (std::size_t i = 1; i < Zeichnungspunkte.size(); ++i) {
+            malePunkt(static_cast<int>(i), Zeichnungspunkte[i], Nummernorte[i]);
         }
         painter_.restore();
     }
@@ -116,16 +116,12 @@ private:
 
     /// The wing with its cells and the base line; the painter's unit is the millimetre.
     void maleFlügel() {
-        tarvel::maleFlügel(painter_, form_, Flügelstil::zeichnung(palette_));
-        painter_.setPen(Qt::NoPen);
-        painter_.setBrush(farben_.zelle);
-        for (const Zelle zelle : {Zelle::Radial, Zelle::Cubital3, Zelle::Discoidal}) {
-            painter_.drawPath(form_.zelle(zelle));
-        }
+        tarvel::maleFlügel(painter_, Zeichnungsfarben::zeichnung(palette_));
+        maleZellen(painter_, farben_.zelle);
         QPen grundlinie(farben_.streckeA, 0.02);
         grundlinie.setDashPattern({6, 4});
         painter_.setPen(grundlinie);
-        painter_.drawLine(form_.punkte[1], form_.punkte[2]);
+        painter_.drawLine(Zeichnungspunkte[1], Zeichnungspunkte[2]);
     }
 
     /// Writes into a box of width @p breite whose left edge, middle or right edge is at @p ort.
@@ -182,7 +178,7 @@ private:
         maleFlügel();
         const auto strecke = [&](std::size_t von, std::size_t nach, const QColor& farbe) {
             painter_.setPen(QPen(farbe, 0.05, Qt::SolidLine, Qt::FlatCap));
-            painter_.drawLine(form_.punkte[von], form_.punkte[nach]);
+            painter_.drawLine(Zeichnungspunkte[von], Zeichnungspunkte[nach]);
         };
         strecke(5, 6, farben_.streckeA);
         strecke(6, 7, farben_.streckeB);
@@ -193,11 +189,11 @@ private:
 
         for (std::size_t i = 0; i < Lupennummern.size(); ++i) {
             const int nummer = static_cast<int>(i) + 5;
-            malePunkt(nummer, inLupe(form_.punkte[i + 5]), Lupennummern[i]);
+            malePunkt(nummer, inLupe(Zeichnungspunkte[i + 5]), Lupennummern[i]);
         }
         setzeSchrift(1.3 * Schrifthöhe, true);
-        const QPointF a = inLupe((form_.punkte[5] + form_.punkte[6]) / 2);
-        const QPointF b = inLupe((form_.punkte[6] + form_.punkte[7]) / 2);
+        const QPointF a = inLupe((Zeichnungspunkte[5] + Zeichnungspunkte[6]) / 2);
+        const QPointF b = inLupe((Zeichnungspunkte[6] + Zeichnungspunkte[7]) / 2);
         painter_.setPen(farben_.streckeA);
         schreibe(u"a"_s, a + QPointF(0.14, 0.24), Qt::AlignHCenter);
         painter_.setPen(farben_.streckeB);
@@ -226,7 +222,6 @@ private:
     const QPalette& palette_;
     const Texte& texte_;
     Farben farben_;
-    Flügelform form_;
     QRectF rahmen_;
     double maßstab_ = 0;
     QPointF ursprung_;

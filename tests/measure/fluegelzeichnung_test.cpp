@@ -1,115 +1,86 @@
 #include "measure/fluegelzeichnung.h"
 
 #include <QImage>
-#include <QLineF>
 #include <QPainter>
 #include <QPalette>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <functional>
 #include <utility>
-#include <vector>
 
 using namespace tarvel;
 
 namespace {
 
-/// The mean wing and one whose points lie elsewhere.
-std::vector<Flügelform> formen() {
-    std::array<QPointF, 9> punkte = Flügelform::normal().punkte;
-    for (std::size_t i = 1; i < punkte.size(); ++i)
-        punkte[i] += QPointF(i % 2 == 0 ? 0.03 : -0.03, i % 3 == 0 ? 0.02 : -0.02);
-    return {Flügelform::normal(), Flügelform::ausPunkten(punkte)};
-}
+constexpr double Maßstab = 1200 / 25.4;
+
+/// A painted sheet to ask for the grey at a place of the wing, 0 to 255.
+class Blatt {
+public:
+    Blatt(const QColor& grund, const std::function<void(QPainter&)>& maler)
+        : bild_((Zeichnungsrahmen.size() * Maßstab).toSize(), QImage::Format_RGB32) {
+        bild_.fill(grund);
+        QPainter painter(&bild_);
+        painter.scale(Maßstab, Maßstab);
+        maler(painter);
+    }
+
+    [[nodiscard]] int grau(QPointF ort) const {
+        const QPoint pixel(static_cast<int>(ort.x() * Maßstab),
+                           static_cast<int>(ort.y() * Maßstab));
+        return bild_.valid(pixel) ? qGray(bild_.pixel(pixel)) : -1;
+    }
+
+private:
+    QImage bild_;
+};
 
 } // namespace
 
-TEST(Fluegelzeichnung, points_lieWhereVeinsMeet) {
-    // How many veins begin, end or pass at each point.
-    constexpr std::array<int, 9> Adern{0, 3, 1, 3, 3, 3, 3, 3, 3};
-    for (const Flügelform& form : formen()) {
-        for (std::size_t i = 1; i < form.punkte.size(); ++i) {
-            int treffer = 0;
-            for (const Ader& ader : form.adern) {
-                for (const Ader::Stelle& stelle : ader.verlauf)
-                    treffer += QLineF(stelle.ort, form.punkte[i]).length() < 1e-9 ? 1 : 0;
-            }
-            EXPECT_EQ(treffer, Adern[i]) << "point " << i;
-        }
-    }
-}
-
-TEST(Fluegelzeichnung, points_lieInTheOrderOfTheWing) {
-    for (const Flügelform& form : formen()) {
-        const auto& p = form.punkte;
-        EXPECT_GT(p[1].x(), p[3].x());
-        EXPECT_GT(p[3].x(), p[4].x());
-        EXPECT_GT(p[4].x(), p[2].x() + 1);
-        EXPECT_GT(p[5].x(), p[6].x());
-        EXPECT_GT(p[6].x(), p[7].x());
-        EXPECT_GT(p[7].x(), p[2].x());
-        for (std::size_t i = 1; i < 8; ++i)
-            EXPECT_GT(p[8].y(), p[i].y()) << "point " << i;
-        const QRectF rahmen = form.rahmen();
-        EXPECT_NEAR(rahmen.width(), 9.5, 0.5);
-        EXPECT_NEAR(rahmen.height(), 3.5, 0.8);
-    }
-}
-
-TEST(Fluegelzeichnung, cells_borderOnThePointsThatAreNamedAfterThem) {
-    struct {
-        Zelle zelle;
-        std::vector<std::size_t> ecken;
-    } const fälle[] = {{Zelle::Radial, {1, 2, 3, 4}},
-                       {Zelle::Cubital1, {1}},
-                       {Zelle::Cubital2, {1, 3, 5}},
-                       {Zelle::Cubital3, {3, 4, 5, 6, 7}},
-                       {Zelle::Discoidal, {5, 6, 8}}};
-    const Flügelform form = Flügelform::normal();
-    for (const auto& fall : fälle) {
-        const QPainterPath zelle = form.zelle(fall.zelle);
-        for (std::size_t i = 1; i < form.punkte.size(); ++i) {
-            double nächster = 1e9;
-            for (int k = 0; k < zelle.elementCount(); ++k)
-                nächster = std::min(nächster, QLineF(zelle.elementAt(k), form.punkte[i]).length());
-            const bool ecke =
-                std::find(fall.ecken.begin(), fall.ecken.end(), i) != fall.ecken.end();
-            EXPECT_EQ(nächster < 1e-9, ecke) << static_cast<int>(fall.zelle) << " point " << i;
-        }
-        // Simple outlines of very different cells: none may be torn or crossed.
-        EXPECT_EQ(zelle.simplified().toSubpathPolygons().size(), 1);
-        EXPECT_TRUE(form.häutchen().contains(zelle.boundingRect().center()));
-    }
-}
-
-TEST(Fluegelzeichnung, painted_isDarkAtThePointsAndLightInTheCells) {
-    constexpr double Maßstab = 1200 / 25.4;
-    QPalette palette;
-    palette.setColor(QPalette::WindowText, Qt::black);
-    palette.setColor(QPalette::Window, Qt::white);
-    for (const Flügelform& form : formen()) {
-        QImage bild(520, 240, QImage::Format_RGB32);
-        bild.fill(Qt::white);
-        const QPointF ursprung = QPointF(10, 10) - form.rahmen().topLeft() * Maßstab;
-        QPainter painter(&bild);
-        painter.translate(ursprung);
-        painter.scale(Maßstab, Maßstab);
-        maleFlügel(painter, form, Flügelstil::zeichnung(palette));
-        painter.end();
-        const auto grau = [&](QPointF ort) {
-            const QPointF pixel = ort * Maßstab + ursprung;
-            return qGray(bild.pixel(static_cast<int>(pixel.x()), static_cast<int>(pixel.y())));
+TEST(Fluegelzeichnung, wing_hasVeinsAtThePointsAndNoneBeside_inTheColoursOfTheWindow) {
+    const std::pair<QColor, QColor> fälle[] = {{Qt::white, Qt::black},
+                                               {QColor(15, 15, 15), Qt::white}};
+    for (const auto& [grund, schrift] : fälle) {
+        QPalette palette;
+        palette.setColor(QPalette::WindowText, schrift);
+        palette.setColor(QPalette::Window, grund);
+        const Blatt blatt(grund, [&](QPainter& painter) {
+            maleFlügel(painter, Zeichnungsfarben::zeichnung(palette));
+        });
+        const auto unterschied = [&, leer = qGray(grund.rgb())](QPointF ort) {
+            return std::abs(blatt.grau(ort) - leer);
         };
-        for (std::size_t i = 1; i < form.punkte.size(); ++i)
-            EXPECT_LT(grau(form.punkte[i]), 130) << "point " << i;
-        // 0.3 mm beside a point, away from its veins.
+        for (std::size_t i = 1; i < Zeichnungspunkte.size(); ++i)
+            EXPECT_GT(unterschied(Zeichnungspunkte[i]), 125) << "point " << i;
+        // 0.2 to 0.3 mm beside a point, between its veins: nothing but the membrane.
         const std::pair<std::size_t, QPointF> daneben[] = {
             {1, {-0.2, -0.18}}, {2, {0.3, -0.05}},  {2, {-0.3, 0.1}}, {3, {-0.1, -0.2}},
             {4, {0, -0.22}},    {5, {-0.1, -0.22}}, {6, {0.3, 0.05}}, {7, {-0.02, 0.3}},
             {8, {0.1, -0.3}},   {8, {0.2, 0.25}},   {8, {-0.3, 0}}};
-        for (const auto& [i, versatz] : daneben)
-            EXPECT_GT(grau(form.punkte[i] + versatz), 150)
+        for (const auto& [i, versatz] : daneben) {
+            EXPECT_NEAR(unterschied(Zeichnungspunkte[i] + versatz), 15, 4)
                 << "beside point " << i << ": " << versatz.x() << ' ' << versatz.y();
+        }
+        EXPECT_EQ(unterschied({0.2, 3.2}), 0) << "outside the wing";
     }
+}
+
+TEST(Fluegelzeichnung, cells_lieBetweenThePointsThatAreNamedAfterThem) {
+    const Blatt blatt(Qt::white,
+                      [](QPainter& painter) { maleZellen(painter, QColor(0, 0, 0, 51)); });
+    const auto mitte = [](std::initializer_list<std::size_t> punkte) {
+        QPointF summe;
+        for (const std::size_t i : punkte)
+            summe += Zeichnungspunkte[i];
+        return summe / static_cast<double>(punkte.size());
+    };
+    for (const QPointF ort :
+         {mitte({1, 2}) - QPointF(0, 0.2), mitte({3, 4, 5, 7}), mitte({5, 6, 8})})
+        EXPECT_NEAR(blatt.grau(ort), 204, 1) << ort.x() << ' ' << ort.y(); // a fifth black
+    // The second cubital cell; below the discoidal cell; the membrane at the tip.
+    for (const QPointF ort :
+         {mitte({1, 3, 5}) + QPointF(0.2, 0), Zeichnungspunkte[8] + QPointF(0.2, 0.3),
+          Zeichnungspunkte[7] - QPointF(0.5, 0.2)})
+        EXPECT_EQ(blatt.grau(ort), 255) << ort.x() << ' ' << ort.y();
 }
