@@ -18,25 +18,12 @@ namespace {
 /// No file of ours; it is not even read.
 constexpr qint64 GrößteDatei = qint64{64} * 1024 * 1024;
 
-bool gleicheReihe(const Messreihe& a, const Messreihe& b) {
-    if (a.ciZeilen() != b.ciZeilen() || a.hiDvZeilen() != b.hiDvZeilen() ||
-        a.messungen() != b.messungen() || a.flügelangaben() != b.flügelangaben()) {
-        return false;
-    }
-    for (int nummer = 0; nummer <= Messreihe::HöchsteFlügelzahl; ++nummer) {
-        if (a.chartwerte(nummer) != b.chartwerte(nummer)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool gleicheUntersuchung(const Sitzungsstand& a, const Sitzungsstand& b) {
     return a.angabenGeändert == b.angabenGeändert && a.messungenGeändert == b.messungenGeändert &&
            a.DatenbankPfad == b.DatenbankPfad && a.gespeicherteNummer == b.gespeicherteNummer &&
            a.gespeicherteMarke == b.gespeicherteMarke && a.angaben == b.angaben &&
            a.merkmale == b.merkmale && a.datum == b.datum && a.zusatz == b.zusatz &&
-           gleicheReihe(a.reihe, b.reihe);
+           a.reihe == b.reihe;
 }
 
 bool gleicherFlügel(const Sitzungsstand& a, const Sitzungsstand& b) {

@@ -2,9 +2,9 @@
 
 #include "evaluation/rassen.h"
 #include "results/fluegelsatz.h"
+#include "results/satztext.h"
 
 #include <QCryptographicHash>
-#include <QUrl>
 
 #include <array>
 #include <map>
@@ -13,6 +13,7 @@
 namespace tarvel {
 
 using namespace Qt::StringLiterals;
+using namespace satztext;
 
 namespace {
 
@@ -20,75 +21,49 @@ constexpr QByteArrayView Kopf = "Sitzung 1\n";
 constexpr QByteArrayView Summenfeld = "\nSumme=";
 constexpr qsizetype Summenlänge = 40;
 
-struct Textfeld {
-    const char* name;
-    QString Kolonieangaben::*wert;
-};
-
-constexpr std::array Textfelder{Textfeld{"Jahr", &Kolonieangaben::Jahr},
-                                Textfeld{"KNr", &Kolonieangaben::KNr},
-                                Textfeld{"LV", &Kolonieangaben::LV},
-                                Textfeld{"ZNr", &Kolonieangaben::ZNr},
-                                Textfeld{"UNr", &Kolonieangaben::UNr},
-                                Textfeld{"Volk", &Kolonieangaben::Volk},
-                                Textfeld{"Name", &Kolonieangaben::Name},
-                                Textfeld{"Besitzer", &Kolonieangaben::Besitzer},
-                                Textfeld{"Begattung", &Kolonieangaben::Begattung},
-                                Textfeld{"Rassenname", &Kolonieangaben::Rassenname}};
-
-QByteArray kodiert(const QString& text) {
-    return QUrl::toPercentEncoding(text, " ,");
+/// Calls @p fn with name and place of every text of the examination.
+template <typename Stand, typename Funktion>
+void jederText(Stand& stand, Funktion fn) {
+    fn("Datenbank", stand.DatenbankPfad);
+    fn("Nummer", stand.gespeicherteNummer);
+    fn("Marke", stand.gespeicherteMarke);
+    fn("Jahr", stand.angaben.Jahr);
+    fn("KNr", stand.angaben.KNr);
+    fn("LV", stand.angaben.LV);
+    fn("ZNr", stand.angaben.ZNr);
+    fn("UNr", stand.angaben.UNr);
+    fn("Volk", stand.angaben.Volk);
+    fn("Name", stand.angaben.Name);
+    fn("Besitzer", stand.angaben.Besitzer);
+    fn("Begattung", stand.angaben.Begattung);
+    fn("Rassenname", stand.angaben.Rassenname);
 }
 
-void füge(QByteArray& zeilen, const char* name, const QByteArray& wert) {
-    zeilen += QByteArray(name) + '=' + wert + '\n';
+void füge(QByteArray& zeilen, const char* name, const QString& wert) {
+    zeilen += QByteArray(name) + '=' + wert.toUtf8() + '\n';
 }
 
-QByteArray zahl(float wert) {
-    return QByteArray::number(static_cast<double>(wert), 'g', 9);
+QString zahl(float wert) {
+    return QString::number(static_cast<double>(wert), 'g', 9);
 }
 
 /// Unlike the results file a session keeps the lines of a cubital index 0 too.
-QByteArray ciText(const Messreihe& reihe) {
-    QByteArray text;
+QString ciText(const Messreihe& reihe) {
+    QString text;
     for (const CiZeile& z : reihe.ciZeilen()) {
-        text += '#' + dreistellig(z.nummer).toLatin1() + ';' + z.wert.toUtf8() + ';' +
-                z.klasse.toUtf8() + "; ";
+        text += u'#' + dreistellig(z.nummer) + u';' + z.wert + u';' + z.klasse + u"; "_s;
     }
     return text;
 }
 
-QByteArray wertetext(const Messreihe& reihe) {
-    QByteArray text;
+QString wertetext(const Messreihe& reihe) {
+    QString text;
     for (const int nummer : reihe.nummern()) {
         const Chartwerte& w = reihe.chartwerte(nummer);
-        text += dreistellig(nummer).toLatin1() + '/' + zahl(w.CI) + '/' + zahl(w.HI) + '/' +
-                zahl(w.DV) + ';';
+        text +=
+            dreistellig(nummer) + u'/' + zahl(w.CI) + u'/' + zahl(w.HI) + u'/' + zahl(w.DV) + u';';
     }
     return text;
-}
-
-std::optional<std::map<int, Chartwerte>> werteAus(QByteArrayView text) {
-    constexpr qsizetype Feldzahl = 4;
-    std::map<int, Chartwerte> werte;
-    const QList<QByteArray> stücke = text.toByteArray().split(';');
-    for (const QByteArray& stück : stücke) {
-        if (stück.isEmpty()) {
-            continue;
-        }
-        const QList<QByteArray> felder = stück.split('/');
-        if (felder.size() != Feldzahl) {
-            return std::nullopt;
-        }
-        std::array<bool, Feldzahl> gut{};
-        const int nummer = felder[0].toInt(&gut[0]);
-        werte[nummer] = {felder[1].toFloat(&gut[1]), felder[2].toFloat(&gut[2]),
-                         felder[3].toFloat(&gut[3])};
-        if (gut != std::array{true, true, true, true}) {
-            return std::nullopt;
-        }
-    }
-    return werte;
 }
 
 /// Reads the fields of one block. Whether all of them were there and made sense is kept until the
@@ -111,18 +86,13 @@ public:
     [[nodiscard]] bool gut() const { return gut_; }
 
     void liesUntersuchung(Sitzungsstand& stand) {
-        stand.DatenbankPfad = text("Datenbank");
-        stand.gespeicherteNummer = text("Nummer");
-        stand.gespeicherteMarke = text("Marke");
+        jederText(stand, [this](const char* name, QString& wert) { wert = text(name); });
         const QByteArray datum = feld("Datum");
         stand.datum = QDate::fromString(QString::fromLatin1(datum), Qt::ISODate);
         prüfe(stand.datum.isValid() || datum.isEmpty());
         const int geändert = ganze("Geaendert", 3);
         stand.angabenGeändert = (geändert & 1) != 0;
         stand.messungenGeändert = (geändert & 2) != 0;
-        for (const Textfeld& f : Textfelder) {
-            stand.angaben.*f.wert = text(f.name);
-        }
         stand.angaben.Rasse = ganze("Rasse", Rassenzahl - 1);
         stand.angaben.Tiere =
             ganze("Tiere", 1) == 1 ? Geschlecht::Drohnen : Geschlecht::Arbeiterinnen;
@@ -154,7 +124,7 @@ private:
         return stelle == felder_.end() ? QByteArray() : stelle->second;
     }
     QString zeichen(const char* name) { return QString::fromUtf8(feld(name)); }
-    QString text(const char* name) { return QUrl::fromPercentEncoding(feld(name)); }
+    QString text(const char* name) { return dekodiert(zeichen(name)); }
     int ganze(const char* name, int höchste) {
         bool verstanden = false;
         const int wert = feld(name).toInt(&verstanden);
@@ -173,13 +143,27 @@ private:
         return aufnahmen;
     }
 
+    std::map<int, Chartwerte> werte() {
+        constexpr qsizetype Feldzahl = 4;
+        std::map<int, Chartwerte> werte;
+        const QList<QByteArray> stücke = feld("Werte").split(';');
+        for (const QByteArray& stück : stücke) {
+            const QList<QByteArray> felder = stück.split('/');
+            std::array<bool, Feldzahl> gut{};
+            if (felder.size() == Feldzahl) {
+                werte[felder[0].toInt(gut.data())] = {felder[1].toFloat(&gut[1]),
+                                                      felder[2].toFloat(&gut[2]),
+                                                      felder[3].toFloat(&gut[3])};
+            }
+            prüfe(stück.isEmpty() || gut == std::array{true, true, true, true});
+        }
+        return werte;
+    }
+
     void liesReihe(Messreihe& reihe, const std::map<int, Flügelmessung>& aufnahmen,
                    const std::map<int, Flügelangaben>& angaben) {
-        const auto werte = werteAus(feld("Werte"));
-        prüfe(werte.has_value());
         reihe.stelleHer(inhalt(ciAusSatz(zeichen("CI"))), inhalt(hiDvAusSatz(zeichen("HIDV"))),
-                        werte.value_or(std::map<int, Chartwerte>()), messungen("Punkte", aufnahmen),
-                        angaben);
+                        werte(), messungen("Punkte", aufnahmen), angaben);
         reihe.alsUnverändertMerken();
     }
 
@@ -222,34 +206,30 @@ bool setzeFort(std::optional<Sitzungsstand>& stand, bool anschluss, QByteArrayVi
 
 QByteArray untersuchungszeilen(const Sitzungsstand& stand) {
     QByteArray zeilen;
-    füge(zeilen, "Datenbank", kodiert(stand.DatenbankPfad));
-    füge(zeilen, "Nummer", kodiert(stand.gespeicherteNummer));
-    füge(zeilen, "Marke", kodiert(stand.gespeicherteMarke));
-    füge(zeilen, "Datum", stand.datum.toString(Qt::ISODate).toLatin1());
+    jederText(stand, [&zeilen](const char* name, const QString& wert) {
+        füge(zeilen, name, kodiert(wert));
+    });
+    füge(zeilen, "Datum", stand.datum.toString(Qt::ISODate));
     füge(zeilen, "Geaendert",
-         QByteArray::number((stand.angabenGeändert ? 1 : 0) + (stand.messungenGeändert ? 2 : 0)));
-    for (const Textfeld& f : Textfelder) {
-        füge(zeilen, f.name, kodiert(stand.angaben.*f.wert));
-    }
-    füge(zeilen, "Rasse", QByteArray::number(stand.angaben.Rasse));
-    füge(zeilen, "Tiere", stand.angaben.Tiere == Geschlecht::Drohnen ? "1" : "0");
+         QString::number((stand.angabenGeändert ? 1 : 0) + (stand.messungenGeändert ? 2 : 0)));
+    füge(zeilen, "Rasse", QString::number(stand.angaben.Rasse));
+    füge(zeilen, "Tiere", stand.angaben.Tiere == Geschlecht::Drohnen ? u"1"_s : u"0"_s);
     füge(zeilen, "CI", ciText(stand.reihe));
-    füge(zeilen, "HIDV", hiDvSatz(stand.reihe.hiDvZeilen()).toUtf8());
+    füge(zeilen, "HIDV", hiDvSatz(stand.reihe.hiDvZeilen()));
     füge(zeilen, "Werte", wertetext(stand.reihe));
-    füge(zeilen, "Punkte", punktesatz(stand.reihe.messungen()).toUtf8());
+    füge(zeilen, "Punkte", punktesatz(stand.reihe.messungen()));
     füge(zeilen, "Angaben",
          beisatz({{}, {}, {}, stand.merkmale, stand.zusatz}, stand.reihe.messungen(),
-                 stand.reihe.flügelangaben())
-             .toUtf8());
+                 stand.reihe.flügelangaben()));
     return zeilen;
 }
 
 QByteArray flügelzeilen(const Sitzungsstand& stand) {
     const std::map<int, Flügelmessung> flügel{{1, stand.flügel}};
     QByteArray zeilen;
-    füge(zeilen, "Fluegel", punktesatz(flügel).toUtf8());
-    füge(zeilen, "Aufnahme", beisatz({}, flügel).toUtf8());
-    füge(zeilen, "Wiederholt", QByteArray::number(stand.wiederholt));
+    füge(zeilen, "Fluegel", punktesatz(flügel));
+    füge(zeilen, "Aufnahme", beisatz({}, flügel));
+    füge(zeilen, "Wiederholt", QString::number(stand.wiederholt));
     füge(zeilen, "Ansicht", kodiert(stand.ansicht));
     return zeilen;
 }

@@ -13,7 +13,7 @@ namespace tarvel {
 // percent-encoded, numbers have a point:
 //
 //   Sitzung 1
-//   Datenbank=… Nummer=… Datum=2025-05-17 Geaendert=1/0 UNr=… … Tiere=0
+//   Datenbank=… Nummer=… … UNr=… … Datum=2025-05-17 Geaendert=3 Rasse=0 Tiere=0
 //   CI=#007;2,31;12,3; … HIDV=… Werte=007/2.31415892/0.993011177/-1000; …
 //   Punkte=…  Angaben=…                 the series and body marks as in fluegelsatz.h
 //   Fluegel=…  Aufnahme=…  Wiederholt=0  Ansicht=…
