@@ -22,6 +22,7 @@ constexpr double Zellenluft = 0.8;
 constexpr double Haarlinie = 0.12;
 constexpr double Kopflinie = 0.35;
 constexpr double Gruppenbreite = 38; ///< names of the groups of body marks
+const double Markenbreite = (Breite - Gruppenbreite) / 4;
 constexpr double Unterschriftshöhe = 15;
 constexpr double Unterschriftsbreite = 76;
 constexpr double Tabellenluft = 0.15;
@@ -94,8 +95,9 @@ public:
     }
 
     void merkmale(const Protokolldaten& daten) {
+        const double codes = codebreite(daten.merkmale);
         for (const Merkmalreihe& reihe : daten.merkmale) {
-            merkmalreihe(reihe, daten.nichtGemessen);
+            merkmalreihe(reihe, codes, daten.nichtGemessen);
         }
         zeileMitNamen(daten.texte(Text::Merkmalsformel), daten.merkmalsformel);
     }
@@ -283,35 +285,58 @@ private:
         return y + Zellenluft - y_;
     }
 
-    /// The addition stands at the right end of the first line.
+    /// The addition stands at the right end of the first line, or below a value that has to stay
+    /// on one line and leaves it no room there.
     double wertMitZusatz(QPointF ort, double breite, const Protokollwert& wert, int höchstens) {
+        const Schnitt klein{Grad::Klein, false};
+        const bool darunter =
+            höchstens == 1 && !wert.zusatz.isEmpty() &&
+            satz_.breite(wert.wert, Grad::Text, wert.fett) + zusatzbreite(wert) > breite;
+        const double höhe =
+            absatz(ort, wert.wert, {Grad::Text, wert.fett},
+                   darunter ? breite : breite - zusatzbreite(wert), höchstens, Qt::AlignLeft);
+        if (darunter) {
+            return höhe +
+                   absatz(ort + QPointF(0, höhe), wert.zusatz, klein, breite, 1, Qt::AlignRight);
+        }
         const double versatz =
             Protokollsatz::grundlinie(Grad::Text) - Protokollsatz::grundlinie(Grad::Klein);
-        const double höhe = absatz(ort, wert.wert, {Grad::Text, wert.fett},
-                                   breite - zusatzbreite(wert), höchstens, Qt::AlignLeft);
-        absatz(ort + QPointF(0, versatz), wert.zusatz, {Grad::Klein, false}, breite, 1,
-               Qt::AlignRight);
+        absatz(ort + QPointF(0, versatz), wert.zusatz, klein, breite, 1, Qt::AlignRight);
         return höhe;
     }
 
-    void merkmalreihe(const Merkmalreihe& reihe, const QString& nichtGemessen) {
+    /// What the codes of the marks take of their cells: less where a share with its limit needs it.
+    [[nodiscard]] double codebreite(const std::vector<Merkmalreihe>& reihen) const {
+        constexpr double Höchstens = 7.5;
+        double codes = 0;
+        double anteile = 0;
+        for (const Merkmalreihe& reihe : reihen) {
+            for (const Protokollwert& w : reihe.werte) {
+                codes = std::max(codes, satz_.breite(w.name, Grad::Text, false) + Einzug);
+                anteile =
+                    std::max(anteile, satz_.breite(w.wert, Grad::Text, w.fett) + zusatzbreite(w));
+            }
+        }
+        return std::max(std::min(Höchstens, Markenbreite - 2 * Einzug - anteile - 0.1),
+                        std::min(Höchstens, codes));
+    }
+
+    void merkmalreihe(const Merkmalreihe& reihe, double codes, const QString& nichtGemessen) {
         if (!reihe.gemessen) {
             zeileMitNamen(reihe.gruppe, nichtGemessen);
             return;
         }
         const double oben = y_;
-        const double breite = (Breite - Gruppenbreite) / 4;
         y_ += Zellenluft;
         double höhe = gruppenname(reihe.gruppe);
         std::vector<double> kanten{Links, Rechts};
         double x = Links + Gruppenbreite;
         for (const Protokollwert& wert : reihe.werte) {
             kanten.push_back(x);
-            constexpr double Codebreite = 7.5;
-            absatz({x + Einzug, y_}, wert.name, {Grad::Text, false}, Codebreite, 1, Qt::AlignLeft);
-            höhe = std::max(höhe, wertMitZusatz({x + Einzug + Codebreite, y_},
-                                                breite - Codebreite - 2 * Einzug, wert, 1));
-            x += breite;
+            absatz({x + Einzug, y_}, wert.name, {Grad::Text, false}, codes, 1, Qt::AlignLeft);
+            höhe = std::max(höhe, wertMitZusatz({x + Einzug + codes, y_},
+                                                Markenbreite - codes - 2 * Einzug, wert, 1));
+            x += Markenbreite;
         }
         kanten.push_back(x);
         y_ += höhe + Zellenluft;

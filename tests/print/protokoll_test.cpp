@@ -352,6 +352,26 @@ TEST_F(ProtokollTest, footnotesAndWords_areNeverCutWithOrdinaryNames) {
     }
 }
 
+TEST_F(ProtokollTest, sharesOfTheMarks_areNeverCut_andKeepTheirLimits) {
+    miss25();
+    merkmale(25, 0);
+    for (const QString& erlaubt : {u"100%"_s, u"12,5%"_s}) {
+        standard.arbeiterinnen.Panzer = {erlaubt, erlaubt, erlaubt, erlaubt};
+        for (const QString& schrift : {u"DejaVu Sans"_s, u"DejaVu Serif"_s, u"Nimbus Sans"_s}) {
+            einstellungen.SchriftArt = schrift;
+            for (const bool kursiv : {false, true}) {
+                einstellungen.SchriftKursiv = kursiv;
+                const Protokollseite seite = protokollseite(daten(), Briefkopfgrafik(), 1);
+                const QStringList texte = zeilen(seite);
+                EXPECT_EQ(texte.filter(u"…"_s), QStringList()) << qPrintable(schrift + erlaubt);
+                EXPECT_EQ(texte.count(u"100 %"_s), 3) << qPrintable(schrift + erlaubt);
+                EXPECT_EQ(texte.filter(u"≤"_s).size(), 10);
+                EXPECT_THAT(fehler(seite), IsEmpty());
+            }
+        }
+    }
+}
+
 TEST_F(ProtokollTest, storedVerdictThatIsAnotherToday_isSaidOnThePaper) {
     miss25();
     EXPECT_TRUE(zeilen(daten()).filter(u"Gespeichert"_s).isEmpty());
