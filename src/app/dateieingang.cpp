@@ -25,23 +25,23 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// In the order in which files of several kinds are opened.
-enum class Dateiart { Ergebnisse, Ordner, Messdatei, Koordinaten, Bild };
+enum class Eingangsart { Ergebnisse, Ordner, Messdatei, Koordinaten, Bild };
 
-Dateiart dateiart(const QString& pfad) {
+Eingangsart dateiart(const QString& pfad) {
     const QFileInfo datei(pfad);
     if (datei.isDir()) {
-        return Dateiart::Ordner;
+        return Eingangsart::Ordner;
     }
-    constexpr std::array<std::pair<QStringView, Dateiart>, 5> endungen{
-        {{u"tdb", Dateiart::Ergebnisse},
-         {u"bee", Dateiart::Messdatei},
-         {u"csv", Dateiart::Koordinaten},
-         {u"txt", Dateiart::Koordinaten},
-         {u"tps", Dateiart::Koordinaten}}};
+    constexpr std::array<std::pair<QStringView, Eingangsart>, 5> endungen{
+        {{u"tdb", Eingangsart::Ergebnisse},
+         {u"bee", Eingangsart::Messdatei},
+         {u"csv", Eingangsart::Koordinaten},
+         {u"txt", Eingangsart::Koordinaten},
+         {u"tps", Eingangsart::Koordinaten}}};
     const QString endung = datei.suffix().toLower();
     const auto* const stelle = std::find_if(endungen.begin(), endungen.end(),
                                             [&](const auto& e) { return e.first == endung; });
-    return stelle == endungen.end() ? Dateiart::Bild : stelle->second;
+    return stelle == endungen.end() ? Eingangsart::Bild : stelle->second;
 }
 
 /// Lays a wing onto its picture, which lies beside the file that names it. Where there is none, it
@@ -113,14 +113,15 @@ Dateieingang::Dateieingang(const Umgebung& umgebung, Arbeitsplatz& arbeitsplatz,
 
 bool Dateieingang::öffneDateien(const QStringList& pfade) {
     bool gelungen = true;
-    for (const Dateiart art : {Dateiart::Ergebnisse, Dateiart::Ordner, Dateiart::Messdatei,
-                               Dateiart::Koordinaten, Dateiart::Bild}) {
+    for (const Eingangsart art :
+         {Eingangsart::Ergebnisse, Eingangsart::Ordner, Eingangsart::Messdatei,
+          Eingangsart::Koordinaten, Eingangsart::Bild}) {
         QStringList dateien = pfade;
         dateien.removeIf([art](const QString& pfad) { return dateiart(pfad) != art; });
         if (dateien.isEmpty()) {
             continue;
         }
-        if (art == Dateiart::Messdatei && dateien.size() > 1) {
+        if (art == Eingangsart::Messdatei && dateien.size() > 1) {
             gelungen = importiert(austausch_.importiere(dienste_.fenster, dateien)) && gelungen;
             continue;
         }
@@ -136,15 +137,15 @@ bool Dateieingang::öffneDateien(const QStringList& pfade) {
 
 bool Dateieingang::öffneDatei(const QString& pfad) {
     switch (dateiart(pfad)) {
-    case Dateiart::Ordner:
+    case Eingangsart::Ordner:
         return importiert(austausch_.importiereOrdner(dienste_.fenster, pfad));
-    case Dateiart::Messdatei:
+    case Eingangsart::Messdatei:
         return lesMessdatei(pfad);
-    case Dateiart::Koordinaten:
+    case Eingangsart::Koordinaten:
         return lesKoordinaten(pfad);
-    case Dateiart::Bild:
+    case Eingangsart::Bild:
         return dienste_.ladeBild(pfad);
-    case Dateiart::Ergebnisse:
+    case Eingangsart::Ergebnisse:
         break;
     }
     return gang_.öffneDatenbank(pfad);

@@ -25,8 +25,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int LängeKurzzeichen = 3;
-
 QLineEdit* textfeld(const QString& name) {
     auto* feld = new QLineEdit;
     feld->setObjectName(name);

@@ -19,12 +19,6 @@ namespace tarvel {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int LängeKurzzeichen = 3;
-
-} // namespace
-
 Start::Start(Einstellungen& einstellungen, Texte& texte, QLocale::Language benutzersprache,
              QWidget* parent)
     : QDialog(parent)

@@ -31,10 +31,10 @@ void ladeTexte(Texte& texte, const Batchumgebung& umgebung, const Einstellungen&
 }
 
 /// Puts reports together and writes them.
-class Ausgabe {
+class Protokolllauf {
 public:
-    Ausgabe(const Protokollbefehl& befehl, const Batchumgebung& umgebung,
-            const Einstellungen& einstellungen, const Texte& texte)
+    Protokolllauf(const Protokollbefehl& befehl, const Batchumgebung& umgebung,
+                  const Einstellungen& einstellungen, const Texte& texte)
         : befehl_(befehl)
         , umgebung_(umgebung)
         , texte_(texte)
@@ -151,7 +151,7 @@ Status schreibeProtokoll(const Protokollbefehl& befehl, const Batchumgebung& umg
     try {
         Texte texte{QString()};
         ladeTexte(texte, umgebung, *einstellungen);
-        return Ausgabe(befehl, umgebung, *einstellungen, texte).führeAus();
+        return Protokolllauf(befehl, umgebung, *einstellungen, texte).führeAus();
     } catch (const Datenbankfehler& fehler) {
         melde(umgebung, befehl.datenbank, meldungstext(umgebung.texte, fehler));
         return Status::NichtLesbar;

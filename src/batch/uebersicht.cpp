@@ -21,10 +21,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class Ausgabe {
+class Übersichtslauf {
 public:
-    Ausgabe(const Übersichtsbefehl& befehl, const Batchumgebung& umgebung,
-            const Einstellungen& einstellungen)
+    Übersichtslauf(const Übersichtsbefehl& befehl, const Batchumgebung& umgebung,
+                   const Einstellungen& einstellungen)
         : befehl_(befehl)
         , umgebung_(umgebung)
         , regeln_(
@@ -190,7 +190,7 @@ Status schreibeÜbersicht(const Übersichtsbefehl& befehl, const Batchumgebung& 
         return Status::NichtLesbar;
     }
     try {
-        return Ausgabe(befehl, umgebung, *einstellungen).führeAus();
+        return Übersichtslauf(befehl, umgebung, *einstellungen).führeAus();
     } catch (const Datenbankfehler& fehler) {
         melde(umgebung, befehl.datenbank, meldungstext(umgebung.texte, fehler));
         return Status::NichtLesbar;

@@ -62,10 +62,10 @@ QStringList hinweise(const Jahresbild& bild, const Texte& t) {
     return liste << t(Meldung::ÜbersichtJahreErklärung) << t(Meldung::ÜbersichtKonformErklärung);
 }
 
-class Zeichner : Blattmaler {
+class Jahreszeichner : Blattmaler {
 public:
-    Zeichner(QPainter& painter, const Blatt& blatt, const Jahresbild& bild,
-             const Übersichtsworte& worte, const Diagrammstil& stil)
+    Jahreszeichner(QPainter& painter, const Blatt& blatt, const Jahresbild& bild,
+                   const Übersichtsworte& worte, const Diagrammstil& stil)
         : Blattmaler(painter, blatt, worte, stil)
         , bild_(bild)
         , jahre_(gezeigteJahre(bild))
@@ -256,7 +256,7 @@ void maleJahre(QPainter& painter, const QRectF& rahmen, const Jahresbild& bild,
     const QString name = bild.name.isEmpty() ? t(Meldung::ÜbersichtGanzeAuswahl) : bild.name;
     const Blatt blatt(rahmen, stil, t(Meldung::ÜbersichtJahreTitel).arg(name), hinweise(bild, t));
     if (blatt.maß.faktor > 0) {
-        Zeichner(painter, blatt, bild, worte, stil).zeichne();
+        Jahreszeichner(painter, blatt, bild, worte, stil).zeichne();
     }
 }
 

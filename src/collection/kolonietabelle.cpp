@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double Bildbreite = 1480;
-constexpr double Zeilenhöhe = 21;
+constexpr double Tabellenzeile = 21;
 constexpr double Kopfhöhe = 40;
 constexpr double Fußzeilen = 5; ///< as high as rows, with the heading
 constexpr int ersteIndexspalte = static_cast<int>(Kolonienspalte::Index);
@@ -172,7 +172,7 @@ void maleKleinesHistogramm(QPainter& painter, const QRectF& rahmen, const Koloni
 
 QSizeF tabellengröße(std::size_t zeilen) {
     const auto gezeigt = static_cast<double>(std::min<std::size_t>(zeilen, HöchsteBildzeilen));
-    return {Bildbreite, Kopfhöhe + Zeilenhöhe * (std::max(gezeigt, 3.0) + Fußzeilen) + 12};
+    return {Bildbreite, Kopfhöhe + Tabellenzeile * (std::max(gezeigt, 3.0) + Fußzeilen) + 12};
 }
 
 void maleTabelle(QPainter& painter, const QRectF& rahmen, const Kolonieauswahl& zeilen,
@@ -200,7 +200,7 @@ void maleTabelle(QPainter& painter, const QRectF& rahmen, const Kolonieauswahl& 
             const QString wort = text(spalte);
             const QFont passend = verkleinert(schrift, wort, breite - 6);
             const bool zahl = istIndex(spalte);
-            z.text({zahl ? x + breite - 6 : x, y + Zeilenhöhe / 2},
+            z.text({zahl ? x + breite - 6 : x, y + Tabellenzeile / 2},
                    zahl ? Qt::AlignRight : Qt::AlignLeft, gekürzt(wort, passend, breite - 6),
                    passend, stil.schrift);
             x += breite;
@@ -208,16 +208,17 @@ void maleTabelle(QPainter& painter, const QRectF& rahmen, const Kolonieauswahl& 
     };
     double y = Kopfhöhe;
     zeile(y, fett, [&](int spalte) { return spaltenkopf(spalte, t); });
-    y += Zeilenhöhe;
+    y += Tabellenzeile;
     z.linie({Rand, y}, {rechts, y}, stil.blass, 1.2);
     const std::size_t gezeigt = std::min<std::size_t>(zeilen.size(), HöchsteBildzeilen);
     for (std::size_t i = 0; i < gezeigt; ++i) {
         const Koloniewerte& k = *zeilen[i];
         zeile(y, klein, [&](int spalte) { return zellentext(k, spalte, worte); });
         const double breite = bildbreiteVon(SpalteHistogramm);
-        maleKleinesHistogramm(z.painter(), QRectF(rechts - breite, y + 2, breite, Zeilenhöhe - 4),
-                              k, stil.probe, stil.gitter);
-        y += Zeilenhöhe;
+        maleKleinesHistogramm(z.painter(),
+                              QRectF(rechts - breite, y + 2, breite, Tabellenzeile - 4), k,
+                              stil.probe, stil.gitter);
+        y += Tabellenzeile;
         z.linie({Rand, y}, {rechts, y}, stil.gitter, 1);
     }
     QStringList fuß{zeilen.empty() ? t(Meldung::ÜbersichtLeer)

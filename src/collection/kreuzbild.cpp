@@ -141,10 +141,10 @@ Layout layout(const QRectF& rahmen, const Kreuzbild& bild, const Übersichtswort
     return l;
 }
 
-class Zeichner : Blattmaler {
+class Kreuzzeichner : Blattmaler {
 public:
-    Zeichner(QPainter& painter, const Layout& layout, const Kreuzbild& bild,
-             const Übersichtsworte& worte, const Diagrammstil& stil)
+    Kreuzzeichner(QPainter& painter, const Layout& layout, const Kreuzbild& bild,
+                  const Übersichtsworte& worte, const Diagrammstil& stil)
         : Blattmaler(painter, layout.blatt, worte, stil)
         , l_(layout)
         , bild_(bild) {}
@@ -307,7 +307,7 @@ void maleKreuze(QPainter& painter, const QRectF& rahmen, const Kreuzbild& bild,
                 const Übersichtsworte& worte, const Diagrammstil& stil) {
     const Layout l = layout(rahmen, bild, worte, stil);
     if (l.blatt.maß.faktor > 0) {
-        Zeichner(painter, l, bild, worte, stil).zeichne();
+        Kreuzzeichner(painter, l, bild, worte, stil).zeichne();
     }
 }
 

@@ -14,7 +14,7 @@ namespace {
 using Blatt = Übersichtsblatt;
 
 constexpr double Hundert = 100;
-constexpr double Zeilenhöhe = 20;
+constexpr double Legendenzeile = 20;
 
 double lage(Größe g, double wert) {
     return g == Größe::CI   ? klassenlageCI(wert)
@@ -81,10 +81,10 @@ QStringList hinweise(const Überlagerungsbild& bild, const Texte& t) {
     return liste << t(Meldung::ÜbersichtHistErklärung);
 }
 
-class Zeichner : Blattmaler {
+class Überlagerungszeichner : Blattmaler {
 public:
-    Zeichner(QPainter& painter, const Blatt& blatt, const Überlagerungsbild& bild,
-             const Übersichtsworte& worte, const Diagrammstil& stil)
+    Überlagerungszeichner(QPainter& painter, const Blatt& blatt, const Überlagerungsbild& bild,
+                          const Übersichtsworte& worte, const Diagrammstil& stil)
         : Blattmaler(painter, blatt, worte, stil)
         , bild_(bild) {}
 
@@ -96,7 +96,7 @@ public:
             return;
         }
         const double zeilen = std::ceil(static_cast<double>(bild_.kolonien.size()) / 2);
-        richteFeldEin(m.top() + zeilen * Zeilenhöhe + 8);
+        richteFeldEin(m.top() + zeilen * Legendenzeile + 8);
         legende(m.top());
         feld();
         const std::optional<double> grenze = grenzort();
@@ -151,7 +151,7 @@ private:
         for (std::size_t i = 0; i < bild_.kolonien.size(); ++i) {
             const Koloniewerte& k = *bild_.kolonien[i];
             const QPointF ort(Blatt::Rand + static_cast<double>(i % 2) * breite,
-                              oben + (static_cast<double>(i - i % 2) / 2 + 0.5) * Zeilenhöhe);
+                              oben + (static_cast<double>(i - i % 2) / 2 + 0.5) * Legendenzeile);
             const Strich s = strich(stil_, i);
             z_.linie(ort, ort + QPointF(44, 0), s.farbe, s.breite, s.art);
             maleZeichen(z_, ort + QPointF(22, 0), static_cast<int>(i), s.farbe, 4.5, false);
@@ -274,7 +274,7 @@ void maleÜberlagerung(QPainter& painter, const QRectF& rahmen, const Überlager
         worte.texte(Meldung::ÜbersichtHistTitel).arg(vollerName(bild.größe, worte.texte)),
         hinweise(bild, worte.texte));
     if (blatt.maß.faktor > 0) {
-        Zeichner(painter, blatt, bild, worte, stil).zeichne();
+        Überlagerungszeichner(painter, blatt, bild, worte, stil).zeichne();
     }
 }
 

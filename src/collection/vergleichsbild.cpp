@@ -14,7 +14,7 @@ using Blatt = Übersichtsblatt;
 using Art = Kolonievergleichszeile::Art;
 
 constexpr double Lücke = 8;
-constexpr double Zeilenhöhe = 21; ///< where there is room for it
+constexpr double VolleZeilenhöhe = 21; ///< where there is room for it
 
 QStringList hinweise(const Vergleichsbild& bild, const Texte& t) {
     QStringList liste;
@@ -41,10 +41,10 @@ QStringList hinweise(const Vergleichsbild& bild, const Texte& t) {
     return liste << t(Meldung::ÜbersichtVergleichErklärung);
 }
 
-class Zeichner : Blattmaler {
+class Vergleichszeichner : Blattmaler {
 public:
-    Zeichner(QPainter& painter, const Blatt& blatt, const Vergleichsbild& bild,
-             const Übersichtsworte& worte, const Diagrammstil& stil)
+    Vergleichszeichner(QPainter& painter, const Blatt& blatt, const Vergleichsbild& bild,
+                       const Übersichtsworte& worte, const Diagrammstil& stil)
         : Blattmaler(painter, blatt, worte, stil)
         , bild_(bild) {}
 
@@ -65,7 +65,7 @@ public:
         }
         // Eight rows of what they are, a heading and the figures.
         const double zeilen = 9 + static_cast<double>(bild_.vergleich.zeilen.size());
-        höhe_ = std::min(Zeilenhöhe, (m.height() - Lücke) / zeilen);
+        höhe_ = std::min(VolleZeilenhöhe, (m.height() - Lücke) / zeilen);
         y_ = m.top();
         angaben();
         kopf();
@@ -189,7 +189,7 @@ private:
     const Vergleichsbild& bild_;
     std::array<Spalte, 6> spalten_;
     double y_ = 0;
-    double höhe_ = Zeilenhöhe;
+    double höhe_ = VolleZeilenhöhe;
 };
 
 } // namespace
@@ -212,7 +212,7 @@ void maleVergleich(QPainter& painter, const QRectF& rahmen, const Vergleichsbild
     const Blatt blatt(rahmen, stil, worte.texte(Meldung::ÜbersichtVergleichTitel),
                       hinweise(bild, worte.texte));
     if (blatt.maß.faktor > 0) {
-        Zeichner(painter, blatt, bild, worte, stil).zeichne();
+        Vergleichszeichner(painter, blatt, bild, worte, stil).zeichne();
     }
 }
 

@@ -55,10 +55,10 @@ QPainterPath stufenlinie(const Feld& f) {
     return linie;
 }
 
-class Zeichner {
+class Kurvenzeichner {
 public:
-    Zeichner(QPainter& painter, const Kurvenlayout& layout, const Kurvenbild& bild,
-             const Diagrammstil& stil)
+    Kurvenzeichner(QPainter& painter, const Kurvenlayout& layout, const Kurvenbild& bild,
+                   const Diagrammstil& stil)
         : z_(painter, layout.maß, stil)
         , l_(layout)
         , bild_(bild)
@@ -504,7 +504,7 @@ void maleKurven(QPainter& painter, const QRectF& rahmen, const Kurvenbild& bild,
                 const Diagrammstil& stil) {
     const Kurvenlayout l = kurvenlayout(rahmen, bild, stil);
     if (l.maß.faktor > 0) {
-        Zeichner(painter, l, bild, stil).zeichne();
+        Kurvenzeichner(painter, l, bild, stil).zeichne();
     }
 }
 

@@ -16,7 +16,6 @@ namespace {
 
 using M = Kurvenmaße;
 
-constexpr double RandRechts = 18;
 constexpr double Fahnenluft = 5; ///< behind a label
 constexpr double Zahlenhöhe = 18;
 constexpr double Gipfelhöhe = 42;
@@ -275,7 +274,7 @@ Kurvenlayout kurvenlayout(const QRectF& rahmen, const Kurvenbild& bild, const Di
     const int gezeigterGipfel = gipfel >= 1 && gipfel <= KlassenzahlCI ? gipfel : 0;
 
     const double links = M::RandLinks;
-    const double rechts = std::max(links + 1, l.maß.größe.width() - RandRechts);
+    const double rechts = std::max(links + 1, l.maß.größe.width() - M::RandRechts);
     l.fuß = fußzeile(l, bild, rechts - links, diagrammschrift(stil, Schriftgrad::Klein));
     // Labels are placed along x, which decides how many rows of them stand above each field.
     legeFest(l.CI, {links, 0, rechts - links, 100}, 0);

@@ -12,6 +12,7 @@ namespace tarvel {
 /// Heights and margins of the histogram that layout and painting share, in units of the chart.
 struct Kurvenmaße {
     static constexpr double RandLinks = 66;
+    static constexpr double RandRechts = 18;
     static constexpr double Kopfhöhe = 38;
     static constexpr double Bereichshöhe = 22;
     static constexpr double Fahnenhöhe = 20;

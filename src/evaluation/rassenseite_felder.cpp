@@ -22,7 +22,6 @@ namespace {
 
 constexpr auto Arbeit = Standardgruppe::Arbeiterinnen;
 constexpr auto Drohn = Standardgruppe::Drohnen;
-constexpr auto Linien = Standardgruppe::Grenzlinien;
 
 constexpr int LängsterText = 127; // what the settings file gives back
 
@@ -70,7 +69,8 @@ QLineEdit* Rassenseite::feld(QStringView schlüssel, Standardgruppe gruppe, cons
             [this, stelle = felder_.size() - 1] { verlasse(felder_.at(stelle)); });
     // A field that is being typed into is not blamed yet, but one that is mended is free at once.
     connect(eingabe, &QLineEdit::textEdited, this, [this, gruppe] {
-        if (gruppe != Linien && lab_Mangel_.at(gruppe == Drohn ? 1 : 0)->isVisible()) {
+        if (gruppe != Standardgruppe::Grenzlinien &&
+            lab_Mangel_.at(gruppe == Drohn ? 1 : 0)->isVisible()) {
             zeigeHinweise();
         }
     });
@@ -231,7 +231,7 @@ QGroupBox* Rassenseite::gruppeLinien() {
             [this, option, wort = worte[i]] { option->setText(texte_(wort)); });
     }
     connect(optionen, &QButtonGroup::idClicked, this, [this](int id) {
-        setze(Linien, u"Korrelation", id == 0 ? -1 : 0);
+        setze(Standardgruppe::Grenzlinien, u"Korrelation", id == 0 ? -1 : 0);
         zeigeGeltende();
     });
 
@@ -257,8 +257,9 @@ QGroupBox* Rassenseite::gruppeLinien() {
                 raster->addWidget(label(zeile.wort), i + 1, 0);
             }
             const int nummer = spalte * JeGeschlecht + i;
-            raster->addWidget(feld(spalte == 0 ? zeile.arbeit : zeile.drohn, Linien,
-                                   u"txt_Linien_%1"_s.arg(nummer), zeile.wort),
+            raster->addWidget(feld(spalte == 0 ? zeile.arbeit : zeile.drohn,
+                                   Standardgruppe::Grenzlinien, u"txt_Linien_%1"_s.arg(nummer),
+                                   zeile.wort),
                               i + 1, 1 + spalte * Spaltenbreite);
             auto* geltend = new QLabel;
             geltend->setObjectName(u"lab_Geltend_%1"_s.arg(nummer));

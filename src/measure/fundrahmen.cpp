@@ -11,9 +11,9 @@ namespace tarvel {
 namespace {
 
 const QColor Dunkel(0x10, 0x10, 0x10);
-const QColor Hell(0xFF, 0xFF, 0xFF);
+const QColor Hoffarbe(0xFF, 0xFF, 0xFF);
 const QColor Zweifel(0xD5, 0x5E, 0x00);
-constexpr double Abstand = 3;
+constexpr double Textabstand = 3;
 
 } // namespace
 
@@ -22,7 +22,7 @@ void maleFundrahmen(QPainter& painter, const QFont& schrift, const QPolygonF& um
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Hell, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(Hoffarbe, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolygon(umriss);
     QPen linie(rahmen.zweifelhaft ? Zweifel : Dunkel, 1, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
     if (rahmen.zweifelhaft) {
@@ -38,10 +38,10 @@ void maleFundrahmen(QPainter& painter, const QFont& schrift, const QPolygonF& um
         const QSizeF größe(maße.horizontalAdvance(text), maße.height());
         const QRectF feld = umriss.boundingRect();
         const QPointF ort(feld.center().x() - größe.width() / 2,
-                          std::max(feld.top() - Abstand - größe.height(), bildfeld.top()));
+                          std::max(feld.top() - Textabstand - größe.height(), bildfeld.top()));
         QPainterPath ziffern;
         ziffern.addText(ort + QPointF(0, maße.ascent()), schrift, text);
-        painter.setPen(QPen(Hell, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setPen(QPen(Hoffarbe, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPath(ziffern);
         painter.fillPath(ziffern, Dunkel);
     }
@@ -49,7 +49,7 @@ void maleFundrahmen(QPainter& painter, const QFont& schrift, const QPolygonF& um
 }
 
 QRectF fundrahmenFeld(const QFont& schrift, const QPolygonF& umriss) {
-    const double rand = QFontMetricsF(schrift).height() + 2 * Abstand;
+    const double rand = QFontMetricsF(schrift).height() + 2 * Textabstand;
     return umriss.boundingRect().adjusted(-2 * rand, -rand, 2 * rand, rand);
 }
 

@@ -12,7 +12,7 @@ namespace tarvel {
 namespace {
 
 constexpr int Schritte = 1000;
-constexpr int Takt = 30; // milliseconds from one look at the user to the next
+constexpr int Blicktakt = 30; // milliseconds from one look at the user to the next
 
 } // namespace
 
@@ -37,7 +37,7 @@ Weiter Ladefortschritt::weiter() {
             return true;
         }
         const bool weiter = zeige(getan, gesamt);
-        nächstes_ = geduld_ == 0 ? 0 : uhr_.elapsed() + Takt;
+        nächstes_ = geduld_ == 0 ? 0 : uhr_.elapsed() + Blicktakt;
         return weiter;
     };
 }

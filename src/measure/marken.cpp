@@ -11,7 +11,7 @@ namespace {
 constexpr double ArmInnen = 3.5;
 constexpr double ArmAußen = 10.0;
 constexpr double Ringradius = 13.0;
-constexpr double Abstand = 5.0;
+constexpr double Schildrand = 5.0;
 constexpr double Vorschlagradius = 7.0;
 constexpr double Rautenradius = 16.0;
 
@@ -82,7 +82,7 @@ void maleHofUndKern(QPainter& painter, const QPainterPath& pfad, const QColor& k
 void maleSchild(QPainter& painter, const QRectF& feld, const QColor& grund) {
     painter.setPen(QPen(Hell, 1.5));
     painter.setBrush(grund);
-    painter.drawRoundedRect(feld.adjusted(-Abstand, -1, Abstand, 1), 3, 3);
+    painter.drawRoundedRect(feld.adjusted(-Schildrand, -1, Schildrand, 1), 3, 3);
 }
 
 } // namespace
@@ -145,7 +145,8 @@ void maleErledigte(QPainter& painter, const QFont& schrift, const Marke& marke, 
         painter.setPen(marke.ausgelassen ? Kern : Hell);
         painter.setFont(nummern);
         painter.drawText(feld, Qt::AlignCenter, marke.text);
-        maleZweifel(painter, {feld.right() + Abstand + 2, feld.top(), feld.height(), feld.height()},
+        maleZweifel(painter,
+                    {feld.right() + Schildrand + 2, feld.top(), feld.height(), feld.height()},
                     marke.zweifel);
     }
     painter.restore();
@@ -183,7 +184,8 @@ void maleZweifel(QPainter& painter, const QRectF& feld, Zweifelsgrad grad) {
 
 QRectF markenRahmen(const QFont& schrift, const Marke& marke, QPointF ort) {
     const QFont nummern = nummernschrift(schrift);
-    QRectF feld = textfeld(nummern, beschriftung(marke), ort).adjusted(-Abstand, 0, Abstand, 0);
+    QRectF feld =
+        textfeld(nummern, beschriftung(marke), ort).adjusted(-Schildrand, 0, Schildrand, 0);
     // As wide again on both sides as the sign of doubt beside the plate.
     feld |= QRectF(ort - QPointF(feld.width() / 2, feld.height() / 2), feld.size())
                 .adjusted(-feld.height(), 0, feld.height(), 0);

@@ -63,9 +63,9 @@ QStringView verschiebung(QStringView zeile) {
     return abgeschnitten ? zeile.sliced(davor) : text.trimmed();
 }
 
-class Leser {
+class Messdateileser {
 public:
-    explicit Leser(QStringView text)
+    explicit Messdateileser(QStringView text)
         : zeilen_(text) {}
 
     Messdatei lies() {
@@ -277,7 +277,7 @@ Messdatei liesMessdatei(QByteArrayView bytes) {
     if (inhalt.problem) {
         return keineMessdatei(*inhalt.problem);
     }
-    Leser leser(inhalt.text);
+    Messdateileser leser(inhalt.text);
     if (!inhalt.zeichensatz.isEmpty()) {
         leser.melde(Lesegrund::AndererZeichensatz, {inhalt.zeichensatz});
     }

@@ -18,9 +18,9 @@ namespace {
 /// As far beside the found place, in pixels at 2400 dpi, a click may be to snap to it.
 constexpr double Rastweite = 3.0;
 /// Zoomed pixels name their corner.
-constexpr QPointF Ecke(0.5, 0.5);
+constexpr QPointF Pixelmitte(0.5, 0.5);
 /// So near to the edge of the view a mark is not seen whole.
-constexpr double Rand = 20;
+constexpr double Sichtrand = 20;
 
 QPointF ort(const Messpunkte& punkte, int nummer) {
     return {punkte.PunktX.at(nummer), punkte.PunktY.at(nummer)};
@@ -176,7 +176,7 @@ void Messplatz::nimmVorschlag(std::size_t fund) {
     const QRectF gesetzte = punktfeld(punkte);
     const QRectF sicht(bild_->zuBild({0, 0}), QSizeF(bild_->viewport()->size()));
     if (fasst(sicht.size(), gesetzte.size())) {
-        if (!sicht.adjusted(Rand, Rand, -Rand, -Rand).contains(gesetzte)) {
+        if (!sicht.adjusted(Sichtrand, Sichtrand, -Sichtrand, -Sichtrand).contains(gesetzte)) {
             bild_->zeige(gesetzte.center() / bild_->Zoomfaktor());
         }
     } else {
@@ -224,8 +224,8 @@ QPointF Messplatz::eingerastet(int nummer, QPointF imBild) const {
     const Aufnahme& aufnahme = messung_.aufnahme();
     const double weite = Rastweite * aufnahme.dpi / 2400;
     const std::optional<QPointF> punkt =
-        funde_.punktBei(nummer, (imBild + Ecke) / aufnahme.Zoomfaktor, weite);
-    return punkt ? *punkt * aufnahme.Zoomfaktor - Ecke : imBild;
+        funde_.punktBei(nummer, (imBild + Pixelmitte) / aufnahme.Zoomfaktor, weite);
+    return punkt ? *punkt * aufnahme.Zoomfaktor - Pixelmitte : imBild;
 }
 
 void Messplatz::merkeGesehene() {

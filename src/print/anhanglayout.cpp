@@ -8,23 +8,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using namespace satzspiegel;
 using Grad = Protokollgrad;
 
 // Millimetres.
-constexpr double Oben = 15;
-constexpr double Links = Protokollrand;
-const double Rechts = PapierA4.width() - Protokollrand;
-const double Breite = Rechts - Links;
-const double Unten = PapierA4.height() - ProtokollrandUnten;
+constexpr double Anhangbeginn = 15;
 constexpr std::size_t FlügelJeZeile = 4;
 constexpr std::size_t BienenJeZeile = 5;
 constexpr int Erklärungszeilen = 3;
 constexpr double Bildhöhe = 17;
-constexpr double Luft = 0.8;
-
-double zeile(Grad grad) {
-    return Protokollsatz::zeilenhöhe(grad);
-}
 
 /// What stands side by side on a line of its own.
 struct Streifen {
@@ -36,19 +28,19 @@ struct Streifen {
     [[nodiscard]] double höhe() const {
         switch (art) {
         case Art::Flügel:
-            return Bildhöhe + 2 * zeile(Grad::Klein) + 3 * Luft;
+            return Bildhöhe + 2 * Protokollsatz::zeilenhöhe(Grad::Klein) + 3 * Zellenluft;
         case Art::FlügelOhnePunkte:
-            return 2 * zeile(Grad::Klein) + 3 * Luft;
+            return 2 * Protokollsatz::zeilenhöhe(Grad::Klein) + 3 * Zellenluft;
         case Art::Kriterium:
-            return zeile(Grad::Klein) + Luft;
+            return Protokollsatz::zeilenhöhe(Grad::Klein) + Zellenluft;
         case Art::Kriterienerklärung:
-            return Erklärungszeilen * zeile(Grad::Klein) + 2 * Luft;
+            return Erklärungszeilen * Protokollsatz::zeilenhöhe(Grad::Klein) + 2 * Zellenluft;
         case Art::Bienen:
-            return zeile(Grad::Text);
+            return Protokollsatz::zeilenhöhe(Grad::Text);
         case Art::Kopf:
             break;
         }
-        return zeile(Grad::Abschnitt) + 4 * Luft;
+        return Protokollsatz::zeilenhöhe(Grad::Abschnitt) + 4 * Zellenluft;
     }
 };
 
@@ -89,16 +81,17 @@ std::vector<Streifen> streifen(const Protokolldaten& d) {
 }
 
 double kopfhöhe() {
-    return zeile(Grad::Titel) + 2 * zeile(Grad::Klein) + 2 * Luft;
+    return Protokollsatz::zeilenhöhe(Grad::Titel) + 2 * Protokollsatz::zeilenhöhe(Grad::Klein) +
+           2 * Zellenluft;
 }
 
 double fußhöhe() {
-    return 2 * zeile(Grad::Klein) + 2 * Luft;
+    return 2 * Protokollsatz::zeilenhöhe(Grad::Klein) + 2 * Zellenluft;
 }
 
 /// The strips of each page. A heading stays with what follows it.
 std::vector<std::vector<Streifen>> seiten(const Protokolldaten& d) {
-    const double platz = Unten - fußhöhe() - Oben - kopfhöhe();
+    const double platz = Unten - fußhöhe() - Anhangbeginn - kopfhöhe();
     std::vector<std::vector<Streifen>> blätter;
     double frei = 0;
     const std::vector<Streifen> alle = streifen(d);
@@ -124,7 +117,7 @@ public:
     /// Which examination it is, so that the page stands alone.
     void kopf() {
         schreibe({Links, y_}, d_.titel, Grad::Titel, Breite);
-        y_ += zeile(Grad::Titel);
+        y_ += Protokollsatz::zeilenhöhe(Grad::Titel);
         QStringList wer;
         for (const auto& werte : {d_.volk, d_.königin}) {
             for (const Protokollwert& w : werte) {
@@ -135,13 +128,13 @@ public:
         }
         wer << d_.untersucht;
         y_ += absatz(wer.join(u"  ·  "_s), 2);
-        y_ = Oben + kopfhöhe();
+        y_ = Anhangbeginn + kopfhöhe();
     }
 
     void setze(const Streifen& s) {
         switch (s.art) {
         case Streifen::Art::Kopf:
-            schreibe({Links, y_ + 2 * Luft}, s.kopf, Grad::Abschnitt, Breite);
+            schreibe({Links, y_ + 2 * Zellenluft}, s.kopf, Grad::Abschnitt, Breite);
             break;
         case Streifen::Art::Kriterium:
             kriterium(d_.kriterien[s.erster], s.höhe());
@@ -163,9 +156,9 @@ public:
     void fuß(const QString& seitenzahl, bool mitFlügeln) {
         y_ = Unten - fußhöhe();
         seite_.linien.push_back({{Links, y_, Rechts, y_}, 0.12});
-        y_ += Luft;
+        y_ += Zellenluft;
         const double länge = satz_.breite(seitenzahl, Grad::Klein, false);
-        schreibe({Rechts - länge, y_}, seitenzahl, Grad::Klein, länge + Luft);
+        schreibe({Rechts - länge, y_}, seitenzahl, Grad::Klein, länge + Zellenluft);
         if (mitFlügeln) {
             absatz(d_.anhangworte.erklärung, 2, Breite - länge - 4);
         }
@@ -176,15 +169,16 @@ public:
 private:
     void schreibe(QPointF ort, const QString& text, Grad grad, double breite, bool fett = false) {
         const QString passend = satz_.umbrochen(text, grad, fett, breite, 1).constFirst();
-        seite_.texte.push_back({QRectF(ort, QSizeF(satz_.breite(passend, grad, fett), zeile(grad))),
+        seite_.texte.push_back({QRectF(ort, QSizeF(satz_.breite(passend, grad, fett),
+                                                   Protokollsatz::zeilenhöhe(grad))),
                                 passend, grad, fett});
     }
 
     double absatz(const QString& text, int höchstens, double breite = Breite) {
         double y = y_;
         for (const QString& z : satz_.umbrochen(text, Grad::Klein, false, breite, höchstens)) {
-            schreibe({Links, y}, z, Grad::Klein, breite + Luft);
-            y += zeile(Grad::Klein);
+            schreibe({Links, y}, z, Grad::Klein, breite + Zellenluft);
+            y += Protokollsatz::zeilenhöhe(Grad::Klein);
         }
         return y - y_;
     }
@@ -192,11 +186,12 @@ private:
     void kriterium(const Kriterienzeile& kriterium, double höhe) {
         double x = Links;
         for (std::size_t i = 0; i < kriterium.spalten.size(); ++i) {
-            schreibe({x, y_}, kriterium.spalten[i], Grad::Klein, Kriterienspalten[i] - Luft,
+            schreibe({x, y_}, kriterium.spalten[i], Grad::Klein, Kriterienspalten[i] - Zellenluft,
                      kriterium.fett && i == 1);
             x += Kriterienspalten[i];
         }
-        seite_.linien.push_back({{Links, y_ + höhe - Luft / 2, x, y_ + höhe - Luft / 2}, 0.12});
+        seite_.linien.push_back(
+            {{Links, y_ + höhe - Zellenluft / 2, x, y_ + höhe - Zellenluft / 2}, 0.12});
     }
 
     void flügel(const Streifen& streifen) {
@@ -205,14 +200,14 @@ private:
         double x = Links;
         for (std::size_t i = streifen.erster; i < ende; ++i) {
             const Anhangflügel& f = d_.anhang.flügel[i];
-            const double innen = Zelle - 2 * Luft;
-            QPointF ort(x + Luft, y_ + Luft);
+            const double innen = Zelle - 2 * Zellenluft;
+            QPointF ort(x + Zellenluft, y_ + Zellenluft);
             schreibe(ort, f.kopf, Grad::Klein, innen);
-            ort.ry() += zeile(Grad::Klein);
+            ort.ry() += Protokollsatz::zeilenhöhe(Grad::Klein);
             if (!f.werte.isEmpty()) {
                 schreibe(ort, f.werte, Grad::Klein, innen);
             }
-            ort.ry() += zeile(Grad::Klein);
+            ort.ry() += Protokollsatz::zeilenhöhe(Grad::Klein);
             const bool mitBild = streifen.art == Streifen::Art::Flügel;
             seite_.flügel.push_back({i, QRectF(x, y_, Zelle, streifen.höhe()),
                                      mitBild ? QRectF(ort, QSizeF(innen, Bildhöhe)) : QRectF()});
@@ -226,7 +221,7 @@ private:
             std::min(d_.anhang.bienen.size(), static_cast<qsizetype>(erste + BienenJeZeile));
         double x = Links;
         for (auto i = static_cast<qsizetype>(erste); i < ende; ++i) {
-            schreibe({x, y_}, d_.anhang.bienen[i].simplified(), Grad::Text, spalte - Luft);
+            schreibe({x, y_}, d_.anhang.bienen[i].simplified(), Grad::Text, spalte - Zellenluft);
             x += spalte;
         }
     }
@@ -234,7 +229,7 @@ private:
     const Protokolldaten& d_;
     Protokollsatz satz_;
     Protokollseite seite_;
-    double y_ = Oben;
+    double y_ = Anhangbeginn;
 };
 
 } // namespace

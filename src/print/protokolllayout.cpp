@@ -8,21 +8,17 @@ namespace tarvel {
 
 namespace {
 
+using namespace satzspiegel;
 using Grad = Protokollgrad;
 
 // Millimetres.
-constexpr double Links = Protokollrand;
-const double Rechts = PapierA4.width() - Protokollrand;
-const double Breite = Rechts - Links;
-const double Unten = PapierA4.height() - ProtokollrandUnten;
 constexpr double Höchstanfang = 40; ///< the body begins no higher than this
 constexpr double Abstand = 4;       ///< between sections
 constexpr double Einzug = 1.5;      ///< from a line of the grid to text
-constexpr double Zellenluft = 0.8;
 constexpr double Haarlinie = 0.12;
 constexpr double Kopflinie = 0.35;
 constexpr double Gruppenbreite = 38; ///< names of the groups of body marks
-const double Markenbreite = (Breite - Gruppenbreite) / 4;
+constexpr double Markenbreite = (Breite - Gruppenbreite) / 4;
 constexpr double Unterschriftshöhe = 15;
 constexpr double Unterschriftsbreite = 76;
 constexpr double Tabellenluft = 0.15;

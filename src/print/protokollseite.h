@@ -56,6 +56,15 @@ struct Protokollseite {
 /// What the report keeps free at the left and right, and at the bottom, in millimetres.
 inline constexpr double Protokollrand = 20;
 inline constexpr double ProtokollrandUnten = 15;
+
+/// What every page prints into, in millimetres of the paper.
+namespace satzspiegel {
+inline constexpr double Links = Protokollrand;
+inline constexpr double Rechts = PapierA4.width() - Protokollrand;
+inline constexpr double Breite = Rechts - Links;
+inline constexpr double Unten = PapierA4.height() - ProtokollrandUnten;
+inline constexpr double Zellenluft = 0.8; ///< between a text and the lines above and below
+} // namespace satzspiegel
 /// Widths of the columns of the table of criteria: criterion, measured, allowed, margin, bees,
 /// interval, outcome.
 inline constexpr std::array<double, Kriterienspaltenzahl> Kriterienspalten{39.5, 21.5, 17.0, 15.0,

@@ -11,15 +11,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using namespace satzspiegel;
 using Grad = Protokollgrad;
 
 // Millimetres.
-constexpr double Oben = 20;
-constexpr double Links = Protokollrand;
-const double Unten = PapierA4.height() - ProtokollrandUnten;
+constexpr double Listenbeginn = 20;
 /// Number, queen, colony, race, wings, CI, HI, DV, verdict.
 constexpr std::array Spalten{24.0, 30.0, 32.0, 22.0, 8.0, 12.0, 13.0, 11.0, 18.0};
-constexpr double Luft = 0.8;
 constexpr double Linienbreite = 0.12;
 
 using Zellen = std::array<QString, Spalten.size()>;
@@ -49,29 +47,29 @@ public:
     [[nodiscard]] std::vector<Protokollseite> seiten() && { return std::move(seiten_); }
 
 private:
-    static double zeilenhöhe() { return Protokollsatz::zeilenhöhe(Grad::Klein) + 2 * Luft; }
+    static double zeilenhöhe() { return Protokollsatz::zeilenhöhe(Grad::Klein) + 2 * Zellenluft; }
 
     void beginneSeite() {
         seiten_.emplace_back();
-        y_ = Oben;
+        y_ = Listenbeginn;
         schreibe(Links, titel_, Grad::Titel, PapierA4.width() - 2 * Protokollrand);
-        y_ += Protokollsatz::zeilenhöhe(Grad::Titel) + Luft;
+        y_ += Protokollsatz::zeilenhöhe(Grad::Titel) + Zellenluft;
         schreibe(Links, zahlen_, Grad::Text, PapierA4.width() - 2 * Protokollrand);
-        y_ += Protokollsatz::zeilenhöhe(Grad::Text) + Luft;
+        y_ += Protokollsatz::zeilenhöhe(Grad::Text) + Zellenluft;
         if (!erklärung_.isEmpty()) {
             schreibe(Links, erklärung_, Grad::Klein, PapierA4.width() - 2 * Protokollrand);
             y_ += Protokollsatz::zeilenhöhe(Grad::Klein);
         }
-        y_ += 3 * Luft;
+        y_ += 3 * Zellenluft;
         setze(kopf_);
     }
 
     void setze(const Zellen& zellen) {
         double x = Links;
         for (std::size_t i = 0; i < zellen.size(); ++i) {
-            y_ += Luft;
-            schreibe(x, zellen[i], Grad::Klein, Spalten[i] - 2 * Luft);
-            y_ -= Luft;
+            y_ += Zellenluft;
+            schreibe(x, zellen[i], Grad::Klein, Spalten[i] - 2 * Zellenluft);
+            y_ -= Zellenluft;
             x += Spalten[i];
         }
         y_ += zeilenhöhe();

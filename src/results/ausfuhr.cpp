@@ -35,7 +35,7 @@ QByteArray kopf(Ausfuhrart art) {
     return kopf + ",marks_bees,marks";
 }
 
-QString urteilswort(std::optional<bool> urteil) {
+QString urteilsspalte(std::optional<bool> urteil) {
     return urteil ? *urteil ? u"yes"_s : u"no"_s : u"not judged"_s;
 }
 
@@ -104,7 +104,7 @@ void Ausfuhr::nimmUntersuchung(const Ergebnissatz& satz, const GeleseneUntersuch
     const Messreihe& reihe = gelesen.reihe;
     for (const QString& text :
          {satz.U_NR, gelesen.datum.toString(Qt::ISODate), a.Jahr, a.KNr, a.LV, a.ZNr, a.Name,
-          a.Besitzer, a.Volk, a.Begattung, satz.RASSE, tiere(a), urteilswort(gelesen.urteil)}) {
+          a.Besitzer, a.Volk, a.Begattung, satz.RASSE, tiere(a), urteilsspalte(gelesen.urteil)}) {
         tabelle_.text(text);
     }
     tabelle_.zelle(gelesen.auflösung ? QByteArray::number(*gelesen.auflösung) : QByteArray());

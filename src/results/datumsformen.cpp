@@ -14,20 +14,20 @@ namespace {
 constexpr int Monate = 12;
 
 /// Numbers of a date in their order, without the time behind it.
-struct Teile {
+struct Datumsteile {
     std::array<int, 3> zahlen{};
     std::array<qsizetype, 3> stellen{};
     QChar trenner;
 };
 
-std::optional<Teile> teile(QStringView text) {
+std::optional<Datumsteile> datumsteile(QStringView text) {
     static const QRegularExpression muster(
         u"^(\\d{1,4})([-./])(\\d{1,2})\\2(\\d{1,4})\\.?(?:[T ]+\\d{1,2}:\\d{2}.*)?$"_s);
     const auto m = muster.match(text);
     if (!m.hasMatch()) {
         return std::nullopt;
     }
-    Teile t;
+    Datumsteile t;
     t.trenner = m.capturedView(2).front();
     for (std::size_t i = 0; i < t.zahlen.size(); ++i) {
         const QStringView zahl = m.capturedView(i == 0 ? 1 : static_cast<int>(i) + 2);
@@ -37,12 +37,12 @@ std::optional<Teile> teile(QStringView text) {
     return t;
 }
 
-bool jahrZuerst(const Teile& t) {
+bool jahrZuerst(const Datumsteile& t) {
     return t.stellen[0] > 2;
 }
 
 /// Dates with points have the day first everywhere, dates with the year first the month second.
-bool folgtJemandem(const Teile& t) {
+bool folgtJemandem(const Datumsteile& t) {
     return !jahrZuerst(t) && t.trenner != u'.';
 }
 
@@ -75,7 +75,7 @@ std::optional<QDate> ausTageszahl(QStringView text, const QDate& heute) {
 
 std::optional<QDate> datumAusForm(QStringView text, Tagesfolge folge, const QDate& heute) {
     const QStringView knapp = text.trimmed();
-    const auto t = teile(knapp);
+    const auto t = datumsteile(knapp);
     if (!t) {
         return ausTageszahl(knapp, heute);
     }
@@ -97,7 +97,7 @@ std::optional<Tagesfolge> tagesfolge(const QStringList& daten) {
     bool tag = false;
     bool monat = false;
     for (const QString& text : daten) {
-        const auto t = teile(QStringView(text).trimmed());
+        const auto t = datumsteile(QStringView(text).trimmed());
         if (t && folgtJemandem(*t)) {
             tag = tag || t->zahlen[0] > Monate;
             monat = monat || t->zahlen[1] > Monate;

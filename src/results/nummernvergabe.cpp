@@ -15,7 +15,7 @@ namespace {
 
 constexpr qsizetype Jahreszahl = 4;
 
-struct Teile {
+struct Nummernteile {
     int laufend = 0; ///< 0 where there is none
     QString rest;
 };
@@ -25,7 +25,7 @@ bool istZiffer(QChar zeichen) {
 }
 
 /// Without a short sign the year stands right behind the running part.
-Teile teile(const QString& nummer) {
+Nummernteile nummernteile(const QString& nummer) {
     const auto* const ende = std::find_if_not(nummer.begin(), nummer.end(), istZiffer);
     qsizetype ziffern = ende - nummer.begin();
     if (ziffern == nummer.size() && ziffern > Jahreszahl) {
@@ -47,7 +47,7 @@ void Nummernvergabe::kenne(const QString& nummer) {
         return; // no number of ours can meet it
     }
     vergeben_.insert(name);
-    const auto [laufend, rest] = teile(name);
+    const auto [laufend, rest] = nummernteile(name);
     int& höchste = höchste_[rest];
     höchste = std::max(höchste, laufend);
 }
@@ -61,7 +61,7 @@ void Nummernvergabe::kenneAlle(Ergebnisdatei& datei) {
 
 QString Nummernvergabe::neue(const QString& alt) {
     const QString nummer = alt.trimmed();
-    const auto [laufend, rest] = teile(nummer);
+    const auto [laufend, rest] = nummernteile(nummer);
     QString neu;
     if (laufend > 0 || nummer.isEmpty()) {
         neu = u"%1"_s.arg(höchste_.value(rest.toCaseFolded()) + 1, 3, 10, QChar(u'0')) + rest;

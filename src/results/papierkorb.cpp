@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const std::string Tabelle = "Tarvel_Papierkorb"; // NOLINT(cert-err58-cpp)
+const std::string Korbtabelle = "Tarvel_Papierkorb"; // NOLINT(cert-err58-cpp)
 constexpr QStringView Eigene = u"Korb_";
 
 struct Anlasszeile {
@@ -53,7 +53,7 @@ bool enthält(const std::vector<std::string>& spalten, const std::string& name) 
 }
 
 bool vorhanden(Ergebnisdatei& datei) {
-    return datei.verbindung().tableExists(Tabelle);
+    return datei.verbindung().tableExists(Korbtabelle);
 }
 
 /// The columns of the table, those of other programs too, that the bin can hold.
@@ -69,7 +69,7 @@ std::vector<std::string> aufgehobene(Ergebnisdatei& datei) {
 void richteEin(Ergebnisdatei& datei, const std::vector<std::string>& spalten) {
     // Of the table the types alone: values are taken over as they are.
     datei.verbindung().exec(
-        "CREATE TABLE IF NOT EXISTS " + Tabelle +
+        "CREATE TABLE IF NOT EXISTS " + Korbtabelle +
         "(Korb_Nr INTEGER PRIMARY KEY AUTOINCREMENT, Korb_Zeit TEXT, Korb_Anlass TEXT"
         ", Korb_Danach TEXT, Korb_Marke TEXT"
         ", U_NR TEXT(10), ZB_NR TEXT(30), Z_NAME TEXT(30), A_D TEXT(9), RASSE TEXT(30)"
@@ -77,12 +77,13 @@ void richteEin(Ergebnisdatei& datei, const std::vector<std::string>& spalten) {
         ", CI LONGTEXT, HI_DV LONGTEXT, PROZENT TEXT(70), MERKMAL LONGTEXT"
         ", Grafik1 LONGTEXT, Grafik2 LONGTEXT, Grafik3 LONGTEXT, Grafik4 LONGTEXT)");
     // So that counting them and finding old ones reads none of the rows.
-    datei.verbindung().exec("CREATE INDEX IF NOT EXISTS " + Tabelle + "_Zeit ON " + Tabelle +
-                            "(Korb_Zeit)");
-    const std::vector<std::string> bisher = spaltennamen(datei, Tabelle);
+    datei.verbindung().exec("CREATE INDEX IF NOT EXISTS " + Korbtabelle + "_Zeit ON " +
+                            Korbtabelle + "(Korb_Zeit)");
+    const std::vector<std::string> bisher = spaltennamen(datei, Korbtabelle);
     for (const std::string& spalte : spalten) {
         if (!enthält(bisher, spalte)) {
-            datei.verbindung().exec("ALTER TABLE " + Tabelle + " ADD COLUMN " + bezeichner(spalte));
+            datei.verbindung().exec("ALTER TABLE " + Korbtabelle + " ADD COLUMN " +
+                                    bezeichner(spalte));
         }
     }
 }
@@ -111,7 +112,7 @@ Aufgehoben lies(Ergebnisdatei& datei, qint64 nr) {
         throw fehlt();
     }
     SQLite::Statement abfrage(datei.verbindung(),
-                              "SELECT Korb_Danach, Korb_Marke, Korb_Anlass FROM " + Tabelle +
+                              "SELECT Korb_Danach, Korb_Marke, Korb_Anlass FROM " + Korbtabelle +
                                   " WHERE Korb_Nr = ?");
     abfrage.bind(1, static_cast<std::int64_t>(nr));
     if (!abfrage.executeStep()) {
@@ -124,14 +125,14 @@ Aufgehoben lies(Ergebnisdatei& datei, qint64 nr) {
     eintrag.marke = spaltentext(abfrage.getColumn(1)).text;
     eintrag.anlass = anlassAus(spaltentext(abfrage.getColumn(2)).text);
     std::vector<std::string> weitere = aufgehobene(datei);
-    const std::vector<std::string> imKorb = spaltennamen(datei, Tabelle);
+    const std::vector<std::string> imKorb = spaltennamen(datei, Korbtabelle);
     std::erase_if(weitere, [&](const std::string& name) {
         return tabellenspalten().contains(QString::fromStdString(name), Qt::CaseInsensitive) ||
                !enthält(imKorb, name);
     });
     const std::array ids{nr};
     bool gelesen = false;
-    liesRoh(datei, {Tabelle, "Korb_Nr", weitere}, ids,
+    liesRoh(datei, {Korbtabelle, "Korb_Nr", weitere}, ids,
             [&](const Rohsatz& satz) {
                 eintrag.satz = satz;
                 return gelesen = true;
@@ -144,7 +145,8 @@ Aufgehoben lies(Ergebnisdatei& datei, qint64 nr) {
 }
 
 void entferneEintrag(Ergebnisdatei& datei, qint64 nr) {
-    SQLite::Statement löschen(datei.verbindung(), "DELETE FROM " + Tabelle + " WHERE Korb_Nr = ?");
+    SQLite::Statement löschen(datei.verbindung(),
+                              "DELETE FROM " + Korbtabelle + " WHERE Korb_Nr = ?");
     löschen.bind(1, static_cast<std::int64_t>(nr));
     löschen.exec();
 }
@@ -196,7 +198,7 @@ qint64 hebeAuf(Ergebnisdatei& datei, qint64 id, Korbanlass anlass) {
     richteEin(datei, spalten);
     const std::string namen = liste(spalten);
     SQLite::Statement kopieren(datei.verbindung(),
-                               "INSERT INTO " + Tabelle + "(Korb_Zeit, Korb_Anlass" + namen +
+                               "INSERT INTO " + Korbtabelle + "(Korb_Zeit, Korb_Anlass" + namen +
                                    ") SELECT ?, ?" + namen + " FROM Ergebnisse WHERE " +
                                    datei.platz() + " = ?");
     kopieren.bind(1, zeitpunkt(QDateTime::currentDateTimeUtc()));
@@ -209,7 +211,7 @@ qint64 hebeAuf(Ergebnisdatei& datei, qint64 id, Korbanlass anlass) {
 void vermerkeNachfolger(Ergebnisdatei& datei, qint64 eintrag, const QString& nummer,
                         const QString& marke) {
     SQLite::Statement vermerk(datei.verbindung(),
-                              "UPDATE " + Tabelle +
+                              "UPDATE " + Korbtabelle +
                                   " SET Korb_Danach = ?, Korb_Marke = ? WHERE Korb_Nr = ?");
     vermerk.bind(1, nummer.toStdString());
     vermerk.bind(2, marke.toStdString());
@@ -224,22 +226,24 @@ void räumeKorbAuf(Ergebnisdatei& datei) {
     // What one deletion or merging took away may be many; it stays until somebody had the time to
     // notice. While all of it is that young, its rows are not gone through with every save.
     const std::string gestern = zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-1));
-    SQLite::Statement ältere(datei.verbindung(),
-                             "SELECT EXISTS(SELECT 1 FROM " + Tabelle + " WHERE Korb_Zeit < ?)");
+    SQLite::Statement ältere(datei.verbindung(), "SELECT EXISTS(SELECT 1 FROM " + Korbtabelle +
+                                                     " WHERE Korb_Zeit < ?)");
     ältere.bind(1, gestern);
     ältere.executeStep();
-    const int zuViele = datei.verbindung().execAndGet("SELECT COUNT(*) FROM " + Tabelle).getInt() -
-                        Papierkorb::Höchstens;
+    const int zuViele =
+        datei.verbindung().execAndGet("SELECT COUNT(*) FROM " + Korbtabelle).getInt() -
+        Papierkorb::Höchstens;
     if (zuViele > 0 && ältere.getColumn(0).getInt() != 0) {
         ältere.reset();
         SQLite::Statement älteste(
             datei.verbindung(),
-            "DELETE FROM " + Tabelle + " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Tabelle +
+            "DELETE FROM " + Korbtabelle + " WHERE Korb_Nr IN (SELECT Korb_Nr FROM " + Korbtabelle +
                 " ORDER BY Korb_Nr LIMIT " + std::to_string(zuViele) + ") AND Korb_Zeit < ?");
         älteste.bind(1, gestern);
         älteste.exec();
     }
-    SQLite::Statement alte(datei.verbindung(), "DELETE FROM " + Tabelle + " WHERE Korb_Zeit < ?");
+    SQLite::Statement alte(datei.verbindung(),
+                           "DELETE FROM " + Korbtabelle + " WHERE Korb_Zeit < ?");
     alte.bind(1, zeitpunkt(QDateTime::currentDateTimeUtc().addDays(-Papierkorb::Tage)));
     alte.exec();
 }
@@ -256,7 +260,7 @@ std::vector<Korbeintrag> Papierkorb::einträge() const {
         }
         SQLite::Statement abfrage(datei.verbindung(),
                                   "SELECT Korb_Nr, Korb_Zeit, Korb_Anlass, U_NR, Z_NAME FROM " +
-                                      Tabelle + " ORDER BY Korb_Nr DESC");
+                                      Korbtabelle + " ORDER BY Korb_Nr DESC");
         const auto text = [&](int spalte) { return spaltentext(abfrage.getColumn(spalte)).text; };
         while (abfrage.executeStep()) {
             gefunden.push_back({abfrage.getColumn(0).getInt64(),
@@ -376,7 +380,7 @@ void Papierkorb::leere() const {
             return;
         }
         Schreibvorgang vorgang(datei);
-        datei.verbindung().exec("DELETE FROM " + Tabelle);
+        datei.verbindung().exec("DELETE FROM " + Korbtabelle);
         vorgang.commit();
     });
 }

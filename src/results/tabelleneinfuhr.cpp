@@ -15,13 +15,13 @@ namespace {
 constexpr QStringView Datumsspalte = u"DATUM";
 
 /// Where the columns that count stand.
-struct Kopf {
+struct Tabellenkopf {
     qsizetype felder = 0;
     std::vector<std::pair<int, QString>> spalten;
     int datum = -1;
     QStringList fremde;
 
-    explicit Kopf(const QStringList& namen)
+    explicit Tabellenkopf(const QStringList& namen)
         : felder(namen.size()) {
         for (int i = 0; i < namen.size(); ++i) {
             const QString name = namen[i].trimmed();
@@ -56,7 +56,7 @@ struct Zeile {
 
 class Leser {
 public:
-    Leser(Kopf kopf, Tagesfolge folge, const QDate& heute)
+    Leser(Tabellenkopf kopf, Tagesfolge folge, const QDate& heute)
         : kopf_(std::move(kopf))
         , folge_(folge)
         , heute_(heute) {}
@@ -100,7 +100,7 @@ private:
         return std::nullopt;
     }
 
-    Kopf kopf_;
+    Tabellenkopf kopf_;
     Tagesfolge folge_;
     QDate heute_;
 };
@@ -129,7 +129,7 @@ Tabelleninhalt liesTabelle(QByteArrayView bytes, std::optional<Tagesfolge> folge
     if (!namen) {
         return inhalt;
     }
-    Kopf kopf(*namen);
+    Tabellenkopf kopf(*namen);
     inhalt.istTabelle = kopf.hat(u"U_NR") && !leser.offen();
     if (!inhalt.istTabelle) {
         return inhalt;

@@ -76,6 +76,9 @@ enum class Einstellung {
     PunkteEinrasten,
 };
 
+/// Of the user's short sign, in characters.
+inline constexpr int LängeKurzzeichen = 3;
+
 /// How a key is stored: whole numbers are read as 16-bit integers, texts through a buffer of fixed
 /// length, and some keys are only ever written.
 enum class Einstellungsart { Zahl, Text, NurGeschrieben };

@@ -171,6 +171,13 @@ TEST_F(Speicherntest, numberOfAnotherExamination_isNotTakenWithoutAQuestion) {
     wähle(u"men_Datei_2"_s);
     EXPECT_EQ(zeile(u"001AB2025"_s)->Z_NAME, u"zweite"_s);
     EXPECT_EQ(Ergebnistabelle(pfad()).anzahl(), 1);
+    // Its own number written otherwise is still its own.
+    dialoge.fragen.clear();
+    feld(u"txt_UNr"_s).setText(u"001aB2025"_s);
+    züchter().setText(u"dritte"_s);
+    wähle(u"men_Datei_2"_s);
+    EXPECT_THAT(dialoge.fragen, IsEmpty());
+    EXPECT_EQ(zeile(u"001AB2025"_s)->Z_NAME, u"dritte"_s);
 }
 
 TEST_F(Speicherntest, savingThatFails_saysWhyAndKeepsEverything) {

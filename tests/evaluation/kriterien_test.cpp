@@ -14,8 +14,6 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr auto A = Geschlecht::Arbeiterinnen;
-
 /// A series with wings of these cubital indices, numbered from 1.
 Messreihe reiheMit(const std::vector<float>& ci) {
     Messreihe reihe;
@@ -246,7 +244,8 @@ TEST_F(Kriterientest, basis_saysWhatIsMissing) {
     reihe = reiheMit(std::vector<float>(12, 3.0F));
     EXPECT_EQ(grundlagentext(beurteilung().umfang, texte),
               u"12 von 50 Flügeln, Körpermerkmale fehlen: vorläufig"_s);
-    merkmale = {A, Merkmalmodus::Summen, {}, {50, 0, 0, 0, 49, 0, 0, 50, 0, 0}};
+    merkmale = {
+        Geschlecht::Arbeiterinnen, Merkmalmodus::Summen, {}, {50, 0, 0, 0, 49, 0, 0, 50, 0, 0}};
     reihe = reiheMit(std::vector<float>(50, 3.0F));
     EXPECT_FALSE(beurteilung().umfang.vorläufig());
     EXPECT_EQ(grundlagentext(beurteilung().umfang, texte),

@@ -16,12 +16,12 @@ namespace {
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 
-constexpr QSize Größe(820, 520);
-constexpr QRectF Rahmen(0, 0, 820, 520);
+constexpr QSize Bildgröße(820, 520);
+constexpr QRectF Bildrahmen(0, 0, 820, 520);
 
-Kurvenbild bildVon(const Messreihe& reihe, Kurvenform form = Kurvenform::Balken,
-                   ZweiteKurve zweite = ZweiteKurve::Keine,
-                   Geschlecht tiere = Geschlecht::Arbeiterinnen) {
+Kurvenbild kurvenVon(const Messreihe& reihe, Kurvenform form = Kurvenform::Balken,
+                     ZweiteKurve zweite = ZweiteKurve::Keine,
+                     Geschlecht tiere = Geschlecht::Arbeiterinnen) {
     const Texte texte(u"/"_s);
     const Rassestandard standard;
     const Beurteilung beurteilung =
@@ -32,7 +32,7 @@ Kurvenbild bildVon(const Messreihe& reihe, Kurvenform form = Kurvenform::Balken,
     return bild;
 }
 
-QImage gemalt(const Kurvenbild& bild, const QSize& größe = Größe,
+QImage gemalt(const Kurvenbild& bild, const QSize& größe = Bildgröße,
               const Diagrammstil& stil = prüfstil()) {
     return leinwand(größe, [&](QPainter& painter, const QRectF& rahmen) {
         maleKurven(painter, rahmen, bild, stil);
@@ -41,7 +41,7 @@ QImage gemalt(const Kurvenbild& bild, const QSize& größe = Größe,
 
 /// Middle of the column of a class at a height that is given in bees.
 QPointF ort(const Kurvenbild& bild, double klasse, double bienen) {
-    const Klassenfeld feld = kurvenanordnung(Rahmen, bild, prüfstil()).CI;
+    const Klassenfeld feld = kurvenanordnung(Bildrahmen, bild, prüfstil()).CI;
     return {feld.lage.ort(klasse + 0.5), feld.anzahl.ort(bienen)};
 }
 
@@ -68,28 +68,28 @@ TEST(Kurvenbild, series_givesClassesOfTheListsAndFigures) {
     misst(reihe, {.CI = 50}); // beyond class 30
     misst(reihe, {.CI = 3, .HI = 0.95F, .DV = 0.5F});
     misst(reihe, {.CI = 3, .HI = 0.95F, .DV = -0.004F});
-    const Kurvenbild hi = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
+    const Kurvenbild hi = kurvenVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
     EXPECT_THAT(hi.CI.flügel, ElementsAre(Flügelklasse{1, 16}, Flügelklasse{2, 0},
                                           Flügelklasse{3, 21}, Flügelklasse{4, 21}));
     EXPECT_THAT(hi.zweite.flügel,
                 ElementsAre(Flügelklasse{1, 25}, Flügelklasse{3, 23}, Flügelklasse{4, 23}));
     EXPECT_EQ(hi.CI.kennzahlen->anzahl, 4);
     EXPECT_EQ(hi.zweite.grenzlinie, 0.92);
-    const Kurvenbild dv = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Discoidalverschiebung);
+    const Kurvenbild dv = kurvenVon(reihe, Kurvenform::Balken, ZweiteKurve::Discoidalverschiebung);
     // The list says "-0.0" of the first and the last. The correlation draws the first left of the
     // line at 0 and takes the last, less than a hundredth beside it, to be on the line.
     EXPECT_THAT(dv.zweite.flügel,
                 ElementsAre(Flügelklasse{1, 12}, Flügelklasse{3, 14}, Flügelklasse{4, 13}));
     EXPECT_NEAR(dv.zweite.kennzahlen->mittelwert, 0.152, 1e-6);
     reihe.lassAus(2, true);
-    const Kurvenbild weniger = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
+    const Kurvenbild weniger = kurvenVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex);
     EXPECT_EQ(weniger.CI.ausgelassen, 1);
     EXPECT_EQ(weniger.zweite.ausgelassen, 0);
 }
 
 TEST(Kurvenbild, caste_decidesRangesMeanAndLine) {
     const Messreihe reihe = ciReihe({18, 18, 16, 12});
-    const Kurvenbild arbeit = bildVon(reihe);
+    const Kurvenbild arbeit = kurvenVon(reihe);
     ASSERT_EQ(arbeit.bereiche.size(), 3U);
     EXPECT_EQ(arbeit.bereiche[0].klassen, (Klassenbereich{15, 17}));
     EXPECT_EQ(arbeit.bereiche[0].anteil, 25);
@@ -100,7 +100,7 @@ TEST(Kurvenbild, caste_decidesRangesMeanAndLine) {
     EXPECT_EQ(arbeit.rassemittel, 2.5);
     EXPECT_EQ(arbeit.CI.grenzlinie, 2.0);
     const Kurvenbild drohn =
-        bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Keine, Geschlecht::Drohnen);
+        kurvenVon(reihe, Kurvenform::Balken, ZweiteKurve::Keine, Geschlecht::Drohnen);
     ASSERT_EQ(drohn.bereiche.size(), 1U);
     EXPECT_EQ(drohn.bereiche[0].nummer, 3);
     EXPECT_FALSE(drohn.bereiche[0].verfehlt);
@@ -111,7 +111,7 @@ TEST(Kurvenbild, caste_decidesRangesMeanAndLine) {
 TEST(PaintKurven, everyForm_fillsTheClassUpToItsNumberOfBees) {
     const Messreihe reihe = ciReihe({20, 20, 20, 20, 20, 20, 8});
     for (const Kurvenform form : {Kurvenform::Balken, Kurvenform::Stufen, Kurvenform::Linie}) {
-        const Kurvenbild bild = bildVon(reihe, form);
+        const Kurvenbild bild = kurvenVon(reihe, form);
         const QImage picture = gemalt(bild);
         const Diagrammstil stil = prüfstil();
         for (const double bienen : {0.5, 2.5, 4.5})
@@ -125,9 +125,9 @@ TEST(PaintKurven, everyForm_fillsTheClassUpToItsNumberOfBees) {
 }
 
 TEST(PaintKurven, means_standAtTheirIndex) {
-    const Kurvenbild bild = bildVon(ciReihe({22, 22, 22}));
+    const Kurvenbild bild = kurvenVon(ciReihe({22, 22, 22}));
     const QImage picture = gemalt(bild);
-    const Klassenfeld feld = kurvenanordnung(Rahmen, bild, prüfstil()).CI;
+    const Klassenfeld feld = kurvenanordnung(Bildrahmen, bild, prüfstil()).CI;
     const auto linie = [&](double lage, const QColor& gesucht) {
         const QRectF streifen(feld.lage.ort(lage) - 2, feld.fläche.top(), 4, feld.fläche.height());
         return zähle(picture, gesucht, streifen);
@@ -144,7 +144,7 @@ TEST(PaintKurven, secondaryPeak_isMarkedAboveItsClass) {
         {{15, 15, 15, 15, 15, 16, 16, 16, 16, 16, 17, 17, 17, 17, 18, 18}, std::nullopt},
     };
     for (const auto& [klassen, gipfel] : fälle) {
-        const Kurvenbild bild = bildVon(ciReihe(klassen));
+        const Kurvenbild bild = kurvenVon(ciReihe(klassen));
         ASSERT_EQ(bild.nebengipfel, gipfel);
         const QPointF oben = ort(bild, 16, 5);
         const QRectF darüber(oben - QPointF(8, 34), QSizeF(16, 20));
@@ -156,9 +156,9 @@ TEST(PaintKurven, secondCurve_isTintedOnTheSideOfTheRace) {
     Messreihe reihe;
     misst(reihe, {.CI = 2.5F, .HI = 1, .DV = 0.3F});
     for (const bool darunter : {false, true}) {
-        Kurvenbild bild = bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Discoidalverschiebung);
+        Kurvenbild bild = kurvenVon(reihe, Kurvenform::Balken, ZweiteKurve::Discoidalverschiebung);
         bild.darunter = darunter;
-        const Klassenfeld feld = *kurvenanordnung(Rahmen, bild, prüfstil()).zweite;
+        const Klassenfeld feld = *kurvenanordnung(Bildrahmen, bild, prüfstil()).zweite;
         const auto getönt = [&, picture = gemalt(bild)](double DV) {
             const QPointF ort(feld.lage.ort(klassenlageDV(DV)), feld.anzahl.ort(0.5));
             return farbe(picture, ort) == prüfstil().bereich;
@@ -169,18 +169,19 @@ TEST(PaintKurven, secondCurve_isTintedOnTheSideOfTheRace) {
 }
 
 TEST(PaintKurven, endlessRaceName_leavesTheFieldItsPlace) {
-    Kurvenbild bild = bildVon(ciReihe({18}));
-    const QRectF kurz = kurvenanordnung(Rahmen, bild, prüfstil()).CI.fläche;
+    Kurvenbild bild = kurvenVon(ciReihe({18}));
+    const QRectF kurz = kurvenanordnung(Bildrahmen, bild, prüfstil()).CI.fläche;
     bild.rasse = QString(500, u'x');
-    EXPECT_NEAR(kurvenanordnung(Rahmen, bild, prüfstil()).CI.fläche.height(), kurz.height(), 45);
+    EXPECT_NEAR(kurvenanordnung(Bildrahmen, bild, prüfstil()).CI.fläche.height(), kurz.height(),
+                45);
 }
 
 TEST(PaintKurven, judgementOff_marksNothing) {
-    Kurvenbild bild = bildVon(ciReihe({3, 4, 5, 6}));
+    Kurvenbild bild = kurvenVon(ciReihe({3, 4, 5, 6}));
     const Diagrammstil stil = prüfstil();
-    EXPECT_GT(zähle(gemalt(bild), stil.verfehlt, Rahmen), 50);
+    EXPECT_GT(zähle(gemalt(bild), stil.verfehlt, Bildrahmen), 50);
     bild.beurteilt = false;
-    EXPECT_EQ(zähle(gemalt(bild), stil.verfehlt, Rahmen), 0);
+    EXPECT_EQ(zähle(gemalt(bild), stil.verfehlt, Bildrahmen), 0);
     // Nor does it name limits or say that there is no secondary peak, which was not looked for.
     const QImage ohneGrenzen = gemalt(bild);
     for (Bereichsangabe& bereich : bild.bereiche) {
@@ -193,28 +194,28 @@ TEST(PaintKurven, judgementOff_marksNothing) {
 }
 
 TEST(PaintKurven, blackAndWhite_stillTellsMissedFromMet) {
-    Kurvenbild bild = bildVon(ciReihe({20}));
+    Kurvenbild bild = kurvenVon(ciReihe({20}));
     const Diagrammstil stil = Diagrammstil::schwarzweiß({});
-    const QImage erfüllt = gemalt(bild, Größe, stil);
+    const QImage erfüllt = gemalt(bild, Bildgröße, stil);
     bild.bereiche[0].verfehlt = true;
-    EXPECT_GT(unterschied(erfüllt, gemalt(bild, Größe, stil)), 0.01);
+    EXPECT_GT(unterschied(erfüllt, gemalt(bild, Bildgröße, stil)), 0.01);
     for (int y = 0; y < erfüllt.height(); ++y)
         for (int x = 0; x < erfüllt.width(); ++x)
             ASSERT_EQ(erfüllt.pixelColor(x, y).saturation(), 0) << x << ' ' << y;
 }
 
 TEST(PaintKurven, emptySample_hasAxesAndASentenceButNoPlaces) {
-    const Kurvenbild bild = bildVon({}, Kurvenform::Linie, ZweiteKurve::Hantelindex);
+    const Kurvenbild bild = kurvenVon({}, Kurvenform::Linie, ZweiteKurve::Hantelindex);
     const QImage picture = gemalt(bild);
-    EXPECT_EQ(zähle(picture, prüfstil().fläche, Rahmen), 0);
-    const Klassenfeld feld = kurvenanordnung(Rahmen, bild, prüfstil()).CI;
+    EXPECT_EQ(zähle(picture, prüfstil().fläche, Bildrahmen), 0);
+    const Klassenfeld feld = kurvenanordnung(Bildrahmen, bild, prüfstil()).CI;
     const QRectF mitte(feld.fläche.center() - QPointF(60, 8), QSizeF(120, 16));
     EXPECT_GT(zähle(picture, Qt::black, mitte), 20);
-    EXPECT_TRUE(kurvenstellen(Rahmen, bild, prüfstil()).empty());
+    EXPECT_TRUE(kurvenstellen(Bildrahmen, bild, prüfstil()).empty());
 }
 
 TEST(PaintKurven, rectangleWithoutArea_paintsNothing) {
-    const Kurvenbild bild = bildVon(ciReihe({20}));
+    const Kurvenbild bild = kurvenVon(ciReihe({20}));
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const QRectF& rahmen :
          {QRectF(), QRectF(10, 10, 0, 50), QRectF(10, 10, -5, 50), QRectF(0, 0, nan, nan)}) {
@@ -239,9 +240,9 @@ TEST(Kurvenlayout, boundaryLine_isNamedAsOnTheRacePage) {
     for (const Fall& f : fälle) {
         Messreihe reihe;
         misst(reihe, {.CI = 2.5F, .HI = 1, .DV = 0});
-        Kurvenbild bild = bildVon(reihe, Kurvenform::Balken, f.art);
+        Kurvenbild bild = kurvenVon(reihe, Kurvenform::Balken, f.art);
         bild.zweite.grenzlinie = f.linie;
-        const Kurvenlayout l = kurvenlayout(Rahmen, bild, prüfstil());
+        const Kurvenlayout l = kurvenlayout(Bildrahmen, bild, prüfstil());
         ASSERT_EQ(l.zweite->fahnen.size(), 2U);
         EXPECT_EQ(l.zweite->fahnen[0].text, f.text);
     }
@@ -258,9 +259,9 @@ TEST(Kurvenlayout, valueBeyondTheAxis_isNamedAtItsEnd) {
                           {2, Fahnenziel::Linie},
                           {12, Fahnenziel::Rechts}};
     for (const Fall& f : fälle) {
-        Kurvenbild bild = bildVon({});
+        Kurvenbild bild = kurvenVon({});
         bild.CI.grenzlinie = f.linie;
-        const Kurvenlayout l = kurvenlayout(Rahmen, bild, prüfstil());
+        const Kurvenlayout l = kurvenlayout(Bildrahmen, bild, prüfstil());
         ASSERT_EQ(l.CI.fahnen.size(), 2U) << f.linie;
         const Fahne& fahne = l.CI.fahnen[1];
         EXPECT_EQ(fahne.ziel, f.ziel) << f.linie;
@@ -272,38 +273,39 @@ TEST(Kurvenlayout, valueBeyondTheAxis_isNamedAtItsEnd) {
 TEST(Kurvenlayout, seriesWithoutTheIndex_hasNoSecondCurve) {
     Messreihe reihe = ciReihe({18, 19});
     for (const ZweiteKurve art : {ZweiteKurve::Hantelindex, ZweiteKurve::Discoidalverschiebung}) {
-        EXPECT_FALSE(kurvenlayout(Rahmen, bildVon(reihe, Kurvenform::Balken, art), prüfstil())
+        EXPECT_FALSE(kurvenlayout(Bildrahmen, kurvenVon(reihe, Kurvenform::Balken, art), prüfstil())
                          .zweite.has_value());
     }
     misst(reihe, {.CI = 2.5F, .HI = 1, .DV = 0});
-    EXPECT_TRUE(kurvenlayout(Rahmen, bildVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex),
+    EXPECT_TRUE(kurvenlayout(Bildrahmen,
+                             kurvenVon(reihe, Kurvenform::Balken, ZweiteKurve::Hantelindex),
                              prüfstil())
                     .zweite.has_value());
 }
 
 TEST(PaintKurven, otherSizesAndVectorFile_showTheSamePicture) {
-    const Kurvenbild bild = bildVon(ciReihe({12, 18, 18, 19, 20, 20, 20, 21, 24}),
-                                    Kurvenform::Stufen, ZweiteKurve::Hantelindex);
+    const Kurvenbild bild = kurvenVon(ciReihe({12, 18, 18, 19, 20, 20, 20, 21, 24}),
+                                      Kurvenform::Stufen, ZweiteKurve::Hantelindex);
     const Diagrammstil stil = Diagrammstil::farbdruck({});
-    const QImage klein = gemalt(bild, Größe, stil);
-    const QImage groß = gemalt(bild, Größe * 3, stil)
-                            .scaled(Größe, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const QImage klein = gemalt(bild, Bildgröße, stil);
+    const QImage groß = gemalt(bild, Bildgröße * 3, stil)
+                            .scaled(Bildgröße, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     EXPECT_LT(unterschied(klein, groß), 2);
 
     QBuffer datei;
     datei.open(QIODevice::WriteOnly);
-    schreibeSvg(datei, Größe, {}, [&](QPainter& painter, const QRectF& rahmen) {
+    schreibeSvg(datei, Bildgröße, {}, [&](QPainter& painter, const QRectF& rahmen) {
         maleKurven(painter, rahmen, bild, stil);
     });
     const Vektorbild svg(datei.data());
     ASSERT_EQ(svg.gültig(), kannSvg());
     if (svg.gültig()) {
         const QImage gelesen = leinwand(
-            Größe, [&](QPainter& painter, const QRectF& rahmen) { svg.male(painter, rahmen); });
+            Bildgröße, [&](QPainter& painter, const QRectF& rahmen) { svg.male(painter, rahmen); });
         EXPECT_LT(unterschied(klein, gelesen), 3);
     }
 
-    const auto stellen = kurvenstellen(Rahmen, bild, stil);
+    const auto stellen = kurvenstellen(Bildrahmen, bild, stil);
     const auto dreifach = kurvenstellen(QRectF(100, 50, 2460, 1560), bild, stil);
     ASSERT_EQ(stellen.size(), dreifach.size());
     for (std::size_t i = 0; i < stellen.size(); ++i) {
@@ -316,9 +318,9 @@ TEST(PaintKurven, otherSizesAndVectorFile_showTheSamePicture) {
 TEST(Kurvenstellen, bar_namesItsWings) {
     Messreihe reihe = ciReihe({20, 9, 20});
     misst(reihe, {.CI = 2.7F, .HI = 1, .DV = 0});
-    const Kurvenbild bild = bildVon(reihe, Kurvenform::Stufen, ZweiteKurve::Hantelindex);
-    const auto stellen = kurvenstellen(Rahmen, bild, prüfstil());
-    const Kurvenanordnung a = kurvenanordnung(Rahmen, bild, prüfstil());
+    const Kurvenbild bild = kurvenVon(reihe, Kurvenform::Stufen, ZweiteKurve::Hantelindex);
+    const auto stellen = kurvenstellen(Bildrahmen, bild, prüfstil());
+    const Kurvenanordnung a = kurvenanordnung(Bildrahmen, bild, prüfstil());
     const auto an = [&](const Klassenfeld& feld, double klasse, double bienen) {
         return flügelAn({feld.lage.ort(klasse + 0.5), feld.anzahl.ort(bienen)}, stellen);
     };

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const bool lang = qEnvironmentVariableIsSet("TARVEL_LONG");
+const bool ausführlich = qEnvironmentVariableIsSet("TARVEL_LONG");
 
 constexpr std::array rufe{"open",  "write",  "fsync", "truncate",
                           "close", "rename", "link",  "unlink"};
@@ -43,10 +43,10 @@ protected:
                const std::function<int()>& stand) {
         int getroffen = 0;
         for (const char* ruf : rufe) {
-            for (int nummer = 1; nummer < (lang ? 500 : 4); ++nummer) {
-                bool irgendeiner = !lang;
+            for (int nummer = 1; nummer < (ausführlich ? 500 : 4); ++nummer) {
+                bool irgendeiner = !ausführlich;
                 for (std::size_t i = 0; i < fehlerarten.size(); ++i) {
-                    if (!lang && i != nummer % fehlerarten.size()) { // a sample of each call
+                    if (!ausführlich && i != nummer % fehlerarten.size()) { // a sample of each call
                         continue;
                     }
                     const bool einer =

@@ -48,11 +48,6 @@ QImage verlauf(int breite, int höhe) {
     return bild;
 }
 
-template <typename T>
-void setze(QByteArray& bytes, int stelle, T wert) {
-    qToLittleEndian(wert, bytes.data() + stelle);
-}
-
 /// A bitmap of 32 bits a pixel whose fourth bytes are zero, top row first.
 QByteArray bmp32VonOben(const QImage& bild) {
     QByteArray bytes = gespeichert(bild, "bmp").left(54);

@@ -31,6 +31,12 @@ inline QImage rauschen(QSize größe) {
     return bild;
 }
 
+/// Writes a number of a file's head at its place.
+template <typename T>
+void setze(QByteArray& bytes, int stelle, T wert) {
+    qToLittleEndian(wert, bytes.data() + stelle);
+}
+
 inline QByteArray gespeichert(const QImage& bild, const QByteArray& format, int packung = -1,
                               bool stufenweise = false) {
     QBuffer puffer;

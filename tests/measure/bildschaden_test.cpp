@@ -27,11 +27,6 @@ protected:
     Testordner ordner_;
 };
 
-template <typename T>
-void setze(QByteArray& bytes, int stelle, T wert) {
-    qToLittleEndian(wert, bytes.data() + stelle);
-}
-
 } // namespace
 
 TEST_F(Bildschaden, cutAnywhere_isWholeOrRefused) {

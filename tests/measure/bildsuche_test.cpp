@@ -12,7 +12,7 @@
 
 using namespace tarvel;
 using namespace Qt::StringLiterals;
-using Art = Bildfund::Art;
+using Fundart = Bildfund::Art;
 
 namespace {
 
@@ -47,15 +47,15 @@ TEST_F(BildsucheTest, movedPicture_isFoundInEveryPlaceItCanBe) {
         }
         Bildsuche frisch{[](const QString& pfad) { return QImageReader(pfad).size(); }};
         frisch.setzeErgebnisdatei(in(u"ergebnisse/2025.tdb"_s));
-        EXPECT_EQ(frisch.suche(bild), (Bildfund{Art::Gefunden, neu})) << ziel;
+        EXPECT_EQ(frisch.suche(bild), (Bildfund{Fundart::Gefunden, neu})) << ziel;
         QDir(in(u"ergebnisse"_s)).removeRecursively();
     }
     // Stored on another system.
     GesuchtesBild fremd = gemessen(male(u"neu/9.bmp"_s, 50));
     fremd.pfad = uR"(C:\Scans\Volk 3\9.bmp)"_s;
-    EXPECT_EQ(suche.suche(fremd).art, Art::Fehlt);
+    EXPECT_EQ(suche.suche(fremd).art, Fundart::Fehlt);
     suche.zeigeOrdner(fremd, in(u"neu"_s));
-    EXPECT_EQ(suche.suche(fremd), (Bildfund{Art::Gefunden, in(u"neu/9.bmp"_s)}));
+    EXPECT_EQ(suche.suche(fremd), (Bildfund{Fundart::Gefunden, in(u"neu/9.bmp"_s)}));
 }
 
 TEST_F(BildsucheTest, folderShownOnce_servesAllOfTheOldFolder_andTheNextOneBesideIt) {
@@ -66,8 +66,8 @@ TEST_F(BildsucheTest, folderShownOnce_servesAllOfTheOldFolder_andTheNextOneBesid
     GesuchtesBild alt2 = zwei;
     alt2.pfad = u"/anderswo/2.bmp"_s;
     suche.zeigeOrdner(alt1, in(u"neu"_s));
-    EXPECT_EQ(suche.suche(alt1), (Bildfund{Art::Gefunden, eins.pfad}));
-    EXPECT_EQ(suche.suche(alt2), (Bildfund{Art::Gefunden, zwei.pfad})); // beside the last one
+    EXPECT_EQ(suche.suche(alt1), (Bildfund{Fundart::Gefunden, eins.pfad}));
+    EXPECT_EQ(suche.suche(alt2), (Bildfund{Fundart::Gefunden, zwei.pfad})); // beside the last one
 }
 
 TEST_F(BildsucheTest, pictureOfTheSameName_isTakenOnlyWhenItIsTheSame) {
@@ -79,15 +79,15 @@ TEST_F(BildsucheTest, pictureOfTheSameName_isTakenOnlyWhenItIsTheSame) {
         QSize größe;
         bool mitMarke, mitGröße;
         QSize mindestens;
-        Art art;
+        Fundart art;
     };
     for (const Fall& f :
-         {Fall{"same", 10, {40, 30}, true, true, {}, Art::Gefunden},
-          {"other content", 11, {40, 30}, true, true, {}, Art::AndererInhalt},
-          {"other size", 10, {41, 30}, true, true, {}, Art::AndererInhalt},
-          {"size alone", 11, {40, 30}, false, true, {}, Art::Gefunden},
-          {"old row", 11, {50, 60}, false, false, {50, 60}, Art::Gefunden},
-          {"points outside", 11, {50, 60}, false, false, {51, 9}, Art::AndererInhalt}}) {
+         {Fall{"same", 10, {40, 30}, true, true, {}, Fundart::Gefunden},
+          {"other content", 11, {40, 30}, true, true, {}, Fundart::AndererInhalt},
+          {"other size", 10, {41, 30}, true, true, {}, Fundart::AndererInhalt},
+          {"size alone", 11, {40, 30}, false, true, {}, Fundart::Gefunden},
+          {"old row", 11, {50, 60}, false, false, {50, 60}, Fundart::Gefunden},
+          {"points outside", 11, {50, 60}, false, false, {51, 9}, Fundart::AndererInhalt}}) {
         male(u"1.bmp"_s, f.grau, f.größe);
         GesuchtesBild gesucht{.pfad = pfad, .kennung = {}, .mindestens = f.mindestens};
         gesucht.kennung.marke = f.mitMarke ? bild.kennung.marke : QString();
@@ -95,8 +95,8 @@ TEST_F(BildsucheTest, pictureOfTheSameName_isTakenOnlyWhenItIsTheSame) {
         EXPECT_EQ(suche.suche(gesucht), (Bildfund{f.art, pfad})) << f.was;
     }
     lege(pfad, "no picture");
-    EXPECT_EQ(suche.suche(bild).art, Art::AndererInhalt);
-    EXPECT_EQ(suche.suche({}).art, Art::Fehlt);
+    EXPECT_EQ(suche.suche(bild).art, Fundart::AndererInhalt);
+    EXPECT_EQ(suche.suche({}).art, Fundart::Fehlt);
 }
 
 TEST_F(BildsucheTest, otherComputer_isAskedOnlyWhenTheUserChoseItsFiles) {
@@ -113,12 +113,12 @@ TEST_F(BildsucheTest, otherComputer_isAskedOnlyWhenTheUserChoseItsFiles) {
     // Here such a path is one of this computer, so only not looking keeps it from being found.
     GesuchtesBild bild = gemessen(male(u"1.bmp"_s, 10));
     bild.pfad = u'/' + bild.pfad;
-    EXPECT_EQ(suche.suche(bild).art, Art::Fehlt);
+    EXPECT_EQ(suche.suche(bild).art, Fundart::Fehlt);
     EXPECT_FALSE(suche.gehörtZu(bild, in(u"1.bmp"_s), bild.kennung));
     EXPECT_EQ(bildhöhe(bild.pfad, in(u"a.tdb"_s)), std::nullopt);
     EXPECT_EQ(bildhöhe(bild.pfad, u'/' + in(u"a.tdb"_s)), 30.F);
     suche.vertraue(bild.pfad);
-    EXPECT_EQ(suche.suche(bild).art, Art::Gefunden);
+    EXPECT_EQ(suche.suche(bild).art, Fundart::Gefunden);
 #endif
 }
 

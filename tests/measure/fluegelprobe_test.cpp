@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Art = Flügelzweifel::Art;
+using Zweifelsart = Flügelzweifel::Art;
 
 namespace {
 
@@ -89,7 +89,8 @@ TEST(Flügelprobe, anyTwoSwappedPoints_areFoundAndNamed) {
             for (int b = a + 1; b <= 8; ++b) {
                 Flügelmessung m = messung(xy, a, 1, b % 2 == 0);
                 tausche(m.punkte, a, b);
-                EXPECT_THAT(flügelzweifel(m), Contains(Flügelzweifel{Art::Vertauscht, {a, b}}))
+                EXPECT_THAT(flügelzweifel(m),
+                            Contains(Flügelzweifel{Zweifelsart::Vertauscht, {a, b}}))
                     << xy[0] << ' ' << a << ' ' << b;
             }
         }
@@ -97,7 +98,7 @@ TEST(Flügelprobe, anyTwoSwappedPoints_areFoundAndNamed) {
             Flügelmessung m = messung(xy);
             m.messart = Messart::NurCubitalindex;
             tausche(m.punkte, a, b);
-            EXPECT_THAT(flügelzweifel(m), Contains(Flügelzweifel{Art::Vertauscht, {a, b}}));
+            EXPECT_THAT(flügelzweifel(m), Contains(Flügelzweifel{Zweifelsart::Vertauscht, {a, b}}));
         }
     }
 }
@@ -108,12 +109,12 @@ TEST(Flügelprobe, misplacedPoint_isNamedWithTheIndexThatHasNoClass) {
     m.punkte.PunktX[7] = m.punkte.PunktX[5] + 3;
     m.punkte.PunktY[7] = m.punkte.PunktY[5] + 3;
     const std::vector<Flügelzweifel> nahe = flügelzweifel(m);
-    EXPECT_THAT(nahe, Contains(Flügelzweifel{Art::HIAußerhalb, {}}));
+    EXPECT_THAT(nahe, Contains(Flügelzweifel{Zweifelsart::HIAußerhalb, {}}));
     EXPECT_THAT(nahe.front().punkte, Contains(7));
 
     m = messung(Flügel[0]);
     m.punkte.PunktY[8] += 250; // on its side, but far out
-    EXPECT_THAT(flügelzweifel(m), ElementsAre(Flügelzweifel{Art::Verhältnis, {8}}));
+    EXPECT_THAT(flügelzweifel(m), ElementsAre(Flügelzweifel{Zweifelsart::Verhältnis, {8}}));
 
     m = messung(Flügel[0]);
     m.punkte.PunktY[3] += 150; // beyond the base line
@@ -125,7 +126,8 @@ TEST(Flügelprobe, misplacedPoint_isNamedWithTheIndexThatHasNoClass) {
     m.punkte.setze(m.messart, 1, 5, 5);
     m.punkte.setze(m.messart, 2, 5, 5);
     EXPECT_NO_THROW((void)flügelzweifel(m)); // no length, no proportion
-    EXPECT_EQ(text({Art::Vertauscht, {3, 4}}, texte), u"Die Punkte 3, 4 sind wohl vertauscht."_s);
+    EXPECT_EQ(text({Zweifelsart::Vertauscht, {3, 4}}, texte),
+              u"Die Punkte 3, 4 sind wohl vertauscht."_s);
 }
 
 TEST(Flügelprobe, baseLineSaysWhichResolutionFits) {
@@ -168,7 +170,7 @@ TEST(Flügelprobe, wingFarFromItsSample_isFoundFromEightWingsOn) {
     EXPECT_THAT(ausreißer(reihe), ElementsAre(1));
     misst(2.8F, 1.02F, -4.0F); // an even sample has some play: 1.02 is near enough to 1.00
     EXPECT_THAT(ausreißer(reihe), ElementsAre(1, 9));
-    const Flügelzweifel abseits{Art::AbseitsDerProbe, {}};
+    const Flügelzweifel abseits{Zweifelsart::AbseitsDerProbe, {}};
     EXPECT_EQ(flügelzweifel(reihe).at(9), std::vector{abseits});
     reihe.lassAus(1, true);
     EXPECT_THAT(ausreißer(reihe), ElementsAre(9));

@@ -11,9 +11,9 @@ using testing::Optional;
 
 namespace {
 
-using Koordinaten = std::array<std::pair<float, float>, 8>;
+using Achtpunkte = std::array<std::pair<float, float>, 8>;
 
-Messpunkte setze(const Koordinaten& koordinaten) {
+Messpunkte setze(const Achtpunkte& koordinaten) {
     Messpunkte punkte(Messart::AlleMessungen);
     for (int i = 1; i <= 8; ++i) {
         const auto& [x, y] = koordinaten.at(static_cast<std::size_t>(i - 1));
@@ -26,11 +26,11 @@ Messpunkte setze(const Koordinaten& koordinaten) {
 // 5-6 = 50, 6-7 = 20, 5-7 = 70, 3-4 = 70; feet of 4 and 8 at 100 and 112 from point 1 towards
 // point 2; point 8 lies 118 below the line, so the correction at 1200 dpi and zoom 1 is
 // 2.5 · 47.2 / (1.5 · 47.2 + 118) = 118 / 188.8 = 0.625, and the shift 12 · 0.625 / 2.36.
-const Koordinaten handgerechnet{
+const Achtpunkte handgerechnet{
     {{400, 50}, {100, 50}, {370, 60}, {300, 60}, {300, 100}, {250, 100}, {230, 100}, {288, 168}}};
 constexpr float DvHandgerechnet = 12.0F * 0.625F / 2.36F;
 
-Koordinaten gezoomt(Koordinaten koordinaten, float zoom) {
+Achtpunkte gezoomt(Achtpunkte koordinaten, float zoom) {
     for (auto& [x, y] : koordinaten) {
         x *= zoom;
         y *= zoom;
@@ -41,7 +41,7 @@ Koordinaten gezoomt(Koordinaten koordinaten, float zoom) {
 } // namespace
 
 TEST(Indizes, handComputedWing_givesItsIndices) {
-    Koordinaten koordinaten = handgerechnet;
+    Achtpunkte koordinaten = handgerechnet;
     koordinaten[3] = {300, 60}; // foot of point 4: 100 from point 1
     const Indizes indizes =
         berechneIndizes(setze(koordinaten), Messart::AlleMessungen, {.Zoomfaktor = 1, .dpi = 1200});
@@ -75,7 +75,7 @@ TEST(Indizes, resolution_scalesTheDiscoidalShiftOnly) {
 // Values worked out outside this program in double precision from whole pixels at 2400 dpi.
 TEST(Indizes, pointsOfPlausibleWings_giveTheirKnownValues) {
     struct Zeile {
-        Koordinaten punkte;
+        Achtpunkte punkte;
         double CI;
         double HI;
         double DV;
@@ -114,7 +114,7 @@ TEST(Indizes, pointsOfPlausibleWings_giveTheirKnownValues) {
 }
 
 TEST(Indizes, feetOfPoints4And8_decideTheSignOfTheShift) {
-    Koordinaten koordinaten = handgerechnet;
+    Achtpunkte koordinaten = handgerechnet;
     for (const auto& [x4, vorzeichen] : {std::pair{300.0F, 1}, {288.0F, 0}, {280.0F, -1}}) {
         koordinaten[3] = {x4, 60};
         const float DV = *berechneIndizes(setze(koordinaten), Messart::AlleMessungen, {}).DV;
@@ -177,7 +177,7 @@ TEST(Indizes, coincidingPoints_stopTheComputationAndKeepWhatCameBefore) {
 TEST(Indizes, point8OnTheBaseLine_isAFaultOrAHeightOfZero) {
     bool negativ = false;
     for (int i = 0; i < 500; ++i) {
-        Koordinaten koordinaten = handgerechnet;
+        Achtpunkte koordinaten = handgerechnet;
         koordinaten[0] = {400.3F, 50.7F};
         koordinaten[1] = {100.1F, 75.9F};
         const float t = 0.1F + 0.0015F * static_cast<float>(i);

@@ -17,7 +17,7 @@ namespace {
 
 const Zahlenformat punkt;
 const Zahlenformat komma{.dezimal = u',', .tausender = u'.'};
-const QDate heute(2025, 5, 17);
+const QDate Prüftag(2025, 5, 17);
 const QStringList rassen{u"Carnica"_s, u"Mellifera"_s, u"Ligustica"_s, u"Buckfast"_s};
 
 /// Points of a wing of plausible shape, different for every number and with fractions.
@@ -42,7 +42,7 @@ struct Satzprobe {
 
     [[nodiscard]] Satzumgebung umgebung() const { return {texte, format, rassen, OhneHaarlänge}; }
     [[nodiscard]] Ergebnissatz satz(std::optional<bool> urteil = true) const {
-        return satzAus(untersuchung, urteil, 1200, heute, umgebung());
+        return satzAus(untersuchung, urteil, 1200, Prüftag, umgebung());
     }
     [[nodiscard]] GeleseneUntersuchung gelesen() const {
         return untersuchungAus(satz(), umgebung());
@@ -158,7 +158,7 @@ TEST(Untersuchungssatz, fullExamination_comesBackWhoeverWroteAndReadsIt) {
             EXPECT_EQ(gelesen.merkmale, probe.untersuchung.merkmale());
             erwarteGleicheReihe(gelesen.reihe, probe.untersuchung.reihe());
             EXPECT_FALSE(gelesen.reihe.geändert());
-            EXPECT_EQ(gelesen.datum, heute);
+            EXPECT_EQ(gelesen.datum, Prüftag);
             EXPECT_EQ(gelesen.auflösung, 1200);
             EXPECT_EQ(gelesen.urteil, true);
             EXPECT_EQ(gelesen.rasse, std::nullopt);
@@ -301,14 +301,14 @@ TEST(Untersuchungssatz, contradictorySums_neverMakeTheSummaryTooLong) {
 TEST(Untersuchungssatz, date_isTodayWhenColonyDataChangedElseTheStoredOne) {
     Satzprobe probe;
     const QDate damals(2023, 6, 1);
-    EXPECT_EQ(probe.satz().DATUM, heute);
+    EXPECT_EQ(probe.satz().DATUM, Prüftag);
     probe.untersuchung.lade(volleAngaben(), {}, {}, damals);
     probe.messe(1);
     EXPECT_EQ(probe.satz().DATUM, damals);
     Kolonieangaben angaben = volleAngaben();
     angaben.Volk = u"9"_s;
     probe.untersuchung.setzeAngaben(angaben);
-    EXPECT_EQ(probe.satz().DATUM, heute);
+    EXPECT_EQ(probe.satz().DATUM, Prüftag);
 }
 
 TEST(Untersuchungssatz, raceOutsideTheList_isTheFourthAndKeepsItsName) {
@@ -539,7 +539,7 @@ TEST(Untersuchungssatz, anyGarbage_givesAnExaminationThatCanBeStoredAgain) {
         }
         Untersuchung wieder;
         wieder.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum);
-        const Ergebnissatz neu = satzAus(wieder, true, 1200, heute, probe.umgebung());
+        const Ergebnissatz neu = satzAus(wieder, true, 1200, Prüftag, probe.umgebung());
         EXPECT_THAT(untersuchungAus(neu, probe.umgebung()).nichtGelesen, IsEmpty()) << lauf;
     }
 }
@@ -562,5 +562,5 @@ TEST(Untersuchung, loadingAndBeginning_replaceEverythingAndCountAsUnchanged) {
     u.lade(gelesen.angaben, gelesen.reihe, gelesen.merkmale, gelesen.datum);
     EXPECT_FALSE(u.geändert());
     EXPECT_THAT(reihe.nummern(), ElementsAre(1));
-    EXPECT_EQ(u.datum(), heute);
+    EXPECT_EQ(u.datum(), Prüftag);
 }
