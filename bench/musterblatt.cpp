@@ -254,7 +254,7 @@ Musterflügel mitStreuung(QRandomGenerator& zufall) {
 /// Where a place of the wing lies on the drawing: the shifts of the measuring points around it,
 /// weighted with the inverse square of the distance, against a pull to stay.
 QPointF aufZeichnung(QPointF ort, const std::array<QPointF, 9>& punkte) {
-    constexpr double Beharrung = 1;
+    constexpr double Beharrung = 1; // as much as a point 1 mm away
     QPointF summe;
     double gewichte = Beharrung;
     for (std::size_t i = 1; i < punkte.size(); ++i) {
@@ -272,6 +272,7 @@ void maleBorsten(QPainter& painter, const QColor& farbe) {
     QRandomGenerator zufall(0x5eed);
     const int reihen = static_cast<int>(Zeichnungsrahmen.height() / Abstand);
     const int spalten = static_cast<int>(Zeichnungsrahmen.width() / Abstand);
+    painter.save();
     painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
     for (int reihe = 0; reihe < reihen; ++reihe) {
         for (int spalte = 0; spalte < spalten; ++spalte) {
@@ -285,6 +286,7 @@ void maleBorsten(QPainter& painter, const QColor& farbe) {
             painter.drawLine(ort, ort + QPointF(-0.012, 0.006 * (links - 0.5)));
         }
     }
+    painter.restore();
 }
 
 /// The drawn wing as on a scan in transmitted light, softened by the optics.

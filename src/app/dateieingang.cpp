@@ -27,7 +27,7 @@ namespace {
 /// In the order in which files of several kinds are opened.
 enum class Eingangsart { Ergebnisse, Ordner, Messdatei, Koordinaten, Bild };
 
-Eingangsart dateiart(const QString& pfad) {
+Eingangsart eingangsart(const QString& pfad) {
     const QFileInfo datei(pfad);
     if (datei.isDir()) {
         return Eingangsart::Ordner;
@@ -117,7 +117,7 @@ bool Dateieingang::öffneDateien(const QStringList& pfade) {
          {Eingangsart::Ergebnisse, Eingangsart::Ordner, Eingangsart::Messdatei,
           Eingangsart::Koordinaten, Eingangsart::Bild}) {
         QStringList dateien = pfade;
-        dateien.removeIf([art](const QString& pfad) { return dateiart(pfad) != art; });
+        dateien.removeIf([art](const QString& pfad) { return eingangsart(pfad) != art; });
         if (dateien.isEmpty()) {
             continue;
         }
@@ -136,7 +136,7 @@ bool Dateieingang::öffneDateien(const QStringList& pfade) {
 }
 
 bool Dateieingang::öffneDatei(const QString& pfad) {
-    switch (dateiart(pfad)) {
+    switch (eingangsart(pfad)) {
     case Eingangsart::Ordner:
         return importiert(austausch_.importiereOrdner(dienste_.fenster, pfad));
     case Eingangsart::Messdatei:

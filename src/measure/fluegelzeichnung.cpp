@@ -23,8 +23,8 @@ QByteArray inhalt(const QString& pfad) {
 }
 
 /// In pixels, those of the pictures that stand in for the drawings in a build that cannot draw
-/// them.
-constexpr std::array Bildbreiten{800, 2400};
+/// them. The build makes them in these sizes.
+constexpr std::array Bildbreiten{960, 2400};
 
 /// A picture in red, green and blue, in which the colours stand for @p farben.
 void färbe(QImage& bild, const Zeichnungsfarben& farben) {
@@ -35,7 +35,7 @@ void färbe(QImage& bild, const Zeichnungsfarben& farben) {
         auto* zeile = reinterpret_cast<QRgb*>(bild.scanLine(y));
         std::transform(zeile, zeile + bild.width(), zeile, [=](QRgb p) {
             const auto kanal = [p](int r, int g, int b) {
-                return (qRed(p) * r + qGreen(p) * g + qBlue(p) * b) / 255;
+                return std::min((qRed(p) * r + qGreen(p) * g + qBlue(p) * b) / 255, qAlpha(p));
             };
             return qRgba(kanal(qRed(rot), qRed(grün), qRed(blau)),
                          kanal(qGreen(rot), qGreen(grün), qGreen(blau)),

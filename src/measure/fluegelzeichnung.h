@@ -11,10 +11,9 @@ class QPalette;
 
 namespace tarvel {
 
-// The drawn fore wing of a worker, wing tip to the left and costal edge up: the mean of real wings.
-// Places are millimetres, x to the right, y down. The lines themselves lie in data/wing.
-
-/// The room that the drawing takes up.
+/// The drawn fore wing of a worker, wing tip to the left and costal edge up: the mean of real
+/// wings. Places are millimetres, x to the right, y down. The lines themselves lie in data/wing.
+/// This is the room that they take up.
 inline constexpr QRectF Zeichnungsrahmen(0, 0, 9.6, 3.4);
 
 /// The measuring points 1 to 8; index 0 is unused. Cubital index 2.8, hantel index 1.11, discoidal

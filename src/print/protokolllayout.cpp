@@ -313,8 +313,9 @@ private:
                     std::max(anteile, satz_.breite(w.wert, Grad::Text, w.fett) + zusatzbreite(w));
             }
         }
-        return std::max(std::min(Höchstens, Markenbreite - 2 * Einzug - anteile - 0.1),
-                        std::min(Höchstens, codes));
+        constexpr double Rundung = 0.1;
+        const double rest = Markenbreite - 2 * Einzug - anteile - Rundung;
+        return std::max(std::min(Höchstens, rest), std::min(Höchstens, codes));
     }
 
     void merkmalreihe(const Merkmalreihe& reihe, double codes, const QString& nichtGemessen) {

@@ -63,8 +63,9 @@ inline constexpr double Links = Protokollrand;
 inline constexpr double Rechts = PapierA4.width() - Protokollrand;
 inline constexpr double Breite = Rechts - Links;
 inline constexpr double Unten = PapierA4.height() - ProtokollrandUnten;
-inline constexpr double Zellenluft = 0.8; ///< between a text and the lines above and below
+inline constexpr double Zellenluft = 0.8; ///< around a text in its cell
 } // namespace satzspiegel
+
 /// Widths of the columns of the table of criteria: criterion, measured, allowed, margin, bees,
 /// interval, outcome.
 inline constexpr std::array<double, Kriterienspaltenzahl> Kriterienspalten{39.5, 21.5, 17.0, 15.0,

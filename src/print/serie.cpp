@@ -52,12 +52,12 @@ private:
     void beginneSeite() {
         seiten_.emplace_back();
         y_ = Listenbeginn;
-        schreibe(Links, titel_, Grad::Titel, PapierA4.width() - 2 * Protokollrand);
+        schreibe(Links, titel_, Grad::Titel, Breite);
         y_ += Protokollsatz::zeilenhöhe(Grad::Titel) + Zellenluft;
-        schreibe(Links, zahlen_, Grad::Text, PapierA4.width() - 2 * Protokollrand);
+        schreibe(Links, zahlen_, Grad::Text, Breite);
         y_ += Protokollsatz::zeilenhöhe(Grad::Text) + Zellenluft;
         if (!erklärung_.isEmpty()) {
-            schreibe(Links, erklärung_, Grad::Klein, PapierA4.width() - 2 * Protokollrand);
+            schreibe(Links, erklärung_, Grad::Klein, Breite);
             y_ += Protokollsatz::zeilenhöhe(Grad::Klein);
         }
         y_ += 3 * Zellenluft;
