@@ -112,13 +112,12 @@ QImage liesBmpVerkleinert(QIODevice& quelle, const BmpKopf& kopf, int teiler,
             return {};
         }
         std::fill(summe.begin(), summe.end(), 0U);
-        quint32 zeilen = 0;
         const int unten = std::min(oben + teiler, kopf.größe.height());
-        for (int quellzeile = oben; quellzeile < unten && zeilen < 2; quellzeile += schritt) {
-            if (!liesZeile(quelle, kopf, quellzeile, zeile.data())) {
+        const quint32 zeilen = oben + schritt < unten ? 2 : 1;
+        for (int k = 0; k < static_cast<int>(zeilen); ++k) {
+            if (!liesZeile(quelle, kopf, oben + k * schritt, zeile.data())) {
                 return {};
             }
-            ++zeilen;
             quint32* ziel = summe.data();
             const uchar* pixel = zeile.data();
             for (int links = 0; links < kopf.größe.width(); links += teiler, ziel += kanäle) {
